@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace brackwell {
+
+/// The value of an ASCII digit; 10 or more for every other byte.
+constexpr unsigned digitValue(char character) noexcept {
+    return static_cast<unsigned>(static_cast<unsigned char>(character)) - unsigned{'0'};
+}
+
+/// True when the text begins with at least `count` ASCII digits.
+constexpr bool beginsWithDigits(std::string_view text, std::size_t count) noexcept {
+    if (text.size() < count) return false;
+    for (const char character : text.substr(0, count)) {
+        if (digitValue(character) > 9) return false;
+    }
+    return true;
+}
+
+}  // namespace brackwell
