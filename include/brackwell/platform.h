@@ -165,6 +165,17 @@ BRACKWELL_EXPORT std::int64_t leadingInteger(std::string_view text) noexcept;
 /// upper-case form.
 BRACKWELL_EXPORT std::string newUUID();
 
+/// A hash that cannot be predicted from outside, so that no document can choose texts that collide.
+class BRACKWELL_EXPORT UnpredictableHash {
+public:
+    using is_transparent = void;
+    UnpredictableHash();
+    std::size_t operator()(std::string_view text) const noexcept;
+
+private:
+    std::array<std::uint64_t, 2> key_;
+};
+
 // ---------------------------------------------------------------------------------------------
 // Decimal numbers
 

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "reading/document.h"
+
+namespace brackwell::reading {
+
+/// Writes the nodes of a tree in document order and chains those of one name in one aggregate as it
+/// goes, without ever searching an aggregate: for every name it remembers where it stood last. An
+/// aggregate inside another may overwrite that; what it overwrote is put back when it is closed.
+class TreeWriter {
+public:
+    /// Begins the root. `expectedNodes` is a guess.
+    explicit TreeWriter(Document& document, std::size_t expectedNodes = 16);
+
+    NameTable& names() noexcept { return document_.names_; }
+
+    /// Adds a leaf whose text is a slice of the document's body; returns its node.
+    std::uint32_t leaf(NameID name, std::string_view slice) {
+        return add(name, static_cast<std::uint32_t>(slice.data() - document_.body_.data()),
+                   static_cast<std::uint32_t>(slice.size()));
+    }
+    /// Adds a leaf with a text of its own of at most `size` bytes, which the caller writes to the
+    /// returned place; setOwnTextSize then tells how many they are.
+    char* ownLeaf(NameID name, std::size_t size);
+    void setOwnTextSize(std::size_t size) noexcept;
+    /// Changes the text of a leaf that was added as a slice.
+    void setSliceSize(std::uint32_t leaf, std::size_t size) noexcept {
+        document_.nodes_[leaf].size = static_cast<std::uint32_t>(size);
+    }
+
+    void open(NameID name);
+    /// Closes the innermost open aggregate; there must be one.
+    void close() noexcept;
+    bool hasOpen() const noexcept { return open_.size() > 1; }
+    NameID innermostName() const noexcept { return document_.nodes_[open_.back().node].name(); }
+    /// Closes all that is open, the root included.
+    void finish() noexcept;
+
+private:
+    static constexpr std::uint32_t kNowhere = ~std::uint32_t{0};
+
+    /// Where a name stood last: in which aggregate, as which node.
+    struct Place {
+        std::uint32_t aggregate;
+        std::uint32_t node;
+    };
+    struct Open {
+        std::uint32_t node;
+        std::uint32_t overwritten;  ///< how many places had been overwritten when it was opened
+    };
+    struct Overwritten {
+        NameID name;
+        Place place;
+    };
+
+    std::uint32_t add(NameID name, std::uint32_t begin, std::uint32_t size);
+    void addFirst(NameID name, Place& place, std::uint32_t node, std::uint32_t aggregate);
+    void makePlaces(NameID end);
+    bool isOpen(std::uint32_t aggregate) const noexcept { return document_.nodes_[aggregate].begin == 0; }
+
+    Document& document_;
+    PodVector<Open> open_;
+    PodVector<Place> places_;  ///< by name
+    PodVector<Overwritten> overwritten_;
+};
+
+}  // namespace brackwell::reading
