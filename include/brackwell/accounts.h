@@ -1,0 +1,317 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// \file
+/// Account identifiers: which bank, card or investment account a statement, a transfer or a record
+/// speaks of; and account information: the accounts that a user holds at an institution.
+///
+///     auto account = brackwell::TvOFXBankAccount::initWithBankID("121000248", "0001",
+///                                                                brackwell::TvOFXBankAccountTypeChecking);
+///     if (account->isEqualToOFXBankAccount(statement->bankAccountFrom().get())) ...
+
+#include <brackwell/model.h>
+
+namespace brackwell {
+
+// ---------------------------------------------------------------------------------------------
+// Account identifiers
+
+/// The kind of a bank account (ACCTTYPE). Certificates of deposit and every other text are unknown.
+enum TvOFXBankAccountType : std::uint64_t {
+    TvOFXBankAccountTypeUnknown = 0,
+    TvOFXBankAccountTypeChecking = 1,
+    TvOFXBankAccountTypeSavings = 2,
+    TvOFXBankAccountTypeMoneyMarket = 3,
+    TvOFXBankAccountTypeCreditLine = 4,
+};
+
+/// A bank account (BANKACCTFROM, BANKACCTTO). Keeps no parse data, so its ofxString is empty; its
+/// description is its OFX text.
+class BRACKWELL_EXPORT TvOFXBankAccount final : public TvOFXAggregate {
+public:
+    TvOFXBankAccount() noexcept = default;
+    explicit TvOFXBankAccount(const KeyedUnarchiver& coder);
+
+    static std::shared_ptr<TvOFXBankAccount> initWithBankID(OptionalText bankID, OptionalText accountID,
+                                                            TvOFXBankAccountType type);
+    static std::shared_ptr<TvOFXBankAccount> initWithParserDict(const std::optional<ParseDictionary>& node);
+    /// The account as a BANKACCTFROM aggregate, also when it was read from another one. Bank, number
+    /// and type are always written, with an empty value when absent.
+    std::string description() const override;
+    static std::shared_ptr<TvOFXBankAccount> initWithCoder(const KeyedUnarchiver& coder);
+    /// Writes "bID", "branchID", "aID", "aT" and "aKC"; nothing of the base class.
+    void encodeWithCoder(KeyedArchiver& coder) const override;
+    std::string_view className() const noexcept override;
+
+    /// The type of an ACCTTYPE text, compared exactly.
+    static TvOFXBankAccountType accountTypeFromString(std::string_view text) noexcept;
+    /// The ACCTTYPE text of a type; "" for an unknown one.
+    static std::string_view accountTypeStringFromAccountType(TvOFXBankAccountType type) noexcept;
+
+    OptionalText bankID() const noexcept { return texts_.get(bankID_); }
+    void setBankID(OptionalText text) { texts_.set(bankID_, text); }
+    OptionalText branchID() const noexcept { return texts_.get(branchID_); }
+    void setBranchID(OptionalText text) { texts_.set(branchID_, text); }
+    OptionalText accountID() const noexcept { return texts_.get(accountID_); }
+    void setAccountID(OptionalText text) { texts_.set(accountID_, text); }
+    TvOFXBankAccountType accountType() const noexcept { return accountType_; }
+    void setAccountType(TvOFXBankAccountType type) noexcept { accountType_ = type; }
+    OptionalText acctKeyChecksum() const noexcept { return texts_.get(acctKeyChecksum_); }
+    void setAcctKeyChecksum(OptionalText text) { texts_.set(acctKeyChecksum_, text); }
+
+    /// True when the types are the same and no text differs that both accounts have. An absent text
+    /// agrees with any: intended, so this is not transitive. False for null.
+    bool isEqualToOFXBankAccount(const TvOFXBankAccount* other) const noexcept;
+
+private:
+    struct Elements;
+    enum Text : std::size_t { bankID_, branchID_, accountID_, acctKeyChecksum_, textCount };
+    TextFields<textCount> texts_;
+    TvOFXBankAccountType accountType_ = TvOFXBankAccountTypeUnknown;
+};
+
+/// A card account (CCACCTFROM, CCACCTTO).
+class BRACKWELL_EXPORT TvOFXCreditCardAccount final : public TvOFXAggregate {
+public:
+    TvOFXCreditCardAccount() noexcept = default;
+    explicit TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node);
+    explicit TvOFXCreditCardAccount(const KeyedUnarchiver& coder);
+
+    static std::shared_ptr<TvOFXCreditCardAccount> initWithAccountID(OptionalText accountID);
+    static std::shared_ptr<TvOFXCreditCardAccount> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    static std::shared_ptr<TvOFXCreditCardAccount> initWithCoder(const KeyedUnarchiver& coder);
+    /// Writes the base's archive, "aID" and "aKC".
+    void encodeWithCoder(KeyedArchiver& coder) const override;
+    std::string_view className() const noexcept override;
+
+    OptionalText accountID() const noexcept { return texts_.get(accountID_); }
+    OptionalText acctKeyChecksum() const noexcept { return texts_.get(acctKeyChecksum_); }
+
+    /// True when no text differs that both accounts have. False for null.
+    bool isEqualToOFXCreditCardAccount(const TvOFXCreditCardAccount* other) const noexcept;
+
+private:
+    struct Elements;
+    enum Text : std::size_t { accountID_, acctKeyChecksum_, textCount };
+    TextFields<textCount> texts_;
+};
+
+/// An investment account (INVACCTFROM). Its fields are kept as the document has them, whatever their
+/// kind, so they are parse values.
+class BRACKWELL_EXPORT TvOFXInvestmentAccount final : public TvOFXAggregate {
+public:
+    TvOFXInvestmentAccount() noexcept = default;
+    explicit TvOFXInvestmentAccount(const std::optional<ParseDictionary>& node);
+
+    static std::shared_ptr<TvOFXInvestmentAccount> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    std::string_view className() const noexcept override;
+
+    const ParseValue& brokerID() const noexcept { return brokerID_; }
+    const ParseValue& accountID() const noexcept { return accountID_; }
+
+private:
+    ParseValue brokerID_;
+    ParseValue accountID_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Account information
+
+/// The status of a service (SVCSTATUS); every other text, and none, is none.
+enum TvOFXServiceStatus : std::uint64_t {
+    TvOFXServiceStatusNone = 0,
+    TvOFXServiceStatusAvailable = 1,
+    TvOFXServiceStatusPending = 2,
+    TvOFXServiceStatusActive = 3,
+};
+
+/// The kind of an investment account (INVACCTTYPE); every other text, and none, is unknown.
+enum TvOFXInvestmentAccountType : std::uint64_t {
+    TvOFXInvestmentAccountTypeUnknown = 0,
+    TvOFXInvestmentAccountTypeIndividual = 1,
+    TvOFXInvestmentAccountTypeJoint = 2,
+    TvOFXInvestmentAccountTypeTrust = 3,
+    TvOFXInvestmentAccountTypeCorporate = 4,
+};
+
+/// The banking block of a record (BANKACCTINFO). Flags are true only for the exact text "Y".
+class BRACKWELL_EXPORT TvOFXBankAccountInfo final {
+public:
+    TvOFXBankAccountInfo() noexcept = default;
+
+    static std::shared_ptr<TvOFXBankAccountInfo> initWithParserDict(
+        const std::optional<ParseDictionary>& node);
+
+    const std::shared_ptr<TvOFXBankAccount>& bankAcctFrom() const noexcept { return bankAcctFrom_; }
+    bool supportsTransactionDownload() const noexcept { return supportsTransactionDownload_; }
+    bool isTransferSourceAccount() const noexcept { return isTransferSourceAccount_; }
+    bool isTransferDestinationAccount() const noexcept { return isTransferDestinationAccount_; }
+    TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+
+    /// The fields of bankAcctFrom; nothing, or unknown, without an account.
+    OptionalText bankID() const noexcept;
+    OptionalText branchID() const noexcept;
+    OptionalText accountID() const noexcept;
+    TvOFXBankAccountType accountType() const noexcept;
+    OptionalText acctKeyChecksum() const noexcept;
+
+private:
+    struct Elements;
+    std::shared_ptr<TvOFXBankAccount> bankAcctFrom_;
+    bool supportsTransactionDownload_ = false;
+    bool isTransferSourceAccount_ = false;
+    bool isTransferDestinationAccount_ = false;
+    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+};
+
+/// The card block of a record (CCACCTINFO).
+class BRACKWELL_EXPORT TvOFXCreditCardAccountInfo final {
+public:
+    TvOFXCreditCardAccountInfo() noexcept = default;
+
+    static std::shared_ptr<TvOFXCreditCardAccountInfo> initWithParserDict(
+        const std::optional<ParseDictionary>& node);
+
+    const std::shared_ptr<TvOFXCreditCardAccount>& creditCardAccountFrom() const noexcept {
+        return creditCardAccountFrom_;
+    }
+    bool supportsTransactionDownload() const noexcept { return supportsTransactionDownload_; }
+    bool isTransferSourceAccount() const noexcept { return isTransferSourceAccount_; }
+    bool isTransferDestinationAccount() const noexcept { return isTransferDestinationAccount_; }
+    TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+
+    /// The fields of creditCardAccountFrom; nothing without an account.
+    OptionalText accountID() const noexcept;
+    OptionalText acctKeyChecksum() const noexcept;
+
+private:
+    struct Elements;
+    std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountFrom_;
+    bool supportsTransactionDownload_ = false;
+    bool isTransferSourceAccount_ = false;
+    bool isTransferDestinationAccount_ = false;
+    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+};
+
+/// The investment block of a record (INVACCTINFO).
+class BRACKWELL_EXPORT TvOFXInvestmentAccountInfo final : public TvOFXAggregate {
+public:
+    TvOFXInvestmentAccountInfo() noexcept = default;
+    explicit TvOFXInvestmentAccountInfo(const std::optional<ParseDictionary>& node);
+
+    static std::shared_ptr<TvOFXInvestmentAccountInfo> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    std::string_view className() const noexcept override;
+
+    const std::shared_ptr<TvOFXInvestmentAccount>& investmentAccount() const noexcept {
+        return investmentAccount_;
+    }
+    OptionalText usproductType() const noexcept { return texts_.get(usproductType_); }
+    bool hasCheckWritingPrivileges() const noexcept { return hasCheckWritingPrivileges_; }
+    TvOFXInvestmentAccountType accountType() const noexcept { return accountType_; }
+    OptionalText optionLevel() const noexcept { return texts_.get(optionLevel_); }
+    TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+
+private:
+    struct Elements;
+    enum Text : std::size_t { usproductType_, optionLevel_, textCount };
+    std::shared_ptr<TvOFXInvestmentAccount> investmentAccount_;
+    TextFields<textCount> texts_;
+    bool hasCheckWritingPrivileges_ = false;
+    TvOFXInvestmentAccountType accountType_ = TvOFXInvestmentAccountTypeUnknown;
+    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+};
+
+/// The payments block of a record. Nothing fills it; it exists so that a record can name one.
+class BRACKWELL_EXPORT TvOFXPaymentsAccountInfo final {
+public:
+    TvOFXServiceStatus serviceStatus() const noexcept { return TvOFXServiceStatusNone; }
+};
+
+/// One record of an account-information response (ACCTINFO). Only bank blocks are read: the other
+/// blocks are recognised and left empty, which is intended.
+class BRACKWELL_EXPORT TvOFXAccountInfo final {
+public:
+    TvOFXAccountInfo() noexcept = default;
+
+    static std::shared_ptr<TvOFXAccountInfo> initWithParserDict(const std::optional<ParseDictionary>& node);
+
+    OptionalText accountDescription() const noexcept { return texts_.get(accountDescription_); }
+    OptionalText accountPhone() const noexcept { return texts_.get(accountPhone_); }
+    const std::shared_ptr<TvOFXBankAccountInfo>& bankAccountInfo() const noexcept { return bankAccountInfo_; }
+    const std::shared_ptr<TvOFXCreditCardAccountInfo>& creditCardAccountInfo() const noexcept {
+        return creditCardAccountInfo_;
+    }
+    const std::shared_ptr<TvOFXPaymentsAccountInfo>& paymentsAccountInfo() const noexcept {
+        return paymentsAccountInfo_;
+    }
+    const std::shared_ptr<TvOFXInvestmentAccountInfo>& investmentAccountInfo() const noexcept {
+        return investmentAccountInfo_;
+    }
+    /// The SVCSTATUS that stands directly in the record, not in one of its blocks.
+    TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+
+private:
+    enum Text : std::size_t { accountDescription_, accountPhone_, textCount };
+    TextFields<textCount> texts_;
+    std::shared_ptr<TvOFXBankAccountInfo> bankAccountInfo_;
+    std::shared_ptr<TvOFXCreditCardAccountInfo> creditCardAccountInfo_;
+    std::shared_ptr<TvOFXPaymentsAccountInfo> paymentsAccountInfo_;
+    std::shared_ptr<TvOFXInvestmentAccountInfo> investmentAccountInfo_;
+    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+};
+
+/// The account-information response (ACCTINFORS): the accounts that the user holds.
+class BRACKWELL_EXPORT TvOFXAccountInfoResponse final : public TvOFXResponse {
+public:
+    TvOFXAccountInfoResponse() noexcept = default;
+    explicit TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node);
+
+    static std::shared_ptr<TvOFXAccountInfoResponse> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    /// "TvOFXAccountInfoResponse containing 3 accounts."
+    std::string description() const override;
+    std::string_view className() const noexcept override;
+
+    /// When the list last changed (DTACCTUP).
+    std::optional<Date> lastUpdateDateTime() const noexcept { return lastUpdateDateTime_; }
+    /// The records in document order.
+    const std::vector<std::shared_ptr<TvOFXAccountInfo>>& accountInfos() const noexcept {
+        return accountInfos_;
+    }
+
+private:
+    std::optional<Date> lastUpdateDateTime_;
+    std::vector<std::shared_ptr<TvOFXAccountInfo>> accountInfos_;
+};
+
+/// The accounts of a response as flat views, and the response as bytes: an application stores `data`
+/// and later gets the same accounts back with `initWithData`.
+class BRACKWELL_EXPORT TvOFXUserAccountInfo final {
+public:
+    /// No response and no accounts.
+    TvOFXUserAccountInfo() noexcept = default;
+
+    static std::shared_ptr<TvOFXUserAccountInfo> init();
+    static std::shared_ptr<TvOFXUserAccountInfo> initWithAccountInfoResponse(
+        std::shared_ptr<TvOFXAccountInfoResponse> response);
+    /// Bytes that do not parse give a response without records.
+    static std::shared_ptr<TvOFXUserAccountInfo> initWithData(const std::optional<Data>& data);
+
+    /// The response's ofxString as UTF-8; nothing without a response.
+    std::optional<Data> data() const;
+    const std::vector<std::shared_ptr<TvOFXAccount>>& allAccounts() const noexcept { return accounts_; }
+    /// The response's records; null without a response. Valid as long as this object.
+    const std::vector<std::shared_ptr<TvOFXAccountInfo>>* allAccountInfos() const noexcept;
+    const std::shared_ptr<TvOFXAccountInfoResponse>& acctInfoResponse() const noexcept {
+        return acctInfoResponse_;
+    }
+
+private:
+    std::shared_ptr<TvOFXAccountInfoResponse> acctInfoResponse_;
+    std::vector<std::shared_ptr<TvOFXAccount>> accounts_;
+};
+
+}  // namespace brackwell

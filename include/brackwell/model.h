@@ -1,0 +1,411 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// \file
+/// The object model. TvOFXMessage is what an import returns; it holds responses, such as the
+/// statements of statements.h, and lists the accounts that they speak of:
+///
+///     for (const auto& account : message->bankAccountsFound())
+///         if (auto statement = message->statementsForBankAccount(account))
+///             for (const auto& transaction : statement->statementTransactions()) ...
+///
+/// On the ground floor stand the bases TvOFXAggregate, TvOFXStatus and TvOFXResponse. Above them
+/// TvOFXInterpreter turns a parse tree into responses, TvOFXMessage keeps them, TvOFXResult and
+/// TvOFXFIMessage are a view of their results, and TvOFXAccount is a view of one account record.
+///
+/// Objects are shared by reference counting and not copied when handed out. A field that the
+/// document does not fill is absent; nothing in a readable document is an error.
+
+#include <brackwell/convert.h>
+
+#include <unordered_map>
+
+namespace brackwell {
+
+class TvOFXAccountInfo;
+class TvOFXBankAccount;
+class TvOFXCCStatementResponse;
+class TvOFXCreditCardAccount;
+class TvOFXFIProfileRequest;
+class TvOFXFIProfileResponse;
+class TvOFXRequest;
+class TvOFXSignOnResponse;
+class TvOFXStatementResponse;
+class TvOFXStatementTransaction;
+
+// ---------------------------------------------------------------------------------------------
+// Ground floor
+
+/// An object that stands for one OFX aggregate: it keeps the node of the parse tree that it was read
+/// from, the OFX version it renders for and the helper it converts with.
+///
+/// Made in one of two ways: `initWithParseDict` reads a node at once; or the plain constructor,
+/// setHelperObject, then parseDictionary, when the helper must be in place before reading.
+class BRACKWELL_EXPORT TvOFXAggregate {
+public:
+    TvOFXAggregate() noexcept = default;
+    /// Keeps the node; does not call parseDictionary.
+    explicit TvOFXAggregate(const std::optional<ParseDictionary>& node) : originalParseData_(node) {}
+    /// Restores the node from "originalPD".
+    explicit TvOFXAggregate(const KeyedUnarchiver& coder);
+    TvOFXAggregate(const TvOFXAggregate&) = delete;
+    TvOFXAggregate& operator=(const TvOFXAggregate&) = delete;
+    virtual ~TvOFXAggregate();
+
+    static std::shared_ptr<TvOFXAggregate> initWithParseDict(const std::optional<ParseDictionary>& node);
+    /// The reading hook. The base keeps the node as originalParseData and does nothing else.
+    virtual void parseDictionary(const std::optional<ParseDictionary>& node);
+    /// Debugging text. The base renders originalParseData like ofxString, or gives the class's name
+    /// and the object's address when there is none.
+    virtual std::string description() const;
+    /// The object as OFX text. The base renders originalParseData; "" when there is none.
+    virtual std::string ofxString() const;
+    /// Reads an archive; ofxVersion and helperObject are not in it.
+    static std::shared_ptr<TvOFXAggregate> initWithCoder(const KeyedUnarchiver& coder);
+    /// Writes originalParseData, when present, under "originalPD".
+    virtual void encodeWithCoder(KeyedArchiver& coder) const;
+
+    /// The name of the object's class, such as "TvOFXStatus".
+    virtual std::string_view className() const noexcept;
+
+    /// The node that the object was read from; absent for objects made in code.
+    const std::optional<ParseDictionary>& originalParseData() const noexcept { return originalParseData_; }
+    void setOriginalParseData(std::optional<ParseDictionary> node) noexcept;
+
+    /// The OFX version to render for, as in a header's VERSION (102, 211): from 200 on leaves are
+    /// closed. 0 when never set, which renders like version 1.
+    std::uint64_t ofxVersion() const noexcept { return ofxVersion_; }
+    void setOfxVersion(std::uint64_t version) noexcept { ofxVersion_ = version; }
+
+    /// The converter of dates and amounts; null means the shared one.
+    const std::shared_ptr<TvOFXHelper>& helperObject() const noexcept { return helperObject_; }
+    void setHelperObject(std::shared_ptr<TvOFXHelper> helper) noexcept { helperObject_ = std::move(helper); }
+
+protected:
+    /// helperObject, or the shared helper when there is none.
+    const TvOFXHelper& helper() const;
+
+private:
+    std::optional<ParseDictionary> originalParseData_;
+    std::uint64_t ofxVersion_ = 0;
+    std::shared_ptr<TvOFXHelper> helperObject_;
+};
+
+/// A STATUS aggregate. Without both CODE and SEVERITY all fields stay empty.
+class BRACKWELL_EXPORT TvOFXStatus : public TvOFXAggregate {
+public:
+    TvOFXStatus() noexcept = default;
+    explicit TvOFXStatus(const std::optional<ParseDictionary>& node);
+
+    static std::shared_ptr<TvOFXStatus> initWithParseDict(const std::optional<ParseDictionary>& node);
+    /// "Status: 2000 [ERROR] - General error", without the parts that are absent or empty.
+    std::string description() const override;
+    /// The aggregate as OFX text. The code's line never has a close tag, whatever the version:
+    /// intended. Nothing is escaped.
+    std::string ofxString() const override;
+    std::string_view className() const noexcept override;
+
+    /// The status code; 0 is success, and also what stands here when none was read. A negative text
+    /// wraps around.
+    std::uint64_t code() const noexcept { return code_; }
+    /// The severity word as received ("INFO", "WARN", "ERROR").
+    OptionalText severity() const noexcept { return texts_.get(severity_); }
+    /// The institution's free text.
+    OptionalText message() const noexcept { return texts_.get(message_); }
+
+private:
+    enum Text : std::size_t { severity_, message_, textCount };
+    std::uint64_t code_ = 0;
+    TextFields<textCount> texts_;
+};
+
+/// The base of every response: what its transaction wrapper says of it. An object of this very class
+/// stands for a response whose aggregate has no class of its own.
+class BRACKWELL_EXPORT TvOFXResponse : public TvOFXAggregate {
+public:
+    TvOFXResponse() noexcept = default;
+    explicit TvOFXResponse(const std::optional<ParseDictionary>& node);
+
+    static std::shared_ptr<TvOFXResponse> initWithParseDict(const std::optional<ParseDictionary>& node);
+    /// "Generic TvOFXResponse.", whatever the object holds.
+    std::string description() const override;
+    std::string_view className() const noexcept override;
+
+    const std::shared_ptr<TvOFXStatus>& status() const noexcept { return status_; }
+    void setStatus(std::shared_ptr<TvOFXStatus> status) noexcept { status_ = std::move(status); }
+    /// The client's transaction identifier (TRNUID).
+    OptionalText transactionUID() const noexcept { return texts_.get(transactionUID_); }
+    void setTransactionUID(OptionalText uid) { texts_.set(transactionUID_, uid); }
+    /// The name of the response's element after interpretation ("STMTRS").
+    OptionalText transactionWrapperName() const noexcept { return texts_.get(transactionWrapperName_); }
+    void setTransactionWrapperName(OptionalText name) { texts_.set(transactionWrapperName_, name); }
+
+private:
+    enum Text : std::size_t { transactionUID_, transactionWrapperName_, textCount };
+    std::shared_ptr<TvOFXStatus> status_;
+    TextFields<textCount> texts_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Upper floor
+
+using TvOFXResponseList = std::vector<std::shared_ptr<TvOFXResponse>>;
+
+/// Values by text, in no particular order.
+template <class Value>
+using TextMap = std::unordered_map<std::string, Value, UnpredictableHash, std::equal_to<>>;
+
+/// Turns a parse tree into responses. Made for one parser result; interpret reads the whole tree.
+class BRACKWELL_EXPORT TvOFXInterpreter {
+public:
+    static std::shared_ptr<TvOFXInterpreter> initWithParseResult(const TvOFXParserResult& parserResult);
+    explicit TvOFXInterpreter(const TvOFXParserResult& parserResult) : parserDict_(parserResult.ofxData) {}
+
+    const std::optional<ParseDictionary>& parserDict() const noexcept { return parserDict_; }
+
+    /// The helper that statements convert with; the other responses always use the shared one.
+    const std::shared_ptr<TvOFXHelper>& helperObject() const noexcept { return helperObject_; }
+    void setHelperObject(std::shared_ptr<TvOFXHelper> helper) noexcept { helperObject_ = std::move(helper); }
+
+    /// Forgets earlier results and reads the tree. False when the tree has no "OFX" with children.
+    bool interpret();
+    /// Forgets all results; the tree and the helper stay.
+    void reset() noexcept;
+
+    /// Builds one response from a wrapper (a key that ends in "TRNRS") or a bare response, gives it its
+    /// STATUS and TRNUID, and files it in all indexes but the message-set lists.
+    std::shared_ptr<TvOFXResponse> interpretResponseDict(const std::optional<ParseDictionary>& node,
+                                                         std::string_view withMessageSetKey);
+    /// An object of the class that stands for an aggregate of this name.
+    std::shared_ptr<TvOFXResponse> createResponseObjectForKey(
+        std::string_view name, const std::optional<ParseDictionary>& andResponseDict);
+    /// Appends to the list of the message set; does nothing when it is none of the ten known ones.
+    void addResponse(const std::shared_ptr<TvOFXResponse>& response, std::string_view toMessageSet);
+
+    /// The last SONRS and PROFRS; null when there was none.
+    const std::shared_ptr<TvOFXSignOnResponse>& signOnResponse() const noexcept { return signOnResponse_; }
+    const std::shared_ptr<TvOFXFIProfileResponse>& fiProfileResponse() const noexcept {
+        return fiProfileResponse_;
+    }
+
+    /// Every response, in the order built, which is document order.
+    const TvOFXResponseList& allResponses() const noexcept { return responseObjects_; }
+    const TextMap<TvOFXResponseList>& allResponsesWithTransactionUID() const noexcept {
+        return responseObjectsPerTranUID_;
+    }
+    const TextMap<TvOFXResponseList>& responseObjectsPerSGMLKey() const noexcept {
+        return responseObjectsPerSGMLKey_;
+    }
+    /// The status of each response that has one and a transaction UID; the last one for each UID.
+    const TextMap<std::shared_ptr<TvOFXStatus>>& allStatusObjects() const noexcept { return statusObjects_; }
+    /// The responses of one aggregate's name ("STMTRS"), or of one transaction UID; null when there are
+    /// none. Valid until the next interpret or reset.
+    const TvOFXResponseList* responsesForKey(std::string_view name) const;
+    const TvOFXResponseList* responsesForTransactionUID(std::string_view uid) const;
+
+    /// The responses of each message set, whatever its version digit. The spelling of two of the names
+    /// is that of the system.
+    const TvOFXResponseList& signonMsgSetResponses() const noexcept { return messageSets_[0]; }
+    const TvOFXResponseList& signupMsgSetResponses() const noexcept { return messageSets_[1]; }
+    const TvOFXResponseList& bankingMsgSetResponses() const noexcept { return messageSets_[2]; }
+    const TvOFXResponseList& creditCardMsgSetResponses() const noexcept { return messageSets_[3]; }
+    const TvOFXResponseList& investmentMgsSetResponses() const noexcept { return messageSets_[4]; }
+    const TvOFXResponseList& interbankFundsMsgSetResponses() const noexcept { return messageSets_[5]; }
+    const TvOFXResponseList& wireFundsMsgSetResponses() const noexcept { return messageSets_[6]; }
+    const TvOFXResponseList& billPaymentMsgSetResponses() const noexcept { return messageSets_[7]; }
+    const TvOFXResponseList& emailMsgSetReponses() const noexcept { return messageSets_[8]; }
+    const TvOFXResponseList& investmentSecListMsgSetResponses() const noexcept { return messageSets_[9]; }
+
+private:
+    std::optional<ParseDictionary> parserDict_;
+    std::shared_ptr<TvOFXHelper> helperObject_;
+    std::shared_ptr<TvOFXSignOnResponse> signOnResponse_;
+    std::shared_ptr<TvOFXFIProfileResponse> fiProfileResponse_;
+    TvOFXResponseList responseObjects_;
+    TextMap<TvOFXResponseList> responseObjectsPerTranUID_;
+    TextMap<TvOFXResponseList> responseObjectsPerSGMLKey_;
+    TextMap<std::shared_ptr<TvOFXStatus>> statusObjects_;
+    std::array<TvOFXResponseList, 10> messageSets_;
+};
+
+/// Settings for a message that an application builds; without content today.
+struct TvOFXUserSettings {};
+
+/// One OFX document: its header fields, the responses of its message sets, and, for a document that
+/// an application builds, its requests.
+class BRACKWELL_EXPORT TvOFXMessage {
+public:
+    TvOFXMessage() = default;
+    /// A message with the header defaults of a document to be written. The settings are not used.
+    static std::shared_ptr<TvOFXMessage> initWithUserSettings(const TvOFXUserSettings& settings = {});
+
+    /// Takes over a parser result: the header fields are overwritten, responses are appended to the
+    /// lists. Either formatter may be null; with at least one, statements convert with a helper of
+    /// their own, otherwise with the shared one.
+    void processParserResult(const TvOFXParserResult& parserResult,
+                             std::shared_ptr<const NumberFormatter> numberFormatter = nullptr,
+                             std::shared_ptr<const DateFormatter> dateFormatter = nullptr);
+    /// Adds a request, which gets the message's OFX version.
+    void addRequest(const std::shared_ptr<TvOFXRequest>& request);
+
+    /// Header fields: OFXHEADER and VERSION as numbers (0 when not there), the others as texts.
+    std::uint64_t headerVersion() const noexcept { return headerVersion_; }
+    std::uint64_t ofxVersion() const noexcept { return ofxVersion_; }
+    OptionalText ofxSecurity() const noexcept { return texts_.get(ofxSecurity_); }
+    OptionalText headerData() const noexcept { return texts_.get(headerData_); }
+    OptionalText encoding() const noexcept { return texts_.get(encoding_); }
+    OptionalText charset() const noexcept { return texts_.get(charset_); }
+    OptionalText oldFileUID() const noexcept { return texts_.get(oldFileUID_); }
+    OptionalText nuFileUID() const noexcept { return texts_.get(nuFileUID_); }
+    OptionalText compression() const noexcept { return texts_.get(compression_); }
+
+    /// The requests in the order added; absent until the first one.
+    const std::optional<std::vector<std::shared_ptr<TvOFXRequest>>>& allRequests() const noexcept {
+        return allRequests_;
+    }
+    /// The responses of the banking message set.
+    const TvOFXResponseList& bankingMsgSet() const noexcept { return bankingMsgSet_; }
+    /// Never filled.
+    const std::optional<Data>& data() const noexcept { return data_; }
+
+    /// The bank accounts followed by the card accounts. Made on the first call and kept: later calls
+    /// return the same list, whatever was added since.
+    const std::vector<std::shared_ptr<TvOFXAggregate>>& accountsFound();
+    /// The accounts of the statements in document order, after those of account-information responses.
+    /// Each is the very object that its statement holds; nothing is merged, so an account with two
+    /// statements stands here twice.
+    std::vector<std::shared_ptr<TvOFXBankAccount>> bankAccountsFound() const;
+    std::vector<std::shared_ptr<TvOFXCreditCardAccount>> creditCardAccountsFound() const;
+
+    /// The first statement whose account is this very object, so only accounts that this message
+    /// handed out find theirs; null otherwise.
+    std::shared_ptr<TvOFXStatementResponse> statementsForBankAccount(
+        const std::shared_ptr<const TvOFXAggregate>& account) const;
+    std::shared_ptr<TvOFXCCStatementResponse> statementsForCreditCardAccount(
+        const std::shared_ptr<const TvOFXAggregate>& account) const;
+
+private:
+    enum Text : std::size_t {
+        ofxSecurity_,
+        headerData_,
+        encoding_,
+        charset_,
+        oldFileUID_,
+        nuFileUID_,
+        compression_,
+        textCount
+    };
+    void copyHeader(const std::optional<ParseDictionary>& header);
+    void takeResponses(const TvOFXInterpreter& interpreter);
+
+    std::uint64_t headerVersion_ = 0;
+    std::uint64_t ofxVersion_ = 0;
+    TextFields<textCount> texts_;
+    std::optional<std::vector<std::shared_ptr<TvOFXRequest>>> allRequests_;
+    std::optional<std::vector<std::shared_ptr<TvOFXAggregate>>> accountsFound_;
+    std::shared_ptr<TvOFXSignOnResponse> signonResponse_;
+    std::vector<std::shared_ptr<TvOFXAggregate>> signupMsgSet_;
+    TvOFXResponseList bankingMsgSet_;
+    TvOFXResponseList creditCardMsgSet_;
+    TvOFXResponseList investmentMsgSet_;
+    TvOFXResponseList interbankFundsMsgSet_;
+    TvOFXResponseList wireFundsMsgSet_;
+    TvOFXResponseList billPaymentMsgSet_;
+    TvOFXResponseList emailMsgSet_;
+    TvOFXResponseList secListMsgSet_;
+    std::shared_ptr<TvOFXFIProfileRequest> profileRequest_;
+    std::shared_ptr<TvOFXFIProfileResponse> profileResponse_;
+    std::optional<Data> data_;
+};
+
+/// A message of the institution to the user, made from the status of a response.
+class BRACKWELL_EXPORT TvOFXFIMessage {
+public:
+    static std::shared_ptr<TvOFXFIMessage> initWithOFXResponse(const TvOFXResponse& response);
+    explicit TvOFXFIMessage(const TvOFXResponse& response);
+
+    /// When this object was made.
+    Date date() const noexcept { return date_; }
+    /// "[INFO] Statement ready": the status's severity and message.
+    const std::string& message() const noexcept { return message_; }
+
+private:
+    Date date_;
+    std::string message_;
+};
+
+/// A view of a list of responses: the statement with the balance, its transactions, and the
+/// institution's messages.
+class BRACKWELL_EXPORT TvOFXResult {
+public:
+    static std::shared_ptr<TvOFXResult> initWithResultObjects(TvOFXResponseList responses);
+    explicit TvOFXResult(TvOFXResponseList responses);
+
+    /// The message that the responses came from, when the application sets it; not used here.
+    const std::shared_ptr<TvOFXMessage>& originalMessage() const noexcept { return originalMessage_; }
+    void setOriginalMessage(std::shared_ptr<TvOFXMessage> message) noexcept {
+        originalMessage_ = std::move(message);
+    }
+    const TvOFXResponseList& allResponses() const noexcept { return ofxResponseObjects_; }
+    /// One for each status that has a text and whose severity is not exactly "ERROR".
+    const std::vector<std::shared_ptr<TvOFXFIMessage>>& allFIMessages() const noexcept {
+        return allFIMessages_;
+    }
+
+    /// The first bank statement of the list; null when there is none. Card statements never count:
+    /// intended.
+    std::shared_ptr<TvOFXStatementResponse> balance() const;
+    /// The transactions of balance(), as they stand there; null when there is none. Valid as long as
+    /// the statement.
+    const std::vector<std::shared_ptr<TvOFXStatementTransaction>>* transactions() const;
+    /// Makes the institution's messages; runs once at construction, and appends them again when called.
+    void createMessagesArrayFromStatusObjects();
+
+private:
+    std::shared_ptr<TvOFXMessage> originalMessage_;
+    TvOFXResponseList ofxResponseObjects_;
+    std::vector<std::shared_ptr<TvOFXFIMessage>> allFIMessages_;
+};
+
+/// A flat view of one account-information record (accounts.h). The banking properties come from the
+/// record's bank block only; without it they are 0, false or nothing.
+class BRACKWELL_EXPORT TvOFXAccount {
+public:
+    /// Null when there is no record.
+    static std::shared_ptr<TvOFXAccount> initWithAccountInfos(
+        std::shared_ptr<const TvOFXAccountInfo> accountInfo);
+
+    /// "TvOFXAccount:" and, when there is one, the description, each on a line.
+    std::string description() const;
+
+    const std::shared_ptr<const TvOFXAccountInfo>& ofxAccountInfo() const noexcept { return accountInfo_; }
+    /// "USA" until one has been set.
+    std::string_view country() const noexcept { return country_ ? std::string_view(*country_) : "USA"; }
+    void setCountry(OptionalText country);
+
+    std::uint64_t serviceStatus() const noexcept;
+    OptionalText accountDescription() const noexcept;
+    OptionalText accountPhone() const noexcept;
+    std::shared_ptr<TvOFXBankAccount> bankAccount() const;
+    std::uint64_t bankingServiceStatus() const noexcept;
+    bool supportsTransactionDownload() const noexcept;
+    bool isTransferSourceAccount() const noexcept;
+    bool isTransferDestinationAccount() const noexcept;
+    OptionalText bankingBankID() const noexcept;
+    OptionalText bankingBranchID() const noexcept;
+    OptionalText bankingAccountID() const noexcept;
+    OptionalText bankingAcctKeyChecksum() const noexcept;
+    std::uint64_t bankingAccountType() const noexcept;
+    std::uint64_t creditCardServiceStatus() const noexcept;
+    std::uint64_t paymentsServiceStatus() const noexcept;
+    std::uint64_t investmentServiceStatus() const noexcept;
+
+private:
+    explicit TvOFXAccount(std::shared_ptr<const TvOFXAccountInfo> accountInfo) noexcept
+        : accountInfo_(std::move(accountInfo)) {}
+
+    std::shared_ptr<const TvOFXAccountInfo> accountInfo_;
+    std::optional<std::string> country_;
+};
+
+}  // namespace brackwell

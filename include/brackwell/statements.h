@@ -1,0 +1,245 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// \file
+/// Statements of bank and card accounts, their transactions, and the transactions' payees.
+///
+///     for (const auto& transaction : statement->statementTransactions())
+///         if (transaction->amount() && transaction->amount()->isNegative())
+///             std::cout << transaction->amount()->toString() << '\n';
+
+#include <brackwell/accounts.h>
+
+namespace brackwell {
+
+/// The other party of a transaction (PAYEE).
+class BRACKWELL_EXPORT TvOFXPayee final : public TvOFXAggregate {
+public:
+    TvOFXPayee() noexcept = default;
+    explicit TvOFXPayee(const std::optional<ParseDictionary>& node);
+    explicit TvOFXPayee(const KeyedUnarchiver& coder);
+
+    static std::shared_ptr<TvOFXPayee> initWithParseDict(const std::optional<ParseDictionary>& node);
+    static std::shared_ptr<TvOFXPayee> initWithCoder(const KeyedUnarchiver& coder);
+    /// Writes the base's archive and the nine texts.
+    void encodeWithCoder(KeyedArchiver& coder) const override;
+    std::string_view className() const noexcept override;
+
+    OptionalText name() const noexcept { return texts_.get(name_); }
+    OptionalText city() const noexcept { return texts_.get(city_); }
+    OptionalText state() const noexcept { return texts_.get(state_); }
+    /// POSTALCODE.
+    OptionalText zipCode() const noexcept { return texts_.get(postalCode_); }
+    OptionalText country() const noexcept { return texts_.get(country_); }
+    /// PHONENUMBER; an element PHONE is not read: intended.
+    OptionalText phoneNumber() const noexcept { return texts_.get(phoneNumber_); }
+
+    /// The three address lines, the second and third after a line feed each; "" when there are none.
+    std::string address() const;
+    /// The first line, then the second line twice, and never the third: intended. For all three lines
+    /// use address.
+    std::vector<std::string> addressLines() const;
+
+    /// True when no text differs that both payees have, and their addresses are the same, absent lines
+    /// included. False for null.
+    bool isEqualToOFXPayee(const TvOFXPayee* other) const;
+
+private:
+    struct Elements;
+    enum Text : std::size_t {
+        name_,
+        addr1_,
+        addr2_,
+        addr3_,
+        city_,
+        state_,
+        postalCode_,
+        country_,
+        phoneNumber_,
+        textCount
+    };
+    TextFields<textCount> texts_;
+};
+
+/// One booked or pending movement of money (STMTTRN). Texts are those of the document, unchanged.
+class BRACKWELL_EXPORT TvOFXStatementTransaction final : public TvOFXAggregate {
+public:
+    TvOFXStatementTransaction() noexcept;
+    explicit TvOFXStatementTransaction(const KeyedUnarchiver& coder);
+    ~TvOFXStatementTransaction() override;
+
+    /// Only keeps the node, as the base does; fills no field. To read a transaction use
+    /// initWithParserDict.
+    static std::shared_ptr<TvOFXStatementTransaction> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    /// Fills the fields. A value of another kind than its element should have is skipped.
+    void parseDictionary(const std::optional<ParseDictionary>& node) override;
+    /// The class's name on a line, then the fields that are present, each after two blanks.
+    std::string description() const override;
+    static std::shared_ptr<TvOFXStatementTransaction> initWithCoder(const KeyedUnarchiver& coder);
+    /// Writes the fields that are present, but originalDatePostedString and what the base holds.
+    void encodeWithCoder(KeyedArchiver& coder) const override;
+    std::string_view className() const noexcept override;
+
+    /// A transaction read from an STMTTRN node.
+    static std::shared_ptr<TvOFXStatementTransaction> initWithParserDict(
+        const std::optional<ParseDictionary>& node);
+
+    OptionalText transactionType() const noexcept { return texts_.get(transactionType_); }
+    std::optional<Date> datePosted() const noexcept { return datePosted_; }
+    /// Another date than the stored one also renews sort_date.
+    void setDatePosted(std::optional<Date> date) noexcept;
+    std::optional<Date> dateUserInit() const noexcept { return dateUserInit_; }
+    std::optional<Date> dateFundsAvailable() const noexcept { return dateFundsAvailable_; }
+    /// Negative when money leaves the account.
+    const std::optional<Decimal>& amount() const noexcept { return amount_; }
+    /// The institution's own identifier of the transaction (FITID).
+    OptionalText fiTransactionID() const noexcept { return texts_.get(fiTransactionID_); }
+    void setFiTransactionID(OptionalText text) { texts_.set(fiTransactionID_, text); }
+    OptionalText correctionFITID() const noexcept { return texts_.get(correctionFITID_); }
+    OptionalText correctionAction() const noexcept { return texts_.get(correctionAction_); }
+    OptionalText serverTransactionID() const noexcept { return texts_.get(serverTransactionID_); }
+    OptionalText checkOrReferenceNumber() const noexcept { return texts_.get(checkOrReferenceNumber_); }
+    OptionalText referenceNumber() const noexcept { return texts_.get(referenceNumber_); }
+    OptionalText standardIndustrialCode() const noexcept { return texts_.get(standardIndustrialCode_); }
+    OptionalText payeeID() const noexcept { return texts_.get(payeeID_); }
+    OptionalText payeeName() const noexcept { return texts_.get(payeeName_); }
+    std::shared_ptr<TvOFXPayee> payee() const noexcept;
+    /// The other account of a transfer.
+    std::shared_ptr<TvOFXBankAccount> bankAccountTo() const noexcept;
+    std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountTo() const noexcept;
+    OptionalText memo() const noexcept { return texts_.get(memo_); }
+    /// Only when the document holds a text here; the aggregate that the OFX standard has is not read.
+    OptionalText currency() const noexcept { return texts_.get(currency_); }
+    OptionalText origCurrency() const noexcept { return texts_.get(origCurrency_); }
+    /// The source text of the transaction, from its first child to its close tag.
+    OptionalText originalDataString() const noexcept { return texts_.get(originalDataString_); }
+    /// The text of DTPOSTED, also when it is not a date.
+    OptionalText originalDatePostedString() const noexcept { return texts_.get(originalDatePostedString_); }
+
+    /// The day of datePosted in the process's time zone as eight digits, made on the first call and
+    /// kept; nothing without datePosted. Valid until datePosted is set.
+    OptionalText sort_date();
+
+    /// Compares the fields that both transactions have. Different amounts are unequal; then, when both
+    /// have a FITID, it alone decides; otherwise every other field counts. Fields that one of them
+    /// lacks are skipped, so two transactions without a common field are equal and this is not
+    /// transitive: intended. False for null.
+    bool isEqualOFXStatementTransaction(const TvOFXStatementTransaction* other) const;
+
+private:
+    struct Elements;
+    struct Parties;
+    enum Text : std::size_t {
+        transactionType_,
+        fiTransactionID_,
+        correctionFITID_,
+        correctionAction_,
+        serverTransactionID_,
+        checkOrReferenceNumber_,
+        referenceNumber_,
+        standardIndustrialCode_,
+        payeeID_,
+        payeeName_,
+        memo_,
+        currency_,
+        origCurrency_,
+        originalDataString_,
+        originalDatePostedString_,
+        textCount
+    };
+    Parties& parties();
+    bool agreesOnTexts(const TvOFXStatementTransaction& other) const noexcept;
+    bool agreesOnParties(const TvOFXStatementTransaction& other) const;
+
+    TextFields<textCount> texts_;
+    std::optional<Date> datePosted_;
+    std::optional<Date> dateUserInit_;
+    std::optional<Date> dateFundsAvailable_;
+    std::optional<Decimal> amount_;
+    std::unique_ptr<Parties> parties_;  ///< payee and accounts; most transactions have none
+    std::array<char, 8> cachedSortDateString_{};
+};
+
+/// What bank and card statements have in common: all but the account.
+class BRACKWELL_EXPORT TvOFXAccountStatement : public TvOFXResponse {
+public:
+    /// Reads a STMTRS or CCSTMTRS node. Run a second time, it appends the transactions again.
+    void parseDictionary(const std::optional<ParseDictionary>& node) override;
+    /// The class's name, the two balances and the number of transactions.
+    std::string description() const override;
+
+    /// CURDEF as given.
+    OptionalText defaultCurrency() const noexcept { return texts_.get(defaultCurrency_); }
+    /// The period of the transaction list.
+    std::optional<Date> transactionStartDateTime() const noexcept { return transactionStartDateTime_; }
+    std::optional<Date> transactionEndDateTime() const noexcept { return transactionEndDateTime_; }
+    /// In document order, nothing sorted, merged or removed. The transactions of one statement share
+    /// one block of memory, which lives as long as any of them.
+    const std::vector<std::shared_ptr<TvOFXStatementTransaction>>& statementTransactions() const noexcept {
+        return statementTransactions_;
+    }
+    const std::optional<Decimal>& ledgerBalanceAmount() const noexcept { return ledgerBalanceAmount_; }
+    std::optional<Date> ledgerBalanceDateTime() const noexcept { return ledgerBalanceDateTime_; }
+    const std::optional<Decimal>& availableBalanceAmount() const noexcept { return availableBalanceAmount_; }
+    std::optional<Date> availableBalanceDateTime() const noexcept { return availableBalanceDateTime_; }
+
+protected:
+    TvOFXAccountStatement() noexcept = default;
+
+    /// The element that names the account, and what to do with it.
+    virtual std::string_view accountElement() const noexcept = 0;
+    virtual void readAccount(const ParseDictionary& node) = 0;
+
+private:
+    struct Elements;
+    enum Text : std::size_t { defaultCurrency_, textCount };
+    void readTransactions(const reading::NodeRef& list);
+
+    TextFields<textCount> texts_;
+    std::optional<Date> transactionStartDateTime_;
+    std::optional<Date> transactionEndDateTime_;
+    std::vector<std::shared_ptr<TvOFXStatementTransaction>> statementTransactions_;
+    std::optional<Decimal> ledgerBalanceAmount_;
+    std::optional<Date> ledgerBalanceDateTime_;
+    std::optional<Decimal> availableBalanceAmount_;
+    std::optional<Date> availableBalanceDateTime_;
+};
+
+/// The statement of a bank account (STMTRS).
+class BRACKWELL_EXPORT TvOFXStatementResponse final : public TvOFXAccountStatement {
+public:
+    TvOFXStatementResponse() noexcept = default;
+    static std::shared_ptr<TvOFXStatementResponse> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    std::string_view className() const noexcept override;
+
+    const std::shared_ptr<TvOFXBankAccount>& bankAccountFrom() const noexcept { return bankAccountFrom_; }
+
+private:
+    std::string_view accountElement() const noexcept override;
+    void readAccount(const ParseDictionary& node) override;
+
+    std::shared_ptr<TvOFXBankAccount> bankAccountFrom_;
+};
+
+/// The statement of a card account (CCSTMTRS).
+class BRACKWELL_EXPORT TvOFXCCStatementResponse final : public TvOFXAccountStatement {
+public:
+    TvOFXCCStatementResponse() noexcept = default;
+    static std::shared_ptr<TvOFXCCStatementResponse> initWithParseDict(
+        const std::optional<ParseDictionary>& node);
+    std::string_view className() const noexcept override;
+
+    const std::shared_ptr<TvOFXCreditCardAccount>& creditCardAccountFrom() const noexcept {
+        return creditCardAccountFrom_;
+    }
+
+private:
+    std::string_view accountElement() const noexcept override;
+    void readAccount(const ParseDictionary& node) override;
+
+    std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountFrom_;
+};
+
+}  // namespace brackwell

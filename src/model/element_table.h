@@ -1,0 +1,110 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/model.h>
+
+#include "reading/node_ref.h"
+
+/// \file
+/// How a class reads its elements: a table of element names, each with what to do with its value.
+///
+///     struct TvOFXBankAccountInfo::Elements {
+///         using Self = TvOFXBankAccountInfo;
+///         static constexpr ElementTable<Self, 2> table{{
+///             {element("SUPTXDL"), flag<&Self::supportsTransactionDownload_>},
+///             {element("XFERSRC"), flag<&Self::isTransferSourceAccount_>},
+///         }};
+///     };
+///     Elements::table.read(*this, NodeRef::of(*node));
+///
+/// The rules that more than one class needs are written once, here. A rule that finds a value of
+/// another kind than its element should have leaves the field as it is.
+
+namespace brackwell {
+
+using reading::element;
+using reading::NodeRef;
+
+/// What to do with one element of an object.
+template <class Object>
+using ElementRule = void (*)(Object& object, const NodeRef& value);
+
+template <class Object>
+struct ElementEntry {
+    reading::NameID name;
+    ElementRule<Object> rule;
+};
+
+/// Finds the rule of each element with one look-up, so that reading an object takes time in proportion
+/// to its elements, whatever the number of rules.
+template <class Object, std::size_t Count>
+class ElementTable {
+public:
+    consteval explicit ElementTable(const ElementEntry<Object> (&entries)[Count]) {
+        rows_.fill(kNone);
+        for (std::size_t row = 0; row < Count; ++row) {
+            rules_[row] = entries[row].rule;
+            if (rows_[entries[row].name] != kNone) throw "an element stands in a table twice";
+            rows_[entries[row].name] = static_cast<std::uint8_t>(row);
+        }
+    }
+
+    /// Applies the rules to the entries of a dictionary; elements without a rule are passed over.
+    void read(Object& object, const NodeRef& dictionary) const {
+        for (const NodeRef& child : dictionary.children()) {
+            const reading::NameID name = child.nameID();
+            if (name < rows_.size() && rows_[name] != kNone) rules_[rows_[name]](object, child);
+        }
+    }
+
+private:
+    static constexpr std::uint8_t kNone = 0xFF;
+    std::array<ElementRule<Object>, Count> rules_{};
+    std::array<std::uint8_t, reading::kKnownElementCount> rows_{};
+};
+
+/// The class and the type of a member, from a pointer to it.
+template <class Member>
+struct MemberOf;
+template <class Object, class Field>
+struct MemberOf<Field Object::*> {
+    using Class = Object;
+    using Type = Field;
+};
+template <auto member>
+using ClassOf = typename MemberOf<decltype(member)>::Class;
+template <auto member>
+using FieldOf = typename MemberOf<decltype(member)>::Type;
+
+/// A text is kept as it stands.
+template <auto texts, std::size_t field>
+void text(ClassOf<texts>& object, const NodeRef& value) {
+    if (value.isText()) (object.*texts).setLeaf(field, *value.owner, value.index);
+}
+
+/// A yes/no element: true exactly for "Y", false for every other text.
+template <auto member>
+void flag(ClassOf<member>& object, const NodeRef& value) {
+    if (value.isText()) object.*member = value.text() == "Y";
+}
+
+/// An integer: the leading digits, 0 when there are none.
+template <auto member>
+void integer(ClassOf<member>& object, const NodeRef& value) {
+    if (value.isText()) object.*member = leadingInteger(value.text());
+}
+
+/// An aggregate that has a class, built with the class's initWithParseDict.
+template <auto member>
+void object(ClassOf<member>& object, const NodeRef& value) {
+    using Class = typename FieldOf<member>::element_type;
+    if (value.isDictionary()) object.*member = Class::initWithParseDict(value.dictionary());
+}
+
+/// Makes an object of a class over a node, for classes whose constructor takes one.
+template <class Class>
+std::shared_ptr<Class> makeFrom(const std::optional<ParseDictionary>& node) {
+    return std::make_shared<Class>(node);
+}
+
+}  // namespace brackwell
