@@ -149,7 +149,6 @@ private:
         textCount
     };
     Parties& parties();
-    bool agreesOnTexts(const TvOFXStatementTransaction& other) const noexcept;
     bool agreesOnParties(const TvOFXStatementTransaction& other) const;
 
     TextFields<textCount> texts_;
@@ -187,8 +186,8 @@ public:
 protected:
     TvOFXAccountStatement() noexcept = default;
 
-    /// The element that names the account, and what to do with it.
-    virtual std::string_view accountElement() const noexcept = 0;
+    /// The number of the element that names the account, and what to do with its aggregate.
+    virtual std::uint32_t accountElement() const noexcept = 0;
     virtual void readAccount(const ParseDictionary& node) = 0;
 
 private:
@@ -217,7 +216,7 @@ public:
     const std::shared_ptr<TvOFXBankAccount>& bankAccountFrom() const noexcept { return bankAccountFrom_; }
 
 private:
-    std::string_view accountElement() const noexcept override;
+    std::uint32_t accountElement() const noexcept override;
     void readAccount(const ParseDictionary& node) override;
 
     std::shared_ptr<TvOFXBankAccount> bankAccountFrom_;
@@ -236,7 +235,7 @@ public:
     }
 
 private:
-    std::string_view accountElement() const noexcept override;
+    std::uint32_t accountElement() const noexcept override;
     void readAccount(const ParseDictionary& node) override;
 
     std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountFrom_;

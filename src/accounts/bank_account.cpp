@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+
+#include "model/element_table.h"
+#include "model/ofx_text.h"
+#include "model/text_table.h"
+
+namespace brackwell {
+namespace {
+
+struct TypeText {
+    TvOFXBankAccountType type;
+    std::string_view text;
+};
+constexpr std::array<TypeText, 4> kTypeTexts{{{TvOFXBankAccountTypeChecking, "CHECKING"},
+                                              {TvOFXBankAccountTypeSavings, "SAVINGS"},
+                                              {TvOFXBankAccountTypeMoneyMarket, "MONEYMARKET"},
+                                              {TvOFXBankAccountTypeCreditLine, "CREDITLINE"}}};
+constexpr std::string_view kTypeKey = "aT";
+
+}  // namespace
+
+struct TvOFXBankAccount::Elements {
+    using Self = TvOFXBankAccount;
+    static void type(Self& account, const NodeRef& value) {
+        if (value.isText()) account.setAccountType(accountTypeFromString(value.text()));
+    }
+    static constexpr ElementTable<Self, 5> table{{
+        {element("BANKID"), text<&Self::texts_, bankID_>},
+        {element("BRANCHID"), text<&Self::texts_, branchID_>},
+        {element("ACCTID"), text<&Self::texts_, accountID_>},
+        {element("ACCTKEY"), text<&Self::texts_, acctKeyChecksum_>},
+        {element("ACCTTYPE"), type},
+    }};
+    static constexpr std::array<TextKey, 4> archive{
+        {{bankID_, "bID"}, {branchID_, "branchID"}, {accountID_, "aID"}, {acctKeyChecksum_, "aKC"}}};
+    static constexpr std::array<std::size_t, 4> compared{acctKeyChecksum_, accountID_, bankID_, branchID_};
+};
+
+TvOFXBankAccount::TvOFXBankAccount(const KeyedUnarchiver& coder) {
+    decodeTexts(coder, texts_, Elements::archive);
+    accountType_ = static_cast<TvOFXBankAccountType>(coder.decodeUnsigned(kTypeKey).value_or(0));
+}
+
+std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithBankID(OptionalText bankID,
+                                                                   OptionalText accountID,
+                                                                   TvOFXBankAccountType type) {
+    auto account = std::make_shared<TvOFXBankAccount>();
+    account->setBankID(bankID);
+    account->setAccountID(accountID);
+    account->setAccountType(type);
+    return account;
+}
+
+std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithParserDict(
+    const std::optional<ParseDictionary>& node) {
+    // The base does not see the node, so the account keeps no parse data: intended.
+    auto account = std::make_shared<TvOFXBankAccount>();
+    if (node) Elements::table.read(*account, NodeRef::of(*node));
+    return account;
+}
+
+std::string TvOFXBankAccount::description() const {
+    std::string text = "<BANKACCTFROM>\n";
+    appendLeaf(text, "BANKID", bankID().value_or(""), ofxVersion());
+    if (branchID()) appendLeaf(text, "BRANCHID", *branchID(), ofxVersion());
+    appendLeaf(text, "ACCTID", accountID().value_or(""), ofxVersion());
+    appendLeaf(text, "ACCTTYPE", accountTypeStringFromAccountType(accountType_), ofxVersion());
+    if (acctKeyChecksum()) appendLeaf(text, "ACCTKEY", *acctKeyChecksum(), ofxVersion());
+    return text.append("</BANKACCTFROM>\n");
+}
+
+std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithCoder(const KeyedUnarchiver& coder) {
+    return std::make_shared<TvOFXBankAccount>(coder);
+}
+
+void TvOFXBankAccount::encodeWithCoder(KeyedArchiver& coder) const {
+    encodeTexts(coder, texts_, Elements::archive);
+    coder.encodeUnsigned(kTypeKey, accountType_);
+}
+
+std::string_view TvOFXBankAccount::className() const noexcept { return "TvOFXBankAccount"; }
+
+TvOFXBankAccountType TvOFXBankAccount::accountTypeFromString(std::string_view text) noexcept {
+    for (const TypeText& row : kTypeTexts)
+        if (row.text == text) return row.type;
+    return TvOFXBankAccountTypeUnknown;
+}
+
+std::string_view TvOFXBankAccount::accountTypeStringFromAccountType(TvOFXBankAccountType type) noexcept {
+    for (const TypeText& row : kTypeTexts)
+        if (row.type == type) return row.text;
+    return "";
+}
+
+bool TvOFXBankAccount::isEqualToOFXBankAccount(const TvOFXBankAccount* other) const noexcept {
+    return other != nullptr && accountType_ == other->accountType_ &&
+           agreeOnTexts(texts_, other->texts_, Elements::compared);
+}
+
+}  // namespace brackwell

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+
+#include "model/element_table.h"
+#include "model/text_table.h"
+
+namespace brackwell {
+
+struct TvOFXCreditCardAccount::Elements {
+    using Self = TvOFXCreditCardAccount;
+    static constexpr ElementTable<Self, 2> table{{
+        {element("ACCTID"), text<&Self::texts_, accountID_>},
+        {element("ACCTKEY"), text<&Self::texts_, acctKeyChecksum_>},
+    }};
+    static constexpr std::array<TextKey, 2> archive{{{accountID_, "aID"}, {acctKeyChecksum_, "aKC"}}};
+    static constexpr std::array<std::size_t, 2> compared{acctKeyChecksum_, accountID_};
+};
+
+TvOFXCreditCardAccount::TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node)
+    : TvOFXAggregate(node) {
+    if (node) Elements::table.read(*this, NodeRef::of(*node));
+}
+
+TvOFXCreditCardAccount::TvOFXCreditCardAccount(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {
+    decodeTexts(coder, texts_, Elements::archive);
+}
+
+std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithAccountID(OptionalText accountID) {
+    auto account = std::make_shared<TvOFXCreditCardAccount>();
+    account->texts_.set(accountID_, accountID);
+    return account;
+}
+
+std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithParseDict(
+    const std::optional<ParseDictionary>& node) {
+    return std::make_shared<TvOFXCreditCardAccount>(node);
+}
+
+std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithCoder(const KeyedUnarchiver& coder) {
+    return std::make_shared<TvOFXCreditCardAccount>(coder);
+}
+
+void TvOFXCreditCardAccount::encodeWithCoder(KeyedArchiver& coder) const {
+    TvOFXAggregate::encodeWithCoder(coder);
+    encodeTexts(coder, texts_, Elements::archive);
+}
+
+std::string_view TvOFXCreditCardAccount::className() const noexcept { return "TvOFXCreditCardAccount"; }
+
+bool TvOFXCreditCardAccount::isEqualToOFXCreditCardAccount(
+    const TvOFXCreditCardAccount* other) const noexcept {
+    return other != nullptr && agreeOnTexts(texts_, other->texts_, Elements::compared);
+}
+
+}  // namespace brackwell

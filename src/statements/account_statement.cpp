@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/statements.h>
+
+#include "model/element_table.h"
+
+namespace brackwell {
+namespace {
+
+constexpr reading::NameID kTransaction = element("STMTTRN");
+
+std::string textOf(const std::optional<Decimal>& amount) { return amount ? amount->toString() : "(null)"; }
+
+}  // namespace
+
+struct TvOFXAccountStatement::Elements {
+    using Self = TvOFXAccountStatement;
+
+    template <auto member>
+    static void date(Self& self, const NodeRef& value) {
+        if (value.isText()) self.*member = self.helper().dateFromOFXDateString(value.text());
+    }
+    template <auto member>
+    static void amount(Self& self, const NodeRef& value) {
+        if (value.isText()) self.*member = self.helper().decimalNumberFromOFXAmountString(value.text());
+    }
+    /// An aggregate whose elements are fields of the statement itself.
+    template <const auto& elements>
+    static void inner(Self& self, const NodeRef& value) {
+        if (value.isDictionary()) elements.read(self, value);
+    }
+    static void transactions(Self& self, const NodeRef& value) { self.readTransactions(value); }
+
+    static constexpr ElementTable<Self, 3> transactionList{{
+        {element("DTSTART"), date<&Self::transactionStartDateTime_>},
+        {element("DTEND"), date<&Self::transactionEndDateTime_>},
+        {kTransaction, transactions},
+    }};
+    static constexpr ElementTable<Self, 2> ledgerBalance{{
+        {element("BALAMT"), amount<&Self::ledgerBalanceAmount_>},
+        {element("DTASOF"), date<&Self::ledgerBalanceDateTime_>},
+    }};
+    static constexpr ElementTable<Self, 2> availableBalance{{
+        {element("BALAMT"), amount<&Self::availableBalanceAmount_>},
+        {element("DTASOF"), date<&Self::availableBalanceDateTime_>},
+    }};
+    static constexpr ElementTable<Self, 4> table{{
+        {element("CURDEF"), text<&Self::texts_, defaultCurrency_>},
+        {element("BANKTRANLIST"), inner<transactionList>},
+        {element("LEDGERBAL"), inner<ledgerBalance>},
+        {element("AVAILBAL"), inner<availableBalance>},
+    }};
+};
+
+void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>& node) {
+    TvOFXAggregate::parseDictionary(node);
+    if (!node) return;
+    const NodeRef statement = NodeRef::of(*node);
+    Elements::table.read(*this, statement);
+    const NodeRef account = statement[accountElement()];
+    if (account.isDictionary()) readAccount(account.dictionary());
+}
+
+void TvOFXAccountStatement::readTransactions(const NodeRef& list) {
+    std::size_t count = 0;
+    for (const NodeRef& element : list.elements())
+        if (element.isDictionary()) ++count;
+    if (count == 0) return;
+    // One block for all of them; each pointer shares the block.
+    const auto block = std::make_shared<TvOFXStatementTransaction[]>(count);
+    statementTransactions_.reserve(statementTransactions_.size() + count);
+    TvOFXStatementTransaction* transaction = block.get();
+    for (const NodeRef& element : list.elements()) {
+        if (!element.isDictionary()) continue;
+        transaction->setHelperObject(helperObject());
+        transaction->parseDictionary(element.dictionary());
+        statementTransactions_.emplace_back(block, transaction++);
+    }
+}
+
+std::string TvOFXAccountStatement::description() const {
+    return std::string(className()) + ": [\nLedgerBalance: " + textOf(ledgerBalanceAmount_) +
+           "\nAvailableBalance: " + textOf(availableBalanceAmount_) +
+           "\nTransactions: " + std::to_string(statementTransactions_.size()) + "\n]";
+}
+
+}  // namespace brackwell
