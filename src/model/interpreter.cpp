@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/model.h>
+#include <brackwell/statements.h>
+
+#include "model/wrapper_name.h"
+#include "reading/node_ref.h"
+
+namespace brackwell {
+
+using reading::element;
+using reading::NodeRef;
+
+namespace {
+
+/// The prefixes of the message sets, in the order of the interpreter's lists. They leave out the
+/// version digit at the end.
+constexpr std::array<std::string_view, 10> kMessageSets{
+    "SIGNONMSGSRSV",    "SIGNUPMSGSRSV",   "BANKMSGSRSV",    "CREDITCARDMSGSRSV", "INVSTMTMSGSRSV",
+    "INTERXFERMSGSRSV", "WIREXFERMSGSRSV", "BILLPAYMSGSRSV", "EMAILMSGSRSV",      "SECLISTMSGSRSV"};
+
+std::optional<ParseDictionary> dictionaryOf(const NodeRef& value) {
+    if (!value.isDictionary()) return std::nullopt;
+    return value.dictionary();
+}
+
+/// A statement reads its node only when the helper is in place.
+template <class Statement>
+std::shared_ptr<TvOFXResponse> makeStatement(const std::optional<ParseDictionary>& node,
+                                             const std::shared_ptr<TvOFXHelper>& helper) {
+    auto statement = std::make_shared<Statement>();
+    statement->setHelperObject(helper);
+    statement->parseDictionary(node);
+    return statement;
+}
+
+template <class List>
+const typename List::mapped_type* find(const List& lists, std::string_view key) {
+    const auto found = lists.find(key);
+    return found == lists.end() ? nullptr : &found->second;
+}
+
+template <class Value>
+Value& entry(TextMap<Value>& map, std::string_view key) {
+    const auto found = map.find(key);
+    return found != map.end() ? found->second : map[std::string(key)];
+}
+
+}  // namespace
+
+std::shared_ptr<TvOFXInterpreter> TvOFXInterpreter::initWithParseResult(
+    const TvOFXParserResult& parserResult) {
+    return std::make_shared<TvOFXInterpreter>(parserResult);
+}
+
+bool TvOFXInterpreter::interpret() {
+    reset();
+    if (!parserDict_) return false;
+    const NodeRef ofx = NodeRef::of(*parserDict_)[element("OFX")];
+    if (!ofx.isDictionary()) return false;
+    for (const NodeRef& messageSet : ofx.children()) {
+        if (!messageSet.isDictionary()) continue;
+        for (const NodeRef& entry : messageSet.children())
+            for (const NodeRef& wrapper : entry.elements())
+                if (wrapper.isDictionary())
+                    addResponse(interpretResponseDict(wrapper.dictionary(), wrapper.name()),
+                                messageSet.name());
+    }
+    return ofx.node().size > 0;
+}
+
+void TvOFXInterpreter::reset() noexcept {
+    signOnResponse_.reset();
+    fiProfileResponse_.reset();
+    responseObjects_.clear();
+    responseObjectsPerTranUID_.clear();
+    responseObjectsPerSGMLKey_.clear();
+    statusObjects_.clear();
+    for (TvOFXResponseList& list : messageSets_) list.clear();
+}
+
+std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
+    const std::optional<ParseDictionary>& node, std::string_view withMessageSetKey) {
+    const NodeRef wrapper = node ? NodeRef::of(*node) : NodeRef();
+    const NodeRef statusNode = wrapper[element("STATUS")];
+    std::string innerName(withMessageSetKey);
+    std::optional<ParseDictionary> innerNode = node;
+    OptionalText uid;
+    if (isWrapperName(withMessageSetKey)) {
+        innerName = innerResponseName(withMessageSetKey);
+        // An inner node that is no dictionary counts as absent.
+        innerNode = node ? (*node)[innerName].dictionary() : std::nullopt;
+        if (const NodeRef value = wrapper[element("TRNUID")]; value.isText()) uid = value.text();
+    }
+
+    const std::shared_ptr<TvOFXResponse> response = createResponseObjectForKey(innerName, innerNode);
+    if (const auto status = dictionaryOf(statusNode))
+        response->setStatus(TvOFXStatus::initWithParseDict(status));
+    if (uid) response->setTransactionUID(uid);
+    const OptionalText responseUID = response->transactionUID();
+    if (response->status() && responseUID) entry(statusObjects_, *responseUID) = response->status();
+    response->setTransactionWrapperName(innerName);
+    response->setOriginalParseData(innerNode);
+
+    responseObjects_.push_back(response);
+    entry(responseObjectsPerSGMLKey_, innerName).push_back(response);
+    if (responseUID) entry(responseObjectsPerTranUID_, *responseUID).push_back(response);
+    return response;
+}
+
+std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
+    std::string_view name, const std::optional<ParseDictionary>& andResponseDict) {
+    if (name == "STMTRS") return makeStatement<TvOFXStatementResponse>(andResponseDict, helperObject_);
+    if (name == "CCSTMTRS") return makeStatement<TvOFXCCStatementResponse>(andResponseDict, helperObject_);
+    return TvOFXResponse::initWithParseDict(andResponseDict);
+}
+
+void TvOFXInterpreter::addResponse(const std::shared_ptr<TvOFXResponse>& response,
+                                   std::string_view toMessageSet) {
+    for (std::size_t i = 0; i < kMessageSets.size(); ++i) {
+        if (!toMessageSet.starts_with(kMessageSets[i])) continue;
+        messageSets_[i].push_back(response);
+        return;
+    }
+}
+
+const TvOFXResponseList* TvOFXInterpreter::responsesForKey(std::string_view name) const {
+    return find(responseObjectsPerSGMLKey_, name);
+}
+
+const TvOFXResponseList* TvOFXInterpreter::responsesForTransactionUID(std::string_view uid) const {
+    return find(responseObjectsPerTranUID_, uid);
+}
+
+}  // namespace brackwell

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/requests.h>
+
+#include "model/ofx_text.h"
+
+namespace brackwell {
+
+TvOFXRequest::TvOFXRequest(std::string_view transactionWrapperName)
+    : transactionUID_(generateUUID()), transactionWrapperName_(transactionWrapperName) {}
+
+std::shared_ptr<TvOFXRequest> TvOFXRequest::initWithTransactionWrapperName(std::string_view name) {
+    return std::make_shared<TvOFXRequest>(name);
+}
+
+std::string_view TvOFXRequest::className() const noexcept { return "TvOFXRequest"; }
+
+std::string TvOFXRequest::generateUUID() { return newUUID(); }
+
+std::string_view TvOFXRequest::requestIdentifier() const noexcept { return "request id missing"; }
+
+std::string_view TvOFXRequest::humanReadableName() const noexcept { return "request name missing"; }
+
+std::string TvOFXRequest::wrappedText(
+    std::initializer_list<std::pair<std::string_view, std::string_view>> leaves) const {
+    std::string text;
+    text.append("<").append(transactionWrapperName_).append(">\n");
+    appendLeaf(text, "TRNUID", transactionUID_, ofxVersion());
+    text.append("<").append(requestIdentifier()).append(">\n");
+    for (const auto& [name, value] : leaves) appendLeaf(text, name, value, ofxVersion());
+    text.append("</").append(requestIdentifier()).append(">\n");
+    return text.append("</").append(transactionWrapperName_).append(">\n");
+}
+
+}  // namespace brackwell
