@@ -94,7 +94,7 @@ void appendCharacter(std::string& text, char32_t character) {
     }
     const unsigned continuations = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
     // 110xxxxx, 1110xxxx or 11110xxx, then 10xxxxxx as often as needed.
-    const unsigned mark = 0xF00U >> continuations & 0xFFU;
+    const unsigned mark = 0xFF80U >> continuations & 0xFFU;
     text += static_cast<char>(mark | character >> 6U * continuations);
     for (unsigned i = continuations; i-- > 0;)
         text += static_cast<char>(0x80U | (character >> 6U * i & 0x3FU));

@@ -1,0 +1,220 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <doctest/doctest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <type_traits>
+
+#include "brackwell/platform.h"
+
+using brackwell::Data;
+
+namespace {
+
+/// A folder of its own for one test, removed with all that is in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "brackwell-XXXXXX").string();
+        REQUIRE(::mkdtemp(name.data()) != nullptr);
+        path_ = name;
+    }
+    TemporaryFolder(const TemporaryFolder&) = delete;
+    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
+
+    std::string path(const std::string& name) const { return (path_ / name).string(); }
+
+    std::string write(const std::string& name, std::string_view bytes) const {
+        std::ofstream file(path(name), std::ios::binary);
+        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+        return path(name);
+    }
+
+private:
+    std::filesystem::path path_;
+};
+
+/// Bytes that do not repeat soon, so that a part at a wrong place is seen.
+std::string someBytes(std::size_t size) {
+    std::string bytes(size, '\0');
+    std::uint32_t state = 1;
+    for (char& byte : bytes) {
+        state = state * 1664525 + 1013904223;
+        byte = static_cast<char>(state >> 24);
+    }
+    return bytes;
+}
+
+}  // namespace
+
+TEST_CASE("data is empty by default") {
+    const Data data;
+    CHECK(data.isEmpty());
+    CHECK(data.size() == 0);
+    CHECK(data.bytes().empty());
+    CHECK_FALSE(data.isView());
+}
+
+TEST_CASE("adopted bytes are taken over without a copy") {
+    std::string bytes = someBytes(1000);
+    const std::string expected = bytes;
+    const char* place = bytes.data();
+    const Data data = Data::adopt(std::move(bytes));
+    CHECK(data.bytes() == expected);
+    CHECK(static_cast<const void*>(data.bytes().data()) == place);
+    CHECK_FALSE(data.isView());
+}
+
+TEST_CASE("short adopted bytes outlive the string that they came in") {
+    Data data;
+    {
+        std::string bytes = "abc";
+        data = Data::adopt(std::move(bytes));
+    }
+    CHECK(data.bytes() == "abc");
+}
+
+TEST_CASE("copied bytes are independent of their source") {
+    std::string bytes = "abc";
+    const Data data = Data::copy(bytes);
+    bytes[0] = 'x';
+    CHECK(data.bytes() == "abc");
+    CHECK_FALSE(data.isView());
+}
+
+TEST_CASE("a view refers to the caller's bytes") {
+    const std::string bytes = "abc";
+    const Data data = Data::view(bytes);
+    CHECK(static_cast<const void*>(data.bytes().data()) == bytes.data());
+    CHECK(data.isView());
+}
+
+TEST_CASE("empty data belongs to nobody, however it was made") {
+    for (const Data& data : {Data(), Data::adopt(""), Data::copy(""), Data::view(""), Data::view({})}) {
+        CHECK(data.isEmpty());
+        CHECK_FALSE(data.isView());
+        CHECK(data == Data());
+    }
+}
+
+TEST_CASE("copies share the bytes") {
+    const Data data = Data::copy("abc");
+    const Data other = data;  // NOLINT: the copy is what is tested
+    CHECK(static_cast<const void*>(other.bytes().data()) == data.bytes().data());
+}
+
+TEST_CASE("bytes live as long as any copy or slice of their data") {
+    Data slice;
+    {
+        const Data data = Data::adopt(someBytes(100));
+        slice = data.from(40);
+    }
+    CHECK(slice.bytes() == someBytes(100).substr(40));
+}
+
+TEST_CASE("from gives the bytes behind an offset and shares them") {
+    const Data data = Data::copy("abcdef");
+    CHECK(data.from(0) == data);
+    CHECK(data.from(2).bytes() == "cdef");
+    CHECK(static_cast<const void*>(data.from(2).bytes().data()) == data.bytes().data() + 2);
+    CHECK(data.from(2).from(3).bytes() == "f");
+    CHECK(data.from(6).isEmpty());
+    CHECK(data.from(7).isEmpty());
+    CHECK(data.from(std::string::npos).isEmpty());
+}
+
+TEST_CASE("a slice of a view is a view") { CHECK(Data::view("abc").from(1).isView()); }
+
+TEST_CASE("owned copies a view") {
+    std::string bytes = "abc";
+    const Data data = Data::view(bytes).owned();
+    CHECK_FALSE(data.isView());
+    bytes = "xyz";
+    CHECK(data.bytes() == "abc");
+}
+
+TEST_CASE("owned shares bytes that are owned already") {
+    const Data data = Data::copy("abc");
+    CHECK(static_cast<const void*>(data.owned().bytes().data()) == data.bytes().data());
+}
+
+TEST_CASE("data is equal when its bytes are") {
+    CHECK(Data::copy("abc") == Data::view("abc"));
+    CHECK(Data::copy("xabc").from(1) == Data::copy("abc"));
+    CHECK_FALSE(Data::copy("abc") == Data::copy("abd"));
+    CHECK_FALSE(Data::copy("abc") == Data::copy("ab"));
+}
+
+TEST_CASE("moving data throws nothing and leaves nothing to release twice") {
+    static_assert(std::is_nothrow_move_constructible_v<Data>);
+    static_assert(std::is_nothrow_copy_constructible_v<Data>);
+    Data data = Data::copy("abc");
+    const Data other = std::move(data);
+    CHECK(other.bytes() == "abc");
+}
+
+TEST_CASE("a file is read as a whole") {
+    const TemporaryFolder folder;
+    for (const std::size_t size : {0U, 1U, 2047U, 2048U, 4095U, 4096U, 4097U, 65536U, 1000003U}) {
+        CAPTURE(size);
+        const std::string expected = someBytes(size);
+        const auto data = Data::fromFile(folder.write("file", expected));
+        REQUIRE(data);
+        CHECK(data->bytes() == expected);
+        CHECK_FALSE(data->isView());
+    }
+}
+
+TEST_CASE("a name that is not a readable file gives nothing") {
+    const TemporaryFolder folder;
+    CHECK_FALSE(Data::fromFile(folder.path("missing")));
+    CHECK_FALSE(Data::fromFile(folder.path("")));
+    CHECK_FALSE(Data::fromFile(""));
+    std::filesystem::create_symlink("nowhere", folder.path("dangling"));
+    CHECK_FALSE(Data::fromFile(folder.path("dangling")));
+    if (::geteuid() != 0) {  // the superuser may read everything
+        const std::string secret = folder.write("secret", "abc");
+        REQUIRE(::chmod(secret.c_str(), 0) == 0);
+        CHECK_FALSE(Data::fromFile(secret));
+    }
+}
+
+TEST_CASE("a name with a NUL is not cut to the name before it") {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file", "abc");
+    CHECK(Data::fromFile(path));
+    CHECK_FALSE(Data::fromFile(path + '\0' + "x"));
+}
+
+TEST_CASE("a file that does not tell its size is read to its end") {
+    const auto data = Data::fromFile("/proc/self/maps");
+    REQUIRE(data);
+    CHECK(data->bytes().find("[stack]") != std::string_view::npos);
+    const auto null = Data::fromFile("/dev/null");
+    REQUIRE(null);
+    CHECK(null->isEmpty());
+}
+
+TEST_CASE("a pipe is read to its end, in whatever pieces it comes") {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("pipe");
+    REQUIRE(::mkfifo(path.c_str(), 0600) == 0);
+    const std::string expected = someBytes(300000);
+    std::thread writer([&] {
+        std::ofstream pipe(path, std::ios::binary);
+        for (std::size_t start = 0; start < expected.size(); start += 7001) {
+            const std::string piece = expected.substr(start, 7001);
+            pipe.write(piece.data(), static_cast<std::streamsize>(piece.size())).flush();
+        }
+    });
+    const auto data = Data::fromFile(path);
+    writer.join();
+    REQUIRE(data);
+    CHECK(data->bytes() == expected);
+}
