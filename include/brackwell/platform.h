@@ -120,8 +120,9 @@ inline constexpr TextEncoding TextEncodingUTF16BigEndian = 0x90000100;
 inline constexpr TextEncoding TextEncodingUTF16LittleEndian = 0x94000100;
 inline constexpr TextEncoding TextEncodingUTF32BigEndian = 0x98000100;
 
-/// Decodes bytes to UTF-8. Bytes that already are the text's UTF-8 form are shared, not copied.
-/// Any invalid byte fails the whole, as does an encoding that is not known: nothing.
+/// Decodes bytes to UTF-8. Bytes that already are the text's UTF-8 form are shared, not copied; those
+/// of a view stay the caller's then (Data::owned() makes the text independent). Any invalid byte fails
+/// the whole, as does an encoding that is not known: nothing.
 BRACKWELL_EXPORT std::optional<Data> decodeText(const Data& data, TextEncoding encoding);
 
 /// Encodes UTF-8 text; nothing when the text is not valid UTF-8, the encoding is not known, or it
