@@ -66,7 +66,8 @@ void TvOFXAccountStatement::readTransactions(const NodeRef& list) {
         if (element.isDictionary()) ++count;
     if (count == 0) return;
     // One block for all of them; each pointer shares the block.
-    const auto block = std::make_shared<TvOFXStatementTransaction[]>(count);
+    const std::shared_ptr<TvOFXStatementTransaction[]> block =
+        std::make_unique<TvOFXStatementTransaction[]>(count);
     statementTransactions_.reserve(statementTransactions_.size() + count);
     TvOFXStatementTransaction* transaction = block.get();
     for (const NodeRef& element : list.elements()) {
