@@ -18,7 +18,7 @@
 
 #include <brackwell/convert.h>
 
-#include <unordered_map>
+#include <map>
 
 namespace brackwell {
 
@@ -151,9 +151,9 @@ private:
 
 using TvOFXResponseList = std::vector<std::shared_ptr<TvOFXResponse>>;
 
-/// Values by text, in no particular order.
+/// Values by text, looked up without making a string.
 template <class Value>
-using TextMap = std::unordered_map<std::string, Value, UnpredictableHash, std::equal_to<>>;
+using TextMap = std::map<std::string, Value, std::less<>>;
 
 /// Turns a parse tree into responses. Made for one parser result; interpret reads the whole tree.
 class BRACKWELL_EXPORT TvOFXInterpreter {

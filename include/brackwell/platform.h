@@ -166,17 +166,6 @@ BRACKWELL_EXPORT std::int64_t leadingInteger(std::string_view text) noexcept;
 /// upper-case form.
 BRACKWELL_EXPORT std::string newUUID();
 
-/// A hash that cannot be predicted from outside, so that no document can choose texts that collide.
-class BRACKWELL_EXPORT UnpredictableHash {
-public:
-    using is_transparent = void;
-    UnpredictableHash();
-    std::size_t operator()(std::string_view text) const noexcept;
-
-private:
-    std::array<std::uint64_t, 2> key_;
-};
-
 // ---------------------------------------------------------------------------------------------
 // Decimal numbers
 
@@ -370,8 +359,11 @@ struct ArchiveListItem {
 };
 
 /// Writes values under keys. The bytes are CBOR (RFC 8949) in its deterministic form: a map with text
-/// keys in the order of that form, definite lengths, shortest heads; dates are tag 1 (seconds, with
-/// the milliseconds kept exactly), decimals tag 4 (decimal fraction).
+/// keys in the order of that form, definite lengths, shortest heads. Dates are tag 1 (whole seconds) or,
+/// when they have milliseconds, tag 1001 of RFC 9581 (seconds and milliseconds); decimals are tag 4
+/// (decimal fraction). All of these are integers, so every value is kept exactly.
+///
+/// Keys and texts must be UTF-8: an archive with others is written, but cannot be opened.
 class BRACKWELL_EXPORT KeyedArchiver {
 public:
     /// A value under a key that was written before replaces it.
@@ -379,7 +371,8 @@ public:
     void encodeUnsigned(std::string_view key, std::uint64_t value);
     void encodeDate(std::string_view key, Date date);
     void encodeDecimal(std::string_view key, const Decimal& number);
-    /// The items of one list, without the outermost begin and end; begins and ends must match.
+    /// The items of one list, without the outermost begin and end; begins and ends must match, and the
+    /// counts be right.
     void encodeList(std::string_view key, const std::vector<ArchiveListItem>& items);
     /// All that another archiver holds, as one value.
     void encodeObject(std::string_view key, const KeyedArchiver& object);
@@ -388,15 +381,17 @@ public:
     Data archivedData() const;
 
 private:
+    std::string encodedMap() const;
     void store(std::string_view key, std::string encoded);
-    std::map<std::string, std::string, std::less<>> entries_;
+    std::map<std::string, std::string> entries_;  // both encoded; the order so is that of the archive
 };
 
 /// Reads what KeyedArchiver wrote. A missing key, or a value of another kind under it, is nothing.
 class BRACKWELL_EXPORT KeyedUnarchiver {
 public:
     /// Checks the whole archive once, without recursion and without trusting any length in it;
-    /// nothing when the bytes are not such an archive.
+    /// nothing when the bytes are not, byte for byte, what KeyedArchiver writes. The texts are the
+    /// caller's bytes when the data is a view.
     static std::optional<KeyedUnarchiver> open(Data data);
 
     bool contains(std::string_view key) const;
@@ -411,9 +406,15 @@ public:
     std::optional<KeyedUnarchiver> decodeObject(std::string_view key) const;
 
 private:
-    explicit KeyedUnarchiver(Data data, std::map<std::string_view, std::string_view> entries);
+    struct Entry {
+        std::string_view key;
+        std::string_view value;  // encoded
+    };
+    KeyedUnarchiver(Data data, std::string_view map);
+    /// No bytes when there is no such key; no value has none.
+    std::string_view valueOf(std::string_view key) const noexcept;
     Data data_;
-    std::map<std::string_view, std::string_view> entries_;
+    std::vector<Entry> entries_;  // in the order of the archive
 };
 
 }  // namespace brackwell

@@ -2,7 +2,13 @@
 #include <brackwell/requests.h>
 #include <brackwell/statements.h>
 
+#include "reading/node_ref.h"
+
 namespace brackwell {
+
+using reading::element;
+using reading::NodeRef;
+
 namespace {
 
 /// Appends the account of each statement of a class, in order.
@@ -62,24 +68,28 @@ void TvOFXMessage::processParserResult(const TvOFXParserResult& parserResult,
 void TvOFXMessage::copyHeader(const std::optional<ParseDictionary>& header) {
     struct HeaderText {
         Text field;
-        std::string_view name;
+        reading::NameID name;
     };
-    constexpr std::array<HeaderText, textCount> names{{{headerData_, "DATA"},
-                                                       {oldFileUID_, "OLDFILEUID"},
-                                                       {nuFileUID_, "NEWFILEUID"},
-                                                       {encoding_, "ENCODING"},
-                                                       {charset_, "CHARSET"},
-                                                       {ofxSecurity_, "SECURITY"},
-                                                       {compression_, "COMPRESSION"}}};
-    const ParseDictionary values = header.value_or(ParseDictionary());
-    const auto copyVersion = [&values](std::string_view name, std::uint64_t& version) {
-        if (const OptionalText text = values[name].text())
-            version = static_cast<std::uint64_t>(leadingInteger(*text));
+    constexpr std::array<HeaderText, textCount> names{{{headerData_, element("DATA")},
+                                                       {oldFileUID_, element("OLDFILEUID")},
+                                                       {nuFileUID_, element("NEWFILEUID")},
+                                                       {encoding_, element("ENCODING")},
+                                                       {charset_, element("CHARSET")},
+                                                       {ofxSecurity_, element("SECURITY")},
+                                                       {compression_, element("COMPRESSION")}}};
+    const NodeRef values = header ? NodeRef::of(*header) : NodeRef();
+    const auto copyVersion = [&values](reading::NameID name, std::uint64_t& version) {
+        if (const NodeRef value = values[name]; value.isText())
+            version = static_cast<std::uint64_t>(leadingInteger(value.text()));
     };
-    copyVersion("OFXHEADER", headerVersion_);
-    copyVersion("VERSION", ofxVersion_);
+    copyVersion(element("OFXHEADER"), headerVersion_);
+    copyVersion(element("VERSION"), ofxVersion_);
     // The texts are always overwritten, with nothing when the header lacks them.
-    for (const auto& [field, name] : names) texts_.set(field, values[name].text());
+    for (const auto& [field, name] : names) {
+        texts_.set(field, std::nullopt);
+        if (const NodeRef value = values[name]; value.isText())
+            texts_.setLeaf(field, *value.owner, value.index);
+    }
 }
 
 void TvOFXMessage::takeResponses(const TvOFXInterpreter& interpreter) {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "platform/unpredictable_hash.h"
+
 #include <brackwell/platform.h>
 #include <sys/random.h>
 
@@ -42,7 +44,7 @@ UnpredictableHash::UnpredictableHash() {
             std::bit_cast<std::uintptr_t>(this)};
 }
 
-std::size_t UnpredictableHash::operator()(std::string_view text) const noexcept {
+std::uint64_t UnpredictableHash::operator()(std::string_view text) const noexcept {
     State state{key_[0] ^ 0x736f6d6570736575, key_[1] ^ 0x646f72616e646f6d, key_[0] ^ 0x6c7967656e657261,
                 key_[1] ^ 0x7465646279746573};
     const char* p = text.data();

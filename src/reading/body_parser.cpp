@@ -18,11 +18,20 @@ constexpr std::string_view kTransactionEnd = "</STMTTRN>";
 /// The extension prefix that a close tag may leave out.
 constexpr std::string_view kExtensionPrefix = "INTU.";
 
-bool closes(std::string_view openName, std::string_view closeName) noexcept {
-    if (openName == closeName) return true;
-    return openName.size() == kExtensionPrefix.size() + closeName.size() &&
-           openName.starts_with(kExtensionPrefix) && openName.ends_with(closeName);
-}
+/// A name that is open or pending, and its key.
+struct Name {
+    std::string_view text;
+    NameKey key;
+
+    explicit Name(std::string_view name = {}) noexcept : text(name), key(nameKey(name)) {}
+
+    /// True when a close tag of this name closes an element that was opened with that one.
+    bool closes(const Name& open) const noexcept {
+        if (sameName(key, text, open.key, open.text)) return true;
+        return open.text.size() == kExtensionPrefix.size() + text.size() &&
+               open.text.starts_with(kExtensionPrefix) && open.text.ends_with(text);
+    }
+};
 
 /// trimWhiteSpace, with the usual case, nothing to trim, inline.
 std::string_view trimmed(std::string_view text) noexcept {
@@ -62,9 +71,9 @@ private:
     static constexpr std::size_t kBytesPerNode = 24;
 
     void readText(std::size_t begin, std::size_t end) {
-        if (pendingName_.empty()) return;
+        if (pending_.text.empty()) return;
         const std::string_view text = trimmed(body_.substr(begin, end - begin));
-        const NameID name = writer_.names().number(pendingName_);
+        const NameID name = writer_.names().number(pending_.text, pending_.key);
         if (text.empty())
             openAggregate(name, end);
         else if (scanner_.mayHoldAmpersandSince(begin) && text.find('&') != std::string_view::npos)
@@ -75,6 +84,7 @@ private:
 
     void openAggregate(NameID name, std::size_t position) {
         writer_.open(name);
+        innermost_ = pending_;
         if (name != kTransaction) return;
         // The source text of a transaction runs to the next end of one, wherever that stands, or to the
         // end of the body; the end is filled in when the scanner comes by.
@@ -93,27 +103,26 @@ private:
     bool readTag(std::string_view name) {
         if (name.empty()) return true;
         if (name.front() != '/') {
-            pendingName_ = name;
+            pending_ = Name(name);
             return true;
         }
-        const std::string_view closeName = name.substr(1);
-        if (writer_.hasOpen() && closes(innermostName(), closeName)) {
+        const Name closed(name.substr(1));
+        if (writer_.hasOpen() && closed.closes(innermost_)) {
             writer_.close();
-        } else if (!closes(pendingName_, closeName)) {
+            innermost_ = Name(writer_.names().name(writer_.innermostName()));
+        } else if (!closed.closes(pending_)) {
             fail(name);
             return false;
         }
-        pendingName_ = {};
+        pending_ = Name();
         return true;
     }
 
     void fail(std::string_view closeTag) {
         failure_.append("Found close tag <").append(closeTag).append("> without opening tag.");
         if (writer_.hasOpen())
-            failure_.append("\nMaybe there is a close tag missing for <").append(innermostName()).append(">");
+            failure_.append("\nMaybe there is a close tag missing for <").append(innermost_.text).append(">");
     }
-
-    std::string_view innermostName() noexcept { return writer_.names().name(writer_.innermostName()); }
 
     struct OriginalString {
         std::uint32_t leaf;
@@ -123,7 +132,8 @@ private:
     std::string_view body_;
     TagScanner scanner_;
     TreeWriter writer_;
-    std::string_view pendingName_;
+    Name pending_;                               ///< opened, leaf or aggregate not yet known; empty: none
+    Name innermost_;                             ///< of the innermost open aggregate, if one is open
     PodVector<OriginalString> originalStrings_;  ///< those whose end has not come by
     std::string failure_;
 };

@@ -2,11 +2,10 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
-#include <type_traits>
+
+#include "reading/name_key.h"
 
 /// \file
 /// The element names that documents are known to hold, each with a small number, so that readers
@@ -18,190 +17,46 @@ namespace brackwell::reading {
 using NameID = std::uint32_t;
 
 /// The order is free; the position is the number.
+// clang-format off
 inline constexpr auto kElementNames = std::to_array<std::string_view>({
+    // Headers
+    "OFXHEADER", "DATA", "VERSION", "SECURITY", "ENCODING", "CHARSET", "COMPRESSION", "OLDFILEUID",
+    "NEWFILEUID",
     // Document and message sets
-    "OFX",
-    "SIGNONMSGSRSV1",
-    "SIGNUPMSGSRSV1",
-    "BANKMSGSRSV1",
-    "CREDITCARDMSGSRSV1",
-    "INVSTMTMSGSRSV1",
-    "INTERXFERMSGSRSV1",
-    "WIREXFERMSGSRSV1",
-    "BILLPAYMSGSRSV1",
-    "EMAILMSGSRSV1",
-    "SECLISTMSGSRSV1",
+    "OFX", "SIGNONMSGSRSV1", "SIGNUPMSGSRSV1", "BANKMSGSRSV1", "CREDITCARDMSGSRSV1", "INVSTMTMSGSRSV1",
+    "INTERXFERMSGSRSV1", "WIREXFERMSGSRSV1", "BILLPAYMSGSRSV1", "EMAILMSGSRSV1", "SECLISTMSGSRSV1",
     "PROFMSGSRSV1",
     // Wrappers, responses, status
-    "SONRS",
-    "ACCTINFOTRNRS",
-    "ACCTINFORS",
-    "PROFTRNRS",
-    "PROFRS",
-    "STMTTRNRS",
-    "STMTRS",
-    "CCSTMTTRNRS",
-    "CCSTMTRS",
-    "INVSTMTTRNRS",
-    "INVSTMTRS",
-    "TRNUID",
-    "CLTCOOKIE",
-    "STATUS",
-    "CODE",
-    "SEVERITY",
-    "MESSAGE",
+    "SONRS", "ACCTINFOTRNRS", "ACCTINFORS", "PROFTRNRS", "PROFRS", "STMTTRNRS", "STMTRS", "CCSTMTTRNRS",
+    "CCSTMTRS", "INVSTMTTRNRS", "INVSTMTRS", "TRNUID", "CLTCOOKIE", "STATUS", "CODE", "SEVERITY", "MESSAGE",
     // Sign-on
-    "DTSERVER",
-    "USERKEY",
-    "TSKEYEXPIRE",
-    "LANGUAGE",
-    "DTPROFUP",
-    "DTACCTUP",
-    "FI",
-    "ORG",
-    "FID",
-    "SESSCOOKIE",
-    "ACCESSKEY",
-    "INTU.BID",
-    "INTU.USERID",
+    "DTSERVER", "USERKEY", "TSKEYEXPIRE", "LANGUAGE", "DTPROFUP", "DTACCTUP", "FI", "ORG", "FID",
+    "SESSCOOKIE", "ACCESSKEY", "INTU.BID", "INTU.USERID",
     // Accounts and account information
-    "BANKACCTFROM",
-    "BANKACCTTO",
-    "CCACCTFROM",
-    "CCACCTTO",
-    "INVACCTFROM",
-    "BANKID",
-    "BRANCHID",
-    "ACCTID",
-    "ACCTTYPE",
-    "ACCTKEY",
-    "BROKERID",
-    "ACCTINFO",
-    "BANKACCTINFO",
-    "CCACCTINFO",
-    "INVACCTINFO",
-    "DESC",
-    "PHONE",
-    "SUPTXDL",
-    "XFERSRC",
-    "XFERDEST",
-    "SVCSTATUS",
-    "USPRODUCTTYPE",
-    "CHECKING",
-    "OPTIONLEVEL",
+    "BANKACCTFROM", "BANKACCTTO", "CCACCTFROM", "CCACCTTO", "INVACCTFROM", "BANKID", "BRANCHID", "ACCTID",
+    "ACCTTYPE", "ACCTKEY", "BROKERID", "ACCTINFO", "BANKACCTINFO", "CCACCTINFO", "INVACCTINFO", "DESC",
+    "PHONE", "SUPTXDL", "XFERSRC", "XFERDEST", "SVCSTATUS", "USPRODUCTTYPE", "CHECKING", "OPTIONLEVEL",
     "INVACCTTYPE",
     // Statements and transactions
-    "CURDEF",
-    "BANKTRANLIST",
-    "DTSTART",
-    "DTEND",
-    "STMTTRN",
-    "LEDGERBAL",
-    "AVAILBAL",
-    "BALAMT",
-    "DTASOF",
-    "MKTGINFO",
-    "TRNTYPE",
-    "DTPOSTED",
-    "DTUSER",
-    "DTAVAIL",
-    "TRNAMT",
-    "FITID",
-    "CORRECTFITID",
-    "CORRECTACTION",
-    "SRVRTID",
-    "CHECKNUM",
-    "REFNUM",
-    "SIC",
-    "PAYEEID",
-    "NAME",
-    "EXTDNAME",
-    "PAYEE",
-    "MEMO",
-    "CURRENCY",
-    "ORIGCURRENCY",
-    "CURRATE",
-    "CURSYM",
-    "TVOFX_ORIGINAL_STRING",
+    "CURDEF", "BANKTRANLIST", "DTSTART", "DTEND", "STMTTRN", "LEDGERBAL", "AVAILBAL", "BALAMT", "DTASOF",
+    "MKTGINFO", "TRNTYPE", "DTPOSTED", "DTUSER", "DTAVAIL", "TRNAMT", "FITID", "CORRECTFITID",
+    "CORRECTACTION", "SRVRTID", "CHECKNUM", "REFNUM", "SIC", "PAYEEID", "NAME", "EXTDNAME", "PAYEE", "MEMO",
+    "CURRENCY", "ORIGCURRENCY", "CURRATE", "CURSYM", "TVOFX_ORIGINAL_STRING",
     // Payees and addresses
-    "ADDR1",
-    "ADDR2",
-    "ADDR3",
-    "CITY",
-    "STATE",
-    "POSTALCODE",
-    "COUNTRY",
-    "PHONENUMBER",
+    "ADDR1", "ADDR2", "ADDR3", "CITY", "STATE", "POSTALCODE", "COUNTRY", "PHONENUMBER",
     // Profile
-    "FINAME",
-    "URL",
-    "EMAIL",
-    "TSPHONE",
-    "CSPHONE",
-    "FAXPHONE",
-    "SIGNONINFOLIST",
-    "SIGNONINFO",
-    "MSGSETLIST",
-    "BANKMSGSET",
-    "BANKMSGSETV1",
-    "SIGNONMSGSET",
-    "SIGNONMSGSETV1",
-    "CREDITCARDMSGSET",
-    "CREDITCARDMSGSETV1",
-    "SIGNUPMSGSET",
-    "SIGNUPMSGSETV1",
-    "EMAILMSGSET",
-    "EMAILMSGSETV1",
-    "PROFMSGSET",
-    "PROFMSGSETV1",
-    "BILLPAYMSGSET",
-    "BILLPAYMSGSETV1",
-    "MSGSETCORE",
-    "VER",
-    "SPNAME",
-    "OFXSEC",
-    "TRANSPSEC",
-    "SIGNONREALM",
-    "SYNCMODE",
-    "RESPFILEER",
-    "CLOSINGAVAIL",
-    "XFERPROF",
-    "PROCDAYSOFF",
-    "PROCENDTM",
-    "CANSCHED",
-    "CANRECUR",
-    "CANMODXFERS",
-    "CANMODMDLS",
-    "MODELWND",
-    "DAYSWITH",
-    "DFLTDAYSTOPAY",
-    "EMAILPROF",
-    "CANEMAIL",
-    "CANNOTIFY",
-    "CLIENTENROLL",
-    "ACCTREQUIRED",
-    "WEBENROLL",
-    "OTHERENROLL",
-    "CHGUSERINFO",
-    "AVAILACCTS",
-    "CLIENTACTREQ",
-    "MIN",
-    "MAX",
-    "CHARTYPE",
-    "CASESEN",
-    "SPECIAL",
-    "SPACES",
-    "PINCH",
-    "CHGPINFIRST",
-    "USERCRED1LABEL",
-    "USERCRED2LABEL",
-    "CLIENTUIDREQ",
-    "AUTHTOKENFIRST",
-    "AUTHTOKENLABEL",
-    "AUTHTOKENINFOURL",
-    "MFACHALLENGESUPT",
-    "MFACHALLENGEFIRST",
+    "FINAME", "URL", "EMAIL", "TSPHONE", "CSPHONE", "FAXPHONE", "SIGNONINFOLIST", "SIGNONINFO",
+    "MSGSETLIST", "BANKMSGSET", "BANKMSGSETV1", "SIGNONMSGSET", "SIGNONMSGSETV1", "CREDITCARDMSGSET",
+    "CREDITCARDMSGSETV1", "SIGNUPMSGSET", "SIGNUPMSGSETV1", "EMAILMSGSET", "EMAILMSGSETV1", "PROFMSGSET",
+    "PROFMSGSETV1", "BILLPAYMSGSET", "BILLPAYMSGSETV1", "MSGSETCORE", "VER", "SPNAME", "OFXSEC",
+    "TRANSPSEC", "SIGNONREALM", "SYNCMODE", "RESPFILEER", "CLOSINGAVAIL", "XFERPROF", "PROCDAYSOFF",
+    "PROCENDTM", "CANSCHED", "CANRECUR", "CANMODXFERS", "CANMODMDLS", "MODELWND", "DAYSWITH",
+    "DFLTDAYSTOPAY", "EMAILPROF", "CANEMAIL", "CANNOTIFY", "CLIENTENROLL", "ACCTREQUIRED", "WEBENROLL",
+    "OTHERENROLL", "CHGUSERINFO", "AVAILACCTS", "CLIENTACTREQ", "MIN", "MAX", "CHARTYPE", "CASESEN",
+    "SPECIAL", "SPACES", "PINCH", "CHGPINFIRST", "USERCRED1LABEL", "USERCRED2LABEL", "CLIENTUIDREQ",
+    "AUTHTOKENFIRST", "AUTHTOKENLABEL", "AUTHTOKENINFOURL", "MFACHALLENGESUPT", "MFACHALLENGEFIRST",
 });
+// clang-format on
 
 inline constexpr NameID kKnownElementCount = kElementNames.size();
 
@@ -212,39 +67,48 @@ consteval NameID element(std::string_view name) {
     throw "not a known element name";
 }
 
-/// What two names are compared by first: their length, and their bytes read as two overlapping words.
-/// Names of up to 16 bytes are equal when their keys are.
-struct NameKey {
-    std::uint64_t head = 0;
-    std::uint64_t tail = 0;
-    std::size_t size = 0;
-    bool operator==(const NameKey&) const = default;
+inline constexpr unsigned kSlotBits = 11;
+inline constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
+/// Found by trying random odd numbers until no two names shared a slot.
+inline constexpr std::uint64_t kMultiplier = 0x06aa74f5832265e9;
+static_assert(kKnownElementCount < 255, "slots hold one byte");
+
+constexpr std::size_t slotOf(const NameKey& key) noexcept {
+    const std::uint64_t mixed = (key.head ^ (key.tail << 7 | key.tail >> 57) ^ key.size << 59) * kMultiplier;
+    return mixed >> (64 - kSlotBits);
+}
+
+/// A perfect hash: every known name has a slot of its own.
+struct KnownElements {
+    std::array<std::uint8_t, kSlots> slots{};
+    std::array<NameKey, kKnownElementCount + 1> keys{};
+    bool perfect = true;
 };
 
-template <class Word>
-constexpr std::uint64_t loadWord(const char* bytes) noexcept {
-    Word word = 0;
-    if (std::is_constant_evaluated() || std::endian::native != std::endian::little) {
-        for (std::size_t i = 0; i < sizeof(Word); ++i)
-            word |= static_cast<Word>(static_cast<Word>(static_cast<unsigned char>(bytes[i])) << (8 * i));
-    } else {
-        std::memcpy(&word, bytes, sizeof(Word));
+constexpr KnownElements makeKnownElements() noexcept {
+    KnownElements table;
+    table.slots.fill(kKnownElementCount);
+    for (NameID id = 0; id < kKnownElementCount; ++id) {
+        table.keys[id] = nameKey(kElementNames[id]);
+        std::uint8_t& slot = table.slots[slotOf(table.keys[id])];
+        if (slot != kKnownElementCount) table.perfect = false;
+        slot = static_cast<std::uint8_t>(id);
     }
-    return word;
+    return table;
 }
 
-constexpr NameKey nameKey(std::string_view name) noexcept {
-    const char* p = name.data();
-    const std::size_t size = name.size();
-    if (size >= 8) return {loadWord<std::uint64_t>(p), loadWord<std::uint64_t>(p + size - 8), size};
-    if (size >= 4) return {loadWord<std::uint32_t>(p), loadWord<std::uint32_t>(p + size - 4), size};
-    if (size == 0) return {};
-    const auto byte = [p](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(p[i])}; };
-    return {byte(0) | byte(size / 2) << 8 | byte(size - 1) << 16, 0, size};
-}
+inline constexpr KnownElements kKnownElements = makeKnownElements();
+static_assert(kKnownElements.perfect, "two names share a slot: try another multiplier");
 
-/// The number of a name if it is known, otherwise kKnownElementCount. A perfect hash: one look-up and
-/// one comparison.
-NameID findKnownElement(std::string_view name) noexcept;
+/// The number of the known name that has this key, otherwise kKnownElementCount: one look-up and one
+/// comparison. The empty name has the key of the place behind the last name, which is the right answer.
+inline NameID findKnownElement(const NameKey& key, std::string_view name) noexcept {
+    const NameID id = kKnownElements.slots[slotOf(key)];
+    if (kKnownElements.keys[id] != key) return kKnownElementCount;
+    return key.size <= kKeyedBytes || kElementNames[id] == name ? id : kKnownElementCount;
+}
+inline NameID findKnownElement(std::string_view name) noexcept {
+    return findKnownElement(nameKey(name), name);
+}
 
 }  // namespace brackwell::reading

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <brackwell/platform.h>
-
 #include <deque>
 #include <memory>
 #include <string>
 
+#include "platform/unpredictable_hash.h"
 #include "reading/element_names.h"
 #include "reading/pod_vector.h"
 
@@ -17,8 +16,9 @@ namespace brackwell::reading {
 class NameTable {
 public:
     /// The number of a name whose characters live as long as the table.
-    NameID number(std::string_view name) {
-        const NameID known = findKnownElement(name);
+    NameID number(std::string_view name) { return number(name, nameKey(name)); }
+    NameID number(std::string_view name, const NameKey& key) {
+        const NameID known = findKnownElement(key, name);
         return known != kKnownElementCount ? known : numberOfUnknown(name, false);
     }
     /// The same for a name that does not live so long.

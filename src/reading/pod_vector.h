@@ -61,7 +61,7 @@ private:
         std::swap(size_, other.size_);
         std::swap(capacity_, other.capacity_);
     }
-    void grow(std::size_t more) {
+    [[gnu::noinline, gnu::cold]] void grow(std::size_t more) {
         const std::size_t needed = size_ + more;
         const std::size_t doubled = std::size_t{capacity_} * 2;
         reallocate(needed > doubled ? needed + 16 : doubled);

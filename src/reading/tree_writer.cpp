@@ -46,29 +46,6 @@ void TreeWriter::finish() noexcept {
     while (!open_.empty()) close();
 }
 
-std::uint32_t TreeWriter::add(NameID nameAndKind, std::uint32_t begin, std::uint32_t size) {
-    const NameID name = nameAndKind & ~Node::kAggregate;
-    if (name >= places_.size()) makePlaces(document_.names_.end());
-    const std::uint32_t node = document_.nodes_.size();
-    document_.nodes_.push({nameAndKind, begin, size, 0});
-    const std::uint32_t aggregate = open_.back().node;
-    Place& place = places_[name];
-    if (place.aggregate == aggregate) {
-        document_.nodes_[place.node].next = node;
-        document_.nodes_[node].nameAndKind |= Node::kRepeated;
-        place.node = node;
-    } else {
-        addFirst(name, place, node, aggregate);
-    }
-    return node;
-}
-
-void TreeWriter::addFirst(NameID name, Place& place, std::uint32_t node, std::uint32_t aggregate) {
-    if (place.aggregate != kNowhere && isOpen(place.aggregate)) overwritten_.push({name, place});
-    place = {aggregate, node};
-    ++document_.nodes_[aggregate].size;
-}
-
 void TreeWriter::makePlaces(NameID end) {
     const std::uint32_t more = end - places_.size();
     std::fill_n(places_.append(more), more, Place{kNowhere, 0});

@@ -54,8 +54,23 @@ private:
         Place place;
     };
 
-    std::uint32_t add(NameID name, std::uint32_t begin, std::uint32_t size);
-    void addFirst(NameID name, Place& place, std::uint32_t node, std::uint32_t aggregate);
+    std::uint32_t add(NameID nameAndKind, std::uint32_t begin, std::uint32_t size) {
+        const NameID name = nameAndKind & ~Node::kAggregate;
+        if (name >= places_.size()) makePlaces(document_.names_.end());
+        const std::uint32_t node = document_.nodes_.size();
+        const std::uint32_t aggregate = open_.back().node;
+        Place& place = places_[name];
+        if (place.aggregate == aggregate) {
+            document_.nodes_.push({nameAndKind | Node::kRepeated, begin, size, 0});
+            document_.nodes_[place.node].next = node;
+        } else {
+            document_.nodes_.push({nameAndKind, begin, size, 0});
+            ++document_.nodes_[aggregate].size;
+            if (place.aggregate != kNowhere && isOpen(place.aggregate)) overwritten_.push({name, place});
+        }
+        place = {aggregate, node};
+        return node;
+    }
     void makePlaces(NameID end);
     bool isOpen(std::uint32_t aggregate) const noexcept { return document_.nodes_[aggregate].begin == 0; }
 
