@@ -1,0 +1,24 @@
+# What holds for work on the library itself, not for a project that contains it: warnings, and a
+# build type where none was asked for.
+
+option(BRACKWELL_WARNINGS_AS_ERRORS "Stop at a compiler warning (all presets do)" OFF)
+
+if(NOT CMAKE_BUILD_TYPE AND NOT CMAKE_CONFIGURATION_TYPES)
+    set(CMAKE_BUILD_TYPE Release CACHE STRING "Debug, Release, RelWithDebInfo or MinSizeRel" FORCE)
+endif()
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_COMPILE_WARNING_AS_ERROR ${BRACKWELL_WARNINGS_AS_ERRORS})
+
+add_compile_options(
+    -Wall -Wextra -Wpedantic
+    -Wconversion -Wsign-conversion -Wold-style-cast -Wcast-qual -Wcast-align
+    -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wextra-semi
+    -Wformat=2 -Wundef -Wunused -Wimplicit-fallthrough -Wmissing-declarations)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_compile_options(
+        -Wuseless-cast -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wsuggest-override)
+    if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        # Sees overlapping copies in every std::string "a" + b.
+        add_compile_options(-Wno-restrict)
+    endif()
+endif()

@@ -1,0 +1,18 @@
+# Runs PROGRAM with DOCUMENT and fails unless it succeeds and, when the file EXPECTED exists, prints
+# exactly what stands there.
+
+execute_process(
+    COMMAND ${PROGRAM} ${DOCUMENT}
+    OUTPUT_VARIABLE output
+    RESULT_VARIABLE result
+    TIMEOUT 60)
+message("${output}")
+if(NOT result EQUAL 0)
+    message(FATAL_ERROR "${PROGRAM} ended with ${result}")
+endif()
+if(EXISTS ${EXPECTED})
+    file(READ ${EXPECTED} expected)
+    if(NOT output STREQUAL expected)
+        message(FATAL_ERROR "The output differs from ${EXPECTED}:\n${expected}")
+    endif()
+endif()
