@@ -356,6 +356,8 @@ struct ArchiveListItem {
     Kind kind = Kind::text;
     std::string_view text;  ///< of a text; empty otherwise
     std::size_t count = 0;  ///< of a list that begins: how many entries stand directly in it
+
+    bool operator==(const ArchiveListItem&) const = default;
 };
 
 /// Writes values under keys. The bytes are CBOR (RFC 8949) in its deterministic form: a map with text
