@@ -33,6 +33,8 @@ std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(OptionalTex
     if (userAmountNumberFormatter_)
         if (const std::optional<Decimal> number = userAmountNumberFormatter_->numberFromString(*text))
             return number;
+    // Whatever this reads, the formatter reads as the same number; it only takes longer.
+    if (const std::optional<Decimal> number = Decimal::fromString(*text)) return number;
     return ofxAmountFormatter_.numberFromString(*text);
 }
 

@@ -1,44 +1,62 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "convert/ofx_date.h"
 
+#include <array>
+
+#include "platform/ascii_digit.h"
+#include "platform/load_word.h"
+
 namespace brackwell {
 namespace {
 
 using namespace std::chrono;
 
-/// Reads digits at fixed places; any other character there spoils the whole.
-class FixedDigits {
-public:
-    explicit FixedDigits(std::string_view text) noexcept : text_(text) {}
+/// The numbers that eight ASCII digits make two by two; nothing when one of them is no digit. All
+/// eight are looked at in one word, as dates are the most frequent value but texts.
+std::optional<std::array<unsigned, 4>> fourPairs(const char* digits) noexcept {
+    constexpr std::uint64_t zeros = 0x3030303030303030;
+    constexpr std::uint64_t upperHalves = 0xF0F0F0F0F0F0F0F0;
+    constexpr std::uint64_t sixes = 0x0606060606060606;
+    const std::uint64_t word = loadWord(digits);
+    if (((word | (word + sixes)) & upperHalves) != zeros) return std::nullopt;
+    const std::uint64_t values = word ^ zeros;
+    const std::uint64_t pairs = values * 10 + (values >> 8);  // in the lower byte of each two
+    const auto pair = [pairs](unsigned i) { return static_cast<unsigned>(pairs >> (16 * i) & 0xFF); };
+    return std::array{pair(0), pair(1), pair(2), pair(3)};
+}
 
-    unsigned number(std::size_t begin, std::size_t count) noexcept {
-        unsigned value = 0;
-        for (const char c : text_.substr(begin, count)) {
-            const unsigned digit = static_cast<unsigned char>(c) - unsigned{'0'};
-            good_ &= digit <= 9;
-            value = value * 10 + digit;
-        }
-        return value;
-    }
-    bool good() const noexcept { return good_; }
+/// The number of days from 1970-01-01 to a day of the proleptic Gregorian calendar; nothing when there is
+/// no such day in the years 1 to 9999.
+std::optional<sys_days> dayOf(unsigned yearNumber, unsigned monthNumber, unsigned dayNumber) noexcept {
+    const year_month_day date(year(static_cast<int>(yearNumber)), month(monthNumber), day(dayNumber));
+    if (yearNumber == 0 || !date.ok()) return std::nullopt;
+    return sys_days(date);
+}
 
-private:
-    std::string_view text_;
-    bool good_ = true;
-};
+/// Reads "yyyyMMdd".
+std::optional<Date> dateOfDay(std::string_view text) noexcept {
+    const auto pairs = fourPairs(text.data());
+    if (!pairs) return std::nullopt;
+    return dayOf((*pairs)[0] * 100 + (*pairs)[1], (*pairs)[2], (*pairs)[3]);
+}
 
-/// Reads "yyyyMMdd", "yyyyMMddHHmmss" or "yyyyMMddHHmmss.SSS"; the text's length says which.
-std::optional<Date> dateOfFixedFormat(std::string_view text, bool withTime, bool withMilliseconds) noexcept {
-    FixedDigits digits(text);
-    const year_month_day day(year(static_cast<int>(digits.number(0, 4))), month(digits.number(4, 2)),
-                             std::chrono::day(digits.number(6, 2)));
-    const unsigned hour = withTime ? digits.number(8, 2) : 0;
-    const unsigned minute = withTime ? digits.number(10, 2) : 0;
-    const unsigned second = withTime ? digits.number(12, 2) : 0;
-    const unsigned millisecond = withMilliseconds ? digits.number(15, 3) : 0;
-    if (!digits.good() || !day.ok() || day.year() < year(1)) return std::nullopt;
+/// Reads "HHmmss", which stands behind two digits, as a time of the day.
+std::optional<milliseconds> timeBehind(const char* twoDigits) noexcept {
+    const auto pairs = fourPairs(twoDigits);
+    if (!pairs) return std::nullopt;
+    const auto [before, hour, minute, second] = *pairs;
     if (hour > 23 || minute > 59 || second > 59) return std::nullopt;
-    return sys_days(day) + hours(hour) + minutes(minute) + seconds(second) + milliseconds(millisecond);
+    return hours(hour) + minutes(minute) + seconds(second);
+}
+
+/// Reads "SSS", which stands behind a point.
+std::optional<milliseconds> millisecondsBehind(const char* point) noexcept {
+    unsigned value = 0;
+    for (const char* digit = point + 1; digit != point + 4; ++digit) {
+        if (digitValue(*digit) > 9) return std::nullopt;
+        value = value * 10 + digitValue(*digit);
+    }
+    return milliseconds(value);
 }
 
 /// The first characters of a text, for a text that has more; otherwise all of it.
@@ -58,14 +76,17 @@ std::optional<Date> dateFromOFXText(std::string_view text) noexcept {
     constexpr std::size_t secondLength = 14;
     constexpr std::size_t millisecondLength = 18;
     text = firstCharacters(text, millisecondLength);
-    if (text.size() == millisecondLength && text[secondLength] == '.')
-        if (const auto date = dateOfFixedFormat(text, true, true)) return date;
-    if (text.size() == secondLength)
-        if (const auto date = dateOfFixedFormat(text, true, false)) return date;
+    const bool withMilliseconds = text.size() == millisecondLength && text[secondLength] == '.';
+    if (withMilliseconds || text.size() == secondLength) {
+        const auto date = dateOfDay(text);
+        const auto time = timeBehind(text.data() + dayLength - 2);
+        const auto fraction =
+            withMilliseconds ? millisecondsBehind(text.data() + secondLength) : milliseconds(0);
+        if (date && time && fraction) return *date + *time + *fraction;
+    }
     // A zone in brackets is never applied, and a time before it is dropped: intended.
     text = firstCharacters(text, dayLength);
-    if (text.size() != dayLength) return std::nullopt;
-    return dateOfFixedFormat(text, false, false);
+    return text.size() == dayLength ? dateOfDay(text) : std::nullopt;
 }
 
 }  // namespace brackwell

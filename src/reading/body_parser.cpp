@@ -23,8 +23,6 @@ struct Name {
     std::string_view text;
     NameKey key;
 
-    explicit Name(std::string_view name = {}) noexcept : text(name), key(nameKey(name)) {}
-
     /// True when a close tag of this name closes an element that was opened with that one.
     bool closes(const Name& open) const noexcept {
         if (sameName(key, text, open.key, open.text)) return true;
@@ -54,9 +52,14 @@ public:
             const std::size_t open = scanner_.findOpen(textBegin);
             readText(textBegin, open);
             if (open + 1 >= body_.size()) break;  // a "<" that is the last character ends the body, too
-            const std::size_t close = scanner_.findClose(open + 1);
-            if (!readTag(trimmed(body_.substr(open + 1, close - open - 1)))) return false;
-            if (close == body_.size()) break;
+            std::size_t close = open + 2 + pending_.text.size();
+            if (isCloseOfPending(open)) {
+                pending_ = {};
+            } else {
+                close = scanner_.findClose(open + 1);
+                if (!readTag(trimmed(body_.substr(open + 1, close - open - 1)))) return false;
+                if (close == body_.size()) break;
+            }
             endOriginalStrings(close);
             // A ">" that is the last character stays, and is read as text: intended.
             textBegin = close + 1 < body_.size() ? close + 1 : close;
@@ -100,21 +103,37 @@ private:
             writer_.setSliceSize(originalStrings_.back().leaf, end - originalStrings_.back().begin);
     }
 
+    /// True when exactly the close tag of the pending element stands at a position. That is how a leaf
+    /// with a close tag ends, and saves looking for the tag's end and at its name.
+    bool isCloseOfPending(std::size_t open) const noexcept {
+        const std::size_t size = pending_.key.size;
+        if (size == 0 || size > kKeyedBytes || body_.size() - open < kKeyedBytes + 3) return false;
+        const char* tag = body_.data() + open;
+        return tag[1] == '/' && tag[2 + size] == '>' && nameKeyOfReadable(tag + 2, size) == pending_.key &&
+               !(writer_.hasOpen() && pending_.key == innermost_.key);
+    }
+
+    Name nameInBody(std::string_view name) const noexcept {
+        const auto readable = static_cast<std::size_t>(body_.data() + body_.size() - name.data());
+        return {name, readable >= kKeyedBytes ? nameKeyOfReadable(name.data(), name.size()) : nameKey(name)};
+    }
+
     bool readTag(std::string_view name) {
         if (name.empty()) return true;
         if (name.front() != '/') {
-            pending_ = Name(name);
+            pending_ = nameInBody(name);
             return true;
         }
-        const Name closed(name.substr(1));
+        const Name closed = nameInBody(name.substr(1));
         if (writer_.hasOpen() && closed.closes(innermost_)) {
             writer_.close();
-            innermost_ = Name(writer_.names().name(writer_.innermostName()));
+            const std::string_view outer = writer_.names().name(writer_.innermostName());
+            innermost_ = {outer, nameKey(outer)};
         } else if (!closed.closes(pending_)) {
             fail(name);
             return false;
         }
-        pending_ = Name();
+        pending_ = {};
         return true;
     }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstdint>
 #include <string_view>
 
@@ -70,11 +71,11 @@ consteval NameID element(std::string_view name) {
 inline constexpr unsigned kSlotBits = 11;
 inline constexpr std::size_t kSlots = std::size_t{1} << kSlotBits;
 /// Found by trying random odd numbers until no two names shared a slot.
-inline constexpr std::uint64_t kMultiplier = 0x06aa74f5832265e9;
+inline constexpr std::uint64_t kMultiplier = 0x21553dad8182cd21;
 static_assert(kKnownElementCount < 255, "slots hold one byte");
 
 constexpr std::size_t slotOf(const NameKey& key) noexcept {
-    const std::uint64_t mixed = (key.head ^ (key.tail << 7 | key.tail >> 57) ^ key.size << 59) * kMultiplier;
+    const std::uint64_t mixed = (key.head ^ std::rotl(key.tail, 23) ^ key.size << 59) * kMultiplier;
     return mixed >> (64 - kSlotBits);
 }
 

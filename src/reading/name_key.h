@@ -1,18 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <bit>
+#include <algorithm>
+#include <array>
 #include <cstdint>
-#include <cstring>
 #include <string_view>
-#include <type_traits>
+
+#include "platform/load_word.h"
 
 namespace brackwell::reading {
 
 /// Names of up to so many bytes are equal when their keys are.
 inline constexpr std::size_t kKeyedBytes = 16;
 
-/// What two names are compared by first: their length, and their bytes read as two overlapping words.
+/// What two names are compared by first: their length and their first 16 bytes, padded with zeros.
 struct NameKey {
     std::uint64_t head = 0;
     std::uint64_t tail = 0;
@@ -20,26 +21,34 @@ struct NameKey {
     bool operator==(const NameKey&) const = default;
 };
 
-template <class Word>
-constexpr std::uint64_t loadWord(const char* bytes) noexcept {
-    Word word = 0;
-    if (std::is_constant_evaluated() || std::endian::native != std::endian::little) {
-        for (std::size_t i = 0; i < sizeof(Word); ++i)
-            word |= static_cast<Word>(static_cast<Word>(static_cast<unsigned char>(bytes[i])) << (8 * i));
-    } else {
-        std::memcpy(&word, bytes, sizeof(Word));
+struct KeyMask {
+    std::uint64_t head = 0;
+    std::uint64_t tail = 0;
+};
+
+/// By the length of a name: which of 16 bytes belong to it.
+inline constexpr std::array<KeyMask, kKeyedBytes + 1> kKeyMasks = [] {
+    std::array<KeyMask, kKeyedBytes + 1> masks{};
+    for (std::size_t size = 1; size <= kKeyedBytes; ++size) {
+        masks[size] = masks[size - 1];
+        std::uint64_t& word = size <= 8 ? masks[size].head : masks[size].tail;
+        word = word << 8 | 0xFF;
     }
-    return word;
+    return masks;
+}();
+
+/// The key of a name behind whose begin 16 bytes can be read, whatever its length: no branch depends on
+/// the length, which no processor could predict.
+constexpr NameKey nameKeyOfReadable(const char* name, std::size_t size) noexcept {
+    const KeyMask& mask = kKeyMasks[std::min(size, kKeyedBytes)];
+    return {loadWord(name) & mask.head, loadWord(name + 8) & mask.tail, size};
 }
 
+/// The key of any name.
 constexpr NameKey nameKey(std::string_view name) noexcept {
-    const char* p = name.data();
-    const std::size_t size = name.size();
-    if (size >= 8) return {loadWord<std::uint64_t>(p), loadWord<std::uint64_t>(p + size - 8), size};
-    if (size >= 4) return {loadWord<std::uint32_t>(p), loadWord<std::uint32_t>(p + size - 4), size};
-    if (size == 0) return {};
-    const auto byte = [p](std::size_t i) { return std::uint64_t{static_cast<unsigned char>(p[i])}; };
-    return {byte(0) | byte(size / 2) << 8 | byte(size - 1) << 16, 0, size};
+    std::array<char, kKeyedBytes> padded{};
+    std::copy_n(name.data(), std::min(name.size(), kKeyedBytes), padded.data());
+    return nameKeyOfReadable(padded.data(), name.size());
 }
 
 /// Compares two names by their keys first.
