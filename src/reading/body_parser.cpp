@@ -49,14 +49,16 @@ public:
     bool parse() {
         std::size_t textBegin = 0;
         for (;;) {
-            const std::size_t open = scanner_.findOpen(textBegin);
-            readText(textBegin, open);
+            bool sawAmpersand = false;
+            const std::size_t open = scanner_.nextOpen(sawAmpersand);
+            readText(textBegin, open, sawAmpersand);
             if (open + 1 >= body_.size()) break;  // a "<" that is the last character ends the body, too
             std::size_t close = open + 2 + pending_.text.size();
             if (isCloseOfPending(open)) {
+                scanner_.skipTo(close);
                 pending_ = {};
             } else {
-                close = scanner_.findClose(open + 1);
+                close = scanner_.nextClose();
                 if (!readTag(trimmed(body_.substr(open + 1, close - open - 1)))) return false;
                 if (close == body_.size()) break;
             }
@@ -73,13 +75,13 @@ public:
 private:
     static constexpr std::size_t kBytesPerNode = 24;
 
-    void readText(std::size_t begin, std::size_t end) {
+    void readText(std::size_t begin, std::size_t end, bool sawAmpersand) {
         if (pending_.text.empty()) return;
         const std::string_view text = trimmed(body_.substr(begin, end - begin));
         const NameID name = writer_.names().number(pending_.text, pending_.key);
         if (text.empty())
             openAggregate(name, end);
-        else if (scanner_.mayHoldAmpersandSince(begin) && text.find('&') != std::string_view::npos)
+        else if (sawAmpersand)
             writer_.setOwnTextSize(unescape(text, writer_.ownLeaf(name, text.size())));
         else
             writer_.leaf(name, text);

@@ -15,7 +15,7 @@ NameID NameTable::numberOfUnknown(std::string_view name, bool copy) {
         const Entry& entry = unknown_[slots_[slot] - 1];
         if (entry.hash == hash && entry.name == name) return kKnownElementCount + slots_[slot] - 1;
     }
-    if (copy) name = copies_.emplace_back(name);
+    if (copy) name = copies_.emplace_front(name);
     unknown_.push({name, hash});
     slots_[slot] = unknown_.size();
     return kKnownElementCount + unknown_.size() - 1;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <deque>
+#include <forward_list>
 #include <memory>
 #include <string>
 
@@ -43,7 +43,7 @@ private:
     std::unique_ptr<UnpredictableHash> hash_;  ///< made for the first unknown name
     PodVector<Entry> unknown_;
     PodVector<std::uint32_t> slots_;  ///< open addressing; position in unknown_ + 1, 0 is free
-    std::deque<std::string> copies_;
+    std::forward_list<std::string> copies_;
 };
 
 }  // namespace brackwell::reading
