@@ -81,10 +81,6 @@ public:
     const std::shared_ptr<TvOFXHelper>& helperObject() const noexcept { return helperObject_; }
     void setHelperObject(std::shared_ptr<TvOFXHelper> helper) noexcept { helperObject_ = std::move(helper); }
 
-protected:
-    /// helperObject, or the shared helper when there is none.
-    const TvOFXHelper& helper() const;
-
 private:
     std::optional<ParseDictionary> originalParseData_;
     std::uint64_t ofxVersion_ = 0;

@@ -52,8 +52,4 @@ void TvOFXAggregate::setOriginalParseData(std::optional<ParseDictionary> node) n
     originalParseData_ = std::move(node);
 }
 
-const TvOFXHelper& TvOFXAggregate::helper() const {
-    return helperObject_ ? *helperObject_ : *TvOFXHelper::defaultHelper();
-}
-
 }  // namespace brackwell

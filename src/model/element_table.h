@@ -3,6 +3,8 @@
 
 #include <brackwell/model.h>
 
+#include <type_traits>
+
 #include "reading/node_ref.h"
 
 /// \file
@@ -18,7 +20,8 @@
 ///     Elements::table.read(*this, NodeRef::of(*node));
 ///
 /// The rules that more than one class needs are written once, here. A rule that finds a value of
-/// another kind than its element should have leaves the field as it is.
+/// another kind than its element should have leaves the field as it is. A name stands once among the
+/// entries of an aggregate, so each rule runs at most once for an object.
 
 namespace brackwell {
 
@@ -40,6 +43,8 @@ struct ElementEntry {
 template <class Object, std::size_t Count>
 class ElementTable {
 public:
+    using Reader = Object;
+
     consteval explicit ElementTable(const ElementEntry<Object> (&entries)[Count]) {
         rows_.fill(kNone);
         for (std::size_t row = 0; row < Count; ++row) {
@@ -94,17 +99,66 @@ void integer(ClassOf<member>& object, const NodeRef& value) {
     if (value.isText()) object.*member = leadingInteger(value.text());
 }
 
-/// An aggregate that has a class, built with the class's initWithParseDict.
-template <auto member>
-void object(ClassOf<member>& object, const NodeRef& value) {
-    using Class = typename FieldOf<member>::element_type;
-    if (value.isDictionary()) object.*member = Class::initWithParseDict(value.dictionary());
+/// A text and what it stands for.
+template <class Value>
+struct Choice {
+    std::string_view text;
+    Value value;
+};
+
+/// One of several words; any other text leaves the field as it is.
+template <auto member, const auto& choices>
+void choice(ClassOf<member>& object, const NodeRef& value) {
+    if (!value.isText()) return;
+    for (const auto& [text, meaning] : choices)
+        if (text == value.text()) object.*member = meaning;
 }
 
-/// Makes an object of a class over a node, for classes whose constructor takes one.
-template <class Class>
-std::shared_ptr<Class> makeFrom(const std::optional<ParseDictionary>& node) {
-    return std::make_shared<Class>(node);
+/// The helper of an object, or the shared one when it has none.
+inline const TvOFXHelper& helperOf(const TvOFXAggregate& object) {
+    const auto& own = object.helperObject();
+    return own ? *own : *TvOFXHelper::defaultHelper();
+}
+
+/// A date; nothing when the text is none.
+template <auto member>
+void date(ClassOf<member>& object, const NodeRef& value) {
+    if (value.isText()) object.*member = helperOf(object).dateFromOFXDateString(value.text());
+}
+
+/// An amount; nothing when the text is none.
+template <auto member>
+void amount(ClassOf<member>& object, const NodeRef& value) {
+    if (value.isText()) object.*member = helperOf(object).decimalNumberFromOFXAmountString(value.text());
+}
+
+/// A leaf that may repeat: the values as they stand, whatever their kind; a text that stands alone is a
+/// list of one.
+template <auto member>
+void list(ClassOf<member>& object, const NodeRef& value) {
+    if (value.isDictionary()) return;
+    auto& values = (object.*member).emplace();
+    for (const NodeRef& element : value.elements()) values.push_back(element.value());
+}
+
+/// An aggregate whose elements are fields of the object itself.
+template <const auto& elements>
+void inner(typename std::remove_cvref_t<decltype(elements)>::Reader& object, const NodeRef& value) {
+    if (value.isDictionary()) elements.read(object, value);
+}
+
+/// An aggregate that has a class, built with the class's own function.
+template <auto member, auto make = &FieldOf<member>::element_type::initWithParseDict>
+void object(ClassOf<member>& object, const NodeRef& value) {
+    if (value.isDictionary()) object.*member = make(value.dictionary());
+}
+
+/// A repeated aggregate that has a class: one object for each, in document order. Texts among them are
+/// passed over.
+template <auto make, class List>
+void appendObjects(List& list, const NodeRef& value) {
+    for (const NodeRef& element : value.elements())
+        if (element.isDictionary()) list.push_back(make(element.dictionary()));
 }
 
 }  // namespace brackwell

@@ -15,19 +15,6 @@ std::string textOf(const std::optional<Decimal>& amount) { return amount ? amoun
 struct TvOFXAccountStatement::Elements {
     using Self = TvOFXAccountStatement;
 
-    template <auto member>
-    static void date(Self& self, const NodeRef& value) {
-        if (value.isText()) self.*member = self.helper().dateFromOFXDateString(value.text());
-    }
-    template <auto member>
-    static void amount(Self& self, const NodeRef& value) {
-        if (value.isText()) self.*member = self.helper().decimalNumberFromOFXAmountString(value.text());
-    }
-    /// An aggregate whose elements are fields of the statement itself.
-    template <const auto& elements>
-    static void inner(Self& self, const NodeRef& value) {
-        if (value.isDictionary()) elements.read(self, value);
-    }
     static void transactions(Self& self, const NodeRef& value) { self.readTransactions(value); }
 
     static constexpr ElementTable<Self, 3> transactionList{{

@@ -15,16 +15,9 @@ struct TvOFXStatementTransaction::Parties {
 struct TvOFXStatementTransaction::Elements {
     using Self = TvOFXStatementTransaction;
 
-    template <auto member>
-    static void date(Self& self, const NodeRef& value) {
-        if (value.isText()) self.*member = self.helper().dateFromOFXDateString(value.text());
-    }
     static void datePosted(Self& self, const NodeRef& value) {
         date<&Self::datePosted_>(self, value);
         text<&Self::texts_, originalDatePostedString_>(self, value);
-    }
-    static void amount(Self& self, const NodeRef& value) {
-        if (value.isText()) self.amount_ = self.helper().decimalNumberFromOFXAmountString(value.text());
     }
     static void payee(Self& self, const NodeRef& value) {
         if (value.isDictionary()) self.parties().payee = TvOFXPayee::initWithParseDict(value.dictionary());
@@ -44,7 +37,7 @@ struct TvOFXStatementTransaction::Elements {
         {element("DTPOSTED"), datePosted},
         {element("DTUSER"), date<&Self::dateUserInit_>},
         {element("DTAVAIL"), date<&Self::dateFundsAvailable_>},
-        {element("TRNAMT"), amount},
+        {element("TRNAMT"), brackwell::amount<&Self::amount_>},
         {element("FITID"), text<&Self::texts_, fiTransactionID_>},
         {element("CORRECTFITID"), text<&Self::texts_, correctionFITID_>},
         {element("CORRECTACTION"), text<&Self::texts_, correctionAction_>},
