@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "support/documents.h"
+
+#include <doctest/doctest.h>
+
+namespace brackwell::tests {
+
+ParseDictionary parsed(std::string_view body) {
+    INFO(std::string(body.substr(0, 500)));
+    Error error;
+    const std::optional<ParseDictionary> tree = TvOFXParser::parseOFXDataString(body, &error);
+    REQUIRE_MESSAGE(tree, error.description);
+    return *tree;
+}
+
+ParseDictionary at(const ParseDictionary& tree, std::initializer_list<std::string_view> path) {
+    ParseValue value(tree);
+    for (const std::string_view name : path) value = value[name];
+    const std::optional<ParseDictionary> dictionary = value.dictionary();
+    REQUIRE(dictionary);
+    return *dictionary;
+}
+
+namespace {
+
+std::shared_ptr<TvOFXMessage> importedData(const Data& data, TextEncoding encoding) {
+    Error error;
+    auto message = TovanaOFXController::importOFXFileFromData(data, encoding, nullptr, nullptr, &error);
+    REQUIRE_MESSAGE(message, error.description);
+    return message;
+}
+
+}  // namespace
+
+std::shared_ptr<TvOFXMessage> imported(std::string_view document, TextEncoding encoding) {
+    return importedData(Data::copy(document), encoding);
+}
+
+Data exampleData(const std::string& name) {
+    std::optional<Data> data = Data::fromFile(BRACKWELL_EXAMPLES_DIR "/" + name);
+    REQUIRE_MESSAGE(data, name);
+    return *data;
+}
+
+std::shared_ptr<TvOFXMessage> importedExample(const std::string& name, TextEncoding encoding) {
+    return importedData(exampleData(name), encoding);
+}
+
+std::shared_ptr<TvOFXInterpreter> interpreted(std::string_view document, TextEncoding encoding) {
+    TvOFXParser parser(Data::copy(document));
+    parser.setStringEncoding(encoding);
+    Error error;
+    const std::shared_ptr<TvOFXParserResult> result = parser.parseWithError(&error);
+    REQUIRE_MESSAGE(result, error.description);
+    auto interpreter = TvOFXInterpreter::initWithParseResult(*result);
+    interpreter->interpret();
+    return interpreter;
+}
+
+}  // namespace brackwell::tests
