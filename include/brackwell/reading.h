@@ -167,7 +167,8 @@ public:
 
 private:
     struct State;
-    std::unique_ptr<State> state_;
+    State& state();
+    std::unique_ptr<State> state_;  ///< null: nothing has been added
 };
 
 /// Where the texts of an object come from: leaves of the tree that it was read from, which is shared

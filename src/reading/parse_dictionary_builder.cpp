@@ -45,27 +45,33 @@ void ParseDictionaryBuilder::State::copy(std::string_view name, const NodeRef& s
     }
 }
 
-ParseDictionaryBuilder::ParseDictionaryBuilder() : state_(std::make_unique<State>()) {}
+ParseDictionaryBuilder::ParseDictionaryBuilder() = default;
 ParseDictionaryBuilder::ParseDictionaryBuilder(ParseDictionaryBuilder&&) noexcept = default;
 ParseDictionaryBuilder& ParseDictionaryBuilder::operator=(ParseDictionaryBuilder&&) noexcept = default;
 ParseDictionaryBuilder::~ParseDictionaryBuilder() = default;
 
-void ParseDictionaryBuilder::leaf(std::string_view name, std::string_view text) { state_->leaf(name, text); }
+void ParseDictionaryBuilder::leaf(std::string_view name, std::string_view text) { state().leaf(name, text); }
 
-void ParseDictionaryBuilder::open(std::string_view name) { state_->open(name); }
+void ParseDictionaryBuilder::open(std::string_view name) { state().open(name); }
 
 void ParseDictionaryBuilder::close() {
-    if (state_->writer.hasOpen()) state_->writer.close();
+    if (state_ && state_->writer.hasOpen()) state_->writer.close();
 }
 
 void ParseDictionaryBuilder::value(std::string_view name, const ParseValue& value) {
-    for (const NodeRef& element : NodeRef::of(value).elements()) state_->copy(name, element);
+    for (const NodeRef& element : NodeRef::of(value).elements()) state().copy(name, element);
 }
 
 ParseDictionary ParseDictionaryBuilder::finish() {
-    const std::unique_ptr<State> finished = std::exchange(state_, std::make_unique<State>());
+    const std::unique_ptr<State> finished = std::move(state_);
+    if (!finished) return {};
     finished->writer.finish();
     return NodeRef::root(finished->document);
+}
+
+ParseDictionaryBuilder::State& ParseDictionaryBuilder::state() {
+    if (!state_) state_ = std::make_unique<State>();
+    return *state_;
 }
 
 }  // namespace brackwell

@@ -37,11 +37,12 @@ public:
         }
     }
 
-    /// Goes on behind a markup character that the caller has found already.
-    void skipTo(std::size_t position) noexcept {
-        while (next() < position) {
-        }
+    /// Where the next markup characters stand; null when it is not written down for so many.
+    const std::uint32_t* ahead(std::size_t count) const noexcept {
+        return count_ - at_ >= count ? positions_.data() + at_ : nullptr;
     }
+    /// Passes over characters that ahead has shown.
+    void skip(std::size_t count) noexcept { at_ += count; }
 
 private:
     static constexpr std::size_t kBlock = 64;

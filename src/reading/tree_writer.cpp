@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reading/tree_writer.h"
 
-#include <algorithm>
+#include <cstring>
 
 namespace brackwell::reading {
 
@@ -48,7 +48,7 @@ void TreeWriter::finish() noexcept {
 
 void TreeWriter::makePlaces(NameID end) {
     const std::uint32_t more = end - places_.size();
-    std::fill_n(places_.append(more), more, Place{kNowhere, 0});
+    std::memset(static_cast<void*>(places_.append(more)), 0, more * sizeof(Place));
 }
 
 }  // namespace brackwell::reading

@@ -38,9 +38,7 @@ public:
     void finish() noexcept;
 
 private:
-    static constexpr std::uint32_t kNowhere = ~std::uint32_t{0};
-
-    /// Where a name stood last: in which aggregate, as which node.
+    /// Where a name stood last: in which aggregate, as which node; node 0, the root, is nowhere.
     struct Place {
         std::uint32_t aggregate;
         std::uint32_t node;
@@ -60,13 +58,13 @@ private:
         const std::uint32_t node = document_.nodes_.size();
         const std::uint32_t aggregate = open_.back().node;
         Place& place = places_[name];
-        if (place.aggregate == aggregate) {
+        if (place.aggregate == aggregate && place.node != 0) {
             document_.nodes_.push({nameAndKind | Node::kRepeated, begin, size, 0});
             document_.nodes_[place.node].next = node;
         } else {
             document_.nodes_.push({nameAndKind, begin, size, 0});
             ++document_.nodes_[aggregate].size;
-            if (place.aggregate != kNowhere && isOpen(place.aggregate)) overwritten_.push({name, place});
+            if (place.node != 0 && isOpen(place.aggregate)) overwritten_.push({name, place});
         }
         place = {aggregate, node};
         return node;
