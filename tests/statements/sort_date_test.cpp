@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/statements.h>
+#include <doctest/doctest.h>
+
+#include "support/documents.h"
+#include "support/shown.h"
+#include "support/time_zone_guard.h"
+
+using namespace brackwell;
+using namespace brackwell::tests;
+
+namespace {
+
+std::shared_ptr<TvOFXStatementTransaction> posted(const char* date) {
+    return TvOFXStatementTransaction::initWithParserDict(ParseDictionary{{"DTPOSTED", date}});
+}
+
+}  // namespace
+
+TEST_CASE("the sort key is the day of the posting date in the process's time zone") {
+    struct Row {
+        const char* zone;
+        const char* date;
+        const char* day;
+    };
+    for (const Row& row :
+         {Row{"UTC0", "20240131233000", "20240131"}, Row{"CET-1", "20240131233000", "20240201"},
+          Row{"CET-1", "20240131225959", "20240131"}, Row{"EST5", "20240201", "20240131"},
+          Row{"EST5", "20240101045959.999", "20231231"}, Row{"EST5", "20240101050000", "20240101"},
+          Row{"IST-5:30", "20240228183000", "20240229"}, Row{"UTC0", "00010101", "00010101"},
+          Row{"UTC0", "99991231", "99991231"},
+          Row{"CET-1CEST,M3.5.0,M10.5.0/3", "20240701223000", "20240702"},
+          Row{"CET-1CEST,M3.5.0,M10.5.0/3", "20240101223000", "20240101"}}) {
+        CAPTURE(row.zone);
+        CAPTURE(row.date);
+        const TimeZoneGuard guard(row.zone);
+        CHECK(shown(posted(row.date)->sort_date()) == row.day);
+    }
+}
+
+TEST_CASE("without a posting date there is no sort key, whatever other dates there are") {
+    const auto read = TvOFXStatementTransaction::initWithParserDict(
+        ParseDictionary{{"DTPOSTED", "2024"}, {"DTUSER", "20240101"}, {"DTAVAIL", "20240101"}});
+    CHECK(shown(read->sort_date()) == "nothing");
+    const TimeZoneGuard guard("UTC0");
+    read->setDatePosted(utc(2024, 5, 6));
+    CHECK(shown(read->sort_date()) == "20240506");
+}
+
+TEST_CASE("the sort key is made once and kept") {
+    const auto read = posted("20240131233000");
+    {
+        const TimeZoneGuard guard("CET-1");
+        CHECK(shown(read->sort_date()) == "20240201");
+    }
+    const TimeZoneGuard guard("UTC0");
+    CHECK(shown(read->sort_date()) == "20240201");
+}
+
+TEST_CASE("another posting date renews the sort key, the same one does not") {
+    const auto read = posted("20240131233000");
+    {
+        const TimeZoneGuard guard("CET-1");
+        CHECK(shown(read->sort_date()) == "20240201");
+    }
+    const TimeZoneGuard guard("UTC0");
+    read->setDatePosted(utc(2024, 1, 31, 23, 30));
+    CHECK(shown(read->sort_date()) == "20240201");
+    read->setDatePosted(utc(2024, 1, 31, 23, 30, 0, 1));
+    CHECK(shown(read->sort_date()) == "20240131");
+    CHECK(shown(read->datePosted()) == "2024-01-31 23:30:00.001");
+}
+
+TEST_CASE("a posting date that is taken away takes the sort key with it") {
+    const auto read = posted("20240131");
+    CHECK(read->sort_date());
+    read->setDatePosted(std::nullopt);
+    CHECK(shown(read->sort_date()) == "nothing");
+    CHECK(shown(read->datePosted()) == "nothing");
+    // The document's text is not the setter's business.
+    CHECK(shown(read->originalDatePostedString()) == "20240131");
+}
+
+TEST_CASE("reading a second node does not renew the sort key") {
+    const TimeZoneGuard guard("UTC0");
+    const auto read = posted("20240131");
+    CHECK(shown(read->sort_date()) == "20240131");
+    read->parseDictionary(ParseDictionary{{"DTPOSTED", "20240215"}});
+    CHECK(shown(read->datePosted()) == "2024-02-15 00:00:00.000");
+    CHECK(shown(read->sort_date()) == "20240131");
+}
+
+TEST_CASE("a transaction from an archive makes its sort key anew") {
+    const auto read = posted("20240131233000");
+    {
+        const TimeZoneGuard guard("CET-1");
+        CHECK(shown(read->sort_date()) == "20240201");
+    }
+    const TimeZoneGuard guard("UTC0");
+    CHECK(shown(restored(*read)->sort_date()) == "20240131");
+}
