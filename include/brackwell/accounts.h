@@ -254,6 +254,7 @@ public:
     TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
 
 private:
+    struct Elements;
     enum Text : std::size_t { accountDescription_, accountPhone_, textCount };
     TextFields<textCount> texts_;
     std::shared_ptr<TvOFXBankAccountInfo> bankAccountInfo_;
@@ -283,6 +284,7 @@ public:
     }
 
 private:
+    struct Elements;
     std::optional<Date> lastUpdateDateTime_;
     std::vector<std::shared_ptr<TvOFXAccountInfo>> accountInfos_;
 };

@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+
+#include "model/element_table.h"
+
+namespace brackwell {
+
+struct TvOFXAccountInfoResponse::Elements {
+    using Self = TvOFXAccountInfoResponse;
+    static void lastUpdate(Self& self, const NodeRef& value) {
+        if (value.isText() && !value.text().empty()) date<&Self::lastUpdateDateTime_>(self, value);
+    }
+    static void records(Self& self, const NodeRef& value) {
+        appendObjects<TvOFXAccountInfo::initWithParserDict>(self.accountInfos_, value);
+    }
+    static constexpr ElementTable<Self, 2> table{{
+        {element("DTACCTUP"), lastUpdate},
+        {element("ACCTINFO"), records},
+    }};
+};
+
+TvOFXAccountInfoResponse::TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node)
+    : TvOFXResponse(node) {
+    if (node) Elements::table.read(*this, NodeRef::of(*node));
+}
+
+std::shared_ptr<TvOFXAccountInfoResponse> TvOFXAccountInfoResponse::initWithParseDict(
+    const std::optional<ParseDictionary>& node) {
+    return std::make_shared<TvOFXAccountInfoResponse>(node);
+}
+
+std::string TvOFXAccountInfoResponse::description() const {
+    return "TvOFXAccountInfoResponse containing " + std::to_string(accountInfos_.size()) + " accounts.";
+}
+
+std::string_view TvOFXAccountInfoResponse::className() const noexcept { return "TvOFXAccountInfoResponse"; }
+
+}  // namespace brackwell

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+
+#include "accounts/service_status.h"
+
+namespace brackwell {
+
+struct TvOFXCreditCardAccountInfo::Elements {
+    using Self = TvOFXCreditCardAccountInfo;
+    static constexpr ElementTable<Self, 5> table{{
+        {element("CCACCTFROM"), object<&Self::creditCardAccountFrom_>},
+        {element("SUPTXDL"), flag<&Self::supportsTransactionDownload_>},
+        {element("XFERSRC"), flag<&Self::isTransferSourceAccount_>},
+        {element("XFERDEST"), flag<&Self::isTransferDestinationAccount_>},
+        {element("SVCSTATUS"), choice<&Self::serviceStatus_, kServiceStatuses>},
+    }};
+};
+
+std::shared_ptr<TvOFXCreditCardAccountInfo> TvOFXCreditCardAccountInfo::initWithParserDict(
+    const std::optional<ParseDictionary>& node) {
+    auto info = std::make_shared<TvOFXCreditCardAccountInfo>();
+    if (node) Elements::table.read(*info, NodeRef::of(*node));
+    return info;
+}
+
+OptionalText TvOFXCreditCardAccountInfo::accountID() const noexcept {
+    return creditCardAccountFrom_ ? creditCardAccountFrom_->accountID() : std::nullopt;
+}
+
+OptionalText TvOFXCreditCardAccountInfo::acctKeyChecksum() const noexcept {
+    return creditCardAccountFrom_ ? creditCardAccountFrom_->acctKeyChecksum() : std::nullopt;
+}
+
+}  // namespace brackwell

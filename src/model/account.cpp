@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+
+namespace brackwell {
+namespace {
+
+/// The answer of a block of a record; the answer's default when the record has no such block.
+template <class Block, class Answer>
+Answer ask(const std::shared_ptr<Block>& block, Answer (Block::*question)() const noexcept) noexcept {
+    return block ? ((*block).*question)() : Answer();
+}
+
+}  // namespace
+
+std::shared_ptr<TvOFXAccount> TvOFXAccount::initWithAccountInfos(
+    std::shared_ptr<const TvOFXAccountInfo> accountInfo) {
+    if (!accountInfo) return nullptr;
+    return std::shared_ptr<TvOFXAccount>(new TvOFXAccount(std::move(accountInfo)));
+}
+
+std::string TvOFXAccount::description() const {
+    std::string text = "TvOFXAccount:\n";
+    if (accountDescription()) text.append("description = ").append(*accountDescription()).append("\n");
+    return text;
+}
+
+void TvOFXAccount::setCountry(OptionalText country) {
+    country_ = country ? std::optional<std::string>(*country) : std::nullopt;
+}
+
+std::uint64_t TvOFXAccount::serviceStatus() const noexcept { return accountInfo_->serviceStatus(); }
+
+OptionalText TvOFXAccount::accountDescription() const noexcept { return accountInfo_->accountDescription(); }
+
+OptionalText TvOFXAccount::accountPhone() const noexcept { return accountInfo_->accountPhone(); }
+
+std::shared_ptr<TvOFXBankAccount> TvOFXAccount::bankAccount() const {
+    const auto& bank = accountInfo_->bankAccountInfo();
+    return bank ? bank->bankAcctFrom() : nullptr;
+}
+
+std::uint64_t TvOFXAccount::bankingServiceStatus() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::serviceStatus);
+}
+
+bool TvOFXAccount::supportsTransactionDownload() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::supportsTransactionDownload);
+}
+
+bool TvOFXAccount::isTransferSourceAccount() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::isTransferSourceAccount);
+}
+
+bool TvOFXAccount::isTransferDestinationAccount() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::isTransferDestinationAccount);
+}
+
+OptionalText TvOFXAccount::bankingBankID() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::bankID);
+}
+
+OptionalText TvOFXAccount::bankingBranchID() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::branchID);
+}
+
+OptionalText TvOFXAccount::bankingAccountID() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::accountID);
+}
+
+OptionalText TvOFXAccount::bankingAcctKeyChecksum() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::acctKeyChecksum);
+}
+
+std::uint64_t TvOFXAccount::bankingAccountType() const noexcept {
+    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::accountType);
+}
+
+std::uint64_t TvOFXAccount::creditCardServiceStatus() const noexcept {
+    return ask(accountInfo_->creditCardAccountInfo(), &TvOFXCreditCardAccountInfo::serviceStatus);
+}
+
+std::uint64_t TvOFXAccount::paymentsServiceStatus() const noexcept {
+    return ask(accountInfo_->paymentsAccountInfo(), &TvOFXPaymentsAccountInfo::serviceStatus);
+}
+
+std::uint64_t TvOFXAccount::investmentServiceStatus() const noexcept {
+    return ask(accountInfo_->investmentAccountInfo(), &TvOFXInvestmentAccountInfo::serviceStatus);
+}
+
+}  // namespace brackwell
