@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/model.h>
+
+#include "model/description.h"
+
+namespace brackwell {
+
+TvOFXFIMessage::TvOFXFIMessage(const TvOFXResponse& response) : date_(currentDate()) {
+    const TvOFXStatus* status = response.status().get();
+    const auto append = [this](OptionalText text) { message_.append(orAbsent(text)); };
+    message_ = "[";
+    append(status ? status->severity() : std::nullopt);
+    message_.append("] ");
+    append(status ? status->message() : std::nullopt);
+}
+
+std::shared_ptr<TvOFXFIMessage> TvOFXFIMessage::initWithOFXResponse(const TvOFXResponse& response) {
+    return std::make_shared<TvOFXFIMessage>(response);
+}
+
+}  // namespace brackwell
