@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <brackwell/model.h>
+#include <brackwell/profile.h>
 #include <brackwell/statements.h>
 
 #include "model/wrapper_name.h"
@@ -23,15 +23,35 @@ std::optional<ParseDictionary> dictionaryOf(const NodeRef& value) {
     return value.dictionary();
 }
 
+using Helper = std::shared_ptr<TvOFXHelper>;
+
+/// Responses other than statements convert with the shared helper, never with the caller's: intended.
+template <class Response>
+std::shared_ptr<TvOFXResponse> make(const std::optional<ParseDictionary>& node, const Helper&) {
+    return Response::initWithParseDict(node);
+}
+
 /// A statement reads its node only when the helper is in place.
 template <class Statement>
 std::shared_ptr<TvOFXResponse> makeStatement(const std::optional<ParseDictionary>& node,
-                                             const std::shared_ptr<TvOFXHelper>& helper) {
+                                             const Helper& helper) {
     auto statement = std::make_shared<Statement>();
     statement->setHelperObject(helper);
     statement->parseDictionary(node);
     return statement;
 }
+
+/// The class that stands for an aggregate.
+struct ResponseClass {
+    std::string_view name;
+    std::shared_ptr<TvOFXResponse> (*make)(const std::optional<ParseDictionary>& node, const Helper& helper);
+};
+constexpr std::array<ResponseClass, 5> kResponseClasses{
+    {{"STMTRS", makeStatement<TvOFXStatementResponse>},
+     {"CCSTMTRS", makeStatement<TvOFXCCStatementResponse>},
+     {"SONRS", make<TvOFXSignOnResponse>},
+     {"ACCTINFORS", make<TvOFXAccountInfoResponse>},
+     {"PROFRS", make<TvOFXFIProfileResponse>}}};
 
 template <class List>
 const typename List::mapped_type* find(const List& lists, std::string_view key) {
@@ -109,8 +129,15 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
 
 std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
     std::string_view name, const std::optional<ParseDictionary>& andResponseDict) {
-    if (name == "STMTRS") return makeStatement<TvOFXStatementResponse>(andResponseDict, helperObject_);
-    if (name == "CCSTMTRS") return makeStatement<TvOFXCCStatementResponse>(andResponseDict, helperObject_);
+    for (const ResponseClass& row : kResponseClasses) {
+        if (row.name != name) continue;
+        const std::shared_ptr<TvOFXResponse> response = row.make(andResponseDict, helperObject_);
+        if (auto signOn = std::dynamic_pointer_cast<TvOFXSignOnResponse>(response))
+            signOnResponse_ = std::move(signOn);
+        else if (auto profile = std::dynamic_pointer_cast<TvOFXFIProfileResponse>(response))
+            fiProfileResponse_ = std::move(profile);
+        return response;
+    }
     return TvOFXResponse::initWithParseDict(andResponseDict);
 }
 

@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/profile.h>
+
+#include "model/description.h"
+#include "model/element_table.h"
+
+namespace brackwell {
+
+struct TvOFXFIProfileResponse::Elements {
+    using Self = TvOFXFIProfileResponse;
+
+    static void realms(Self& self, const NodeRef& value) {
+        std::vector<std::shared_ptr<TvOFXSignOnInfo>> built;
+        appendObjects<TvOFXSignOnInfo::initWithParseDict>(built, value);
+        if (!built.empty()) self.signonInfoList_ = std::move(built);
+    }
+    /// A message set stands inside an aggregate for all its versions.
+    template <auto member, reading::NameID version>
+    static void messageSet(Self& self, const NodeRef& value) {
+        if (value.isDictionary()) object<member>(self, value[version]);
+    }
+    /// The lines that there are; nothing without a first one.
+    static void readAddress(Self& self, const NodeRef& profile) {
+        const NodeRef first = profile[element("ADDR1")];
+        if (!first.isText()) return;
+        std::string lines(first.text());
+        for (const reading::NameID name : {element("ADDR2"), element("ADDR3")})
+            if (const NodeRef line = profile[name]; line.isText()) lines.append("\n").append(line.text());
+        self.setAddress(lines);
+    }
+
+    static constexpr ElementTable<Self, 1> realmList{{
+        {element("SIGNONINFO"), realms},
+    }};
+    /// Other message sets have no field.
+    static constexpr ElementTable<Self, 4> messageSets{{
+        {element("BANKMSGSET"), messageSet<&Self::messageSetProfileBanking_, element("BANKMSGSETV1")>},
+        {element("SIGNONMSGSET"), messageSet<&Self::messageSetProfileSignOn_, element("SIGNONMSGSETV1")>},
+        {element("CREDITCARDMSGSET"),
+         messageSet<&Self::messageSetProfileCreditCard_, element("CREDITCARDMSGSETV1")>},
+        {element("SIGNUPMSGSET"), messageSet<&Self::messageSetProfileSignUp_, element("SIGNUPMSGSETV1")>},
+    }};
+    static constexpr ElementTable<Self, 13> table{{
+        {element("FINAME"), text<&Self::texts_, fiName_>},
+        {element("CITY"), text<&Self::texts_, city_>},
+        {element("STATE"), text<&Self::texts_, state_>},
+        {element("POSTALCODE"), text<&Self::texts_, postalCode_>},
+        {element("COUNTRY"), text<&Self::texts_, country_>},
+        {element("CSPHONE"), text<&Self::texts_, customerServicePhoneNumber_>},
+        {element("TSPHONE"), text<&Self::texts_, technicalSupportPhoneNumber_>},
+        {element("FAXPHONE"), text<&Self::texts_, faxNumber_>},
+        {element("URL"), text<&Self::texts_, informationURL_>},
+        {element("EMAIL"), text<&Self::texts_, email_>},
+        {element("DTPROFUP"), date<&Self::updateTime_>},
+        {element("SIGNONINFOLIST"), inner<realmList>},
+        {element("MSGSETLIST"), inner<messageSets>},
+    }};
+};
+
+TvOFXFIProfileResponse::TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node)
+    : TvOFXResponse(node) {
+    if (!node) return;
+    const NodeRef profile = NodeRef::of(*node);
+    Elements::table.read(*this, profile);
+    Elements::readAddress(*this, profile);
+}
+
+std::shared_ptr<TvOFXFIProfileResponse> TvOFXFIProfileResponse::initWithParseDict(
+    const std::optional<ParseDictionary>& node) {
+    return std::make_shared<TvOFXFIProfileResponse>(node);
+}
+
+std::string TvOFXFIProfileResponse::description() const {
+    // The other class's name, and the postal code before the city: intended.
+    std::string text = "TvOFXFIProfile";
+    appendPresent(text, "\n   fiName = ", fiName());
+    appendPresent(text, "\n   address = ", address());
+    appendPresent(text, "\n   postalCode = ", postalCode());
+    appendPresent(text, "\n   city = ", city());
+    appendPresent(text, "\n   state = ", state());
+    appendPresent(text, "\n   country = ", country());
+    appendPresent(text, "\n   updateTime = ", updateTime_);
+    appendPresent(text, "\n   customerServicePhoneNumber = ", customerServicePhoneNumber());
+    appendPresent(text, "\n   technicalSupportPhoneNumber = ", technicalSupportPhoneNumber());
+    appendPresent(text, "\n   faxNumber = ", faxNumber());
+    appendPresent(text, "\n   informationURL = ", informationURL());
+    appendPresent(text, "\n   email = ", email());
+    text.append("\n");
+    if (signonInfoList_ && !signonInfoList_->empty()) {
+        text.append("\nsignonInfoList:");
+        for (const auto& realm : *signonInfoList_)
+            text.append("\n\t").append(realm ? realm->description() : std::string(kAbsent));
+    }
+    text.append("\n");
+    if (messageSetProfileBanking_)
+        text.append("\nmessageSetBanking = ").append(messageSetProfileBanking_->description());
+    text.append("\n");
+    // The sign-up and card message sets are not shown: intended.
+    if (messageSetProfileSignOn_)
+        text.append("\nmessageSetSignOn = ").append(messageSetProfileSignOn_->description());
+    return text;
+}
+
+std::string_view TvOFXFIProfileResponse::className() const noexcept { return "TvOFXFIProfileResponse"; }
+
+}  // namespace brackwell

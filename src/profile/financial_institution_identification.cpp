@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/profile.h>
+
+#include "model/description.h"
+#include "model/ofx_text.h"
+#include "reading/node_ref.h"
+
+namespace brackwell {
+
+using reading::element;
+using reading::NodeRef;
+
+TvOFXFinancialInstitutionIdentification::TvOFXFinancialInstitutionIdentification(
+    const std::optional<ParseDictionary>& node)
+    : TvOFXAggregate(node) {
+    if (!node) return;
+    // Without a name the identifier is not read either: intended.
+    for (const auto& [field, name] : {std::pair(organization_, element("ORG")), {fid_, element("FID")}}) {
+        const NodeRef value = NodeRef::of(*node)[name];
+        if (!value.isText() || value.text().empty()) return;
+        texts_.setLeaf(field, *value.owner, value.index);
+    }
+}
+
+std::shared_ptr<TvOFXFinancialInstitutionIdentification>
+TvOFXFinancialInstitutionIdentification::initWithParseDict(const std::optional<ParseDictionary>& node) {
+    return std::make_shared<TvOFXFinancialInstitutionIdentification>(node);
+}
+
+std::string TvOFXFinancialInstitutionIdentification::description() const {
+    std::string text(className());
+    return text.append(" = ").append(orAbsent(fid())).append("/").append(orAbsent(organization()));
+}
+
+std::string TvOFXFinancialInstitutionIdentification::ofxString() const {
+    std::string text = "<FI>\n";
+    if (organization() && !organization()->empty()) appendLeaf(text, "ORG", *organization(), ofxVersion());
+    if (fid() && !fid()->empty()) appendLeaf(text, "FID", *fid(), ofxVersion());
+    return text.append("</FI>\n");
+}
+
+std::string_view TvOFXFinancialInstitutionIdentification::className() const noexcept {
+    return "TvOFXFinancialInstitutionIdentification";
+}
+
+}  // namespace brackwell

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/message_sets.h>
+
+#include "model/element_table.h"
+#include "profile/list_text.h"
+
+namespace brackwell {
+
+struct TvOFXMessageSetProfileBanking::Elements {
+    using Self = TvOFXMessageSetProfileBanking;
+    static constexpr ElementTable<Self, 2> email{{
+        {element("CANEMAIL"), flag<&Self::supportsEMail_>},
+        {element("CANNOTIFY"), flag<&Self::supportsNotification_>},
+    }};
+    static constexpr ElementTable<Self, 9> transfers{{
+        {element("PROCDAYSOFF"), list<&Self::noProcessingDays_>},
+        {element("PROCENDTM"), text<&Self::texts_, processingEndTime_>},
+        {element("CANSCHED"), flag<&Self::supportsScheduledTransfers_>},
+        {element("CANRECUR"), flag<&Self::supportsRecurringTransfers_>},
+        {element("CANMODXFERS"), flag<&Self::supportsModifyTransfers_>},
+        {element("CANMODMDLS"), flag<&Self::supportsModifyModels_>},
+        {element("MODELWND"), integer<&Self::modelWindow_>},
+        {element("DAYSWITH"), integer<&Self::daysWith_>},
+        {element("DFLTDAYSTOPAY"), integer<&Self::defaultNumberOfDaysToPay_>},
+    }};
+    static constexpr ElementTable<Self, 3> table{{
+        {element("CLOSINGAVAIL"), flag<&Self::closingStatementInformationAvailable_>},
+        {element("EMAILPROF"), inner<email>},
+        {element("XFERPROF"), inner<transfers>},
+    }};
+
+    struct FlagLine {
+        std::string_view label;
+        bool Self::*flag;
+    };
+    /// The doubled word is intended.
+    static constexpr std::array<FlagLine, 6> flagLines{
+        {{"\n   supports scheduled transfers: ", &Self::supportsScheduledTransfers_},
+         {"\n   supports recurring transfers: ", &Self::supportsRecurringTransfers_},
+         {"\n   supports modify transfers: ", &Self::supportsModifyTransfers_},
+         {"\n   supports modify models: ", &Self::supportsModifyModels_},
+         {"\n   supports supports email: ", &Self::supportsEMail_},
+         {"\n   supports notification: ", &Self::supportsNotification_}}};
+};
+
+TvOFXMessageSetProfileBanking::TvOFXMessageSetProfileBanking(const std::optional<ParseDictionary>& node)
+    : TvOFXMessageSetProfile(node) {
+    if (node) Elements::table.read(*this, NodeRef::of(*node));
+}
+
+std::shared_ptr<TvOFXMessageSetProfileBanking> TvOFXMessageSetProfileBanking::initWithParseDict(
+    const std::optional<ParseDictionary>& node) {
+    return std::make_shared<TvOFXMessageSetProfileBanking>(node);
+}
+
+std::string TvOFXMessageSetProfileBanking::description() const {
+    std::string text = TvOFXMessageSetProfile::description();
+    appendList(text, "\n   unsupported account types: ", unsupportedAccountTypes_, "");
+    text.append("\n   closing statement info available: ")
+        .append(yesOrNo(closingStatementInformationAvailable_));
+    appendList(text, "\n   no processing days: (", noProcessingDays_, ")");
+    appendFilled(text, "\n   processing end time: ", processingEndTime());
+    for (const auto& [label, flag] : Elements::flagLines) text.append(label).append(yesOrNo(this->*flag));
+    text.append("\n   model window: ").append(std::to_string(modelWindow_));
+    text.append("\n   days with: ").append(std::to_string(daysWith_));
+    text.append("\n   default number of days to pay: ").append(std::to_string(defaultNumberOfDaysToPay_));
+    return text;
+}
+
+std::string_view TvOFXMessageSetProfileBanking::className() const noexcept {
+    return "TvOFXMessageSetProfileBanking";
+}
+
+}  // namespace brackwell

@@ -1,0 +1,24 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/message_sets.h>
+
+#include "model/element_table.h"
+
+namespace brackwell {
+
+TvOFXMessageSetProfileCreditCard::TvOFXMessageSetProfileCreditCard(const std::optional<ParseDictionary>& node)
+    : TvOFXMessageSetProfile(node) {
+    if (node)
+        flag<&TvOFXMessageSetProfileCreditCard::closingStatementInformationAvailable_>(
+            *this, NodeRef::of(*node)[element("CLOSINGAVAIL")]);
+}
+
+std::shared_ptr<TvOFXMessageSetProfileCreditCard> TvOFXMessageSetProfileCreditCard::initWithParseDict(
+    const std::optional<ParseDictionary>& node) {
+    return std::make_shared<TvOFXMessageSetProfileCreditCard>(node);
+}
+
+std::string_view TvOFXMessageSetProfileCreditCard::className() const noexcept {
+    return "TvOFXMessageSetProfileCreditCard";
+}
+
+}  // namespace brackwell
