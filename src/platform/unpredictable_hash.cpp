@@ -56,7 +56,7 @@ std::uint64_t UnpredictableHash::operator()(std::string_view text) const noexcep
     }
     word = 0;
     if (left != 0) std::memcpy(&word, p, left);
-    state.absorb(word ^ static_cast<std::uint64_t>(text.size()) << 56);
+    state.absorb(word ^ std::uint64_t{text.size()} << 56);
     state.c ^= 0xff;
     for (int i = 0; i < 3; ++i) state.round();
     return state.a ^ state.b ^ state.c ^ state.d;
