@@ -1,6 +1,8 @@
 # Fails unless every C++ block of the Markdown file PAGE is, letter for letter, one of PROGRAMS
 # without its licence line, and there is at least one.
 
+cmake_minimum_required(VERSION 3.25)
+
 set(known "")
 foreach(program ${PROGRAMS})
     file(READ ${program} text)

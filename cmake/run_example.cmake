@@ -1,6 +1,8 @@
 # Runs PROGRAM with DOCUMENT and fails unless it succeeds and, when the file EXPECTED exists, prints
 # exactly what stands there.
 
+cmake_minimum_required(VERSION 3.25)
+
 execute_process(
     COMMAND ${PROGRAM} ${DOCUMENT}
     OUTPUT_VARIABLE output
