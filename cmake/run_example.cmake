@@ -1,10 +1,10 @@
-# Runs PROGRAM with DOCUMENT and fails unless it succeeds and, when the file EXPECTED exists, prints
+# Runs PROGRAM with DOCUMENTS and fails unless it succeeds and, when the file EXPECTED exists, prints
 # exactly what stands there.
 
 cmake_minimum_required(VERSION 3.25)
 
 execute_process(
-    COMMAND ${PROGRAM} ${DOCUMENT}
+    COMMAND ${PROGRAM} ${DOCUMENTS}
     OUTPUT_VARIABLE output
     RESULT_VARIABLE result
     TIMEOUT 60)
