@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string_view>
+
+namespace tool {
+
+/// Writes "subject: text" as a line to standard error, in one piece. What a terminal might obey is
+/// made visible when standard error is one.
+void say(std::string_view subject, std::string_view text);
+
+}  // namespace tool

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tool {
+
+/// A text that can be shown on a terminal whatever document it comes from: control characters,
+/// escapes and characters that turn the direction of writing are replaced by visible ones, line
+/// breaks and tabs by blanks; blanks beside each other become one, and none stand at the ends.
+std::string visibleText(std::string_view text);
+
+/// The same for a text of several lines, in which line feeds, tabs and blanks stay.
+std::string visibleLines(std::string_view text);
+
+}  // namespace tool
