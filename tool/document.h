@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/reading.h>
+
+#include <string>
+
+namespace tool {
+
+/// One file of the command line, read and parsed as far as possible.
+struct Document {
+    enum class Outcome {
+        read,        ///< content.ofxData is there
+        notOFX,      ///< decoded, but its text does not begin like OFX
+        malformed,   ///< no text, or a body that does not parse; the header is kept where there is one
+        unreadable,  ///< there are no bytes
+    };
+
+    std::string name;  ///< as on the command line
+    Outcome outcome = Outcome::unreadable;
+    std::string complaint;  ///< why the document was not read
+    std::string note;       ///< what a reader should know of how it was read; usually empty
+    brackwell::TextEncoding encoding = brackwell::TextEncodingNone;  ///< the one that was used
+    brackwell::TvOFXParserResult content;
+};
+
+/// Reads a file, or standard input for "-". Without an encoding, the encoding that the document itself
+/// names and windows-1252 are tried where the library finds none of its own.
+Document readDocument(const std::string& name, brackwell::TextEncoding encoding);
+
+}  // namespace tool

@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// \file
+/// The objects of the model as JSON: each field that has a getter, under its name, in the order in which
+/// the class declares its fields.
+
+#include <brackwell/brackwell.h>
+
+namespace tool {
+
+class JsonWriter;
+
+// Bases
+void writeMessage(JsonWriter& json, const brackwell::TvOFXMessage& message);
+void writeStatus(JsonWriter& json, const brackwell::TvOFXStatus& status);
+/// Any response: its class, what its wrapper said, and the fields of its class.
+void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response);
+
+// Accounts
+/// Any account: its class and its fields.
+void writeAccount(JsonWriter& json, const brackwell::TvOFXAggregate& account);
+void writeBankAccount(JsonWriter& json, const brackwell::TvOFXBankAccount& account);
+void writeCreditCardAccount(JsonWriter& json, const brackwell::TvOFXCreditCardAccount& account);
+void writeAccountInfo(JsonWriter& json, const brackwell::TvOFXAccountInfo& record);
+
+// Statements
+void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransaction& transaction);
+
+// The fields of each response class, without what all responses have.
+void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
+void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
+void writeAccountInfoFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
+void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
+void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
+
+}  // namespace tool

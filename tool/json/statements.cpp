@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "json/fields.h"
+#include "json/objects.h"
+
+namespace tool {
+namespace {
+
+void writePayee(JsonWriter& json, const brackwell::TvOFXPayee& payee) {
+    json.beginObject();
+    writeField(json, "name", payee.name());
+    writeField(json, "address", std::string_view(payee.address()));
+    writeField(json, "city", payee.city());
+    writeField(json, "state", payee.state());
+    writeField(json, "zipCode", payee.zipCode());
+    writeField(json, "country", payee.country());
+    writeField(json, "phoneNumber", payee.phoneNumber());
+    json.endObject();
+}
+
+/// The fields behind the account.
+void writeAccountStatement(JsonWriter& json, const brackwell::TvOFXAccountStatement& statement) {
+    writeField(json, "transactionStartDateTime", statement.transactionStartDateTime());
+    writeField(json, "transactionEndDateTime", statement.transactionEndDateTime());
+    writeList(json, "statementTransactions", statement.statementTransactions(), writeTransaction);
+    writeField(json, "ledgerBalanceAmount", statement.ledgerBalanceAmount());
+    writeField(json, "ledgerBalanceDateTime", statement.ledgerBalanceDateTime());
+    writeField(json, "availableBalanceAmount", statement.availableBalanceAmount());
+    writeField(json, "availableBalanceDateTime", statement.availableBalanceDateTime());
+}
+
+}  // namespace
+
+void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransaction& transaction) {
+    json.beginObject();
+    writeField(json, "transactionType", transaction.transactionType());
+    writeField(json, "datePosted", transaction.datePosted());
+    writeField(json, "dateUserInit", transaction.dateUserInit());
+    writeField(json, "dateFundsAvailable", transaction.dateFundsAvailable());
+    writeField(json, "amount", transaction.amount());
+    writeField(json, "fiTransactionID", transaction.fiTransactionID());
+    writeField(json, "correctionFITID", transaction.correctionFITID());
+    writeField(json, "correctionAction", transaction.correctionAction());
+    writeField(json, "serverTransactionID", transaction.serverTransactionID());
+    writeField(json, "checkOrReferenceNumber", transaction.checkOrReferenceNumber());
+    writeField(json, "referenceNumber", transaction.referenceNumber());
+    writeField(json, "standardIndustrialCode", transaction.standardIndustrialCode());
+    writeField(json, "payeeID", transaction.payeeID());
+    writeField(json, "payeeName", transaction.payeeName());
+    writeField(json, "payee", transaction.payee(), writePayee);
+    writeField(json, "bankAccountTo", transaction.bankAccountTo(), writeBankAccount);
+    writeField(json, "creditCardAccountTo", transaction.creditCardAccountTo(), writeCreditCardAccount);
+    writeField(json, "memo", transaction.memo());
+    writeField(json, "currency", transaction.currency());
+    writeField(json, "origCurrency", transaction.origCurrency());
+    writeField(json, "originalDataString", transaction.originalDataString());
+    writeField(json, "originalDatePostedString", transaction.originalDatePostedString());
+    json.endObject();
+}
+
+void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+    const auto& statement = static_cast<const brackwell::TvOFXStatementResponse&>(response);
+    writeField(json, "defaultCurrency", statement.defaultCurrency());
+    writeField(json, "bankAccountFrom", statement.bankAccountFrom(), writeBankAccount);
+    writeAccountStatement(json, statement);
+}
+
+void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+    const auto& statement = static_cast<const brackwell::TvOFXCCStatementResponse&>(response);
+    writeField(json, "defaultCurrency", statement.defaultCurrency());
+    writeField(json, "creditCardAccountFrom", statement.creditCardAccountFrom(), writeCreditCardAccount);
+    writeAccountStatement(json, statement);
+}
+
+}  // namespace tool

@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace tool {
+
+class Output;
+
+/// Writes JSON as it goes, without keeping any of it: objects and arrays may be of any size and depth.
+/// The caller closes what it opens and gives a key before each value of an object.
+class JsonWriter {
+public:
+    explicit JsonWriter(Output& output) noexcept : output_(output) {}
+
+    void beginObject() { begin('{'); }
+    void endObject() { end('}'); }
+    void beginArray() { begin('['); }
+    void endArray() { end(']'); }
+    void key(std::string_view name);
+
+    /// Text that is not UTF-8 is written with U+FFFD for what is not.
+    void text(std::string_view value);
+    void number(std::uint64_t value);
+    void number(std::int64_t value);
+    void boolean(bool value) { plain(value ? "true" : "false"); }
+    void null() { plain("null"); }
+
+    /// False when writing is of no more use.
+    bool isGood() const noexcept;
+
+private:
+    void begin(char bracket);
+    void end(char bracket);
+    void plain(std::string_view value);
+    void separate();
+    void quoted(std::string_view value);
+
+    Output& output_;
+    bool needsComma_ = false;
+};
+
+}  // namespace tool

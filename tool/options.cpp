@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <map>
+#include <sstream>
+
+#include "text/characters.h"
+
+namespace tool {
+namespace {
+
+/// The commands that read files.
+struct ReadingCommand {
+    const char* name;
+    const char* summary;
+    bool takesSeveralFiles;
+    const char* examples;
+};
+
+constexpr std::array kReadingCommands = {
+    ReadingCommand{"show", "A person's view: institution, accounts, balances and transactions", true,
+                   "Account numbers are masked but for their last four characters, unless --full is given.\n"
+                   "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
+                   "unless NO_COLOR is set.\n\n"
+                   "Examples:\n"
+                   "  brackwell show july.ofx\n"
+                   "  brackwell show --full *.ofx | less\n"},
+    ReadingCommand{"json", "Everything that was read, as JSON", true,
+                   "One object for one FILE; for several, one object a line, with a first key \"file\".\n\n"
+                   "Examples:\n"
+                   "  brackwell json july.ofx --output july.json\n"
+                   "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n"},
+    ReadingCommand{"csv", "One row per transaction, with a header row", true,
+                   "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
+                   "Examples:\n"
+                   "  brackwell csv *.ofx --output year.csv\n"
+                   "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n"},
+    ReadingCommand{"tree", "The header and the parse tree, as JSON", false,
+                   "A document that does not parse is shown as far as it was understood, with status 1.\n\n"
+                   "Examples:\n"
+                   "  brackwell tree july.ofx | jq .header\n"
+                   "  brackwell tree --encoding windows-1252 july.ofx\n"},
+    ReadingCommand{"pretty", "The body, rendered again as indented OFX text", false,
+                   "Examples:\n"
+                   "  brackwell pretty july.ofx | less\n"},
+};
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  brackwell show july.ofx\n"
+    "  brackwell csv --output year.csv *.ofx\n"
+    "  curl -s https://bank.example/statement | brackwell json -\n"
+    "  brackwell request accounts --version 211 --since 20240101\n\n"
+    "Exit status: 0 when every file was read, 1 when one could not be read or something could not be\n"
+    "written, 2 for wrong usage. \"brackwell COMMAND --help\" tells the options of a command.\n";
+
+constexpr const char* kRequestExamples =
+    "The sign-on, the message set around it and the header are not part of the request.\n\n"
+    "Examples:\n"
+    "  brackwell request accounts\n"
+    "  brackwell request profile --version 211 --since 20240101 --routing msgset\n";
+
+/// The texts of the options, before they are understood.
+struct Texts {
+    std::string encoding = "auto";
+    std::optional<std::string> datePattern;
+    std::optional<std::string> decimalSeparator;
+    std::optional<std::string> groupingSeparator;
+    std::string requestKind;
+    std::string requestRouting = "none";
+};
+
+// ---------------------------------------------------------------------------------------------
+// Checks; each returns what is wrong with a text, "" for nothing
+
+std::string checkEncoding(const std::string& name) {
+    if (CLI::detail::to_lower(name) == "auto") return {};
+    if (brackwell::textEncodingNamed(name) != brackwell::TextEncodingNone) return {};
+    std::string problem = "unknown encoding \"" + name + "\"; known are auto";
+    for (const brackwell::TextEncoding encoding : brackwell::knownTextEncodings())
+        problem.append(", ").append(*brackwell::nameOfTextEncoding(encoding));
+    return problem;
+}
+
+std::string checkCharacter(const std::string& text) {
+    const bool isOne = !text.empty() && firstCharacter(text).size == text.size();
+    return isOne ? std::string() : "not a single character: \"" + text + "\"";
+}
+
+std::string checkPattern(const std::string& text) { return text.empty() ? "the pattern is empty" : ""; }
+
+// ---------------------------------------------------------------------------------------------
+// Declaration
+
+void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
+    CLI::App* sub = app.add_subcommand(command.name, command.summary);
+    auto* files = sub->add_option("FILE", options.files, "A document; - is standard input")->required();
+    files->type_name("");
+    files->expected(1, command.takesSeveralFiles ? CLI::detail::expected_max_vector_size : 1);
+    sub->add_option("--encoding", texts.encoding, "The text encoding, instead of finding it out")
+        ->type_name("NAME")
+        ->check(CLI::Validator(checkEncoding, ""));
+    sub->add_option("--date-format", texts.datePattern, "Try this pattern on dates first (\"dd.MM.yyyy\")")
+        ->type_name("PATTERN")
+        ->check(CLI::Validator(checkPattern, ""));
+    sub->add_option("--decimal-separator", texts.decimalSeparator,
+                    "Read amounts with this decimal point first")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(checkCharacter, ""));
+    sub->add_option("--grouping-separator", texts.groupingSeparator, "The mark between thousands in amounts")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(checkCharacter, ""));
+    sub->add_option("-o,--output", options.outputFile, "Write to this file instead of standard output")
+        ->type_name("FILE");
+    if (std::string_view(command.name) == "show")
+        sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
+    sub->footer(command.examples);
+}
+
+void declareRequest(CLI::App& app, Options& options, Texts& texts) {
+    CLI::App* sub = app.add_subcommand("request", "A request as OFX text");
+    sub->add_option("KIND", texts.requestKind, "accounts or profile")
+        ->required()
+        ->type_name("")
+        ->check(CLI::Validator(CLI::IsMember({"accounts", "profile"})).description(""));
+    sub->add_option("--version", options.request.version, "The OFX version, such as 102 (the default) or 211")
+        ->type_name("N");
+    sub->add_option("--since", options.request.since,
+                    "Only what changed since; an OFX date, 19900101 by default")
+        ->type_name("DATE");
+    sub->add_option("--routing", texts.requestRouting,
+                    "For a profile: what the client can be routed by: none, service or msgset")
+        ->type_name("HOW")
+        ->check(CLI::Validator(CLI::IsMember({"none", "service", "msgset"})).description(""));
+    sub->footer(kRequestExamples);
+}
+
+void declare(CLI::App& app, Options& options, Texts& texts) {
+    app.require_subcommand(1);
+    app.footer(kExamples);
+    app.set_version_flag("--version", "brackwell " BRACKWELL_VERSION, "Print the version and exit");
+    app.get_formatter()->column_width(32);
+    for (const ReadingCommand& command : kReadingCommands) declareReading(app, command, options, texts);
+    declareRequest(app, options, texts);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Understanding
+
+/// The separators of a caller's number formatter: one that is given moves the other out of its way.
+brackwell::NumberFormat numberFormat(const Texts& texts) {
+    brackwell::NumberFormat format;
+    if (texts.decimalSeparator) format.decimalSeparator = *texts.decimalSeparator;
+    if (texts.groupingSeparator) format.groupingSeparator = *texts.groupingSeparator;
+    if (format.decimalSeparator != format.groupingSeparator) return format;
+    if (texts.decimalSeparator && texts.groupingSeparator)
+        throw CLI::ValidationError("--grouping-separator", "is the same as --decimal-separator");
+    if (texts.decimalSeparator)
+        format.groupingSeparator = ".";
+    else
+        format.decimalSeparator = ",";
+    return format;
+}
+
+/// A file that is written must not be one that is still to be read.
+void checkOutput(const Options& options) {
+    if (options.outputFile.empty()) return;
+    for (const std::string& file : options.files) {
+        std::error_code failure;
+        if (file != "-" && std::filesystem::is_regular_file(file, failure) &&
+            std::filesystem::equivalent(file, options.outputFile, failure))
+            throw CLI::ValidationError("--output", options.outputFile + " is also a file to be read");
+    }
+}
+
+void understand(CLI::App& app, Options& options, const Texts& texts) {
+    const CLI::App* sub = app.get_subcommands().front();
+    options.command = sub->get_name();
+    options.encoding = brackwell::textEncodingNamed(texts.encoding);  // none for "auto"
+    if (texts.decimalSeparator || texts.groupingSeparator)
+        options.numberFormatter = std::make_shared<brackwell::DecimalNumberFormatter>(numberFormat(texts));
+    if (texts.datePattern)
+        options.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
+    options.request.isProfile = texts.requestKind == "profile";
+    if (options.command == "request" && !options.request.isProfile && sub->count("--routing") > 0)
+        throw CLI::ValidationError("--routing", "is for profile requests only");
+    const std::map<std::string_view, std::int32_t> routings{{"none", 0}, {"service", 1}, {"msgset", 2}};
+    options.request.routing = routings.at(texts.requestRouting);
+    checkOutput(options);
+}
+
+}  // namespace
+
+CommandLine readCommandLine(int count, const char* const* arguments) {
+    CommandLine line;
+    Texts texts;
+    CLI::App app("Reads Open Financial Exchange (OFX) documents.", "brackwell");
+    declare(app, line.options, texts);
+    try {
+        app.parse(count, arguments);
+        understand(app, line.options, texts);
+    } catch (const CLI::ParseError& outcome) {
+        std::ostringstream text;
+        std::ostringstream error;
+        if (count > 1 && arguments[1][0] != '-' && app.get_subcommands().empty())
+            error << "unknown command \"" << arguments[1] << "\": ";
+        line.exitStatus = app.exit(outcome, text, error) == 0 ? 0 : 2;
+        line.text = text.str();
+        line.error = error.str();
+    }
+    return line;
+}
+
+}  // namespace tool

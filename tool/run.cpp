@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "run.h"
+
+#include "console/messages.h"
+
+namespace tool {
+
+bool forEachDocument(Run& run, const std::function<void(Document&)>& use) {
+    bool allRead = true;
+    for (const std::string& name : run.options.files) {
+        try {
+            Document document = readFile(run, name);
+            sayHow(run, document);
+            if (document.outcome == Document::Outcome::read)
+                use(document);
+            else
+                allRead = false;
+        } catch (const std::bad_alloc&) {
+            run.progress.end();
+            say(name, "There is not enough memory for this document.");
+            allRead = false;
+        }
+        run.progress.end();
+        if (!run.output.isGood()) break;
+    }
+    return allRead;
+}
+
+Document readFile(Run& run, const std::string& name) {
+    run.progress.begin("Reading " + (name == "-" ? "standard input" : name));
+    return readDocument(name, run.options.encoding);
+}
+
+void sayHow(Run& run, const Document& document) {
+    if (document.note.empty() && document.complaint.empty()) return;
+    run.progress.end();
+    if (!document.note.empty()) say(document.name, document.note);
+    if (!document.complaint.empty()) say(document.name, document.complaint);
+}
+
+std::shared_ptr<brackwell::TvOFXInterpreter> interpreted(const Document& document, const Options& options) {
+    auto helper = brackwell::TvOFXHelper::defaultHelper();
+    if (options.numberFormatter || options.dateFormatter) {
+        helper = std::make_shared<brackwell::TvOFXHelper>();
+        helper->setAmountNumberFormatter(options.numberFormatter);
+        helper->setDateFormatter(options.dateFormatter);
+    }
+    auto interpreter = brackwell::TvOFXInterpreter::initWithParseResult(document.content);
+    interpreter->setHelperObject(std::move(helper));
+    interpreter->interpret();
+    return interpreter;
+}
+
+}  // namespace tool

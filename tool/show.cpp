@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <map>
+#include <set>
+
+#include "run.h"
+#include "view/page.h"
+#include "view/sections.h"
+
+namespace tool {
+namespace {
+
+using namespace brackwell;
+
+/// What the institution says besides errors, each message once.
+void showMessages(Page& page, const TvOFXResponseList& responses) {
+    std::set<std::string> shown;
+    const TvOFXResult result(responses);
+    for (const auto& message : result.allFIMessages())
+        if (shown.insert(message->message()).second) page.fact("Message", message->message());
+}
+
+/// The kinds of responses that the library does not take apart, with their number and their errors.
+void showOthers(Page& page, const TvOFXResponseList& responses) {
+    std::vector<std::pair<std::string_view, std::size_t>> kinds;
+    std::map<std::string_view, std::size_t> places;
+    for (const auto& response : responses) {
+        if (response->className() != "TvOFXResponse") continue;
+        const std::string_view name = response->transactionWrapperName().value_or("");
+        const auto [place, isNew] = places.try_emplace(name, kinds.size());
+        if (isNew) kinds.emplace_back(name, 0);
+        ++kinds[place->second].second;
+    }
+    if (kinds.empty()) return;
+    page.heading("Other responses, which are not shown");
+    for (const auto& [name, count] : kinds) page.fact(name, std::to_string(count));
+    for (const auto& response : responses)
+        if (response->className() == "TvOFXResponse" && isTrouble(response->status().get()))
+            page.fact(response->transactionWrapperName().value_or(""), shownStatus(*response->status()));
+}
+
+void showResponse(Page& page, const TvOFXResponse& response, bool isFull) {
+    if (const auto* statement = dynamic_cast<const TvOFXAccountStatement*>(&response))
+        showStatement(page, *statement, isFull);
+    else if (const auto* accounts = dynamic_cast<const TvOFXAccountInfoResponse*>(&response))
+        showAccountInfo(page, *accounts, isFull);
+    else if (const auto* profile = dynamic_cast<const TvOFXFIProfileResponse*>(&response))
+        showProfile(page, *profile);
+}
+
+/// What is shown of the whole document, then the lists of accounts and the profile, then the statements.
+void showDocument(Page& page, const TvOFXInterpreter& interpreter, bool isFull) {
+    const TvOFXResponseList& responses = interpreter.allResponses();
+    if (responses.empty()) return page.line("The document has no responses.");
+    if (interpreter.signOnResponse()) showSignOn(page, *interpreter.signOnResponse());
+    showMessages(page, responses);
+    for (const bool isStatement : {false, true})
+        for (const auto& response : responses)
+            if ((dynamic_cast<const TvOFXAccountStatement*>(response.get()) != nullptr) == isStatement)
+                showResponse(page, *response, isFull);
+    showOthers(page, responses);
+}
+
+}  // namespace
+
+bool runShow(Run& run) {
+    Page page(run.output);
+    return forEachDocument(run, [&](const Document& document) {
+        if (run.options.files.size() > 1) page.heading("== " + document.name);
+        showDocument(page, *interpreted(document, run.options), run.options.showsFullNumbers);
+    });
+}
+
+}  // namespace tool

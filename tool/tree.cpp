@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "json/parse_tree.h"
+#include "json/writer.h"
+#include "run.h"
+
+namespace tool {
+namespace {
+
+void writeDictionary(JsonWriter& json, std::string_view name,
+                     const std::optional<brackwell::ParseDictionary>& dictionary) {
+    json.key(name);
+    if (dictionary)
+        writeParseDictionary(json, *dictionary);
+    else
+        json.null();
+}
+
+}  // namespace
+
+/// Shows what the parser made of the bytes, also when that is less than a document.
+bool runTree(Run& run) {
+    using Outcome = Document::Outcome;
+    Document document = readFile(run, run.options.files.front());
+    if (document.outcome == Outcome::notOFX) document.complaint.clear();  // no error of this command's
+    sayHow(run, document);
+    if (document.outcome == Outcome::unreadable) return false;
+    JsonWriter json(run.output);
+    json.beginObject();
+    json.key("encoding");
+    if (const auto name = brackwell::nameOfTextEncoding(document.encoding))
+        json.text(*name);
+    else
+        json.null();
+    writeDictionary(json, "header", document.content.ofxHeader);
+    writeDictionary(json, "data", document.content.ofxData);
+    json.endObject();
+    run.output.write('\n');
+    return document.outcome != Outcome::malformed;
+}
+
+}  // namespace tool

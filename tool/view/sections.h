@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// \file
+/// The sections of what `brackwell show` shows of a document.
+
+#include <brackwell/brackwell.h>
+
+#include <string>
+
+namespace tool {
+
+class Page;
+
+/// A number of an account, masked but for its last four characters unless it is to be shown in full.
+std::string shownNumber(brackwell::OptionalText number, bool isFull);
+/// "2024-01-31", or "2024-01-31 17:05" when it is not midnight; "" for nothing.
+std::string shownDate(std::optional<brackwell::Date> date);
+/// "-12.50": at least two decimals.
+std::string shownAmount(const brackwell::Decimal& amount);
+/// "2003 [ERROR] Account not found".
+std::string shownStatus(const brackwell::TvOFXStatus& status);
+/// True when the institution did not do what it was asked, or said so only by a code.
+bool isTrouble(const brackwell::TvOFXStatus* status);
+
+void showSignOn(Page& page, const brackwell::TvOFXSignOnResponse& signOn);
+void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response, bool isFull);
+void showProfile(Page& page, const brackwell::TvOFXFIProfileResponse& profile);
+void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, bool isFull);
+
+}  // namespace tool

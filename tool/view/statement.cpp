@@ -1,0 +1,142 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "text/display_width.h"
+#include "text/value_text.h"
+#include "text/visible_text.h"
+#include "view/account_names.h"
+#include "view/page.h"
+#include "view/sections.h"
+#include "view/table.h"
+
+namespace tool {
+namespace {
+
+using brackwell::Decimal;
+using brackwell::OptionalText;
+
+/// An exact sum; nothing once it does not fit into a number.
+class Sum {
+public:
+    void add(const Decimal& amount) {
+        if (sum_) sum_ = sum_->plus(amount);
+    }
+    std::string text() const { return sum_ ? shownAmount(*sum_) : "not representable"; }
+
+private:
+    std::optional<Decimal> sum_ = Decimal();
+};
+
+struct Totals {
+    std::size_t count = 0;
+    std::size_t withoutAmount = 0;
+    Sum in;
+    Sum out;
+    Sum all;
+
+    void add(const std::optional<Decimal>& amount) {
+        ++count;
+        if (!amount) {
+            ++withoutAmount;
+            return;
+        }
+        (amount->isNegative() ? out : in).add(*amount);
+        all.add(*amount);
+    }
+};
+
+std::string headingOf(const brackwell::TvOFXAccountStatement& statement, bool isFull) {
+    if (const auto* bank = dynamic_cast<const brackwell::TvOFXStatementResponse*>(&statement)) {
+        const brackwell::TvOFXBankAccount* account = bank->bankAccountFrom().get();
+        if (account == nullptr) return "Bank statement without an account";
+        return std::string(accountTypeName(account->accountType())) + " " +
+               shownNumber(account->accountID(), isFull);
+    }
+    const auto* card = dynamic_cast<const brackwell::TvOFXCCStatementResponse*>(&statement);
+    if (card == nullptr || !card->creditCardAccountFrom()) return "Card statement without an account";
+    return "Credit card " + shownNumber(card->creditCardAccountFrom()->accountID(), isFull);
+}
+
+std::string periodOf(const brackwell::TvOFXAccountStatement& statement) {
+    const std::string start = shownDate(statement.transactionStartDateTime());
+    const std::string end = shownDate(statement.transactionEndDateTime());
+    if (start.empty()) return end.empty() ? "" : "to " + end;
+    return end.empty() ? "from " + start : start + " to " + end;
+}
+
+std::string balanceText(const std::optional<Decimal>& amount, std::optional<brackwell::Date> date) {
+    if (!amount) return {};
+    return shownAmount(*amount) + (date ? " on " + shownDate(date) : "");
+}
+
+void showFacts(Page& page, const brackwell::TvOFXAccountStatement& statement) {
+    if (isTrouble(statement.status().get())) page.fact("Status", shownStatus(*statement.status()));
+    if (const auto* bank = dynamic_cast<const brackwell::TvOFXStatementResponse*>(&statement);
+        bank != nullptr && bank->bankAccountFrom()) {
+        page.fact("Bank", bank->bankAccountFrom()->bankID());
+        page.fact("Branch", bank->bankAccountFrom()->branchID());
+    }
+    page.fact("Currency", statement.defaultCurrency());
+    page.fact("Period", periodOf(statement));
+    page.fact("Balance", balanceText(statement.ledgerBalanceAmount(), statement.ledgerBalanceDateTime()));
+    page.fact("Available",
+              balanceText(statement.availableBalanceAmount(), statement.availableBalanceDateTime()));
+}
+
+/// The first of some texts that is there and not empty.
+std::string_view firstOf(OptionalText first, OptionalText second) noexcept {
+    return first && !first->empty() ? *first : second.value_or("");
+}
+
+Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction) {
+    const auto date = transaction.datePosted();
+    const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
+    return {
+        // A text that is no date is still worth seeing.
+        date ? std::string(DateText(*date).day())
+             : clipped(visibleText(transaction.originalDatePostedString().value_or("")), 10),
+        visibleText(transaction.transactionType().value_or("")),
+        visibleText(firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt)),
+        visibleText(transaction.memo().value_or("")),
+        visibleText(firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber())),
+        transaction.amount() ? shownAmount(*transaction.amount()) : "",
+    };
+}
+
+void showTotals(Page& page, const Totals& totals, OptionalText currency) {
+    std::string text = std::to_string(totals.count);
+    text += totals.count == 1 ? " transaction: in " : " transactions: in ";
+    text += totals.in.text() + ", out " + totals.out.text() + ", sum " + totals.all.text();
+    if (currency && !currency->empty()) text.append(" ").append(*currency);
+    if (totals.withoutAmount > 0)
+        text.append(" (").append(std::to_string(totals.withoutAmount)).append(" without an amount)");
+    page.fact("Total", text);
+}
+
+}  // namespace
+
+void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, bool isFull) {
+    page.heading(headingOf(statement, isFull));
+    showFacts(page, statement);
+    if (statement.statementTransactions().empty()) return page.line("No transactions.");
+    Table table({{"Date", Column::Kind::text, 0, 9},
+                 {"Type", Column::Kind::text, 6, 3},
+                 {"Payee", Column::Kind::text, 8, 8},
+                 {"Memo", Column::Kind::text, 8, 5},
+                 {"Number", Column::Kind::text, 6, 4},
+                 {"Amount", Column::Kind::amount, 0, 9}});
+    Totals totals;
+    for (const auto& transaction : statement.statementTransactions()) {
+        table.measure(rowOf(*transaction));
+        totals.add(transaction->amount());
+    }
+    table.fit(page.width());
+    page.emptyLine();
+    table.writeTitles(page);
+    for (const auto& transaction : statement.statementTransactions()) {
+        if (!page.isGood()) return;
+        table.writeRow(page, rowOf(*transaction));
+    }
+    page.emptyLine();
+    showTotals(page, totals, statement.defaultCurrency());
+}
+
+}  // namespace tool
