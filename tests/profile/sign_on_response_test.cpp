@@ -5,6 +5,7 @@
 #include "profile/same_archive.h"
 #include "support/documents.h"
 #include "support/formatters.h"
+#include "support/shared_date_formatter.h"
 #include "support/shown.h"
 
 using namespace brackwell;
@@ -42,14 +43,6 @@ const std::array<DateField, 4> kDates{
      {"TSKEYEXPIRE", &Self::tskeyExpire, &Self::setTskeyExpire},
      {"DTPROFUP", &Self::dateOflastProfileInfoUpdate, &Self::setDateOflastProfileInfoUpdate},
      {"DTACCTUP", &Self::dateOflastAccountInfoUpdate, &Self::setDateOflastAccountInfoUpdate}}};
-
-/// A caller's date formatter on the shared helper for as long as the guard lives.
-struct SharedDateFormatter {
-    explicit SharedDateFormatter(std::shared_ptr<const DateFormatter> formatter) {
-        TvOFXHelper::defaultHelper()->setDateFormatter(std::move(formatter));
-    }
-    ~SharedDateFormatter() { TvOFXHelper::defaultHelper()->setDateFormatter(nullptr); }
-};
 
 }  // namespace
 

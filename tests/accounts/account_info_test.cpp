@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+#include <doctest/doctest.h>
+
+#include "accounts/block_rules.h"
+#include "support/documents.h"
+#include "support/shown.h"
+
+using namespace brackwell;
+using namespace brackwell::tests;
+
+namespace {
+
+using Info = TvOFXAccountInfo;
+
+std::shared_ptr<Info> read(const std::optional<ParseDictionary>& node) {
+    return Info::initWithParserDict(node);
+}
+
+std::string bankAccountIn(const Info& info) {
+    return info.bankAccountInfo() ? shown(info.bankAccountInfo()->accountID()) : "no block";
+}
+
+}  // namespace
+
+TEST_CASE("a record reads its description, its telephone number and its bank block") {
+    const auto info =
+        read(parsed("<DESC>Checking<PHONE>555<BANKACCTINFO><BANKACCTFROM><ACCTID>0001</BANKACCTFROM>"
+                    "</BANKACCTINFO>"));
+    CHECK(shown(info->accountDescription()) == "Checking");
+    CHECK(shown(info->accountPhone()) == "555");
+    CHECK(bankAccountIn(*info) == "0001");
+}
+
+TEST_CASE("a record without elements or without a node is empty") {
+    for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{})}) {
+        CHECK_FALSE(info->accountDescription());
+        CHECK_FALSE(info->accountPhone());
+        CHECK_FALSE(info->bankAccountInfo());
+        CHECK_FALSE(info->creditCardAccountInfo());
+        CHECK_FALSE(info->paymentsAccountInfo());
+        CHECK_FALSE(info->investmentAccountInfo());
+        CHECK(info->serviceStatus() == TvOFXServiceStatusNone);
+    }
+}
+
+TEST_CASE("a record's texts are read from texts only, and kept as they stand") {
+    for (const ParseValue& value : otherKinds("x")) {
+        CHECK_FALSE(read(ParseDictionary{{"DESC", value}})->accountDescription());
+        CHECK_FALSE(read(ParseDictionary{{"PHONE", value}})->accountPhone());
+    }
+    CHECK(read(ParseDictionary{{"DESC", ""}})->accountDescription() == "");
+    CHECK(read(ParseDictionary{{"PHONE", " 5 "}})->accountPhone() == " 5 ");
+}
+
+TEST_CASE("a record recognises the blocks of other services and leaves them empty") {
+    // Intended: only bank accounts come out of account information.
+    for (const char* block : {"CCACCTINFO", "INVACCTINFO", "BPACCTINFO", "LOANACCTINFO", "ACCTINFO"}) {
+        CAPTURE(block);
+        const ParseDictionary card{{"CCACCTFROM", ParseDictionary{{"ACCTID", "4111"}}},
+                                   {"SVCSTATUS", "ACTIVE"}};
+        const auto info = read(ParseDictionary{{"DESC", "Card"}, {"PHONE", "555"}, {block, card}});
+        CHECK(shown(info->accountDescription()) == "Card");
+        CHECK(shown(info->accountPhone()) == "555");
+        CHECK_FALSE(info->bankAccountInfo());
+        CHECK_FALSE(info->creditCardAccountInfo());
+        CHECK_FALSE(info->paymentsAccountInfo());
+        CHECK_FALSE(info->investmentAccountInfo());
+    }
+}
+
+TEST_CASE("a bank block is any aggregate whose name begins with BANK and ends with ACCTINFO") {
+    const ParseDictionary block{{"BANKACCTFROM", ParseDictionary{{"ACCTID", "0001"}}}};
+    for (const char* name : {"BANKACCTINFO", "BANKXACCTINFO", "BANK2ACCTINFO"}) {
+        CAPTURE(name);
+        CHECK(bankAccountIn(*read(ParseDictionary{{name, block}})) == "0001");
+        CHECK(bankAccountIn(*read(ParseDictionary{{name, "text"}})) == "no block");
+        CHECK(bankAccountIn(*read(ParseDictionary{{name, ParseValue::array({block, block})}})) == "no block");
+    }
+    for (const char* name : {"bankacctinfo", "BANKACCTINFOS", "XBANKACCTINFO", "BANK", "BANKINFO"}) {
+        CAPTURE(name);
+        CHECK(bankAccountIn(*read(ParseDictionary{{name, block}})) == "no block");
+    }
+}
+
+TEST_CASE("of several bank blocks the last one wins") {
+    const auto block = [](const char* id) {
+        return ParseDictionary{{"BANKACCTFROM", ParseDictionary{{"ACCTID", id}}}};
+    };
+    CHECK(bankAccountIn(
+              *read(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", block("2")}})) == "2");
+    CHECK(bankAccountIn(
+              *read(ParseDictionary{{"BANKXACCTINFO", block("2")}, {"BANKACCTINFO", block("1")}})) == "1");
+    CHECK(bankAccountIn(*read(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", "text"}})) ==
+          "1");
+}
+
+TEST_CASE("a record's own status is read from exact words") { checkServiceStatus<Info>(); }
+
+TEST_CASE("a record's status is the one that stands in it, not that of its bank block") {
+    const auto inner = read(parsed("<BANKACCTINFO><SVCSTATUS>ACTIVE</BANKACCTINFO>"));
+    CHECK(inner->serviceStatus() == TvOFXServiceStatusNone);
+    CHECK(inner->bankAccountInfo()->serviceStatus() == TvOFXServiceStatusActive);
+    const auto outer = read(parsed("<SVCSTATUS>PEND<BANKACCTINFO><SUPTXDL>Y</BANKACCTINFO>"));
+    CHECK(outer->serviceStatus() == TvOFXServiceStatusPending);
+    CHECK(outer->bankAccountInfo()->serviceStatus() == TvOFXServiceStatusNone);
+}
+
+TEST_CASE("a payments block has no status") {
+    CHECK(TvOFXPaymentsAccountInfo().serviceStatus() == TvOFXServiceStatusNone);
+}

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/accounts.h>
+#include <doctest/doctest.h>
+
+#include "support/documents.h"
+#include "support/shown.h"
+
+using namespace brackwell;
+using namespace brackwell::tests;
+
+namespace {
+
+using Info = TvOFXUserAccountInfo;
+
+constexpr const char* kThree =
+    "<DTACCTUP>20240131"
+    "<ACCTINFO><DESC>Chécking<BANKACCTINFO><BANKACCTFROM><BANKID>121000248<ACCTID>0001<ACCTTYPE>CHECKING"
+    "</BANKACCTFROM><SUPTXDL>Y<SVCSTATUS>ACTIVE</BANKACCTINFO></ACCTINFO>"
+    "<ACCTINFO><DESC>Card<CCACCTINFO><CCACCTFROM><ACCTID>4111</CCACCTFROM></CCACCTINFO></ACCTINFO>"
+    "<ACCTINFO><PHONE>555</ACCTINFO>";
+
+std::shared_ptr<TvOFXAccountInfoResponse> threeAccounts() {
+    return TvOFXAccountInfoResponse::initWithParseDict(parsed(kThree));
+}
+
+}  // namespace
+
+TEST_CASE("a user without a response has no accounts") {
+    for (const auto& info :
+         {Info::init(), Info::initWithAccountInfoResponse(nullptr), std::make_shared<Info>()}) {
+        CHECK_FALSE(info->acctInfoResponse());
+        CHECK(info->allAccounts().empty());
+        CHECK(info->allAccountInfos() == nullptr);
+        CHECK_FALSE(info->data());
+    }
+}
+
+TEST_CASE("a user has one account for each record, in order") {
+    const auto response = threeAccounts();
+    const auto info = Info::initWithAccountInfoResponse(response);
+    CHECK(info->acctInfoResponse() == response);
+    REQUIRE(info->allAccountInfos() == &response->accountInfos());
+    REQUIRE(info->allAccounts().size() == 3);
+    for (std::size_t i = 0; i < 3; ++i) {
+        CAPTURE(i);
+        CHECK(info->allAccounts()[i]->ofxAccountInfo() == response->accountInfos()[i]);
+    }
+}
+
+TEST_CASE("a user whose response has no records has no accounts") {
+    const auto info = Info::initWithAccountInfoResponse(std::make_shared<TvOFXAccountInfoResponse>());
+    CHECK(info->allAccounts().empty());
+    REQUIRE(info->allAccountInfos());
+    CHECK(info->allAccountInfos()->empty());
+    REQUIRE(info->data());
+    CHECK(info->data()->isEmpty());
+}
+
+TEST_CASE("a user's data is the response's text") {
+    const auto info = Info::initWithAccountInfoResponse(
+        TvOFXAccountInfoResponse::initWithParseDict(parsed("<ACCTINFO><DESC>Chécking</ACCTINFO>")));
+    CHECK(info->data()->bytes() == "<ACCTINFO>\n<DESC>Chécking\n</ACCTINFO>\n");
+}
+
+TEST_CASE("a user that is stored and restored has the same accounts") {
+    const auto info = Info::initWithAccountInfoResponse(threeAccounts());
+    std::shared_ptr<Info> restored;
+    {
+        // The application's bytes are gone when the accounts are used.
+        const std::string bytes(info->data()->bytes());
+        restored = Info::initWithData(Data::view(bytes));
+    }
+    REQUIRE(restored->acctInfoResponse());
+    CHECK(shown(restored->acctInfoResponse()->lastUpdateDateTime()) == "2024-01-31 00:00:00.000");
+    REQUIRE(restored->allAccounts().size() == 3);
+    const TvOFXAccount& first = *restored->allAccounts().front();
+    CHECK(shown(first.accountDescription()) == "Chécking");
+    CHECK(shown(first.bankingAccountID()) == "0001");
+    CHECK(first.bankingServiceStatus() == TvOFXServiceStatusActive);
+    CHECK(first.supportsTransactionDownload());
+    CHECK(shown(restored->allAccounts()[1]->accountDescription()) == "Card");
+    CHECK(shown(restored->allAccounts()[2]->accountPhone()) == "555");
+    CHECK(restored->data() == info->data());
+}
+
+TEST_CASE("bytes that do not parse give a user whose response has no records") {
+    const std::vector<std::optional<Data>> inputs{std::nullopt, Data(), Data::copy("\xFF\xFE\xC0"),
+                                                  Data::copy("<ACCTINFO><DESC>A</OTHER>")};
+    for (const auto& input : inputs) {
+        CAPTURE(input ? input->size() : std::size_t{0});
+        const auto info = Info::initWithData(input);
+        REQUIRE(info);
+        REQUIRE(info->acctInfoResponse());
+        CHECK(info->acctInfoResponse()->accountInfos().empty());
+        CHECK(info->allAccounts().empty());
+        REQUIRE(info->data());
+        CHECK(info->data()->isEmpty());
+    }
+}
+
+TEST_CASE("an account outlives the user that it came from") {
+    std::shared_ptr<TvOFXAccount> account;
+    {
+        const auto info = Info::initWithAccountInfoResponse(threeAccounts());
+        account = info->allAccounts().front();
+    }
+    CHECK(shown(account->bankingBankID()) == "121000248");
+}
