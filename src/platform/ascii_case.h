@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+namespace brackwell {
+
+constexpr bool isASCIILetter(char character) noexcept {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
+/// The small form of an ASCII capital; every other byte as it is.
+constexpr char smallLetter(char character) noexcept {
+    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+/// True when both texts are the same but for the case of ASCII letters.
+constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b) noexcept {
+    return std::ranges::equal(a, b, {}, smallLetter, smallLetter);
+}
+
+}  // namespace brackwell
