@@ -319,11 +319,14 @@ public:
 /// (month), d (day), D (day of the year), E (weekday), a (AM or PM), h (1 to 12), H (0 to 23), K (0 to
 /// 11), k (1 to 24), m, s, S (fraction of the second, cut to what is written), z and Z and X and x (zone).
 /// 'quoted text' and every other character that is no letter stand for themselves; '' is one quote.
-/// A pattern with another letter reads nothing and writes that letter as it stands.
+/// A pattern with another letter, or with more of one than the standard has a form for, reads nothing and
+/// writes these letters as they stand.
 ///
-/// A text is read only as a whole. Fields that a pattern does not name are those of 2000-01-01T00:00.
-/// Fields of digits beside each other take as many digits as letters; otherwise as many as there are.
-/// Every digit is an ASCII digit; the calendar is the proleptic Gregorian one, years 1 to 9999.
+/// A text is read only as a whole. The case of ASCII letters in names does not matter, a weekday need not be
+/// the date's, and a zone in the text goes before the formatter's own. Fields that a pattern does not name
+/// are those of 2000-01-01T00:00. Fields of digits beside each other take as many digits as letters;
+/// otherwise as many as there are. Every digit is an ASCII digit; the calendar is the proleptic Gregorian
+/// one, years 1 to 9999.
 class BRACKWELL_EXPORT PatternDateFormatter final : public DateFormatter {
 public:
     /// `locale` names one of the C library's locales ("de_DE") for the names of months and weekdays;

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "brackwell/platform.h"
+#include "calendar_names.h"
+#include "date_pattern.h"
+
+namespace brackwell {
+
+/// What a pattern is read and written with.
+struct DateStyle {
+    DatePattern pattern;
+    CalendarNames names;
+    TimeZone zone;
+};
+
+/// The date that the whole text stands for, or nothing.
+///
+/// A weekday must be one but need not be the date's. Where fields tell the same twice, each must be valid,
+/// and one decides: the day of the year before month and day, the clock of 24 hours before that of 12, an
+/// offset before an abbreviation, and of fields of one kind the last. A pattern with an unknown part reads
+/// nothing.
+///
+/// An abbreviation of a zone means what it means in the formatter's own zone, near the date or half a year
+/// from it, or else what it means in general. A text without zone is in the formatter's own.
+std::optional<Date> readDate(const DateStyle& style, std::string_view text);
+
+/// The date as text. The year before 1 is written as 0, and those before it with a minus sign.
+std::string writeDate(const DateStyle& style, Date date);
+
+}  // namespace brackwell
