@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -52,24 +53,29 @@ public:
     void pop() noexcept { --size_; }
     void truncate(std::uint32_t size) noexcept { size_ = size; }
     void reserve(std::size_t count) {
-        if (count > capacity_ - size_) reallocate(size_ + count);
+        if (count <= capacity_ - size_) return;
+        checkRoomFor(count);
+        reallocate(size_ + count);
     }
 
 private:
+    static constexpr std::size_t kMost = std::numeric_limits<std::uint32_t>::max();
+
     void swap(PodVector& other) noexcept {
         std::swap(values_, other.values_);
         std::swap(size_, other.size_);
         std::swap(capacity_, other.capacity_);
     }
     [[gnu::noinline, gnu::cold]] void grow(std::size_t more) {
+        checkRoomFor(more);
         const std::size_t needed = size_ + more;
         const std::size_t doubled = std::size_t{capacity_} * 2;
-        reallocate(needed > doubled ? needed + 16 : doubled);
+        reallocate(std::min(needed > doubled ? needed + 16 : doubled, kMost));
+    }
+    void checkRoomFor(std::size_t more) const {
+        if (more > kMost - size_) throw std::bad_alloc();
     }
     void reallocate(std::size_t capacity) {
-        constexpr std::size_t limit = std::numeric_limits<std::uint32_t>::max();
-        if (capacity > limit) capacity = limit;
-        if (capacity < size_ || capacity == size_) throw std::bad_alloc();
         void* moved = std::realloc(static_cast<void*>(values_), capacity * sizeof(Value));
         if (moved == nullptr) throw std::bad_alloc();
         values_ = static_cast<Value*>(moved);
