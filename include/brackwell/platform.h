@@ -324,9 +324,9 @@ public:
 ///
 /// A text is read only as a whole. The case of ASCII letters in names does not matter, a weekday need not be
 /// the date's, and a zone in the text goes before the formatter's own. Fields that a pattern does not name
-/// are those of 2000-01-01T00:00. Fields of digits beside each other take as many digits as letters;
-/// otherwise as many as there are. Every digit is an ASCII digit; the calendar is the proleptic Gregorian
-/// one, years 1 to 9999.
+/// are those of 2000-01-01T00:00. Fields of digits beside each other, and S, take as many digits as
+/// letters; the others as many as there are. Every digit is an ASCII digit; the calendar is the proleptic
+/// Gregorian one, years 1 to 9999.
 class BRACKWELL_EXPORT PatternDateFormatter final : public DateFormatter {
 public:
     /// `locale` names one of the C library's locales ("de_DE") for the names of months and weekdays;

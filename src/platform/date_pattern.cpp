@@ -109,14 +109,15 @@ bool beginsWithDigit(const PatternPart& part) noexcept {
     return part.kind == Kind::number || (part.kind == Kind::text && beginsWithDigits(part.text, 1));
 }
 
-/// Numbers beside each other could not be told apart, but for their widths.
+/// Numbers beside each other could not be told apart, but for their widths; and a fraction says by its
+/// width how fine it is.
 void findExactParts(std::vector<PatternPart>& parts) noexcept {
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const bool isNumber = parts[i].kind == Kind::number;
         const bool digitsFollow = i + 1 < parts.size() && beginsWithDigit(parts[i + 1]);
         const bool followsNumber = i > 0 && parts[i - 1].kind == Kind::number;
         if (isNumber || parts[i].kind == Kind::zone)
-            parts[i].isExact = digitsFollow || (isNumber && followsNumber);
+            parts[i].isExact = digitsFollow || (isNumber && (followsNumber || parts[i].letter == 'S'));
     }
 }
 
