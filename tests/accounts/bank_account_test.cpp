@@ -13,22 +13,22 @@ namespace {
 using Account = std::shared_ptr<TvOFXBankAccount>;
 
 struct TypeRow {
-    const char* text;
+    std::string text;
     TvOFXBankAccountType type;
 };
-constexpr std::array<TypeRow, 4> kTypes{{{"CHECKING", TvOFXBankAccountTypeChecking},
-                                         {"SAVINGS", TvOFXBankAccountTypeSavings},
-                                         {"MONEYMARKET", TvOFXBankAccountTypeMoneyMarket},
-                                         {"CREDITLINE", TvOFXBankAccountTypeCreditLine}}};
+const std::array<TypeRow, 4> kTypes{{{"CHECKING", TvOFXBankAccountTypeChecking},
+                                     {"SAVINGS", TvOFXBankAccountTypeSavings},
+                                     {"MONEYMARKET", TvOFXBankAccountTypeMoneyMarket},
+                                     {"CREDITLINE", TvOFXBankAccountTypeCreditLine}}};
 
 /// One text of a bank account: its element, archive key, getter and setter.
 struct TextRow {
-    const char* element;
-    const char* key;
+    std::string element;
+    std::string key;
     OptionalText (TvOFXBankAccount::*get)() const noexcept;
     void (TvOFXBankAccount::*set)(OptionalText);
 };
-constexpr std::array<TextRow, 4> kTexts{
+const std::array<TextRow, 4> kTexts{
     {{"BANKID", "bID", &TvOFXBankAccount::bankID, &TvOFXBankAccount::setBankID},
      {"BRANCHID", "branchID", &TvOFXBankAccount::branchID, &TvOFXBankAccount::setBranchID},
      {"ACCTID", "aID", &TvOFXBankAccount::accountID, &TvOFXBankAccount::setAccountID},
@@ -58,7 +58,7 @@ TEST_CASE("four account type texts are recognised, and written again") {
 }
 
 TEST_CASE("any other account type text is unknown") {
-    for (const char* text :
+    for (const std::string text :
          {"", "CD", "checking", "Checking", " CHECKING", "CHECKING ", "CHECKINGS", "CHECK"}) {
         CAPTURE(text);
         CHECK(TvOFXBankAccount::accountTypeFromString(text) == TvOFXBankAccountTypeUnknown);

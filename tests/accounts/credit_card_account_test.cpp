@@ -79,7 +79,7 @@ TEST_CASE("no card account is equal to none") { CHECK_FALSE(full()->isEqualToOFX
 
 TEST_CASE("card accounts are equal when no text differs that both have") {
     struct Row {
-        const char* what;
+        std::string what;
         ParseDictionary a;
         ParseDictionary b;
         bool equal;

@@ -52,7 +52,7 @@ std::shared_ptr<TvOFXInterpreter> interpretedExample(const std::string& name,
 
 TEST_CASE("every example imports") {
     struct Row {
-        const char* name;
+        std::string name;
         std::uint64_t headerVersion;
         std::uint64_t ofxVersion;
         std::size_t accounts;

@@ -14,10 +14,10 @@ namespace {
 using List = const TvOFXResponseList& (TvOFXInterpreter::*)() const noexcept;
 
 struct MessageSetRow {
-    const char* prefix;
+    std::string prefix;
     List list;
 };
-constexpr std::array<MessageSetRow, 10> kMessageSets{
+const std::array<MessageSetRow, 10> kMessageSets{
     {{"SIGNONMSGSRSV", &TvOFXInterpreter::signonMsgSetResponses},
      {"SIGNUPMSGSRSV", &TvOFXInterpreter::signupMsgSetResponses},
      {"BANKMSGSRSV", &TvOFXInterpreter::bankingMsgSetResponses},
@@ -30,15 +30,15 @@ constexpr std::array<MessageSetRow, 10> kMessageSets{
      {"SECLISTMSGSRSV", &TvOFXInterpreter::investmentSecListMsgSetResponses}}};
 
 struct ClassRow {
-    const char* name;
-    const char* className;
+    std::string name;
+    std::string className;
 };
-constexpr std::array<ClassRow, 6> kClasses{{{"SONRS", "TvOFXSignOnResponse"},
-                                            {"ACCTINFORS", "TvOFXAccountInfoResponse"},
-                                            {"PROFRS", "TvOFXFIProfileResponse"},
-                                            {"STMTRS", "TvOFXStatementResponse"},
-                                            {"CCSTMTRS", "TvOFXCCStatementResponse"},
-                                            {"INVSTMTRS", "TvOFXResponse"}}};
+const std::array<ClassRow, 6> kClasses{{{"SONRS", "TvOFXSignOnResponse"},
+                                        {"ACCTINFORS", "TvOFXAccountInfoResponse"},
+                                        {"PROFRS", "TvOFXFIProfileResponse"},
+                                        {"STMTRS", "TvOFXStatementResponse"},
+                                        {"CCSTMTRS", "TvOFXCCStatementResponse"},
+                                        {"INVSTMTRS", "TvOFXResponse"}}};
 
 TvOFXInterpreter over(const std::optional<ParseDictionary>& tree) { return TvOFXInterpreter({{}, tree}); }
 
@@ -121,7 +121,7 @@ TEST_CASE("any child of OFX makes interpretation succeed, though only aggregates
 TEST_CASE("each message set has its list, whatever its version digit") {
     for (const MessageSetRow& row : kMessageSets) {
         CAPTURE(row.prefix);
-        for (const char* version : {"1", "2", "", "1X"}) {
+        for (const std::string version : {"1", "2", "", "1X"}) {
             CAPTURE(version);
             TvOFXInterpreter interpreter =
                 over(ofx(std::string(row.prefix) + version,
@@ -146,7 +146,7 @@ TEST_CASE("two versions of a message set share one list") {
 }
 
 TEST_CASE("the responses of an unknown message set stand in every index but the message sets") {
-    for (const char* messageSet :
+    for (const std::string messageSet :
          {"PRESDIRMSGSRSV1", "TAX1099MSGSRSV1", "BANKMSGSRS", "XBANKMSGSRSV1", "bankmsgsrsv1", ""}) {
         CAPTURE(messageSet);
         TvOFXInterpreter interpreter = over(
@@ -181,7 +181,8 @@ TEST_CASE("the name of an aggregate decides the class of its response") {
 
 TEST_CASE("names of responses are compared exactly") {
     TvOFXInterpreter interpreter = over(std::nullopt);
-    for (const char* name : {"stmtrs", "STMTRS ", "XSTMTRS", "STMTRSS", "INTU.STMTRS", "", "CCSTMTENDRS"}) {
+    for (const std::string name :
+         {"stmtrs", "STMTRS ", "XSTMTRS", "STMTRSS", "INTU.STMTRS", "", "CCSTMTENDRS"}) {
         CAPTURE(name);
         CHECK(interpreter.createResponseObjectForKey(name, std::nullopt)->className() == "TvOFXResponse");
     }
@@ -195,8 +196,8 @@ TEST_CASE("a response that is made alone is in no index") {
 
 TEST_CASE("a wrapper's response is the aggregate that its name names") {
     struct Row {
-        const char* wrapper;
-        const char* inner;
+        std::string wrapper;
+        std::string inner;
     };
     for (const Row& row : {Row{"STMTTRNRS", "STMTRS"}, Row{"CCSTMTTRNRS", "CCSTMTRS"},
                            Row{"ACCTINFOTRNRS", "ACCTINFORS"}, Row{"PROFTRNRS", "PROFRS"},
@@ -216,7 +217,7 @@ TEST_CASE("a wrapper's response is the aggregate that its name names") {
 }
 
 TEST_CASE("only a name that ends in TRNRS is a wrapper") {
-    for (const char* name : {"STMTTRNRSX", "STMTTRNR", "TRNRQ", "STMTTRNrs", "RS", ""}) {
+    for (const std::string name : {"STMTTRNRSX", "STMTTRNR", "TRNRQ", "STMTTRNrs", "RS", ""}) {
         CAPTURE(name);
         TvOFXInterpreter interpreter = over(std::nullopt);
         const auto response = interpreter.interpretResponseDict(
@@ -363,7 +364,7 @@ TEST_CASE("an inner node that is no aggregate counts as absent") {
 
 TEST_CASE("a response from no node at all is empty and indexed by its name") {
     TvOFXInterpreter interpreter = over(std::nullopt);
-    for (const char* key : {"STMTTRNRS", "STMTRS"}) {
+    for (const std::string key : {"STMTTRNRS", "STMTRS"}) {
         const auto response = interpreter.interpretResponseDict(std::nullopt, key);
         REQUIRE(response);
         CHECK(response->className() == "TvOFXStatementResponse");

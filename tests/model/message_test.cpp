@@ -12,16 +12,16 @@ namespace {
 
 /// A header field that is a text: its name in a header and its getter.
 struct HeaderRow {
-    const char* name;
+    std::string name;
     OptionalText (TvOFXMessage::*get)() const noexcept;
 };
-constexpr std::array<HeaderRow, 7> kHeaderTexts{{{"DATA", &TvOFXMessage::headerData},
-                                                 {"OLDFILEUID", &TvOFXMessage::oldFileUID},
-                                                 {"NEWFILEUID", &TvOFXMessage::nuFileUID},
-                                                 {"ENCODING", &TvOFXMessage::encoding},
-                                                 {"CHARSET", &TvOFXMessage::charset},
-                                                 {"SECURITY", &TvOFXMessage::ofxSecurity},
-                                                 {"COMPRESSION", &TvOFXMessage::compression}}};
+const std::array<HeaderRow, 7> kHeaderTexts{{{"DATA", &TvOFXMessage::headerData},
+                                             {"OLDFILEUID", &TvOFXMessage::oldFileUID},
+                                             {"NEWFILEUID", &TvOFXMessage::nuFileUID},
+                                             {"ENCODING", &TvOFXMessage::encoding},
+                                             {"CHARSET", &TvOFXMessage::charset},
+                                             {"SECURITY", &TvOFXMessage::ofxSecurity},
+                                             {"COMPRESSION", &TvOFXMessage::compression}}};
 
 void process(TvOFXMessage& message, const std::optional<ParseDictionary>& header,
              const std::optional<ParseDictionary>& data = std::nullopt) {
@@ -81,7 +81,7 @@ TEST_CASE("each header text is copied to its field") {
 
 TEST_CASE("the two versions are the leading integers of their header values") {
     struct Row {
-        const char* text;
+        std::string text;
         std::uint64_t number;
     };
     for (const Row& row :

@@ -26,7 +26,7 @@ TEST_CASE("the leaves of an account request are closed from version 200 on") {
 }
 
 TEST_CASE("the date of an account request is used as it stands") {
-    for (const char* date : {"", "tomorrow", "20240131120000.000[-5:EST]", "<&>"}) {
+    for (const std::string date : {"", "tomorrow", "20240131120000.000[-5:EST]", "<&>"}) {
         CAPTURE(date);
         const auto request = TvOFXAccountInfoRequest::initWithUpdateDateTime(date);
         CHECK(request->dateTimeAccountUpdate() == date);

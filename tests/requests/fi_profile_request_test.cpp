@@ -31,7 +31,7 @@ TEST_CASE("the leaves of a profile request are closed from version 200 on") {
 TEST_CASE("a number of client routing is written as its text, any other as an empty one") {
     struct Row {
         std::int32_t routing;
-        const char* text;
+        std::string text;
     };
     for (const Row& row : {Row{0, "NONE"}, Row{1, "SERVICE"}, Row{2, "MSGSET"}, Row{3, ""}, Row{-1, ""},
                            Row{std::numeric_limits<std::int32_t>::max(), ""},
@@ -47,7 +47,7 @@ TEST_CASE("a number of client routing is written as its text, any other as an em
 }
 
 TEST_CASE("the date of a profile request is used as it stands") {
-    for (const char* date : {"", "tomorrow", "20240131120000"}) {
+    for (const std::string date : {"", "tomorrow", "20240131120000"}) {
         CAPTURE(date);
         CHECK(TvOFXFIProfileRequest::initWithUpdateDateTime(date)->dateTimeProfileUpdate() == date);
     }

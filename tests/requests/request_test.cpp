@@ -72,10 +72,10 @@ TEST_CASE("the base of requests renders like any aggregate") {
 TEST_CASE("each kind of request has its names") {
     struct Row {
         std::shared_ptr<TvOFXRequest> request;
-        const char* className;
-        const char* identifier;
-        const char* name;
-        const char* wrapper;
+        std::string className;
+        std::string identifier;
+        std::string name;
+        std::string wrapper;
     };
     const std::vector<Row> rows{
         {TvOFXAccountInfoRequest::initWithUpdateDateTime(), "TvOFXAccountInfoRequest", "ACCTINFORQ",

@@ -16,18 +16,18 @@ Payee payee(const ParseDictionary& node) { return TvOFXPayee::initWithParseDict(
 
 /// A text with a getter of its own: its element and archive key.
 struct TextRow {
-    const char* element;
-    const char* key;
+    std::string element;
+    std::string key;
     OptionalText (TvOFXPayee::*get)() const noexcept;
 };
-constexpr std::array<TextRow, 6> kTexts{{{"NAME", "name", &TvOFXPayee::name},
-                                         {"CITY", "city", &TvOFXPayee::city},
-                                         {"STATE", "state", &TvOFXPayee::state},
-                                         {"POSTALCODE", "pC", &TvOFXPayee::zipCode},
-                                         {"COUNTRY", "country", &TvOFXPayee::country},
-                                         {"PHONENUMBER", "pN", &TvOFXPayee::phoneNumber}}};
-constexpr std::array<const char*, 3> kLines{"ADDR1", "ADDR2", "ADDR3"};
-constexpr std::array<const char*, 3> kLineKeys{"addr1", "addr2", "addr3"};
+const std::array<TextRow, 6> kTexts{{{"NAME", "name", &TvOFXPayee::name},
+                                     {"CITY", "city", &TvOFXPayee::city},
+                                     {"STATE", "state", &TvOFXPayee::state},
+                                     {"POSTALCODE", "pC", &TvOFXPayee::zipCode},
+                                     {"COUNTRY", "country", &TvOFXPayee::country},
+                                     {"PHONENUMBER", "pN", &TvOFXPayee::phoneNumber}}};
+const std::array<std::string, 3> kLines{"ADDR1", "ADDR2", "ADDR3"};
+const std::array<std::string, 3> kLineKeys{"addr1", "addr2", "addr3"};
 
 ParseDictionary fullNode() {
     return {{"NAME", "Juniper & Co"}, {"ADDR1", "1 Mill Lane"}, {"ADDR2", "Unit 4"},
@@ -70,7 +70,7 @@ TEST_CASE("a value of another kind leaves a field of a payee empty") {
             CAPTURE(row.element);
             CHECK(shown((payee({{row.element, value}}).get()->*row.get)()) == "nothing");
         }
-        for (const char* line : kLines) {
+        for (const std::string& line : kLines) {
             CAPTURE(line);
             CHECK(payee({{line, value}})->address() == "");
             CHECK(payee({{line, value}})->addressLines().empty());
@@ -139,7 +139,7 @@ TEST_CASE("a payee's text that differs makes payees unequal, one that is missing
 
 TEST_CASE("payees with different addresses are unequal, also when one has none") {
     struct Row {
-        const char* what;
+        std::string what;
         ParseDictionary a;
         ParseDictionary b;
         bool equal;
@@ -187,7 +187,7 @@ TEST_CASE("a payee archives only what is there") {
     REQUIRE(archive);
     for (const TextRow& row : kTexts)
         CHECK(archive->contains(row.key) == (std::string_view(row.key) == "city"));
-    for (const char* key : kLineKeys) CHECK_FALSE(archive->contains(key));
+    for (const std::string& key : kLineKeys) CHECK_FALSE(archive->contains(key));
 }
 
 TEST_CASE("a payee comes back from its archive with all texts and its parse data") {

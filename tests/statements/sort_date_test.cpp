@@ -11,7 +11,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-std::shared_ptr<TvOFXStatementTransaction> posted(const char* date) {
+std::shared_ptr<TvOFXStatementTransaction> posted(const std::string& date) {
     return TvOFXStatementTransaction::initWithParserDict(ParseDictionary{{"DTPOSTED", date}});
 }
 
@@ -19,9 +19,9 @@ std::shared_ptr<TvOFXStatementTransaction> posted(const char* date) {
 
 TEST_CASE("the sort key is the day of the posting date in the process's time zone") {
     struct Row {
-        const char* zone;
-        const char* date;
-        const char* day;
+        std::string zone;
+        std::string date;
+        std::string day;
     };
     for (const Row& row :
          {Row{"UTC0", "20240131233000", "20240131"}, Row{"CET-1", "20240131233000", "20240201"},

@@ -85,8 +85,8 @@ TEST_CASE("a transaction keeps the text of its posting date, also when it is no 
 
 TEST_CASE("a transaction's amount is exact") {
     struct Row {
-        const char* text;
-        const char* amount;
+        std::string text;
+        std::string amount;
     };
     for (const Row& row :
          {Row{"-12.50", "-12.5"}, Row{"1,234.56", "1234.56"}, Row{"+0.105", "0.105"}, Row{"0.1", "0.1"},

@@ -61,7 +61,7 @@ TEST_CASE("the archive of an empty transaction is empty") {
 TEST_CASE("a transaction archives only the fields that are there") {
     struct Row {
         ParseDictionary node;
-        const char* key;
+        std::string key;
     };
     std::vector<Row> rows{{{{"TRNAMT", "1"}}, "at"}};
     for (const TransactionText& row : kTransactionTexts) rows.push_back({{{row.element, "x"}}, row.key});

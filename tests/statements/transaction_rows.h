@@ -10,12 +10,12 @@ namespace brackwell::tests {
 
 /// A text: its element, archive key and getter, and whether equality looks at it.
 struct TransactionText {
-    const char* element;
-    const char* key;
+    std::string element;
+    std::string key;
     OptionalText (TvOFXStatementTransaction::*get)() const noexcept;
     bool compared = true;
 };
-inline constexpr std::array<TransactionText, 14> kTransactionTexts{
+inline const std::array<TransactionText, 14> kTransactionTexts{
     {{"TRNTYPE", "type", &TvOFXStatementTransaction::transactionType},
      {"FITID", "fiTID", &TvOFXStatementTransaction::fiTransactionID},
      {"CORRECTFITID", "cFITID", &TvOFXStatementTransaction::correctionFITID},
@@ -32,22 +32,22 @@ inline constexpr std::array<TransactionText, 14> kTransactionTexts{
      {"TVOFX_ORIGINAL_STRING", "oDS", &TvOFXStatementTransaction::originalDataString, false}}};
 
 struct TransactionDate {
-    const char* element;
-    const char* key;
+    std::string element;
+    std::string key;
     std::optional<Date> (TvOFXStatementTransaction::*get)() const noexcept;
 };
-inline constexpr std::array<TransactionDate, 3> kTransactionDates{
+inline const std::array<TransactionDate, 3> kTransactionDates{
     {{"DTPOSTED", "dP", &TvOFXStatementTransaction::datePosted},
      {"DTUSER", "dUI", &TvOFXStatementTransaction::dateUserInit},
      {"DTAVAIL", "dFA", &TvOFXStatementTransaction::dateFundsAvailable}}};
 
 /// An aggregate: its element, archive key, and two contents that differ.
 struct TransactionParty {
-    const char* element;
-    const char* key;
-    const char* text;
+    std::string element;
+    std::string key;
+    std::string text;
 };
-inline constexpr std::array<TransactionParty, 3> kTransactionParties{
+inline const std::array<TransactionParty, 3> kTransactionParties{
     {{"PAYEE", "pObj", "NAME"}, {"BANKACCTTO", "bAObj", "ACCTID"}, {"CCACCTTO", "cCAObj", "ACCTID"}}};
 
 }  // namespace brackwell::tests
