@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/statements.h>
 
+#include "model/description.h"
 #include "model/element_table.h"
 
 namespace brackwell {
@@ -8,7 +9,9 @@ namespace {
 
 constexpr reading::NameID kTransaction = element("STMTTRN");
 
-std::string textOf(const std::optional<Decimal>& amount) { return amount ? amount->toString() : "(null)"; }
+std::string textOf(const std::optional<Decimal>& amount) {
+    return amount ? amount->toString() : std::string(kAbsent);
+}
 
 }  // namespace
 
