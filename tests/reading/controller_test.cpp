@@ -2,6 +2,7 @@
 #include <brackwell/statements.h>
 #include <doctest/doctest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -19,22 +20,27 @@ constexpr std::string_view kStatement =
     "<BANKTRANLIST><DTSTART>20240101<DTEND>20240131<STMTTRN><TRNTYPE>DEBIT<DTPOSTED>20240115"
     "<TRNAMT>-12.50<FITID>a<NAME>\u00C4</STMTTRN></BANKTRANLIST></STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>";
 
-/// A file that lasts as long as this object.
+/// A folder of its own with one file in it, for as long as this object lasts.
 class File {
 public:
-    File(const std::string& name, std::string_view bytes)
-        : path_(std::filesystem::temp_directory_path() / name) {
+    File(const std::string& name, std::string_view bytes) {
+        std::string folder = (std::filesystem::temp_directory_path() / "brackwell-XXXXXX").string();
+        REQUIRE(mkdtemp(folder.data()) != nullptr);
+        folder_ = folder;
+        path_ = folder_ / name;
         std::ofstream(path_, std::ios::binary) << bytes;
     }
     ~File() {
         std::error_code ignored;
-        std::filesystem::remove(path_, ignored);
+        std::filesystem::remove_all(folder_, ignored);
     }
     File(const File&) = delete;
     File& operator=(const File&) = delete;
     std::string path() const { return path_.string(); }
+    std::string folder() const { return folder_.string(); }
 
 private:
+    std::filesystem::path folder_;
     std::filesystem::path path_;
 };
 
@@ -144,7 +150,7 @@ TEST_CASE("without formatters of the caller the shared helper converts") {
 }
 
 TEST_CASE("a file imports by its path and by its file: URL") {
-    const File file("brackwell controller test.ofx", kStatement);
+    const File file("a statement.ofx", kStatement);
     std::string escaped = file.path();
     for (std::size_t at; (at = escaped.find(' ')) != std::string::npos;) escaped.replace(at, 1, "%20");
     for (const std::string& url : {file.path(), "file://" + escaped, "file://localhost" + escaped}) {
@@ -164,32 +170,32 @@ TEST_CASE("escapes of a file: URL are read in either case, and what is no escape
         std::string inURL;
     };
     for (const auto& [name, inURL] : std::initializer_list<Row>{
-             {"brackwell-\u00C4.ofx", "brackwell-%C3%84.ofx"},
-             {"brackwell-\u00C4.ofx", "brackwell-%c3%84.ofx"},
-             {"brackwell-100%.ofx", "brackwell-100%25.ofx"},
-             {"brackwell-100%.ofx", "brackwell-100%.ofx"},
-             {"brackwell-%zz-%4.ofx", "brackwell-%zz-%4.ofx"},
-             {"brackwell-%4", "brackwell-%4"},
-             {"brackwell-%", "brackwell-%"},
+             {"\u00C4.ofx", "%C3%84.ofx"},
+             {"\u00C4.ofx", "%c3%84.ofx"},
+             {"100%.ofx", "100%25.ofx"},
+             {"100%.ofx", "100%.ofx"},
+             {"%zz-%4.ofx", "%zz-%4.ofx"},
+             {"%4", "%4"},
+             {"%", "%"},
          }) {
         CAPTURE(inURL);
         const File file(name, kStatement);
-        const std::string folder = std::filesystem::temp_directory_path().string();
-        CHECK(TovanaOFXController::importOFXFileFromURL("file://" + folder + "/" + inURL));
+        CHECK(TovanaOFXController::importOFXFileFromURL("file://" + file.folder() + "/" + inURL));
     }
 }
 
 TEST_CASE("a path is not unescaped") {
-    const File file("brackwell%20path.ofx", kStatement);
+    const File file("a%20path.ofx", kStatement);
     CHECK(TovanaOFXController::importOFXFileFromURL(file.path()));
     CHECK_FALSE(TovanaOFXController::importOFXFileFromURL("file://" + file.path()));
 }
 
 TEST_CASE("a file that cannot be read is an error that tells the URL") {
-    const std::string folder = std::filesystem::temp_directory_path().string();
+    const File other("other.ofx", kStatement);
+    const std::string folder = other.folder();
     for (const std::string& url :
-         {folder + "/brackwell no such file.ofx", "file://" + folder + "/brackwell%20none.ofx", folder,
-          std::string(), std::string("http://localhost/a.ofx"), std::string("file:")}) {
+         {folder + "/no such file.ofx", "file://" + folder + "/not%20here.ofx", folder, std::string(),
+          std::string("http://localhost/a.ofx"), std::string("file:")}) {
         CAPTURE(url);
         Error error;
         CHECK(TovanaOFXController::importOFXFileFromURL(url, &error) == nullptr);
@@ -204,11 +210,11 @@ TEST_CASE("a file that cannot be read is an error that tells the URL") {
 }
 
 TEST_CASE("the errors of a file's contents are those of its bytes") {
-    const File empty("brackwell-empty.ofx", "");
+    const File empty("empty.ofx", "");
     Error error;
     CHECK(TovanaOFXController::importOFXFileFromURL(empty.path(), &error) == nullptr);
     CHECK(error.description == "no data to parse");
-    const File wrong("brackwell-wrong.ofx", "<OFX></B>");
+    const File wrong("wrong.ofx", "<OFX></B>");
     CHECK(TovanaOFXController::importOFXFileFromURL(wrong.path(), &error) == nullptr);
     CHECK(error.description ==
           "Found close tag </B> without opening tag.\nMaybe there is a close tag missing for <OFX>");
