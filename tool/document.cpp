@@ -44,8 +44,8 @@ std::string encodingNameIn(std::string_view text) {
         header = TvOFXParser::parseSGMLHeader(text);
         return std::string(header["CHARSET"].text().value_or(""));
     }
-    // Only the declaration is handed over: the instruction after it may have an ENCODING of its own.
-    if (text.starts_with("<?xml")) TvOFXParser::parseXmlHeader(text.substr(0, text.find("?>")), &header);
+    // What comes before the instruction is handed over: that may have an ENCODING of its own.
+    if (text.starts_with("<?xml")) TvOFXParser::parseXmlHeader(text.substr(0, text.find("<?OFX")), &header);
     return std::string(header["ENCODING"].text().value_or(""));
 }
 

@@ -91,6 +91,11 @@ std::string checkCharacter(const std::string& text) {
     return isOne ? std::string() : "not a single character: \"" + text + "\"";
 }
 
+std::string checkVersion(const std::string& text) {
+    const bool isNumber = std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
+    return isNumber ? std::string() : "not a version: \"" + text + "\"";
+}
+
 std::string checkPattern(const std::string& text) { return text.empty() ? "the pattern is empty" : ""; }
 
 // ---------------------------------------------------------------------------------------------
@@ -128,7 +133,8 @@ void declareRequest(CLI::App& app, Options& options, Texts& texts) {
         ->type_name("")
         ->check(CLI::Validator(CLI::IsMember({"accounts", "profile"})).description(""));
     sub->add_option("--version", options.request.version, "The OFX version, such as 102 (the default) or 211")
-        ->type_name("N");
+        ->type_name("N")
+        ->check(CLI::Validator(checkVersion, ""));
     sub->add_option("--since", options.request.since,
                     "Only what changed since; an OFX date, 19900101 by default")
         ->type_name("DATE");

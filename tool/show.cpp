@@ -50,7 +50,7 @@ void showResponse(Page& page, const TvOFXResponse& response, bool isFull) {
 /// What is shown of the whole document, then the lists of accounts and the profile, then the statements.
 void showDocument(Page& page, const TvOFXInterpreter& interpreter, bool isFull) {
     const TvOFXResponseList& responses = interpreter.allResponses();
-    if (responses.empty()) return page.line("The document has no responses.");
+    if (responses.empty()) return page.paragraph("The document has no responses.");
     if (interpreter.signOnResponse()) showSignOn(page, *interpreter.signOnResponse());
     showMessages(page, responses);
     for (const bool isStatement : {false, true})

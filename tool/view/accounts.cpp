@@ -35,7 +35,7 @@ void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& resp
     page.heading("Accounts at the institution");
     if (isTrouble(response.status().get())) page.fact("Status", shownStatus(*response.status()));
     page.fact("Changed", shownDate(response.lastUpdateDateTime()));
-    if (response.accountInfos().empty()) return page.line("No accounts.");
+    if (response.accountInfos().empty()) return page.paragraph("No accounts.");
     Table table({{"Description", Column::Kind::text, 8, 5},
                  {"Number", Column::Kind::text, 8, 9},
                  {"Type", Column::Kind::text, 8, 4},

@@ -25,7 +25,9 @@ public:
     /// "Label      text", wrapped; nothing when there is no text, or an empty one.
     void fact(std::string_view label, brackwell::OptionalText text);
     void fact(std::string_view label, const std::string& text) { fact(label, brackwell::OptionalText(text)); }
-    /// Text of our own, or made visible before, as it stands.
+    /// A text of its own, wrapped.
+    void paragraph(std::string_view text);
+    /// A line that fits, of text that has been made visible before.
     void line(std::string_view text);
     void emptyLine() { line(""); }
 

@@ -116,7 +116,7 @@ void showTotals(Page& page, const Totals& totals, OptionalText currency) {
 void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, bool isFull) {
     page.heading(headingOf(statement, isFull));
     showFacts(page, statement);
-    if (statement.statementTransactions().empty()) return page.line("No transactions.");
+    if (statement.statementTransactions().empty()) return page.paragraph("No transactions.");
     Table table({{"Date", Column::Kind::text, 0, 9},
                  {"Type", Column::Kind::text, 6, 3},
                  {"Payee", Column::Kind::text, 8, 8},

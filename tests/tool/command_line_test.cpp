@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+const std::vector<std::string> kCommands{"show", "json", "csv", "tree", "pretty", "request"};
+
+}  // namespace
+
+TEST_CASE("help names every command and goes to standard output") {
+    const Finished finished = tool({"--help"});
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "");
+    for (const std::string& command : kCommands) {
+        CAPTURE(command);
+        CHECK(contains(finished.output, "  " + command + " "));
+    }
+    CHECK(contains(finished.output, "Examples:"));
+    CHECK(contains(finished.output, "Exit status:"));
+}
+
+TEST_CASE("every command has a help with examples") {
+    for (const std::string& command : kCommands) {
+        CAPTURE(command);
+        const Finished finished = tool({command, "--help"});
+        CHECK(finished.status == 0);
+        CHECK(finished.error == "");
+        CHECK(contains(finished.output, "Examples:\n  brackwell " + command));
+    }
+}
+
+TEST_CASE("the help of a reading command names its options") {
+    const std::string help = tool({"show", "--help"}).output;
+    for (const char* option : {"--encoding NAME", "--date-format PATTERN", "--decimal-separator CHAR",
+                               "--grouping-separator CHAR", "--output FILE", "--full"}) {
+        CAPTURE(option);
+        CHECK(contains(help, option));
+    }
+}
+
+TEST_CASE("the version is one line") {
+    const Finished finished = tool({"--version"});
+    CHECK(finished.status == 0);
+    CHECK(finished.output.starts_with("brackwell 1."));
+    CHECK(linesOf(finished.output).size() == 1);
+}
+
+TEST_CASE("wrong usage is status 2, says why on standard error and writes nothing") {
+    const std::string document = examplePath("card.ofx");
+    struct Row {
+        std::vector<std::string> arguments;
+        std::string reason;
+    };
+    const std::vector<Row> rows{
+        {{}, "subcommand is required"},
+        {{"print", document}, "unknown command \"print\""},
+        {{"show"}, "FILE is required"},
+        {{"json", document, "--full"}, "--full"},
+        {{"json", document, "--nothing"}, "--nothing"},
+        {{"tree", document, document}, "FILE: At Most 1"},
+        {{"pretty", document, document}, "FILE: At Most 1"},
+        {{"json", document, "--encoding", "klingon"}, "unknown encoding \"klingon\""},
+        {{"json", document, "--encoding"}, "--encoding"},
+        {{"csv", document, "--decimal-separator", ",,"}, "not a single character: \",,\""},
+        {{"csv", document, "--decimal-separator", ""}, "not a single character: \"\""},
+        {{"csv", document, "--grouping-separator", ""}, "not a single character"},
+        {{"csv", document, "--decimal-separator", ".", "--grouping-separator", "."}, "is the same as"},
+        {{"csv", document, "--date-format", ""}, "the pattern is empty"},
+        {{"request"}, "KIND is required"},
+        {{"request", "everything"}, "everything"},
+        {{"request", "accounts", "--version", "two"}, "--version"},
+        {{"request", "accounts", "--version", "-1"}, "--version"},
+        {{"request", "profile", "--routing", "away"}, "away"},
+        {{"request", "accounts", "--routing", "none"}, "for profile requests only"},
+    };
+    for (const Row& row : rows) {
+        const std::string arguments = Json(row.arguments).dump();
+        CAPTURE(arguments);
+        const Finished finished = tool(row.arguments);
+        CHECK(finished.status == 2);
+        CHECK(finished.output == "");
+        CHECK(contains(finished.error, row.reason));
+    }
+}
+
+TEST_CASE("help that cannot be written is status 1") {
+    Command command = toolCommand({"--help"});
+    command.outputFile = "/dev/full";
+    const Finished finished = run(command);
+    CHECK(finished.status == 1);
+    CHECK(finished.error == "standard output: No space left on device\n");
+}
+
+TEST_CASE("options stand before or behind the files, and two hyphens end them") {
+    const TemporaryFolder folder;
+    folder.file("-x.ofx", version1(""));
+    Command command = toolCommand({"json", "--", "-x.ofx"});
+    command.directory = folder.path();
+    CHECK(run(command).status == 0);
+    const std::string document = examplePath("card.ofx");
+    const std::string before = tool({"json", "--encoding", "utf-8", document}).output;
+    CHECK(before != "");
+    CHECK(before == tool({"json", document, "--encoding", "UTF8"}).output);
+}
+
+TEST_CASE("request accounts writes the request at versions 102 and 211") {
+    struct Row {
+        std::string version;
+        std::string uidEnd;
+        std::string dateLine;
+    };
+    for (const Row& row : std::vector<Row>{{"102", "", "<DTACCTUP>20240101"},
+                                           {"199", "", "<DTACCTUP>20240101"},
+                                           {"200", "</TRNUID>", "<DTACCTUP>20240101</DTACCTUP>"},
+                                           {"211", "</TRNUID>", "<DTACCTUP>20240101</DTACCTUP>"}}) {
+        CAPTURE(row.version);
+        const Finished finished =
+            tool({"request", "accounts", "--version", row.version, "--since", "20240101"});
+        CHECK(finished.status == 0);
+        CHECK(finished.error == "");
+        std::vector<std::string> lines = linesOf(finished.output);
+        REQUIRE(lines.size() == 6);
+        CHECK(lines[1].size() == std::string("<TRNUID>").size() + 36 + row.uidEnd.size());
+        CHECK(lines[1].starts_with("<TRNUID>"));
+        CHECK(lines[1].ends_with(row.uidEnd));
+        lines.erase(lines.begin() + 1);
+        CHECK(lines == std::vector<std::string>{"<ACCTINFOTRNRQ>", "<ACCTINFORQ>", row.dateLine,
+                                                "</ACCTINFORQ>", "</ACCTINFOTRNRQ>"});
+    }
+}
+
+TEST_CASE("request profile writes the request with its routing") {
+    struct Row {
+        std::vector<std::string> options;
+        std::string routingLine;
+        std::string dateLine;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{}, "<CLIENTROUTING>NONE", "<DTPROFUP>19900101"},
+             {{"--routing", "none"}, "<CLIENTROUTING>NONE", "<DTPROFUP>19900101"},
+             {{"--routing", "service", "--version", "102"}, "<CLIENTROUTING>SERVICE", "<DTPROFUP>19900101"},
+             {{"--routing", "msgset", "--version", "211", "--since", "last year"},
+              "<CLIENTROUTING>MSGSET</CLIENTROUTING>",
+              "<DTPROFUP>last year</DTPROFUP>"}}) {
+        const std::string options = Json(row.options).dump();
+        CAPTURE(options);
+        std::vector<std::string> arguments{"request", "profile"};
+        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        std::vector<std::string> lines = linesOf(tool(arguments).output);
+        REQUIRE(lines.size() == 7);
+        lines.erase(lines.begin() + 1);
+        CHECK(lines == std::vector<std::string>{"<PROFTRNRQ>", "<PROFRQ>", row.routingLine, row.dateLine,
+                                                "</PROFRQ>", "</PROFTRNRQ>"});
+    }
+}
+
+TEST_CASE("no two requests have the same identifier") {
+    const auto identifier = [] { return linesOf(tool({"request", "accounts"}).output).at(1); };
+    CHECK(identifier() != identifier());
+}

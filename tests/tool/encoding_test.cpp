@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+const std::string kAccent = "<MEMO>Caf\xE9 \x80";  // in windows-1252: é and the Euro sign
+
+std::string xml(const std::string& declaration) {
+    return declaration + "\n<?OFX OFXHEADER=\"200\" VERSION=\"211\" ENCODING=\"UTF-16\"?>\n<OFX>" + kAccent +
+           "</MEMO></OFX>";
+}
+
+}  // namespace
+
+TEST_CASE("bytes that are no text of the library's encodings are read again in another one") {
+    struct Row {
+        std::string why;
+        std::string bytes;
+        std::string encoding;
+        std::string memo;
+    };
+    const std::string windows = "Café €";
+    const std::string latin = "Café \u0080";
+    const std::vector<Row> rows{
+        {"CHARSET is a number", version1(kAccent), "windows-1252", windows},
+        {"CHARSET in lower case", version1(kAccent, "cp1252"), "windows-1252", windows},
+        {"CHARSET is another encoding", version1(kAccent, "8859-1"), "ISO-8859-1", latin},
+        {"CHARSET by its long name", version1(kAccent, "iso-8859-1"), "ISO-8859-1", latin},
+        {"CHARSET is not known", version1(kAccent, "NONE"), "windows-1252", windows},
+        {"CHARSET fails, too", version1(kAccent, "UTF-8"), "windows-1252", windows},
+        {"CHARSET fails as ASCII", version1(kAccent, "US-ASCII"), "windows-1252", windows},
+        {"there is no header", "<OFX>" + kAccent + "</OFX>", "windows-1252", windows},
+        {"blank lines stand before the header", "\r\n\xA0\n" + version1(kAccent, "LATIN1"), "ISO-8859-1",
+         latin},
+        {"the declaration names it", xml("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>"), "ISO-8859-1",
+         latin},
+        {"the declaration fails", xml("<?xml version=\"1.0\" encoding=\"UTF-8\"?>"), "windows-1252", windows},
+        {"single quotes name nothing", xml("<?xml version='1.0' encoding='ISO-8859-1'?>"), "windows-1252",
+         windows},
+        {"an upper-case declaration names nothing", xml("<?XML VERSION=\"1.0\" encoding=\"ISO-8859-1\"?>"),
+         "windows-1252", windows},
+        {"an instruction names nothing", xml(""), "windows-1252", windows},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.why);
+        const Finished finished = tool({"tree", "-"}, row.bytes);
+        CHECK(finished.status == 0);
+        CHECK(finished.error == "-: read as " + row.encoding + "\n");
+        const Json tree = Json::parse(finished.output);
+        CHECK(tree["encoding"] == row.encoding);
+        CHECK(tree["data"]["OFX"]["MEMO"] == row.memo);
+    }
+}
+
+TEST_CASE("text that the library decodes is not read again, whatever its header says") {
+    const Json tree = jsonOf("tree", version1("<MEMO>Café", "ISO-8859-1"));
+    CHECK(tree["encoding"] == "UTF-8");
+    CHECK(tree["data"]["OFX"]["MEMO"] == "Café");
+}
+
+TEST_CASE("bytes that no encoding reads end in the library's error, without a note") {
+    const Finished finished = tool({"json", "-"}, version1("<MEMO>\x81"));
+    CHECK(finished.status == 1);
+    CHECK(finished.error == "-: Data is not OFX or unknown character encoding.\n");
+}
+
+TEST_CASE("an encoding that is given is the only one that is tried") {
+    struct Row {
+        std::string name;
+        std::string memo;
+    };
+    for (const Row& row : std::vector<Row>{{"windows-1252", "Café €"},
+                                           {"Windows-1252", "Café €"},
+                                           {"1252", "Café €"},
+                                           {"CP1252", "Café €"},
+                                           {"latin-1", "Café \u0080"},
+                                           {"8859-1", "Café \u0080"}}) {
+        CAPTURE(row.name);
+        const Finished finished = tool({"tree", "--encoding", row.name, "-"}, version1(kAccent));
+        CHECK(finished.status == 0);
+        CHECK(finished.error == "");
+        CHECK(Json::parse(finished.output)["data"]["OFX"]["MEMO"] == row.memo);
+    }
+    for (const char* name : {"UTF-8", "ASCII", "USASCII"}) {
+        CAPTURE(name);
+        const Finished finished = tool({"json", "--encoding", name, "-"}, version1(kAccent));
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "-: Data is not OFX or unknown character encoding.\n");
+    }
+}
+
+TEST_CASE("auto is the encoding when none is given") {
+    const Finished finished = tool({"tree", "--encoding", "AUTO", "-"}, version1(kAccent));
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "-: read as windows-1252\n");
+}
+
+TEST_CASE("a document that is read again keeps its other errors") {
+    const Finished finished = tool({"json", "-"}, version1(kAccent + "</B>"));
+    CHECK(finished.status == 1);
+    CHECK(linesOf(finished.error).front() == "-: read as windows-1252");
+    CHECK(linesOf(finished.error).at(1).starts_with("-: Found close tag </B> without opening tag."));
+}
+
+TEST_CASE("the encoding of each kind of document has a name") {
+    struct Row {
+        std::string example;
+        std::string encoding;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"card.ofx", "UTF-8"}, {"utf_16.ofx", "UTF-16LE"}, {"windows_1252.ofx", "windows-1252"}}) {
+        CAPTURE(row.example);
+        CHECK(Json::parse(tool({"tree", examplePath(row.example)}).output)["encoding"] == row.encoding);
+    }
+}

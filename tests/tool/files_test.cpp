@@ -1,0 +1,140 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+TEST_CASE("a hyphen is standard input") {
+    std::ifstream stream(examplePath("card.ofx"), std::ios::binary);
+    const std::string document{std::istreambuf_iterator<char>(stream), {}};
+    for (const char* command : {"show", "json", "tree", "pretty"}) {
+        CAPTURE(command);
+        const std::string output = outputOf({command}, document);
+        CHECK(output != "");
+        CHECK(output == tool({command, examplePath("card.ofx")}).output);
+    }
+}
+
+TEST_CASE("the other files are done when one cannot be read") {
+    const std::string good = examplePath("card.ofx");
+    const Finished finished = tool({"json", good, "/nowhere/july.ofx", examplePath("checking.ofx")});
+    CHECK(finished.status == 1);
+    CHECK(finished.error == "/nowhere/july.ofx: The file at /nowhere/july.ofx was not found.\n");
+    const std::vector<std::string> lines = linesOf(finished.output);
+    REQUIRE(lines.size() == 2);
+    CHECK(Json::parse(lines[0])["file"] == good);
+    CHECK(Json::parse(lines[1])["file"] == examplePath("checking.ofx"));
+}
+
+TEST_CASE("what is wrong with a file stands on standard error, behind its name") {
+    const TemporaryFolder folder;
+    struct Row {
+        std::string name;
+        std::string bytes;
+        std::string reason;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"text", "Dear customer,\n", "not an OFX document"},
+             {"empty", "", "no data to parse"},
+             {"mark", "\xFE\xFF", "not an OFX document"},
+             {"half a character", "\xFF\xFE<", "Data is not OFX or unknown character encoding."},
+             {"latin", "Caf\xE9", "Data is not OFX or unknown character encoding."},
+             {"close", "<OFX></B></OFX>",
+              "Found close tag </B> without opening tag.\nMaybe there is a close tag missing for <OFX>"},
+         }) {
+        const std::string path = folder.file(row.name, row.bytes);
+        for (const char* command : {"show", "json", "csv", "pretty"}) {
+            CAPTURE(row.name);
+            CAPTURE(command);
+            const Finished finished = tool({command, path});
+            CHECK(finished.status == 1);
+            CHECK(finished.error == path + ": " + row.reason + "\n");
+            if (std::string(command) != "csv") CHECK(finished.output == "");
+        }
+    }
+}
+
+TEST_CASE("a folder is no file") {
+    const TemporaryFolder folder;
+    const Finished finished = tool({"json", folder.path()});
+    CHECK(finished.status == 1);
+    CHECK(finished.error == folder.path() + ": The file at " + folder.path() + " was not found.\n");
+}
+
+TEST_CASE("output that cannot be written is status 1 and said once") {
+    const std::string document = examplePath("card.ofx");
+    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+        CAPTURE(command);
+        Command full = toolCommand({command, document});
+        full.outputFile = "/dev/full";
+        Finished finished = run(full);
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "standard output: No space left on device\n");
+
+        finished = runIntoClosedPipe(toolCommand({command, document}));
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "standard output: Broken pipe\n");
+
+        finished = runWithoutOutput(toolCommand({command, document}));
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "standard output: Bad file descriptor\n");
+
+        finished = tool({command, document, "--output", "/dev/full"});
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "/dev/full: No space left on device\n");
+    }
+}
+
+TEST_CASE("no more files are read when the output is gone") {
+    const TemporaryFolder folder;
+    std::string transactions;
+    for (int i = 0; i < 2000; ++i)
+        transactions += "<STMTTRN><TRNAMT>1<NAME>A name of some length that fills the buffer</STMTTRN>";
+    const std::string big = folder.file("big.ofx", transactionsWith(transactions));
+    const Finished finished = runIntoClosedPipe(toolCommand({"json", big, "/nowhere"}));
+    CHECK(finished.status == 1);
+    CHECK(finished.error == "standard output: Broken pipe\n");
+}
+
+TEST_CASE("--output writes a file instead of standard output") {
+    const TemporaryFolder folder;
+    folder.file("old.json", "something longer than nothing");
+    for (const char* option : {"--output", "-o"}) {
+        CAPTURE(option);
+        const Finished finished = tool({"json", examplePath("card.ofx"), option, folder.path("old.json")});
+        CHECK(finished.status == 0);
+        CHECK(finished.output == "");
+        CHECK(finished.error == "");
+        CHECK(folder.read("old.json") == tool({"json", examplePath("card.ofx")}).output);
+    }
+}
+
+TEST_CASE("a file for the output that cannot be made is status 1") {
+    const Finished finished = tool({"json", examplePath("card.ofx"), "--output", "/nowhere/july.json"});
+    CHECK(finished.status == 1);
+    CHECK(finished.error == "/nowhere/july.json: No such file or directory\n");
+}
+
+TEST_CASE("the output never replaces a document that is still to be read") {
+    const TemporaryFolder folder;
+    const std::string document = folder.file("july.ofx", version1(""));
+    const Finished finished = tool({"csv", document, "--output", folder.path("./july.ofx")});
+    CHECK(finished.status == 2);
+    CHECK(finished.error.find("is also a file to be read") != std::string::npos);
+    CHECK(folder.read("july.ofx") == version1(""));
+}
+
+TEST_CASE("a document that does not fit into memory is said, and the others are done") {
+    // The shell limits the memory; the indented text of this document would need gigabytes.
+    const TemporaryFolder folder;
+    std::string deep = "<OFX>";
+    for (int i = 0; i < 100'000; ++i) deep += "<A>";
+    const std::string path = folder.file("deep.ofx", deep + "<B>x");
+    Command command{
+        {"/bin/sh", "-c", "ulimit -v 2000000; exec \"$0\" \"$@\"", BRACKWELL_TOOL, "pretty", path}};
+    const Finished finished = run(command);
+    // Sanitizers reserve more address space than that and cannot start.
+    if (finished.error.find("Sanitizer") != std::string::npos) return;
+    CHECK(finished.status == 1);
+    CHECK(finished.output == "");
+    CHECK(finished.error == path + ": There is not enough memory for this document.\n");
+}

@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+/// What the tool reads of a date and an amount with these options.
+Json readWith(std::vector<std::string> options, const std::string& date, const std::string& amount) {
+    options.insert(options.begin(), "json");
+    const Json document = Json::parse(outputOf(
+        options, transactionsWith("<STMTTRN><DTPOSTED>" + date + "<TRNAMT>" + amount + "</STMTTRN>")));
+    Json transaction = document["responses"][0]["statementTransactions"][0];
+    Json result = Json::array({transaction.value("datePosted", ""), transaction.value("amount", "")});
+    return result;
+}
+
+}  // namespace
+
+TEST_CASE("a date pattern is tried before the built-in formats") {
+    CHECK(readWith({}, "31.12.2024", "1") == Json::array({"", "1"}));
+    CHECK(readWith({"--date-format", "dd.MM.yyyy"}, "31.12.2024", "1") ==
+          Json::array({"2024-12-31T00:00:00.000Z", "1"}));
+    CHECK(readWith({"--date-format", "dd.MM.yyyy"}, "20241230", "1") ==
+          Json::array({"2024-12-30T00:00:00.000Z", "1"}));
+    CHECK(readWith({"--date-format", "yyyyMMddHHmmss'['X':CET]'"}, "20240131120000[+01:CET]", "1") ==
+          Json::array({"2024-01-31T11:00:00.000Z", "1"}));
+}
+
+TEST_CASE("separators make a number formatter, and one moves the other out of its way") {
+    struct Row {
+        std::vector<std::string> options;
+        std::string text;
+        std::string amount;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{}, "-1.234,56", ""},
+             {{}, "-12,50", "-1250"},
+             {{"--decimal-separator", ","}, "-1.234,56", "-1234.56"},
+             {{"--decimal-separator", ","}, "-12,50", "-12.5"},
+             {{"--decimal-separator", ","}, "-12.5", "-12.5"},
+             {{"--grouping-separator", "."}, "-1.234,56", "-1234.56"},
+             {{"--decimal-separator", ",", "--grouping-separator", "."}, "-1.234,56", "-1234.56"},
+             {{"--decimal-separator", "\u066B"}, "-12\u066B5", "-12.5"},
+             {{"--grouping-separator", "_"}, "1_234.5", "1234.5"},
+         }) {
+        const std::string options = Json(row.options).dump();
+        CAPTURE(options);
+        CAPTURE(row.text);
+        CHECK(readWith(row.options, "20240101", row.text) ==
+              Json::array({"2024-01-01T00:00:00.000Z", row.amount}));
+    }
+}
+
+TEST_CASE("the formatters hold for every command that shows amounts") {
+    const std::string document = transactionsWith("<STMTTRN><DTPOSTED>31/12/2024<TRNAMT>-12,50</STMTTRN>");
+    const std::vector<std::string> options{"--decimal-separator", ",", "--date-format", "dd/MM/yyyy"};
+    for (const auto& [command, expected] : std::map<std::string, std::string>{
+             {"csv", ",2024-12-31T00:00:00.000Z,,,-12.5,"}, {"show", "2024-12-31  -12.50\n"}}) {
+        CAPTURE(command);
+        std::vector<std::string> arguments{command};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        CHECK(outputOf(arguments, document).find(expected) != std::string::npos);
+    }
+}

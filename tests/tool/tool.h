@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <doctest/doctest.h>
+
+#include <nlohmann/json.hpp>
+
+#include "support/process.h"
+#include "support/temporary_folder.h"
+
+/// \file
+/// The command-line tool as a process, and documents for it.
+
+namespace brackwell::tests {
+
+/// Keeps the order of keys.
+using Json = nlohmann::ordered_json;
+
+/// The tool with these arguments.
+inline Command toolCommand(std::vector<std::string> arguments) {
+    arguments.insert(arguments.begin(), BRACKWELL_TOOL);
+    return {std::move(arguments)};
+}
+
+/// Runs the tool.
+inline Finished tool(std::vector<std::string> arguments, const std::string& input = {},
+                     std::map<std::string, std::string> environment = {}) {
+    Command command = toolCommand(std::move(arguments));
+    command.input = input;
+    command.environment = std::move(environment);
+    return run(command);
+}
+
+/// Runs the tool on a document that must be read without a word, and gives its output.
+inline std::string outputOf(std::vector<std::string> arguments, const std::string& document) {
+    arguments.emplace_back("-");
+    const Finished finished = tool(std::move(arguments), document);
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "");
+    return finished.output;
+}
+
+inline Json jsonOf(const std::string& command, const std::string& document) {
+    return Json::parse(outputOf({command}, document));
+}
+
+inline std::string examplePath(const std::string& name) {
+    return std::string(BRACKWELL_EXAMPLES_DIR) + "/" + name;
+}
+
+/// A version 1 document around a body.
+inline std::string version1(const std::string& body, const std::string& charset = "1252") {
+    return "OFXHEADER:100\nDATA:OFXSGML\nVERSION:102\nSECURITY:NONE\nENCODING:USASCII\nCHARSET:" + charset +
+           "\nCOMPRESSION:NONE\nOLDFILEUID:NONE\nNEWFILEUID:NONE\n\n<OFX>" + body + "</OFX>\n";
+}
+
+/// A document of one checking-account statement with these elements behind the account.
+inline std::string statementWith(const std::string& elements) {
+    return version1(
+        "<BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS><CURDEF>USD<BANKACCTFROM><BANKID>121000248<ACCTID>"
+        "0012345678<ACCTTYPE>CHECKING</BANKACCTFROM>" +
+        elements + "</STMTRS></STMTTRNRS></BANKMSGSRSV1>");
+}
+
+/// The same with these elements in the list of transactions.
+inline std::string transactionsWith(const std::string& transactions) {
+    return statementWith("<BANKTRANLIST>" + transactions + "</BANKTRANLIST>");
+}
+
+/// The lines of a text, without their ends.
+inline std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines;
+    for (std::size_t start = 0; start < text.size();) {
+        const std::size_t end = std::min(text.find('\n', start), text.size());
+        lines.push_back(text.substr(start, end - start));
+        start = end + 1;
+    }
+    return lines;
+}
+
+}  // namespace brackwell::tests
