@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "documents.h"
 
-#include <array>
-#include <cstdint>
-#include <string_view>
-
 namespace brackwell::benchmarks {
 namespace {
 
@@ -12,17 +8,26 @@ constexpr std::array<std::string_view, 8> kPayees{
     "Harbour Bakery",    "Northwind Power & Light", "City Transport",  "Alder Street Grocer",
     "Blue Door Theatre", "Miller's Hardware",       "Greenfield Rent", "Payroll Quarry Ltd"};
 constexpr std::array<std::string_view, 8> kAccented{
-    "B\xC3\xA4"
-    "ckerei M\xC3\xBCller",
-    "Caf\xC3\xA9 Ol\xC3\xA9",
-    "\xC3\x84rztehaus",
-    "Gar\xC3\xA7"
-    "on",
-    "Se\xC3\xB1or L\xC3\xB3pez",
-    "\xC3\x98rsted",
-    "Fjord\xC3\xA5s",
-    "\xC3\x89picerie"};
+    "B\u00E4ckerei M\u00FCller", "Caf\u00E9 Ol\u00E9", "\u00C4rztehaus", "Gar\u00E7on",
+    "Se\u00F1or L\u00F3pez",     "\u00D8rsted",        "Fjord\u00E5s",   "\u00C9picerie"};
 constexpr std::array<std::string_view, 5> kTypes{"DEBIT", "CREDIT", "POS", "CHECK", "DIRECTDEBIT"};
+
+/// How the two kinds of header name an encoding.
+struct EncodingName {
+    TextEncoding encoding;
+    std::string_view xml;
+    std::string_view sgml;  ///< the lines ENCODING and CHARSET
+};
+constexpr std::array<EncodingName, 3> kEncodingNames{
+    {{TextEncodingUTF8, "UTF-8", "ENCODING:UTF-8\nCHARSET:NONE"},
+     {TextEncodingWindows1252, "windows-1252", "ENCODING:USASCII\nCHARSET:1252"},
+     {TextEncodingUTF16LittleEndian, "UTF-16", "ENCODING:UNICODE\nCHARSET:NONE"}}};
+
+const EncodingName& namesOf(TextEncoding encoding) {
+    for (const EncodingName& row : kEncodingNames)
+        if (row.encoding == encoding) return row;
+    return kEncodingNames.front();
+}
 
 /// A sequence of numbers that look random; the same on every machine.
 class Sequence {
@@ -59,17 +64,23 @@ public:
     std::string take() { return std::move(text_); }
 
 private:
-    static std::string digits(std::uint32_t value, std::size_t count) {
-        std::string text = std::to_string(value);
-        return std::string(count > text.size() ? count - text.size() : 0, '0') + text;
+    void appendNumber(std::string& text, std::uint32_t value, std::size_t width) {
+        const std::string digits = std::to_string(value);
+        if (digits.size() < width) text.append(width - digits.size(), '0');
+        text.append(digits);
     }
     std::string date() {
-        return "2024" + digits(1 + random_.below(12), 2) + digits(1 + random_.below(28), 2) +
-               digits(random_.below(24), 2) + digits(random_.below(60), 2) + digits(random_.below(60), 2);
+        std::string text = "2024";
+        for (const std::uint32_t end : {12U, 28U}) appendNumber(text, 1 + random_.below(end), 2);
+        for (const std::uint32_t end : {24U, 60U, 60U}) appendNumber(text, random_.below(end), 2);
+        return text;
     }
     std::string amount() {
-        return (random_.below(4) == 0 ? "" : "-") + std::to_string(random_.below(5000)) + "." +
-               digits(random_.below(100), 2);
+        std::string text = random_.below(4) == 0 ? "" : "-";
+        appendNumber(text, random_.below(5000), 1);
+        text += '.';
+        appendNumber(text, random_.below(100), 2);
+        return text;
     }
     std::string payee() {
         std::string name(shape_.accents ? kAccented[random_.below(kAccented.size())]
@@ -91,23 +102,26 @@ private:
     std::string text_;
 };
 
-void writeHead(Writer& writer, bool version2) {
-    if (version2) {
-        writer.line(R"(<?xml version="1.0" encoding="UTF-8" standalone="no"?>)");
-        writer.line(
-            R"(<?OFX OFXHEADER="200" VERSION="211" SECURITY="NONE" OLDFILEUID="NONE" NEWFILEUID="NONE"?>)");
-    } else {
-        for (const char* line :
-             {"OFXHEADER:100", "DATA:OFXSGML", "VERSION:102", "SECURITY:NONE", "ENCODING:UTF-8",
-              "CHARSET:NONE", "COMPRESSION:NONE", "OLDFILEUID:NONE", "NEWFILEUID:NONE", ""})
-            writer.line(line);
-    }
-    writer.line("<OFX>");
-    writer.line("<SIGNONMSGSRSV1><SONRS>");
+void writeStatus(Writer& writer) {
     writer.line("<STATUS>");
     writer.leaf("CODE", "0");
     writer.leaf("SEVERITY", "INFO");
     writer.line("</STATUS>");
+}
+
+void writeHead(Writer& writer, const Shape& shape) {
+    const EncodingName& names = namesOf(shape.encoding);
+    if (shape.version2) {
+        writer.line("<?xml version=\"1.0\" encoding=\"" + std::string(names.xml) + "\" standalone=\"no\"?>");
+        writer.line(
+            R"(<?OFX OFXHEADER="200" VERSION="211" SECURITY="NONE" OLDFILEUID="NONE" NEWFILEUID="NONE"?>)");
+    } else {
+        writer.line("OFXHEADER:100\nDATA:OFXSGML\nVERSION:102\nSECURITY:NONE");
+        writer.line(names.sgml);
+        writer.line("COMPRESSION:NONE\nOLDFILEUID:NONE\nNEWFILEUID:NONE\n");
+    }
+    writer.line("<OFX>\n<SIGNONMSGSRSV1><SONRS>");
+    writeStatus(writer);
     writer.leaf("DTSERVER", "20240201120000");
     writer.leaf("LANGUAGE", "ENG");
     writer.line("</SONRS></SIGNONMSGSRSV1>");
@@ -116,10 +130,7 @@ void writeHead(Writer& writer, bool version2) {
 void writeStatement(Writer& writer, const Shape& shape, std::size_t number) {
     writer.line("<STMTTRNRS>");
     writer.leaf("TRNUID", std::to_string(1 + number));
-    writer.line("<STATUS>");
-    writer.leaf("CODE", "0");
-    writer.leaf("SEVERITY", "INFO");
-    writer.line("</STATUS>");
+    writeStatus(writer);
     writer.line("<STMTRS>");
     writer.leaf("CURDEF", "EUR");
     writer.line("<BANKACCTFROM>");
@@ -140,53 +151,65 @@ void writeStatement(Writer& writer, const Shape& shape, std::size_t number) {
     writer.line("</STMTTRNRS>");
 }
 
-}  // namespace
-
-std::string makeDocument(const Shape& shape) {
-    Writer writer(shape);
-    writeHead(writer, shape.version2);
-    writer.line("<BANKMSGSRSV1>");
-    for (std::size_t i = 0; i < shape.statements; ++i) writeStatement(writer, shape, i);
-    writer.line("</BANKMSGSRSV1>");
-    writer.line("</OFX>");
-    return writer.take();
+void writeMessageSet(Writer& writer, const std::string& name) {
+    writer.line("<" + name + "MSGSET><" + name + "MSGSETV1><MSGSETCORE>");
+    writer.leaf("VER", "1");
+    writer.leaf("URL", "https://ofx.bank.example/" + name);
+    writer.leaf("OFXSEC", "NONE");
+    writer.leaf("TRANSPSEC", "Y");
+    writer.leaf("SIGNONREALM", "Realm 0");
+    writer.leaf("LANGUAGE", "ENG");
+    writer.leaf("SYNCMODE", "LITE");
+    writer.line("</MSGSETCORE></" + name + "MSGSETV1></" + name + "MSGSET>");
 }
 
-std::string makeProfile(std::size_t realms) {
-    Writer writer(Shape{});
-    writeHead(writer, true);
-    writer.line("<PROFMSGSRSV1><PROFTRNRS><TRNUID>1</TRNUID>");
-    writer.line("<STATUS><CODE>0</CODE><SEVERITY>INFO</SEVERITY></STATUS><PROFRS><MSGSETLIST>");
-    for (const char* set : {"SIGNON", "SIGNUP", "BANK", "CREDITCARD"}) {
-        const std::string name(set);
-        writer.line("<" + name + "MSGSET><" + name + "MSGSETV1><MSGSETCORE>");
-        writer.leaf("VER", "1");
-        writer.leaf("URL", "https://ofx.bank.example/" + name);
-        writer.leaf("OFXSEC", "NONE");
-        writer.leaf("TRANSPSEC", "Y");
-        writer.leaf("SIGNONREALM", "Realm 0");
-        writer.leaf("LANGUAGE", "ENG");
-        writer.leaf("SYNCMODE", "LITE");
-        writer.line("</MSGSETCORE></" + name + "MSGSETV1></" + name + "MSGSET>");
-    }
+void writeRealm(Writer& writer, std::size_t number) {
+    writer.line("<SIGNONINFO>");
+    writer.leaf("SIGNONREALM", "Realm " + std::to_string(number));
+    writer.leaf("MIN", "4");
+    writer.leaf("MAX", "32");
+    writer.leaf("CHARTYPE", "ALPHAANDNUMERIC");
+    writer.leaf("CASESEN", "Y");
+    writer.line("</SIGNONINFO>");
+}
+
+void writeProfile(Writer& writer, std::size_t realms) {
+    writer.line("<PROFMSGSRSV1><PROFTRNRS>");
+    writer.leaf("TRNUID", "1");
+    writeStatus(writer);
+    writer.line("<PROFRS><MSGSETLIST>");
+    for (const char* set : {"SIGNON", "SIGNUP", "BANK", "CREDITCARD"}) writeMessageSet(writer, set);
     writer.line("</MSGSETLIST><SIGNONINFOLIST>");
-    for (std::size_t i = 0; i < realms; ++i) {
-        writer.line("<SIGNONINFO>");
-        writer.leaf("SIGNONREALM", "Realm " + std::to_string(i));
-        writer.leaf("MIN", "4");
-        writer.leaf("MAX", "32");
-        writer.leaf("CHARTYPE", "ALPHAANDNUMERIC");
-        writer.leaf("CASESEN", "Y");
-        writer.line("</SIGNONINFO>");
-    }
+    for (std::size_t i = 0; i < realms; ++i) writeRealm(writer, i);
     writer.line("</SIGNONINFOLIST>");
     writer.leaf("DTPROFUP", "20240101");
     writer.leaf("FINAME", "Harbour Bank");
     writer.leaf("ADDR1", "1 Quay Street");
     writer.leaf("CITY", "Brackwell");
     writer.line("</PROFRS></PROFTRNRS></PROFMSGSRSV1>");
+}
+
+std::string encoded(std::string text, TextEncoding encoding) {
+    if (encoding == TextEncodingUTF8) return text;
+    const std::string_view mark = encoding == TextEncodingUTF16LittleEndian ? "\xFF\xFE" : "";
+    // Every generated character exists in every encoding above.
+    return std::string(mark).append(encodeText(text, encoding).value().bytes());
+}
+
+}  // namespace
+
+std::string makeDocument(const Shape& shape) {
+    Writer writer(shape);
+    writeHead(writer, shape);
+    if (shape.realms > 0) {
+        writeProfile(writer, shape.realms);
+    } else {
+        writer.line("<BANKMSGSRSV1>");
+        for (std::size_t i = 0; i < shape.statements; ++i) writeStatement(writer, shape, i);
+        writer.line("</BANKMSGSRSV1>");
+    }
     writer.line("</OFX>");
-    return writer.take();
+    return encoded(writer.take(), shape.encoding);
 }
 
 }  // namespace brackwell::benchmarks

@@ -1,8 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
-#include <string>
+#include <brackwell/platform.h>
 
 namespace brackwell::benchmarks {
 
@@ -15,12 +14,11 @@ struct Shape {
     bool longMemos = false;         ///< memos of some 400 characters
     bool entities = false;          ///< an entity in every name and memo
     bool accents = false;           ///< letters that are not ASCII in every name
+    std::size_t realms = 0;         ///< when any: an institution's profile instead of statements
+    TextEncoding encoding = TextEncodingUTF8;
 };
 
-/// A document of that shape, as UTF-8.
+/// A document of that shape: its bytes in its encoding, UTF-16 with a mark.
 std::string makeDocument(const Shape& shape);
-
-/// The reply of an institution's profile with `realms` sign-on realms.
-std::string makeProfile(std::size_t realms);
 
 }  // namespace brackwell::benchmarks

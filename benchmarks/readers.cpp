@@ -1,0 +1,94 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "readers.h"
+
+#include <brackwell/profile.h>
+#include <brackwell/statements.h>
+
+#include <charconv>
+#include <cstdlib>
+#include <iostream>
+
+namespace brackwell::benchmarks {
+namespace {
+
+TextEncoding presetEncoding(const Shape& shape) {
+    return shape.encoding == TextEncodingWindows1252 ? shape.encoding : TextEncodingNone;
+}
+
+[[noreturn]] void fail(const Case& document, std::string_view what) {
+    std::cerr << document.name << ": " << what << '\n';
+    std::exit(1);
+}
+
+/// Whole cents of an amount in plain notation, such as "-12.5".
+std::int64_t centsOf(std::string_view text) {
+    const bool isNegative = text.starts_with('-');
+    if (isNegative) text.remove_prefix(1);
+    const std::size_t point = std::min(text.find('.'), text.size());
+    std::string digits(text.substr(0, point));
+    if (point < text.size()) digits += text.substr(point + 1);
+    digits.append(point + 2 - std::min(point + 2, digits.size()), '0');
+    std::int64_t cents = 0;
+    std::from_chars(digits.data(), digits.data() + digits.size(), cents);
+    return isNegative ? -cents : cents;
+}
+
+void add(Totals& totals, const TvOFXResponse& response) {
+    if (const auto* profile = dynamic_cast<const TvOFXFIProfileResponse*>(&response))
+        totals.realms += profile->signonInfoList() ? profile->signonInfoList()->size() : 0;
+    const auto* statement = dynamic_cast<const TvOFXStatementResponse*>(&response);
+    if (statement == nullptr) return;
+    for (const auto& transaction : statement->statementTransactions()) {
+        ++totals.transactions;
+        if (const auto& amount = transaction->amount()) totals.cents += centsOf(amount->toString());
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape& shape) {
+    return TovanaOFXController::importOFXFileFromData(Data::view(bytes), presetEncoding(shape), nullptr,
+                                                      nullptr);
+}
+
+bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& shape) {
+    const auto encoding =
+        shape.encoding == TextEncodingWindows1252 ? pugi::encoding_latin1 : pugi::encoding_auto;
+    return static_cast<bool>(tree.load_buffer(bytes.data(), bytes.size(), pugi::parse_default, encoding));
+}
+
+Totals totalsOfImport(const Case& document, std::string_view bytes) {
+    const auto message = importDocument(bytes, document.shape);
+    if (!message) fail(document, "not imported");
+    Totals totals;
+    for (const auto& response : message->bankingMsgSet()) add(totals, *response);
+    if (document.shape.realms == 0) return totals;
+    // A message has no way to its profile; the interpreter has.
+    TvOFXParser parser(Data::view(bytes));
+    TvOFXInterpreter interpreter(*parser.parseWithError());
+    interpreter.interpret();
+    if (interpreter.fiProfileResponse()) add(totals, *interpreter.fiProfileResponse());
+    return totals;
+}
+
+Totals totalsOfTree(const Case& document, std::string_view bytes) {
+    pugi::xml_document tree;
+    if (!loadTree(tree, bytes, document.shape)) fail(document, "no tree of the peer's");
+    Totals totals;
+    totals.realms = tree.select_nodes("//SIGNONINFO").size();
+    for (const auto& found : tree.select_nodes("//STMTTRN")) {
+        ++totals.transactions;
+        totals.cents += centsOf(found.node().child_value("TRNAMT"));
+    }
+    return totals;
+}
+
+void checkReaders(const Case& document, std::string_view bytes) {
+    const Totals totals = totalsOfImport(document, bytes);
+    if (totals.transactions + totals.realms != document.items()) fail(document, "not as many as written");
+    if (totals.transactions > 0 && totals.cents == 0) fail(document, "no amounts");
+    if (document.shape.version2 && totals != totalsOfTree(document, bytes))
+        fail(document, "the readers disagree");
+}
+
+}  // namespace brackwell::benchmarks

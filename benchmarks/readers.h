@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/model.h>
+
+#include <pugixml.hpp>
+
+#include "cases.h"
+
+namespace brackwell::benchmarks {
+
+/// What a reader saw of a document: enough to know that two readers saw the same.
+struct Totals {
+    std::size_t transactions = 0;
+    std::int64_t cents = 0;  ///< the sum of the amounts
+    std::size_t realms = 0;
+
+    bool operator==(const Totals&) const = default;
+};
+
+/// The import, as an application calls it. A Windows-1252 document needs its encoding told; the others
+/// show theirs.
+std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape& shape);
+
+/// The peer's plain tree of an OFX 2 document with its default options. It knows no Windows-1252 and
+/// reads such a document as Latin-1, which is the same for the letters that are generated.
+bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& shape);
+
+/// Both end the program when the document is not what was written.
+Totals totalsOfImport(const Case& document, std::string_view bytes);
+Totals totalsOfTree(const Case& document, std::string_view bytes);
+
+/// Ends the program unless every reader sees what was written, and the same: the import, and for OFX 2
+/// the peer.
+void checkReaders(const Case& document, std::string_view bytes);
+
+}  // namespace brackwell::benchmarks
