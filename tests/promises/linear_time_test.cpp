@@ -1,0 +1,357 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/brackwell.h>
+#include <doctest/doctest.h>
+#include <malloc.h>
+
+#include <algorithm>
+#include <ctime>
+#include <functional>
+#include <limits>
+
+#include "support/effort.h"
+
+/// \file
+/// The promise: no document costs more than time in proportion to its size. Each shape is done at one
+/// size and at four times that; what is quadratic takes sixteen times as long.
+
+using namespace brackwell;
+using namespace brackwell::tests;
+
+namespace {
+
+struct Shape {
+    std::string name;
+    std::function<std::string(std::size_t)> document;
+    std::size_t count = 8000;
+};
+
+std::string repeated(std::string_view piece, std::size_t count) {
+    std::string text;
+    text.reserve(piece.size() * count);
+    while (count-- > 0) text.append(piece);
+    return text;
+}
+
+/// A piece with a running number after each "#".
+std::string numbered(std::string_view piece, std::size_t count) {
+    std::string text;
+    for (std::size_t i = 0; i < count; ++i)
+        for (const char c : piece) {
+            text.push_back(c);
+            if (c == '#') text.replace(text.size() - 1, 1, std::to_string(i));
+        }
+    return text;
+}
+
+std::string inStatement(const std::string& content) {
+    return "<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS>" + content;
+}
+
+std::string inTransactions(const std::string& content) { return inStatement("<BANKTRANLIST>" + content); }
+
+std::string inTransaction(const std::string& content) { return inTransactions("<STMTTRN>" + content); }
+
+/// Bodies that parse.
+const std::vector<Shape> kBodies{
+    {"transactions with every leaf closed",
+     [](auto n) {
+         return inTransactions(
+             numbered("<STMTTRN><TRNTYPE>DEBIT</TRNTYPE><DTPOSTED>20240131</DTPOSTED><TRNAMT>-1.#"
+                      "</TRNAMT><FITID>#</FITID><NAME>A &amp; B</NAME></STMTTRN>\n",
+                      n));
+     },
+     4000},
+    {"transactions with open leaves",
+     [](auto n) {
+         return inTransactions(numbered(
+             "<STMTTRN>\n<DTPOSTED>20240131120000.000[-5:EST]\n<TRNAMT>1,000.#\n<FITID>#\n</STMTTRN>\n", n));
+     },
+     6000},
+    {"empty transactions", [](auto n) { return inTransactions(repeated("<STMTTRN></STMTTRN>", n)); }},
+    {"payees and accounts",
+     [](auto n) {
+         return inTransactions(
+             repeated("<STMTTRN><PAYEE><NAME>p<ADDR1>a</PAYEE><BANKACCTTO><BANKID>1</BANKACCTTO>"
+                      "<CCACCTTO><ACCTID>1</CCACCTTO></STMTTRN>",
+                      n));
+     },
+     2000},
+    {"nested aggregates", [](auto n) { return "<OFX>" + repeated("<A>", n); }},
+    {"nested aggregates that are closed",
+     [](auto n) { return "<OFX>" + repeated("<A>", n) + repeated("</A>", n) + "</OFX>"; }},
+    {"nested aggregates of distinct names", [](auto n) { return "<OFX>" + numbered("<A#>", n); }},
+    {"nested aggregates with leaves before and after",
+     [](auto n) { return "<OFX>" + repeated("<A><B>x<C>y", n) + repeated("<B>z</A>", n); }},
+    {"nested aggregates inside a transaction", [](auto n) { return inTransaction(repeated("<A><B>x", n)); }},
+    {"nested extension aggregates closed without their prefix",
+     [](auto n) { return "<OFX>" + repeated("<INTU.A>", n) + repeated("</A>", n); }},
+    {"distinct names in one aggregate", [](auto n) { return "<OFX>" + numbered("<N#>x", n) + "</OFX>"; }},
+    {"distinct names in one aggregate, each twice",
+     [](auto n) { return "<OFX>" + numbered("<N#>x", n) + numbered("<N#>y", n) + "</OFX>"; }},
+    {"distinct names in one transaction", [](auto n) { return inTransaction(numbered("<N#>x", n)); }},
+    {"leaves of one name", [](auto n) { return "<OFX>" + repeated("<N>x", n) + "</OFX>"; }},
+    {"repeated names of a transaction",
+     [](auto n) { return inTransaction(repeated("<NAME>x<MEMO>y", n) + "</STMTTRN>"); }},
+    {"wrappers with distinct identifiers",
+     [](auto n) {
+         return "<OFX><BANKMSGSRSV1>" +
+                numbered("<STMTTRNRS><TRNUID>#<STATUS><CODE>0<SEVERITY>INFO</STATUS></STMTTRNRS>", n);
+     },
+     3000},
+    {"wrappers with one identifier",
+     [](auto n) { return "<OFX><BANKMSGSRSV1>" + repeated("<STMTTRNRS><TRNUID>1</STMTTRNRS>", n); }, 5000},
+    {"wrappers of distinct names",
+     [](auto n) { return "<OFX><BANKMSGSRSV1>" + numbered("<A#TRNRS><TRNUID>1</A#TRNRS>", n); }, 5000},
+    {"responses with many wrappers in them",
+     [](auto n) { return "<OFX><BANKMSGSRSV1><XRS>" + numbered("<A#TRNRS><B>1</A#TRNRS>", n); }},
+    {"message sets of distinct names",
+     [](auto n) { return "<OFX>" + numbered("<BANKMSGSRSV#><ARS><B>1</ARS></BANKMSGSRSV#>", n); }, 5000},
+    {"account records",
+     [](auto n) {
+         return "<OFX><SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS>" +
+                repeated(
+                    "<ACCTINFO><DESC>d<BANKACCTINFO><BANKACCTFROM><BANKID>1</BANKACCTFROM></BANKACCTINFO>"
+                    "</ACCTINFO>",
+                    n);
+     },
+     3000},
+    {"sign-on realms",
+     [](auto n) {
+         return "<OFX><PROFMSGSRSV1><PROFTRNRS><PROFRS><SIGNONINFOLIST>" +
+                repeated("<SIGNONINFO><SIGNONREALM>r<MIN>4</SIGNONINFO>", n);
+     }},
+    {"text outside of elements", [](auto n) { return "<OFX><A>x</A>" + repeated("text ", n) + "</OFX>"; }},
+    {"one long text", [](auto n) { return "<OFX><A>" + repeated("long ", n) + "</OFX>"; }},
+    {"one long blank text", [](auto n) { return "<OFX><A>" + repeated(" \t\xC2\xA0", n) + "<B>x"; }},
+    {"one long name", [](auto n) { return "<OFX><" + repeated("N ", n) + ">x"; }},
+    {"one long blank name", [](auto n) { return "<OFX><" + repeated("\xE3\x80\x80", n) + ">"; }},
+    {"entities", [](auto n) { return "<OFX><A>" + repeated("&amp;&lt;&gt;", n); }},
+    {"things that begin like entities", [](auto n) { return "<OFX><A>" + repeated("&amp&am&a&", n); }},
+    {"leaves with entities", [](auto n) { return "<OFX>" + repeated("<A>&amp;", n); }},
+    {"opening brackets", [](auto n) { return "<OFX>" + repeated("<", n); }},
+    {"closing brackets", [](auto n) { return "<OFX>" + repeated(">", n); }},
+    {"empty tags", [](auto n) { return "<OFX>" + repeated("<>", n); }},
+    {"tags without text between them that replace each other",
+     [](auto n) { return "<OFX>" + repeated("<A></A>", n); }},
+    {"amounts of many digits", [](auto n) { return inTransaction("<TRNAMT>" + repeated("1,234", n)); }},
+    {"dates of many digits", [](auto n) { return inTransaction("<DTPOSTED>" + repeated("20240131", n)); }},
+    {"dates of many characters",
+     [](auto n) { return inTransaction("<DTPOSTED>" + repeated("\xC3\xA9", n)); }},
+};
+
+/// Unclosed transactions: the source text of each reaches to the end, so that what is written of them
+/// is longer than the document, whoever writes it. Reading them is linear all the same.
+const std::vector<Shape> kOverlapping{
+    {"unclosed transactions", [](auto n) { return inTransactions(repeated("<STMTTRN><NAME>x", n)); }},
+    {"unclosed transactions without leaves", [](auto n) { return inTransactions(repeated("<STMTTRN>", n)); }},
+    {"unclosed transactions with one end",
+     [](auto n) { return inTransactions(repeated("<STMTTRN><NAME>x", n) + "</STMTTRN>"); }},
+    {"nested transactions that are closed",
+     [](auto n) { return inTransactions(repeated("<STMTTRN><NAME>x", n) + repeated("</STMTTRN>", n)); }},
+    {"what begins like the end of a transaction",
+     [](auto n) { return inTransaction("<NAME>" + repeated("x<A>/STMTTRN></STMTTRN", n)); }},
+};
+
+/// Documents that do not import, or with much in front of the body.
+const std::vector<Shape> kDocuments{
+    {"header lines of distinct names",
+     [](auto n) { return "OFXHEADER:100\n" + numbered("N#:x\n", n) + "<OFX><A>x"; }},
+    {"header lines of one name",
+     [](auto n) { return "OFXHEADER:100\n" + repeated("N:x\n", n) + "<OFX><A>x"; }},
+    {"header lines of many colons",
+     [](auto n) { return "OFXHEADER:100\n" + repeated(":", n) + "\n<OFX><A>x"; }},
+    {"empty header lines", [](auto n) { return "OFXHEADER:100\n" + repeated("\n", n) + "<OFX><A>x"; }},
+    {"instruction fields of distinct names",
+     [](auto n) { return "<?OFX " + numbered("N#=\"x\" ", n) + "?><OFX><A>x"; }},
+    {"instruction fields of one name",
+     [](auto n) { return "<?OFX " + repeated("N=\"x\" ", n) + "?><OFX><A>x"; }},
+    {"an instruction of equal signs", [](auto n) { return "<?OFX " + repeated("=", n) + "?><OFX><A>x"; }},
+    {"an instruction of quotes", [](auto n) { return "<?OFX A=" + repeated("\"", n) + "?><OFX><A>x"; }},
+    {"an instruction that never ends", [](auto n) { return "<?xml encoding=\"" + repeated("?<?OFX", n); }},
+    {"blank lines before the header", [](auto n) { return repeated(" \n", n) + "<OFX><A>x"; }},
+    {"blank lines after the body", [](auto n) { return "<OFX><A>x" + repeated(" \n", n); }},
+    {"a close tag with a long name", [](auto n) { return "<OFX><A>x</" + repeated("N", n) + ">"; }},
+    {"a close tag at the end that matches nothing",
+     [](auto n) { return "<OFX>" + repeated("<A>", n) + "</B>"; }},
+    {"no document at all", [](auto n) { return repeated("no document ", n); }},
+    {"text in UTF-16",
+     [](auto n) {
+         std::string bytes = "\xFF\xFE";
+         for (const char c : "<OFX>" + repeated("<A>x", n)) bytes.append({c, '\0'});
+         return bytes;
+     }},
+    {"bytes that are no text", [](auto n) { return repeated("\xFF\xC3", n); }},
+};
+
+using Action = std::function<void(const std::string&)>;
+
+/// The least processor time of an action in a few runs, or what was measured before.
+double least(const Action& action, const std::string& document, double before) {
+    for (int run = 0; run < 3; ++run) {
+        const std::clock_t start = std::clock();
+        action(document);
+        before = std::min(before, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+    }
+    return before;
+}
+
+struct Times {
+    double once = std::numeric_limits<double>::infinity();
+    double fourTimes = once;
+
+    /// Four times the time for four times the size, and some more for a cache that becomes too small.
+    bool isLinear() const noexcept {
+        constexpr double limit = 4 * 1.6;
+        constexpr double resolution = 0.0002;  // s; below it the clock, not the work, is measured
+        return fourTimes <= limit * std::max(once, resolution);
+    }
+};
+
+/// Keeps freed memory in the process. Otherwise large blocks come fresh from the system each time, and
+/// the first touch of a page costs more than the library's work on it, which small blocks do not pay.
+[[maybe_unused]] const bool kKeepsMemory =
+    mallopt(M_MMAP_MAX, 0) == 1 && mallopt(M_TRIM_THRESHOLD, 1 << 30) == 1;
+
+/// A machine that is busy must not make a test fail, so there are more tries.
+Times timesOf(const Shape& shape, std::size_t count, const Action& action) {
+    const std::string small = shape.document(count);
+    const std::string large = shape.document(4 * count);
+    Times times;
+    for (int attempt = 0; attempt < 6; ++attempt) {
+        times.once = least(action, small, times.once);
+        times.fourTimes = least(action, large, times.fourTimes);
+        if (times.isLinear()) break;
+    }
+    return times;
+}
+
+/// Where a cache ends between the two sizes, it does not between their doubles.
+Times timesOf(const Shape& shape, const Action& action) {
+    const std::size_t count = scaled(shape.count);
+    const Times times = timesOf(shape, count, action);
+    return times.isLinear() ? times : timesOf(shape, 2 * count, action);
+}
+
+void checkLinear(const Shape& shape, const Action& action) {
+    CAPTURE(shape.name);
+    const Times times = timesOf(shape, action);
+    CHECK_MESSAGE(times.isLinear(), times.once << " s, then " << times.fourTimes << " s");
+}
+
+void import(const std::string& document) {
+    Error error;
+    const auto message = TovanaOFXController::importOFXFileFromData(Data::view(document), &error);
+    CHECK((message != nullptr) == error.description.empty());
+    if (message) CHECK(message->accountsFound().size() <= 1);
+}
+
+ParseDictionary tree(const std::string& body) {
+    const auto parsed = TvOFXParser::parseOFXDataString(body);
+    REQUIRE(parsed);
+    return *parsed;
+}
+
+}  // namespace
+
+TEST_CASE("the measure tells quadratic from linear") {
+    const Shape shape{"any", [](auto n) { return std::string(n, 'x'); }};
+    const auto pairs = [](const std::string& text, std::size_t distance) {
+        std::size_t count = 0;
+        for (std::size_t i = 0; i < text.size(); ++i)
+            for (std::size_t j = 0; j < distance; ++j)
+                if (text[i] == *static_cast<const volatile char*>(&text[j])) ++count;
+        CHECK(count > 0);
+    };
+    const std::size_t count = 800;
+    CHECK_FALSE(timesOf(shape, count, [&](const std::string& text) { pairs(text, text.size()); }).isLinear());
+    CHECK(timesOf(shape, count, [&](const std::string& text) { pairs(text, count); }).isLinear());
+}
+
+TEST_CASE("importing takes time in proportion to the body") {
+    for (const Shape& shape : kBodies) checkLinear(shape, import);
+}
+
+TEST_CASE("importing unclosed transactions takes time in proportion to their number") {
+    for (const Shape& shape : kOverlapping) checkLinear(shape, import);
+}
+
+TEST_CASE("importing takes time in proportion to the document, whatever it begins with or fails at") {
+    for (const Shape& shape : kDocuments) checkLinear(shape, import);
+}
+
+TEST_CASE("comparing two trees takes time in proportion to their size") {
+    for (const Shape& shape : kBodies)
+        checkLinear(shape, [](const std::string& body) { CHECK(tree(body) == tree(body)); });
+}
+
+TEST_CASE("rendering a tree takes time in proportion to its size") {
+    for (const Shape& shape : kBodies)
+        checkLinear(shape, [](const std::string& body) {
+            const std::string text = TvOFXHelper::ofxDictionaryToString(tree(body));
+            CHECK(text.size() <= 10 * body.size() + 100);
+        });
+}
+
+TEST_CASE("archiving and restoring a tree takes time in proportion to its size") {
+    for (const Shape& shape : kBodies)
+        checkLinear(shape, [](const std::string& body) {
+            KeyedArchiver coder;
+            TvOFXAggregate(tree(body)).encodeWithCoder(coder);
+            const auto archive = KeyedUnarchiver::open(coder.archivedData());
+            REQUIRE(archive);
+            CHECK(TvOFXAggregate::initWithCoder(*archive)->originalParseData());
+        });
+}
+
+TEST_CASE("reading a number or a date takes time in proportion to its text") {
+    const std::vector<Shape> texts{
+        {"digits", [](auto n) { return std::string(n, '1'); }},
+        {"zeros before a digit", [](auto n) { return std::string(n, '0') + "1"; }},
+        {"zeros after a digit", [](auto n) { return "1" + std::string(n, '0'); }},
+        {"zeros on both sides of a point",
+         [](auto n) { return std::string(n, '0') + "." + std::string(n, '0'); }},
+        {"grouped digits", [](auto n) { return "1" + repeated(",234", n); }},
+        {"digits grouped by wide blanks", [](auto n) { return "1" + repeated("\u00A0234", n); }},
+        {"blanks before a digit", [](auto n) { return std::string(n, ' ') + "1"; }},
+        {"digits of an exponent", [](auto n) { return "1e" + std::string(n, '0') + "1"; }},
+        {"signs", [](auto n) { return std::string(n, '-'); }},
+        {"date after date", [](auto n) { return repeated("2024-01-31 ", n); }},
+    };
+    for (Shape shape : texts) {
+        shape.count = 40000;
+        checkLinear(shape, [](const std::string& text) {
+            const TvOFXHelper& helper = *TvOFXHelper::defaultHelper();
+            helper.decimalNumberFromOFXAmountString(text);
+            helper.dateFromOFXDateString(text);
+            helper.ofxAmountFormatter().numberFromString(text);
+            helper.ofxDateFormatter().dateFromString(text);
+            PatternDateFormatter("yyyy-MM-dd EEEE MMMM").dateFromString(text);
+            PatternDateFormatter(text).stringFromDate(Date{});
+            CHECK(leadingInteger(text) >= 0);
+        });
+    }
+}
+
+TEST_CASE("building a tree in code takes time in proportion to its size") {
+    checkLinear({"distinct names", [](auto n) { return std::string(n, 'x'); }}, [](const std::string& size) {
+        ParseDictionaryBuilder builder;
+        for (std::size_t i = 0; i < size.size(); ++i) builder.leaf(std::to_string(i), "x");
+        CHECK(builder.finish().size() == size.size());
+    });
+    checkLinear({"nested", [](auto n) { return std::string(n, 'x'); }, 50000}, [](const std::string& size) {
+        ParseDictionaryBuilder builder;
+        for (std::size_t i = 0; i < size.size(); ++i) builder.open("A");
+        CHECK(builder.finish().size() == 1);
+    });
+}
+
+TEST_CASE("walking all entries of a tree takes time in proportion to their number") {
+    checkLinear(
+        {"distinct names, each twice", [](auto n) { return numbered("<N#>x", n) + numbered("<N#>y", n); }},
+        [](const std::string& body) {
+            std::size_t elements = 0;
+            for (const auto& [name, value] : tree(body)) elements += value.elements().size();
+            CHECK(elements > 0);
+            CHECK(elements % 2 == 0);
+        });
+}
