@@ -47,11 +47,10 @@ std::size_t findOrEnd(std::string_view text, std::string_view wanted, std::size_
 std::size_t readXmlDeclaration(std::string_view text, reading::HeaderCollector& header) {
     constexpr std::string_view begin = "<?xml"sv;
     constexpr std::string_view encoding = "encoding=\""sv;
-    constexpr std::size_t shortest = 15;
     const std::size_t end = findOrEnd(text, "?>"sv, begin.size());
     const std::size_t found = text.substr(0, end).find(encoding, begin.size());
     // An encoding in single quotes is not recorded.
-    if (found == std::string_view::npos || text.size() < shortest) return end;
+    if (found == std::string_view::npos) return end;
     const std::size_t value = found + encoding.size();
     // Without a closing quote the value runs on, to the next quote anywhere or to the end: intended.
     const std::size_t quote = findOrEnd(text, "\""sv, value);

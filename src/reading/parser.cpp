@@ -2,6 +2,7 @@
 #include <brackwell/reading.h>
 
 #include <array>
+#include <bit>
 
 #include "reading/body_parser.h"
 #include "reading/entities.h"
@@ -23,6 +24,9 @@ constexpr std::array<Mark, 4> kMarks{{{"\xBF\xBB\xBF"sv, TextEncodingUTF8},
                                       {"\xFE\xFF"sv, TextEncodingUTF16BigEndian},
                                       {"\xFF\xFE"sv, TextEncodingUTF16LittleEndian}}};
 
+constexpr TextEncoding kHostUTF16 =
+    std::endian::native == std::endian::little ? TextEncodingUTF16LittleEndian : TextEncodingUTF16BigEndian;
+
 enum class Shape { notOFX, xml, sgml, bare };
 
 /// What a trimmed text is, by its beginning.
@@ -31,6 +35,17 @@ Shape shapeOf(std::string_view text) noexcept {
         return Shape::xml;
     if (text.starts_with("OFXHEADER:"sv)) return Shape::sgml;
     return text.starts_with("<OFX>"sv) ? Shape::bare : Shape::notOFX;
+}
+
+/// Removes a mark, which sets the encoding when none is set; false when there is no mark.
+bool removeMark(Data& data, TextEncoding& encoding) noexcept {
+    for (const Mark& mark : kMarks) {
+        if (!data.bytes().starts_with(mark.bytes)) continue;
+        data = data.from(mark.bytes.size());
+        if (encoding == TextEncodingNone) encoding = mark.encoding;
+        return true;
+    }
+    return false;
 }
 
 }  // namespace
@@ -69,14 +84,11 @@ std::shared_ptr<TvOFXParserResult> TvOFXParser::parseWithError(Error* error) {
 /// Removes a mark and decodes the data: with the preset encoding once, otherwise with the first that
 /// gives a text that begins like OFX, and ASCII whatever it gives.
 std::optional<Data> TvOFXParser::decode() {
-    for (const Mark& mark : kMarks) {
-        if (!data_->bytes().starts_with(mark.bytes)) continue;
-        data_ = data_->from(mark.bytes.size());
-        if (stringEncoding_ == TextEncodingNone) stringEncoding_ = mark.encoding;
-        break;
-    }
+    const bool hadMark = removeMark(*data_, stringEncoding_);
     if (stringEncoding_ != TextEncodingNone) {
-        const std::optional<Data> text = decodeText(*data_, stringEncoding_);
+        // Behind a mark, UTF-16 is read in the order of this machine, whatever stands there.
+        const bool isHostOrder = hadMark && stringEncoding_ == TextEncodingUTF16;
+        const std::optional<Data> text = decodeText(*data_, isHostOrder ? kHostUTF16 : stringEncoding_);
         return text ? std::optional(text->owned()) : std::nullopt;
     }
     for (const TextEncoding encoding : {TextEncodingUTF8, TextEncodingUTF16}) {

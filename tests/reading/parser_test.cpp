@@ -90,17 +90,17 @@ TEST_CASE("a mark at the beginning tells the encoding and is removed") {
         std::string mark;
         TextEncoding encoding;
     };
-    for (const auto& [mark, encoding] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"\xBF\xBB\xBF", TextEncodingUTF8},
              {"\x00\x00\xFE\xFF"s, TextEncodingUTF32BigEndian},
              {"\xFE\xFF", TextEncodingUTF16BigEndian},
              {"\xFF\xFE", TextEncodingUTF16LittleEndian},
          }) {
-        CAPTURE(encoding);
-        const std::string document = encoded(kDocument, encoding);
-        const Run run = parse(mark + document);
+        CAPTURE(row.encoding);
+        const std::string document = encoded(kDocument, row.encoding);
+        const Run run = parse(row.mark + document);
         CHECK(treeOf(run) == kTree);
-        CHECK(run.encoding == encoding);
+        CHECK(run.encoding == row.encoding);
         CHECK(run.data == document);
     }
 }
@@ -110,18 +110,18 @@ TEST_CASE("a preset encoding wins over the mark, which is removed all the same")
         std::string mark;
         TextEncoding preset;
     };
-    for (const auto& [mark, preset] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"\xFE\xFF", TextEncodingUTF8},
              {"\xFF\xFE", TextEncodingUTF8},
              {"\xBF\xBB\xBF", TextEncodingUTF16BigEndian},
              {"\x00\x00\xFE\xFF"s, TextEncodingISOLatin1},
              {"\xFE\xFF", TextEncodingUTF16LittleEndian},
          }) {
-        CAPTURE(preset);
-        const std::string document = encoded(kDocument, preset);
-        const Run run = parse(mark + document, preset);
+        CAPTURE(row.preset);
+        const std::string document = encoded(kDocument, row.preset);
+        const Run run = parse(row.mark + document, row.preset);
         CHECK(treeOf(run) == kTree);
-        CHECK(run.encoding == preset);
+        CHECK(run.encoding == row.preset);
         CHECK(run.data == document);
     }
 }
@@ -132,6 +132,13 @@ TEST_CASE("with a preset UTF-16 the mark is removed and the rest is in the host'
     for (const std::string_view mark : {hostMark, otherMark})
         CHECK(treeOf(parse(std::string(mark) + encoded(kDocument, kHostUTF16), TextEncodingUTF16)) == kTree);
     checkNotOFX(parse(std::string(otherMark) + encoded(kDocument, kOtherUTF16), TextEncodingUTF16));
+}
+
+TEST_CASE("with a preset UTF-16 a second mark decides nothing") {
+    const std::string_view otherMark = kHostUTF16 == TextEncodingUTF16LittleEndian ? "\xFE\xFF" : "\xFF\xFE";
+    const std::string document = encoded(kDocument, kOtherUTF16);
+    CHECK(treeOf(parse(std::string(otherMark) + document)) == kTree);
+    checkNotOFX(parse(std::string(otherMark).append(otherMark) + document, TextEncodingUTF16));
 }
 
 TEST_CASE("the mark FF FE 00 00 is that of UTF-16") {
@@ -213,7 +220,7 @@ TEST_CASE("a preset encoding that fails is an error and leaves no encoding") {
         std::string bytes;
         TextEncoding preset;
     };
-    for (const auto& [bytes, preset] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {std::string(kDocument), TextEncodingASCII},
              {"<OFX>\xFF", TextEncodingUTF8},
              {"<OFX>", TextEncodingUTF16LittleEndian},
@@ -225,9 +232,9 @@ TEST_CASE("a preset encoding that fails is an error and leaves no encoding") {
              {"<OFX>\x9D", TextEncodingWindows1252},
              {"<OFX>", 0x12345678},
          }) {
-        CAPTURE(bytes);
-        CAPTURE(preset);
-        const Run run = parse(bytes, preset);
+        CAPTURE(row.bytes);
+        CAPTURE(row.preset);
+        const Run run = parse(row.bytes, row.preset);
         CHECK(run.result == nullptr);
         CHECK(run.error == kUndecodable);
         CHECK(run.encoding == TextEncodingNone);
@@ -246,7 +253,7 @@ TEST_CASE("a text begins like OFX with one of five prefixes behind white space")
         std::string_view text;
         bool valid;
     };
-    for (const auto& [text, valid] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"<?xml", true},
              {"<?XML", true},
              {"OFXHEADER:", true},
@@ -275,8 +282,8 @@ TEST_CASE("a text begins like OFX with one of five prefixes behind white space")
              {"OFXHEADER :", false},
              {"OFXHEADER \n:", false},
          }) {
-        CAPTURE(std::string(text));
-        CHECK(TvOFXParser::stringHasValidOfxHeaderPrefix(text) == valid);
+        CAPTURE(std::string(row.text));
+        CHECK(TvOFXParser::stringHasValidOfxHeaderPrefix(row.text) == row.valid);
     }
 }
 
@@ -287,7 +294,7 @@ TEST_CASE("each shape of document is read in its own way") {
         ParseDictionary tree;
     };
     const ParseDictionary tree{{"OFX", ParseDictionary{{"A", "1"}}}};
-    for (const auto& [document, header, wanted] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"OFXHEADER:100\nVERSION:102\n\n<OFX><A>1</OFX>",
               ParseDictionary{{"OFXHEADER", "100"}, {"VERSION", "102"}}, tree},
              {"\r\n\r\n \u00A0OFXHEADER:100\r\n<OFX><A>1</OFX>\r\n", ParseDictionary{{"OFXHEADER", "100"}},
@@ -305,11 +312,11 @@ TEST_CASE("each shape of document is read in its own way") {
               std::nullopt,
               {{"OFX", ParseValue::array({"VERSION:102", ParseDictionary{{"A", "1"}}})}}},
          }) {
-        CAPTURE(std::string(document));
-        const Run run = parse(document);
-        CHECK(treeOf(run) == wanted);
-        CHECK(run.result->ofxHeader.has_value() == header.has_value());
-        if (header && run.result->ofxHeader) CHECK(*run.result->ofxHeader == *header);
+        CAPTURE(std::string(row.document));
+        const Run run = parse(row.document);
+        CHECK(treeOf(run) == row.tree);
+        CHECK(run.result->ofxHeader.has_value() == row.header.has_value());
+        if (row.header && run.result->ofxHeader) CHECK(*run.result->ofxHeader == *row.header);
     }
 }
 
@@ -362,7 +369,7 @@ TEST_CASE("data without a header is parsed as UTF-8 and nothing else") {
         std::string bytes;
         std::optional<ParseDictionary> tree;
     };
-    for (const auto& [bytes, tree] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {std::string(kDocument), kTree},
              {"  " + std::string(kDocument) + "\n", kTree},
              {"OFXHEADER:100\n" + std::string(kDocument), kTree},
@@ -377,11 +384,11 @@ TEST_CASE("data without a header is parsed as UTF-8 and nothing else") {
              {"<A>\xFF", std::nullopt},
              {"\xBF\xBB\xBF<A>1</A>", std::nullopt},
          }) {
-        CAPTURE(bytes);
-        const TvOFXParser parser(Data::copy(bytes));
+        CAPTURE(row.bytes);
+        const TvOFXParser parser(Data::copy(row.bytes));
         const std::optional<ParseDictionary> found = parser.parseDataAndIgnoreOfxHeader();
-        CHECK(found.has_value() == tree.has_value());
-        if (found && tree) CHECK(*found == *tree);
+        CHECK(found.has_value() == row.tree.has_value());
+        if (found && row.tree) CHECK(*found == *row.tree);
     }
     CHECK_FALSE(TvOFXParser(std::nullopt).parseDataAndIgnoreOfxHeader());
 }
