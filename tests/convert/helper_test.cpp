@@ -83,7 +83,7 @@ TEST_CASE("a date is read by the first of three formats that fits") {
         OptionalText text;
         std::string_view date;
     };
-    for (const auto& [text, date] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {std::nullopt, "nothing"},
              {"", "nothing"},
              // Milliseconds, with whatever follows.
@@ -137,8 +137,8 @@ TEST_CASE("a date is read by the first of three formats that fits") {
              {"\u0662\u0660\u0662\u0664\u0660\u0661\u0663\u0661", "nothing"},
              {"abc", "nothing"},
          }) {
-        CAPTURE(shown(text));
-        CHECK(dateOf(text) == date);
+        CAPTURE(shown(row.text));
+        CHECK(dateOf(row.text) == row.date);
     }
 }
 
@@ -182,7 +182,7 @@ TEST_CASE("a date is written with the hour of the 12-hour clock, in the process'
         Date date;
         const char* text;
     };
-    for (const auto& [zone, date, text] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"UTC", utc(2024, 1, 31, 9, 5, 7), "20240131090507"},
              {"UTC", utc(2024, 1, 31, 15, 0, 0), "20240131030000"},
              {"UTC", utc(2024, 1, 31, 0, 30, 0), "20240131123000"},
@@ -192,9 +192,9 @@ TEST_CASE("a date is written with the hour of the 12-hour clock, in the process'
              {"Europe/Berlin", utc(2024, 7, 1, 22, 0, 0), "20240702120000"},
              {"Asia/Kolkata", utc(2024, 7, 1, 0, 0, 0), "20240701053000"},
          }) {
-        const TimeZoneGuard guard(zone);
-        CAPTURE(zone);
-        CHECK(TvOFXHelper::ofxDateTimeStringFromDate(date) == text);
+        const TimeZoneGuard guard(row.zone);
+        CAPTURE(row.zone);
+        CHECK(TvOFXHelper::ofxDateTimeStringFromDate(row.date) == row.text);
     }
 }
 
@@ -203,7 +203,7 @@ TEST_CASE("an amount is read exactly, with commas between groups of digits") {
         OptionalText text;
         std::string_view number;
     };
-    for (const auto& [text, number] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {std::nullopt, "nothing"},
              {"", "nothing"},
              {"-12.50", "-12.5"},
@@ -240,8 +240,8 @@ TEST_CASE("an amount is read exactly, with commas between groups of digits") {
              {"123456789012345678901234567890123456789", "nothing"},
              {"1e128", "nothing"},
          }) {
-        CAPTURE(shown(text));
-        CHECK(amountOf(text) == number);
+        CAPTURE(shown(row.text));
+        CHECK(amountOf(row.text) == row.number);
     }
 }
 

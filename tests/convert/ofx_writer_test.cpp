@@ -17,9 +17,9 @@ struct WriteRow {
 };
 
 void checkWritten(std::initializer_list<WriteRow> rows) {
-    for (const auto& [dictionary, text] : rows) {
-        CAPTURE(dictionary);
-        CHECK(TvOFXHelper::ofxDictionaryToString(dictionary) == text);
+    for (const WriteRow& row : rows) {
+        CAPTURE(row.dictionary);
+        CHECK(TvOFXHelper::ofxDictionaryToString(row.dictionary) == row.text);
     }
 }
 
@@ -29,9 +29,9 @@ struct PrettyRow {
 };
 
 void checkPretty(std::initializer_list<PrettyRow> rows) {
-    for (const auto& [text, pretty] : rows) {
-        CAPTURE(std::string(text));
-        CHECK(TvOFXHelper::prettyPrintOfxMessageString(text) == pretty);
+    for (const PrettyRow& row : rows) {
+        CAPTURE(std::string(row.text));
+        CHECK(TvOFXHelper::prettyPrintOfxMessageString(row.text) == row.pretty);
     }
 }
 

@@ -48,7 +48,7 @@ TEST_CASE("a response walks its node for a wrapper, its identifier and a status"
         std::string_view status;
     };
     const ParseDictionary inner{{"STATUS", kSecond}};
-    for (const auto& [node, wrapper, uid, status] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              // Without a wrapper the identifier is not looked for.
              {{{"TRNUID", "7"}}, "nothing", "nothing", "nothing"},
              {{{"STATUS", kFirst}, {"TRNUID", "7"}}, "nothing", "nothing", "Status: 1 [INFO]"},
@@ -111,12 +111,12 @@ TEST_CASE("a response walks its node for a wrapper, its identifier and a status"
               "Status: 2 [ERROR]"},
              {{}, "nothing", "nothing", "nothing"},
          }) {
-        CAPTURE(node);
-        const auto response = TvOFXResponse::initWithParseDict(node);
-        CHECK(shown(response->transactionWrapperName()) == wrapper);
-        CHECK(shown(response->transactionUID()) == uid);
-        CHECK(statusOf(*response) == status);
-        CHECK(response->originalParseData() == node);
+        CAPTURE(row.node);
+        const auto response = TvOFXResponse::initWithParseDict(row.node);
+        CHECK(shown(response->transactionWrapperName()) == row.wrapper);
+        CHECK(shown(response->transactionUID()) == row.uid);
+        CHECK(statusOf(*response) == row.status);
+        CHECK(response->originalParseData() == row.node);
     }
 }
 

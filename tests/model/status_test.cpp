@@ -35,7 +35,7 @@ TEST_CASE("a status is read only with both code and severity, each a text that i
         std::string_view message;
     };
     const ParseDictionary leafInside{{"X", "1"}};
-    for (const auto& [node, code, severity, message] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {{{"CODE", "15"}, {"SEVERITY", "INFO"}}, 15, "INFO", "nothing"},
              {{{"CODE", "15"}, {"SEVERITY", "INFO"}, {"MESSAGE", "m"}}, 15, "INFO", "m"},
              {{{"MESSAGE", "m"}, {"SEVERITY", "INFO"}, {"CODE", "15"}}, 15, "INFO", "m"},
@@ -58,12 +58,12 @@ TEST_CASE("a status is read only with both code and severity, each a text that i
              {{{"code", "15"}, {"severity", "INFO"}}, 0, "nothing", "nothing"},
              {{}, 0, "nothing", "nothing"},
          }) {
-        CAPTURE(node);
-        const auto status = TvOFXStatus::initWithParseDict(node);
-        CHECK(status->code() == code);
-        CHECK(shown(status->severity()) == severity);
-        CHECK(shown(status->message()) == message);
-        CHECK(status->originalParseData() == node);
+        CAPTURE(row.node);
+        const auto status = TvOFXStatus::initWithParseDict(row.node);
+        CHECK(status->code() == row.code);
+        CHECK(shown(status->severity()) == row.severity);
+        CHECK(shown(status->message()) == row.message);
+        CHECK(status->originalParseData() == row.node);
     }
 }
 
@@ -83,7 +83,7 @@ TEST_CASE("a code is the integer that its text begins with") {
         const char* text;
         std::uint64_t code;
     };
-    for (const auto& [text, code] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"0", 0},
              {"15500", 15500},
              {"15500x", 15500},
@@ -98,10 +98,10 @@ TEST_CASE("a code is the integer that its text begins with") {
              {"9223372036854775807", 9223372036854775807U},
              {"99999999999999999999", 9223372036854775807U},
          }) {
-        CAPTURE(text);
+        CAPTURE(row.text);
         const auto status =
-            TvOFXStatus::initWithParseDict(ParseDictionary{{"CODE", text}, {"SEVERITY", "INFO"}});
-        CHECK(status->code() == code);
+            TvOFXStatus::initWithParseDict(ParseDictionary{{"CODE", row.text}, {"SEVERITY", "INFO"}});
+        CHECK(status->code() == row.code);
         CHECK(status->severity() == "INFO");
     }
 }

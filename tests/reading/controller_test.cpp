@@ -81,18 +81,18 @@ TEST_CASE("every error of the parser ends the import and is handed on as it is")
         std::string_view bytes;
         std::string_view description;
     };
-    for (const auto& [bytes, description] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"<OFX><A>1</B></OFX>",
               "Found close tag </B> without opening tag.\n"
               "Maybe there is a close tag missing for <OFX>"},
              {"<OFX>\xFF", "Data is not OFX or unknown character encoding."},
          }) {
         Error error;
-        CHECK(TovanaOFXController::importOFXFileFromData(Data::view(bytes), &error) == nullptr);
-        CHECK(error == Error{"Brackwell", 1, std::string(description), "OFX Parser Error"});
+        CHECK(TovanaOFXController::importOFXFileFromData(Data::view(row.bytes), &error) == nullptr);
+        CHECK(error == Error{"Brackwell", 1, std::string(row.description), "OFX Parser Error"});
         // The same without a place for the error: a body error is no result without data here.
-        CHECK(TovanaOFXController::importOFXFileFromData(Data::view(bytes)) == nullptr);
-        CHECK(TovanaOFXController::importOFXFileFromData(Data::view(bytes), TextEncodingUTF8, nullptr,
+        CHECK(TovanaOFXController::importOFXFileFromData(Data::view(row.bytes)) == nullptr);
+        CHECK(TovanaOFXController::importOFXFileFromData(Data::view(row.bytes), TextEncodingUTF8, nullptr,
                                                          nullptr) == nullptr);
     }
 }
@@ -169,7 +169,7 @@ TEST_CASE("escapes of a file: URL are read in either case, and what is no escape
         std::string name;
         std::string inURL;
     };
-    for (const auto& [name, inURL] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"\u00C4.ofx", "%C3%84.ofx"},
              {"\u00C4.ofx", "%c3%84.ofx"},
              {"100%.ofx", "100%25.ofx"},
@@ -178,9 +178,9 @@ TEST_CASE("escapes of a file: URL are read in either case, and what is no escape
              {"%4", "%4"},
              {"%", "%"},
          }) {
-        CAPTURE(inURL);
-        const File file(name, kStatement);
-        CHECK(TovanaOFXController::importOFXFileFromURL("file://" + file.folder() + "/" + inURL));
+        CAPTURE(row.inURL);
+        const File file(row.name, kStatement);
+        CHECK(TovanaOFXController::importOFXFileFromURL("file://" + file.folder() + "/" + row.inURL));
     }
 }
 

@@ -24,7 +24,7 @@ TEST_CASE("three entities are replaced, each wherever it stands") {
         std::string_view text;
         std::string_view plain;
     };
-    for (const auto& [text, plain] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"", ""},
              {"plain", "plain"},
              {"&lt;", "<"},
@@ -38,8 +38,8 @@ TEST_CASE("three entities are replaced, each wherever it stands") {
              {"&&lt;gt;", "&<gt;"},
              {"&am&gt;p;", "&am>p;"},
          }) {
-        CAPTURE(std::string(text));
-        CHECK(TvOFXParser::unescapeCharactersInOFXSGMLFormattedString(text) == std::string(plain));
+        CAPTURE(std::string(row.text));
+        CHECK(TvOFXParser::unescapeCharactersInOFXSGMLFormattedString(row.text) == std::string(row.plain));
     }
 }
 

@@ -16,9 +16,9 @@ struct SgmlRow {
 };
 
 void checkAll(std::initializer_list<SgmlRow> rows) {
-    for (const auto& [text, header] : rows) {
-        CAPTURE(std::string(text));
-        CHECK(TvOFXParser::parseSGMLHeader(text) == header);
+    for (const SgmlRow& row : rows) {
+        CAPTURE(std::string(row.text));
+        CHECK(TvOFXParser::parseSGMLHeader(row.text) == row.header);
     }
 }
 
@@ -30,13 +30,13 @@ struct XmlRow {
 };
 
 void checkAll(std::initializer_list<XmlRow> rows) {
-    for (const auto& [text, header, body] : rows) {
-        CAPTURE(std::string(text));
+    for (const XmlRow& row : rows) {
+        CAPTURE(std::string(row.text));
         ParseDictionary found;
-        const std::size_t index = TvOFXParser::parseXmlHeader(text, &found);
-        CHECK(found == header);
-        REQUIRE(index <= text.size());
-        CHECK(text.substr(index) == body);
+        const std::size_t index = TvOFXParser::parseXmlHeader(row.text, &found);
+        CHECK(found == row.header);
+        REQUIRE(index <= row.text.size());
+        CHECK(row.text.substr(index) == row.body);
     }
 }
 

@@ -22,7 +22,7 @@ TEST_CASE("a transaction keeps its source text from its first child to its end")
         std::string_view body;
         std::string_view original;
     };
-    for (const auto& [body, original] : std::initializer_list<Row>{
+    for (const Row& row : std::initializer_list<Row>{
              {"<STMTTRN><TRNAMT>1</STMTTRN>", "<TRNAMT>1"},
              {"<STMTTRN>\n  <TRNAMT>1\n  <NAME>x\n</STMTTRN>\n", "<TRNAMT>1\n  <NAME>x\n"},
              {"<STMTTRN>\r\n<TRNAMT>1</TRNAMT>\r\n</STMTTRN>", "<TRNAMT>1</TRNAMT>\r\n"},
@@ -30,8 +30,8 @@ TEST_CASE("a transaction keeps its source text from its first child to its end")
              {"<STMTTRN><PAYEE><NAME>x</PAYEE></STMTTRN>", "<PAYEE><NAME>x</PAYEE>"},
              {"< STMTTRN ><NAME>x</STMTTRN>", "<NAME>x"},
          }) {
-        CAPTURE(std::string(body));
-        CHECK(originalOf(body) == original);
+        CAPTURE(std::string(row.body));
+        CHECK(originalOf(row.body) == row.original);
     }
 }
 
