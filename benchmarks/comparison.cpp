@@ -2,7 +2,6 @@
 #include "comparison.h"
 
 #include <fcntl.h>
-#include <malloc.h>
 #include <spawn.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -14,8 +13,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
-#include <limits>
 
+#include "allocator.h"
 #include "cpu_time.h"
 
 namespace brackwell::benchmarks {
@@ -97,10 +96,7 @@ void inOwnProcess(Memory memory, const std::function<void()>& work) {
     std::fflush(stdout);
     const pid_t child = fork();
     if (child == 0) {
-        if (memory == Memory::kept) {
-            mallopt(M_MMAP_MAX, 0);
-            mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
-        }
+        if (memory == Memory::kept) keepMemory();
         work();
         std::fflush(stdout);
         std::_Exit(0);

@@ -21,12 +21,11 @@ Work apart(std::function<void()> run, std::size_t count);
 /// program when it fails.
 Work process(std::vector<std::string> command);
 
-/// Where the memory that a reader asks for comes from. How soon the C library gives memory back to the
-/// system, and takes it anew page by page, follows from the largest block that it released before, so one
-/// measurement would change the next: each is made in a process of its own (see inOwnProcess).
+/// Where the memory that a reader asks for comes from. One measurement would change it for the next (see
+/// keepMemory), so each is made in a process of its own.
 enum class Memory {
     asUsual,  ///< the C library's settings as they are
-    kept,     ///< nothing goes back to the system: work on pages that are already there
+    kept,     ///< nothing goes back to the system: it is there again for who asks next
 };
 
 /// Runs `work` in a copy of this process, which shares its output and ends with it. Ends this program when
