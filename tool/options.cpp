@@ -175,12 +175,18 @@ brackwell::NumberFormat numberFormat(const Texts& texts) {
 /// A file that is written must not be one that is still to be read.
 void checkOutput(const Options& options) {
     if (options.outputFile.empty()) return;
-    for (const std::string& file : options.files) {
+    for (const std::string& name : options.files) {
         std::error_code failure;
-        if (file != "-" && std::filesystem::is_regular_file(file, failure) &&
+        const std::string file = name == "-" ? "/dev/stdin" : name;
+        if (std::filesystem::is_regular_file(file, failure) &&
             std::filesystem::equivalent(file, options.outputFile, failure))
             throw CLI::ValidationError("--output", options.outputFile + " is also a file to be read");
     }
+}
+
+void checkFiles(const Options& options) {
+    if (std::ranges::count(options.files, "-") > 1)
+        throw CLI::ValidationError("FILE", "standard input can be read only once");
 }
 
 void understand(CLI::App& app, Options& options, const Texts& texts) {
@@ -196,6 +202,7 @@ void understand(CLI::App& app, Options& options, const Texts& texts) {
         throw CLI::ValidationError("--routing", "is for profile requests only");
     const std::map<std::string_view, std::int32_t> routings{{"none", 0}, {"service", 1}, {"msgset", 2}};
     options.request.routing = routings.at(texts.requestRouting);
+    checkFiles(options);
     checkOutput(options);
 }
 

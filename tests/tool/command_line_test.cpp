@@ -72,6 +72,7 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"csv", document, "--grouping-separator", ""}, "not a single character"},
         {{"csv", document, "--decimal-separator", ".", "--grouping-separator", "."}, "is the same as"},
         {{"csv", document, "--date-format", ""}, "the pattern is empty"},
+        {{"json", "-", document, "-"}, "standard input can be read only once"},
         {{"request"}, "KIND is required"},
         {{"request", "everything"}, "everything"},
         {{"request", "accounts", "--version", "two"}, "--version"},

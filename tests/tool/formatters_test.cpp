@@ -55,11 +55,11 @@ TEST_CASE("separators make a number formatter, and one moves the other out of it
 TEST_CASE("the formatters hold for every command that shows amounts") {
     const std::string document = transactionsWith("<STMTTRN><DTPOSTED>31/12/2024<TRNAMT>-12,50</STMTTRN>");
     const std::vector<std::string> options{"--decimal-separator", ",", "--date-format", "dd/MM/yyyy"};
-    for (const auto& [command, expected] : std::map<std::string, std::string>{
-             {"csv", ",2024-12-31T00:00:00.000Z,,,-12.5,"}, {"show", "2024-12-31  -12.50\n"}}) {
-        CAPTURE(command);
-        std::vector<std::string> arguments{command};
+    for (const auto& row : std::map<std::string, std::string>{{"csv", ",2024-12-31T00:00:00.000Z,,,-12.5,"},
+                                                              {"show", "2024-12-31  -12.50\n"}}) {
+        CAPTURE(row.first);
+        std::vector<std::string> arguments{row.first};
         arguments.insert(arguments.end(), options.begin(), options.end());
-        CHECK(outputOf(arguments, document).find(expected) != std::string::npos);
+        CHECK(outputOf(arguments, document).find(row.second) != std::string::npos);
     }
 }

@@ -5,7 +5,7 @@
 
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
+#include <system_error>
 
 #include "console/terminal.h"
 #include "text/display_width.h"
@@ -19,7 +19,11 @@ void Progress::begin(std::string_view work) {
     end();
     if (!isShown_) return;
     isEnded_ = false;
-    thread_ = std::thread([this, name = visibleText(work)] { show(name); });
+    try {
+        thread_ = std::thread([this, name = visibleText(work)] { show(name); });
+    } catch (const std::system_error&) {
+        isEnded_ = true;  // the work is done without a line
+    }
 }
 
 void Progress::end() {
