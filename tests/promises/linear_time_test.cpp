@@ -262,7 +262,7 @@ TEST_CASE("the measure tells quadratic from linear") {
                 if (text[i] == *static_cast<const volatile char*>(&text[j])) ++count;
         CHECK(count > 0);
     };
-    const std::size_t count = 800;
+    const std::size_t count = kOptimized ? 800 : 200;
     CHECK_FALSE(timesOf(shape, count, [&](const std::string& text) { pairs(text, text.size()); }).isLinear());
     CHECK(timesOf(shape, count, [&](const std::string& text) { pairs(text, count); }).isLinear());
 }
