@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <type_traits>
 
 #include "support/formatters.h"
 #include "support/shown.h"
@@ -162,6 +163,45 @@ TEST_CASE("a file imports by its path and by its file: URL") {
         CHECK(message->bankingMsgSet().size() == 1);
         CHECK(TovanaOFXController::importOFXFileFromURL(url, TextEncodingUTF8, nullptr, nullptr, &error));
     }
+}
+
+TEST_CASE("a file imports with the caller's encoding and formatters") {
+    const std::optional<Data> latin = encodeText(kStatement, TextEncodingISOLatin1);
+    REQUIRE(latin);
+    const File file("latin.ofx", latin->bytes());
+    CHECK(TovanaOFXController::importOFXFileFromURL(file.path()) == nullptr);
+    const auto numbers = std::make_shared<ScriptedNumberFormatter>(
+        [](std::string_view) { return std::optional(Decimal::fromInteger(7)); });
+    const auto dates = std::make_shared<ScriptedDateFormatter>(
+        [](std::string_view) { return std::optional(utc(1999, 1, 2)); });
+    const auto message =
+        TovanaOFXController::importOFXFileFromURL(file.path(), TextEncodingISOLatin1, numbers, dates);
+    REQUIRE(message);
+    const auto statement = message->statementsForBankAccount(message->bankAccountsFound().at(0));
+    REQUIRE(statement);
+    const auto transaction = statement->statementTransactions().at(0);
+    CHECK(shown(transaction->payeeName()) == "\u00C4");
+    CHECK(shown(transaction->amount()) == "7");
+    CHECK(shown(transaction->datePosted()) == "1999-01-02 00:00:00.000");
+}
+
+TEST_CASE("an import leaves nothing behind for the next one") {
+    static_assert(std::is_empty_v<TovanaOFXController>);
+    const auto numbers = std::make_shared<ScriptedNumberFormatter>(
+        [](std::string_view) { return std::optional(Decimal::fromInteger(7)); });
+    const std::optional<Data> latin = encodeText(kStatement, TextEncodingISOLatin1);
+    REQUIRE(latin);
+    CHECK(TovanaOFXController::importOFXFileFromData(latin, TextEncodingISOLatin1, numbers, nullptr));
+    CHECK_FALSE(TovanaOFXController::importOFXFileFromData(latin));
+    const auto first = TovanaOFXController::importOFXFileFromData(Data::view(kStatement));
+    const auto second = TovanaOFXController::importOFXFileFromData(Data::view(kStatement));
+    REQUIRE(first);
+    REQUIRE(second);
+    CHECK(first != second);
+    const auto account = second->bankAccountsFound().at(0);
+    CHECK(account != first->bankAccountsFound().at(0));
+    CHECK(shown(second->statementsForBankAccount(account)->statementTransactions().at(0)->amount()) ==
+          "-12.5");
 }
 
 TEST_CASE("escapes of a file: URL are read in either case, and what is no escape stays") {
