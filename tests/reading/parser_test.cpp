@@ -180,6 +180,15 @@ TEST_CASE("without mark and preset UTF-8 is tried first, then UTF-16") {
     CHECK(utf16.encoding == TextEncodingUTF16);
 }
 
+TEST_CASE("bytes that are UTF-8 but do not begin like OFX are tried as UTF-16") {
+    const std::string bytes = encoded("<OFX><NAME>A</NAME></OFX>", kHostUTF16);
+    REQUIRE(isValidUTF8(bytes));
+    const Run run = parse(bytes);
+    CHECK(treeOf(run) == ParseDictionary{{"OFX", ParseDictionary{{"NAME", "A"}}}});
+    CHECK(run.encoding == TextEncodingUTF16);
+    checkNotOFX(parse(encoded("<OFX><NAME>A</NAME></OFX>", kOtherUTF16)));
+}
+
 TEST_CASE("text that is not OFX is tried as ASCII in the end, and is no error") {
     for (const std::string_view text : {"hello", "hello!", " ", "<ofx>", "<?Xml version=\"1.0\"?>",
                                         "OFXHEADER", "xOFXHEADER:100", "QXIF: a file of another kind"}) {
@@ -246,6 +255,12 @@ TEST_CASE("the header's own encoding is recorded and decides nothing") {
     CHECK(treeOf(run) == kTree);
     CHECK(run.encoding == TextEncodingUTF8);
     CHECK((*run.result->ofxHeader)["ENCODING"].text() == "USASCII");
+    CHECK((*run.result->ofxHeader)["CHARSET"].text() == "1252");
+    const Run xml = parse("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?><?OFX VERSION=\"211\"?>" +
+                          std::string(kDocument));
+    CHECK(treeOf(xml) == kTree);
+    CHECK(xml.encoding == TextEncodingUTF8);
+    CHECK((*xml.result->ofxHeader)["ENCODING"].text() == "ISO-8859-1");
 }
 
 TEST_CASE("a text begins like OFX with one of five prefixes behind white space") {
