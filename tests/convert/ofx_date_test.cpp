@@ -27,9 +27,7 @@ std::string firstCharacters(std::string text, std::size_t count) {
 /// The date by the formatters of the helper, step by step.
 std::optional<Date> dateByFormatters(const TvOFXHelper& helper, std::string text) {
     if (charactersOf(text) >= 19) text = firstCharacters(text, 18);
-    // Milliseconds have three digits, while the formatter alone reads "5" as 500, too.
-    if (charactersOf(text) == 18)
-        if (const auto date = helper.ofxDateFormatter3().dateFromString(text)) return date;
+    if (const auto date = helper.ofxDateFormatter3().dateFromString(text)) return date;
     if (const auto date = helper.ofxDateFormatter4().dateFromString(text)) return date;
     if (charactersOf(text) >= 9) text = firstCharacters(text, 8);
     return helper.ofxDateFormatter5().dateFromString(text);
