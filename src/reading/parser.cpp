@@ -37,15 +37,14 @@ Shape shapeOf(std::string_view text) noexcept {
     return text.starts_with("<OFX>"sv) ? Shape::bare : Shape::notOFX;
 }
 
-/// Removes a mark, which sets the encoding when none is set; false when there is no mark.
-bool removeMark(Data& data, TextEncoding& encoding) noexcept {
+/// Removes a mark, which sets the encoding when none is set.
+void removeMark(Data& data, TextEncoding& encoding) noexcept {
     for (const Mark& mark : kMarks) {
         if (!data.bytes().starts_with(mark.bytes)) continue;
         data = data.from(mark.bytes.size());
         if (encoding == TextEncodingNone) encoding = mark.encoding;
-        return true;
+        return;
     }
-    return false;
 }
 
 }  // namespace
@@ -84,11 +83,11 @@ std::shared_ptr<TvOFXParserResult> TvOFXParser::parseWithError(Error* error) {
 /// Removes a mark and decodes the data: with the preset encoding once, otherwise with the first that
 /// gives a text that begins like OFX, and ASCII whatever it gives.
 std::optional<Data> TvOFXParser::decode() {
-    const bool hadMark = removeMark(*data_, stringEncoding_);
+    removeMark(*data_, stringEncoding_);
     if (stringEncoding_ != TextEncodingNone) {
-        // Behind a mark, UTF-16 is read in the order of this machine, whatever stands there.
-        const bool isHostOrder = hadMark && stringEncoding_ == TextEncodingUTF16;
-        const std::optional<Data> text = decodeText(*data_, isHostOrder ? kHostUTF16 : stringEncoding_);
+        // Its mark is gone; another one behind it decides nothing.
+        const TextEncoding encoding = stringEncoding_ == TextEncodingUTF16 ? kHostUTF16 : stringEncoding_;
+        const std::optional<Data> text = decodeText(*data_, encoding);
         return text ? std::optional(text->owned()) : std::nullopt;
     }
     for (const TextEncoding encoding : {TextEncodingUTF8, TextEncodingUTF16}) {
