@@ -93,6 +93,20 @@ TEST_CASE("spaces and tabs are trimmed from header names and values, and nothing
     });
 }
 
+TEST_CASE("every other character at the ends of header names and values stays") {
+    const std::string_view lineBreaksAndColon = "\n\v\f\r:";
+    for (int byte = 0; byte < 0x80; ++byte) {
+        const char character = static_cast<char>(byte);
+        if (lineBreaksAndColon.find(character) != std::string_view::npos) continue;
+        CAPTURE(byte);
+        const std::string around(1, character);
+        const bool isBlank = character == ' ' || character == '\t';
+        const std::string name = isBlank ? "A" : around + "A" + around;
+        const std::string text = around + "A" + around + ":" + around + "A" + around + "\n<OFX>";
+        CHECK(TvOFXParser::parseSGMLHeader(text) == ParseDictionary{{name, name}});
+    }
+}
+
 TEST_CASE("a later header line of a name replaces the earlier one in its place") {
     const ParseDictionary header = TvOFXParser::parseSGMLHeader("A:1\nB:2\nX y:3\nA:4\nX y:5\n<OFX>");
     CHECK(treeText(header) == R"({"A": "4", "B": "2", "X y": "5"})");
@@ -191,6 +205,20 @@ TEST_CASE("a piece of the instruction is a name, an equals sign and a value in q
         {"<?OFX A=\"1\" A=\"2\"?>b", {{"A", "2"}}, "b"},
         {"<?xml encoding=\"A\"?><?OFX ENCODING=\"B\"?>b", {{"ENCODING", "B"}}, "b"},
     });
+}
+
+TEST_CASE("every other character of the instruction belongs to the name or value that it stands in") {
+    for (int byte = 0; byte < 0x80; ++byte) {
+        const char character = static_cast<char>(byte);
+        if (character == ' ' || character == '\n' || character == '=' || character == '"') continue;
+        CAPTURE(byte);
+        const std::string around(1, character);
+        const std::string part = around + "1" + around;
+        const std::string text = "<?OFX " + part + "=\"" + part + "\" B=" + part + " C=2?>b";
+        ParseDictionary found;
+        CHECK(text.substr(TvOFXParser::parseXmlHeader(text, &found)) == "b");
+        CHECK(found == ParseDictionary{{part, part}, {"B", part}, {"C", "2"}});
+    }
 }
 
 TEST_CASE("without an instruction the body is empty") {
