@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/brackwell.h>
+#include <doctest/doctest.h>
+
+#include <cstring>
+#include <type_traits>
+
+using namespace brackwell;
+
+TEST_CASE("the version symbols have their values") {
+    static_assert(std::is_same_v<decltype(BrackwellVersionNumber), const double>);
+    CHECK(BrackwellVersionNumber == 1.0);
+    const char* text = reinterpret_cast<const char*>(BrackwellVersionString);
+    CHECK(std::strcmp(text, "@(#)PROGRAM:Brackwell  PROJECT:TovanaCore-1\n") == 0);
+}
+
+TEST_CASE("the umbrella header declares a class of every room") {
+    CHECK(Data().isEmpty());
+    CHECK(TvOFXParser::stringHasValidOfxHeaderPrefix("<OFX>"));
+    CHECK(TvOFXHelper::defaultHelper());
+    CHECK(TvOFXMessage().ofxVersion() == 0);
+    CHECK(TvOFXChallengeRequest().requestIdentifier() == "CHALLENGERQ");
+    CHECK_FALSE(TvOFXBankAccount().bankID());
+    CHECK_FALSE(TvOFXStatementTransaction().amount());
+    CHECK_FALSE(TvOFXSignOnResponse().status());
+}
