@@ -6,6 +6,7 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -49,6 +50,12 @@ std::string someBytes(std::size_t size) {
         byte = static_cast<char>(state >> 24);
     }
     return bytes;
+}
+
+/// How many files this process has open.
+std::ptrdiff_t openFiles() {
+    const std::filesystem::directory_iterator files("/proc/self/fd");
+    return std::distance(begin(files), end(files));
 }
 
 }  // namespace
@@ -183,6 +190,16 @@ TEST_CASE("a name that is not a readable file gives nothing") {
         REQUIRE(::chmod(secret.c_str(), 0) == 0);
         CHECK_FALSE(Data::fromFile(secret));
     }
+}
+
+TEST_CASE("a file is closed again, whether it could be read or not") {
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file", "abc");
+    const std::ptrdiff_t before = openFiles();
+    CHECK(Data::fromFile(path));
+    CHECK(openFiles() == before);
+    CHECK_FALSE(Data::fromFile(folder.path("")));  // a folder can be opened, but not read
+    CHECK(openFiles() == before);
 }
 
 TEST_CASE("a name with a NUL is not cut to the name before it") {
