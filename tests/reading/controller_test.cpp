@@ -224,6 +224,30 @@ TEST_CASE("escapes of a file: URL are read in either case, and what is no escape
     }
 }
 
+TEST_CASE("every byte of a file's name can be escaped") {
+    for (unsigned byte = 1; byte < 0x100; ++byte) {
+        if (byte == '/') continue;
+        for (const std::string_view digits : {"0123456789ABCDEF", "0123456789abcdef"}) {
+            const std::string escape{'%', digits[byte / 16], digits[byte % 16]};
+            CAPTURE(escape);
+            const File file(std::string("a") + static_cast<char>(byte), kStatement);
+            CHECK(TovanaOFXController::importOFXFileFromURL("file://" + file.folder() + "/a" + escape));
+        }
+    }
+}
+
+TEST_CASE("only two hexadecimal digits make an escape") {
+    constexpr std::string_view digits = "0123456789ABCDEFabcdef";
+    for (char other = ' '; other < '\x7F'; ++other) {
+        if (other == '/' || digits.find(other) != std::string_view::npos) continue;
+        CAPTURE(other);
+        for (const std::string& name : {std::string{'%', other, '1'}, std::string{'%', '1', other}}) {
+            const File file(name, kStatement);
+            CHECK(TovanaOFXController::importOFXFileFromURL("file://" + file.folder() + "/" + name));
+        }
+    }
+}
+
 TEST_CASE("a path is not unescaped") {
     const File file("a%20path.ofx", kStatement);
     CHECK(TovanaOFXController::importOFXFileFromURL(file.path()));
