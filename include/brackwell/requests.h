@@ -27,9 +27,9 @@ public:
 
     /// A new random UUID in its 36-character upper-case form.
     static std::string generateUUID();
-    /// The TRNUID, made once at construction; empty when there is no wrapper.
-    const std::string& transactionUID() const noexcept { return transactionUID_; }
-    const std::string& transactionWrapperName() const noexcept { return transactionWrapperName_; }
+    /// The TRNUID, made once at construction; nothing when there is no wrapper.
+    OptionalText transactionUID() const noexcept { return transactionUID_; }
+    OptionalText transactionWrapperName() const noexcept { return transactionWrapperName_; }
     /// The request element's name ("PROFRQ"); the base answers "request id missing".
     virtual std::string_view requestIdentifier() const noexcept;
     /// A name for people; the base answers "request name missing".
@@ -42,8 +42,8 @@ protected:
         std::initializer_list<std::pair<std::string_view, std::string_view>> leaves) const;
 
 private:
-    std::string transactionUID_;
-    std::string transactionWrapperName_;
+    std::optional<std::string> transactionUID_;
+    std::optional<std::string> transactionWrapperName_;
 };
 
 /// Asks for the user's accounts that changed since a date (ACCTINFORQ).

@@ -22,13 +22,14 @@ std::string_view TvOFXRequest::humanReadableName() const noexcept { return "requ
 
 std::string TvOFXRequest::wrappedText(
     std::initializer_list<std::pair<std::string_view, std::string_view>> leaves) const {
+    const std::string_view wrapper = transactionWrapperName().value_or("");
     std::string text;
-    text.append("<").append(transactionWrapperName_).append(">\n");
-    appendLeaf(text, "TRNUID", transactionUID_, ofxVersion());
+    text.append("<").append(wrapper).append(">\n");
+    appendLeaf(text, "TRNUID", transactionUID().value_or(""), ofxVersion());
     text.append("<").append(requestIdentifier()).append(">\n");
     for (const auto& [name, value] : leaves) appendLeaf(text, name, value, ofxVersion());
     text.append("</").append(requestIdentifier()).append(">\n");
-    return text.append("</").append(transactionWrapperName_).append(">\n");
+    return text.append("</").append(wrapper).append(">\n");
 }
 
 }  // namespace brackwell

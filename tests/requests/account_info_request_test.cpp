@@ -2,13 +2,16 @@
 #include <brackwell/requests.h>
 #include <doctest/doctest.h>
 
+#include "support/shown.h"
+
 using namespace brackwell;
+using namespace brackwell::tests;
 
 TEST_CASE("an account request without a date asks from 1990 on") {
     const auto request = TvOFXAccountInfoRequest::initWithUpdateDateTime();
     CHECK(request->dateTimeAccountUpdate() == "19900101");
     CHECK(request->ofxString() ==
-          "<ACCTINFOTRNRQ>\n<TRNUID>" + request->transactionUID() +
+          "<ACCTINFOTRNRQ>\n<TRNUID>" + shown(request->transactionUID()) +
               "\n<ACCTINFORQ>\n<DTACCTUP>19900101\n</ACCTINFORQ>\n</ACCTINFOTRNRQ>\n");
 }
 
@@ -18,7 +21,7 @@ TEST_CASE("the leaves of an account request are closed from version 200 on") {
         const auto request = TvOFXAccountInfoRequest::initWithUpdateDateTime("20240131");
         request->setOfxVersion(version);
         const bool closed = version >= 200;
-        CHECK(request->ofxString() == "<ACCTINFOTRNRQ>\n<TRNUID>" + request->transactionUID() +
+        CHECK(request->ofxString() == "<ACCTINFOTRNRQ>\n<TRNUID>" + shown(request->transactionUID()) +
                                           (closed ? "</TRNUID>" : "") + "\n<ACCTINFORQ>\n<DTACCTUP>20240131" +
                                           (closed ? "</DTACCTUP>" : "") +
                                           "\n</ACCTINFORQ>\n</ACCTINFOTRNRQ>\n");

@@ -4,13 +4,16 @@
 
 #include <limits>
 
+#include "support/shown.h"
+
 using namespace brackwell;
+using namespace brackwell::tests;
 
 TEST_CASE("a profile request without a date asks from 1990 on, without routing") {
     const auto request = TvOFXFIProfileRequest::initWithUpdateDateTime();
     CHECK(request->dateTimeProfileUpdate() == "19900101");
     CHECK(request->clientRouting() == 0);
-    CHECK(request->ofxString() == "<PROFTRNRQ>\n<TRNUID>" + request->transactionUID() +
+    CHECK(request->ofxString() == "<PROFTRNRQ>\n<TRNUID>" + shown(request->transactionUID()) +
                                       "\n<PROFRQ>\n<CLIENTROUTING>NONE\n<DTPROFUP>19900101\n</PROFRQ>\n"
                                       "</PROFTRNRQ>\n");
 }
@@ -21,7 +24,7 @@ TEST_CASE("the leaves of a profile request are closed from version 200 on") {
         const auto request = TvOFXFIProfileRequest::initWithUpdateDateTime("20240131");
         request->setOfxVersion(version);
         const bool closed = version >= 200;
-        CHECK(request->ofxString() == "<PROFTRNRQ>\n<TRNUID>" + request->transactionUID() +
+        CHECK(request->ofxString() == "<PROFTRNRQ>\n<TRNUID>" + shown(request->transactionUID()) +
                                           (closed ? "</TRNUID>" : "") + "\n<PROFRQ>\n<CLIENTROUTING>NONE" +
                                           (closed ? "</CLIENTROUTING>" : "") + "\n<DTPROFUP>20240131" +
                                           (closed ? "</DTPROFUP>" : "") + "\n</PROFRQ>\n</PROFTRNRQ>\n");
