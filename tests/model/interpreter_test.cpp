@@ -142,7 +142,8 @@ TEST_CASE("the name of an aggregate decides the class of its response") {
         const auto made = direct.createResponseObjectForKey(row.name, std::nullopt);
         REQUIRE(made);
         CHECK(made->className() == row.className);
-        checkEmpty(*TvOFXInterpreter::initWithParseResult({}));
+        CHECK((direct.signOnResponse() == made) == (row.name == "SONRS"));
+        CHECK((direct.fiProfileResponse() == made) == (row.name == "PROFRS"));
 
         TvOFXInterpreter bare = over(ofx("ANYMSGSRSV1", ParseDictionary{{row.name, ParseDictionary()}}));
         CHECK(bare.interpret());
@@ -160,6 +161,17 @@ TEST_CASE("names of responses are compared exactly") {
         CAPTURE(name);
         CHECK(interpreter.createResponseObjectForKey(name, std::nullopt)->className() == "TvOFXResponse");
     }
+}
+
+TEST_CASE("a response whose aggregate has no class stands in its message set as a generic one") {
+    const auto interpreter = interpreted(
+        "<OFX><INVSTMTMSGSRSV1><INVSTMTTRNRS><TRNUID>u<INVSTMTRS><CURDEF>EUR</INVSTMTRS></INVSTMTTRNRS>"
+        "</INVSTMTMSGSRSV1></OFX>");
+    REQUIRE(interpreter->investmentMgsSetResponses().size() == 1);
+    const TvOFXResponse& response = *interpreter->investmentMgsSetResponses().front();
+    CHECK(response.className() == "TvOFXResponse");
+    CHECK(shown(response.transactionWrapperName()) == "INVSTMTRS");
+    CHECK(response.ofxString() == "<CURDEF>EUR\n");
 }
 
 TEST_CASE("a response that is made alone is in no index") {
@@ -374,6 +386,15 @@ TEST_CASE("interpreting again begins anew") {
     CHECK(interpreter.responsesForTransactionUID("u")->size() == 1);
 }
 
+TEST_CASE("an interpretation that finds no OFX forgets what was there before") {
+    TvOFXInterpreter interpreter = over(ParseDictionary{{"QFX", ParseDictionary{{"A", "1"}}}});
+    const auto response = interpreter.interpretResponseDict(
+        ParseDictionary{{"TRNUID", "u"}, {"STATUS", status("0")}}, "PROFTRNRS");
+    interpreter.addResponse(response, "BANKMSGSRSV1");
+    CHECK_FALSE(interpreter.interpret());
+    checkEmpty(interpreter);
+}
+
 TEST_CASE("a reset forgets results and keeps tree and helper") {
     TvOFXInterpreter interpreter =
         over(ofx("BANKMSGSRSV1",
@@ -405,6 +426,21 @@ TEST_CASE("only statements get the interpreter's helper") {
         CHECK((response->helperObject() == nullptr) == !isStatement);
     }
     CHECK(dates->asked().empty());
+}
+
+TEST_CASE("what an interpreter builds has version 0, whatever the document's") {
+    for (const ClassRow& row : kClasses) {
+        CAPTURE(row.name);
+        TvOFXInterpreter interpreter(
+            {ParseDictionary{{"VERSION", "211"}},
+             ofx("ANYMSGSRSV1", ParseDictionary{{row.name, ParseDictionary{{"STATUS", status("0")}}}})});
+        CHECK(interpreter.interpret());
+        REQUIRE(interpreter.allResponses().size() == 1);
+        const TvOFXResponse& response = *interpreter.allResponses().front();
+        CHECK(response.ofxVersion() == 0);
+        REQUIRE(response.status());
+        CHECK(response.status()->ofxVersion() == 0);
+    }
 }
 
 TEST_CASE("a response outlives its interpreter and its document") {

@@ -153,6 +153,21 @@ TEST_CASE("a list of accounts is the caller's own") {
     auto banks = message->bankAccountsFound();
     banks.clear();
     CHECK(message->bankAccountsFound().size() == 1);
+    auto accounts = message->accountsFound();
+    accounts.clear();
+    CHECK(message->accountsFound().size() == 1);
+}
+
+TEST_CASE("a second document appends its accounts") {
+    TvOFXMessage message;
+    process(message, ofx(bank("b1"), card("c1")));
+    const auto cards = message.creditCardAccountsFound();
+    process(message, ofx(bank("b1"), card("c1")));
+    CHECK(ids(message.bankAccountsFound()) == "[b1][b1]");
+    REQUIRE(ids(message.creditCardAccountsFound()) == "[c1][c1]");
+    CHECK(message.creditCardAccountsFound()[0] == cards[0]);
+    CHECK(message.creditCardAccountsFound()[1] != cards[0]);
+    CHECK(message.accountsFound().size() == 4);
 }
 
 TEST_CASE("an account outlives its message") {

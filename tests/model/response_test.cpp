@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <brackwell/model.h>
+#include <brackwell/accounts.h>
+#include <brackwell/profile.h>
 #include <doctest/doctest.h>
 
 #include "support/documents.h"
@@ -118,6 +119,16 @@ TEST_CASE("a response walks its node for a wrapper, its identifier and a status"
         CHECK(statusOf(*response) == row.status);
         CHECK(response->originalParseData() == row.node);
     }
+}
+
+TEST_CASE_TEMPLATE("sign-on, profile and account information are walked like any response", Response,
+                   TvOFXSignOnResponse, TvOFXFIProfileResponse, TvOFXAccountInfoResponse) {
+    const auto response = Response::initWithParseDict(ParseDictionary{
+        {"STMTTRNRS", ""}, {"STMTRS", ParseDictionary{{"STATUS", kSecond}}}, {"TRNUID", "7"}});
+    CHECK(shown(response->transactionWrapperName()) == "STMTTRNRS");
+    CHECK(shown(response->transactionUID()) == "7");
+    CHECK(statusOf(*response) == "Status: 2 [ERROR]");
+    CHECK(statusOf(*Response::initWithParseDict(ParseDictionary{{"STATUS", kFirst}})) == "Status: 1 [INFO]");
 }
 
 TEST_CASE("the fields of a response are set and read") {
