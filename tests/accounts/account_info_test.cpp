@@ -32,6 +32,20 @@ TEST_CASE("a record reads its description, its telephone number and its bank blo
     CHECK(bankAccountIn(*info) == "0001");
 }
 
+TEST_CASE("the order of a record's elements carries no meaning") {
+    const auto info =
+        read(parsed("<BANKACCTINFO><SVCSTATUS>AVAIL<XFERDEST>Y<XFERSRC>N<SUPTXDL>Y<BANKACCTFROM><ACCTID>0001"
+                    "</BANKACCTFROM></BANKACCTINFO><SVCSTATUS>ACTIVE<PHONE>555<DESC>Checking"));
+    CHECK(shown(info->accountDescription()) == "Checking");
+    CHECK(shown(info->accountPhone()) == "555");
+    CHECK(info->serviceStatus() == TvOFXServiceStatusActive);
+    CHECK(bankAccountIn(*info) == "0001");
+    CHECK(info->bankAccountInfo()->supportsTransactionDownload());
+    CHECK_FALSE(info->bankAccountInfo()->isTransferSourceAccount());
+    CHECK(info->bankAccountInfo()->isTransferDestinationAccount());
+    CHECK(info->bankAccountInfo()->serviceStatus() == TvOFXServiceStatusAvailable);
+}
+
 TEST_CASE("a record without elements or without a node is empty") {
     for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{})}) {
         CHECK_FALSE(info->accountDescription());
@@ -93,6 +107,14 @@ TEST_CASE("of several bank blocks the last one wins") {
               *read(ParseDictionary{{"BANKXACCTINFO", block("2")}, {"BANKACCTINFO", block("1")}})) == "1");
     CHECK(bankAccountIn(*read(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", "text"}})) ==
           "1");
+}
+
+TEST_CASE("the numbers of the service statuses are fixed") {
+    CHECK(TvOFXServiceStatusNone == 0);
+    CHECK(TvOFXServiceStatusAvailable == 1);
+    CHECK(TvOFXServiceStatusPending == 2);
+    CHECK(TvOFXServiceStatusActive == 3);
+    CHECK(std::is_same_v<std::underlying_type_t<TvOFXServiceStatus>, std::uint64_t>);
 }
 
 TEST_CASE("a record's own status is read from exact words") { checkServiceStatus<Info>(); }

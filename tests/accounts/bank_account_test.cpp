@@ -47,6 +47,7 @@ Account full() {
 TEST_CASE("the numbers of the bank account types are fixed") {
     CHECK(TvOFXBankAccountTypeUnknown == 0);
     for (std::size_t i = 0; i < kTypes.size(); ++i) CHECK(kTypes[i].type == i + 1);
+    CHECK(std::is_same_v<std::underlying_type_t<TvOFXBankAccountType>, std::uint64_t>);
 }
 
 TEST_CASE("four account type texts are recognised, and written again") {
@@ -142,6 +143,15 @@ TEST_CASE("names of bank account elements are compared exactly") {
         CAPTURE(row.element);
         CHECK(shown((account.get()->*row.get)()) == "nothing");
     }
+}
+
+TEST_CASE("the order of a bank account's elements carries no meaning") {
+    const Account account = TvOFXBankAccount::initWithParserDict(ParseDictionary{{"ACCTKEY", "7F"},
+                                                                                 {"ACCTTYPE", "SAVINGS"},
+                                                                                 {"ACCTID", "0001"},
+                                                                                 {"BRANCHID", "07"},
+                                                                                 {"BANKID", "121000248"}});
+    CHECK(account->description() == full()->description());
 }
 
 TEST_CASE("no node makes an empty bank account") {
@@ -343,6 +353,13 @@ TEST_CASE("an archive without a type brings back a bank account of unknown type"
     CHECK(account->accountType() == TvOFXBankAccountTypeUnknown);
     CHECK(shown(account->bankID()) == "1");
     CHECK(shown(account->accountID()) == "nothing");
+}
+
+TEST_CASE("a type beyond the known ones comes back from a bank account's archive as its number") {
+    const Account account =
+        restored(*TvOFXBankAccount::initWithBankID("1", "2", static_cast<TvOFXBankAccountType>(17)));
+    REQUIRE(account);
+    CHECK(static_cast<std::uint64_t>(account->accountType()) == 17);
 }
 
 TEST_CASE("neither version nor helper of a bank account are archived") {

@@ -39,6 +39,12 @@ TEST_CASE("number and key of a card account are read as they stand") {
     CHECK(shown(account->acctKeyChecksum()) == "k");
 }
 
+TEST_CASE("the order of a card account's elements carries no meaning") {
+    const Account account = card({{"ACCTKEY", "7F"}, {"ACCTID", "4999000011112222"}});
+    CHECK(shown(account->accountID()) == "4999000011112222");
+    CHECK(shown(account->acctKeyChecksum()) == "7F");
+}
+
 TEST_CASE("names of card account elements are compared exactly") {
     const Account account = card({{"acctid", "1"}, {"ACCTKEY2", "2"}});
     CHECK(shown(account->accountID()) == "nothing");
@@ -118,6 +124,21 @@ TEST_CASE("the archive of a card account holds its parse data and its texts") {
     CHECK(archive->contains("originalPD"));
     CHECK(shown(archive->decodeText("aID")) == "4999000011112222");
     CHECK(shown(archive->decodeText("aKC")) == "7F");
+    KeyedArchiver expected;
+    TvOFXAggregate(full()->originalParseData()).encodeWithCoder(expected);
+    expected.encodeText("aID", "4999000011112222");
+    expected.encodeText("aKC", "7F");
+    KeyedArchiver actual;
+    full()->encodeWithCoder(actual);
+    CHECK(actual.archivedData() == expected.archivedData());
+}
+
+TEST_CASE("an archive without keys brings back an empty card account") {
+    const Account account = restored(TvOFXCreditCardAccount());
+    REQUIRE(account);
+    CHECK(shown(account->accountID()) == "nothing");
+    CHECK(shown(account->acctKeyChecksum()) == "nothing");
+    CHECK_FALSE(account->originalParseData());
 }
 
 TEST_CASE("the archive of a card account without key has no entry for it") {

@@ -73,6 +73,15 @@ TEST_CASE("an investment block's status is read from exact words") {
     });
 }
 
+TEST_CASE("the numbers of the investment account types are fixed") {
+    CHECK(TvOFXInvestmentAccountTypeUnknown == 0);
+    CHECK(TvOFXInvestmentAccountTypeIndividual == 1);
+    CHECK(TvOFXInvestmentAccountTypeJoint == 2);
+    CHECK(TvOFXInvestmentAccountTypeTrust == 3);
+    CHECK(TvOFXInvestmentAccountTypeCorporate == 4);
+    CHECK(std::is_same_v<std::underlying_type_t<TvOFXInvestmentAccountType>, std::uint64_t>);
+}
+
 TEST_CASE("an investment account's type is read from exact words") {
     const auto typeOf = [](const ParseValue& value) {
         return read(ParseDictionary{{"INVACCTTYPE", value}})->accountType();

@@ -30,6 +30,13 @@ TEST_CASE("an element that an investment account lacks is nothing") {
     CHECK(account->accountID().isNothing());
 }
 
+TEST_CASE("the order of an investment account's elements carries no meaning") {
+    const auto account =
+        TvOFXInvestmentAccount::initWithParseDict(ParseDictionary{{"ACCTID", "77-1"}, {"BROKERID", "b"}});
+    CHECK(shown(account->brokerID().text()) == "b");
+    CHECK(shown(account->accountID().text()) == "77-1");
+}
+
 TEST_CASE("no node makes an empty investment account") {
     const auto account = TvOFXInvestmentAccount::initWithParseDict(std::nullopt);
     REQUIRE(account);
