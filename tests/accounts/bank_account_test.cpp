@@ -328,6 +328,21 @@ TEST_CASE("the archive of an empty bank account holds its type alone") {
     CHECK(actual.archivedData() == expected.archivedData());
 }
 
+TEST_CASE("parse data that a bank account was given is neither archived nor restored") {
+    const Account account = full();
+    account->setOriginalParseData(ParseDictionary{{"BANKID", "1"}});
+    KeyedArchiver without;
+    full()->encodeWithCoder(without);
+    KeyedArchiver with;
+    account->encodeWithCoder(with);
+    CHECK(with.archivedData() == without.archivedData());
+    TvOFXAggregate(account->originalParseData()).encodeWithCoder(with);
+    const auto archive = KeyedUnarchiver::open(with.archivedData());
+    REQUIRE(archive);
+    REQUIRE(archive->contains("originalPD"));
+    CHECK_FALSE(TvOFXBankAccount::initWithCoder(*archive)->originalParseData());
+}
+
 TEST_CASE("a bank account comes back from its archive with every field") {
     const Account account = restored(*full());
     REQUIRE(account);
