@@ -10,6 +10,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <stdexcept>
 
 namespace brackwell::tests {
@@ -173,6 +174,15 @@ Finished runIntoClosedPipe(const Command& command) {
 }
 
 Finished runWithoutOutput(const Command& command) { return runWith(command, -1); }
+
+std::string obstacleToTerminals() {
+    int outside = -1;
+    int inside = -1;
+    if (::openpty(&outside, &inside, nullptr, nullptr, nullptr) != 0) return std::strerror(errno);
+    ::close(outside);
+    ::close(inside);
+    return {};
+}
 
 Finished runOnTerminal(const Command& command, unsigned short columns) {
     const Terminal terminal = makeTerminal(columns);

@@ -35,6 +35,9 @@ Finished runIntoClosedPipe(const Command& command);
 /// Runs a program whose standard output is closed from the start.
 Finished runWithoutOutput(const Command& command);
 
+/// Why no terminal can be had for a program, as in a container without /dev/pts; "" where it can.
+std::string obstacleToTerminals();
+
 /// Runs a program on a terminal so many columns wide: what it shows there, of both outputs, is the output.
 Finished runOnTerminal(const Command& command, unsigned short columns);
 
