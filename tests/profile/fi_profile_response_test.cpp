@@ -6,6 +6,7 @@
 #include "profile/same_archive.h"
 #include "support/documents.h"
 #include "support/formatters.h"
+#include "support/shared_date_formatter.h"
 #include "support/shown.h"
 
 using namespace brackwell;
@@ -282,6 +283,20 @@ TEST_CASE("a profile describes each text alone when it alone is there, an empty 
         (response.*field.set)("");
         CHECK(response.description() == std::string("TvOFXFIProfile\n   ") + field.label + " = \n\n\n");
     }
+}
+
+TEST_CASE("a profile describes its address and its update time when they alone are there") {
+    CHECK(read(parsed("<ADDR1>1 Main St<ADDR3>Suite 5"))->description() ==
+          "TvOFXFIProfile\n   address = 1 Main St\nSuite 5\n\n\n");
+    CHECK(read(parsed("<DTPROFUP>20240131"))->description() ==
+          "TvOFXFIProfile\n   updateTime = 2024-01-31 00:00:00 +0000\n\n\n");
+}
+
+TEST_CASE("a profile converts its update time with the helper that all share") {
+    const auto formatter =
+        std::make_shared<ScriptedDateFormatter>([](std::string_view) { return utc(1999, 12, 31); });
+    const SharedDateFormatter guard(formatter);
+    CHECK(shown(read(ParseDictionary{{"DTPROFUP", "then"}})->updateTime()) == "1999-12-31 00:00:00.000");
 }
 
 TEST_CASE("a profile describes an empty list of realms like none") {

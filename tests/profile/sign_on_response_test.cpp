@@ -217,6 +217,41 @@ TEST_CASE("a sign-on response describes only what is there") {
           "Sign On Response: TvOFXFinancialInstitutionIdentification = 1001/Big Bank");
 }
 
+TEST_CASE("a sign-on response writes and describes each field alone when it alone is there") {
+    struct Row {
+        const char* node;
+        const char* text;  // of the element, behind server time and language in their places
+        const char* description;
+    };
+    constexpr const char* kServer = "<DTSERVER>(null)\n";
+    constexpr const char* kLanguage = "<LANGUAGE>(null)\n";
+    const std::vector<Row> beforeLanguage{
+        {"<USERKEY>K", "<USERKEY>K\n", ""},
+        {"<TSKEYEXPIRE>20240201", "<TSKEYEXPIRE>2024-02-01 00:00:00 +0000\n", ""},
+    };
+    const std::vector<Row> behindLanguage{
+        {"<DTPROFUP>20240201", "<DTPROFUP>2024-02-01 00:00:00 +0000\n",
+         " lastProfileInfoUpdate:2024-02-01 00:00:00 +0000"},
+        {"<DTACCTUP>20240201", "<DTACCTUP>2024-02-01 00:00:00 +0000\n",
+         " lastAccountInfoUpdate:2024-02-01 00:00:00 +0000"},
+        {"<FI></FI>", "<FI>\n</FI>\n", " TvOFXFinancialInstitutionIdentification = (null)/(null)"},
+        {"<SESSCOOKIE>C", "<SESSCOOKIE>C\n", ""},
+        {"<ACCESSKEY>A", "<ACCESSKEY>A\n", ""},
+    };
+    const auto check = [](const Row& row, const std::string& elements) {
+        CAPTURE(row.node);
+        const auto response = read(parsed(row.node));
+        CHECK(response->ofxString() == "<SONRS>\n(null)" + elements + "</SONRS>\n");
+        CHECK(response->description() == std::string("Sign On Response:") + row.description);
+    };
+    for (const Row& row : beforeLanguage) check(row, std::string(kServer) + row.text + kLanguage);
+    for (const Row& row : behindLanguage) check(row, std::string(kServer) + kLanguage + row.text);
+    CHECK(read(parsed("<DTSERVER>20240201"))->description() ==
+          "Sign On Response: ServerTime:2024-02-01 00:00:00 +0000");
+    CHECK(read(parsed("<STATUS><CODE>0<SEVERITY>INFO</STATUS>"))->description() ==
+          "Sign On Response: [Status: 0 [INFO]]");
+}
+
 TEST_CASE("a sign-on response archives what an aggregate does") {
     CHECK(archivesLikeItsBase(*read(parsed(kFull))));
 }

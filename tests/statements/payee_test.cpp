@@ -110,6 +110,8 @@ TEST_CASE("the address has all lines that are there, and the list of lines the s
         {{{"ADDR2", "b"}, {"ADDR3", "c"}}, "\nb\nc", "[b][b]"},
         {{{"ADDR1", "a"}, {"ADDR2", "b"}, {"ADDR3", "c"}}, "a\nb\nc", "[a][b][b]"},
         {{{"ADDR3", "c"}, {"ADDR2", "b"}, {"ADDR1", "a"}}, "a\nb\nc", "[a][b][b]"},
+        {{{"ADDR1", ""}, {"ADDR2", "b"}}, "\nb", "[][b][b]"},
+        {{{"ADDR1", "a"}, {"ADDR2", ""}, {"ADDR3", ""}}, "a\n\n", "[a][][]"},
     };
     for (const Row& row : rows) {
         CAPTURE(row.address);
@@ -155,6 +157,9 @@ TEST_CASE("payees with different addresses are unequal, also when one has none")
          {{"ADDR1", "a"}, {"ADDR2", "b"}, {"CITY", "c"}},
          {{"ADDR1", "a"}, {"ADDR2", "b"}},
          true},
+        {"an empty line and none", {{"ADDR1", ""}}, {}, true},
+        {"an empty second line and none", {{"ADDR2", ""}}, {}, false},
+        {"an empty name and another", {{"NAME", ""}}, {{"NAME", "n"}}, false},
         {"case differs", {{"ADDR1", "a"}}, {{"ADDR1", "A"}}, false},
     };
     for (const Row& row : rows) {

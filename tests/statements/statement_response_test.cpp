@@ -4,6 +4,7 @@
 
 #include "support/documents.h"
 #include "support/formatters.h"
+#include "support/shared_date_formatter.h"
 #include "support/shown.h"
 
 using namespace brackwell;
@@ -218,6 +219,20 @@ TEST_CASE_TEMPLATE("without a helper a statement hands none to its transactions"
     const auto statement = read<Statement>(list(ParseDictionary{{"TRNAMT", "1.5"}}));
     CHECK_FALSE(statement->statementTransactions().front()->helperObject());
     CHECK(shown(statement->statementTransactions().front()->amount()) == "1.5");
+}
+
+TEST_CASE_TEMPLATE("a statement without a helper converts with the one that all share", Statement,
+                   TvOFXStatementResponse, TvOFXCCStatementResponse) {
+    const auto dates = std::make_shared<ScriptedDateFormatter>([](auto) { return utc(1999, 12, 31); });
+    const SharedDateFormatter guard(dates);
+    const auto statement = read<Statement>(
+        {{"BANKTRANLIST",
+          ParseDictionary{{"DTSTART", "a"}, {"DTEND", "b"}, {"STMTTRN", ParseDictionary{{"DTPOSTED", "c"}}}}},
+         {"LEDGERBAL", ParseDictionary{{"DTASOF", "d"}}},
+         {"AVAILBAL", ParseDictionary{{"DTASOF", "e"}}}});
+    CHECK(dates->asked() == std::vector<std::string>{"a", "b", "c", "d", "e"});
+    CHECK(shown(statement->ledgerBalanceDateTime()) == "1999-12-31 00:00:00.000");
+    CHECK(shown(statement->statementTransactions().at(0)->datePosted()) == "1999-12-31 00:00:00.000");
 }
 
 TEST_CASE_TEMPLATE("a statement does not read wrapper facts from its node", Statement, TvOFXStatementResponse,

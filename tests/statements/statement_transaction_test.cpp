@@ -5,6 +5,7 @@
 #include "statements/transaction_rows.h"
 #include "support/documents.h"
 #include "support/formatters.h"
+#include "support/shared_date_formatter.h"
 #include "support/shown.h"
 
 using namespace brackwell;
@@ -244,6 +245,16 @@ TEST_CASE("a transaction converts with its helper, and with the shared one when 
     const Transaction plain = transaction(node);
     CHECK(shown(plain->amount()) == "1");
     CHECK(shown(plain->datePosted()) == "nothing");
+}
+
+TEST_CASE("a transaction without a helper converts with the one that all share") {
+    const auto formatter =
+        std::make_shared<ScriptedDateFormatter>([](std::string_view) { return utc(1999, 12, 31); });
+    const SharedDateFormatter guard(formatter);
+    for (const TransactionDate& row : kTransactionDates) {
+        CAPTURE(row.element);
+        CHECK(shown((transaction({{row.element, "then"}}).get()->*row.get)()) == "1999-12-31 00:00:00.000");
+    }
 }
 
 TEST_CASE("the institution's identifier can be set") {

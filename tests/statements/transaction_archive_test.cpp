@@ -115,6 +115,17 @@ TEST_CASE("an archive brings back neither the text of the posting date nor what 
     CHECK_FALSE(back->helperObject());
 }
 
+TEST_CASE("a transaction does not read parse data from an archive that has some") {
+    KeyedArchiver coder;
+    TvOFXAggregate(ParseDictionary{{"NAME", "n"}}).encodeWithCoder(coder);
+    const auto archive = KeyedUnarchiver::open(coder.archivedData());
+    REQUIRE(archive);
+    REQUIRE(TvOFXAggregate::initWithCoder(*archive)->originalParseData());
+    const auto back = TvOFXStatementTransaction::initWithCoder(*archive);
+    CHECK_FALSE(back->originalParseData());
+    CHECK(shown(back->payeeName()) == "nothing");
+}
+
 TEST_CASE("an archive of a transaction's archive is the same archive") {
     KeyedArchiver once;
     full()->encodeWithCoder(once);
