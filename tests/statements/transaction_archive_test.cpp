@@ -102,6 +102,18 @@ TEST_CASE("a transaction comes back from its archive with every keyed field") {
     CHECK(back->description() == before->description());
 }
 
+TEST_CASE("a payee or an account alone comes back from the archive of a transaction") {
+    for (const TransactionParty& row : kTransactionParties) {
+        CAPTURE(row.element);
+        const ParseDictionary node{{row.element, ParseDictionary{{row.text, "p"}}}};
+        const auto back = restored(*TvOFXStatementTransaction::initWithParserDict(node));
+        REQUIRE(back);
+        CHECK((back->payee() != nullptr) == (row.element == "PAYEE"));
+        CHECK((back->bankAccountTo() != nullptr) == (row.element == "BANKACCTTO"));
+        CHECK((back->creditCardAccountTo() != nullptr) == (row.element == "CCACCTTO"));
+    }
+}
+
 TEST_CASE("an archive brings back neither the text of the posting date nor what the base holds") {
     const auto before = full();
     before->setOfxVersion(211);

@@ -110,6 +110,20 @@ TEST_CASE("options stand before or behind the files, and two hyphens end them") 
     CHECK(before == tool({"json", document, "--encoding", "UTF8"}).output);
 }
 
+TEST_CASE("every reading command takes every option of reading") {
+    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+        CAPTURE(command);
+        const TemporaryFolder folder;
+        const Finished finished =
+            tool({command, "--encoding", "auto", "--date-format", "dd.MM.yyyy", "--decimal-separator", ",",
+                  "--grouping-separator", ".", "--output", folder.path("out"), examplePath("card.ofx")});
+        CHECK(finished.status == 0);
+        CHECK(finished.output == "");
+        CHECK(finished.error == "");
+        CHECK(folder.read("out") != "");
+    }
+}
+
 TEST_CASE("request accounts writes the request at versions 102 and 211") {
     struct Row {
         std::string version;

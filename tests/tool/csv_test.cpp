@@ -68,6 +68,25 @@ TEST_CASE("fields that are absent are empty") {
           kHeader + "'-,,,,,,,,,,,,,,,,8\r\n");
 }
 
+TEST_CASE("an account's type is its OFX text, and none when it is not known") {
+    for (const auto& [text, field] : std::map<std::string, std::string>{{"CHECKING", "CHECKING"},
+                                                                        {"SAVINGS", "SAVINGS"},
+                                                                        {"MONEYMARKET", "MONEYMARKET"},
+                                                                        {"CREDITLINE", "CREDITLINE"},
+                                                                        {"MONEYMRKT", ""},
+                                                                        {"checking", ""}}) {
+        const std::string type = text;
+        CAPTURE(type);
+        const auto rows =
+            rowsOf(outputOf({"csv"}, version1("<BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKACCTFROM><ACCTID>3"
+                                              "<ACCTTYPE>" +
+                                              text +
+                                              "</BANKACCTFROM><BANKTRANLIST><STMTTRN><MEMO>8</STMTTRN>"
+                                              "</BANKTRANLIST></STMTRS></STMTTRNRS></BANKMSGSRSV1>")));
+        CHECK(rows.at(1).at(5) == field);
+    }
+}
+
 TEST_CASE("texts are quoted where they must be, and nothing is lost") {
     struct Row {
         std::string memo;

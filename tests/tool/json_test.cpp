@@ -59,6 +59,8 @@ TEST_CASE("several documents are an object a line, each with its file first") {
     CHECK(Json::parse(lines[0])["file"] == first);
     CHECK(Json::parse(lines[1])["file"] == second);
     CHECK_FALSE(Json::parse(tool({"json", first}).output).contains("file"));
+    const Finished withInput = tool({"json", "-", first}, version1(""));
+    CHECK(linesOf(withInput.output).at(0).starts_with(R"({"file":"-","message":)"));
 }
 
 TEST_CASE("every example document becomes JSON") {
@@ -150,6 +152,25 @@ TEST_CASE("amounts are plain notation without zeros at the end") {
         CHECK(transactionWith("<TRNAMT>" + row.text)["amount"] == row.amount);
     }
     CHECK_FALSE(transactionWith("<TRNAMT>twelve").contains("amount"));
+}
+
+TEST_CASE("a payee has its fields in the order of the class, with all address lines second") {
+    CHECK(transactionWith("<PAYEE><PHONENUMBER>7<COUNTRY>6<POSTALCODE>5<STATE>4<CITY>3<ADDR3>c<ADDR2>b"
+                          "<ADDR1>a<NAME>1</PAYEE>")["payee"]
+              .dump() ==
+          R"({"name":"1","address":"a\nb\nc","city":"3","state":"4","zipCode":"5","country":"6",)"
+          R"("phoneNumber":"7"})");
+}
+
+TEST_CASE("responses stand in document order, those of repeated wrappers where the first of them stood") {
+    const Json document = jsonOf(
+        "json", version1("<CREDITCARDMSGSRSV1><CCSTMTTRNRS><TRNUID>1</CCSTMTTRNRS></CREDITCARDMSGSRSV1>"
+                         "<BANKMSGSRSV1><STMTTRNRS><TRNUID>2</STMTTRNRS><OTHERTRNRS><TRNUID>4</OTHERTRNRS>"
+                         "<STMTTRNRS><TRNUID>3</STMTTRNRS></BANKMSGSRSV1>"
+                         "<SIGNUPMSGSRSV1><ACCTINFOTRNRS><TRNUID>5</ACCTINFOTRNRS></SIGNUPMSGSRSV1>"));
+    std::string order;
+    for (const Json& response : document["responses"]) order += response["transactionUID"];
+    CHECK(order == "12345");
 }
 
 TEST_CASE("a payee always has an address, and an empty text is written") {
