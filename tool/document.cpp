@@ -29,12 +29,13 @@ std::optional<Data> readStandardInput() {
 // ---------------------------------------------------------------------------------------------
 // Encodings that the library does not try
 
-std::string_view withoutMark(std::string_view bytes) noexcept {
+/// The bytes behind a mark of any encoding, or all of them.
+Data withoutMark(const Data& data) noexcept {
     using namespace std::string_view_literals;
     for (const std::string_view mark :
          {"\xEF\xBB\xBF"sv, "\xBF\xBB\xBF"sv, "\x00\x00\xFE\xFF"sv, "\xFE\xFF"sv, "\xFF\xFE"sv})
-        if (bytes.starts_with(mark)) return bytes.substr(mark.size());
-    return bytes;
+        if (data.bytes().starts_with(mark)) return data.from(mark.size());
+    return data;
 }
 
 /// What the header says of the text's encoding; "" when it says nothing.
@@ -51,8 +52,7 @@ std::string encodingNameIn(std::string_view text) {
 
 /// The encodings to try on bytes that the library could not decode; none when they do not look like OFX.
 std::vector<TextEncoding> encodingsToTry(const Data& data) {
-    const auto latin =
-        brackwell::decodeText(Data::view(withoutMark(data.bytes())), brackwell::TextEncodingISOLatin1);
+    const auto latin = brackwell::decodeText(data, brackwell::TextEncodingISOLatin1);
     if (!latin || !TvOFXParser::stringHasValidOfxHeaderPrefix(latin->bytes())) return {};
     const TextEncoding named =
         brackwell::textEncodingNamed(encodingNameIn(brackwell::trimWhiteSpace(latin->bytes())));
@@ -112,8 +112,10 @@ Document readDocument(const std::string& name, TextEncoding encoding) {
     }
     parse(document, *data, encoding);
     if (encoding != brackwell::TextEncodingNone || !isUndecoded(document)) return document;
-    for (const TextEncoding other : encodingsToTry(*data)) {
-        parse(document, *data, other);
+    // A mark that the library leaves in place is no text in another encoding than its own.
+    const Data unmarked = withoutMark(*data);
+    for (const TextEncoding other : encodingsToTry(unmarked)) {
+        parse(document, unmarked, other);
         if (isUndecoded(document)) continue;
         document.note =
             "read as " + std::string(brackwell::nameOfTextEncoding(document.encoding).value_or(""));

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <bit>
+
 #include "tool/tool.h"
 
 using namespace brackwell::tests;
@@ -54,6 +56,35 @@ TEST_CASE("bytes that are no text of the library's encodings are read again in a
     }
 }
 
+TEST_CASE("a mark before bytes that are read again is no part of their text") {
+    // Bytes of these sizes are no text in the encoding that the mark stands for.
+    for (const std::string& mark :
+         {std::string("\xEF\xBB\xBF"), std::string("\xBF\xBB\xBF"), std::string("\xFE\xFF"),
+          std::string("\xFF\xFE"), std::string("\x00\x00\xFE\xFF", 4)}) {
+        CAPTURE(mark.size());
+        std::string document = version1(kAccent + "</MEMO>");
+        if (document.size() % 2 == 0) document += '\n';
+        const Finished finished = tool({"tree", "-"}, mark + document);
+        CHECK(finished.status == 0);
+        CHECK(finished.error == "-: read as windows-1252\n");
+        const Json tree = Json::parse(finished.output);
+        CHECK(tree["encoding"] == "windows-1252");
+        CHECK(tree["header"]["OFXHEADER"] == "100");
+        CHECK(tree["data"]["OFX"]["MEMO"] == "Café €");
+    }
+}
+
+TEST_CASE("bytes that do not begin like OFX are not read again") {
+    for (const std::string& bytes :
+         {"Dear customer,\n" + version1(kAccent), "OFXHEADER;100\n<OFX>" + kAccent + "</OFX>",
+          "<ofx>" + kAccent + "</ofx>"}) {
+        CAPTURE(bytes.size());
+        const Finished finished = tool({"tree", "-"}, bytes);
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "-: Data is not OFX or unknown character encoding.\n");
+    }
+}
+
 TEST_CASE("text that the library decodes is not read again, whatever its header says") {
     const Json tree = jsonOf("tree", version1("<MEMO>Café", "ISO-8859-1"));
     CHECK(tree["encoding"] == "UTF-8");
@@ -76,14 +107,17 @@ TEST_CASE("an encoding that is given is the only one that is tried") {
                                            {"1252", "Café €"},
                                            {"CP1252", "Café €"},
                                            {"latin-1", "Café \u0080"},
-                                           {"8859-1", "Café \u0080"}}) {
+                                           {"8859-1", "Café \u0080"},
+                                           {"ISO-8859-1", "Café \u0080"},
+                                           {"iso8859-1", "Café \u0080"},
+                                           {"Latin1", "Café \u0080"}}) {
         CAPTURE(row.name);
         const Finished finished = tool({"tree", "--encoding", row.name, "-"}, version1(kAccent));
         CHECK(finished.status == 0);
         CHECK(finished.error == "");
         CHECK(Json::parse(finished.output)["data"]["OFX"]["MEMO"] == row.memo);
     }
-    for (const char* name : {"UTF-8", "ASCII", "USASCII"}) {
+    for (const char* name : {"UTF-8", "utf8", "ASCII", "US-ASCII", "UsAscii"}) {
         CAPTURE(name);
         const Finished finished = tool({"json", "--encoding", name, "-"}, version1(kAccent));
         CHECK(finished.status == 1);
@@ -102,6 +136,31 @@ TEST_CASE("a document that is read again keeps its other errors") {
     CHECK(finished.status == 1);
     CHECK(linesOf(finished.error).front() == "-: read as windows-1252");
     CHECK(linesOf(finished.error).at(1).starts_with("-: Found close tag </B> without opening tag."));
+}
+
+TEST_CASE("an encoding of wide characters is known by its names") {
+    struct Row {
+        std::vector<std::string> names;
+        std::string encoding;
+        std::size_t size;
+        bool isBigEndian;
+    };
+    const bool hostIsBigEndian = std::endian::native == std::endian::big;
+    for (const Row& row : std::vector<Row>{{{"UTF-16", "utf16"}, "UTF-16", 2, hostIsBigEndian},
+                                           {{"UTF-16BE", "utf-16be"}, "UTF-16BE", 2, true},
+                                           {{"UTF-16LE", "Utf-16Le"}, "UTF-16LE", 2, false},
+                                           {{"UTF-32BE", "utf-32be"}, "UTF-32BE", 4, true}}) {
+        std::string bytes;
+        for (const char c : std::string("<OFX><A>x</A></OFX>")) {
+            const std::string padding(row.size - 1, '\0');
+            bytes += row.isBigEndian ? padding + c : c + padding;
+        }
+        for (const std::string& name : row.names) {
+            CAPTURE(name);
+            CHECK(outputOf({"tree", "--encoding", name}, bytes) ==
+                  "{\"encoding\":\"" + row.encoding + R"(","header":null,"data":{"OFX":{"A":"x"}}})" + "\n");
+        }
+    }
 }
 
 TEST_CASE("the encoding of each kind of document has a name") {
