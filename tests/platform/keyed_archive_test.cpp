@@ -206,6 +206,20 @@ TEST_CASE("texts and objects share the archive's bytes and keep them alive") {
     CHECK(static_cast<const void*>(view->decodeText("k")->data()) == bytes.data() + 4);
 }
 
+TEST_CASE("an archive with a key or text that is no UTF-8 is written, but cannot be opened") {
+    KeyedArchiver withKey;
+    withKey.encodeUnsigned("\xFF", 1);
+    CHECK(bytesOf(withKey) == "\xA1\x61\xFF\x01");
+    KeyedArchiver withText;
+    withText.encodeText("k", "\xC3(");
+    KeyedArchiver withList;
+    withList.encodeList("k", {text("\x80")});
+    KeyedArchiver around;
+    around.encodeObject("k", withText);
+    for (const KeyedArchiver& archiver : {withKey, withText, withList, around})
+        CHECK_FALSE(KeyedUnarchiver::open(archiver.archivedData()));
+}
+
 TEST_CASE("every date is kept to the millisecond") {
     constexpr std::int64_t least = std::numeric_limits<std::int64_t>::min();
     constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
