@@ -289,6 +289,22 @@ TEST_CASE("a caller's number formatter is asked first, to read and to write") {
     CHECK(helper.ofxAmountStringFromDecimalNumber(Decimal::fromInteger(12)) == "12.00");
 }
 
+TEST_CASE("a caller's formatters are not asked about nothing") {
+    const auto numbers = std::make_shared<ScriptedNumberFormatter>(
+        [](std::string_view) { return std::optional(Decimal::fromInteger(7)); });
+    const auto dates = std::make_shared<ScriptedDateFormatter>(
+        [](std::string_view) { return std::optional(utc(1999, 1, 2)); });
+    TvOFXHelper helper;
+    helper.setAmountNumberFormatter(numbers);
+    helper.setDateFormatter(dates);
+    CHECK(shown(helper.decimalNumberFromOFXAmountString(std::nullopt)) == "nothing");
+    CHECK(shown(helper.dateFromOFXDateString(std::nullopt)) == "nothing");
+    CHECK(numbers->asked().empty());
+    CHECK(dates->asked().empty());
+    CHECK(shown(helper.decimalNumberFromOFXAmountString("")) == "7");
+    CHECK(shown(helper.dateFromOFXDateString("")) == "1999-01-02 00:00:00.000");
+}
+
 TEST_CASE("a caller's number formatter decides about a text that the built-in one reads otherwise") {
     TvOFXHelper helper;
     NumberFormat german;
