@@ -142,6 +142,7 @@ TEST_CASE("the declaration's encoding is what stands in double quotes behind enc
         {"<?xml encoding=\"\"?><?OFX V=\"1\"?>b", {{"ENCODING", ""}, {"V", "1"}}, "b"},
         {"<?xml xencoding=\"A\"?><?OFX V=\"1\"?>b", {{"ENCODING", "A"}, {"V", "1"}}, "b"},
         {"<?xml encoding='A' encoding=\"B\"?><?OFX V=\"1\"?>b", {{"ENCODING", "B"}, {"V", "1"}}, "b"},
+        {"<?xml encoding=\"A\" encoding=\"B\"?><?OFX V=\"1\"?>b", {{"ENCODING", "A"}, {"V", "1"}}, "b"},
         {"<?xmlencoding=\"A\"?><?OFX V=\"1\"?>b", {{"ENCODING", "A"}, {"V", "1"}}, "b"},
         {"<?xml encoding=\"A\"?>b", {{"ENCODING", "A"}}, ""},
     });
@@ -172,6 +173,22 @@ TEST_CASE("an encoding without a closing quote runs on to the next quote, and re
         {"<?xml encoding=\"A?><x a=\"1\"><?OFX V=\"1\"?>b", {{"ENCODING", "A?><x a="}, {"V", "1"}}, "b"},
         {"<?xml encoding=\"A?>b", {{"ENCODING", "A?>b"}}, ""},
         {"<?xml encoding=\"", {{"ENCODING", ""}}, ""},
+    });
+}
+
+TEST_CASE("an instruction inside the declaration is found behind its encoding only") {
+    checkAll(std::initializer_list<XmlRow>{
+        {"<?xml encoding=\"A\" <?OFX V=\"1\"?>b", {{"ENCODING", "A"}, {"V", "1"}}, "b"},
+        {"<?xml <?OFX V=\"1\" encoding=\"A\"?>b", {{"ENCODING", "A"}}, ""},
+        {"<?xml <?OFX V=\"1\"?>b", {}, ""},
+        {"<?xml <?OFX V=\"1\"?><?OFX V=\"2\"?>b", {{"V", "2"}}, "b"},
+    });
+}
+
+TEST_CASE("of several instructions the first is read, and the body begins at its end") {
+    checkAll(std::initializer_list<XmlRow>{
+        {"<?OFX V=\"1\"?><?OFX V=\"2\"?>b", {{"V", "1"}}, "<?OFX V=\"2\"?>b"},
+        {"<?OFX V=\"1\" <?OFX W=\"2\"?>b?>c", {{"V", "1"}, {"W", "2"}}, "b?>c"},
     });
 }
 
