@@ -220,8 +220,17 @@ TEST_CASE("a preset encoding is the only one that is tried") {
     CHECK(latin.encoding == TextEncodingISOLatin1);
     const Run windows = parse("<OFX><NAME>\x80\x96", TextEncodingWindows1252);
     CHECK(treeOf(windows)["OFX"]["NAME"].text() == "\u20AC\u2013");
-    checkNotOFX(parse(kDocument, kHostUTF16));
-    checkNotOFX(parse("hello", TextEncodingUTF8));
+    struct Row {
+        std::string_view bytes;
+        TextEncoding preset;
+    };
+    for (const Row& row : {Row{kDocument, kHostUTF16}, Row{"hello", TextEncodingUTF8},
+                           Row{"hello", TextEncodingWindows1252}}) {
+        CAPTURE(row.preset);
+        const Run run = parse(row.bytes, row.preset);
+        checkNotOFX(run);
+        CHECK(run.encoding == row.preset);
+    }
 }
 
 TEST_CASE("a preset encoding that fails is an error and leaves no encoding") {
@@ -359,6 +368,7 @@ TEST_CASE("without a place for it an error in the body gives a result with the h
     REQUIRE(result);
     CHECK(result->ofxHeader == ParseDictionary{{"OFXHEADER", "100"}});
     CHECK_FALSE(result->ofxData);
+    CHECK(parser.stringEncoding() == TextEncodingUTF8);
 }
 
 TEST_CASE("success leaves the place for an error alone") {
