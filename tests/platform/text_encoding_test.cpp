@@ -436,22 +436,28 @@ TEST_CASE("encodings are found by their other names, without case") {
         std::vector<std::string_view> names;
     };
     const std::vector<Row> rows = {
-        {TextEncodingASCII, {"ascii", "US-ASCII", "us-ascii", "USASCII", "UsAscii"}},
+        {TextEncodingASCII, {"ascii", "US-ASCII", "us-ascii", "USASCII", "UsAscii", "ISO646-US"}},
         {TextEncodingUTF8, {"utf-8", "UTF8", "utf8"}},
         {TextEncodingISOLatin1,
          {"iso-8859-1", "8859-1", "ISO8859-1", "iso8859-1", "ISO_8859-1", "LATIN1", "Latin-1"}},
         {TextEncodingUTF16, {"utf-16", "UTF16"}},
-        {TextEncodingUTF16BigEndian, {"utf-16be"}},
-        {TextEncodingUTF16LittleEndian, {"Utf-16Le"}},
-        {TextEncodingUTF32BigEndian, {"utf-32be"}},
+        {TextEncodingUTF16BigEndian, {"utf-16be", "UTF16BE"}},
+        {TextEncodingUTF16LittleEndian, {"Utf-16Le", "UTF16LE"}},
+        {TextEncodingUTF32BigEndian, {"utf-32be", "UTF32BE"}},
         {TextEncodingWindows1252, {"1252", "CP1252", "cp1252", "WINDOWS-1252", "Windows-1252"}},
-        {9, {"8859-2", "LATIN2"}},
+        {0x9c000100, {"utf-32le", "UTF32LE"}},
+        {0x8c000100, {"utf-32", "UTF32"}},
+        {9, {"8859-2", "ISO8859-2", "ISO_8859-2", "LATIN2", "LATIN-2"}},
         {15, {"1250", "cp1250"}},
         {11, {"1251", "CP1251"}},
-        {8, {"sjis", "SHIFT-JIS"}},
-        {3, {"eucjp"}},
-        {30, {"MacRoman"}},
+        {13, {"1253", "CP1253"}},
+        {14, {"1254", "CP1254"}},
+        {30, {"MacRoman", "x-mac-roman"}},
+        {3, {"eucjp", "EUC_JP"}},
+        {8, {"sjis", "SHIFT-JIS", "SHIFTJIS", "CP932", "932"}},
+        {21, {"iso-2022-jp", "ISO2022-JP", "ISO2022JP"}},
     };
+    CHECK(rows.size() == knownTextEncodings().size());
     for (const Row& row : rows) {
         for (const std::string_view name : row.names) {
             CAPTURE(name);
