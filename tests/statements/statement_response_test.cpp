@@ -184,6 +184,15 @@ TEST_CASE_TEMPLATE("reading a statement twice appends the transactions again", S
     CHECK(names(statement) == "[a][b][c]");
 }
 
+TEST_CASE_TEMPLATE("reading a statement from no node forgets the node and keeps the fields", Statement,
+                   TvOFXStatementResponse, TvOFXCCStatementResponse) {
+    const auto statement = read<Statement>({{"CURDEF", "EUR"}});
+    statement->parseDictionary(std::nullopt);
+    CHECK_FALSE(statement->originalParseData());
+    CHECK(shown(statement->defaultCurrency()) == "EUR");
+    CHECK(statement->statementTransactions().empty());
+}
+
 TEST_CASE_TEMPLATE("a statement and its transactions convert with the statement's helper", Statement,
                    TvOFXStatementResponse, TvOFXCCStatementResponse) {
     const auto numbers = std::make_shared<ScriptedNumberFormatter>(
