@@ -230,6 +230,19 @@ TEST_CASE_TEMPLATE("without a helper a statement hands none to its transactions"
     CHECK(shown(statement->statementTransactions().front()->amount()) == "1.5");
 }
 
+TEST_CASE_TEMPLATE("transactions alone make no balance and no period", Statement, TvOFXStatementResponse,
+                   TvOFXCCStatementResponse) {
+    const auto statement =
+        read<Statement>(list(ParseDictionary{{"TRNAMT", "1.5"}, {"DTPOSTED", "20240131"}}));
+    REQUIRE(statement->statementTransactions().size() == 1);
+    CHECK(shown(statement->ledgerBalanceAmount()) == "nothing");
+    CHECK(shown(statement->ledgerBalanceDateTime()) == "nothing");
+    CHECK(shown(statement->availableBalanceAmount()) == "nothing");
+    CHECK(shown(statement->availableBalanceDateTime()) == "nothing");
+    CHECK(shown(statement->transactionStartDateTime()) == "nothing");
+    CHECK(shown(statement->transactionEndDateTime()) == "nothing");
+}
+
 TEST_CASE_TEMPLATE("a statement without a helper converts with the one that all share", Statement,
                    TvOFXStatementResponse, TvOFXCCStatementResponse) {
     const auto dates = std::make_shared<ScriptedDateFormatter>([](auto) { return utc(1999, 12, 31); });
