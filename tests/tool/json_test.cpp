@@ -111,6 +111,35 @@ TEST_CASE("a transaction has its fields in the order of the class") {
           R"({"class":"TvOFXCreditCardAccount","accountID":"4999000011112222","acctKeyChecksum":"88"})");
 }
 
+TEST_CASE("the order of a transaction's fields is not that of its elements") {
+    CHECK(keysOf(transactionWith(
+              "<ORIGCURRENCY>1<CURRENCY>2<MEMO>3<CCACCTTO><ACCTID>4</CCACCTTO><BANKACCTTO><ACCTID>5"
+              "</BANKACCTTO><PAYEE><NAME>6</PAYEE><NAME>7<PAYEEID>8<SIC>9<REFNUM>10<CHECKNUM>11<SRVRTID>12"
+              "<CORRECTACTION>13<CORRECTFITID>14<FITID>15<TRNAMT>16<DTAVAIL>20240103<DTUSER>20240102"
+              "<DTPOSTED>20240101<TRNTYPE>20")) == Keys{"transactionType",
+                                                        "datePosted",
+                                                        "dateUserInit",
+                                                        "dateFundsAvailable",
+                                                        "amount",
+                                                        "fiTransactionID",
+                                                        "correctionFITID",
+                                                        "correctionAction",
+                                                        "serverTransactionID",
+                                                        "checkOrReferenceNumber",
+                                                        "referenceNumber",
+                                                        "standardIndustrialCode",
+                                                        "payeeID",
+                                                        "payeeName",
+                                                        "payee",
+                                                        "bankAccountTo",
+                                                        "creditCardAccountTo",
+                                                        "memo",
+                                                        "currency",
+                                                        "origCurrency",
+                                                        "originalDataString",
+                                                        "originalDatePostedString"});
+}
+
 TEST_CASE("texts that may stand for currencies are written when they are texts") {
     const Json transaction = transactionWith("<CURRENCY>USD<ORIGCURRENCY>CHF<NAME>A<MEMO>B");
     CHECK(keysOf(transaction) == Keys{"payeeName", "memo", "currency", "origCurrency", "originalDataString"});
@@ -233,6 +262,21 @@ TEST_CASE("a sign-on has its fields in the order of the class, secrets included"
                                                  .dump());
 }
 
+TEST_CASE("a card statement has its fields in the order of the class") {
+    const Json document = jsonOf(
+        "json",
+        version1("<CREDITCARDMSGSRSV1><CCSTMTTRNRS><CCSTMTRS><AVAILBAL><DTASOF>20240101<BALAMT>1</AVAILBAL>"
+                 "<LEDGERBAL><DTASOF>20240101<BALAMT>1</LEDGERBAL><BANKTRANLIST><DTEND>20240101<DTSTART>"
+                 "20240101</BANKTRANLIST><CCACCTFROM><ACCTKEY>1<ACCTID>2</CCACCTFROM><CURDEF>EUR</CCSTMTRS>"
+                 "<STATUS><MESSAGE>m<SEVERITY>INFO<CODE>0</STATUS><TRNUID>1</CCSTMTTRNRS>"
+                 "</CREDITCARDMSGSRSV1>"));
+    CHECK(keysOf(document["responses"][0]) ==
+          Keys{"class", "transactionWrapperName", "transactionUID", "status", "defaultCurrency",
+               "creditCardAccountFrom", "transactionStartDateTime", "transactionEndDateTime",
+               "statementTransactions", "ledgerBalanceAmount", "ledgerBalanceDateTime",
+               "availableBalanceAmount", "availableBalanceDateTime"});
+}
+
 TEST_CASE("account information has its records with their bank blocks") {
     const Json response = responseOf(exampleJson("account_information.ofx"), "TvOFXAccountInfoResponse");
     CHECK(keysOf(response) == Keys{"class", "transactionWrapperName", "transactionUID", "status",
@@ -330,6 +374,22 @@ TEST_CASE("lists of a profile are left out when it has none, and keep what is no
     CHECK(odd["messageSetProfileSignUp"]["messageSetCore"]["languages"].dump() == R"(["ENG",{"X":"1"}])");
     CHECK(odd["messageSetProfileSignUp"]["messageSetCore"]["version"] == 9223372036854775807);
     CHECK(odd["messageSetProfileSignUp"]["clientEnrollAccountRequired"] == false);
+}
+
+TEST_CASE("a sign-up message set has its fields in the order of the class") {
+    const Json document =
+        jsonOf("json", version1("<PROFMSGSRSV1><PROFTRNRS><PROFRS><MSGSETLIST><SIGNUPMSGSET><SIGNUPMSGSETV1>"
+                                "<CLIENTACTREQ>N<AVAILACCTS>Y<CHGUSERINFO>Y<OTHERENROLL><MESSAGE>Call us"
+                                "</OTHERENROLL><CLIENTENROLL><ACCTREQUIRED>Y</CLIENTENROLL></SIGNUPMSGSETV1>"
+                                "</SIGNUPMSGSET></MSGSETLIST></PROFRS></PROFTRNRS></PROFMSGSRSV1>"));
+    CHECK(document["responses"][0]["messageSetProfileSignUp"].dump() == Json::parse(R"({
+        "class": "TvOFXMessageSetProfileSignUp",
+        "clientEnrollAccountRequired": true,
+        "webEnrollUrl": "Call us",
+        "serverSupportsClientBasedUserInformationChange": true,
+        "serverProvidesAccountInfos": true,
+        "serverAllowsServiceActivationRequest": false})")
+                                                                            .dump());
 }
 
 TEST_CASE("every character of a text comes back from the JSON") {
