@@ -438,6 +438,11 @@ TEST_CASE("a sum is exact or nothing") {
         {"3e38", "-1", ""},
         {"4e38", "1", ""},
         {"9e127", "-9e89", ""},
+        // terms whose sum is beyond 128 bits, and there would begin anew
+        {"2.9e38", "9" + zeros(36) + "1", ""},
+        {"-2.9e38", "-9" + zeros(36) + "1", ""},
+        {"2.9e38", nines38, ""},
+        {"2.9e118", "9" + zeros(36) + "1e80", ""},
         // the limits on the exponent
         {"5e127", "5e127", ""},
         {"4e127", "5e127", "9e127"},
