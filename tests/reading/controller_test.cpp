@@ -248,6 +248,13 @@ TEST_CASE("only two hexadecimal digits make an escape") {
     }
 }
 
+TEST_CASE("what stands behind a URL in memory is no part of it") {
+    const File file("%4", kStatement);
+    const std::string longer = "file://" + file.folder() + "/%41";
+    CHECK(TovanaOFXController::importOFXFileFromURL(std::string_view(longer).substr(0, longer.size() - 1)));
+    CHECK_FALSE(TovanaOFXController::importOFXFileFromURL(longer));
+}
+
 TEST_CASE("a path is not unescaped") {
     const File file("a%20path.ofx", kStatement);
     CHECK(TovanaOFXController::importOFXFileFromURL(file.path()));
