@@ -196,6 +196,7 @@ TEST_CASE("of fields that tell the same twice one decides, and all must be valid
            {"H Z z", "12 +0100 EST", "2000-01-01 11:00:00"},
            {"H z Z", "12 XYZ +0100", "2000-01-01 11:00:00"}});
     checkNothing("yyyy DDD MM dd", {"2024 060 13 31", "2024 060 01 32"});
+    checkNothing("yyyy DDD LL", {"2024 060 00", "2024 060 13"});
     checkNothing("H h", {"15 13"});
     checkNothing("dd dd", {"32 31"});
 }
