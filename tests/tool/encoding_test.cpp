@@ -138,6 +138,16 @@ TEST_CASE("a document that is read again keeps its other errors") {
     CHECK(linesOf(finished.error).at(1).starts_with("-: Found close tag </B> without opening tag."));
 }
 
+TEST_CASE("a document that is read again keeps its header when its body does not parse") {
+    const Finished finished = tool({"tree", "-"}, version1(kAccent + "</B>", "8859-1"));
+    CHECK(finished.status == 1);
+    CHECK(linesOf(finished.error).front() == "-: read as ISO-8859-1");
+    const Json tree = Json::parse(finished.output);
+    CHECK(tree["encoding"] == "ISO-8859-1");
+    CHECK(tree["header"]["CHARSET"] == "8859-1");
+    CHECK(tree["data"].is_null());
+}
+
 TEST_CASE("an encoding of wide characters is known by its names") {
     struct Row {
         std::vector<std::string> names;

@@ -60,6 +60,16 @@ TEST_CASE("a folder is no file") {
     CHECK(finished.error == folder.path() + ": The file at " + folder.path() + " was not found.\n");
 }
 
+TEST_CASE("a standard input that cannot be read is status 1 and said") {
+    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+        CAPTURE(command);
+        const Finished finished =
+            run({{"/bin/sh", "-c", "exec \"$0\" \"$1\" - </", BRACKWELL_TOOL, command}});
+        CHECK(finished.status == 1);
+        CHECK(finished.error == "-: Standard input cannot be read.\n");
+    }
+}
+
 TEST_CASE("output that cannot be written is status 1 and said once") {
     const std::string document = examplePath("card.ofx");
     for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
