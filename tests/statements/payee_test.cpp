@@ -210,6 +210,16 @@ TEST_CASE("a payee comes back from its archive with all texts and its parse data
     CHECK(back->ofxVersion() == 0);
 }
 
+TEST_CASE("an empty text of a payee comes back empty, not absent") {
+    for (const TextRow& row : kTexts) {
+        CAPTURE(row.element);
+        const Payee back = restored(*payee({{row.element, ""}}));
+        REQUIRE(back);
+        CHECK(shown((back.get()->*row.get)()) == "");
+    }
+    CHECK(restored(*payee({{"ADDR2", ""}}))->address() == "\n");
+}
+
 TEST_CASE("a payee's archive without keys brings back an empty payee") {
     const auto archive = KeyedUnarchiver::open(KeyedArchiver().archivedData());
     REQUIRE(archive);

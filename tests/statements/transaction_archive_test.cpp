@@ -102,6 +102,16 @@ TEST_CASE("a transaction comes back from its archive with every keyed field") {
     CHECK(back->description() == before->description());
 }
 
+TEST_CASE("an empty text of a transaction comes back empty, not absent") {
+    for (const TransactionText& row : kTransactionTexts) {
+        CAPTURE(row.key);
+        const auto back =
+            restored(*TvOFXStatementTransaction::initWithParserDict(ParseDictionary{{row.element, ""}}));
+        REQUIRE(back);
+        CHECK(shown((back.get()->*row.get)()) == "");
+    }
+}
+
 TEST_CASE("a payee or an account alone comes back from the archive of a transaction") {
     for (const TransactionParty& row : kTransactionParties) {
         CAPTURE(row.element);

@@ -55,6 +55,7 @@ TEST_CASE("once the amounts agree the institution's identifiers alone decide") {
     CHECK_FALSE(equal({{"TRNAMT", "1"}, {"FITID", "x"}, {"MEMO", "a"}},
                       {{"TRNAMT", "1"}, {"FITID", "y"}, {"MEMO", "a"}}));
     CHECK_FALSE(equal({{"FITID", "x"}}, {{"FITID", "X"}}));
+    CHECK(equal({{"FITID", ""}, {"MEMO", "a"}}, {{"FITID", ""}, {"MEMO", "b"}}));
     CHECK(equal({{"FITID", "x"}, {"MEMO", "a"}}, {{"FITID", "x"}, {"MEMO", "b"}, {"TRNAMT", "1"}}));
 }
 
@@ -83,6 +84,8 @@ TEST_CASE("a text that differs makes transactions unequal, one that is missing d
         CHECK(equal({{row.element, "a"}}, {{row.element, "a"}}));
         CHECK(equal({{row.element, "a"}, {"X", "1"}}, {{"X", "2"}}));
         CHECK(equal({{row.element, "a"}}, {{row.element, "A"}}) == !row.compared);
+        // An empty text is there.
+        CHECK(equal({{row.element, "a"}}, {{row.element, ""}}) == !row.compared);
     }
 }
 
