@@ -1,11 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reading/body_parser.h"
 
-#include <cstring>
-
 #include "reading/entities.h"
 #include "reading/node_ref.h"
-#include "reading/tag_scanner.h"
+#include "reading/tag_search.h"
 #include "reading/tree_writer.h"
 
 namespace brackwell::reading {
@@ -34,8 +32,8 @@ struct Name {
 /// trimWhiteSpace, with the usual cases inline: nothing to trim, or a line break behind the text.
 std::string_view trimmed(std::string_view text) noexcept {
     const auto isPlain = [](char c) { return c > ' ' && c < '\x7F'; };
-    while (!text.empty() && text.back() == '\n') text.remove_suffix(1);
-    if (!text.empty() && isPlain(text.front()) && isPlain(text.back())) return text;
+    if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
+    if (text.empty() || (isPlain(text.front()) && isPlain(text.back()))) return text;
     return trimWhiteSpace(text);
 }
 
@@ -44,23 +42,19 @@ std::string_view trimmed(std::string_view text) noexcept {
 class BodyParser {
 public:
     BodyParser(Document& document, std::string_view body)
-        : body_(body), scanner_(body), writer_(document, body.size() / kBytesPerNode + 16) {}
+        : body_(body), writer_(document, body.size() / kBytesPerNode + 16) {}
 
     /// False when a close tag matches nothing open; failure() then says which.
     bool parse() {
-        std::size_t textBegin = 0;
-        for (;;) {
-            bool sawAmpersand = false;
-            const std::size_t open = scanner_.nextOpen(sawAmpersand);
-            readText(textBegin, open, sawAmpersand);
-            if (open + 1 >= body_.size()) break;  // a "<" that is the last character ends the body, too
-            if (readClosedLeaf(open, textBegin)) continue;
-            const std::size_t close = scanner_.nextClose();
+        std::size_t open = findOpen(body_, 0).position;
+        while (open + 1 < body_.size()) {  // a "<" that is the last character ends the body, too
+            if (readPlainTag(open)) continue;
+            const std::size_t close = findClose(body_, open + 1);
             if (!readTag(trimmed(body_.substr(open + 1, close - open - 1)))) return false;
             if (close == body_.size()) break;
             endOriginalStrings(close);
             // A ">" that is the last character stays, and is read as text: intended.
-            textBegin = close + 1 < body_.size() ? close + 1 : close;
+            open = readText(close + 1 < body_.size() ? close + 1 : close);
         }
         writer_.finish();
         return true;
@@ -71,63 +65,94 @@ public:
 private:
     static constexpr std::size_t kBytesPerNode = 24;
 
-    void readText(std::size_t begin, std::size_t end, bool sawAmpersand) {
-        if (pending_.text.empty()) return;
-        const std::string_view text = trimmed(body_.substr(begin, end - begin));
+    /// Reads the text behind a tag, which says what the pending element is; returns where it ends.
+    std::size_t readText(std::size_t begin) {
+        const TextEnd end = findOpen(body_, begin);
+        if (pending_.text.empty()) return end.position;
+        const std::string_view text = trimmed(body_.substr(begin, end.position - begin));
         const NameID name = writer_.names().number(pending_.text, pending_.key);
         if (text.empty())
-            openAggregate(name, end);
-        else if (sawAmpersand)
+            openAggregate(name, end.position);
+        else if (end.hasEntity)
             writer_.setOwnTextSize(unescape(text, writer_.ownLeaf(name, text.size())));
         else
             writer_.leaf(name, text);
+        return end.position;
     }
 
     void openAggregate(NameID name, std::size_t position) {
         writer_.open(name);
-        setInnermost(pending_);
+        setInnermost(pending_, name);
         if (name != kTransaction) return;
         // The source text of a transaction runs to the next end of one, wherever that stands, or to the
-        // end of the body; the end is filled in when the scanner comes by.
+        // end of the body; the end is filled in when the parser comes by.
         const std::string_view rest = body_.substr(position);
         if (rest.empty() || rest.starts_with(kTransactionEnd)) return;
         originalStrings_.push({writer_.leaf(kOriginalString, rest), position});
     }
 
+    /// Ends those that are open when the tag that ends at `close` is the end of a transaction.
     void endOriginalStrings(std::size_t close) noexcept {
-        if (originalStrings_.empty() || !body_.substr(0, close + 1).ends_with(kTransactionEnd)) return;
-        const std::size_t end = close + 1 - kTransactionEnd.size();
+        if (!originalStrings_.empty() && body_.substr(0, close + 1).ends_with(kTransactionEnd))
+            setEndOfOriginalStrings(close + 1 - kTransactionEnd.size());
+    }
+    void setEndOfOriginalStrings(std::size_t end) noexcept {
         for (; !originalStrings_.empty(); originalStrings_.pop())
             writer_.setSliceSize(originalStrings_.back().leaf, end - originalStrings_.back().begin);
     }
 
-    /// Reads a whole leaf of the plainest kind, a known name, a text without entity, the close tag, at
-    /// once, which saves half of the work; nearly all of an OFX 2 document is such leaves. It gives what
-    /// the steps would give one by one; whatever is not so plain is left to them.
-    bool readClosedLeaf(std::size_t open, std::size_t& textBegin) {
-        const std::uint32_t* markup = scanner_.ahead(3);
-        if (markup == nullptr) return false;
-        const std::size_t nameEnd = markup[0];
-        const std::size_t textEnd = markup[1];
-        const std::size_t end = markup[2];
-        const std::size_t size = nameEnd - open - 1;
-        if (size > kKeyedBytes || end - textEnd != size + 2) return false;
-        if (body_.size() - textEnd < kKeyedBytes + 3) return false;
-        const char* body = body_.data();
-        if (body[nameEnd] != '>' || body[textEnd] != '<' || body[textEnd + 1] != '/' || body[end] != '>')
-            return false;
-        const NameKey key = nameKeyOfReadable(body + open + 1, size);
-        if (nameKeyOfReadable(body + textEnd + 2, size) != key) return false;
-        const NameID name = findKnownElement(key, {});
-        if (name == kKnownElementCount || name == kTransaction) return false;
-        if (key == innermost_.key || innermostIsExtension_) return false;  // it may close the aggregate
-        const std::string_view text = trimmed(body_.substr(nameEnd + 1, textEnd - nameEnd - 1));
-        if (text.empty()) return false;
-        writer_.leaf(name, text);
+    /// Reads what nearly all of a document is, at once: a tag with a known name of fewer than 16 bytes, the
+    /// text behind it, and the leaf's close tag if that follows; or the close tag of the innermost
+    /// aggregate. It does what the steps would do one by one. Whatever is not so plain is left to them:
+    /// then false, and nothing is changed; otherwise `open` is where the next tag begins.
+    bool readPlainTag(std::size_t& open) {
+        if (open + 1 + ByteBlock::size > body_.size()) return false;
+        const char* const name = body_.data() + open + 1;
+        const ByteBlock block(name);
+        const unsigned closes = block.equal('>');
+        if (closes == 0) return false;
+        const auto size = static_cast<unsigned>(std::countr_zero(closes));
+        if (*name == '/') return closePlainAggregate(open, size - 1);
+        const NameKey key = nameKeyOfShort(name, size);
+        const NameID id = findShortElement(key);
+        if (id == kKnownElementCount) return false;
+
+        const std::size_t begin = open + size + 2;
+        const std::size_t end = findMarkup(body_, begin);
+        if (end + 2 + ByteBlock::size > body_.size() || body_[end] != '<') return false;
+        const std::string_view text = trimmed({body_.data() + begin, end - begin});
+        const char* const next = body_.data() + end + 1;
+        if (text.empty() || *next != '/') {
+            pending_ = {{name, size}, key};
+            open = end;
+            if (text.empty())
+                openAggregate(id, end);
+            else
+                writer_.leaf(id, text);
+            return true;
+        }
+        const unsigned nameAndClose = (2U << size) - 1;
+        if ((~block.equal(ByteBlock(next + 1)) & nameAndClose) != 0) return false;
+        if (id == kTransaction || id == innermostID_ || innermostIsExtension_) return false;
+        writer_.leaf(id, text);
         pending_ = {};
-        scanner_.skip(3);
-        textBegin = end + 1;
+        open = nextOpen(end + size + 3);
         return true;
+    }
+
+    bool closePlainAggregate(std::size_t& open, unsigned size) {
+        if (nameKeyOfShort(body_.data() + open + 2, size) != innermost_.key || !writer_.hasOpen())
+            return false;
+        if (innermostID_ == kTransaction) setEndOfOriginalStrings(open);
+        closeAggregate();
+        open = nextOpen(open + size + 3);
+        return true;
+    }
+
+    /// The next "<" behind a close tag: mostly there is but a line break before it.
+    std::size_t nextOpen(std::size_t from) const noexcept {
+        if (from + 1 < body_.size() && body_[from] == '\n' && body_[from + 1] == '<') return from + 1;
+        return findOpen(body_, from).position;
     }
 
     Name nameInBody(std::string_view name) const noexcept {
@@ -135,8 +160,9 @@ private:
         return {name, readable >= kKeyedBytes ? nameKeyOfReadable(name.data(), name.size()) : nameKey(name)};
     }
 
-    void setInnermost(const Name& name) noexcept {
+    void setInnermost(const Name& name, NameID id) noexcept {
         innermost_ = name;
+        innermostID_ = id;
         innermostIsExtension_ = name.text.starts_with(kExtensionPrefix);
     }
 
@@ -148,15 +174,22 @@ private:
         }
         const Name closed = nameInBody(name.substr(1));
         if (writer_.hasOpen() && closed.closes(innermost_)) {
-            writer_.close();
-            const std::string_view outer = writer_.names().name(writer_.innermostName());
-            setInnermost({outer, nameKey(outer)});
-        } else if (!closed.closes(pending_)) {
+            closeAggregate();
+            return true;
+        }
+        if (!closed.closes(pending_)) {
             fail(name);
             return false;
         }
         pending_ = {};
         return true;
+    }
+
+    void closeAggregate() noexcept {
+        writer_.close();
+        const NameID outer = writer_.innermostName();
+        setInnermost({writer_.names().name(outer), writer_.names().key(outer)}, outer);
+        pending_ = {};
     }
 
     void fail(std::string_view closeTag) {
@@ -171,10 +204,10 @@ private:
     };
 
     std::string_view body_;
-    TagScanner scanner_;
     TreeWriter writer_;
     Name pending_;    ///< opened, leaf or aggregate not yet known; empty: none
     Name innermost_;  ///< of the innermost open aggregate, if one is open
+    NameID innermostID_ = 0;
     bool innermostIsExtension_ = false;
     PodVector<OriginalString> originalStrings_;  ///< those whose end has not come by
     std::string failure_;

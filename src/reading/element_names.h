@@ -101,6 +101,12 @@ constexpr KnownElements makeKnownElements() noexcept {
 inline constexpr KnownElements kKnownElements = makeKnownElements();
 static_assert(kKnownElements.perfect, "two names share a slot: try another multiplier");
 
+/// The number of the known name of at most 16 bytes that has this key, otherwise kKnownElementCount.
+inline NameID findShortElement(const NameKey& key) noexcept {
+    const NameID id = kKnownElements.slots[slotOf(key)];
+    return kKnownElements.keys[id] == key ? id : kKnownElementCount;
+}
+
 /// The number of the known name that has this key, otherwise kKnownElementCount: one look-up and one
 /// comparison. The empty name has the key of the place behind the last name, which is the right answer.
 inline NameID findKnownElement(const NameKey& key, std::string_view name) noexcept {

@@ -29,6 +29,9 @@ public:
     std::string_view name(NameID id) const noexcept {
         return id < kKnownElementCount ? kElementNames[id] : unknown_[id - kKnownElementCount].name;
     }
+    NameKey key(NameID id) const noexcept {
+        return id < kKnownElementCount ? kKnownElements.keys[id] : nameKey(name(id));
+    }
     /// All numbers are below this.
     NameID end() const noexcept { return kKnownElementCount + unknown_.size(); }
 

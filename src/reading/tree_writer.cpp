@@ -30,6 +30,7 @@ void TreeWriter::setOwnTextSize(std::size_t size) noexcept {
 void TreeWriter::open(NameID name) {
     const std::uint32_t node = add(name | Node::kAggregate, 0, 0);
     open_.push({node, overwritten_.size()});
+    innermost_ = node;
 }
 
 void TreeWriter::close() noexcept {
@@ -40,6 +41,7 @@ void TreeWriter::close() noexcept {
         overwritten_.pop();
     }
     open_.pop();
+    innermost_ = open_.empty() ? 0 : open_.back().node;
 }
 
 void TreeWriter::finish() noexcept {

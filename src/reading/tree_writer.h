@@ -33,7 +33,7 @@ public:
     /// Closes the innermost open aggregate; there must be one.
     void close() noexcept;
     bool hasOpen() const noexcept { return open_.size() > 1; }
-    NameID innermostName() const noexcept { return document_.nodes_[open_.back().node].name(); }
+    NameID innermostName() const noexcept { return document_.nodes_[innermost_].name(); }
     /// Closes all that is open, the root included.
     void finish() noexcept;
 
@@ -56,23 +56,29 @@ private:
         const NameID name = nameAndKind & ~Node::kAggregate;
         if (name >= places_.size()) makePlaces(document_.names_.end());
         const std::uint32_t node = document_.nodes_.size();
-        const std::uint32_t aggregate = open_.back().node;
+        const std::uint32_t aggregate = innermost_;
+        Node& added = *document_.nodes_.append(1);
+        added.nameAndKind = nameAndKind;  // field by field: a copy of all would wait for its parts
+        added.begin = begin;
+        added.size = size;
+        added.next = 0;
         Place& place = places_[name];
         if (place.aggregate == aggregate && place.node != 0) {
-            document_.nodes_.push({nameAndKind | Node::kRepeated, begin, size, 0});
+            added.nameAndKind |= Node::kRepeated;
             document_.nodes_[place.node].next = node;
         } else {
-            document_.nodes_.push({nameAndKind, begin, size, 0});
             ++document_.nodes_[aggregate].size;
             if (place.node != 0 && isOpen(place.aggregate)) overwritten_.push({name, place});
         }
-        place = {aggregate, node};
+        place.aggregate = aggregate;
+        place.node = node;
         return node;
     }
     void makePlaces(NameID end);
     bool isOpen(std::uint32_t aggregate) const noexcept { return document_.nodes_[aggregate].begin == 0; }
 
     Document& document_;
+    std::uint32_t innermost_ = 0;  ///< the innermost open aggregate
     PodVector<Open> open_;
     PodVector<Place> places_;  ///< by name
     PodVector<Overwritten> overwritten_;

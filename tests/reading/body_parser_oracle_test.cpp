@@ -156,7 +156,7 @@ TEST_CASE("the parser gives what the plain one gives for documents with a few od
     CHECK(accepted < rounds);
 }
 
-TEST_CASE("the parser gives what the plain one gives for documents longer than what it looks ahead") {
+TEST_CASE("the parser gives what the plain one gives for documents of many blocks") {
     // A leaf that is called like its aggregate would close it, and such a document fails early.
     const std::vector<std::string> aggregates{"STMTTRN", "STATUS", "INTU.PAYEE", "AN.AGGREGATE.OF.ITS.OWN"};
     const std::vector<std::string> leaves{"A", "CODE", "NAME", "INTU.BID", "A.LEAF.OF.ITS.OWN"};
