@@ -3,22 +3,28 @@
 
 #include <brackwell/reading.h>
 
-#include "reading/name_table.h"
+#include "reading/node_ref.h"
+#include "reading/tree_writer.h"
 
 namespace brackwell::reading {
 
-/// Collects header names with their values: a later value of a name replaces an earlier one and keeps
-/// its place. The texts are not copied before finish.
+/// Collects header names with copies of their values: a later value of a name replaces an earlier one
+/// and keeps its place.
 class HeaderCollector {
 public:
-    void set(std::string_view name, std::string_view value);
-    ParseDictionary finish() const;
+    void set(std::string_view name, std::string_view value) {
+        writer_.setLeaf(writer_.names().numberOfCopy(name), value);
+    }
+    ParseDictionary finish() {
+        writer_.finish();
+        return NodeRef::root(std::move(document_));
+    }
 
 private:
-    static constexpr std::uint32_t kNone = ~std::uint32_t{0};
-    NameTable names_;
-    std::vector<std::uint32_t> places_;  ///< by name; kNone: not set
-    std::vector<std::pair<NameID, std::string_view>> values_;
+    static constexpr std::size_t kExpectedNames = 12;
+    static constexpr std::size_t kExpectedText = 128;
+    std::shared_ptr<Document> document_ = std::make_shared<Document>();
+    TreeWriter writer_{*document_, kExpectedNames, kExpectedText};
 };
 
 }  // namespace brackwell::reading

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/reading.h>
 
-#include <cstring>
-
 #include "reading/node_ref.h"
 #include "reading/tree_writer.h"
 
@@ -15,8 +13,7 @@ struct ParseDictionaryBuilder::State {
     reading::TreeWriter writer{*document};
 
     void leaf(std::string_view name, std::string_view text) {
-        char* place = writer.ownLeaf(writer.names().numberOfCopy(name), text.size());
-        if (!text.empty()) std::memcpy(place, text.data(), text.size());
+        text.copy(writer.ownLeaf(writer.names().numberOfCopy(name), text.size()), text.size());
     }
     void open(std::string_view name) { writer.open(writer.names().numberOfCopy(name)); }
     void copy(std::string_view name, const NodeRef& single);
@@ -27,9 +24,9 @@ struct ParseDictionaryBuilder::State {
 void ParseDictionaryBuilder::State::copy(std::string_view name, const NodeRef& single) {
     if (!single.node().isAggregate()) return leaf(name, single.text());
     const reading::Document& from = single.document();
-    std::vector<std::uint32_t> ends{from.behind(single.index)};
+    std::vector<std::uint32_t> ends{from.behind(single.index())};
     open(name);
-    for (std::uint32_t index = single.index + 1; !ends.empty();) {
+    for (std::uint32_t index = single.index() + 1; !ends.empty();) {
         if (index == ends.back()) {
             ends.pop_back();
             writer.close();

@@ -5,20 +5,38 @@
 
 namespace brackwell::reading {
 
-TreeWriter::TreeWriter(Document& document, std::size_t expectedNodes) : document_(document) {
+TreeWriter::TreeWriter(Document& document, std::size_t expectedNodes, std::size_t expectedOwnText)
+    : document_(document) {
     document_.nodes_.reserve(expectedNodes);
     document_.nodes_.push({Node::kAggregate, 0, 0, 0});
+    if (expectedOwnText != 0) document_.ownText_.reserve(expectedOwnText);
     open_.push({0, 0});
-    makePlaces(kKnownElementCount);
 }
 
 char* TreeWriter::ownLeaf(NameID name, std::size_t size) {
-    PodVector<char>& own = document_.ownText_;
-    const std::size_t begin = own.size();
-    if (size >= Node::kOwnText - begin) throw std::bad_alloc();
-    char* text = own.append(size);
-    add(name, static_cast<std::uint32_t>(begin) | Node::kOwnText, static_cast<std::uint32_t>(size));
+    char* text = appendOwnText(size);
+    add(name, (document_.ownText_.size() - static_cast<std::uint32_t>(size)) | Node::kOwnText,
+        static_cast<std::uint32_t>(size));
     return text;
+}
+
+void TreeWriter::setLeaf(NameID name, std::string_view text) {
+    const Place place = placeOf(name);
+    if (place.aggregate == innermost_ && place.node != 0) {
+        const std::uint32_t begin = document_.ownText_.size();
+        text.copy(appendOwnText(text.size()), text.size());
+        Node& leaf = document_.nodes_[place.node];
+        leaf.begin = begin | Node::kOwnText;
+        leaf.size = static_cast<std::uint32_t>(text.size());
+    } else {
+        text.copy(ownLeaf(name, text.size()), text.size());
+    }
+}
+
+char* TreeWriter::appendOwnText(std::size_t size) {
+    PodVector<char>& own = document_.ownText_;
+    if (size >= Node::kOwnText - own.size()) throw std::bad_alloc();
+    return own.append(size);
 }
 
 void TreeWriter::setOwnTextSize(std::size_t size) noexcept {
@@ -27,17 +45,11 @@ void TreeWriter::setOwnTextSize(std::size_t size) noexcept {
     document_.ownText_.truncate((leaf.begin & ~Node::kOwnText) + leaf.size);
 }
 
-void TreeWriter::open(NameID name) {
-    const std::uint32_t node = add(name | Node::kAggregate, 0, 0);
-    open_.push({node, overwritten_.size()});
-    innermost_ = node;
-}
-
 void TreeWriter::close() noexcept {
     const Open closed = open_.back();
     document_.nodes_[closed.node].begin = document_.nodes_.size();
     while (overwritten_.size() > closed.overwritten) {
-        places_[overwritten_.back().name] = overwritten_.back().place;
+        placeOf(overwritten_.back().name) = overwritten_.back().place;
         overwritten_.pop();
     }
     open_.pop();
@@ -48,9 +60,12 @@ void TreeWriter::finish() noexcept {
     while (!open_.empty()) close();
 }
 
-void TreeWriter::makePlaces(NameID end) {
-    const std::uint32_t more = end - places_.size();
-    std::memset(static_cast<void*>(places_.append(more)), 0, more * sizeof(Place));
+TreeWriter::Place& TreeWriter::placeOfUnknown(std::uint32_t number) {
+    if (number >= placesOfUnknown_.size()) {
+        const std::uint32_t more = document_.names_.end() - kKnownElementCount - placesOfUnknown_.size();
+        std::memset(static_cast<void*>(placesOfUnknown_.append(more)), 0, more * sizeof(Place));
+    }
+    return placesOfUnknown_[number];
 }
 
 }  // namespace brackwell::reading

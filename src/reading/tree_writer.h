@@ -10,10 +10,11 @@ namespace brackwell::reading {
 /// aggregate inside another may overwrite that; what it overwrote is put back when it is closed.
 class TreeWriter {
 public:
-    /// Begins the root. `expectedNodes` is a guess.
-    explicit TreeWriter(Document& document, std::size_t expectedNodes = 16);
+    /// Begins the root. What is expected is a guess.
+    explicit TreeWriter(Document& document, std::size_t expectedNodes = 16, std::size_t expectedOwnText = 0);
 
     NameTable& names() noexcept { return document_.names_; }
+    const NameTable& names() const noexcept { return document_.names_; }
 
     /// Adds a leaf whose text is a slice of the document's body; returns its node.
     std::uint32_t leaf(NameID name, std::string_view slice) {
@@ -24,12 +25,18 @@ public:
     /// returned place; setOwnTextSize then tells how many they are.
     char* ownLeaf(NameID name, std::size_t size);
     void setOwnTextSize(std::size_t size) noexcept;
+    /// Adds a leaf with a copy of a text, or gives that text to the leaf of this name that was added before
+    /// in the same aggregate.
+    void setLeaf(NameID name, std::string_view text);
     /// Changes the text of a leaf that was added as a slice.
     void setSliceSize(std::uint32_t leaf, std::size_t size) noexcept {
         document_.nodes_[leaf].size = static_cast<std::uint32_t>(size);
     }
 
-    void open(NameID name);
+    void open(NameID name) {
+        innermost_ = add(name | Node::kAggregate, 0, 0);
+        open_.push({innermost_, overwritten_.size()});
+    }
     /// Closes the innermost open aggregate; there must be one.
     void close() noexcept;
     bool hasOpen() const noexcept { return open_.size() > 1; }
@@ -54,7 +61,6 @@ private:
 
     std::uint32_t add(NameID nameAndKind, std::uint32_t begin, std::uint32_t size) {
         const NameID name = nameAndKind & ~Node::kAggregate;
-        if (name >= places_.size()) makePlaces(document_.names_.end());
         const std::uint32_t node = document_.nodes_.size();
         const std::uint32_t aggregate = innermost_;
         Node& added = *document_.nodes_.append(1);
@@ -62,7 +68,7 @@ private:
         added.begin = begin;
         added.size = size;
         added.next = 0;
-        Place& place = places_[name];
+        Place& place = placeOf(name);
         if (place.aggregate == aggregate && place.node != 0) {
             added.nameAndKind |= Node::kRepeated;
             document_.nodes_[place.node].next = node;
@@ -74,13 +80,19 @@ private:
         place.node = node;
         return node;
     }
-    void makePlaces(NameID end);
+    char* appendOwnText(std::size_t size);
+    Place& placeOf(NameID name) {
+        return name < kKnownElementCount ? places_[name] : placeOfUnknown(name - kKnownElementCount);
+    }
+    Place& placeOfUnknown(std::uint32_t number);
+    /// A place is a node and an aggregate; an aggregate is open as long as it has no end.
     bool isOpen(std::uint32_t aggregate) const noexcept { return document_.nodes_[aggregate].begin == 0; }
 
     Document& document_;
     std::uint32_t innermost_ = 0;  ///< the innermost open aggregate
     PodVector<Open> open_;
-    PodVector<Place> places_;  ///< by name
+    std::array<Place, kKnownElementCount> places_{};  ///< by name
+    PodVector<Place> placesOfUnknown_;
     PodVector<Overwritten> overwritten_;
 };
 
