@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "reading/byte_block.h"
 #include "reading/name_key.h"
 
 /// \file
@@ -101,12 +102,6 @@ constexpr KnownElements makeKnownElements() noexcept {
 inline constexpr KnownElements kKnownElements = makeKnownElements();
 static_assert(kKnownElements.perfect, "two names share a slot: try another multiplier");
 
-/// The number of the known name of at most 16 bytes that has this key, otherwise kKnownElementCount.
-inline NameID findShortElement(const NameKey& key) noexcept {
-    const NameID id = kKnownElements.slots[slotOf(key)];
-    return kKnownElements.keys[id] == key ? id : kKnownElementCount;
-}
-
 /// The number of the known name that has this key, otherwise kKnownElementCount: one look-up and one
 /// comparison. The empty name has the key of the place behind the last name, which is the right answer.
 inline NameID findKnownElement(const NameKey& key, std::string_view name) noexcept {
@@ -116,6 +111,34 @@ inline NameID findKnownElement(const NameKey& key, std::string_view name) noexce
 }
 inline NameID findKnownElement(std::string_view name) noexcept {
     return findKnownElement(nameKey(name), name);
+}
+
+/// A known name as it stands in a tag, ">" included, for comparing 16 bytes at once.
+struct TagText {
+    std::array<char, ByteBlock::size> bytes{};
+    unsigned mask = 0;  ///< which bytes count; of a name that is too long, a bit that none has
+    unsigned size = 0;  ///< of the name
+};
+
+inline constexpr auto kTagTexts = [] {
+    std::array<TagText, kKnownElementCount> texts{};
+    for (NameID id = 0; id < kKnownElementCount; ++id) {
+        const std::string_view name = kElementNames[id];
+        TagText& text = texts[id];
+        text.size = static_cast<unsigned>(name.size());
+        text.mask = 1U << ByteBlock::size;
+        if (name.size() >= ByteBlock::size) continue;
+        std::copy(name.begin(), name.end(), text.bytes.begin());
+        text.bytes[name.size()] = '>';
+        text.mask = (2U << name.size()) - 1;
+    }
+    return texts;
+}();
+
+/// True when a block begins with this known name and ">".
+inline bool beginsWithTag(const ByteBlock& block, NameID id) noexcept {
+    const TagText& text = kTagTexts[id];
+    return (~block.equal(ByteBlock(text.bytes.data())) & text.mask) == 0;
 }
 
 }  // namespace brackwell::reading

@@ -37,12 +37,6 @@ inline constexpr std::array<KeyMask, kKeyedBytes + 1> kKeyMasks = [] {
     return masks;
 }();
 
-/// The key of a name of at most 16 bytes, behind whose begin 16 can be read.
-constexpr NameKey nameKeyOfShort(const char* name, std::size_t size) noexcept {
-    const KeyMask& mask = kKeyMasks[size];
-    return {loadWord(name) & mask.head, loadWord(name + 8) & mask.tail, size};
-}
-
 /// The key of a name behind whose begin 16 bytes can be read, whatever its length: no branch depends on
 /// the length, which no processor could predict.
 constexpr NameKey nameKeyOfReadable(const char* name, std::size_t size) noexcept {
