@@ -70,7 +70,9 @@ public:
 
     /// The node that the object was read from; absent for objects made in code.
     const std::optional<ParseDictionary>& originalParseData() const noexcept { return originalParseData_; }
-    void setOriginalParseData(std::optional<ParseDictionary> node) noexcept;
+    void setOriginalParseData(std::optional<ParseDictionary> node) noexcept {
+        originalParseData_ = std::move(node);
+    }
 
     /// The OFX version to render for, as in a header's VERSION (102, 211): from 200 on leaves are
     /// closed. 0 when never set, which renders like version 1.

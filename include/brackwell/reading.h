@@ -182,9 +182,17 @@ public:
     void set(std::size_t field, OptionalText text);
     /// Refers to a leaf of a tree.
     void setLeaf(std::size_t field, const std::shared_ptr<const reading::Document>& document,
-                 std::uint32_t node);
+                 std::uint32_t node) {
+        if (document_ == document)
+            leaves_[field] = node;
+        else
+            setLeafOfOther(field, document, node);
+    }
 
 private:
+    void setLeafOfOther(std::size_t field, const std::shared_ptr<const reading::Document>& document,
+                        std::uint32_t node);
+
     std::shared_ptr<const reading::Document> document_;
     std::unique_ptr<std::array<std::optional<std::string>, Count>> own_;
     std::array<std::uint32_t, Count> leaves_{};  ///< 0: none
@@ -308,13 +316,15 @@ void TextFields<Count>::set(std::size_t field, OptionalText text) {
 }
 
 template <std::size_t Count>
-void TextFields<Count>::setLeaf(std::size_t field, const std::shared_ptr<const reading::Document>& document,
-                                std::uint32_t node) {
-    if (!document_) document_ = document;
-    if (document_ == document)
-        leaves_[field] = node;
-    else  // a second tree, which is not kept alive for one text
+void TextFields<Count>::setLeafOfOther(std::size_t field,
+                                       const std::shared_ptr<const reading::Document>& document,
+                                       std::uint32_t node) {
+    if (document_) {  // a second tree, which is not kept alive for one text
         set(field, reading::leafText(*document, node));
+    } else {
+        document_ = document;
+        leaves_[field] = node;
+    }
 }
 
 }  // namespace brackwell

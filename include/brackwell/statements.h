@@ -128,6 +128,7 @@ public:
     bool isEqualOFXStatementTransaction(const TvOFXStatementTransaction* other) const;
 
 private:
+    friend class TvOFXAccountStatement;
     struct Elements;
     struct Parties;
     enum Text : std::size_t {
@@ -148,6 +149,7 @@ private:
         originalDatePostedString_,
         textCount
     };
+    void read(const reading::NodeRef& node);
     Parties& parties();
     bool agreesOnParties(const TvOFXStatementTransaction& other) const;
 

@@ -48,8 +48,4 @@ void TvOFXAggregate::encodeWithCoder(KeyedArchiver& coder) const {
 
 std::string_view TvOFXAggregate::className() const noexcept { return "TvOFXAggregate"; }
 
-void TvOFXAggregate::setOriginalParseData(std::optional<ParseDictionary> node) noexcept {
-    originalParseData_ = std::move(node);
-}
-
 }  // namespace brackwell

@@ -25,7 +25,7 @@ void encodeTree(KeyedArchiver& coder, std::string_view key, const ParseDictionar
     if (const reading::NodeRef root = reading::NodeRef::of(tree)) {
         const Document& document = root.document();
         std::vector<std::uint32_t> ends{root.node().begin};
-        for (std::uint32_t index = root.index + 1; !ends.empty();) {
+        for (std::uint32_t index = root.index() + 1; !ends.empty();) {
             if (index == ends.back()) {
                 ends.pop_back();
                 if (!ends.empty()) items.push_back({Item::Kind::endList, {}, 0});

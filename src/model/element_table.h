@@ -84,7 +84,7 @@ using FieldOf = typename MemberOf<decltype(member)>::Type;
 /// A text is kept as it stands.
 template <auto texts, std::size_t field>
 void text(ClassOf<texts>& object, const NodeRef& value) {
-    if (value.isText()) (object.*texts).setLeaf(field, *value.owner, value.index);
+    if (value.isText()) (object.*texts).setLeaf(field, *value.owner, value.index());
 }
 
 /// A yes/no element: true exactly for "Y", false for every other text.

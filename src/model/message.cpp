@@ -88,7 +88,7 @@ void TvOFXMessage::copyHeader(const std::optional<ParseDictionary>& header) {
     for (const auto& [field, name] : names) {
         texts_.set(field, std::nullopt);
         if (const NodeRef value = values[name]; value.isText())
-            texts_.setLeaf(field, *value.owner, value.index);
+            texts_.setLeaf(field, *value.owner, value.index());
     }
 }
 

@@ -22,7 +22,7 @@ TvOFXResponse::TvOFXResponse(const std::optional<ParseDictionary>& node) : TvOFX
     if (wrapper.empty()) return;
     setTransactionWrapperName(wrapper);
     const NodeRef uid = response[element("TRNUID")];
-    if (uid.isText()) texts_.setLeaf(transactionUID_, *uid.owner, uid.index);
+    if (uid.isText()) texts_.setLeaf(transactionUID_, *uid.owner, uid.index());
     if (status_) return;
     if (const auto status = (*node)[innerResponseName(wrapper)]["STATUS"].dictionary())
         status_ = TvOFXStatus::initWithParseDict(status);

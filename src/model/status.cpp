@@ -18,9 +18,9 @@ TvOFXStatus::TvOFXStatus(const std::optional<ParseDictionary>& node) : TvOFXAggr
     // Without both, a message alone is not kept either.
     if (!isPresent(code) || !isPresent(severity)) return;
     code_ = static_cast<std::uint64_t>(leadingInteger(code.text()));
-    texts_.setLeaf(severity_, *severity.owner, severity.index);
+    texts_.setLeaf(severity_, *severity.owner, severity.index());
     const NodeRef message = status[element("MESSAGE")];
-    if (isPresent(message)) texts_.setLeaf(message_, *message.owner, message.index);
+    if (isPresent(message)) texts_.setLeaf(message_, *message.owner, message.index());
 }
 
 std::shared_ptr<TvOFXStatus> TvOFXStatus::initWithParseDict(const std::optional<ParseDictionary>& node) {

@@ -18,7 +18,7 @@ TvOFXFinancialInstitutionIdentification::TvOFXFinancialInstitutionIdentification
     for (const auto& [field, name] : {std::pair(organization_, element("ORG")), {fid_, element("FID")}}) {
         const NodeRef value = NodeRef::of(*node)[name];
         if (!value.isText() || value.text().empty()) return;
-        texts_.setLeaf(field, *value.owner, value.index);
+        texts_.setLeaf(field, *value.owner, value.index());
     }
 }
 

@@ -42,10 +42,16 @@ public:
     }
     std::string_view name(const Node& node) const noexcept { return names_.name(node.name()); }
     const Node& node(std::uint32_t index) const noexcept { return nodes_[index]; }
+    std::uint32_t index(const Node& node) const noexcept {
+        return static_cast<std::uint32_t>(&node - nodes_.data());
+    }
     /// The node behind this one and all that is in it.
     std::uint32_t behind(std::uint32_t index) const noexcept {
         const Node& node = nodes_[index];
         return node.isAggregate() ? node.begin : index + 1;
+    }
+    const Node* behind(const Node* node) const noexcept {
+        return node->isAggregate() ? nodes_.data() + node->begin : node + 1;
     }
 
 private:

@@ -9,16 +9,16 @@ namespace brackwell::reading {
 /// costs nothing and must not outlive the value that it came from.
 struct NodeRef {
     const std::shared_ptr<const Document>* owner = nullptr;  ///< null: nothing
-    std::uint32_t index = 0;
+    const Node* at = nullptr;
     bool single = false;  ///< one element of a repeated name, not all of them
 
     static NodeRef of(const ParseDictionary& dictionary) noexcept {
         if (!dictionary.document_) return {};
-        return {&dictionary.document_, dictionary.node_, true};
+        return {&dictionary.document_, &dictionary.document_->node(dictionary.node_), true};
     }
     static NodeRef of(const ParseValue& value) noexcept {
         if (!value.document_) return {};
-        return {&value.document_, value.node_, value.single_};
+        return {&value.document_, &value.document_->node(value.node_), value.single_};
     }
 
     /// The dictionary of all that is in a finished document.
@@ -27,7 +27,8 @@ struct NodeRef {
     }
 
     const Document& document() const noexcept { return **owner; }
-    const Node& node() const noexcept { return document().node(index); }
+    const Node& node() const noexcept { return *at; }
+    std::uint32_t index() const noexcept { return document().index(*at); }
     explicit operator bool() const noexcept { return owner != nullptr; }
     bool isArray() const noexcept { return owner != nullptr && !single && node().next != 0; }
     bool isText() const noexcept { return owner != nullptr && !node().isAggregate() && !isArray(); }
@@ -38,8 +39,8 @@ struct NodeRef {
     /// Of a text.
     std::string_view text() const noexcept { return document().text(node()); }
     /// Of a dictionary.
-    ParseDictionary dictionary() const { return ParseDictionary(*owner, index); }
-    ParseValue value() const { return owner != nullptr ? ParseValue(*owner, index, single) : ParseValue(); }
+    ParseDictionary dictionary() const { return ParseDictionary(*owner, index()); }
+    ParseValue value() const { return owner != nullptr ? ParseValue(*owner, index(), single) : ParseValue(); }
 
     class Children;
     /// Of a dictionary, or of nothing, which has none.
@@ -58,26 +59,23 @@ class NodeRef::Children {
 public:
     explicit Children(const NodeRef& dictionary) noexcept {
         if (!dictionary) return;
-        at_ = {dictionary.owner, dictionary.index + 1, false};
-        end_ = dictionary.node().begin;
-        skipRepeated();
+        at_ = {dictionary.owner, dictionary.at + 1, false};
+        end_ = dictionary.document().behind(dictionary.at);
     }
     Children begin() const noexcept { return *this; }
     std::nullptr_t end() const noexcept { return nullptr; }
     const NodeRef& operator*() const noexcept { return at_; }
-    bool operator==(std::nullptr_t) const noexcept { return at_.index == end_; }
+    bool operator==(std::nullptr_t) const noexcept { return at_.at == end_; }
     Children& operator++() noexcept {
-        at_.index = at_.document().behind(at_.index);
-        skipRepeated();
+        // The first child of a node is never a repeated one.
+        do at_.at = at_.document().behind(at_.at);
+        while (at_.at != end_ && at_.at->isRepeated());
         return *this;
     }
 
 private:
-    void skipRepeated() noexcept {
-        while (at_.index != end_ && at_.node().isRepeated()) at_.index = at_.document().behind(at_.index);
-    }
     NodeRef at_;
-    std::uint32_t end_ = 0;
+    const Node* end_ = nullptr;
 };
 
 /// Walks the elements of an array.
@@ -92,8 +90,11 @@ public:
     const NodeRef& operator*() const noexcept { return at_; }
     bool operator==(std::nullptr_t) const noexcept { return at_.owner == nullptr; }
     Elements& operator++() noexcept {
-        at_.index = at_.node().next;
-        if (single_ || at_.index == 0) at_.owner = nullptr;
+        const std::uint32_t next = at_.node().next;
+        if (single_ || next == 0)
+            at_.owner = nullptr;
+        else
+            at_.at = &at_.document().node(next);
         return *this;
     }
 

@@ -63,7 +63,7 @@ void TvOFXAccountStatement::readTransactions(const NodeRef& list) {
     for (const NodeRef& element : list.elements()) {
         if (!element.isDictionary()) continue;
         transaction->setHelperObject(helperObject());
-        transaction->parseDictionary(element.dictionary());
+        transaction->read(element);
         statementTransactions_.emplace_back(block, transaction++);
     }
 }

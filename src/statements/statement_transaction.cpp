@@ -137,8 +137,16 @@ std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithPa
 }
 
 void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDictionary>& node) {
-    TvOFXAggregate::parseDictionary(node);
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node)
+        read(NodeRef::of(*node));
+    else
+        setOriginalParseData(std::nullopt);
+}
+
+/// The same without a copy of the node but the one that is kept.
+void TvOFXStatementTransaction::read(const NodeRef& node) {
+    setOriginalParseData(node ? node.dictionary() : ParseDictionary());
+    Elements::table.read(*this, node);
 }
 
 std::string TvOFXStatementTransaction::description() const {

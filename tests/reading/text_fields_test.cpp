@@ -17,7 +17,7 @@ enum Field : std::size_t { first, second, fieldCount };
 
 void setName(TextFields<fieldCount>& fields, Field field, const ParseDictionary& tree) {
     const NodeRef name = NodeRef::of(tree)[element("NAME")];
-    fields.setLeaf(field, *name.owner, name.index);
+    fields.setLeaf(field, *name.owner, name.index());
 }
 
 }  // namespace
