@@ -198,8 +198,6 @@ void understand(CLI::App& app, Options& options, const Texts& texts) {
     if (texts.datePattern)
         options.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
     options.request.isProfile = texts.requestKind == "profile";
-    if (options.command == "request" && !options.request.isProfile && sub->count("--routing") > 0)
-        throw CLI::ValidationError("--routing", "is for profile requests only");
     const std::map<std::string_view, std::int32_t> routings{{"none", 0}, {"service", 1}, {"msgset", 2}};
     options.request.routing = routings.at(texts.requestRouting);
     checkFiles(options);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "console/messages.h"
 #include "run.h"
 
 namespace tool {
@@ -14,6 +15,8 @@ std::shared_ptr<brackwell::TvOFXRequest> makeRequest(const RequestOptions& optio
 }  // namespace
 
 bool runRequest(Run& run) {
+    if (!run.options.request.isProfile && run.options.request.routing != 0)
+        say("--routing", "is for profile requests only and has no effect here");
     const auto request = makeRequest(run.options.request);
     request->setOfxVersion(run.options.request.version);
     run.output.write(request->ofxString());

@@ -78,7 +78,6 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"request", "accounts", "--version", "two"}, "--version"},
         {{"request", "accounts", "--version", "-1"}, "--version"},
         {{"request", "profile", "--routing", "away"}, "away"},
-        {{"request", "accounts", "--routing", "none"}, "for profile requests only"},
     };
     for (const Row& row : rows) {
         const std::string arguments = Json(row.arguments).dump();
@@ -172,6 +171,22 @@ TEST_CASE("request profile writes the request with its routing") {
         lines.erase(lines.begin() + 1);
         CHECK(lines == std::vector<std::string>{"<PROFTRNRQ>", "<PROFRQ>", row.routingLine, row.dateLine,
                                                 "</PROFRQ>", "</PROFTRNRQ>"});
+    }
+}
+
+TEST_CASE("a request for accounts takes a routing, which has no effect, and says so") {
+    struct Row {
+        std::string routing;
+        std::string note;
+    };
+    const std::string note = "--routing: is for profile requests only and has no effect here\n";
+    for (const Row& row : std::vector<Row>{{"none", ""}, {"service", note}, {"msgset", note}}) {
+        CAPTURE(row.routing);
+        const Finished finished = tool({"request", "accounts", "--routing", row.routing});
+        CHECK(finished.status == 0);
+        CHECK(finished.error == row.note);
+        CHECK(linesOf(finished.output).size() == 6);
+        CHECK_FALSE(contains(finished.output, "ROUTING"));
     }
 }
 
