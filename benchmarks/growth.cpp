@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+// Imports one document of a shape that a careless reader takes quadratic time or memory for, and says what
+// it took.
+//
+//     brackwell-growth              lists the shapes
+//     brackwell-growth SHAPE SIZE   imports a document of at least SIZE KiB
+//
+// Prints the document's bytes, the seconds of processor time, and the KiB of memory at the peak of the
+// import, the document itself not counted.
+#include <brackwell/brackwell.h>
+#include <sys/resource.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "cpu_time.h"
+
+namespace {
+
+struct Shape {
+    const char* name;
+    std::string_view begin;
+    std::string_view piece;  ///< repeated; "#" stands for a running number
+};
+
+constexpr std::string_view kList = "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKTRANLIST>";
+
+constexpr Shape kShapes[] = {
+    {"transactions", kList,
+     "<STMTTRN><TRNTYPE>DEBIT</TRNTYPE><DTPOSTED>20240131120000</DTPOSTED><TRNAMT>-12.34</TRNAMT>"
+     "<FITID>#</FITID><NAME>Harbour Bakery</NAME><MEMO>Card 4711</MEMO></STMTTRN>\n"},
+    {"unclosed-transactions", kList, "<STMTTRN>"},
+    {"nested-aggregates", "<OFX>", "<A>"},
+    {"distinct-names", "<OFX>", "<N#>x"},
+    {"alternating-names", "<OFX>", "<A>x<B>y"},
+    {"message-sets", "<OFX>", "<BANKMSGSRSV#><ATRNRS><TRNUID>1</ATRNRS></BANKMSGSRSV#>"},
+    {"empty-aggregates", "<OFX>", "<A></A>"},
+    {"one-leaf", "<OFX><NAME>", "a long text "},
+    {"entities", "<OFX><NAME>", "&amp;"},
+    {"opening-brackets", "<OFX>", "<"},
+    {"closing-brackets", "<OFX>", ">"},
+    {"close-tag-without-end", "<OFX>", "</A"},
+    {"header-lines", "OFXHEADER:100\n", "N#:x\n"},
+};
+
+std::string makeDocument(const Shape& shape, std::size_t size) {
+    std::string document;
+    document.reserve(size + 1000);
+    document.append(shape.begin);
+    for (std::size_t number = 0; document.size() < size; ++number)
+        for (const char c : shape.piece)
+            if (c == '#')
+                document.append(std::to_string(number));
+            else
+                document.push_back(c);
+    return document;
+}
+
+long peakOfMemory() {
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+}
+
+void measure(const Shape& shape, std::size_t size) {
+    const std::string document = makeDocument(shape, size);
+    const auto data = brackwell::Data::view(document);
+    const long before = peakOfMemory();
+    const double start = brackwell::benchmarks::cpuSeconds();
+    brackwell::TovanaOFXController::importOFXFileFromData(data);
+    const double seconds = brackwell::benchmarks::cpuSeconds() - start;
+    std::printf("%zu %.6f %ld\n", document.size(), seconds, peakOfMemory() - before);
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    if (count == 1)
+        for (const Shape& shape : kShapes) std::puts(shape.name);
+    if (count == 3)
+        for (const Shape& shape : kShapes)
+            if (shape.name == std::string_view(arguments[1])) {
+                measure(shape, std::strtoull(arguments[2], nullptr, 10) * 1024);
+                return 0;
+            }
+    return count == 1 ? 0 : 2;
+}
