@@ -34,8 +34,9 @@ std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(OptionalTex
         if (const std::optional<Decimal> number = userAmountNumberFormatter_->numberFromString(*text))
             return number;
     // Whatever this reads, the formatter reads as the same number; it only takes longer.
-    if (const std::optional<Decimal> number = Decimal::fromString(*text)) return number;
-    return ofxAmountFormatter_.numberFromString(*text);
+    std::optional<Decimal> number = Decimal::fromString(*text);
+    if (!number) number = ofxAmountFormatter_.numberFromString(*text);
+    return number;
 }
 
 std::optional<std::string> TvOFXHelper::ofxAmountStringFromDecimalNumber(

@@ -78,7 +78,8 @@ Decimal Decimal::fromInteger(std::int64_t value) noexcept {
 
 std::optional<Decimal> Decimal::fromString(std::string_view text) noexcept {
     const bool negative = takeSign(text, Signs::ascii);
-    if (const std::optional<Decimal> plain = plainNumber(text, negative)) return plain;
+    std::optional<Decimal> number = plainNumber(text, negative);
+    if (number) return number;
     DecimalDigits digits;
     digits.takeInteger(text);
     if (text.starts_with('.')) {
@@ -87,7 +88,7 @@ std::optional<Decimal> Decimal::fromString(std::string_view text) noexcept {
     }
     digits.takeExponent(text, Signs::ascii);
     if (!text.empty()) return std::nullopt;
-    return digits.number(negative);
+    return number = digits.number(negative);
 }
 
 std::optional<Decimal> Decimal::fromParts(bool negative, std::uint64_t high, std::uint64_t low,

@@ -57,7 +57,7 @@ void TvOFXAccountStatement::readTransactions(const NodeRef& list) {
     if (count == 0) return;
     // One block for all of them; each pointer shares the block.
     const std::shared_ptr<TvOFXStatementTransaction[]> block =
-        std::make_unique<TvOFXStatementTransaction[]>(count);
+        std::make_unique_for_overwrite<TvOFXStatementTransaction[]>(count);
     statementTransactions_.reserve(statementTransactions_.size() + count);
     TvOFXStatementTransaction* transaction = block.get();
     for (const NodeRef& element : list.elements()) {
