@@ -376,6 +376,18 @@ TEST_CASE("lists of a profile are left out when it has none, and keep what is no
     CHECK(odd["messageSetProfileSignUp"]["clientEnrollAccountRequired"] == false);
 }
 
+TEST_CASE("a profile has its own fields in the order of the class") {
+    const Json document = jsonOf(
+        "json", version1("<PROFMSGSRSV1><PROFTRNRS><PROFRS><EMAIL>1<URL>2<FAXPHONE>3<TSPHONE>4<CSPHONE>5"
+                         "<COUNTRY>6<POSTALCODE>7<STATE>8<CITY>9<ADDR1>10<FINAME>11<DTPROFUP>20240101"
+                         "<SIGNONINFOLIST><SIGNONINFO><MIN>4</SIGNONINFO></SIGNONINFOLIST></PROFRS>"
+                         "</PROFTRNRS></PROFMSGSRSV1>"));
+    CHECK(keysOf(document["responses"][0]) ==
+          Keys{"class", "transactionWrapperName", "signonInfoList", "updateTime", "fiName", "address", "city",
+               "state", "postalCode", "country", "customerServicePhoneNumber", "technicalSupportPhoneNumber",
+               "faxNumber", "informationURL", "email"});
+}
+
 TEST_CASE("a sign-up message set has its fields in the order of the class") {
     const Json document =
         jsonOf("json", version1("<PROFMSGSRSV1><PROFTRNRS><PROFRS><MSGSETLIST><SIGNUPMSGSET><SIGNUPMSGSETV1>"
