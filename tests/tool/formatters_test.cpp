@@ -52,6 +52,18 @@ TEST_CASE("separators make a number formatter, and one moves the other out of it
     }
 }
 
+TEST_CASE("the formatters are for statements, and no sign-on is read with them") {
+    const Json document = Json::parse(
+        outputOf({"json", "--date-format", "dd.MM.yyyy"},
+                 version1("<SIGNONMSGSRSV1><SONRS><DTSERVER>31.12.2024<DTPROFUP>20240101</SONRS>"
+                          "</SIGNONMSGSRSV1><BANKMSGSRSV1><STMTTRNRS><STMTRS><LEDGERBAL><DTASOF>31.12.2024"
+                          "</LEDGERBAL></STMTRS></STMTTRNRS></BANKMSGSRSV1>")));
+    const Json signOn = document["responses"].at(0);
+    CHECK_FALSE(signOn.contains("dateOfServer"));
+    CHECK(signOn["dateOflastProfileInfoUpdate"] == "2024-01-01T00:00:00.000Z");
+    CHECK(document["responses"].at(1)["ledgerBalanceDateTime"] == "2024-12-31T00:00:00.000Z");
+}
+
 TEST_CASE("the formatters hold for every command that shows amounts") {
     const std::string document = transactionsWith("<STMTTRN><DTPOSTED>31/12/2024<TRNAMT>-12,50</STMTTRN>");
     const std::vector<std::string> options{"--decimal-separator", ",", "--date-format", "dd/MM/yyyy"};
