@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <span>
 
+#include "ascii_case.h"
 #include "brackwell/platform.h"
 #include "utf8.h"
 
@@ -85,14 +86,6 @@ constexpr std::array encodings = {
 const Encoding* findEncoding(TextEncoding number) noexcept {
     const auto found = std::ranges::find(encodings, number, &Encoding::number);
     return found == encodings.end() ? nullptr : &*found;
-}
-
-char lowerCase(char letter) noexcept {
-    return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-}
-
-bool equalWithoutCase(std::string_view a, std::string_view b) noexcept {
-    return std::ranges::equal(a, b, {}, lowerCase, lowerCase);
 }
 
 /// A conversion that the C library has begun; ended on every way out.
@@ -217,7 +210,7 @@ OptionalText nameOfTextEncoding(TextEncoding encoding) noexcept {
 TextEncoding textEncodingNamed(std::string_view name) noexcept {
     if (name.empty()) return TextEncodingNone;  // also what unused places of the table hold
     const auto isNamed = [&](const Encoding& encoding) {
-        const auto matches = [&](std::string_view other) { return equalWithoutCase(name, other); };
+        const auto matches = [&](std::string_view other) { return equalsIgnoringCase(name, other); };
         return matches(encoding.name) || std::ranges::any_of(encoding.otherNames, matches);
     };
     const auto found = std::ranges::find_if(encodings, isNamed);
