@@ -8,6 +8,7 @@
 #include <cstring>
 
 #include "brackwell/platform.h"
+#include "large_pages.h"
 
 namespace brackwell {
 
@@ -55,7 +56,7 @@ private:
 
 /// Memory for a file's bytes; it is not filled first, as the file's bytes will fill it.
 struct Buffer {
-    explicit Buffer(std::size_t room) : start(std::make_shared_for_overwrite<char[]>(room)), capacity(room) {}
+    explicit Buffer(std::size_t room) : start(makeSharedArray<char>(room)), capacity(room) {}
 
     /// Doubles the capacity, which keeps all copying together linear.
     void grow() {
@@ -81,7 +82,7 @@ Data Data::adopt(std::string bytes) {
 
 Data Data::copy(std::string_view bytes) {
     if (bytes.empty()) return {};
-    auto owner = std::make_shared_for_overwrite<char[]>(bytes.size());
+    auto owner = makeSharedArray<char>(bytes.size());
     std::memcpy(owner.get(), bytes.data(), bytes.size());
     const std::string_view view(owner.get(), bytes.size());
     return {std::move(owner), view};

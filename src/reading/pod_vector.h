@@ -10,6 +10,8 @@
 #include <type_traits>
 #include <utility>
 
+#include "platform/large_pages.h"
+
 namespace brackwell::reading {
 
 /// A growing array of plain values, addressed with 32 bits. It grows with realloc, which moves the
@@ -78,6 +80,7 @@ private:
     void reallocate(std::size_t capacity) {
         void* moved = std::realloc(static_cast<void*>(values_), capacity * sizeof(Value));
         if (moved == nullptr) throw std::bad_alloc();
+        preferLargePages(moved, capacity * sizeof(Value));
         values_ = static_cast<Value*>(moved);
         capacity_ = static_cast<std::uint32_t>(capacity);
     }

@@ -3,6 +3,7 @@
 
 #include "model/description.h"
 #include "model/element_table.h"
+#include "platform/large_pages.h"
 
 namespace brackwell {
 namespace {
@@ -56,8 +57,7 @@ void TvOFXAccountStatement::readTransactions(const NodeRef& list) {
         if (element.isDictionary()) ++count;
     if (count == 0) return;
     // One block for all of them; each pointer shares the block.
-    const std::shared_ptr<TvOFXStatementTransaction[]> block =
-        std::make_unique_for_overwrite<TvOFXStatementTransaction[]>(count);
+    const auto block = makeSharedArray<TvOFXStatementTransaction>(count);
     statementTransactions_.reserve(statementTransactions_.size() + count);
     TvOFXStatementTransaction* transaction = block.get();
     for (const NodeRef& element : list.elements()) {
