@@ -140,6 +140,14 @@ public:
         if (const auto* profile = dynamic_cast<const TvOFXFIProfileResponse*>(&o)) profileOf(*profile);
         if (const auto* accounts = dynamic_cast<const TvOFXAccountInfoResponse*>(&o)) accountsOf(*accounts);
     }
+    void add(TvOFXAggregate& o) {
+        if (auto* transaction = dynamic_cast<TvOFXStatementTransaction*>(&o)) return add(*transaction);
+        if (const auto* payee = dynamic_cast<const TvOFXPayee*>(&o)) return add(*payee);
+        if (const auto* account = dynamic_cast<const TvOFXBankAccount*>(&o)) return add(*account);
+        if (const auto* account = dynamic_cast<const TvOFXCreditCardAccount*>(&o)) return add(*account);
+        if (const auto* response = dynamic_cast<const TvOFXResponse*>(&o)) return add(*response);
+        aggregate(o);
+    }
 
 private:
     void line(std::string_view value) { text.append(value).append("\n"); }
@@ -222,6 +230,12 @@ std::string transcriptOf(const TvOFXInterpreter& interpreter) {
           &interpreter.wireFundsMsgSetResponses(), &interpreter.billPaymentMsgSetResponses(),
           &interpreter.emailMsgSetReponses(), &interpreter.investmentSecListMsgSetResponses()})
         transcript.add(list->size());
+    return std::move(transcript.text);
+}
+
+std::string transcriptOf(TvOFXAggregate& object) {
+    Transcript transcript;
+    transcript.add(object);
     return std::move(transcript.text);
 }
 

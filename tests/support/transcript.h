@@ -15,6 +15,9 @@ std::string transcriptOf(TvOFXMessage& message);
 /// Every response of an interpreter, with all that is in it.
 std::string transcriptOf(const TvOFXInterpreter& interpreter);
 
+/// One object of any class.
+std::string transcriptOf(TvOFXAggregate& object);
+
 /// True when every transaction, and the payees and accounts in it, come back from an archive as they
 /// were.
 bool archivesWell(const TvOFXInterpreter& interpreter);
