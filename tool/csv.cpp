@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "run.h"
 #include "text/characters.h"
 #include "text/value_text.h"
@@ -20,6 +22,12 @@ bool looksLikeFormula(std::string_view text) {
     return !brackwell::DecimalNumberFormatter().numberFromString(text);
 }
 
+/// True when a field with this text stands in quotes.
+bool needsQuotes(std::string_view text) noexcept {
+    return std::ranges::any_of(text,
+                               [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; });
+}
+
 /// One row, field after field.
 class Row {
 public:
@@ -31,7 +39,7 @@ public:
         if (!field || field->empty()) return;
         std::string storage;
         const std::string_view text = asUTF8(*field, storage);
-        const bool isQuoted = text.find_first_of(",\"\r\n") != std::string_view::npos;
+        const bool isQuoted = needsQuotes(text);
         if (isQuoted) text_ += '"';
         if (looksLikeFormula(text)) text_ += '\'';
         if (isQuoted)

@@ -19,25 +19,27 @@ Output::Output(const std::string& fileName, Progress& progress)
                                    : ::open(fileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (descriptor_ < 0) fail();
     isTerminal_ = ::isatty(descriptor_) != 0;
-    buffer_.reserve(kCapacity);
 }
 
 bool Output::close() {
     if (descriptor_ < 0) return isGood_;
-    pass(buffer_);
-    buffer_.clear();
+    passOn();
     if (::close(descriptor_) != 0 && isGood_ && errno != EINTR) fail();
     descriptor_ = -1;
     return isGood_;
 }
 
 void Output::spill(std::string_view text) {
-    pass(buffer_);
-    buffer_.clear();
+    passOn();
     if (text.size() > kCapacity)
         pass(text);
     else
-        buffer_.append(text);
+        write(text);
+}
+
+void Output::passOn() {
+    pass({buffer_.get(), size_});
+    size_ = 0;
 }
 
 void Output::pass(std::string_view text) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -20,10 +21,13 @@ public:
     ~Output() { close(); }
 
     void write(std::string_view text) {
-        if (buffer_.size() + text.size() > kCapacity) return spill(text);
-        buffer_.append(text);
+        if (text.size() > kCapacity - size_) return spill(text);
+        size_ += text.copy(buffer_.get() + size_, text.size());
     }
-    void write(char character) { write(std::string_view(&character, 1)); }
+    void write(char character) {
+        if (size_ == kCapacity) spill({});
+        buffer_[size_++] = character;
+    }
 
     /// False once anything could not be written, or the file could not be opened.
     bool isGood() const noexcept { return isGood_; }
@@ -37,6 +41,7 @@ private:
     static constexpr std::size_t kCapacity = 1 << 16;
 
     void spill(std::string_view text);
+    void passOn();
     void pass(std::string_view text);
     void fail();
 
@@ -45,7 +50,8 @@ private:
     int descriptor_ = -1;
     bool isGood_ = true;
     bool isTerminal_ = false;
-    std::string buffer_;
+    std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);
+    std::size_t size_ = 0;  ///< how much of the buffer waits
 };
 
 }  // namespace tool

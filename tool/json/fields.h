@@ -18,26 +18,26 @@ namespace tool {
 
 inline void writeField(JsonWriter& json, std::string_view name, brackwell::OptionalText value) {
     if (!value) return;
-    json.key(name);
+    json.field(name);
     json.text(*value);
 }
 
 inline void writeField(JsonWriter& json, std::string_view name, std::optional<brackwell::Date> value) {
     if (!value) return;
-    json.key(name);
+    json.field(name);
     json.text(DateText(*value));
 }
 
 inline void writeField(JsonWriter& json, std::string_view name,
                        const std::optional<brackwell::Decimal>& value) {
     if (!value) return;
-    json.key(name);
+    json.field(name);
     json.text(value->toString());
 }
 
 template <std::same_as<bool> Flag>
 void writeField(JsonWriter& json, std::string_view name, Flag value) {
-    json.key(name);
+    json.field(name);
     json.boolean(value);
 }
 
@@ -50,13 +50,13 @@ void writeField(JsonWriter& json, std::string_view name, std::optional<Flag> val
 template <class Number>
 requires(std::unsigned_integral<Number> &&
          !std::same_as<Number, bool>) void writeField(JsonWriter& json, std::string_view name, Number value) {
-    json.key(name);
+    json.field(name);
     json.number(std::uint64_t{value});
 }
 
 template <std::signed_integral Number>
 void writeField(JsonWriter& json, std::string_view name, Number value) {
-    json.key(name);
+    json.field(name);
     json.number(std::int64_t{value});
 }
 
@@ -71,7 +71,7 @@ template <class Object>
 void writeField(JsonWriter& json, std::string_view name, const std::shared_ptr<Object>& object,
                 void (*write)(JsonWriter&, const std::remove_const_t<Object>&)) {
     if (!object) return;
-    json.key(name);
+    json.field(name);
     write(json, *object);
 }
 
@@ -79,7 +79,7 @@ void writeField(JsonWriter& json, std::string_view name, const std::shared_ptr<O
 template <class List, class Object>
 void writeList(JsonWriter& json, std::string_view name, const List& list,
                void (*write)(JsonWriter&, const Object&)) {
-    json.key(name);
+    json.field(name);
     json.beginArray();
     for (const auto& element : list) {
         if (!json.isGood()) break;

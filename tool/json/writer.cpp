@@ -3,6 +3,7 @@
 
 #include <array>
 #include <charconv>
+#include <cstring>
 #include <string>
 
 #include "console/output.h"
@@ -30,13 +31,33 @@ char escapeOf(char c) noexcept { return kEscapes[static_cast<unsigned char>(c)];
 void writeEscape(Output& output, char c) {
     constexpr std::string_view digits = "0123456789abcdef";
     if (const char letter = escapeOf(c); letter != 'u') {
-        output.write('\\');
-        output.write(letter);
+        const std::array<char, 2> escape{'\\', letter};
+        output.write({escape.data(), escape.size()});
         return;
     }
     output.write("\\u00");
     output.write(digits[static_cast<unsigned char>(c) >> 4]);
     output.write(digits[static_cast<unsigned char>(c) & 0xF]);
+}
+
+/// False when none of eight bytes has an escape; true when one may have.
+bool mayHaveEscape(const char* bytes) noexcept {
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    constexpr std::uint64_t highBits = ones * 0x80;
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes, sizeof word);
+    const auto hasZero = [](std::uint64_t bits) { return (bits - ones) & ~bits & highBits; };
+    const std::uint64_t control = (word - ones * 0x20) & ~word & highBits;
+    return (control | hasZero(word ^ ones * '"') | hasZero(word ^ ones * '\\')) != 0;
+}
+
+/// How many bytes at the beginning of a text stand for themselves.
+std::size_t plainBytes(std::string_view text) noexcept {
+    std::size_t size = 0;
+    while (text.size() - size >= sizeof(std::uint64_t) && !mayHaveEscape(text.data() + size))
+        size += sizeof(std::uint64_t);
+    while (size < text.size() && escapeOf(text[size]) == 0) ++size;
+    return size;
 }
 
 template <class Integer>
@@ -51,6 +72,14 @@ void JsonWriter::key(std::string_view name) {
     separate();
     quoted(name);
     output_.write(':');
+    needsComma_ = false;
+}
+
+void JsonWriter::field(std::string_view name) {
+    separate();
+    output_.write('"');
+    output_.write(name);
+    output_.write("\":");
     needsComma_ = false;
 }
 
@@ -97,14 +126,13 @@ void JsonWriter::quoted(std::string_view value) {
     std::string storage;
     value = asUTF8(value, storage);
     output_.write('"');
-    std::size_t written = 0;
-    for (std::size_t i = 0; i < value.size(); ++i) {
-        if (escapeOf(value[i]) == 0) continue;
-        output_.write(value.substr(written, i - written));
-        writeEscape(output_, value[i]);
-        written = i + 1;
+    for (;;) {
+        const std::size_t plain = plainBytes(value);
+        output_.write(value.substr(0, plain));
+        if (plain == value.size()) break;
+        writeEscape(output_, value[plain]);
+        value.remove_prefix(plain + 1);
     }
-    output_.write(value.substr(written));
     output_.write('"');
 }
 

@@ -19,6 +19,8 @@ public:
     void beginArray() { begin('['); }
     void endArray() { end(']'); }
     void key(std::string_view name);
+    /// A key that is written as it stands: the name of a field, which has no character to escape.
+    void field(std::string_view name);
 
     /// Text that is not UTF-8 is written with U+FFFD for what is not.
     void text(std::string_view value);
