@@ -35,6 +35,7 @@ enum class Method : std::uint8_t {
     utf8,            ///< checked, not converted
     marked16,        ///< iconv, in the byte order that a mark tells
     marked32,        ///< the same with four bytes to a character
+    singleByte,      ///< each byte is a character; those below 0x80 are ASCII
     asciiExtension,  ///< iconv; bytes below 0x80, when nothing else is there, are ASCII
     other,           ///< iconv
 };
@@ -52,28 +53,28 @@ constexpr std::array encodings = {
     Encoding{TextEncodingASCII, Method::ascii, "ASCII", "ASCII", {"US-ASCII", "USASCII", "ISO646-US"}},
     Encoding{TextEncodingUTF8, Method::utf8, "UTF-8", "UTF-8", {"UTF8"}},
     Encoding{TextEncodingISOLatin1,
-             Method::asciiExtension,
+             Method::singleByte,
              "ISO-8859-1",
              "ISO-8859-1",
              {"ISO8859-1", "ISO_8859-1", "8859-1", "LATIN1", "LATIN-1"}},
     Encoding{
         TextEncodingUTF16, Method::marked16, hostIsBigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-16", {"UTF16"}},
-    Encoding{TextEncodingWindows1252, Method::asciiExtension, "CP1252", "windows-1252", {"CP1252", "1252"}},
+    Encoding{TextEncodingWindows1252, Method::singleByte, "CP1252", "windows-1252", {"CP1252", "1252"}},
     Encoding{TextEncodingUTF16BigEndian, Method::other, "UTF-16BE", "UTF-16BE", {"UTF16BE"}},
     Encoding{TextEncodingUTF16LittleEndian, Method::other, "UTF-16LE", "UTF-16LE", {"UTF16LE"}},
     Encoding{TextEncodingUTF32BigEndian, Method::other, "UTF-32BE", "UTF-32BE", {"UTF32BE"}},
     Encoding{encodingUTF32LittleEndian, Method::other, "UTF-32LE", "UTF-32LE", {"UTF32LE"}},
     Encoding{encodingUTF32, Method::marked32, hostIsBigEndian ? "UTF-32BE" : "UTF-32LE", "UTF-32", {"UTF32"}},
     Encoding{encodingISOLatin2,
-             Method::asciiExtension,
+             Method::singleByte,
              "ISO-8859-2",
              "ISO-8859-2",
              {"ISO8859-2", "ISO_8859-2", "8859-2", "LATIN2", "LATIN-2"}},
-    Encoding{encodingWindows1250, Method::asciiExtension, "CP1250", "windows-1250", {"CP1250", "1250"}},
-    Encoding{encodingWindows1251, Method::asciiExtension, "CP1251", "windows-1251", {"CP1251", "1251"}},
-    Encoding{encodingWindows1253, Method::asciiExtension, "CP1253", "windows-1253", {"CP1253", "1253"}},
-    Encoding{encodingWindows1254, Method::asciiExtension, "CP1254", "windows-1254", {"CP1254", "1254"}},
-    Encoding{encodingMacRoman, Method::asciiExtension, "MACINTOSH", "macintosh", {"MACROMAN", "x-mac-roman"}},
+    Encoding{encodingWindows1250, Method::singleByte, "CP1250", "windows-1250", {"CP1250", "1250"}},
+    Encoding{encodingWindows1251, Method::singleByte, "CP1251", "windows-1251", {"CP1251", "1251"}},
+    Encoding{encodingWindows1253, Method::singleByte, "CP1253", "windows-1253", {"CP1253", "1253"}},
+    Encoding{encodingWindows1254, Method::singleByte, "CP1254", "windows-1254", {"CP1254", "1254"}},
+    Encoding{encodingMacRoman, Method::singleByte, "MACINTOSH", "macintosh", {"MACROMAN", "x-mac-roman"}},
     Encoding{encodingEUCJP, Method::asciiExtension, "EUC-JP", "EUC-JP", {"EUCJP", "EUC_JP"}},
     Encoding{encodingShiftJIS,
              Method::asciiExtension,
@@ -142,6 +143,27 @@ std::optional<Data> decodeByIconv(std::string_view bytes, const char* from) {
     return Data::adopt(std::move(*text));
 }
 
+/// Converts each byte from 0x80 on once and looks it up from then on; between them stands ASCII, which is
+/// copied. Asking iconv for all of a text takes ten times as long.
+std::optional<Data> decodeSingleBytes(std::string_view bytes, const char* from) {
+    const Converter converter(from, "UTF-8");
+    if (!converter.isOpen()) return std::nullopt;
+    std::array<std::string, 128> characters;
+    std::string text;
+    text.reserve(bytes.size() + bytes.size() / 8);
+    while (!bytes.empty()) {
+        const std::size_t ascii = asciiPrefix(bytes);
+        text.append(bytes.substr(0, ascii));
+        bytes.remove_prefix(ascii);
+        if (bytes.empty()) break;
+        std::string& character = characters[static_cast<unsigned char>(bytes.front()) - 0x80U];
+        if (character.empty() && !converter.convert(bytes.substr(0, 1), character)) return std::nullopt;
+        text.append(character);
+        bytes.remove_prefix(1);
+    }
+    return Data::adopt(std::move(text));
+}
+
 std::optional<Data> decodeUTF8(const Data& data) {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (!isValidUTF8(data.bytes())) return std::nullopt;
@@ -180,6 +202,8 @@ std::optional<Data> decodeText(const Data& data, TextEncoding encoding) {
             return decodeMarked(data.bytes(), marks16, found->iconvName);
         case Method::marked32:
             return decodeMarked(data.bytes(), marks32, found->iconvName);
+        case Method::singleByte:
+            return isASCII() ? data : decodeSingleBytes(data.bytes(), found->iconvName);
         case Method::asciiExtension:
             if (isASCII()) return data;
             break;
