@@ -11,6 +11,7 @@
 #include <brackwell/platform.h>
 #include <brackwell/profile.h>
 #include <brackwell/reading.h>
+#include <brackwell/repair.h>
 #include <brackwell/requests.h>
 #include <brackwell/statements.h>
 

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <limits>
+
+#include "reading/name_table.h"
+#include "repair/edit.h"
+
+namespace brackwell::repair {
+
+/// A tag of a body.
+struct Tag {
+    enum class Form : std::uint8_t { open, close, selfClosed };
+
+    std::size_t begin;
+    std::size_t end;
+    std::size_t textBegin;  ///< where text follows, blanks aside
+    std::string_view text;  ///< the name
+    reading::NameID name;
+    Form form;
+    bool hasText;  ///< text other than blanks follows, before the next tag
+    RepairKind flaw;
+
+    bool isClose() const noexcept { return form == Form::close; }
+};
+
+/// What a body is made of, and what must be changed in it however its tags are nested.
+struct Markup {
+    std::vector<Tag> tags;
+    std::vector<Edit> edits;
+};
+
+/// Finds the tags of a body; each name gets its number from the table.
+Markup readMarkup(std::string_view body, reading::NameTable& names);
+
+/// True when this can stand in a tag as a name.
+bool isName(std::string_view text) noexcept;
+
+bool hasSmallLetter(std::string_view text) noexcept;
+
+}  // namespace brackwell::repair
