@@ -99,9 +99,50 @@ void parse(Document& document, const Data& data, TextEncoding encoding) {
     }
 }
 
+// ---------------------------------------------------------------------------------------------
+// Repair
+
+/// The bytes that the parser does not count to the text: a mark.
+std::string_view markOf(std::string_view bytes, const TvOFXParser& parser) noexcept {
+    constexpr std::string_view utf8 = "\xEF\xBB\xBF";
+    const bool keepsMark = parser.stringEncoding() == brackwell::TextEncodingUTF8;
+    if (keepsMark && bytes.starts_with(utf8)) return utf8;
+    return bytes.substr(0, bytes.size() - parser.data()->size());
+}
+
+/// Reads the data of a document once more with its text repaired, if there is anything to repair.
+void repair(Document& document, const Data& data, TextEncoding encoding) {
+    TvOFXParser parser(data);
+    parser.setStringEncoding(encoding);
+    brackwell::Error error;
+    parser.parseWithError(&error);  // for the encoding, and the data behind a mark
+    const std::optional<Data> text = brackwell::decodeText(*parser.data(), parser.stringEncoding());
+    if (!text) return;
+    Repair repair{std::string(markOf(document.bytes.bytes(), parser)), std::string(text->bytes()),
+                  brackwell::repairOFXText(text->bytes())};
+    if (repair.after.changes.empty()) return;
+    parse(document, Data::view(repair.after.text), brackwell::TextEncodingUTF8);
+    document.encoding = parser.stringEncoding();
+    const std::size_t count = repair.after.changes.size();
+    if (!document.note.empty()) document.note += "; ";
+    document.note += "repaired in " + std::to_string(count) + (count == 1 ? " place" : " places");
+    document.repair = std::move(repair);
+}
+
+/// Finds an encoding for bytes that the library could not decode.
+void parseInOtherEncodings(Document& document, const Data& unmarked) {
+    for (const TextEncoding other : encodingsToTry(unmarked)) {
+        parse(document, unmarked, other);
+        if (isUndecoded(document)) continue;
+        document.note =
+            "read as " + std::string(brackwell::nameOfTextEncoding(document.encoding).value_or(""));
+        break;
+    }
+}
+
 }  // namespace
 
-Document readDocument(const std::string& name, TextEncoding encoding) {
+Document readDocument(const std::string& name, TextEncoding encoding, bool repairs) {
     Document document;
     document.name = name;
     const std::optional<Data> data = name == "-" ? readStandardInput() : Data::fromFile(name);
@@ -110,17 +151,17 @@ Document readDocument(const std::string& name, TextEncoding encoding) {
             name == "-" ? "Standard input cannot be read." : "The file at " + name + " was not found.";
         return document;
     }
-    parse(document, *data, encoding);
-    if (encoding != brackwell::TextEncodingNone || !isUndecoded(document)) return document;
-    // A mark that the library leaves in place is no text in another encoding than its own.
-    const Data unmarked = withoutMark(*data);
-    for (const TextEncoding other : encodingsToTry(unmarked)) {
-        parse(document, unmarked, other);
-        if (isUndecoded(document)) continue;
-        document.note =
-            "read as " + std::string(brackwell::nameOfTextEncoding(document.encoding).value_or(""));
-        break;
+    document.bytes = *data;
+    Data used = *data;
+    parse(document, used, encoding);
+    if (encoding == brackwell::TextEncodingNone && isUndecoded(document)) {
+        // A mark that the library leaves in place is no text in another encoding than its own.
+        used = withoutMark(*data);
+        parseInOtherEncodings(document, used);
+        encoding = document.encoding;
     }
+    if (repairs && document.outcome != Document::Outcome::read && !isUndecoded(document))
+        repair(document, used, encoding);
     return document;
 }
 

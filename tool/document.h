@@ -2,10 +2,18 @@
 #pragma once
 
 #include <brackwell/reading.h>
+#include <brackwell/repair.h>
 
 #include <string>
 
 namespace tool {
+
+/// How the text of a document was repaired.
+struct Repair {
+    std::string mark;    ///< bytes before the text that are no part of it
+    std::string before;  ///< the text as UTF-8
+    brackwell::RepairedText after;
+};
 
 /// One file of the command line, read and parsed as far as possible.
 struct Document {
@@ -22,10 +30,13 @@ struct Document {
     std::string note;       ///< what a reader should know of how it was read; usually empty
     brackwell::TextEncoding encoding = brackwell::TextEncodingNone;  ///< the one that was used
     brackwell::TvOFXParserResult content;
+    brackwell::Data bytes;         ///< of the file
+    std::optional<Repair> repair;  ///< what was changed so that the document could be read
 };
 
 /// Reads a file, or standard input for "-". Without an encoding, the encoding that the document itself
-/// names and windows-1252 are tried where the library finds none of its own.
-Document readDocument(const std::string& name, brackwell::TextEncoding encoding);
+/// names and windows-1252 are tried where the library finds none of its own. A document that is not read
+/// is repaired first when that is wished for.
+Document readDocument(const std::string& name, brackwell::TextEncoding encoding, bool repairs);
 
 }  // namespace tool

@@ -16,8 +16,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"show", tool::runShow}, {"json", tool::runJson},     {"csv", tool::runCsv},
-    {"tree", tool::runTree}, {"pretty", tool::runPretty}, {"request", tool::runRequest},
+    {"show", tool::runShow},       {"json", tool::runJson},     {"csv", tool::runCsv},
+    {"tree", tool::runTree},       {"pretty", tool::runPretty}, {"repair", tool::runRepair},
+    {"request", tool::runRequest},
 };
 
 /// Makes sure that the three standard descriptors are open, so that no file that is opened later takes

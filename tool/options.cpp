@@ -58,6 +58,15 @@ constexpr const char* kExamples =
     "Exit status: 0 when every file was read, 1 when one could not be read or something could not be\n"
     "written, 2 for wrong usage. \"brackwell COMMAND --help\" tells the options of a command.\n";
 
+constexpr const char* kRepairExamples =
+    "Puts missing, misspelt and crossed close tags right, closes empty leaves, drops comments and unwraps\n"
+    "character data; values stay as they are. What was changed is listed on standard error. A document\n"
+    "that can be read is copied as it is.\n\n"
+    "Examples:\n"
+    "  brackwell repair july.ofx --output july-fixed.ofx\n"
+    "  brackwell repair --diff july.ofx --output /dev/null\n"
+    "  brackwell show --repair july.ofx\n";
+
 constexpr const char* kRequestExamples =
     "The sign-on, the message set around it and the header are not part of the request.\n\n"
     "Examples:\n"
@@ -101,14 +110,21 @@ std::string checkPattern(const std::string& text) { return text.empty() ? "the p
 // ---------------------------------------------------------------------------------------------
 // Declaration
 
-void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
-    CLI::App* sub = app.add_subcommand(command.name, command.summary);
+/// What every command takes that reads files.
+void declareFiles(CLI::App* sub, bool takesSeveralFiles, Options& options, Texts& texts) {
     auto* files = sub->add_option("FILE", options.files, "A document; - is standard input")->required();
     files->type_name("");
-    files->expected(1, command.takesSeveralFiles ? CLI::detail::expected_max_vector_size : 1);
+    files->expected(1, takesSeveralFiles ? CLI::detail::expected_max_vector_size : 1);
     sub->add_option("--encoding", texts.encoding, "The text encoding, instead of finding it out")
         ->type_name("NAME")
         ->check(CLI::Validator(checkEncoding, ""));
+    sub->add_option("-o,--output", options.outputFile, "Write to this file instead of standard output")
+        ->type_name("FILE");
+}
+
+void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
+    CLI::App* sub = app.add_subcommand(command.name, command.summary);
+    declareFiles(sub, command.takesSeveralFiles, options, texts);
     sub->add_option("--date-format", texts.datePattern, "Try this pattern on dates first (\"dd.MM.yyyy\")")
         ->type_name("PATTERN")
         ->check(CLI::Validator(checkPattern, ""));
@@ -119,11 +135,17 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
     sub->add_option("--grouping-separator", texts.groupingSeparator, "The mark between thousands in amounts")
         ->type_name("CHAR")
         ->check(CLI::Validator(checkCharacter, ""));
-    sub->add_option("-o,--output", options.outputFile, "Write to this file instead of standard output")
-        ->type_name("FILE");
+    sub->add_flag("--repair", options.repairs, "Repair a document that does not read (see brackwell repair)");
     if (std::string_view(command.name) == "show")
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
     sub->footer(command.examples);
+}
+
+void declareRepair(CLI::App& app, Options& options, Texts& texts) {
+    CLI::App* sub = app.add_subcommand("repair", "A document with its close tags put right");
+    declareFiles(sub, false, options, texts);
+    sub->add_flag("--diff", options.asDiff, "Show what was changed as a diff instead of a list");
+    sub->footer(kRepairExamples);
 }
 
 void declareRequest(CLI::App& app, Options& options, Texts& texts) {
@@ -151,6 +173,7 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.set_version_flag("--version", "brackwell " BRACKWELL_VERSION, "Print the version and exit");
     app.get_formatter()->column_width(32);
     for (const ReadingCommand& command : kReadingCommands) declareReading(app, command, options, texts);
+    declareRepair(app, options, texts);
     declareRequest(app, options, texts);
 }
 
@@ -193,6 +216,7 @@ void understand(CLI::App& app, Options& options, const Texts& texts) {
     const CLI::App* sub = app.get_subcommands().front();
     options.command = sub->get_name();
     options.encoding = brackwell::textEncodingNamed(texts.encoding);  // none for "auto"
+    if (options.command == "repair") options.repairs = true;
     if (texts.decimalSeparator || texts.groupingSeparator)
         options.numberFormatter = std::make_shared<brackwell::DecimalNumberFormatter>(numberFormat(texts));
     if (texts.datePattern)

@@ -26,6 +26,8 @@ struct Options {
     std::shared_ptr<const brackwell::NumberFormatter> numberFormatter;  ///< null: the built-in formats only
     std::shared_ptr<const brackwell::DateFormatter> dateFormatter;
     bool showsFullNumbers = false;
+    bool repairs = false;  ///< repair documents that do not read
+    bool asDiff = false;   ///< show what was repaired as a diff
     RequestOptions request;
 };
 

@@ -28,7 +28,7 @@ bool forEachDocument(Run& run, const std::function<void(Document&)>& use) {
 
 Document readFile(Run& run, const std::string& name) {
     run.progress.begin("Reading " + (name == "-" ? "standard input" : name));
-    return readDocument(name, run.options.encoding);
+    return readDocument(name, run.options.encoding, run.options.repairs);
 }
 
 void sayHow(Run& run, const Document& document) {

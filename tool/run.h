@@ -25,6 +25,7 @@ bool runJson(Run& run);
 bool runCsv(Run& run);
 bool runTree(Run& run);
 bool runPretty(Run& run);
+bool runRepair(Run& run);
 bool runRequest(Run& run);
 
 /// Reads the files one after the other and hands on those that are OFX documents; the others are

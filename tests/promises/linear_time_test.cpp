@@ -303,6 +303,48 @@ TEST_CASE("archiving and restoring a tree takes time in proportion to its size")
         });
 }
 
+TEST_CASE("repairing takes time in proportion to the document") {
+    std::vector<Shape> shapes{
+        {"comments", [](auto n) { return repeated("<!-- c -->", n); }},
+        {"comments that do not end", [](auto n) { return repeated("<!-- ", n); }},
+        {"character data", [](auto n) { return repeated("<![CDATA[<&]]>", n); }},
+        {"character data that does not end", [](auto n) { return repeated("<![CDATA[", n); }},
+        {"instructions that do not end", [](auto n) { return repeated("<?x <!x ", n); }},
+        {"tags that do not end", [](auto n) { return repeated("<NAME ", n); }},
+        {"close tags", [](auto n) { return repeated("</A>", n); }},
+        {"close tags of distinct names", [](auto n) { return numbered("</A#>", n); }},
+        {"empty leaves", [](auto n) { return repeated("<MEMO>", n); }},
+        {"empty leaves of distinct names", [](auto n) { return numbered("<A#>", n); }},
+        {"self-closed tags", [](auto n) { return repeated("<A/>", n); }},
+        {"transactions that are never closed", [](auto n) { return repeated("<STMTTRN><NAME>x", n); }},
+        {"aggregates of three names in each other", [](auto n) { return repeated("<FI><STATUS><BAL>", n); }},
+        {"crossed aggregates", [](auto n) { return numbered("<A#>", n) + numbered("</A#>", n); }},
+        {"extension names of extension names", [](auto n) { return "<" + repeated("INTU.", n) + ">x"; }},
+        {"extension aggregates", [](auto n) { return repeated("<INTU.A>", n) + repeated("</A>", n); }},
+        {"leaves around tags in small letters", [](auto n) { return repeated("<A>x<b>", n) + "</A>"; }},
+        {"leaves in leaves around tags in small letters",
+         [](auto n) { return repeated("<A>x<b>", n) + repeated("</A>", n); }},
+        {"a long misspelt name",
+         [](auto n) { return "<" + repeated("A", n) + "><B>1</B></" + repeated("A", n + 1) + ">"; }},
+        {"texts that lack their open tag", [](auto n) { return repeated("x</A>", n); }},
+        {"blanks in a tag", [](auto n) { return "<A" + repeated(" ", n) + ">"; }},
+        {"less-than signs", [](auto n) { return repeated("< ", n); }},
+    };
+    for (const Shape& body : kBodies) shapes.push_back(body);
+    for (const Shape& shape : shapes)
+        checkLinear(
+            {shape.name, [&](auto n) { return "<OFX>" + shape.document(n) + "</OFX></X>"; }, shape.count},
+            [](const std::string& document) {
+                const RepairedText repaired = repairOFXText(document);
+                CHECK(repaired.text != document);
+                CHECK(repaired.text.size() <= 8 * document.size());
+            });
+    for (const Shape& shape : kDocuments)
+        checkLinear(shape, [](const std::string& document) {
+            CHECK(repairOFXText("x" + document).text.size() <= 8 * document.size());
+        });
+}
+
 TEST_CASE("reading a number or a date takes time in proportion to its text") {
     const std::vector<Shape> texts{
         {"digits", [](auto n) { return std::string(n, '1'); }},

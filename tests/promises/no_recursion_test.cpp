@@ -123,6 +123,17 @@ TEST_CASE("a tree of a million levels is archived and restored without recursion
     }
 }
 
+TEST_CASE("a document of a million levels is repaired without recursion") {
+    for (const DeepRow& row : deepBodies()) {
+        CAPTURE(row.name);
+        const std::string document = "<OFX>" + row.body + "</B></OFX></C>";
+        RepairedText repaired;
+        onSmallStack([&] { repaired = repairOFXText(document); });
+        CHECK_FALSE(repaired.changes.empty());
+        CHECK(repaired.text.ends_with("</OFX>"));
+    }
+}
+
 TEST_CASE("a tree of a million levels is built in code without recursion") {
     std::size_t depth = 0;
     bool same = false;

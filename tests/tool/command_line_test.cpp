@@ -9,7 +9,7 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-const std::vector<std::string> kCommands{"show", "json", "csv", "tree", "pretty", "request"};
+const std::vector<std::string> kCommands{"show", "json", "csv", "tree", "pretty", "repair", "request"};
 
 }  // namespace
 
@@ -38,7 +38,7 @@ TEST_CASE("every command has a help with examples") {
 TEST_CASE("the help of a reading command names its options") {
     const std::string help = tool({"show", "--help"}).output;
     for (const char* option : {"--encoding NAME", "--date-format PATTERN", "--decimal-separator CHAR",
-                               "--grouping-separator CHAR", "--output FILE", "--full"}) {
+                               "--grouping-separator CHAR", "--output FILE", "--repair", "--full"}) {
         CAPTURE(option);
         CHECK(contains(help, option));
     }
@@ -65,6 +65,11 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"json", document, "--nothing"}, "--nothing"},
         {{"tree", document, document}, "FILE: At Most 1"},
         {{"pretty", document, document}, "FILE: At Most 1"},
+        {{"repair"}, "FILE is required"},
+        {{"repair", document, document}, "FILE: At Most 1"},
+        {{"repair", document, "--full"}, "--full"},
+        {{"repair", document, "--output", document}, "is also a file to be read"},
+        {{"show", document, "--diff"}, "--diff"},
         {{"json", document, "--encoding", "klingon"}, "unknown encoding \"klingon\""},
         {{"json", document, "--encoding"}, "--encoding"},
         {{"csv", document, "--decimal-separator", ",,"}, "not a single character: \",,\""},

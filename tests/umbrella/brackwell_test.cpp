@@ -17,6 +17,7 @@ TEST_CASE("the version symbols have their values") {
 TEST_CASE("the umbrella header declares a class of every room") {
     CHECK(Data().isEmpty());
     CHECK(TvOFXParser::stringHasValidOfxHeaderPrefix("<OFX>"));
+    CHECK(repairOFXText("<OFX>").changes.empty());
     CHECK(TvOFXHelper::defaultHelper());
     CHECK(TvOFXMessage().ofxVersion() == 0);
     CHECK(TvOFXChallengeRequest().requestIdentifier() == "CHALLENGERQ");

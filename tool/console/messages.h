@@ -9,4 +9,7 @@ namespace tool {
 /// made visible when standard error is one.
 void say(std::string_view subject, std::string_view text);
 
+/// The same for lines without a subject, which end in line feeds.
+void sayText(std::string_view lines);
+
 }  // namespace tool

@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+const std::string kBroken =
+    "OFXHEADER:100\nVERSION:102\n\n<OFX>\n<STMTTRN>\n<NAME>x<!-- y -->\n<MEMO>\n</STMTRN>\n</OFX>\n";
+const std::string kFixed =
+    "OFXHEADER:100\nVERSION:102\n\n<OFX>\n<STMTTRN>\n<NAME>x\n<MEMO></MEMO>\n</STMTTRN>\n</OFX>\n";
+
+/// Carries out a unified diff; "?..." when it does not fit. A line feed at the end counts for nothing.
+std::string patched(const std::string& text, const std::string& diff) {
+    const std::vector<std::string> lines = linesOf(text);
+    std::vector<std::string> result;
+    std::size_t at = 0;
+    for (const std::string& line : linesOf(diff.substr(diff.find("@@")))) {
+        if (line.starts_with("@@ -")) {
+            while (at + 1 < std::stoul(line.substr(4))) result.push_back(lines[at++]);
+            if (std::stoul(line.substr(line.find('+') + 1)) != result.size() + 1) return "?" + line;
+        } else if (!line.starts_with('\\')) {
+            if (line.front() != '+' && (at == lines.size() || lines[at++] != line.substr(1)))
+                return "?" + line;
+            if (line.front() != '-') result.push_back(line.substr(1));
+        }
+    }
+    while (at < lines.size()) result.push_back(lines[at++]);
+    std::string joined;
+    for (const std::string& line : result) joined += line + "\n";
+    return joined;
+}
+
+}  // namespace
+
+TEST_CASE("repair writes the document put right and lists the changes with their places") {
+    const Finished finished = tool({"repair", "-"}, kBroken);
+    CHECK(finished.status == 0);
+    CHECK(finished.output == kFixed);
+    CHECK(finished.error ==
+          "-: repaired in 3 places\n"
+          "-:6:8: comment: dropped \"<!-- y -->\"\n"
+          "-:7:7: empty leaf without close tag: put in \"</MEMO>\"\n"
+          "-:8:1: wrong close tag: \"</STMTRN>\" becomes \"</STMTTRN>\"\n");
+}
+
+TEST_CASE("repair copies a document that reads, whatever its bytes") {
+    for (const char* name : {"checking.ofx", "utf_16.ofx", "windows_1252.ofx", "quirks.ofx"}) {
+        CAPTURE(name);
+        const TemporaryFolder folder;
+        const Finished finished = tool({"repair", examplePath(name), "--output", folder.path("out.ofx")});
+        CHECK(finished.status == 0);
+        CHECK(finished.error.find("repaired") == std::string::npos);
+        CHECK(run({{"/usr/bin/cmp", examplePath(name), folder.path("out.ofx")}}).status == 0);
+    }
+}
+
+TEST_CASE("repair --diff shows the changes as a diff") {
+    const Finished finished = tool({"repair", "--diff", "-"}, kBroken);
+    CHECK(finished.status == 0);
+    CHECK(finished.output == kFixed);
+    CHECK(finished.error ==
+          "-: repaired in 3 places\n"
+          "--- -\n+++ - (repaired)\n"
+          "@@ -3,7 +3,7 @@\n \n <OFX>\n <STMTTRN>\n"
+          "-<NAME>x<!-- y -->\n-<MEMO>\n-</STMTRN>\n+<NAME>x\n+<MEMO></MEMO>\n+</STMTTRN>\n </OFX>\n");
+}
+
+TEST_CASE("the diff of changes near and far, at the end and over several lines leads to the same document") {
+    std::string lines;
+    for (int i = 0; i < 9; ++i) lines += "<CODE>" + std::to_string(i) + "\n";
+    for (const std::string& text : std::vector<std::string>{
+             "<OFX>\n<STATUS>\n" + lines + "<MEMO>\n" + lines + "<!--\n\n\n-->" + lines +
+                 "<A/>\n<B/>\n</OFX>\n",
+             "<OFX>\n<BANKTRANLIST><STMTTRN>\n" + lines + "</FOO>\n<MEMO>cut",
+             "<OFX><STATUS>\n" + lines + "</OFX></B>", "text\n\n<OFX>\n" + lines + "</OFX>\n",
+             "<OFX>\n" + lines + "</OFX>\n<!--\n-->\n</B>\n", "<OFX><!-- a\nb -->\n<!-- c\nd --></OFX>\n"}) {
+        CAPTURE(text);
+        const Finished finished = tool({"repair", "--diff", "-"}, text);
+        CHECK(finished.status == 0);
+        const std::string end = finished.output.ends_with('\n') ? "" : "\n";
+        CHECK(patched(text, finished.error) == finished.output + end);
+        CHECK((finished.error.find("\\ No newline") == std::string::npos) == text.ends_with('\n'));
+    }
+}
+
+TEST_CASE("repair keeps the encoding and the mark of a document") {
+    const auto utf16 = [](const std::string& text) {
+        std::string bytes = "\xFE\xFF";
+        for (const char c : text) bytes.append({'\0', c});
+        return bytes;
+    };
+    struct Row {
+        std::string before;
+        std::string after;
+    };
+    for (const Row& row :
+         std::vector<Row>{{utf16("<OFX><MEMO></OFX>"), utf16("<OFX><MEMO></MEMO></OFX>")},
+                          {"\xEF\xBB\xBF<OFX><MEMO></OFX>", "\xEF\xBB\xBF<OFX><MEMO></MEMO></OFX>"},
+                          {"<OFX><MEMO><NAME>caf\xE9</OFX>", "<OFX><MEMO></MEMO><NAME>caf\xE9</OFX>"},
+                          {"\xEF\xBB\xBF<OFX><MEMO><NAME>caf\xE9</OFX>",
+                           "\xEF\xBB\xBF<OFX><MEMO></MEMO><NAME>caf\xE9</OFX>"}}) {
+        const Finished finished = tool({"repair", "-"}, row.before);
+        CHECK(finished.status == 0);
+        CHECK(finished.output == row.after);
+    }
+}
+
+TEST_CASE("every reading command repairs when it is told to, and says so") {
+    const std::string document =
+        transactionsWith("<STMTTRN><TRNTYPE>DEBIT<TRNAMT>-1<FITID>a<NAME>Bakery<MEMO></STMTTRN><!-- end -->");
+    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+        CAPTURE(command);
+        const Finished without = tool({command, "-"}, document);
+        CHECK(without.status == 1);
+        CHECK(without.output.find("Bakery") == std::string::npos);
+        const Finished with = tool({command, "--repair", "-"}, document);
+        CHECK(with.status == 0);
+        CHECK(with.error == "-: repaired in 2 places\n");
+        CHECK(with.output.find("Bakery") != std::string::npos);
+    }
+}
+
+TEST_CASE("a document that reads is not touched by --repair") {
+    const std::string document = "<OFX><MEMO><NAME>x";
+    CHECK(outputOf({"tree", "--repair"}, document) == outputOf({"tree"}, document));
+}
+
+TEST_CASE("a repaired document keeps what is said of its encoding") {
+    const Finished finished = tool({"tree", "--repair", "-"}, "<OFX><NAME>caf\xE9<MEMO></OFX>");
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "-: read as windows-1252; repaired in 1 place\n");
+    CHECK(Json::parse(finished.output)["encoding"] == "windows-1252");
+}
+
+TEST_CASE("what is no document cannot be repaired") {
+    for (const char* text : {"Dear customer,", "", "\xFF\xFF\xFF"}) {
+        CAPTURE(text);
+        const Finished finished = tool({"repair", "-"}, text);
+        CHECK(finished.status == 1);
+        CHECK(finished.output == "");
+        CHECK(finished.error != "");
+    }
+    CHECK(tool({"repair", "/nowhere"}).status == 1);
+}
+
+TEST_CASE("long parts of a document are cut in the list of changes") {
+    const std::string comment = "<!-- \u00E9" + std::string(500, 'x') + " -->";
+    const Finished finished = tool({"repair", "-"}, "<OFX><A>1" + comment + "</A></OFX>");
+    CHECK(finished.output == "<OFX><A>1</A></OFX>");
+    CHECK(finished.error == "-: repaired in 1 place\n-:1:10: comment: dropped \"<!-- \u00E9" +
+                                std::string(53, 'x') + "...\"\n");
+}

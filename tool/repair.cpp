@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "console/messages.h"
+#include "run.h"
+#include "text/diff.h"
+#include "text/visible_text.h"
+
+namespace tool {
+namespace {
+
+/// A part of a document in one short line.
+std::string quotation(const std::string& text) {
+    constexpr std::size_t longest = 60;
+    std::string shown = visibleText(std::string_view(text).substr(0, 4 * longest));
+    if (shown.size() > longest || text.size() > 4 * longest) {
+        std::size_t end = std::min(longest, shown.size());
+        while (end > 0 && end < shown.size() && (static_cast<unsigned char>(shown[end]) & 0xC0) == 0x80)
+            --end;
+        shown.replace(end, std::string::npos, "...");
+    }
+    return "\"" + shown + "\"";
+}
+
+void sayChange(const std::string& name, const brackwell::RepairChange& change) {
+    std::string what(describe(change.kind));
+    if (change.was.empty())
+        what += ": put in " + quotation(change.now);
+    else if (change.now.empty())
+        what += ": dropped " + quotation(change.was);
+    else
+        what += ": " + quotation(change.was) + " becomes " + quotation(change.now);
+    say(name + ":" + std::to_string(change.line) + ":" + std::to_string(change.column), what);
+}
+
+void sayChanges(const Document& document, bool asDiff) {
+    const Repair& repair = *document.repair;
+    if (asDiff)
+        sayText(
+            unifiedDiff(document.name, document.name + " (repaired)", repair.before, repair.after.changes));
+    else
+        for (const brackwell::RepairChange& change : repair.after.changes) sayChange(document.name, change);
+}
+
+}  // namespace
+
+/// Writes the document in the encoding that it came in.
+bool runRepair(Run& run) {
+    return forEachDocument(run, [&run](const Document& document) {
+        if (!document.repair) return run.output.write(document.bytes.bytes());
+        run.progress.end();
+        sayChanges(document, run.options.asDiff);
+        // What the repair puts in is ASCII, which every encoding has.
+        const brackwell::Data text = brackwell::Data::view(document.repair->after.text);
+        const auto bytes = brackwell::encodeText(text.bytes(), document.encoding);
+        run.output.write(document.repair->mark);
+        run.output.write(bytes.value_or(text).bytes());
+    });
+}
+
+}  // namespace tool
