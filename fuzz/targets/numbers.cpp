@@ -81,7 +81,7 @@ void tryBytes(std::string_view bytes) {
     const std::optional<Decimal> first = Decimal::fromString(lines.next());
     const std::string_view text = lines.rest();
     const std::optional<Decimal> second = Decimal::fromString(text);
-    const TvOFXHelper helper;
+    static const TvOFXHelper helper;
     const std::optional<Decimal> amount = helper.decimalNumberFromOFXAmountString(text);
     require(amount == helper.ofxAmountFormatter().numberFromString(text), "amounts are read as numbers");
     if (second) require(amount == second, "an exact number is an amount");
