@@ -24,8 +24,7 @@ bool looksLikeFormula(std::string_view text) {
 
 /// True when a field with this text stands in quotes.
 bool needsQuotes(std::string_view text) noexcept {
-    return std::ranges::any_of(text,
-                               [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; });
+    return std::ranges::any_of(text, [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; });
 }
 
 /// One row, field after field.
