@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/reading.h>
+#include <brackwell/repair.h>
+
+#include "target.h"
+
+/// \file
+/// The repair of a document's text, and the import of what comes of it.
+
+namespace brackwell::fuzz {
+namespace {
+
+/// True when a text is a document with a body that can be parsed.
+bool reads(std::string_view text) {
+    TvOFXParser parser(Data::view(text));
+    parser.setStringEncoding(TextEncodingUTF8);
+    Error error;
+    const auto result = parser.parseWithError(&error);
+    return result && result->ofxData;
+}
+
+/// The text with every change made at its place.
+std::string changed(std::string_view text, const std::vector<RepairChange>& changes) {
+    std::string result;
+    std::size_t done = 0;
+    for (const RepairChange& change : changes) {
+        require(change.offset >= done, "changes stand in their order and do not overlap");
+        require(text.substr(change.offset).starts_with(change.was), "what was changed stood there");
+        require(!describe(change.kind).empty() && change.line > 0 && change.column > 0,
+                "a change says where");
+        result.append(text.substr(done, change.offset - done)).append(change.now);
+        done = change.offset + change.was.size();
+    }
+    return result.append(text.substr(done));
+}
+
+}  // namespace
+
+void tryBytes(std::string_view bytes) {
+    const RepairedText repaired = repairOFXText(bytes);
+    require(changed(bytes, repaired.changes) == repaired.text, "the changes make the repaired text");
+    if (!isValidUTF8(bytes) || reads(bytes))
+        require(repaired.changes.empty(), "what is read already is left as it is");
+    if (repaired.changes.empty()) return;
+    require(reads(repaired.text), "what was repaired is read");
+    require(repairOFXText(repaired.text).changes.empty(), "a second repair changes nothing");
+}
+
+}  // namespace brackwell::fuzz
