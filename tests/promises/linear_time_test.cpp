@@ -217,7 +217,7 @@ Times timesOf(const Shape& shape, std::size_t count, const Action& action) {
     const std::string small = shape.document(count);
     const std::string large = shape.document(4 * count);
     Times times;
-    for (int attempt = 0; attempt < 6; ++attempt) {
+    for (int attempt = 0; attempt < 12; ++attempt) {
         times.once = least(action, small, times.once);
         times.fourTimes = least(action, large, times.fourTimes);
         if (times.isLinear()) break;
