@@ -26,31 +26,19 @@ std::optional<std::array<unsigned, 4>> fourPairs(const char* digits) noexcept {
     return std::array{pair(0), pair(1), pair(2), pair(3)};
 }
 
-/// How many days a common year has before each month, and in all.
-constexpr std::array<unsigned, 13> kDaysBefore{0, 31, 59, 90, 120, 151, 181, 212, 243, 273, 304, 334, 365};
-
-/// A day of the proleptic Gregorian calendar; nothing when there is no such day in the years 1 to 9999.
-/// The two halves of the year's number give the leap years without a division.
-std::optional<sys_days> dayOf(unsigned century, unsigned yearOfCentury, unsigned month,
-                              unsigned day) noexcept {
-    constexpr int daysBefore1970 = 719162 + 365;  // from 0000-01-01, were that year a common one
-    const unsigned year = century * 100 + yearOfCentury;
-    if (year == 0 || month - 1 > 11) return std::nullopt;
-    const unsigned isLeap = (yearOfCentury != 0 ? yearOfCentury : century) % 4 == 0;
-    const unsigned leapDay = month == 2 ? isLeap : 0;
-    if (day - 1 >= kDaysBefore[month] - kDaysBefore[month - 1] + leapDay) return std::nullopt;
-    const unsigned leapYears = century * 24 + century / 4 + yearOfCentury / 4;  // up to this one
-    const unsigned leapDays = month > 2 ? leapYears : leapYears - isLeap;
-    const unsigned count = year * 365 + leapDays + kDaysBefore[month - 1] + day - 1;
-    return sys_days(days(static_cast<int>(count) - daysBefore1970));
+/// The number of days from 1970-01-01 to a day of the proleptic Gregorian calendar; nothing when there is
+/// no such day in the years 1 to 9999.
+std::optional<sys_days> dayOf(unsigned yearNumber, unsigned monthNumber, unsigned dayNumber) noexcept {
+    const year_month_day date(year(static_cast<int>(yearNumber)), month(monthNumber), day(dayNumber));
+    if (yearNumber == 0 || !date.ok()) return std::nullopt;
+    return sys_days(date);
 }
 
 /// Reads "yyyyMMdd".
 std::optional<Date> dateOfDay(std::string_view text) noexcept {
     const auto pairs = fourPairs(text.data());
     if (!pairs) return std::nullopt;
-    const auto [century, year, month, day] = *pairs;
-    return dayOf(century, year, month, day);
+    return dayOf((*pairs)[0] * 100 + (*pairs)[1], (*pairs)[2], (*pairs)[3]);
 }
 
 /// Reads "HHmmss", which stands behind two digits, as a time of the day.

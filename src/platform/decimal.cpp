@@ -44,31 +44,6 @@ std::string digitsOf(Wide coefficient) {
     return std::to_string(upper) + digits;
 }
 
-/// Digits and at most one point among them, which is what amounts are; nothing when there is anything
-/// else, or more than always fit 64 bits.
-std::optional<Decimal> plainNumber(std::string_view text, bool negative) noexcept {
-    constexpr std::size_t mostCharacters = 19;
-    if (text.size() > mostCharacters) return std::nullopt;
-    std::uint64_t number = 0;
-    std::size_t digits = 0;
-    std::size_t integerDigits = 0;
-    bool hasPoint = false;
-    for (const char character : text) {
-        if (const unsigned digit = digitValue(character); digit <= 9) {
-            number = number * 10 + digit;
-            ++digits;
-        } else if (character == '.' && !hasPoint) {
-            hasPoint = true;
-            integerDigits = digits;
-        } else {
-            return std::nullopt;
-        }
-    }
-    if (digits == 0) return std::nullopt;
-    const std::size_t fractionDigits = hasPoint ? digits - integerDigits : 0;
-    return Decimal::fromParts(negative, 0, number, -static_cast<std::int64_t>(fractionDigits));
-}
-
 }  // namespace
 
 Decimal Decimal::fromInteger(std::int64_t value) noexcept {
@@ -78,8 +53,6 @@ Decimal Decimal::fromInteger(std::int64_t value) noexcept {
 
 std::optional<Decimal> Decimal::fromString(std::string_view text) noexcept {
     const bool negative = takeSign(text, Signs::ascii);
-    std::optional<Decimal> number = plainNumber(text, negative);
-    if (number) return number;
     DecimalDigits digits;
     digits.takeInteger(text);
     if (text.starts_with('.')) {
@@ -88,7 +61,7 @@ std::optional<Decimal> Decimal::fromString(std::string_view text) noexcept {
     }
     digits.takeExponent(text, Signs::ascii);
     if (!text.empty()) return std::nullopt;
-    return number = digits.number(negative);
+    return digits.number(negative);
 }
 
 std::optional<Decimal> Decimal::fromParts(bool negative, std::uint64_t high, std::uint64_t low,

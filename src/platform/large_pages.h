@@ -7,8 +7,8 @@
 namespace brackwell {
 
 /// Asks the system to back large new memory with large pages. Handing out 120 MB in pages of 4 KiB takes
-/// the system as long as importing a document of 40 MB into them takes the library; in large pages a third
-/// of that. Small memory, and systems that know no such wish, are left as they are.
+/// the system as long as importing a document of 40 MB into them takes the library; in large pages it takes
+/// about half of that. Small memory, and systems that know no such wish, are left as they are.
 void preferLargePages(void* memory, std::size_t size) noexcept;
 
 /// Allocates like std::allocator, with large pages where there is much to allocate.

@@ -91,8 +91,7 @@ public:
     std::string& failure() noexcept { return failure_; }
 
 private:
-    static constexpr std::size_t kBytesPerNode =
-        16;  ///< fewer are not met in documents; what is too much is never touched
+    static constexpr std::size_t kBytesPerNode = 16;  ///< as in OFX 1; what is too much is never touched
 
     /// Reads the text behind a tag, which says what the pending element is; returns where it ends.
     std::size_t readText(std::size_t begin) {
