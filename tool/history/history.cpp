@@ -1,0 +1,88 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "history/history.h"
+
+#include <algorithm>
+
+#include "run.h"
+
+namespace tool {
+namespace {
+
+using namespace brackwell;
+
+/// How many accounts are compared at most with one.
+constexpr std::size_t kMostCompared = 64;
+
+/// An account without transactions, with what a statement says of it.
+AccountHistory accountFrom(const TvOFXAccountStatement& statement) {
+    AccountHistory account;
+    if (const auto* bank = dynamic_cast<const TvOFXStatementResponse*>(&statement))
+        account.bankAccount = bank->bankAccountFrom();
+    if (const auto* card = dynamic_cast<const TvOFXCCStatementResponse*>(&statement)) {
+        account.card = card->creditCardAccountFrom();
+        account.isCard = true;
+    }
+    account.currency = trimWhiteSpace(statement.defaultCurrency().value_or(""));
+    return account;
+}
+
+bool isSameAccount(const AccountHistory& a, const AccountHistory& b) {
+    if (a.bankAccount) return a.bankAccount->isEqualToOFXBankAccount(b.bankAccount.get());
+    return a.card && a.card->isEqualToOFXCreditCardAccount(b.card.get());
+}
+
+std::string institutionOf(const TvOFXInterpreter& document) {
+    const auto signOn = document.signOnResponse();
+    const auto institution = signOn ? signOn->financialInstitutionID() : nullptr;
+    return institution ? std::string(institution->organization().value_or("")) : std::string();
+}
+
+}  // namespace
+
+OptionalText AccountHistory::number() const noexcept {
+    if (bankAccount) return bankAccount->accountID();
+    return card ? card->accountID() : std::nullopt;
+}
+
+void History::add(HistoryStatement statement) {
+    const std::size_t place = placeOf(*statement.statement);
+    AccountHistory& account = accounts_[place];
+    const auto statementNumber = static_cast<std::uint32_t>(account.statements.size());
+    const auto& transactions = statement.statement->statementTransactions();
+    account.statements.push_back(std::move(statement));
+    repeats_[place].beginStatement();
+    for (const auto& transaction : transactions) {
+        const auto number = static_cast<std::uint32_t>(account.entries.size());
+        const auto original = static_cast<std::uint32_t>(repeats_[place].add(*transaction, number));
+        account.entries.push_back({transaction.get(), statementNumber, number, original});
+        if (original != number) ++account.repeats;
+    }
+}
+
+void History::add(const std::string& file, const TvOFXInterpreter& document) {
+    const std::string institution = institutionOf(document);
+    for (const auto& response : document.allResponses())
+        if (auto statement = std::dynamic_pointer_cast<const TvOFXAccountStatement>(response))
+            add({std::move(statement), file, institution});
+}
+
+std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
+    AccountHistory account = accountFrom(statement);
+    Key key(account.currency, account.number());
+    std::vector<std::size_t>& places = places_[std::move(key)];
+    const std::size_t count = std::min(places.size(), kMostCompared);
+    for (std::size_t i = 0; i < count; ++i)
+        if (isSameAccount(account, accounts_[places[i]])) return places[i];
+    places.push_back(accounts_.size());
+    accounts_.push_back(std::move(account));
+    repeats_.emplace_back();
+    return places.back();
+}
+
+bool readHistory(Run& run, History& history) {
+    return forEachDocument(run, [&](const Document& document) {
+        history.add(document.name, *interpreted(document, run.options));
+    });
+}
+
+}  // namespace tool

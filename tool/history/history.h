@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/brackwell.h>
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "history/repeats.h"
+
+/// \file
+/// What several files say together: files -> accounts -> transactions. The statements of all files are
+/// sorted by account, and each transaction knows whether an earlier statement had it already (repeats.h
+/// says when two are the same).
+///
+///     History history;
+///     const bool allRead = readHistory(run, history);
+///     for (const AccountHistory& account : history.accounts())
+///         for (const HistoryEntry& entry : account.entries)
+///             if (entry.isOriginal()) ...
+
+namespace tool {
+
+struct Run;
+
+/// A statement, and where it stands.
+struct HistoryStatement {
+    std::shared_ptr<const brackwell::TvOFXAccountStatement> statement;
+    std::string file;         ///< as on the command line
+    std::string institution;  ///< the organisation of the file's sign-on; "" when it names none
+};
+
+/// A transaction of an account.
+struct HistoryEntry {
+    const brackwell::TvOFXStatementTransaction* transaction;  ///< the statement owns it
+    std::uint32_t statement;                                  ///< in AccountHistory::statements
+    std::uint32_t number;                                     ///< in AccountHistory::entries
+    std::uint32_t original;  ///< the first of the entries that are the same transaction
+
+    /// False for one that an earlier statement of the account had already.
+    bool isOriginal() const noexcept { return original == number; }
+};
+
+/// An account in one currency, with everything that the files say of it.
+struct AccountHistory {
+    std::shared_ptr<const brackwell::TvOFXBankAccount> bankAccount;  ///< one of these, or none where the
+    std::shared_ptr<const brackwell::TvOFXCreditCardAccount> card;   ///< statement names no account
+    bool isCard = false;
+    std::string currency;                      ///< as the first statement has it; "" when that has none
+    std::vector<HistoryStatement> statements;  ///< in the order of files, and within one of the document
+    std::vector<HistoryEntry> entries;         ///< all transactions of these in their order
+    std::size_t repeats = 0;                   ///< how many entries are not original
+
+    brackwell::OptionalText number() const noexcept;
+};
+
+/// The accounts of several files in the order in which they come first.
+///
+/// Two statements are of one account when the library calls their accounts equal and besides the
+/// accounts' numbers are the same, or both have none, and so are the statements' currencies, since
+/// amounts in different currencies cannot be added. A statement that names no account stands alone. Of
+/// the accounts that have the same number, at most 64 are compared with one: no files take quadratic time.
+class History {
+public:
+    void add(HistoryStatement statement);
+    /// All statements of a document.
+    void add(const std::string& file, const brackwell::TvOFXInterpreter& document);
+
+    const std::vector<AccountHistory>& accounts() const noexcept { return accounts_; }
+
+private:
+    using Key = std::pair<std::string, std::optional<std::string>>;  ///< currency, and number of the account
+    std::size_t placeOf(const brackwell::TvOFXAccountStatement& statement);
+
+    std::vector<AccountHistory> accounts_;
+    std::vector<Repeats> repeats_;  ///< for each of these
+    std::map<Key, std::vector<std::size_t>> places_;
+};
+
+/// Reads the files of the command line into a history; false when one of them could not be read.
+bool readHistory(Run& run, History& history);
+
+}  // namespace tool

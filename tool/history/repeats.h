@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/statements.h>
+
+#include <cstdint>
+#include <map>
+#include <vector>
+
+namespace tool {
+
+/// Finds the transactions of one account that an earlier statement of it had already: those that the
+/// library calls equal, if besides
+///   - their amounts are the same, or both have none; and
+///   - their FITIDs are the same, or one has no FITID and the dates posted are the same, or both have none.
+/// The library skips what one of two transactions lacks, so to it one without fields equals every other;
+/// nobody means that when he says that he has it twice.
+///
+/// Transactions of one statement are never the same as each other: a list with two coffees is about two
+/// coffees. So each transaction of a statement is matched with one of those before it at most, and the
+/// other way round.
+///
+/// Time is n log n on any transactions: of those that have amount and date in common but not their FITID,
+/// at most 64 are compared with one of another statement.
+class Repeats {
+public:
+    using Transaction = brackwell::TvOFXStatementTransaction;
+
+    /// What comes from now on stands in another statement.
+    void beginStatement();
+
+    /// The number of the transaction that this one repeats. When there is none, `number` itself is returned,
+    /// and the transaction stands for all that repeat it in later statements; it must live as long as this.
+    std::size_t add(const Transaction& transaction, std::size_t number);
+
+private:
+    /// A transaction that repeats none.
+    struct Original {
+        const Transaction* transaction;
+        std::size_t number;
+        std::size_t matchedIn;  ///< the statement that had its last match
+    };
+    /// Originals that have something in common. Those that were matched in this statement go in front.
+    struct Bucket {
+        std::vector<std::uint32_t> places;  ///< in originals_
+        std::size_t matched = 0;
+        std::size_t statement = 0;
+    };
+    template <class Second>
+    using Index = std::map<std::pair<std::optional<brackwell::Decimal>, Second>, Bucket>;
+    using DateIndex = Index<std::optional<brackwell::Date>>;
+
+    void enter(std::uint32_t place);
+    Original* findEqual(const Transaction& transaction);
+    template <class Second>
+    Original* findEqualIn(Index<Second>& index, const Transaction& transaction, Second second);
+    Original* findEqualIn(Bucket& bucket, const Transaction& transaction);
+
+    std::vector<Original> originals_;
+    std::size_t entered_ = 0;  ///< how many of these are in the indexes: those of earlier statements
+    std::size_t statement_ = 0;
+    Index<std::string_view> withIdentifier_;  ///< by amount and FITID
+    DateIndex datedWithIdentifier_;           ///< the same by amount and date
+    DateIndex datedWithoutIdentifier_;
+};
+
+}  // namespace tool
