@@ -126,7 +126,8 @@ inline constexpr TextEncoding TextEncodingUTF32BigEndian = 0x98000100;
 BRACKWELL_EXPORT std::optional<Data> decodeText(const Data& data, TextEncoding encoding);
 
 /// Encodes UTF-8 text; nothing when the text is not valid UTF-8, the encoding is not known, or it
-/// cannot hold one of the characters. No mark is written.
+/// cannot hold one of the characters. No mark is written, but a text may begin with one: U+FEFF (in
+/// marked encodings U+FFFE as well) is what decoding takes for a mark and drops.
 BRACKWELL_EXPORT std::optional<Data> encodeText(std::string_view text, TextEncoding encoding);
 
 /// The usual name ("UTF-8", "windows-1252"); nothing when the encoding is not known.
