@@ -6,6 +6,8 @@ extern "C" {
 extern BRACKWELL_EXPORT const double BrackwellVersionNumber;
 extern BRACKWELL_EXPORT const unsigned char BrackwellVersionString[];
 
-const double BrackwellVersionNumber = 1.0;
-const unsigned char BrackwellVersionString[] = "@(#)PROGRAM:Brackwell  PROJECT:TovanaCore-1\n";
+// CMakeLists.txt says the version of the project; both carry its first number.
+const double BrackwellVersionNumber = BRACKWELL_VERSION_MAJOR;
+const unsigned char BrackwellVersionString[] =
+    "@(#)PROGRAM:Brackwell  PROJECT:TovanaCore-" BRACKWELL_VERSION_MAJOR_TEXT "\n";
 }
