@@ -109,17 +109,16 @@ void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transa
     row.addMade("\r\n");
 }
 
-void writeStatement(Output& output, const std::string& file,
-                    const brackwell::TvOFXAccountStatement& statement) {
+void writeStatement(Run& run, const std::string& file, const brackwell::TvOFXAccountStatement& statement) {
     Row common;
     addStatement(common, file, statement);
     Row row;
-    for (const auto& transaction : statement.statementTransactions()) {
-        if (!output.isGood()) return;
+    for (const auto* transaction : run.options.filter.transactionsOf(statement)) {
+        if (!run.output.isGood()) return;
         row.clear();
         row.addMade(common.text());
         addTransaction(row, *transaction);
-        output.write(row.text());
+        run.output.write(row.text());
     }
 }
 
@@ -130,8 +129,9 @@ bool runCsv(Run& run) {
     return forEachDocument(run, [&run](const Document& document) {
         const auto interpreter = interpreted(document, run.options);
         for (const auto& response : interpreter->allResponses())
-            if (const auto* statement = dynamic_cast<const brackwell::TvOFXAccountStatement*>(response.get()))
-                writeStatement(run.output, document.name, *statement);
+            if (const auto* statement = dynamic_cast<const brackwell::TvOFXAccountStatement*>(response.get());
+                statement != nullptr && run.options.filter.takes(*statement))
+                writeStatement(run, document.name, *statement);
     });
 }
 

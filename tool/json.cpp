@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "account_number.h"
 #include "json/fields.h"
 #include "json/objects.h"
 #include "run.h"
@@ -13,7 +14,10 @@ void writeMessagePart(JsonWriter& json, const Document& document, const Options&
     message.processParserResult(document.content, options.numberFormatter, options.dateFormatter);
     json.key("message");
     writeMessage(json, message);
-    writeList(json, "accountsFound", message.accountsFound(), writeAccount);
+    writeList(json, "accountsFound", message.accountsFound(),
+              [&options](JsonWriter& writer, const brackwell::TvOFXAggregate& account) {
+                  if (options.filter.takesAccount(accountNumber(&account))) writeAccount(writer, account);
+              });
 }
 
 void writeDocument(Run& run, const Document& document) {
@@ -21,7 +25,10 @@ void writeDocument(Run& run, const Document& document) {
     json.beginObject();
     if (run.options.files.size() > 1) writeField(json, "file", brackwell::OptionalText(document.name));
     writeMessagePart(json, document, run.options);
-    writeList(json, "responses", interpreted(document, run.options)->allResponses(), writeResponse);
+    writeList(json, "responses", interpreted(document, run.options)->allResponses(),
+              [&run](JsonWriter& writer, const brackwell::TvOFXResponse& response) {
+                  writeResponse(writer, response, run.options.filter);
+              });
     json.endObject();
     run.output.write('\n');
 }

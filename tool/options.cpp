@@ -8,6 +8,7 @@
 #include <map>
 #include <sstream>
 
+#include "filter/filter_options.h"
 #include "text/characters.h"
 
 namespace tool {
@@ -17,27 +18,31 @@ namespace {
 struct ReadingCommand {
     const char* name;
     const char* summary;
-    bool takesSeveralFiles;
+    bool isOfTransactions;  ///< and takes several files; else one
     const char* examples;
 };
 
 constexpr std::array kReadingCommands = {
-    ReadingCommand{"show", "A person's view: institution, accounts, balances and transactions", true,
-                   "Account numbers are masked but for their last four characters, unless --full is given.\n"
-                   "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
-                   "unless NO_COLOR is set.\n\n"
-                   "Examples:\n"
-                   "  brackwell show july.ofx\n"
-                   "  brackwell show --full *.ofx | less\n"},
+    ReadingCommand{
+        "show", "A person's view: institution, accounts, balances and transactions", true,
+        "Account numbers are masked but for their last four characters, unless --full is given.\n"
+        "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
+        "unless NO_COLOR is set. Totals are those of the transactions that are shown.\n\n"
+        "Examples:\n"
+        "  brackwell show july.ofx\n"
+        "  brackwell show --full *.ofx | less\n"
+        "  brackwell show --since 2024-01-01 --until 2024-03-31 --search \"card payment\" *.ofx\n"},
     ReadingCommand{"json", "Everything that was read, as JSON", true,
                    "One object for one FILE; for several, one object a line, with a first key \"file\".\n\n"
                    "Examples:\n"
                    "  brackwell json july.ofx --output july.json\n"
+                   "  brackwell json --account 5678 --sort date july.ofx\n"
                    "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n"},
     ReadingCommand{"csv", "One row per transaction, with a header row", true,
                    "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
                    "Examples:\n"
                    "  brackwell csv *.ofx --output year.csv\n"
+                   "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
                    "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n"},
     ReadingCommand{"tree", "The header and the parse tree, as JSON", false,
                    "A document that does not parse is shown as far as it was understood, with status 1.\n\n"
@@ -79,6 +84,7 @@ struct Texts {
     std::optional<std::string> datePattern;
     std::optional<std::string> decimalSeparator;
     std::optional<std::string> groupingSeparator;
+    FilterTexts filter;
     std::string requestKind;
     std::string requestRouting = "none";
 };
@@ -124,7 +130,7 @@ void declareFiles(CLI::App* sub, bool takesSeveralFiles, Options& options, Texts
 
 void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
     CLI::App* sub = app.add_subcommand(command.name, command.summary);
-    declareFiles(sub, command.takesSeveralFiles, options, texts);
+    declareFiles(sub, command.isOfTransactions, options, texts);
     sub->add_option("--date-format", texts.datePattern, "Try this pattern on dates first (\"dd.MM.yyyy\")")
         ->type_name("PATTERN")
         ->check(CLI::Validator(checkPattern, ""));
@@ -138,7 +144,8 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
     sub->add_flag("--repair", options.repairs, "Repair a document that does not read (see brackwell repair)");
     if (std::string_view(command.name) == "show")
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
-    sub->footer(command.examples);
+    if (command.isOfTransactions) declareFilter(*sub, texts.filter);
+    sub->footer(command.isOfTransactions ? std::string(kFilterHelp) + command.examples : command.examples);
 }
 
 void declareRepair(CLI::App& app, Options& options, Texts& texts) {
@@ -221,6 +228,7 @@ void understand(CLI::App& app, Options& options, const Texts& texts) {
         options.numberFormatter = std::make_shared<brackwell::DecimalNumberFormatter>(numberFormat(texts));
     if (texts.datePattern)
         options.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
+    options.filter = understoodFilter(texts.filter);
     options.request.isProfile = texts.requestKind == "profile";
     const std::map<std::string_view, std::int32_t> routings{{"none", 0}, {"service", 1}, {"msgset", 2}};
     options.request.routing = routings.at(texts.requestRouting);

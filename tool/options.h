@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "filter/filter.h"
+
 namespace tool {
 
 /// What `brackwell request` asks for.
@@ -25,6 +27,7 @@ struct Options {
     brackwell::TextEncoding encoding = brackwell::TextEncodingNone;
     std::shared_ptr<const brackwell::NumberFormatter> numberFormatter;  ///< null: the built-in formats only
     std::shared_ptr<const brackwell::DateFormatter> dateFormatter;
+    Filter filter;
     bool showsFullNumbers = false;
     bool repairs = false;  ///< repair documents that do not read
     bool asDiff = false;   ///< show what was repaired as a diff

@@ -38,17 +38,17 @@ void showOthers(Page& page, const TvOFXResponseList& responses) {
             page.fact(response->transactionWrapperName().value_or(""), shownStatus(*response->status()));
 }
 
-void showResponse(Page& page, const TvOFXResponse& response, bool isFull) {
+void showResponse(Page& page, const TvOFXResponse& response, const Options& options) {
     if (const auto* statement = dynamic_cast<const TvOFXAccountStatement*>(&response))
-        showStatement(page, *statement, isFull);
+        showStatement(page, *statement, options);
     else if (const auto* accounts = dynamic_cast<const TvOFXAccountInfoResponse*>(&response))
-        showAccountInfo(page, *accounts, isFull);
+        showAccountInfo(page, *accounts, options);
     else if (const auto* profile = dynamic_cast<const TvOFXFIProfileResponse*>(&response))
         showProfile(page, *profile);
 }
 
 /// What is shown of the whole document, then the lists of accounts and the profile, then the statements.
-void showDocument(Page& page, const TvOFXInterpreter& interpreter, bool isFull) {
+void showDocument(Page& page, const TvOFXInterpreter& interpreter, const Options& options) {
     const TvOFXResponseList& responses = interpreter.allResponses();
     if (responses.empty()) return page.paragraph("The document has no responses.");
     if (interpreter.signOnResponse()) showSignOn(page, *interpreter.signOnResponse());
@@ -56,7 +56,7 @@ void showDocument(Page& page, const TvOFXInterpreter& interpreter, bool isFull) 
     for (const bool isStatement : {false, true})
         for (const auto& response : responses)
             if ((dynamic_cast<const TvOFXAccountStatement*>(response.get()) != nullptr) == isStatement)
-                showResponse(page, *response, isFull);
+                showResponse(page, *response, options);
     showOthers(page, responses);
 }
 
@@ -66,7 +66,7 @@ bool runShow(Run& run) {
     Page page(run.output);
     return forEachDocument(run, [&](const Document& document) {
         if (run.options.files.size() > 1) page.heading("== " + document.name);
-        showDocument(page, *interpreted(document, run.options), run.options.showsFullNumbers);
+        showDocument(page, *interpreted(document, run.options), run.options);
     });
 }
 

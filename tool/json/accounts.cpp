@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "account_number.h"
+#include "filter/filter.h"
 #include "json/fields.h"
 #include "json/objects.h"
 
@@ -52,10 +54,14 @@ void writeAccountInfo(JsonWriter& json, const brackwell::TvOFXAccountInfo& recor
     json.endObject();
 }
 
-void writeAccountInfoFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+void writeAccountInfoFields(JsonWriter& json, const brackwell::TvOFXResponse& response,
+                            const Filter& filter) {
     const auto& accounts = static_cast<const brackwell::TvOFXAccountInfoResponse&>(response);
     writeField(json, "lastUpdateDateTime", accounts.lastUpdateDateTime());
-    writeList(json, "accountInfos", accounts.accountInfos(), writeAccountInfo);
+    writeList(json, "accountInfos", accounts.accountInfos(),
+              [&filter](JsonWriter& writer, const brackwell::TvOFXAccountInfo& record) {
+                  if (filter.takesAccount(accountNumber(record))) writeAccountInfo(writer, record);
+              });
 }
 
 }  // namespace tool

@@ -75,10 +75,10 @@ void writeField(JsonWriter& json, std::string_view name, const std::shared_ptr<O
     write(json, *object);
 }
 
-/// A list of objects, which is written when it is empty, too.
-template <class List, class Object>
-void writeList(JsonWriter& json, std::string_view name, const List& list,
-               void (*write)(JsonWriter&, const Object&)) {
+/// A list of objects, which is written when it is empty, too. An object is left out for which the function
+/// writes nothing.
+template <class List, class Write>
+void writeList(JsonWriter& json, std::string_view name, const List& list, const Write& write) {
     json.field(name);
     json.beginArray();
     for (const auto& element : list) {

@@ -10,12 +10,14 @@
 namespace tool {
 
 class JsonWriter;
+struct Filter;
 
 // Bases
 void writeMessage(JsonWriter& json, const brackwell::TvOFXMessage& message);
 void writeStatus(JsonWriter& json, const brackwell::TvOFXStatus& status);
-/// Any response: its class, what its wrapper said, and the fields of its class.
-void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response);
+/// Any response: its class, what its wrapper said, and the fields of its class, with the accounts and
+/// transactions that are wanted. Nothing for the statement of an account that is not.
+void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter);
 
 // Accounts
 /// Any account: its class and its fields.
@@ -28,10 +30,10 @@ void writeAccountInfo(JsonWriter& json, const brackwell::TvOFXAccountInfo& recor
 void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransaction& transaction);
 
 // The fields of each response class, without what all responses have.
-void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
-void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
-void writeAccountInfoFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
-void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
-void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response);
+void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter);
+void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter);
+void writeAccountInfoFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter);
+void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter);
+void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter);
 
 }  // namespace tool

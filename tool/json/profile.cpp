@@ -101,7 +101,7 @@ void writeCreditCardSet(JsonWriter& json, const brackwell::TvOFXMessageSetProfil
 
 }  // namespace
 
-void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter&) {
     const auto& signOn = static_cast<const brackwell::TvOFXSignOnResponse&>(response);
     writeField(json, "dateOfServer", signOn.dateOfServer());
     writeField(json, "userKey", signOn.userKey());
@@ -114,7 +114,7 @@ void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& respons
     writeField(json, "accessKey", signOn.accessKey());
 }
 
-void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter&) {
     const auto& profile = static_cast<const brackwell::TvOFXFIProfileResponse&>(response);
     writeField(json, "messageSetProfileSignOn", profile.messageSetProfileSignOn(), writeSignOnSet);
     writeField(json, "messageSetProfileSignUp", profile.messageSetProfileSignUp(), writeSignUpSet);

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "filter/filter.h"
 #include "json/fields.h"
 #include "json/objects.h"
 
@@ -8,7 +9,7 @@ namespace {
 /// What the responses of a class have besides what all responses have.
 struct ResponseClass {
     std::string_view name;
-    void (*writeFields)(JsonWriter&, const brackwell::TvOFXResponse&);
+    void (*writeFields)(JsonWriter&, const brackwell::TvOFXResponse&, const Filter&);
 };
 
 constexpr ResponseClass kResponseClasses[] = {
@@ -43,14 +44,16 @@ void writeStatus(JsonWriter& json, const brackwell::TvOFXStatus& status) {
     json.endObject();
 }
 
-void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter) {
+    const auto* statement = dynamic_cast<const brackwell::TvOFXAccountStatement*>(&response);
+    if (statement != nullptr && !filter.takes(*statement)) return;
     json.beginObject();
     writeField(json, "class", response.className());
     writeField(json, "transactionWrapperName", response.transactionWrapperName());
     writeField(json, "transactionUID", response.transactionUID());
     writeField(json, "status", response.status(), writeStatus);
     for (const ResponseClass& known : kResponseClasses)
-        if (known.name == response.className()) known.writeFields(json, response);
+        if (known.name == response.className()) known.writeFields(json, response, filter);
     json.endObject();
 }
 

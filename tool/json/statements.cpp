@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "filter/filter.h"
 #include "json/fields.h"
 #include "json/objects.h"
 
@@ -18,10 +19,11 @@ void writePayee(JsonWriter& json, const brackwell::TvOFXPayee& payee) {
 }
 
 /// The fields behind the account.
-void writeAccountStatement(JsonWriter& json, const brackwell::TvOFXAccountStatement& statement) {
+void writeAccountStatement(JsonWriter& json, const brackwell::TvOFXAccountStatement& statement,
+                           const Filter& filter) {
     writeField(json, "transactionStartDateTime", statement.transactionStartDateTime());
     writeField(json, "transactionEndDateTime", statement.transactionEndDateTime());
-    writeList(json, "statementTransactions", statement.statementTransactions(), writeTransaction);
+    writeList(json, "statementTransactions", filter.transactionsOf(statement), writeTransaction);
     writeField(json, "ledgerBalanceAmount", statement.ledgerBalanceAmount());
     writeField(json, "ledgerBalanceDateTime", statement.ledgerBalanceDateTime());
     writeField(json, "availableBalanceAmount", statement.availableBalanceAmount());
@@ -57,18 +59,19 @@ void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransacti
     json.endObject();
 }
 
-void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter) {
     const auto& statement = static_cast<const brackwell::TvOFXStatementResponse&>(response);
     writeField(json, "defaultCurrency", statement.defaultCurrency());
     writeField(json, "bankAccountFrom", statement.bankAccountFrom(), writeBankAccount);
-    writeAccountStatement(json, statement);
+    writeAccountStatement(json, statement, filter);
 }
 
-void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response) {
+void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response,
+                            const Filter& filter) {
     const auto& statement = static_cast<const brackwell::TvOFXCCStatementResponse&>(response);
     writeField(json, "defaultCurrency", statement.defaultCurrency());
     writeField(json, "creditCardAccountFrom", statement.creditCardAccountFrom(), writeCreditCardAccount);
-    writeAccountStatement(json, statement);
+    writeAccountStatement(json, statement, filter);
 }
 
 }  // namespace tool

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "account_number.h"
+#include "options.h"
 #include "text/visible_text.h"
 #include "view/account_names.h"
 #include "view/page.h"
@@ -31,21 +33,25 @@ Table::Row rowOf(const brackwell::TvOFXAccountInfo& record, bool isFull) {
 
 }  // namespace
 
-void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response, bool isFull) {
+void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response,
+                     const Options& options) {
     page.heading("Accounts at the institution");
     if (isTrouble(response.status().get())) page.fact("Status", shownStatus(*response.status()));
     page.fact("Changed", shownDate(response.lastUpdateDateTime()));
-    if (response.accountInfos().empty()) return page.paragraph("No accounts.");
+    std::vector<const brackwell::TvOFXAccountInfo*> records;
+    for (const auto& record : response.accountInfos())
+        if (options.filter.takesAccount(accountNumber(*record))) records.push_back(record.get());
+    if (records.empty()) return page.paragraph("No accounts.");
     Table table({{"Description", Column::Kind::text, 8, 5},
                  {"Number", Column::Kind::text, 8, 9},
                  {"Type", Column::Kind::text, 8, 4},
                  {"Bank", Column::Kind::text, 6, 3},
                  {"Status", Column::Kind::text, 6, 2},
                  {"Phone", Column::Kind::text, 6, 1}});
-    for (const auto& record : response.accountInfos()) table.measure(rowOf(*record, isFull));
+    for (const auto* record : records) table.measure(rowOf(*record, options.showsFullNumbers));
     table.fit(page.width());
     table.writeTitles(page);
-    for (const auto& record : response.accountInfos()) table.writeRow(page, rowOf(*record, isFull));
+    for (const auto* record : records) table.writeRow(page, rowOf(*record, options.showsFullNumbers));
 }
 
 }  // namespace tool

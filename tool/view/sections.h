@@ -11,6 +11,7 @@
 namespace tool {
 
 class Page;
+struct Options;
 
 /// A number of an account, masked but for its last four characters unless it is to be shown in full.
 std::string shownNumber(brackwell::OptionalText number, bool isFull);
@@ -24,8 +25,9 @@ std::string shownStatus(const brackwell::TvOFXStatus& status);
 bool isTrouble(const brackwell::TvOFXStatus* status);
 
 void showSignOn(Page& page, const brackwell::TvOFXSignOnResponse& signOn);
-void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response, bool isFull);
+void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response, const Options& options);
 void showProfile(Page& page, const brackwell::TvOFXFIProfileResponse& profile);
-void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, bool isFull);
+/// Nothing for the statement of an account that is not wanted.
+void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, const Options& options);
 
 }  // namespace tool

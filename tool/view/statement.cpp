@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "options.h"
 #include "text/display_width.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
@@ -113,10 +114,12 @@ void showTotals(Page& page, const Totals& totals, OptionalText currency) {
 
 }  // namespace
 
-void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, bool isFull) {
-    page.heading(headingOf(statement, isFull));
+void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, const Options& options) {
+    if (!options.filter.takes(statement)) return;
+    page.heading(headingOf(statement, options.showsFullNumbers));
     showFacts(page, statement);
-    if (statement.statementTransactions().empty()) return page.paragraph("No transactions.");
+    const Filter::Transactions transactions = options.filter.transactionsOf(statement);
+    if (transactions.empty()) return page.paragraph("No transactions.");
     Table table({{"Date", Column::Kind::text, 0, 9},
                  {"Type", Column::Kind::text, 6, 3},
                  {"Payee", Column::Kind::text, 8, 8},
@@ -124,14 +127,14 @@ void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement
                  {"Number", Column::Kind::text, 6, 4},
                  {"Amount", Column::Kind::amount, 0, 9}});
     Totals totals;
-    for (const auto& transaction : statement.statementTransactions()) {
+    for (const auto* transaction : transactions) {
         table.measure(rowOf(*transaction));
         totals.add(transaction->amount());
     }
     table.fit(page.width());
     page.emptyLine();
     table.writeTitles(page);
-    for (const auto& transaction : statement.statementTransactions()) {
+    for (const auto* transaction : transactions) {
         if (!page.isGood()) return;
         table.writeRow(page, rowOf(*transaction));
     }
