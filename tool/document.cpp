@@ -6,6 +6,9 @@
 #include <array>
 #include <cerrno>
 
+#include "console/terminal.h"
+#include "explain/explanation.h"
+
 namespace tool {
 namespace {
 
@@ -110,12 +113,18 @@ std::string_view markOf(std::string_view bytes, const TvOFXParser& parser) noexc
     return bytes.substr(0, bytes.size() - parser.data()->size());
 }
 
-/// Reads the data of a document once more with its text repaired, if there is anything to repair.
-void repair(Document& document, const Data& data, TextEncoding encoding) {
+/// Finds the encoding of data, and what is behind a mark. Its tree is not kept.
+TvOFXParser parserWithEncoding(const Data& data, TextEncoding encoding) {
     TvOFXParser parser(data);
     parser.setStringEncoding(encoding);
     brackwell::Error error;
-    parser.parseWithError(&error);  // for the encoding, and the data behind a mark
+    parser.parseWithError(&error);
+    return parser;
+}
+
+/// Reads the data of a document once more with its text repaired, if there is anything to repair.
+void repair(Document& document, const Data& data, TextEncoding encoding) {
+    const TvOFXParser parser = parserWithEncoding(data, encoding);
     const std::optional<Data> text = brackwell::decodeText(*parser.data(), parser.stringEncoding());
     if (!text) return;
     Repair repair{std::string(markOf(document.bytes.bytes(), parser)), std::string(text->bytes()),
@@ -127,6 +136,20 @@ void repair(Document& document, const Data& data, TextEncoding encoding) {
     if (!document.note.empty()) document.note += "; ";
     document.note += "repaired in " + std::to_string(count) + (count == 1 ? " place" : " places");
     document.repair = std::move(repair);
+}
+
+/// Adds why a document was not read.
+void explain(Document& document, const Data& data, TextEncoding encoding) {
+    if (data.isEmpty()) return;
+    if (isUndecoded(document)) {
+        document.explanation = explainBytes(document.bytes);
+        return;
+    }
+    const TvOFXParser parser = parserWithEncoding(data, encoding);
+    const auto text = brackwell::decodeText(*parser.data(), parser.stringEncoding());
+    if (!text) return;
+    document.complaint = withoutSecrets(std::move(document.complaint), text->bytes());
+    document.explanation = explainNesting(text->bytes(), terminalWidth(STDERR_FILENO));
 }
 
 /// Finds an encoding for bytes that the library could not decode.
@@ -162,6 +185,7 @@ Document readDocument(const std::string& name, TextEncoding encoding, bool repai
     }
     if (repairs && document.outcome != Document::Outcome::read && !isUndecoded(document))
         repair(document, used, encoding);
+    if (document.outcome == Document::Outcome::malformed) explain(document, used, encoding);
     return document;
 }
 

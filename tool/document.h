@@ -26,8 +26,9 @@ struct Document {
 
     std::string name;  ///< as on the command line
     Outcome outcome = Outcome::unreadable;
-    std::string complaint;  ///< why the document was not read
-    std::string note;       ///< what a reader should know of how it was read; usually empty
+    std::string complaint;    ///< why the document was not read
+    std::string explanation;  ///< more of that, in lines of their own; usually empty
+    std::string note;         ///< what a reader should know of how it was read; usually empty
     brackwell::TextEncoding encoding = brackwell::TextEncodingNone;  ///< the one that was used
     brackwell::TvOFXParserResult content;
     brackwell::Data bytes;         ///< of the file

@@ -66,7 +66,8 @@ constexpr const char* kExamples =
 constexpr const char* kRepairExamples =
     "Puts missing, misspelt and crossed close tags right, closes empty leaves, drops comments and unwraps\n"
     "character data; values stay as they are. What was changed is listed on standard error. A document\n"
-    "that can be read is copied as it is.\n\n"
+    "that can be read is copied as it is. The list does not show passwords, keys and cookies; the diff has\n"
+    "the lines as they are.\n\n"
     "Examples:\n"
     "  brackwell repair july.ofx --output july-fixed.ofx\n"
     "  brackwell repair --diff july.ofx --output /dev/null\n"

@@ -2,6 +2,7 @@
 #include "console/messages.h"
 #include "run.h"
 #include "text/diff.h"
+#include "text/secrets.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -20,9 +21,11 @@ std::string quotation(const std::string& text) {
     return "\"" + shown + "\"";
 }
 
-void sayChange(const std::string& name, const brackwell::RepairChange& change) {
+void sayChange(const std::string& name, const brackwell::RepairChange& change, bool isSecret) {
     std::string what(describe(change.kind));
-    if (change.was.empty())
+    if (isSecret)
+        what += ": in a secret, which is not shown";
+    else if (change.was.empty())
         what += ": put in " + quotation(change.now);
     else if (change.now.empty())
         what += ": dropped " + quotation(change.was);
@@ -31,13 +34,19 @@ void sayChange(const std::string& name, const brackwell::RepairChange& change) {
     say(name + ":" + std::to_string(change.line) + ":" + std::to_string(change.column), what);
 }
 
+void sayList(const std::string& name, const Repair& repair) {
+    const std::vector<TextRange> secrets = secretsIn(repair.before);
+    for (const brackwell::RepairChange& change : repair.after.changes)
+        sayChange(name, change, touchesSecret(secrets, {change.offset, change.offset + change.was.size()}));
+}
+
 void sayChanges(const Document& document, bool asDiff) {
     const Repair& repair = *document.repair;
     if (asDiff)
         sayText(
             unifiedDiff(document.name, document.name + " (repaired)", repair.before, repair.after.changes));
     else
-        for (const brackwell::RepairChange& change : repair.after.changes) sayChange(document.name, change);
+        sayList(document.name, repair);
 }
 
 }  // namespace

@@ -36,6 +36,7 @@ void sayHow(Run& run, const Document& document) {
     run.progress.end();
     if (!document.note.empty()) say(document.name, document.note);
     if (!document.complaint.empty()) say(document.name, document.complaint);
+    sayText(document.explanation);
 }
 
 std::shared_ptr<brackwell::TvOFXInterpreter> interpreted(const Document& document, const Options& options) {

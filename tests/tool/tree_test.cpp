@@ -31,7 +31,7 @@ TEST_CASE("an XML document without its instruction is OFX without content") {
 TEST_CASE("bytes that are no text have no encoding") {
     const Finished finished = tool({"tree", "-"}, "caf\xE9");
     CHECK(finished.status == 1);
-    CHECK(finished.error == "-: Data is not OFX or unknown character encoding.\n");
+    CHECK(finished.error.starts_with("-: Data is not OFX or unknown character encoding.\n"));
     CHECK(finished.output == R"({"encoding":null,"header":null,"data":null})"
                              "\n");
 }

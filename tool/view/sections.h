@@ -13,7 +13,8 @@ namespace tool {
 class Page;
 struct Options;
 
-/// A number of an account, masked but for its last four characters unless it is to be shown in full.
+/// A number of an account, masked but for its last four characters, whatever script they are of, unless it
+/// is to be shown in full. Of a number that has no more than four, nothing is shown.
 std::string shownNumber(brackwell::OptionalText number, bool isFull);
 /// "2024-01-31", or "2024-01-31 17:05" when it is not midnight; "" for nothing.
 std::string shownDate(std::optional<brackwell::Date> date);

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/characters.h"
+#include "text/secrets.h"
 #include "text/value_text.h"
 #include "view/sections.h"
 
@@ -8,14 +9,15 @@ namespace tool {
 std::string shownNumber(brackwell::OptionalText number, bool isFull) {
     constexpr std::size_t kept = 4;
     if (!number) return {};
-    if (isFull) return std::string(*number);
+    if (isFull || number->empty()) return std::string(*number);
     std::size_t count = 0;
     for (std::string_view rest = *number; !rest.empty(); ++count)
         rest.remove_prefix(firstCharacter(rest).size);
-    if (count <= kept) return std::string(*number);
+    std::string shown(kMask);
+    if (count <= kept) return shown;
     std::string_view last = *number;
     for (; count > kept; --count) last.remove_prefix(firstCharacter(last).size);
-    return "****" + std::string(last);
+    return shown.append(last);
 }
 
 std::string shownDate(std::optional<brackwell::Date> date) {

@@ -1,0 +1,204 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+/// What is said of a document that does not read, behind the parser's own error.
+std::string explanationOf(const std::string& document, std::map<std::string, std::string> environment = {}) {
+    const Finished finished = tool({"csv", "-"}, document, std::move(environment));
+    CHECK(finished.status == 1);
+    const std::size_t begin = finished.error.find("\n  ");
+    return begin == std::string::npos ? "" : finished.error.substr(begin + 1);
+}
+
+std::string lineWith(const std::string& text, const std::string& part) {
+    for (const std::string& line : linesOf(text))
+        if (contains(line, part)) return line;
+    return "";
+}
+
+}  // namespace
+
+TEST_CASE("a document that does not read is explained with both places, the lines there and what to do") {
+    const Finished finished = tool(
+        {"json", "-"},
+        "OFXHEADER:100\n\n<OFX>\n <STMTRS>\n  <CURDEF>EUR\n  <BANKTRANLIST>\n   <STMTTRN>\n    <TRNAMT>1\n"
+        "   </STMTTRN>\n </STMTRS>\n</OFX>\n");
+    CHECK(finished.status == 1);
+    CHECK(finished.output == "");
+    CHECK(finished.error ==
+          "-: Found close tag </STMTRS> without opening tag.\n"
+          "Maybe there is a close tag missing for <BANKTRANLIST>\n"
+          "  <BANKTRANLIST> was opened in line 6, column 3 and is the innermost that is open:\n"
+          "  6 |   <BANKTRANLIST>\n"
+          "    |   ^\n"
+          "  </STMTRS> stands in line 10, column 2:\n"
+          "   8 |     <TRNAMT>1\n"
+          "   9 |    </STMTTRN>\n"
+          "  10 |  </STMTRS>\n"
+          "     |  ^\n"
+          "  11 | </OFX>\n"
+          "  Likely cause: The close tag of <BANKTRANLIST> is missing.\n"
+          "  --repair mends such a document; \"brackwell repair\" lists what it changes.\n");
+}
+
+TEST_CASE("the places of both tags and the likely cause are found in all kinds of broken documents") {
+    struct Row {
+        std::string document;
+        std::string open;
+        std::string close;
+        std::string cause;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"<OFX></B></OFX>", "<OFX> was opened in line 1, column 1 ", "</B> stands in line 1, column 6:",
+              "The close tag is one too many, or its open tag is missing."},
+             {"<OFX></OFX></B>", "", "</B> stands in line 1, column 12:", "The close tag is one too many"},
+             {"<OFX>\n<STMTTRN>\n<MEMO>\n<FITID>1\n</STMTTRN></OFX>",
+              "<MEMO> was opened in line 3, column 1 ", "</STMTTRN> stands in line 5, column 1:",
+              "<MEMO> has neither a value nor a close tag, so what follows it was taken for its contents."},
+             {"<OFX><STMTTRN><NAME>x</STMTRN></OFX>", "<STMTTRN> was opened in line 1, column 6 ",
+              "</STMTRN> stands in line 1, column 22:",
+              "The close tag is misspelt, or belongs to another element than <STMTTRN>."},
+             {"<OFX><!-- x -->\n<A>1</OFX>", "<!-- x --> was opened in line 1, column 6 ",
+              "</OFX> stands in line 2, column 5:", "A comment, which is no part of OFX"},
+             {"<OFX><!DOCTYPE x>\n<A>1</OFX>", "<!DOCTYPE x> was opened in line 1, column 6 ",
+              "</OFX> stands in line 2, column 5:", "An instruction or declaration"},
+             {"<OFX><A x=\"1\"><B>1</B></A></OFX>", "<A x=\"1\"> was opened in line 1, column 6 ",
+              "</A> stands in line 1, column 23:", "A tag has blanks or attributes in it"},
+             {"<OFX><A/><C>1</C></OFX>", "<A/> was opened in line 1, column 6 ",
+              "</OFX> stands in line 1, column 18:", "A tag that closes itself"},
+             {"<OFX><NAME>\n<![CDATA[x]]></NAME></OFX>", "<![CDATA[x]]> was opened in line 2, column 1 ",
+              "</NAME> stands in line 2, column 14:", "A character-data section"},
+             {"<OFX>\r\n<A>1\r<STATUS>\n\n<B>2\n</OFX>", "<STATUS> was opened in line 3, column 1 ",
+              "</OFX> stands in line 6, column 1:", "The close tag of <STATUS> is missing."},
+             {"\n\n  <OFX>桜é</B></OFX>", "", "</B> stands in line 3, column 10:", ""},
+             {"<?xml version=\"1.0\"?><?OFX VERSION=\"211\"?>\n<OFX><A><B>1</B></OFX>",
+              "<A> was opened in line 2, column 6 ", "</OFX> stands in line 2, column 17:", ""},
+             {"<OFX><INTU.A><B>1</A></INTU.A></OFX>", "<OFX> was opened in line 1, column 1 ",
+              "</INTU.A> stands in line 1, column 22:", ""},
+         }) {
+        CAPTURE(row.document);
+        const std::string explanation = explanationOf(row.document);
+        CHECK(contains(explanation, row.open));
+        CHECK(contains(explanation, row.close));
+        CHECK(contains(explanation, "  Likely cause: " + row.cause));
+        CHECK(contains(explanation, "--repair"));
+        CHECK((row.open.empty() || contains(explanation, " | ")));
+    }
+}
+
+TEST_CASE("the explanation names the tags that the parser's own error names") {
+    // Documents made by cutting tags out of a good one, one after the other.
+    const std::string good = "<OFX><A><B><C>1</C><D>2</B><E><F>3</F></E></A><G><H>4</G></OFX>";
+    int broken = 0;
+    for (std::size_t begin = good.find('<'); begin != std::string::npos; begin = good.find('<', begin + 1)) {
+        std::string document = good;
+        document.erase(begin, good.find('>', begin) + 1 - begin);
+        if (!document.starts_with("<OFX>")) continue;
+        CAPTURE(document);
+        const Finished finished = tool({"tree", "-"}, document);
+        if (finished.status == 0) continue;
+        ++broken;
+        const std::string first = linesOf(finished.error).at(0);
+        const std::string close = first.substr(first.find('<'), first.find('>') - first.find('<') + 1);
+        CHECK(contains(finished.error, "\n  " + close + " stands in line 1, column " +
+                                           std::to_string(document.find(close) + 1) + ":\n"));
+        const std::string second = linesOf(finished.error).at(1);
+        if (!second.starts_with("Maybe")) continue;
+        CHECK(contains(finished.error, "\n  " + second.substr(second.find('<')) + " was opened in line 1, "));
+    }
+    CHECK(broken >= 8);
+}
+
+TEST_CASE("long lines are cut around the place, and the mark stands under it") {
+    const std::string document =
+        "<OFX><A>" + std::string(1000, 'x') + "<B>1</C>" + std::string(1000, 'y') + "</A>";
+    for (const char* columns : {"20", "40", "100"}) {
+        CAPTURE(columns);
+        const std::string explanation = explanationOf(document, {{"COLUMNS", columns}});
+        const std::vector<std::string> lines = linesOf(explanation);
+        std::size_t found = 0;
+        for (std::size_t i = 1; i < lines.size(); ++i) {
+            if (!contains(lines[i - 1], "x</C>") && !contains(lines[i - 1], "1</C>")) continue;
+            ++found;
+            const std::string ellipsis = "\u2026";
+            CHECK(contains(lines[i - 1], " | " + ellipsis));
+            CHECK(lines[i - 1].ends_with(ellipsis));
+            CHECK(lines[i - 1].size() <= std::stoul(columns) + 2 * (ellipsis.size() - 1));
+            CHECK(lines[i].find('^') + ellipsis.size() - 1 == lines[i - 1].find("</C>"));
+        }
+        CHECK(found == 1);
+    }
+}
+
+TEST_CASE("the mark counts the columns of wide characters") {
+    const std::vector<std::string> lines = linesOf(explanationOf("<OFX><A>桜桜e\u0301</B>"));
+    CHECK(lines.at(lines.size() - 4) == "  1 | <OFX><A>桜桜e\u0301</B>");
+    CHECK(lines.at(lines.size() - 3) == "    |              ^");
+}
+
+TEST_CASE("what a terminal might obey is visible in an explanation, also where there is none") {
+    const std::string explanation =
+        explanationOf("<OFX>\n<A>x\x1b[2J\u009b1m\u202Ey\ttab\n<B\x07>\n<C>1\n</\x1b]0;x>\n</OFX>");
+    for (const char* character : {"\x1b", "\u009b", "\u202E", "\x07", "\t"})
+        CHECK_FALSE(contains(explanation, character));
+    CHECK(contains(explanation, "<B␇> was opened in line 3"));
+    CHECK(contains(explanation, "  5 | </␛]0;x>\n"));
+}
+
+TEST_CASE("a secret in the lines of an explanation is a mask of one length, and the mark follows it") {
+    const std::vector<std::string> lines =
+        linesOf(explanationOf("<OFX>\n<SESSCOOKIE>a long cookie</SESSCOOKIE></B>"));
+    CHECK(lines.at(lines.size() - 4) == "  2 | <SESSCOOKIE>****</SESSCOOKIE></B>");
+    CHECK(lines.at(lines.size() - 3) == "    |                              ^");
+}
+
+TEST_CASE("bytes that are no text are explained with the first of them, and the encodings that read them") {
+    struct Row {
+        std::vector<std::string> options;
+        std::string bytes;
+        std::string offset;
+        std::string encodings;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{}, "<OFX><A>caf\x81</OFX>", "offset 11 (hexadecimal 81)", "ISO-8859-1, "},
+             {{"--encoding", "utf-8"}, "<OFX><A>caf\xE9</OFX>", "offset 11 (hexadecimal E9)", "windows-1252"},
+             {{"--encoding", "utf-8"}, "\xEF\xBB\xBF<OFX>\u00E9\uFFFD\xC0", "offset 13 (hexadecimal C0)", ""},
+             {{"--encoding", "ascii"}, "<OFX><A>\u00E9</OFX>", "", "UTF-8"},
+             {{}, "\xFF\xFE<", "offset 0 (hexadecimal FF)", ""},
+         }) {
+        CAPTURE(row.bytes);
+        std::vector<std::string> arguments{"csv", "-"};
+        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        const Finished finished = tool(arguments, row.bytes);
+        CHECK(finished.status == 1);
+        CHECK(finished.error.starts_with("-: Data is not OFX or unknown character encoding.\n"));
+        CHECK(contains(finished.error, "is not UTF-8") == !row.offset.empty());
+        CHECK(contains(finished.error, row.offset));
+        const std::string hint = lineWith(finished.error, "--encoding NAME");
+        CHECK(hint.empty() == row.encodings.empty());
+        CHECK(contains(hint, row.encodings));
+        // Each of the encodings does what is said of it.
+        std::size_t at = hint.empty() ? std::string::npos : hint.find(": ") + 2;
+        while (at != std::string::npos && at < hint.size()) {
+            const std::size_t end = std::min(hint.find(", ", at), hint.size());
+            CHECK(tool({"csv", "-", "--encoding", hint.substr(at, end - at)}, row.bytes).status == 0);
+            at = end + 2;
+        }
+    }
+}
+
+TEST_CASE("a large broken document is explained in time") {
+    std::string deep = "<OFX>";
+    for (int i = 0; i < 300'000; ++i) deep += "<A>\n<B>1\n";
+    CHECK(contains(explanationOf(deep + "</OFX>"), "</OFX> stands in line 600001, column 1:"));
+    std::string wide = "<OFX><A>\n";
+    for (int i = 0; i < 300'000; ++i) wide += "<USERKEY>x<B>1";
+    CHECK(contains(explanationOf(wide + "</OFX>"), "</OFX> stands in line 2, column 4200001:"));
+}
