@@ -5,7 +5,7 @@
 
 namespace brackwell {
 
-struct TvOFXAccountInfo::Elements {
+struct BRACKWELL_INTERNAL TvOFXAccountInfo::Elements {
     using Self = TvOFXAccountInfo;
     static constexpr ElementTable<Self, 3> table{{
         {element("DESC"), text<&Self::texts_, accountDescription_>},

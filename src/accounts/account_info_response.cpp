@@ -5,7 +5,7 @@
 
 namespace brackwell {
 
-struct TvOFXAccountInfoResponse::Elements {
+struct BRACKWELL_INTERNAL TvOFXAccountInfoResponse::Elements {
     using Self = TvOFXAccountInfoResponse;
     static void lastUpdate(Self& self, const NodeRef& value) {
         if (value.isText() && !value.text().empty()) date<&Self::lastUpdateDateTime_>(self, value);

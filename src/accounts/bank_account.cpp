@@ -20,7 +20,7 @@ constexpr std::string_view kTypeKey = "aT";
 
 }  // namespace
 
-struct TvOFXBankAccount::Elements {
+struct BRACKWELL_INTERNAL TvOFXBankAccount::Elements {
     using Self = TvOFXBankAccount;
     static void type(Self& account, const NodeRef& value) {
         if (value.isText()) account.setAccountType(accountTypeFromString(value.text()));

@@ -5,7 +5,7 @@
 
 namespace brackwell {
 
-struct TvOFXBankAccountInfo::Elements {
+struct BRACKWELL_INTERNAL TvOFXBankAccountInfo::Elements {
     using Self = TvOFXBankAccountInfo;
     static constexpr ElementTable<Self, 5> table{{
         {element("BANKACCTFROM"), object<&Self::bankAcctFrom_, TvOFXBankAccount::initWithParserDict>},

@@ -6,7 +6,7 @@
 
 namespace brackwell {
 
-struct TvOFXCreditCardAccount::Elements {
+struct BRACKWELL_INTERNAL TvOFXCreditCardAccount::Elements {
     using Self = TvOFXCreditCardAccount;
     static constexpr ElementTable<Self, 2> table{{
         {element("ACCTID"), text<&Self::texts_, accountID_>},

@@ -5,7 +5,7 @@
 
 namespace brackwell {
 
-struct TvOFXCreditCardAccountInfo::Elements {
+struct BRACKWELL_INTERNAL TvOFXCreditCardAccountInfo::Elements {
     using Self = TvOFXCreditCardAccountInfo;
     static constexpr ElementTable<Self, 5> table{{
         {element("CCACCTFROM"), object<&Self::creditCardAccountFrom_>},

@@ -14,7 +14,7 @@ constexpr std::array<Choice<TvOFXInvestmentAccountType>, 4> kAccountTypes{
 
 }  // namespace
 
-struct TvOFXInvestmentAccountInfo::Elements {
+struct BRACKWELL_INTERNAL TvOFXInvestmentAccountInfo::Elements {
     using Self = TvOFXInvestmentAccountInfo;
     static constexpr ElementTable<Self, 6> table{{
         {element("INVACCTFROM"), object<&Self::investmentAccount_>},

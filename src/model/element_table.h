@@ -5,12 +5,13 @@
 
 #include <type_traits>
 
+#include "platform/internal.h"
 #include "reading/node_ref.h"
 
 /// \file
 /// How a class reads its elements: a table of element names, each with what to do with its value.
 ///
-///     struct TvOFXBankAccountInfo::Elements {
+///     struct BRACKWELL_INTERNAL TvOFXBankAccountInfo::Elements {
 ///         using Self = TvOFXBankAccountInfo;
 ///         static constexpr ElementTable<Self, 2> table{{
 ///             {element("SUPTXDL"), flag<&Self::supportsTransactionDownload_>},

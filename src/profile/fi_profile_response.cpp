@@ -6,7 +6,7 @@
 
 namespace brackwell {
 
-struct TvOFXFIProfileResponse::Elements {
+struct BRACKWELL_INTERNAL TvOFXFIProfileResponse::Elements {
     using Self = TvOFXFIProfileResponse;
 
     static void realms(Self& self, const NodeRef& value) {

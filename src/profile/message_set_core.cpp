@@ -25,7 +25,7 @@ std::string_view wordFor(const Choices& choices, Value value) noexcept {
 
 }  // namespace
 
-struct TvOFXMessageSetCore::Elements {
+struct BRACKWELL_INTERNAL TvOFXMessageSetCore::Elements {
     using Self = TvOFXMessageSetCore;
     static constexpr ElementTable<Self, 9> table{{
         {element("VER"), integer<&Self::version_>},

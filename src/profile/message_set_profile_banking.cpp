@@ -6,7 +6,7 @@
 
 namespace brackwell {
 
-struct TvOFXMessageSetProfileBanking::Elements {
+struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
     using Self = TvOFXMessageSetProfileBanking;
     static constexpr ElementTable<Self, 2> email{{
         {element("CANEMAIL"), flag<&Self::supportsEMail_>},

@@ -5,7 +5,7 @@
 
 namespace brackwell {
 
-struct TvOFXMessageSetProfileSignUp::Elements {
+struct BRACKWELL_INTERNAL TvOFXMessageSetProfileSignUp::Elements {
     using Self = TvOFXMessageSetProfileSignUp;
     static constexpr ElementTable<Self, 1> clientEnroll{{
         {element("ACCTREQUIRED"), flag<&Self::clientEnrollAccountRequired_>},

@@ -19,7 +19,7 @@ constexpr std::array<std::string_view, 5> kDisplayTexts{"unknown", "alpha or num
 
 }  // namespace
 
-struct TvOFXSignOnInfo::Elements {
+struct BRACKWELL_INTERNAL TvOFXSignOnInfo::Elements {
     using Self = TvOFXSignOnInfo;
     static constexpr ElementTable<Self, 17> table{{
         {element("SIGNONREALM"), text<&Self::texts_, signonRealm_>},

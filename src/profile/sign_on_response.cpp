@@ -25,7 +25,7 @@ void appendLineIfPresent(std::string& text, std::string_view name, const Value& 
 
 }  // namespace
 
-struct TvOFXSignOnResponse::Elements {
+struct BRACKWELL_INTERNAL TvOFXSignOnResponse::Elements {
     using Self = TvOFXSignOnResponse;
     static constexpr ElementTable<Self, 9> table{{
         {element("DTSERVER"), date<&Self::dateOfServer_>},

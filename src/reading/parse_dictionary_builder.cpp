@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/reading.h>
 
+#include "platform/internal.h"
 #include "reading/node_ref.h"
 #include "reading/tree_writer.h"
 
@@ -8,7 +9,7 @@ namespace brackwell {
 
 using reading::NodeRef;
 
-struct ParseDictionaryBuilder::State {
+struct BRACKWELL_INTERNAL ParseDictionaryBuilder::State {
     std::shared_ptr<reading::Document> document = std::make_shared<reading::Document>();
     reading::TreeWriter writer{*document};
 

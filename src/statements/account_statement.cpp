@@ -16,7 +16,7 @@ std::string textOf(const std::optional<Decimal>& amount) {
 
 }  // namespace
 
-struct TvOFXAccountStatement::Elements {
+struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
     using Self = TvOFXAccountStatement;
 
     static void transactions(Self& self, const NodeRef& value) { self.readTransactions(value); }

@@ -6,7 +6,7 @@
 
 namespace brackwell {
 
-struct TvOFXPayee::Elements {
+struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
     using Self = TvOFXPayee;
     static constexpr ElementTable<Self, 9> table{{
         {element("NAME"), text<&Self::texts_, name_>},

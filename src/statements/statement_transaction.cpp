@@ -12,7 +12,7 @@ struct TvOFXStatementTransaction::Parties {
     std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountTo;
 };
 
-struct TvOFXStatementTransaction::Elements {
+struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
     using Self = TvOFXStatementTransaction;
 
     static void datePosted(Self& self, const NodeRef& value) {

@@ -1,0 +1,2 @@
+add_subdirectory(${BRACKWELL_SOURCE} brackwell)
+include(subproject.cmake)

@@ -1,0 +1,3 @@
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(brackwell REQUIRED IMPORTED_TARGET brackwell=${BRACKWELL_VERSION})
+set(brackwell PkgConfig::brackwell)
