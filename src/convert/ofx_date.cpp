@@ -65,7 +65,9 @@ std::string_view firstCharacters(std::string_view text, std::size_t count) noexc
     if (text.size() <= count) return text;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const bool beginsCharacter = (static_cast<unsigned char>(text[i]) & 0xC0) != 0x80;
-        if (beginsCharacter && count-- == 0) return text.substr(0, i);
+        if (!beginsCharacter) continue;
+        if (count == 0) return text.substr(0, i);
+        --count;
     }
     return text;
 }

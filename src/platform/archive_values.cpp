@@ -57,7 +57,7 @@ void appendMantissa(std::string& bytes, const Mantissa& mantissa) {
     cbor::appendHead(bytes, Major::tag,
                      mantissa.negative ? cbor::tagNegativeBignum : cbor::tagUnsignedBignum);
     cbor::appendHead(bytes, Major::bytes, size);
-    for (unsigned i = size; i-- > 0;) bytes += static_cast<char>(value >> 8 * i & 0xFFU);
+    for (; size != 0; --size) bytes += static_cast<char>(value >> 8 * (size - 1) & 0xFFU);
 }
 
 std::optional<Mantissa> takeMantissa(std::string_view& bytes) noexcept {

@@ -79,6 +79,7 @@ class Locale {
 public:
     explicit Locale(const std::string& name) {
         errno = 0;  // not every failure sets it
+        // cppcheck-suppress useInitializationList ; errno comes first
         handle_ = ::newlocale(LC_TIME_MASK, name.c_str(), locale_t{});
         if (!isOpen() && errno == ENOMEM) throw std::bad_alloc();
     }

@@ -35,7 +35,7 @@ void appendHead(std::string& bytes, Major major, std::uint64_t argument) {
         size *= 2;
     }
     bytes += static_cast<char>(upper | lower);
-    for (unsigned i = size; i-- > 0;) bytes += static_cast<char>(argument >> 8 * i & 0xFFU);
+    for (; size != 0; --size) bytes += static_cast<char>(argument >> 8 * (size - 1) & 0xFFU);
 }
 
 void appendInteger(std::string& bytes, std::int64_t value) {

@@ -13,7 +13,7 @@ __extension__ typedef unsigned __int128 Wide;
 /// 10^0 to 10^38.
 inline constexpr auto powersOfTen = [] {
     std::array<Wide, Decimal::maximumDigits + 1> powers{1};
-    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    for (std::size_t i = 1; i != powers.size(); ++i) powers[i] = powers[i - 1] * 10;
     return powers;
 }();
 

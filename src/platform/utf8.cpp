@@ -96,8 +96,8 @@ void appendCharacter(std::string& text, char32_t character) {
     // 110xxxxx, 1110xxxx or 11110xxx, then 10xxxxxx as often as needed.
     const unsigned mark = 0xFF80U >> continuations & 0xFFU;
     text += static_cast<char>(mark | character >> 6U * continuations);
-    for (unsigned i = continuations; i-- > 0;)
-        text += static_cast<char>(0x80U | (character >> 6U * i & 0x3FU));
+    for (unsigned left = continuations; left != 0; --left)
+        text += static_cast<char>(0x80U | (character >> 6U * (left - 1) & 0x3FU));
 }
 
 std::size_t asciiPrefix(std::string_view bytes) noexcept {

@@ -17,9 +17,9 @@ constexpr std::size_t typeSize = 6;  // four bytes of offset, the flag of daylig
 /// The big-endian number that two's complement bytes stand for.
 std::int64_t signedNumber(std::string_view bytes) noexcept {
     const bool negative = !bytes.empty() && static_cast<signed char>(bytes.front()) < 0;
-    std::uint64_t value = negative ? ~std::uint64_t{0} : 0;
-    for (const char byte : bytes) value = value << 8 | static_cast<unsigned char>(byte);
-    return static_cast<std::int64_t>(value);
+    std::int64_t value = negative ? -1 : 0;
+    for (const char byte : bytes) value = value * 256 + static_cast<unsigned char>(byte);
+    return value;
 }
 
 /// Takes parts off the beginning of a file. One that is longer than the rest spoils the whole.

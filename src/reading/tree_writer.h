@@ -82,6 +82,7 @@ private:
     }
     char* appendOwnText(std::size_t size);
     Place& placeOf(NameID name) {
+        // cppcheck-suppress returnTempReference ; both are members
         return name < kKnownElementCount ? places_[name] : placeOfUnknown(name - kKnownElementCount);
     }
     Place& placeOfUnknown(std::uint32_t number);

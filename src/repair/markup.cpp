@@ -41,8 +41,8 @@ std::string escaped(std::string_view text) {
 
 /// What stands between the brackets of a tag, taken apart.
 struct Inside {
-    explicit Inside(std::string_view text) : beginsWithBlank(!text.empty() && isBlank(text.front())) {
-        name = trimWhiteSpace(text);
+    explicit Inside(std::string_view text)
+        : beginsWithBlank(!text.empty() && isBlank(text.front())), name(trimWhiteSpace(text)) {
         if (name.starts_with('/')) {
             form = Tag::Form::close;
             name = trimWhiteSpace(name.substr(1));
