@@ -16,8 +16,14 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"show", tool::runShow},       {"json", tool::runJson},     {"csv", tool::runCsv},
-    {"tree", tool::runTree},       {"pretty", tool::runPretty}, {"repair", tool::runRepair},
+    {"show", tool::runShow},
+    {"json", tool::runJson},
+    {"csv", tool::runCsv},
+    {"accounts", tool::runAccounts},
+    {"duplicates", tool::runDuplicates},
+    {"tree", tool::runTree},
+    {"pretty", tool::runPretty},
+    {"repair", tool::runRepair},
     {"request", tool::runRequest},
 };
 

@@ -14,17 +14,25 @@
 namespace tool {
 namespace {
 
+/// What a command that reads files takes besides the options of all of them.
+enum Trait : unsigned {
+    kSeveralFiles = 1,
+    kFilter = 2,   ///< the options that choose transactions
+    kNumbers = 4,  ///< --full
+};
+
 /// The commands that read files.
 struct ReadingCommand {
     const char* name;
     const char* summary;
-    bool isOfTransactions;  ///< and takes several files; else one
+    unsigned traits;
     const char* examples;
 };
 
 constexpr std::array kReadingCommands = {
     ReadingCommand{
-        "show", "A person's view: institution, accounts, balances and transactions", true,
+        "show", "A person's view: institution, accounts, balances and transactions",
+        kSeveralFiles | kFilter | kNumbers,
         "Account numbers are masked but for their last four characters, unless --full is given.\n"
         "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
         "unless NO_COLOR is set. Totals are those of the transactions that are shown.\n\n"
@@ -32,24 +40,43 @@ constexpr std::array kReadingCommands = {
         "  brackwell show july.ofx\n"
         "  brackwell show --full *.ofx | less\n"
         "  brackwell show --since 2024-01-01 --until 2024-03-31 --search \"card payment\" *.ofx\n"},
-    ReadingCommand{"json", "Everything that was read, as JSON", true,
+    ReadingCommand{"json", "Everything that was read, as JSON", kSeveralFiles | kFilter,
                    "One object for one FILE; for several, one object a line, with a first key \"file\".\n\n"
                    "Examples:\n"
                    "  brackwell json july.ofx --output july.json\n"
                    "  brackwell json --account 5678 --sort date july.ofx\n"
                    "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n"},
-    ReadingCommand{"csv", "One row per transaction, with a header row", true,
+    ReadingCommand{"csv", "One row per transaction, with a header row", kSeveralFiles | kFilter,
                    "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
                    "Examples:\n"
                    "  brackwell csv *.ofx --output year.csv\n"
                    "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
                    "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n"},
-    ReadingCommand{"tree", "The header and the parse tree, as JSON", false,
+    ReadingCommand{
+        "accounts", "The accounts of all files, one row for each", kSeveralFiles | kNumbers,
+        "An account that stands in several files is one row: with its latest balance, the number of\n"
+        "its transactions without those that an earlier statement had already, and the days that\n"
+        "its statements cover. Accounts are the same when number and currency are, and nothing else\n"
+        "that both name differs.\n\n"
+        "Examples:\n"
+        "  brackwell accounts *.ofx\n"
+        "  brackwell accounts --full july.ofx august.ofx\n"},
+    ReadingCommand{
+        "duplicates", "Transactions that stand in more than one statement", kSeveralFiles | kNumbers,
+        "Statements of the same account are compared, also those of one file. Two transactions are the\n"
+        "same when the amount is, no field differs that both have, and the identifier of the\n"
+        "institution (FITID) is the same, or the date posted where one has none. Equal transactions\n"
+        "of one statement are different ones. One is compared with 64 others of the same date and\n"
+        "amount at most. The status does not say whether any was found.\n\n"
+        "Examples:\n"
+        "  brackwell duplicates july.ofx august.ofx\n"
+        "  brackwell duplicates --full *.ofx\n"},
+    ReadingCommand{"tree", "The header and the parse tree, as JSON", 0,
                    "A document that does not parse is shown as far as it was understood, with status 1.\n\n"
                    "Examples:\n"
                    "  brackwell tree july.ofx | jq .header\n"
                    "  brackwell tree --encoding windows-1252 july.ofx\n"},
-    ReadingCommand{"pretty", "The body, rendered again as indented OFX text", false,
+    ReadingCommand{"pretty", "The body, rendered again as indented OFX text", 0,
                    "Examples:\n"
                    "  brackwell pretty july.ofx | less\n"},
 };
@@ -131,7 +158,7 @@ void declareFiles(CLI::App* sub, bool takesSeveralFiles, Options& options, Texts
 
 void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
     CLI::App* sub = app.add_subcommand(command.name, command.summary);
-    declareFiles(sub, command.isOfTransactions, options, texts);
+    declareFiles(sub, (command.traits & kSeveralFiles) != 0, options, texts);
     sub->add_option("--date-format", texts.datePattern, "Try this pattern on dates first (\"dd.MM.yyyy\")")
         ->type_name("PATTERN")
         ->check(CLI::Validator(checkPattern, ""));
@@ -143,10 +170,11 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
         ->type_name("CHAR")
         ->check(CLI::Validator(checkCharacter, ""));
     sub->add_flag("--repair", options.repairs, "Repair a document that does not read (see brackwell repair)");
-    if (std::string_view(command.name) == "show")
+    if ((command.traits & kNumbers) != 0)
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
-    if (command.isOfTransactions) declareFilter(*sub, texts.filter);
-    sub->footer(command.isOfTransactions ? std::string(kFilterHelp) + command.examples : command.examples);
+    const bool hasFilter = (command.traits & kFilter) != 0;
+    if (hasFilter) declareFilter(*sub, texts.filter);
+    sub->footer(hasFilter ? std::string(kFilterHelp) + command.examples : command.examples);
 }
 
 void declareRepair(CLI::App& app, Options& options, Texts& texts) {

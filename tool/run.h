@@ -23,6 +23,8 @@ struct Run {
 bool runShow(Run& run);
 bool runJson(Run& run);
 bool runCsv(Run& run);
+bool runAccounts(Run& run);
+bool runDuplicates(Run& run);
 bool runTree(Run& run);
 bool runPretty(Run& run);
 bool runRepair(Run& run);

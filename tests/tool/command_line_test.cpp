@@ -9,7 +9,8 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-const std::vector<std::string> kCommands{"show", "json", "csv", "tree", "pretty", "repair", "request"};
+const std::vector<std::string> kCommands{"show", "json",   "csv",    "accounts", "duplicates",
+                                         "tree", "pretty", "repair", "request"};
 
 }  // namespace
 
@@ -62,6 +63,10 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"print", document}, "unknown command \"print\""},
         {{"show"}, "FILE is required"},
         {{"json", document, "--full"}, "--full"},
+        {{"accounts"}, "FILE is required"},
+        {{"duplicates"}, "FILE is required"},
+        {{"accounts", document, "--sort", "date"}, "--sort"},
+        {{"duplicates", document, "--since", "2024-01-01"}, "--since"},
         {{"json", document, "--nothing"}, "--nothing"},
         {{"tree", document, document}, "FILE: At Most 1"},
         {{"pretty", document, document}, "FILE: At Most 1"},
@@ -115,7 +120,7 @@ TEST_CASE("options stand before or behind the files, and two hyphens end them") 
 }
 
 TEST_CASE("every reading command takes every option of reading") {
-    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+    for (const char* command : {"show", "json", "csv", "accounts", "duplicates", "tree", "pretty"}) {
         CAPTURE(command);
         const TemporaryFolder folder;
         const Finished finished =

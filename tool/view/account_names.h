@@ -5,6 +5,8 @@
 
 #include <string_view>
 
+#include "history/history.h"
+
 namespace tool {
 
 /// What people call an account of this type.
@@ -12,6 +14,13 @@ inline std::string_view accountTypeName(brackwell::TvOFXBankAccountType type) no
     constexpr std::string_view names[] = {"Account", "Checking account", "Savings account",
                                           "Money market account", "Credit line"};
     return type < std::size(names) ? names[type] : names[0];
+}
+
+/// The same of an account of either kind, and of statements that name none.
+inline std::string_view kindOf(const AccountHistory& account) noexcept {
+    if (account.isCard) return "Credit card";
+    return accountTypeName(account.bankAccount ? account.bankAccount->accountType()
+                                               : brackwell::TvOFXBankAccountTypeUnknown);
 }
 
 }  // namespace tool

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "history/history.h"
+#include "run.h"
+#include "text/value_text.h"
+#include "text/visible_text.h"
+#include "view/account_names.h"
+#include "view/page.h"
+#include "view/sections.h"
+#include "view/table.h"
+
+namespace tool {
+namespace {
+
+using brackwell::Date;
+using brackwell::TvOFXAccountStatement;
+
+/// From the first to the last day that something is known of.
+struct Period {
+    std::optional<Date> first;
+    std::optional<Date> last;
+
+    void include(std::optional<Date> date) {
+        if (!date) return;
+        first = first ? std::min(*first, *date) : *date;
+        last = last ? std::max(*last, *date) : *date;
+    }
+};
+
+/// What the statements say they cover; where they do not say it, what their transactions do.
+Period periodOf(const AccountHistory& account) {
+    Period period;
+    for (const HistoryStatement& held : account.statements) {
+        period.include(held.statement->transactionStartDateTime());
+        period.include(held.statement->transactionEndDateTime());
+    }
+    if (!period.first)
+        for (const HistoryEntry& entry : account.entries) period.include(entry.transaction->datePosted());
+    return period;
+}
+
+/// The statement with the latest balance; null when none has one. Of those without a date, the last.
+const TvOFXAccountStatement* latestBalance(const AccountHistory& account) {
+    const TvOFXAccountStatement* latest = nullptr;
+    for (const HistoryStatement& held : account.statements) {
+        const TvOFXAccountStatement& statement = *held.statement;
+        if (!statement.ledgerBalanceAmount()) continue;
+        if (latest == nullptr || statement.ledgerBalanceDateTime() >= latest->ledgerBalanceDateTime())
+            latest = &statement;
+    }
+    return latest;
+}
+
+std::string institutionOf(const AccountHistory& account) {
+    for (const HistoryStatement& held : account.statements)
+        if (!held.institution.empty()) return held.institution;
+    return {};
+}
+
+std::string dayText(std::optional<Date> date) { return date ? std::string(DateText(*date).day()) : ""; }
+
+Table::Row rowOf(const AccountHistory& account, bool isFull) {
+    const Period period = periodOf(account);
+    const TvOFXAccountStatement* balance = latestBalance(account);
+    return {
+        visibleText(institutionOf(account)),
+        std::string(kindOf(account)),
+        visibleText(shownNumber(account.number(), isFull)),
+        visibleText(account.currency),
+        balance != nullptr ? shownAmount(*balance->ledgerBalanceAmount()) : "",
+        balance != nullptr ? dayText(balance->ledgerBalanceDateTime()) : "",
+        std::to_string(account.entries.size() - account.repeats),
+        dayText(period.first),
+        dayText(period.last),
+    };
+}
+
+void showAccounts(Page& page, const std::vector<const AccountHistory*>& accounts, bool isFull) {
+    Table table({{"Institution", Column::Kind::text, 8, 4},
+                 {"Account", Column::Kind::text, 8, 6},
+                 {"Number", Column::Kind::text, 8, 9},
+                 {"Currency", Column::Kind::text, 3, 5},
+                 {"Balance", Column::Kind::amount, 0, 9},
+                 {"On", Column::Kind::text, 10, 7},
+                 {"Entries", Column::Kind::text, 6, 3},
+                 {"From", Column::Kind::text, 10, 1},
+                 {"To", Column::Kind::text, 10, 2}});
+    for (const AccountHistory* account : accounts) table.measure(rowOf(*account, isFull));
+    table.fit(page.width());
+    table.writeTitles(page);
+    for (const AccountHistory* account : accounts) table.writeRow(page, rowOf(*account, isFull));
+}
+
+}  // namespace
+
+bool runAccounts(Run& run) {
+    History history;
+    const bool allRead = readHistory(run, history);
+    std::vector<const AccountHistory*> accounts;
+    std::size_t nameless = 0;
+    for (const AccountHistory& account : history.accounts()) {
+        if (account.bankAccount || account.card)
+            accounts.push_back(&account);
+        else
+            ++nameless;
+    }
+    Page page(run.output);
+    if (!accounts.empty()) showAccounts(page, accounts, run.options.showsFullNumbers);
+    if (nameless > 0)
+        page.paragraph("Statements that name no account: " + std::to_string(nameless));
+    else if (accounts.empty() && allRead)
+        page.paragraph("The documents have no statements.");
+    return allRead;
+}
+
+}  // namespace tool
