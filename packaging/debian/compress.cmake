@@ -1,0 +1,8 @@
+# Compresses manual pages and changelogs of the packages, as Debian asks.
+
+file(GLOB_RECURSE files
+    ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/man/man*/*
+    ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/doc/*/changelog*)
+foreach(file ${files})
+    execute_process(COMMAND gzip --best --no-name ${file} COMMAND_ERROR_IS_FATAL ANY)
+endforeach()
