@@ -16,6 +16,6 @@ int main(int argc, char** argv) {
     const auto statement = message->statementsForBankAccount(account);
     if (!std::dynamic_pointer_cast<const TvOFXStatementResponse>(statement)) return 1;
     const auto& entries = statement->statementTransactions();
-    std::cout << "version " << BrackwellVersionNumber << ", " << entries.size() << " transactions, the last of "
-              << entries.back()->amount()->toString() << '\n';
+    std::cout << "version " << BrackwellVersionNumber << ", " << entries.size()
+              << " transactions, the last of " << entries.back()->amount()->toString() << '\n';
 }
