@@ -18,11 +18,11 @@ namespace brackwell {
 
 /// The kind of a bank account (ACCTTYPE). Certificates of deposit and every other text are unknown.
 enum TvOFXBankAccountType : std::uint64_t {
-    TvOFXBankAccountTypeUnknown = 0,
-    TvOFXBankAccountTypeChecking = 1,
-    TvOFXBankAccountTypeSavings = 2,
-    TvOFXBankAccountTypeMoneyMarket = 3,
-    TvOFXBankAccountTypeCreditLine = 4,
+    TvOFXBankAccountTypeUnknown = 0,      ///< none of the others, or not said
+    TvOFXBankAccountTypeChecking = 1,     ///< CHECKING
+    TvOFXBankAccountTypeSavings = 2,      ///< SAVINGS
+    TvOFXBankAccountTypeMoneyMarket = 3,  ///< MONEYMARKET
+    TvOFXBankAccountTypeCreditLine = 4,   ///< CREDITLINE
 };
 
 /// A bank account (BANKACCTFROM, BANKACCTTO). Keeps no parse data, so its ofxString is empty; its
@@ -30,15 +30,20 @@ enum TvOFXBankAccountType : std::uint64_t {
 class BRACKWELL_EXPORT TvOFXBankAccount final : public TvOFXAggregate {
 public:
     TvOFXBankAccount() noexcept = default;
-    explicit TvOFXBankAccount(const KeyedUnarchiver& coder);
 
+    /// An account with these three fields.
     static std::shared_ptr<TvOFXBankAccount> initWithBankID(OptionalText bankID, OptionalText accountID,
                                                             TvOFXBankAccountType type);
+    /// Reads a BANKACCTFROM or BANKACCTTO node. A value that is no text is skipped.
     static std::shared_ptr<TvOFXBankAccount> initWithParserDict(const std::optional<ParseDictionary>& node);
     /// The account as a BANKACCTFROM aggregate, also when it was read from another one. Bank, number
     /// and type are always written, with an empty value when absent.
     std::string description() const override;
+    /// @{
+    /// Reads what encodeWithCoder wrote; what is missing there stays absent.
     static std::shared_ptr<TvOFXBankAccount> initWithCoder(const KeyedUnarchiver& coder);
+    explicit TvOFXBankAccount(const KeyedUnarchiver& coder);
+    /// @}
     /// Writes "bID", "branchID", "aID", "aT" and "aKC"; nothing of the base class.
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
@@ -48,6 +53,9 @@ public:
     /// The ACCTTYPE text of a type; "" for an unknown one.
     static std::string_view accountTypeStringFromAccountType(TvOFXBankAccountType type) noexcept;
 
+    /// @{
+    /// BANKID (in many countries a sort or routing number), BRANCHID, ACCTID, ACCTTYPE and ACCTKEY. Texts
+    /// are valid until they are set again, and as long as the account.
     OptionalText bankID() const noexcept { return texts_.get(bankID_); }
     void setBankID(OptionalText text) { texts_.set(bankID_, text); }
     OptionalText branchID() const noexcept { return texts_.get(branchID_); }
@@ -58,6 +66,7 @@ public:
     void setAccountType(TvOFXBankAccountType type) noexcept { accountType_ = type; }
     OptionalText acctKeyChecksum() const noexcept { return texts_.get(acctKeyChecksum_); }
     void setAcctKeyChecksum(OptionalText text) { texts_.set(acctKeyChecksum_, text); }
+    /// @}
 
     /// True when the types are the same and no text differs that both accounts have. An absent text
     /// agrees with any: intended, so this is not transitive. False for null.
@@ -74,19 +83,29 @@ private:
 class BRACKWELL_EXPORT TvOFXCreditCardAccount final : public TvOFXAggregate {
 public:
     TvOFXCreditCardAccount() noexcept = default;
-    explicit TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node);
-    explicit TvOFXCreditCardAccount(const KeyedUnarchiver& coder);
 
+    /// An account with a number and no key.
     static std::shared_ptr<TvOFXCreditCardAccount> initWithAccountID(OptionalText accountID);
+    /// @{
+    /// Reads a CCACCTFROM or CCACCTTO node. A value that is no text is skipped.
     static std::shared_ptr<TvOFXCreditCardAccount> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node);
+    /// @}
+    /// @{
+    /// Reads what encodeWithCoder wrote; what is missing there stays absent.
     static std::shared_ptr<TvOFXCreditCardAccount> initWithCoder(const KeyedUnarchiver& coder);
+    explicit TvOFXCreditCardAccount(const KeyedUnarchiver& coder);
+    /// @}
     /// Writes the base's archive, "aID" and "aKC".
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// The card's number (ACCTID) and ACCTKEY; valid as long as the account.
     OptionalText accountID() const noexcept { return texts_.get(accountID_); }
     OptionalText acctKeyChecksum() const noexcept { return texts_.get(acctKeyChecksum_); }
+    /// @}
 
     /// True when no text differs that both accounts have. False for null.
     bool isEqualToOFXCreditCardAccount(const TvOFXCreditCardAccount* other) const noexcept;
@@ -102,14 +121,20 @@ private:
 class BRACKWELL_EXPORT TvOFXInvestmentAccount final : public TvOFXAggregate {
 public:
     TvOFXInvestmentAccount() noexcept = default;
-    explicit TvOFXInvestmentAccount(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads an INVACCTFROM node.
     static std::shared_ptr<TvOFXInvestmentAccount> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXInvestmentAccount(const std::optional<ParseDictionary>& node);
+    /// @}
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// BROKERID and ACCTID; nothing when the document has none.
     const ParseValue& brokerID() const noexcept { return brokerID_; }
     const ParseValue& accountID() const noexcept { return accountID_; }
+    /// @}
 
 private:
     ParseValue brokerID_;
@@ -121,19 +146,19 @@ private:
 
 /// The status of a service (SVCSTATUS); every other text, and none, is none.
 enum TvOFXServiceStatus : std::uint64_t {
-    TvOFXServiceStatusNone = 0,
-    TvOFXServiceStatusAvailable = 1,
-    TvOFXServiceStatusPending = 2,
-    TvOFXServiceStatusActive = 3,
+    TvOFXServiceStatusNone = 0,       ///< none of the others, or not said
+    TvOFXServiceStatusAvailable = 1,  ///< AVAIL: the user may ask for it
+    TvOFXServiceStatusPending = 2,    ///< PEND: asked for, not yet active
+    TvOFXServiceStatusActive = 3,     ///< ACTIVE
 };
 
 /// The kind of an investment account (INVACCTTYPE); every other text, and none, is unknown.
 enum TvOFXInvestmentAccountType : std::uint64_t {
-    TvOFXInvestmentAccountTypeUnknown = 0,
-    TvOFXInvestmentAccountTypeIndividual = 1,
-    TvOFXInvestmentAccountTypeJoint = 2,
-    TvOFXInvestmentAccountTypeTrust = 3,
-    TvOFXInvestmentAccountTypeCorporate = 4,
+    TvOFXInvestmentAccountTypeUnknown = 0,     ///< none of the others, or not said
+    TvOFXInvestmentAccountTypeIndividual = 1,  ///< INDIVIDUAL
+    TvOFXInvestmentAccountTypeJoint = 2,       ///< JOINT
+    TvOFXInvestmentAccountTypeTrust = 3,       ///< TRUST
+    TvOFXInvestmentAccountTypeCorporate = 4,   ///< CORPORATE
 };
 
 /// The banking block of a record (BANKACCTINFO). Flags are true only for the exact text "Y".
@@ -141,21 +166,28 @@ class BRACKWELL_EXPORT TvOFXBankAccountInfo final {
 public:
     TvOFXBankAccountInfo() noexcept = default;
 
+    /// Reads a BANKACCTINFO node.
     static std::shared_ptr<TvOFXBankAccountInfo> initWithParserDict(
         const std::optional<ParseDictionary>& node);
 
+    /// The account (BANKACCTFROM); null when the block names none.
     const std::shared_ptr<TvOFXBankAccount>& bankAcctFrom() const noexcept { return bankAcctFrom_; }
+    /// @{
+    /// What can be done with the account (SUPTXDL, XFERSRC, XFERDEST), and SVCSTATUS.
     bool supportsTransactionDownload() const noexcept { return supportsTransactionDownload_; }
     bool isTransferSourceAccount() const noexcept { return isTransferSourceAccount_; }
     bool isTransferDestinationAccount() const noexcept { return isTransferDestinationAccount_; }
     TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+    /// @}
 
+    /// @{
     /// The fields of bankAcctFrom; nothing, or unknown, without an account.
     OptionalText bankID() const noexcept;
     OptionalText branchID() const noexcept;
     OptionalText accountID() const noexcept;
     TvOFXBankAccountType accountType() const noexcept;
     OptionalText acctKeyChecksum() const noexcept;
+    /// @}
 
 private:
     struct Elements;
@@ -166,25 +198,32 @@ private:
     TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
 };
 
-/// The card block of a record (CCACCTINFO).
+/// The card block of a record (CCACCTINFO). Flags are true only for the exact text "Y".
 class BRACKWELL_EXPORT TvOFXCreditCardAccountInfo final {
 public:
     TvOFXCreditCardAccountInfo() noexcept = default;
 
+    /// Reads a CCACCTINFO node.
     static std::shared_ptr<TvOFXCreditCardAccountInfo> initWithParserDict(
         const std::optional<ParseDictionary>& node);
 
+    /// The account (CCACCTFROM); null when the block names none.
     const std::shared_ptr<TvOFXCreditCardAccount>& creditCardAccountFrom() const noexcept {
         return creditCardAccountFrom_;
     }
+    /// @{
+    /// What can be done with the account (SUPTXDL, XFERSRC, XFERDEST), and SVCSTATUS.
     bool supportsTransactionDownload() const noexcept { return supportsTransactionDownload_; }
     bool isTransferSourceAccount() const noexcept { return isTransferSourceAccount_; }
     bool isTransferDestinationAccount() const noexcept { return isTransferDestinationAccount_; }
     TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+    /// @}
 
+    /// @{
     /// The fields of creditCardAccountFrom; nothing without an account.
     OptionalText accountID() const noexcept;
     OptionalText acctKeyChecksum() const noexcept;
+    /// @}
 
 private:
     struct Elements;
@@ -199,20 +238,27 @@ private:
 class BRACKWELL_EXPORT TvOFXInvestmentAccountInfo final : public TvOFXAggregate {
 public:
     TvOFXInvestmentAccountInfo() noexcept = default;
-    explicit TvOFXInvestmentAccountInfo(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads an INVACCTINFO node.
     static std::shared_ptr<TvOFXInvestmentAccountInfo> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXInvestmentAccountInfo(const std::optional<ParseDictionary>& node);
+    /// @}
     std::string_view className() const noexcept override;
 
+    /// The account (INVACCTFROM); null when the block names none.
     const std::shared_ptr<TvOFXInvestmentAccount>& investmentAccount() const noexcept {
         return investmentAccount_;
     }
+    /// @{
+    /// USPRODUCTTYPE, CHECKING (true only for "Y"), INVACCTTYPE, OPTIONLEVEL and SVCSTATUS.
     OptionalText usproductType() const noexcept { return texts_.get(usproductType_); }
     bool hasCheckWritingPrivileges() const noexcept { return hasCheckWritingPrivileges_; }
     TvOFXInvestmentAccountType accountType() const noexcept { return accountType_; }
     OptionalText optionLevel() const noexcept { return texts_.get(optionLevel_); }
     TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
+    /// @}
 
 private:
     struct Elements;
@@ -227,7 +273,7 @@ private:
 /// The payments block of a record. Nothing fills it; it exists so that a record can name one.
 class BRACKWELL_EXPORT TvOFXPaymentsAccountInfo final {
 public:
-    TvOFXServiceStatus serviceStatus() const noexcept { return TvOFXServiceStatusNone; }
+    TvOFXServiceStatus serviceStatus() const noexcept { return TvOFXServiceStatusNone; }  ///< always none
 };
 
 /// One record of an account-information response (ACCTINFO). Only bank blocks are read: the other
@@ -236,10 +282,16 @@ class BRACKWELL_EXPORT TvOFXAccountInfo final {
 public:
     TvOFXAccountInfo() noexcept = default;
 
+    /// Reads an ACCTINFO node.
     static std::shared_ptr<TvOFXAccountInfo> initWithParserDict(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// DESC and PHONE; valid as long as the record.
     OptionalText accountDescription() const noexcept { return texts_.get(accountDescription_); }
     OptionalText accountPhone() const noexcept { return texts_.get(accountPhone_); }
+    /// @}
+    /// @{
+    /// The blocks. That of a bank account is null when the record has none, the others always are.
     const std::shared_ptr<TvOFXBankAccountInfo>& bankAccountInfo() const noexcept { return bankAccountInfo_; }
     const std::shared_ptr<TvOFXCreditCardAccountInfo>& creditCardAccountInfo() const noexcept {
         return creditCardAccountInfo_;
@@ -250,6 +302,7 @@ public:
     const std::shared_ptr<TvOFXInvestmentAccountInfo>& investmentAccountInfo() const noexcept {
         return investmentAccountInfo_;
     }
+    /// @}
     /// The SVCSTATUS that stands directly in the record, not in one of its blocks.
     TvOFXServiceStatus serviceStatus() const noexcept { return serviceStatus_; }
 
@@ -268,10 +321,13 @@ private:
 class BRACKWELL_EXPORT TvOFXAccountInfoResponse final : public TvOFXResponse {
 public:
     TvOFXAccountInfoResponse() noexcept = default;
-    explicit TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads an ACCTINFORS node. The date is converted by the shared helper.
     static std::shared_ptr<TvOFXAccountInfoResponse> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "TvOFXAccountInfoResponse containing 3 accounts."
     std::string description() const override;
     std::string_view className() const noexcept override;
@@ -296,7 +352,8 @@ public:
     /// No response and no accounts.
     TvOFXUserAccountInfo() noexcept = default;
 
-    static std::shared_ptr<TvOFXUserAccountInfo> init();
+    static std::shared_ptr<TvOFXUserAccountInfo> init();  ///< no response and no accounts
+    /// Keeps the response and makes a view of each of its records.
     static std::shared_ptr<TvOFXUserAccountInfo> initWithAccountInfoResponse(
         std::shared_ptr<TvOFXAccountInfoResponse> response);
     /// Bytes that do not parse give a response without records.
@@ -304,9 +361,11 @@ public:
 
     /// The response's ofxString as UTF-8; nothing without a response.
     std::optional<Data> data() const;
+    /// A view of each record, in their order; empty without a response.
     const std::vector<std::shared_ptr<TvOFXAccount>>& allAccounts() const noexcept { return accounts_; }
     /// The response's records; null without a response. Valid as long as this object.
     const std::vector<std::shared_ptr<TvOFXAccountInfo>>* allAccountInfos() const noexcept;
+    /// The response; null when there is none.
     const std::shared_ptr<TvOFXAccountInfoResponse>& acctInfoResponse() const noexcept {
         return acctInfoResponse_;
     }

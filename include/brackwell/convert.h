@@ -43,6 +43,7 @@ public:
     /// ("1,234.50"). Nothing for nothing.
     std::optional<std::string> ofxAmountStringFromDecimalNumber(const std::optional<Decimal>& number) const;
 
+    /// @{
     /// The caller's formatters; null when there is none.
     const std::shared_ptr<const DateFormatter>& dateFormatter() const noexcept { return userDateFormatter_; }
     void setDateFormatter(std::shared_ptr<const DateFormatter> formatter) noexcept;
@@ -50,7 +51,9 @@ public:
         return userAmountNumberFormatter_;
     }
     void setAmountNumberFormatter(std::shared_ptr<const NumberFormatter> formatter) noexcept;
+    /// @}
 
+    /// @{
     /// The built-in formatters. The first two date formatters, which name a zone, take no part in any
     /// conversion: intended.
     const PatternDateFormatter& ofxDateFormatter() const noexcept { return dateFormatters_[0]; }
@@ -59,6 +62,7 @@ public:
     const PatternDateFormatter& ofxDateFormatter4() const noexcept { return dateFormatters_[3]; }
     const PatternDateFormatter& ofxDateFormatter5() const noexcept { return dateFormatters_[4]; }
     const DecimalNumberFormatter& ofxAmountFormatter() const noexcept { return ofxAmountFormatter_; }
+    /// @}
 
     /// A dictionary as OFX 1 text: leaves without close tags, aggregates with them, in the
     /// dictionary's order, nothing escaped. Texts inside an array are left out: intended, so a

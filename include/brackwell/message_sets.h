@@ -3,7 +3,7 @@
 
 /// \file
 /// The message sets in an institution's profile (profile.h): what the institution offers, where the
-/// requests go, and how they are secured.
+/// requests go, and how they are secured. Flags are true only for the exact text "Y".
 ///
 ///     if (auto banking = profile->messageSetProfileBanking())
 ///         if (banking->messageSetCore()) connect(banking->messageSetCore()->url().value_or(""));
@@ -18,51 +18,67 @@ using OptionalList = std::optional<std::vector<ParseValue>>;
 
 /// How requests of a message set are secured (OFXSEC); every other text, and none, is none.
 enum TvOFXMessageSetSecurity : std::int32_t {
-    TvOFXMessageSetSecurityNone = 0,
-    TvOFXMessageSetSecurityType1 = 1,
+    TvOFXMessageSetSecurityNone = 0,   ///< NONE
+    TvOFXMessageSetSecurityType1 = 1,  ///< TYPE1, also as "TYPE 1"
 };
 
 /// How a message set synchronises (SYNCMODE); every other text, and none, is unknown.
 enum TvOFXSyncMode : std::int32_t {
-    TvOFXSyncModeUnknown = 0,
-    TvOFXSyncModeLite = 1,
-    TvOFXSyncModeFull = 2,
+    TvOFXSyncModeUnknown = 0,  ///< neither of the others, or not said
+    TvOFXSyncModeLite = 1,     ///< LITE
+    TvOFXSyncModeFull = 2,     ///< FULL
 };
 
 /// What every message set of a profile says (MSGSETCORE): where its requests go, and how.
 class BRACKWELL_EXPORT TvOFXMessageSetCore final : public TvOFXAggregate {
 public:
     TvOFXMessageSetCore() noexcept = default;
-    explicit TvOFXMessageSetCore(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads an MSGSETCORE node.
     static std::shared_ptr<TvOFXMessageSetCore> initWithParseDict(const std::optional<ParseDictionary>& node);
+    explicit TvOFXMessageSetCore(const std::optional<ParseDictionary>& node);
+    /// @}
     /// One line: "MessageSetCore:", then the fields; texts only when they are not empty, a version only
     /// above 0, languages only when there are some.
     std::string description() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// The version of the message set (VER) and the name of the provider that serves it (SPNAME).
     std::int64_t version() const noexcept { return version_; }
     void setVersion(std::int64_t version) noexcept { version_ = version; }
     OptionalText serviceProviderName() const noexcept { return texts_.get(serviceProviderName_); }
     void setServiceProviderName(OptionalText text) { texts_.set(serviceProviderName_, text); }
-    /// The address that requests of the set go to.
+    /// @}
+    /// @{
+    /// The address that requests of the set go to (URL), and how they are secured: by OFX (OFXSEC), and by
+    /// the transport (TRANSPSEC).
     OptionalText url() const noexcept { return texts_.get(url_); }
     void setUrl(OptionalText text) { texts_.set(url_, text); }
     TvOFXMessageSetSecurity security() const noexcept { return security_; }
     void setSecurity(TvOFXMessageSetSecurity security) noexcept { security_ = security; }
     bool usesTransportLevelSecurity() const noexcept { return usesTransportLevelSecurity_; }
     void setUsesTransportLevelSecurity(bool uses) noexcept { usesTransportLevelSecurity_ = uses; }
+    /// @}
+    /// @{
     /// The name of the realm whose rules hold, as in TvOFXSignOnInfo; not resolved.
     OptionalText signonRealm() const noexcept { return texts_.get(signonRealm_); }
     void setSignonRealm(OptionalText text) { texts_.set(signonRealm_, text); }
-    /// In document order.
+    /// @}
+    /// @{
+    /// The languages that the server answers in (LANGUAGE), in document order.
     const OptionalList& languages() const noexcept { return languages_; }
     void setLanguages(OptionalList languages) noexcept { languages_ = std::move(languages); }
+    /// @}
+    /// @{
+    /// How the set synchronises (SYNCMODE), and whether the server recovers from errors by response files
+    /// (RESPFILEER).
     TvOFXSyncMode syncMode() const noexcept { return syncMode_; }
     void setSyncMode(TvOFXSyncMode mode) noexcept { syncMode_ = mode; }
-    /// Whether the server recovers from errors by response files (RESPFILEER).
     bool supportsErrorRecovery() const noexcept { return supportsErrorRecovery_; }
     void setSupportsErrorRecovery(bool supports) noexcept { supportsErrorRecovery_ = supports; }
+    /// @}
 
 private:
     struct Elements;
@@ -80,18 +96,24 @@ private:
 class BRACKWELL_EXPORT TvOFXMessageSetProfile : public TvOFXAggregate {
 public:
     TvOFXMessageSetProfile() noexcept = default;
-    explicit TvOFXMessageSetProfile(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads the core of a message set's node.
     static std::shared_ptr<TvOFXMessageSetProfile> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXMessageSetProfile(const std::optional<ParseDictionary>& node);
+    /// @}
     /// The class's name and ":" on a line, then the core's description; nothing of a subclass's own.
     std::string description() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// What every message set says (MSGSETCORE); null when the document has none.
     const std::shared_ptr<TvOFXMessageSetCore>& messageSetCore() const noexcept { return messageSetCore_; }
     void setMessageSetCore(std::shared_ptr<TvOFXMessageSetCore> core) noexcept {
         messageSetCore_ = std::move(core);
     }
+    /// @}
 
 private:
     std::shared_ptr<TvOFXMessageSetCore> messageSetCore_;
@@ -101,26 +123,39 @@ private:
 class BRACKWELL_EXPORT TvOFXMessageSetProfileBanking final : public TvOFXMessageSetProfile {
 public:
     TvOFXMessageSetProfileBanking() noexcept = default;
-    explicit TvOFXMessageSetProfileBanking(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads a BANKMSGSETV1 node.
     static std::shared_ptr<TvOFXMessageSetProfileBanking> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXMessageSetProfileBanking(const std::optional<ParseDictionary>& node);
+    /// @}
     /// The base's text, then each option on a line. "supports supports email" is intended.
     std::string description() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// Whether closing statements can be had (CLOSINGAVAIL).
     bool closingStatementInformationAvailable() const noexcept {
         return closingStatementInformationAvailable_;
     }
     void setClosingStatementInformationAvailable(bool available) noexcept {
         closingStatementInformationAvailable_ = available;
     }
-    /// The days on which no transfers are processed, in document order.
+    /// @}
+    /// @{
+    /// The days on which no transfers are processed (PROCDAYSOFF), in document order.
     const OptionalList& noProcessingDays() const noexcept { return noProcessingDays_; }
     void setNoProcessingDays(OptionalList days) noexcept { noProcessingDays_ = std::move(days); }
-    /// The text of PROCENDTM, not converted.
+    /// @}
+    /// @{
+    /// The time of day after which transfers wait for the next day (PROCENDTM); not converted.
     OptionalText processingEndTime() const noexcept { return texts_.get(processingEndTime_); }
     void setProcessingEndTime(OptionalText text) { texts_.set(processingEndTime_, text); }
+    /// @}
+    /// @{
+    /// Whether transfers can be scheduled (CANSCHED), repeated (CANRECUR) and changed (CANMODXFERS), and the
+    /// models of repeated ones changed (CANMODMDLS).
     bool supportsScheduledTransfers() const noexcept { return supportsScheduledTransfers_; }
     void setSupportsScheduledTransfers(bool supports) noexcept { supportsScheduledTransfers_ = supports; }
     bool supportsRecurringTransfers() const noexcept { return supportsRecurringTransfers_; }
@@ -129,18 +164,27 @@ public:
     void setSupportsModifyTransfers(bool supports) noexcept { supportsModifyTransfers_ = supports; }
     bool supportsModifyModels() const noexcept { return supportsModifyModels_; }
     void setSupportsModifyModels(bool supports) noexcept { supportsModifyModels_ = supports; }
+    /// @}
+    /// @{
     /// How many days before its date a recurring transfer is made (MODELWND).
     std::int64_t modelWindow() const noexcept { return modelWindow_; }
     void setModelWindow(std::int64_t days) noexcept { modelWindow_ = days; }
-    /// How many days before processing money is withdrawn (DAYSWITH).
+    /// @}
+    /// @{
+    /// How many days before processing money is withdrawn (DAYSWITH), and how many days a payment takes by
+    /// default (DFLTDAYSTOPAY).
     std::int64_t daysWith() const noexcept { return daysWith_; }
     void setDaysWith(std::int64_t days) noexcept { daysWith_ = days; }
     std::int64_t defaultNumberOfDaysToPay() const noexcept { return defaultNumberOfDaysToPay_; }
     void setDefaultNumberOfDaysToPay(std::int64_t days) noexcept { defaultNumberOfDaysToPay_ = days; }
+    /// @}
+    /// @{
+    /// Whether messages on banking (CANEMAIL) and notifications (CANNOTIFY) are supported.
     bool supportsEMail() const noexcept { return supportsEMail_; }
     void setSupportsEMail(bool supports) noexcept { supportsEMail_ = supports; }
     bool supportsNotification() const noexcept { return supportsNotification_; }
     void setSupportsNotification(bool supports) noexcept { supportsNotification_ = supports; }
+    /// @}
 
 private:
     struct Elements;
@@ -174,18 +218,24 @@ private:
 class BRACKWELL_EXPORT TvOFXMessageSetProfileCreditCard final : public TvOFXMessageSetProfile {
 public:
     TvOFXMessageSetProfileCreditCard() noexcept = default;
-    explicit TvOFXMessageSetProfileCreditCard(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads a CREDITCARDMSGSETV1 node.
     static std::shared_ptr<TvOFXMessageSetProfileCreditCard> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXMessageSetProfileCreditCard(const std::optional<ParseDictionary>& node);
+    /// @}
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// Whether closing statements can be had (CLOSINGAVAIL).
     bool closingStatementInformationAvailable() const noexcept {
         return closingStatementInformationAvailable_;
     }
     void setClosingStatementInformationAvailable(bool available) noexcept {
         closingStatementInformationAvailable_ = available;
     }
+    /// @}
 
 private:
     bool closingStatementInformationAvailable_ = false;
@@ -194,8 +244,10 @@ private:
 /// The sign-on message set (SIGNONMSGSETV1), which has only its core.
 class BRACKWELL_EXPORT TvOFXMessageSetProfileSignOn final : public TvOFXMessageSetProfile {
 public:
+    /// As the base is made.
     using TvOFXMessageSetProfile::TvOFXMessageSetProfile;
 
+    /// Reads a SIGNONMSGSETV1 node.
     static std::shared_ptr<TvOFXMessageSetProfileSignOn> initWithParseDict(
         const std::optional<ParseDictionary>& node);
     std::string_view className() const noexcept override;
@@ -205,10 +257,13 @@ public:
 class BRACKWELL_EXPORT TvOFXMessageSetProfileSignUp final : public TvOFXMessageSetProfile {
 public:
     TvOFXMessageSetProfileSignUp() noexcept = default;
-    explicit TvOFXMessageSetProfileSignUp(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads a SIGNUPMSGSETV1 node.
     static std::shared_ptr<TvOFXMessageSetProfileSignUp> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXMessageSetProfileSignUp(const std::optional<ParseDictionary>& node);
+    /// @}
     std::string_view className() const noexcept override;
 
     /// Whether enrolling from a client takes an account; absent when the profile does not say, so that
@@ -219,6 +274,9 @@ public:
     OptionalText webEnrollUrl() const noexcept { return texts_.get(webEnrollUrl_); }
     /// Always nothing: intended. The message stands in webEnrollUrl.
     OptionalText otherEnrollMessage() const noexcept { return std::nullopt; }
+    /// @{
+    /// Whether users may change their details from a client (CHGUSERINFO), the server tells their accounts
+    /// (AVAILACCTS), and services may be asked for (CLIENTACTREQ).
     bool serverSupportsClientBasedUserInformationChange() const noexcept {
         return serverSupportsClientBasedUserInformationChange_;
     }
@@ -226,6 +284,7 @@ public:
     bool serverAllowsServiceActivationRequest() const noexcept {
         return serverAllowsServiceActivationRequest_;
     }
+    /// @}
 
 private:
     struct Elements;

@@ -52,6 +52,7 @@ public:
     TvOFXAggregate& operator=(const TvOFXAggregate&) = delete;
     virtual ~TvOFXAggregate();
 
+    /// An object that keeps the node and reads nothing from it.
     static std::shared_ptr<TvOFXAggregate> initWithParseDict(const std::optional<ParseDictionary>& node);
     /// The reading hook. The base keeps the node as originalParseData and does nothing else.
     virtual void parseDictionary(const std::optional<ParseDictionary>& node);
@@ -68,20 +69,27 @@ public:
     /// The name of the object's class, such as "TvOFXStatus".
     virtual std::string_view className() const noexcept;
 
-    /// The node that the object was read from; absent for objects made in code.
+    /// @{
+    /// The node that the object was read from; absent for objects made in code. Another node changes what
+    /// is rendered and archived, not the fields.
     const std::optional<ParseDictionary>& originalParseData() const noexcept { return originalParseData_; }
     void setOriginalParseData(std::optional<ParseDictionary> node) noexcept {
         originalParseData_ = std::move(node);
     }
+    /// @}
 
+    /// @{
     /// The OFX version to render for, as in a header's VERSION (102, 211): from 200 on leaves are
     /// closed. 0 when never set, which renders like version 1.
     std::uint64_t ofxVersion() const noexcept { return ofxVersion_; }
     void setOfxVersion(std::uint64_t version) noexcept { ofxVersion_ = version; }
+    /// @}
 
+    /// @{
     /// The converter of dates and amounts; null means the shared one.
     const std::shared_ptr<TvOFXHelper>& helperObject() const noexcept { return helperObject_; }
     void setHelperObject(std::shared_ptr<TvOFXHelper> helper) noexcept { helperObject_ = std::move(helper); }
+    /// @}
 
 private:
     std::optional<ParseDictionary> originalParseData_;
@@ -93,9 +101,12 @@ private:
 class BRACKWELL_EXPORT TvOFXStatus : public TvOFXAggregate {
 public:
     TvOFXStatus() noexcept = default;
-    explicit TvOFXStatus(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads a STATUS node.
     static std::shared_ptr<TvOFXStatus> initWithParseDict(const std::optional<ParseDictionary>& node);
+    explicit TvOFXStatus(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "Status: 2000 [ERROR] - General error", without the parts that are absent or empty.
     std::string description() const override;
     /// The aggregate as OFX text. The code's line never has a close tag, whatever the version:
@@ -122,21 +133,33 @@ private:
 class BRACKWELL_EXPORT TvOFXResponse : public TvOFXAggregate {
 public:
     TvOFXResponse() noexcept = default;
-    explicit TvOFXResponse(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads STATUS; and where the node holds a wrapper (a name that ends in "TRNRS"), that name and the
+    /// node's TRNUID.
     static std::shared_ptr<TvOFXResponse> initWithParseDict(const std::optional<ParseDictionary>& node);
+    explicit TvOFXResponse(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "Generic TvOFXResponse.", whatever the object holds.
     std::string description() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// Whether the server could answer (STATUS); null when the document does not say. A response with an
+    /// error is an object like any other, mostly without content.
     const std::shared_ptr<TvOFXStatus>& status() const noexcept { return status_; }
     void setStatus(std::shared_ptr<TvOFXStatus> status) noexcept { status_ = std::move(status); }
+    /// @}
+    /// @{
     /// The client's transaction identifier (TRNUID).
     OptionalText transactionUID() const noexcept { return texts_.get(transactionUID_); }
     void setTransactionUID(OptionalText uid) { texts_.set(transactionUID_, uid); }
+    /// @}
+    /// @{
     /// The name of the response's element after interpretation ("STMTRS").
     OptionalText transactionWrapperName() const noexcept { return texts_.get(transactionWrapperName_); }
     void setTransactionWrapperName(OptionalText name) { texts_.set(transactionWrapperName_, name); }
+    /// @}
 
 private:
     enum Text : std::size_t { transactionUID_, transactionWrapperName_, textCount };
@@ -147,6 +170,7 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Upper floor
 
+/// Responses, in the order in which they were built.
 using TvOFXResponseList = std::vector<std::shared_ptr<TvOFXResponse>>;
 
 /// Values by text, looked up without making a string.
@@ -156,14 +180,20 @@ using TextMap = std::map<std::string, Value, std::less<>>;
 /// Turns a parse tree into responses. Made for one parser result; interpret reads the whole tree.
 class BRACKWELL_EXPORT TvOFXInterpreter {
 public:
+    /// @{
+    /// Keeps the tree of the result; nothing is interpreted yet.
     static std::shared_ptr<TvOFXInterpreter> initWithParseResult(const TvOFXParserResult& parserResult);
     explicit TvOFXInterpreter(const TvOFXParserResult& parserResult) : parserDict_(parserResult.ofxData) {}
+    /// @}
 
+    /// The root of the tree; absent when the document was not OFX.
     const std::optional<ParseDictionary>& parserDict() const noexcept { return parserDict_; }
 
+    /// @{
     /// The helper that statements convert with; the other responses always use the shared one.
     const std::shared_ptr<TvOFXHelper>& helperObject() const noexcept { return helperObject_; }
     void setHelperObject(std::shared_ptr<TvOFXHelper> helper) noexcept { helperObject_ = std::move(helper); }
+    /// @}
 
     /// Forgets earlier results and reads the tree. False when the tree has no "OFX" with children.
     bool interpret();
@@ -180,27 +210,35 @@ public:
     /// Appends to the list of the message set; does nothing when it is none of the ten known ones.
     void addResponse(const std::shared_ptr<TvOFXResponse>& response, std::string_view toMessageSet);
 
+    /// @{
     /// The last SONRS and PROFRS; null when there was none.
     const std::shared_ptr<TvOFXSignOnResponse>& signOnResponse() const noexcept { return signOnResponse_; }
     const std::shared_ptr<TvOFXFIProfileResponse>& fiProfileResponse() const noexcept {
         return fiProfileResponse_;
     }
+    /// @}
 
     /// Every response, in the order built, which is document order.
     const TvOFXResponseList& allResponses() const noexcept { return responseObjects_; }
+    /// @{
+    /// The responses by their TRNUID, and by the name of their aggregate ("STMTRS").
     const TextMap<TvOFXResponseList>& allResponsesWithTransactionUID() const noexcept {
         return responseObjectsPerTranUID_;
     }
     const TextMap<TvOFXResponseList>& responseObjectsPerSGMLKey() const noexcept {
         return responseObjectsPerSGMLKey_;
     }
+    /// @}
     /// The status of each response that has one and a transaction UID; the last one for each UID.
     const TextMap<std::shared_ptr<TvOFXStatus>>& allStatusObjects() const noexcept { return statusObjects_; }
+    /// @{
     /// The responses of one aggregate's name ("STMTRS"), or of one transaction UID; null when there are
     /// none. Valid until the next interpret or reset.
     const TvOFXResponseList* responsesForKey(std::string_view name) const;
     const TvOFXResponseList* responsesForTransactionUID(std::string_view uid) const;
+    /// @}
 
+    /// @{
     /// The responses of each message set, whatever its version digit. The spelling of two of the names
     /// is that of the system.
     const TvOFXResponseList& signonMsgSetResponses() const noexcept { return messageSets_[0]; }
@@ -213,6 +251,7 @@ public:
     const TvOFXResponseList& billPaymentMsgSetResponses() const noexcept { return messageSets_[7]; }
     const TvOFXResponseList& emailMsgSetReponses() const noexcept { return messageSets_[8]; }
     const TvOFXResponseList& investmentSecListMsgSetResponses() const noexcept { return messageSets_[9]; }
+    /// @}
 
 private:
     std::optional<ParseDictionary> parserDict_;
@@ -246,7 +285,10 @@ public:
     /// Adds a request, which gets the message's OFX version.
     void addRequest(const std::shared_ptr<TvOFXRequest>& request);
 
-    /// Header fields: OFXHEADER and VERSION as numbers (0 when not there), the others as texts.
+    /// @{
+    /// Header fields: OFXHEADER and VERSION as numbers (0 when not there); SECURITY, DATA, ENCODING, CHARSET,
+    /// OLDFILEUID, NEWFILEUID and COMPRESSION as texts, valid until the next processParserResult. What
+    /// ENCODING and CHARSET say was not used to decode the document.
     std::uint64_t headerVersion() const noexcept { return headerVersion_; }
     std::uint64_t ofxVersion() const noexcept { return ofxVersion_; }
     OptionalText ofxSecurity() const noexcept { return texts_.get(ofxSecurity_); }
@@ -256,6 +298,7 @@ public:
     OptionalText oldFileUID() const noexcept { return texts_.get(oldFileUID_); }
     OptionalText nuFileUID() const noexcept { return texts_.get(nuFileUID_); }
     OptionalText compression() const noexcept { return texts_.get(compression_); }
+    /// @}
 
     /// The requests in the order added; absent until the first one.
     const std::optional<std::vector<std::shared_ptr<TvOFXRequest>>>& allRequests() const noexcept {
@@ -269,18 +312,22 @@ public:
     /// The bank accounts followed by the card accounts. Made on the first call and kept: later calls
     /// return the same list, whatever was added since.
     const std::vector<std::shared_ptr<TvOFXAggregate>>& accountsFound();
+    /// @{
     /// The accounts of the statements in document order, after those of account-information responses.
     /// Each is the very object that its statement holds; nothing is merged, so an account with two
     /// statements stands here twice.
     std::vector<std::shared_ptr<TvOFXBankAccount>> bankAccountsFound() const;
     std::vector<std::shared_ptr<TvOFXCreditCardAccount>> creditCardAccountsFound() const;
+    /// @}
 
+    /// @{
     /// The first statement whose account is this very object, so only accounts that this message
     /// handed out find theirs; null otherwise.
     std::shared_ptr<TvOFXStatementResponse> statementsForBankAccount(
         const std::shared_ptr<const TvOFXAggregate>& account) const;
     std::shared_ptr<TvOFXCCStatementResponse> statementsForCreditCardAccount(
         const std::shared_ptr<const TvOFXAggregate>& account) const;
+    /// @}
 
 private:
     enum Text : std::size_t {
@@ -319,8 +366,11 @@ private:
 /// A message of the institution to the user, made from the status of a response.
 class BRACKWELL_EXPORT TvOFXFIMessage {
 public:
+    /// @{
+    /// Takes severity and message of the response's status, and the current time.
     static std::shared_ptr<TvOFXFIMessage> initWithOFXResponse(const TvOFXResponse& response);
     explicit TvOFXFIMessage(const TvOFXResponse& response);
+    /// @}
 
     /// When this object was made.
     Date date() const noexcept { return date_; }
@@ -336,14 +386,20 @@ private:
 /// institution's messages.
 class BRACKWELL_EXPORT TvOFXResult {
 public:
+    /// @{
+    /// Keeps the responses and makes the institution's messages.
     static std::shared_ptr<TvOFXResult> initWithResultObjects(TvOFXResponseList responses);
     explicit TvOFXResult(TvOFXResponseList responses);
+    /// @}
 
+    /// @{
     /// The message that the responses came from, when the application sets it; not used here.
     const std::shared_ptr<TvOFXMessage>& originalMessage() const noexcept { return originalMessage_; }
     void setOriginalMessage(std::shared_ptr<TvOFXMessage> message) noexcept {
         originalMessage_ = std::move(message);
     }
+    /// @}
+    /// The responses that the result was made with.
     const TvOFXResponseList& allResponses() const noexcept { return ofxResponseObjects_; }
     /// One for each status that has a text and whose severity is not exactly "ERROR".
     const std::vector<std::shared_ptr<TvOFXFIMessage>>& allFIMessages() const noexcept {
@@ -376,14 +432,23 @@ public:
     /// "TvOFXAccount:" and, when there is one, the description, each on a line.
     std::string description() const;
 
+    /// The record that is viewed; never null.
     const std::shared_ptr<const TvOFXAccountInfo>& ofxAccountInfo() const noexcept { return accountInfo_; }
-    /// "USA" until one has been set.
+    /// @{
+    /// "USA" until one has been set: no document says which country an account is in.
     std::string_view country() const noexcept { return country_ ? std::string_view(*country_) : "USA"; }
     void setCountry(OptionalText country);
+    /// @}
 
+    /// @{
+    /// The record's own SVCSTATUS (TvOFXServiceStatus), DESC and PHONE.
     std::uint64_t serviceStatus() const noexcept;
     OptionalText accountDescription() const noexcept;
     OptionalText accountPhone() const noexcept;
+    /// @}
+    /// @{
+    /// The record's bank block: its account, what can be done with it, the account's fields, its SVCSTATUS
+    /// (TvOFXServiceStatus) and its type (TvOFXBankAccountType). Texts are valid as long as the record.
     std::shared_ptr<TvOFXBankAccount> bankAccount() const;
     std::uint64_t bankingServiceStatus() const noexcept;
     bool supportsTransactionDownload() const noexcept;
@@ -394,9 +459,13 @@ public:
     OptionalText bankingAccountID() const noexcept;
     OptionalText bankingAcctKeyChecksum() const noexcept;
     std::uint64_t bankingAccountType() const noexcept;
+    /// @}
+    /// @{
+    /// The SVCSTATUS of the other blocks; 0 for records that were read, as those blocks are not.
     std::uint64_t creditCardServiceStatus() const noexcept;
     std::uint64_t paymentsServiceStatus() const noexcept;
     std::uint64_t investmentServiceStatus() const noexcept;
+    /// @}
 
 private:
     explicit TvOFXAccount(std::shared_ptr<const TvOFXAccountInfo> accountInfo) noexcept

@@ -51,7 +51,7 @@ struct Error {
     std::string description;    ///< one or two sentences for a person
     std::string failureReason;  ///< the kind of failure, the same text for every error of a kind
 
-    bool operator==(const Error&) const = default;
+    bool operator==(const Error&) const = default;  ///< all four are the same
 };
 
 // ---------------------------------------------------------------------------------------------
@@ -80,8 +80,8 @@ public:
 
     /// The bytes; valid as long as this object or a copy of it.
     std::string_view bytes() const noexcept { return bytes_; }
-    std::size_t size() const noexcept { return bytes_.size(); }
-    bool isEmpty() const noexcept { return bytes_.empty(); }
+    std::size_t size() const noexcept { return bytes_.size(); }  ///< how many bytes
+    bool isEmpty() const noexcept { return bytes_.empty(); }     ///< true when there are none
 
     /// True when the bytes belong to the caller (made by view()).
     bool isView() const noexcept { return owner_ == nullptr && !bytes_.empty(); }
@@ -110,15 +110,15 @@ private:
 /// original platform pass.
 using TextEncoding = std::uint32_t;
 
-inline constexpr TextEncoding TextEncodingNone = 0;
-inline constexpr TextEncoding TextEncodingASCII = 1;  ///< fails on any byte from 0x80
-inline constexpr TextEncoding TextEncodingUTF8 = 4;   ///< strict; a leading EF BB BF is dropped
-inline constexpr TextEncoding TextEncodingISOLatin1 = 5;
-inline constexpr TextEncoding TextEncodingUTF16 = 10;  ///< as its mark says, else host byte order
-inline constexpr TextEncoding TextEncodingWindows1252 = 12;
-inline constexpr TextEncoding TextEncodingUTF16BigEndian = 0x90000100;
-inline constexpr TextEncoding TextEncodingUTF16LittleEndian = 0x94000100;
-inline constexpr TextEncoding TextEncodingUTF32BigEndian = 0x98000100;
+inline constexpr TextEncoding TextEncodingNone = 0;       ///< not an encoding: find it out, or none was found
+inline constexpr TextEncoding TextEncodingASCII = 1;      ///< fails on any byte from 0x80
+inline constexpr TextEncoding TextEncodingUTF8 = 4;       ///< strict; a leading EF BB BF is dropped
+inline constexpr TextEncoding TextEncodingISOLatin1 = 5;  ///< ISO 8859-1; every byte is a character
+inline constexpr TextEncoding TextEncodingUTF16 = 10;     ///< as its mark says, else host byte order
+inline constexpr TextEncoding TextEncodingWindows1252 = 12;                ///< fails on 81, 8D, 8F, 90 and 9D
+inline constexpr TextEncoding TextEncodingUTF16BigEndian = 0x90000100;     ///< a mark is kept
+inline constexpr TextEncoding TextEncodingUTF16LittleEndian = 0x94000100;  ///< a mark is kept
+inline constexpr TextEncoding TextEncodingUTF32BigEndian = 0x98000100;     ///< a mark is kept
 
 /// Decodes bytes to UTF-8. Bytes that already are the text's UTF-8 form are shared, not copied; those
 /// of a view stay the caller's then (Data::owned() makes the text independent). Any invalid byte fails
@@ -175,9 +175,9 @@ BRACKWELL_EXPORT std::string newUUID();
 /// exponent. Equality and order go by value.
 class BRACKWELL_EXPORT Decimal {
 public:
-    static constexpr int maximumDigits = 38;
-    static constexpr int minimumExponent = -128;
-    static constexpr int maximumExponent = 127;
+    static constexpr int maximumDigits = 38;      ///< of the coefficient
+    static constexpr int minimumExponent = -128;  ///< of ten
+    static constexpr int maximumExponent = 127;   ///< of ten
 
     /// Zero.
     constexpr Decimal() noexcept = default;
@@ -194,11 +194,13 @@ public:
     static std::optional<Decimal> fromParts(bool negative, std::uint64_t high, std::uint64_t low,
                                             std::int64_t exponent) noexcept;
 
-    bool isZero() const noexcept { return high_ == 0 && low_ == 0; }
-    bool isNegative() const noexcept { return negative_; }
+    bool isZero() const noexcept { return high_ == 0 && low_ == 0; }  ///< true for zero
+    bool isNegative() const noexcept { return negative_; }            ///< false for zero
+    /// @{
     /// The coefficient's upper and lower 64 bits; it never ends in a zero digit.
     std::uint64_t coefficientHigh() const noexcept { return high_; }
     std::uint64_t coefficientLow() const noexcept { return low_; }
+    /// @}
     /// The power of ten that the coefficient is multiplied with.
     int exponent() const noexcept { return exponent_; }
 
@@ -211,7 +213,8 @@ public:
     /// The same magnitude with the other sign; zero stays zero.
     Decimal negated() const noexcept;
 
-    bool operator==(const Decimal&) const noexcept = default;
+    bool operator==(const Decimal&) const noexcept = default;  ///< by value
+    /// By value, whatever the digits and exponents.
     friend BRACKWELL_EXPORT std::strong_ordering operator<=>(const Decimal& a, const Decimal& b) noexcept;
 
 private:
@@ -234,13 +237,13 @@ public:
 
 /// The settings of a DecimalNumberFormatter.
 struct NumberFormat {
-    std::string decimalSeparator = ".";
-    std::string groupingSeparator = ",";
-    bool usesGroupingSeparator = true;  ///< write the separator between groups of three digits
-    int minimumFractionDigits = 2;      ///< written, with zeros if need be
-    int maximumFractionDigits = 2;      ///< written; more are rounded half to even
-    int minimumIntegerDigits = 1;
-    int maximumIntegerDigits = 309;  ///< written; digits above are left out
+    std::string decimalSeparator = ".";   ///< between integer and fraction digits
+    std::string groupingSeparator = ",";  ///< between groups of integer digits
+    bool usesGroupingSeparator = true;    ///< write the separator between groups of three digits
+    int minimumFractionDigits = 2;        ///< written, with zeros if need be
+    int maximumFractionDigits = 2;        ///< written; more are rounded half to even
+    int minimumIntegerDigits = 1;         ///< written, with zeros if need be
+    int maximumIntegerDigits = 309;       ///< written; digits above are left out
 };
 
 /// The standard formatter: decimal style, lenient. It reads, over the whole text: optional white
@@ -252,8 +255,8 @@ struct NumberFormat {
 /// digits hold for writing only.
 class BRACKWELL_EXPORT DecimalNumberFormatter final : public NumberFormatter {
 public:
-    explicit DecimalNumberFormatter(NumberFormat format = {});
-    const NumberFormat& format() const noexcept { return format_; }
+    explicit DecimalNumberFormatter(NumberFormat format = {});       ///< keeps the settings
+    const NumberFormat& format() const noexcept { return format_; }  ///< the settings
     std::optional<Decimal> numberFromString(std::string_view text) const override;
     std::optional<std::string> stringFromNumber(const Decimal& number) const override;
 
@@ -278,7 +281,7 @@ class BRACKWELL_EXPORT TimeZone {
 public:
     /// UTC.
     TimeZone() noexcept = default;
-    static TimeZone utc() noexcept { return {}; }
+    static TimeZone utc() noexcept { return {}; }  ///< no offset at any time
     /// A fixed offset east of UTC, less than 24 hours either way; more is cut to that.
     static TimeZone fixed(std::chrono::seconds offset) noexcept;
     /// The zone that the process has at each use: TZ, or the system's own.
@@ -288,9 +291,10 @@ public:
 
     /// The offset east of UTC and the abbreviation ("CET") in force at a moment.
     struct Offset {
-        std::chrono::seconds fromUTC{0};
-        std::string abbreviation = "UTC";
+        std::chrono::seconds fromUTC{0};   ///< positive in the east
+        std::string abbreviation = "UTC";  ///< as the zone's rules call it
     };
+    /// What is in force at a moment.
     Offset offsetAt(Date date) const;
     /// The moment at which clocks of the zone show `local`: the earlier one when they show it twice,
     /// and the moment just as long after the gap when they skip it.
@@ -311,6 +315,7 @@ public:
 
     /// The date that the whole text stands for, or nothing.
     virtual std::optional<Date> dateFromString(std::string_view text) const = 0;
+    /// The date as text.
     virtual std::string stringFromDate(Date date) const = 0;
 };
 
@@ -333,15 +338,22 @@ public:
     /// `locale` names one of the C library's locales ("de_DE") for the names of months and weekdays;
     /// English is used when the system has none so called. Empty is the process's own.
     explicit PatternDateFormatter(std::string pattern, TimeZone zone = {}, std::string locale = {});
+    /// @{
+    /// Copies share what was made of the pattern and cost a reference count. A move is a copy, so that no
+    /// formatter is ever without a pattern.
     PatternDateFormatter(const PatternDateFormatter&);
     PatternDateFormatter& operator=(const PatternDateFormatter&);
     PatternDateFormatter(PatternDateFormatter&&) noexcept;
     PatternDateFormatter& operator=(PatternDateFormatter&&) noexcept;
     ~PatternDateFormatter() override;
+    /// @}
 
+    /// @{
+    /// What the formatter was made with.
     const std::string& pattern() const noexcept;
     const std::string& locale() const noexcept;
     const TimeZone& timeZone() const noexcept;
+    /// @}
     std::optional<Date> dateFromString(std::string_view text) const override;
     std::string stringFromDate(Date date) const override;
 
@@ -356,12 +368,17 @@ private:
 /// One entry of an archived list: a text, or the beginning or the end of a list inside the list.
 /// A list so is a flat sequence, however deep it is, and can be written and read without recursion.
 struct ArchiveListItem {
-    enum class Kind : std::uint8_t { text, beginList, endList };
-    Kind kind = Kind::text;
-    std::string_view text;  ///< of a text; empty otherwise
-    std::size_t count = 0;  ///< of a list that begins: how many entries stand directly in it
+    /// What the entry is.
+    enum class Kind : std::uint8_t {
+        text,       ///< a text of the list
+        beginList,  ///< what follows stands in a list inside the list
+        endList,    ///< the end of the innermost such list
+    };
+    Kind kind = Kind::text;  ///< what the entry is
+    std::string_view text;   ///< of a text; empty otherwise
+    std::size_t count = 0;   ///< of a list that begins: how many entries stand directly in it
 
-    bool operator==(const ArchiveListItem&) const = default;
+    bool operator==(const ArchiveListItem&) const = default;  ///< equal kinds, texts and counts
 };
 
 /// Writes values under keys. The bytes are CBOR (RFC 8949) in its deterministic form: a map with text
@@ -372,11 +389,13 @@ struct ArchiveListItem {
 /// Keys and texts must be UTF-8: an archive with others is written, but cannot be opened.
 class BRACKWELL_EXPORT KeyedArchiver {
 public:
-    /// A value under a key that was written before replaces it.
+    /// @{
+    /// Writes a value. One under a key that was written before replaces it.
     void encodeText(std::string_view key, std::string_view text);
     void encodeUnsigned(std::string_view key, std::uint64_t value);
     void encodeDate(std::string_view key, Date date);
     void encodeDecimal(std::string_view key, const Decimal& number);
+    /// @}
     /// The items of one list, without the outermost begin and end; begins and ends must match, and the
     /// counts be right.
     void encodeList(std::string_view key, const std::vector<ArchiveListItem>& items);
@@ -400,12 +419,15 @@ public:
     /// caller's bytes when the data is a view.
     static std::optional<KeyedUnarchiver> open(Data data);
 
+    /// True when there is a value under the key, of any kind.
     bool contains(std::string_view key) const;
-    /// Valid as long as this object.
+    /// @{
+    /// The value under the key when it is of this kind. A text is valid as long as this object.
     OptionalText decodeText(std::string_view key) const;
     std::optional<std::uint64_t> decodeUnsigned(std::string_view key) const;
     std::optional<Date> decodeDate(std::string_view key) const;
     std::optional<Decimal> decodeDecimal(std::string_view key) const;
+    /// @}
     /// The items as encodeList takes them; their texts are valid as long as this object.
     std::optional<std::vector<ArchiveListItem>> decodeList(std::string_view key) const;
     /// An object written by encodeObject; shares the bytes.

@@ -26,11 +26,13 @@ namespace brackwell {
 class BRACKWELL_EXPORT TvOFXFinancialInstitutionIdentification final : public TvOFXAggregate {
 public:
     TvOFXFinancialInstitutionIdentification() noexcept = default;
-    explicit TvOFXFinancialInstitutionIdentification(const std::optional<ParseDictionary>& node);
 
-    /// Without a text in ORG, FID is not read either: intended.
+    /// @{
+    /// Reads an FI node. Without a text in ORG, FID is not read either: intended.
     static std::shared_ptr<TvOFXFinancialInstitutionIdentification> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXFinancialInstitutionIdentification(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "TvOFXFinancialInstitutionIdentification = 1001/Big Bank": identifier, then name.
     std::string description() const override;
     /// The FI aggregate, without the texts that are absent or empty. Leaves are closed when ofxVersion is
@@ -38,10 +40,13 @@ public:
     std::string ofxString() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// The institution's name (ORG) and its identifier, which is unique within it only (FID).
     OptionalText organization() const noexcept { return texts_.get(organization_); }
     void setOrganization(OptionalText text) { texts_.set(organization_, text); }
     OptionalText fid() const noexcept { return texts_.get(fid_); }
     void setFid(OptionalText text) { texts_.set(fid_, text); }
+    /// @}
 
 private:
     enum Text : std::size_t { organization_, fid_, textCount };
@@ -52,10 +57,12 @@ private:
 class BRACKWELL_EXPORT TvOFXSignOnResponse final : public TvOFXResponse {
 public:
     TvOFXSignOnResponse() noexcept = default;
-    explicit TvOFXSignOnResponse(const std::optional<ParseDictionary>& node);
 
-    /// Dates are converted by the shared helper.
+    /// @{
+    /// Reads a SONRS node. Dates are converted by the shared helper.
     static std::shared_ptr<TvOFXSignOnResponse> initWithParseDict(const std::optional<ParseDictionary>& node);
+    explicit TvOFXSignOnResponse(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "Sign On Response:" and, on the same line, what is present of status, language, times and
     /// institution. Never shows the user key, its expiry, the session cookie or the access key.
     std::string description() const override;
@@ -65,40 +72,51 @@ public:
     std::string ofxString() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
     /// The server's clock (DTSERVER).
     std::optional<Date> dateOfServer() const noexcept { return dateOfServer_; }
     void setDateOfServer(std::optional<Date> date) noexcept { dateOfServer_ = date; }
-    /// The key that stands for the password in this session; a secret.
+    /// @}
+    /// @{
+    /// The key that stands for the password in this session (USERKEY), a secret, and when it expires
+    /// (TSKEYEXPIRE).
     OptionalText userKey() const noexcept { return texts_.get(userKey_); }
     void setUserKey(OptionalText text) { texts_.set(userKey_, text); }
-    /// When the user key expires.
     std::optional<Date> tskeyExpire() const noexcept { return tskeyExpire_; }
     void setTskeyExpire(std::optional<Date> date) noexcept { tskeyExpire_ = date; }
-    /// The language of the session, such as "ENG".
+    /// @}
+    /// @{
+    /// The language of the session (LANGUAGE), such as "ENG".
     OptionalText language() const noexcept { return texts_.get(language_); }
     void setLanguage(OptionalText text) { texts_.set(language_, text); }
-    /// The last change of the institution's profile (DTPROFUP).
+    /// @}
+    /// @{
+    /// The last change of the institution's profile (DTPROFUP), and of the list of accounts (DTACCTUP).
     std::optional<Date> dateOflastProfileInfoUpdate() const noexcept { return dateOflastProfileInfoUpdate_; }
     void setDateOflastProfileInfoUpdate(std::optional<Date> date) noexcept {
         dateOflastProfileInfoUpdate_ = date;
     }
-    /// The last change of the list of accounts (DTACCTUP).
     std::optional<Date> dateOflastAccountInfoUpdate() const noexcept { return dateOflastAccountInfoUpdate_; }
     void setDateOflastAccountInfoUpdate(std::optional<Date> date) noexcept {
         dateOflastAccountInfoUpdate_ = date;
     }
+    /// @}
+    /// @{
+    /// The institution that answered (FI); null when the document does not say.
     const std::shared_ptr<TvOFXFinancialInstitutionIdentification>& financialInstitutionID() const noexcept {
         return financialInstitutionID_;
     }
     void setFinancialInstitutionID(std::shared_ptr<TvOFXFinancialInstitutionIdentification> fi) noexcept {
         financialInstitutionID_ = std::move(fi);
     }
-    /// A secret.
+    /// @}
+    /// @{
+    /// Secrets of the session, to be sent back with the next request (SESSCOOKIE, ACCESSKEY).
     OptionalText sessionCookie() const noexcept { return texts_.get(sessionCookie_); }
     void setSessionCookie(OptionalText text) { texts_.set(sessionCookie_, text); }
-    /// A secret.
     OptionalText accessKey() const noexcept { return texts_.get(accessKey_); }
     void setAccessKey(OptionalText text) { texts_.set(accessKey_, text); }
+    /// @}
 
 private:
     struct Elements;
@@ -116,11 +134,11 @@ private:
 
 /// The characters that a password may have (CHARTYPE); every other text, and none, is unknown.
 enum TvOFXCharacterSet : std::int32_t {
-    TvOFXCharacterSetUnknown = 0,
-    TvOFXCharacterSetAlphaOrNumeric = 1,
-    TvOFXCharacterSetAlphaOnly = 2,
-    TvOFXCharacterSetNumericOnly = 3,
-    TvOFXCharacterSetAlphaAndNumeric = 4,
+    TvOFXCharacterSetUnknown = 0,          ///< none of the others, or not said
+    TvOFXCharacterSetAlphaOrNumeric = 1,   ///< ALPHAORNUMERIC: letters, digits or both
+    TvOFXCharacterSetAlphaOnly = 2,        ///< ALPHAONLY: letters
+    TvOFXCharacterSetNumericOnly = 3,      ///< NUMERICONLY: digits
+    TvOFXCharacterSetAlphaAndNumeric = 4,  ///< ALPHAANDNUMERIC: both letters and digits
 };
 
 /// The rules of one sign-on realm (SIGNONINFO): what a password must be like, and which other
@@ -128,9 +146,12 @@ enum TvOFXCharacterSet : std::int32_t {
 class BRACKWELL_EXPORT TvOFXSignOnInfo final : public TvOFXAggregate {
 public:
     TvOFXSignOnInfo() noexcept = default;
-    explicit TvOFXSignOnInfo(const std::optional<ParseDictionary>& node);
 
+    /// @{
+    /// Reads a SIGNONINFO node.
     static std::shared_ptr<TvOFXSignOnInfo> initWithParseDict(const std::optional<ParseDictionary>& node);
+    explicit TvOFXSignOnInfo(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "TvOFXSignOnInfo", then every field on a line of its own; texts only when present.
     std::string description() const override;
     std::string_view className() const noexcept override;
@@ -138,16 +159,24 @@ public:
     /// "alpha or numeric", "alpha only", "numeric", "alpha and numeric"; "unknown" for any other number.
     static std::string_view ofxCharacterSetToString(std::int32_t characterSet) noexcept;
 
-    /// The name that the cores of message sets refer to.
+    /// @{
+    /// The name that the cores of message sets refer to (SIGNONREALM).
     OptionalText signonRealm() const noexcept { return texts_.get(signonRealm_); }
     void setSignonRealm(OptionalText text) { texts_.set(signonRealm_, text); }
+    /// @}
+    /// @{
+    /// How many characters a password must and may have (MIN, MAX), not checked against each other; and which
+    /// (CHARTYPE).
     std::int64_t minPasswordChars() const noexcept { return minPasswordChars_; }
     void setMinPasswordChars(std::int64_t count) noexcept { minPasswordChars_ = count; }
-    /// Not checked against the minimum.
     std::int64_t maxPasswordChars() const noexcept { return maxPasswordChars_; }
     void setMaxPasswordChars(std::int64_t count) noexcept { maxPasswordChars_ = count; }
     TvOFXCharacterSet allowedPasswordCharacters() const noexcept { return allowedPasswordCharacters_; }
     void setAllowedPasswordCharacters(TvOFXCharacterSet set) noexcept { allowedPasswordCharacters_ = set; }
+    /// @}
+    /// @{
+    /// Whether case matters in passwords (CASESEN), special characters (SPECIAL) and blanks (SPACES) may be
+    /// in them, and they may be changed (PINCH) and must be at the first sign-on (CHGPINFIRST).
     bool passwordIsCaseSensitive() const noexcept { return passwordIsCaseSensitive_; }
     void setPasswordIsCaseSensitive(bool is) noexcept { passwordIsCaseSensitive_ = is; }
     bool passwordAllowsSpecialChars() const noexcept { return passwordAllowsSpecialChars_; }
@@ -160,6 +189,7 @@ public:
     void setPasswordChangeRequiredAtFirstSignon(bool required) noexcept {
         passwordChangeRequiredAtFirstSignon_ = required;
     }
+    /// @}
 
 private:
     struct Elements;
@@ -193,16 +223,19 @@ private:
 class BRACKWELL_EXPORT TvOFXFIProfileResponse final : public TvOFXResponse {
 public:
     TvOFXFIProfileResponse() noexcept = default;
-    explicit TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node);
 
-    /// DTPROFUP is converted by the shared helper.
+    /// @{
+    /// Reads a PROFRS node. DTPROFUP is converted by the shared helper.
     static std::shared_ptr<TvOFXFIProfileResponse> initWithParseDict(
         const std::optional<ParseDictionary>& node);
+    explicit TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node);
+    /// @}
     /// "TvOFXFIProfile", the other class's name, then the fields that are present, the postal code before
     /// the city; the realms; the banking and the sign-on message set, never the two others. All intended.
     std::string description() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
     /// The message sets that the institution supports; null when it does not name them.
     const std::shared_ptr<TvOFXMessageSetProfileSignOn>& messageSetProfileSignOn() const noexcept {
         return messageSetProfileSignOn_;
@@ -228,6 +261,8 @@ public:
     void setMessageSetProfileCreditCard(std::shared_ptr<TvOFXMessageSetProfileCreditCard> profile) noexcept {
         messageSetProfileCreditCard_ = std::move(profile);
     }
+    /// @}
+    /// @{
     /// The realms in document order. A profile that was read has at least one here or no list at all.
     const std::optional<std::vector<std::shared_ptr<TvOFXSignOnInfo>>>& signonInfoList() const noexcept {
         return signonInfoList_;
@@ -235,12 +270,17 @@ public:
     void setSignonInfoList(std::optional<std::vector<std::shared_ptr<TvOFXSignOnInfo>>> list) noexcept {
         signonInfoList_ = std::move(list);
     }
+    /// @}
+    /// @{
     /// The last change of the profile (DTPROFUP).
     std::optional<Date> updateTime() const noexcept { return updateTime_; }
     void setUpdateTime(std::optional<Date> date) noexcept { updateTime_ = date; }
+    /// @}
+    /// @{
+    /// FINAME, CITY, STATE, POSTALCODE and COUNTRY; the address has the lines ADDR1 to ADDR3 with line feeds
+    /// between them, and is absent without the first.
     OptionalText fiName() const noexcept { return texts_.get(fiName_); }
     void setFiName(OptionalText text) { texts_.set(fiName_, text); }
-    /// The address lines with line feeds between them. There is none without a first line.
     OptionalText address() const noexcept { return texts_.get(address_); }
     void setAddress(OptionalText text) { texts_.set(address_, text); }
     OptionalText city() const noexcept { return texts_.get(city_); }
@@ -251,6 +291,9 @@ public:
     void setPostalCode(OptionalText text) { texts_.set(postalCode_, text); }
     OptionalText country() const noexcept { return texts_.get(country_); }
     void setCountry(OptionalText text) { texts_.set(country_, text); }
+    /// @}
+    /// @{
+    /// How to reach the institution: CSPHONE, TSPHONE, FAXPHONE, URL and EMAIL.
     OptionalText customerServicePhoneNumber() const noexcept {
         return texts_.get(customerServicePhoneNumber_);
     }
@@ -265,6 +308,7 @@ public:
     void setInformationURL(OptionalText text) { texts_.set(informationURL_, text); }
     OptionalText email() const noexcept { return texts_.get(email_); }
     void setEmail(OptionalText text) { texts_.set(email_, text); }
+    /// @}
 
 private:
     struct Elements;
@@ -293,10 +337,10 @@ private:
 
 /// The number of a message set, for TvOFXFIProfile::profileForMessageSet.
 enum TvOFXMessageSetType : std::uint64_t {
-    TvOFXMessageSetTypeSignOn = 1,
-    TvOFXMessageSetTypeSignUp = 2,
-    TvOFXMessageSetTypeBanking = 3,
-    TvOFXMessageSetTypeCreditCard = 4,
+    TvOFXMessageSetTypeSignOn = 1,      ///< signing on
+    TvOFXMessageSetTypeSignUp = 2,      ///< enrolment and account information
+    TvOFXMessageSetTypeBanking = 3,     ///< bank accounts
+    TvOFXMessageSetTypeCreditCard = 4,  ///< card accounts
 };
 
 /// A profile for an application: answers what the institution offers, and turns into bytes and back.
@@ -306,6 +350,7 @@ public:
     /// No response.
     TvOFXFIProfile() noexcept = default;
 
+    /// Keeps the response; null is none.
     static std::shared_ptr<TvOFXFIProfile> initWithProfileResponse(
         std::shared_ptr<TvOFXFIProfileResponse> response);
     /// Restores what `data` wrote. Repeated leaves (LANGUAGE, PROCDAYSOFF) are lost on the way, and so
@@ -317,15 +362,19 @@ public:
     std::string description() const;
     /// The response's ofxString as UTF-8; nothing without a response.
     std::optional<Data> data() const;
+    /// The response; null when there is none.
     const std::shared_ptr<TvOFXFIProfileResponse>& fiProfileResponse() const noexcept {
         return fiProfileResponse_;
     }
-    /// Valid as long as the response's.
+    /// The response's name of the institution; valid as long as there.
     OptionalText fiName() const noexcept;
 
+    /// @{
     /// True when the profile has the message set.
     bool supportsSignUp() const noexcept { return messageSetProfileSignUp() != nullptr; }
     bool supportsBanking() const noexcept { return messageSetProfileBanking() != nullptr; }
+    /// @}
+    /// @{
     /// These are false whatever the profile says, also for cards with a card message set: intended.
     bool supportsCreditCardStatements() const noexcept { return false; }
     bool supportsInvestmentStatements() const noexcept { return false; }
@@ -334,13 +383,17 @@ public:
     bool supportsPayments() const noexcept { return false; }
     bool supportsGeneralEMail() const noexcept { return false; }
     bool supportsInvestmentSecurityList() const noexcept { return false; }
+    /// @}
 
     /// The message set with a number of TvOFXMessageSetType; null for any other number.
     std::shared_ptr<TvOFXMessageSetProfile> profileForMessageSet(std::uint64_t messageSet) const noexcept;
+    /// @{
+    /// The response's message sets; null when it has none, or there is no response.
     std::shared_ptr<TvOFXMessageSetProfileSignOn> messageSetProfileSignOn() const noexcept;
     std::shared_ptr<TvOFXMessageSetProfileSignUp> messageSetProfileSignUp() const noexcept;
     std::shared_ptr<TvOFXMessageSetProfileBanking> messageSetProfileBanking() const noexcept;
     std::shared_ptr<TvOFXMessageSetProfileCreditCard> messageSetProfileCreditCard() const noexcept;
+    /// @}
 
 private:
     std::shared_ptr<TvOFXFIProfileResponse> fiProfileResponse_;

@@ -43,24 +43,36 @@ struct NodeRef;
 ///     auto code = tree["OFX"]["SIGNONMSGSRSV1"]["SONRS"]["STATUS"]["CODE"].text();
 class BRACKWELL_EXPORT ParseValue {
 public:
-    enum class Kind : std::uint8_t { nothing, text, dictionary, array };
+    /// What a value is.
+    enum class Kind : std::uint8_t {
+        nothing,     ///< no value
+        text,        ///< a leaf element
+        dictionary,  ///< an aggregate, or an element without content
+        array,       ///< a name that occurs several times in one aggregate
+    };
 
     ParseValue() noexcept = default;
+    /// @{
+    /// A text, which is copied, or a dictionary, which is shared.
     ParseValue(std::string_view text);  // NOLINT(google-explicit-constructor): for literals
     ParseValue(const char* text) : ParseValue(std::string_view(text)) {}
     ParseValue(const std::string& text) : ParseValue(std::string_view(text)) {}
     ParseValue(const ParseDictionary& dictionary);
+    /// @}
 
+    /// @{
     /// An array of texts and dictionaries; of a single one it is that value, of none nothing, since
     /// a name that occurs once is never wrapped in an array.
     static ParseValue array(std::initializer_list<ParseValue> elements);
     static ParseValue array(const std::vector<ParseValue>& elements);
+    /// @}
 
-    Kind kind() const noexcept;
-    bool isNothing() const noexcept { return kind() == Kind::nothing; }
+    Kind kind() const noexcept;                                          ///< what the value is
+    bool isNothing() const noexcept { return kind() == Kind::nothing; }  ///< true for no value
 
-    /// The text, valid as long as any value of the same tree.
+    /// The text, valid as long as any value of the same tree; nothing when this is no text.
     OptionalText text() const noexcept;
+    /// The dictionary; nothing when this is none.
     std::optional<ParseDictionary> dictionary() const;
     /// The elements in document order; empty when this is no array.
     std::vector<ParseValue> elements() const;
@@ -90,7 +102,7 @@ private:
 ///     ParseDictionary node{{"STATUS", status}, {"NAME", ParseValue::array({"A", "B"})}};
 class BRACKWELL_EXPORT ParseDictionary {
 public:
-    using Entry = std::pair<std::string_view, ParseValue>;
+    using Entry = std::pair<std::string_view, ParseValue>;  ///< a name and its value
 
     /// No entries.
     ParseDictionary() noexcept = default;
@@ -100,7 +112,7 @@ public:
 
     /// How many names it holds.
     std::size_t size() const noexcept;
-    bool isEmpty() const noexcept { return size() == 0; }
+    bool isEmpty() const noexcept { return size() == 0; }  ///< true when it holds no name
     /// The value under a name, compared exactly; nothing when there is none. Takes time in
     /// proportion to the number of entries; to read many names, walk.
     ParseValue operator[](std::string_view name) const noexcept;
@@ -109,6 +121,8 @@ public:
     /// value of the tree.
     class BRACKWELL_EXPORT Iterator {
     public:
+        /// @{
+        /// An input iterator: what it points at is made when asked for.
         using iterator_category = std::input_iterator_tag;
         using value_type = Entry;
         using difference_type = std::ptrdiff_t;
@@ -120,6 +134,7 @@ public:
         Iterator& operator++() noexcept;
         Iterator operator++(int) noexcept;
         bool operator==(const Iterator& other) const noexcept { return node_ == other.node_; }
+        /// @}
 
     private:
         friend class ParseDictionary;
@@ -130,8 +145,11 @@ public:
         std::uint32_t node_ = 0;
         std::uint32_t end_ = 0;
     };
+    /// @{
+    /// The entries, in the order in which each name first appeared.
     Iterator begin() const noexcept;
     Iterator end() const noexcept;
+    /// @}
 
     /// Equal names with equal values, whatever their order.
     friend BRACKWELL_EXPORT bool operator==(const ParseDictionary& a, const ParseDictionary& b);
@@ -149,10 +167,13 @@ private:
 /// Builds a parse dictionary of any size and depth in linear time.
 class BRACKWELL_EXPORT ParseDictionaryBuilder {
 public:
+    /// @{
+    /// Begins with an empty dictionary; so does one that was moved from.
     ParseDictionaryBuilder();
     ParseDictionaryBuilder(ParseDictionaryBuilder&&) noexcept;
     ParseDictionaryBuilder& operator=(ParseDictionaryBuilder&&) noexcept;
     ~ParseDictionaryBuilder();
+    /// @}
 
     /// Adds a leaf to the aggregate that is open; its texts are copied.
     void leaf(std::string_view name, std::string_view text);
@@ -213,8 +234,11 @@ struct TvOFXParserResult {
 /// the text encoding, recognises the kind of header and parses the body.
 class BRACKWELL_EXPORT TvOFXParser {
 public:
+    /// @{
+    /// A parser of one document; nothing is read yet. Bytes of a view must outlive the parser.
     static std::shared_ptr<TvOFXParser> initWithData(std::optional<Data> data);
     explicit TvOFXParser(std::optional<Data> data) noexcept : data_(std::move(data)) {}
+    /// @}
 
     /// The document; without its byte-order mark once parseWithError has recognised one.
     const std::optional<Data>& data() const noexcept { return data_; }
@@ -294,8 +318,9 @@ public:
 // Implementation of TextFields
 
 namespace reading {
+/// The text of a leaf; valid as long as the document.
 BRACKWELL_EXPORT std::string_view leafText(const Document& document, std::uint32_t node) noexcept;
-}
+}  // namespace reading
 
 template <std::size_t Count>
 OptionalText TextFields<Count>::get(std::size_t field) const noexcept {

@@ -61,19 +61,19 @@ BRACKWELL_EXPORT std::string_view describe(RepairKind kind) noexcept;
 
 /// One change of a text.
 struct RepairChange {
-    RepairKind kind = RepairKind::comment;
-    std::size_t offset = 0;  ///< of the first byte of `was` in the text before the repair
-    std::size_t line = 1;    ///< of that byte; lines end with LF, CR, or both
-    std::size_t column = 1;  ///< in characters, not bytes
-    std::string was;         ///< what stood there; empty where something was put in
-    std::string now;         ///< what stands there now; empty where something was dropped
+    RepairKind kind = RepairKind::comment;  ///< what was wrong
+    std::size_t offset = 0;                 ///< of the first byte of `was` in the text before the repair
+    std::size_t line = 1;                   ///< of that byte; lines end with LF, CR, or both
+    std::size_t column = 1;                 ///< in characters, not bytes
+    std::string was;                        ///< what stood there; empty where something was put in
+    std::string now;                        ///< what stands there now; empty where something was dropped
 
-    bool operator==(const RepairChange&) const = default;
+    bool operator==(const RepairChange&) const = default;  ///< the same change at the same place
 };
 
 /// A repaired text and the way to it.
 struct RepairedText {
-    std::string text;
+    std::string text;  ///< the whole document after the repair, UTF-8
     /// In the order of their places; no two overlap. Replacing `was` by `now` at each place of the text
     /// before makes the text after it.
     std::vector<RepairChange> changes;

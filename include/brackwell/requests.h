@@ -19,16 +19,18 @@ class BRACKWELL_EXPORT TvOFXRequest : public TvOFXAggregate {
 public:
     /// A request without wrapper name and transaction UID.
     TvOFXRequest() = default;
+    /// @{
     /// A request inside a wrapper ("ACCTINFOTRNRQ"), with a fresh transaction UID.
     explicit TvOFXRequest(std::string_view transactionWrapperName);
-
     static std::shared_ptr<TvOFXRequest> initWithTransactionWrapperName(std::string_view name);
+    /// @}
     std::string_view className() const noexcept override;
 
     /// A new random UUID in its 36-character upper-case form.
     static std::string generateUUID();
     /// The TRNUID, made once at construction; nothing when there is no wrapper.
     OptionalText transactionUID() const noexcept { return transactionUID_; }
+    /// The wrapper's name; nothing when there is none.
     OptionalText transactionWrapperName() const noexcept { return transactionWrapperName_; }
     /// The request element's name ("PROFRQ"); the base answers "request id missing".
     virtual std::string_view requestIdentifier() const noexcept;
@@ -49,15 +51,16 @@ private:
 /// Asks for the user's accounts that changed since a date (ACCTINFORQ).
 class BRACKWELL_EXPORT TvOFXAccountInfoRequest final : public TvOFXRequest {
 public:
-    explicit TvOFXAccountInfoRequest(OptionalText updateDateTime);
-
     std::string ofxString() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
     /// The date is used as it stands, neither checked nor reformatted; nothing gives "19900101".
     static std::shared_ptr<TvOFXAccountInfoRequest> initWithUpdateDateTime(
         OptionalText updateDateTime = std::nullopt);
+    explicit TvOFXAccountInfoRequest(OptionalText updateDateTime);
     const std::string& dateTimeAccountUpdate() const noexcept { return dateTimeAccountUpdate_; }
+    /// @}
     std::string_view requestIdentifier() const noexcept override;
     std::string_view humanReadableName() const noexcept override;
 
@@ -68,20 +71,23 @@ private:
 /// Asks for the institution's profile as changed since a date (PROFRQ).
 class BRACKWELL_EXPORT TvOFXFIProfileRequest final : public TvOFXRequest {
 public:
-    explicit TvOFXFIProfileRequest(OptionalText updateDateTime);
-
     /// The same as ofxString.
     std::string description() const override;
     std::string ofxString() const override;
     std::string_view className() const noexcept override;
 
+    /// @{
     /// The date is used as it stands, neither checked nor reformatted; nothing gives "19900101".
     static std::shared_ptr<TvOFXFIProfileRequest> initWithUpdateDateTime(
         OptionalText updateDateTime = std::nullopt);
+    explicit TvOFXFIProfileRequest(OptionalText updateDateTime);
     const std::string& dateTimeProfileUpdate() const noexcept { return dateTimeProfileUpdate_; }
+    /// @}
+    /// @{
     /// 0 none (the default), 1 service, 2 message set; any other number renders as an empty value.
     std::int32_t clientRouting() const noexcept { return clientRouting_; }
     void setClientRouting(std::int32_t routing) noexcept { clientRouting_ = routing; }
+    /// @}
     /// "NONE", "SERVICE", "MSGSET" or "".
     std::string_view clientRoutingString() const noexcept;
     std::string_view requestIdentifier() const noexcept override;

@@ -16,21 +16,29 @@ namespace brackwell {
 class BRACKWELL_EXPORT TvOFXPayee final : public TvOFXAggregate {
 public:
     TvOFXPayee() noexcept = default;
-    explicit TvOFXPayee(const std::optional<ParseDictionary>& node);
-    explicit TvOFXPayee(const KeyedUnarchiver& coder);
 
+    /// @{
+    /// Reads a PAYEE node. A value that is no text is skipped.
     static std::shared_ptr<TvOFXPayee> initWithParseDict(const std::optional<ParseDictionary>& node);
+    explicit TvOFXPayee(const std::optional<ParseDictionary>& node);
+    /// @}
+    /// @{
+    /// Reads what encodeWithCoder wrote; what is missing there stays absent.
     static std::shared_ptr<TvOFXPayee> initWithCoder(const KeyedUnarchiver& coder);
+    explicit TvOFXPayee(const KeyedUnarchiver& coder);
+    /// @}
     /// Writes the base's archive and the nine texts.
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
 
+    /// @{
+    /// NAME, CITY, STATE, POSTALCODE and COUNTRY; valid as long as the payee.
     OptionalText name() const noexcept { return texts_.get(name_); }
     OptionalText city() const noexcept { return texts_.get(city_); }
     OptionalText state() const noexcept { return texts_.get(state_); }
-    /// POSTALCODE.
     OptionalText zipCode() const noexcept { return texts_.get(postalCode_); }
     OptionalText country() const noexcept { return texts_.get(country_); }
+    /// @}
     /// PHONENUMBER; an element PHONE is not read: intended.
     OptionalText phoneNumber() const noexcept { return texts_.get(phoneNumber_); }
 
@@ -61,11 +69,11 @@ private:
     TextFields<textCount> texts_;
 };
 
-/// One booked or pending movement of money (STMTTRN). Texts are those of the document, unchanged.
+/// One booked or pending movement of money (STMTTRN). Texts are those of the document, unchanged; they
+/// are valid until they are set again, and as long as the transaction.
 class BRACKWELL_EXPORT TvOFXStatementTransaction final : public TvOFXAggregate {
 public:
     TvOFXStatementTransaction() noexcept;
-    explicit TvOFXStatementTransaction(const KeyedUnarchiver& coder);
     ~TvOFXStatementTransaction() override;
 
     /// Only keeps the node, as the base does; fills no field. To read a transaction use
@@ -76,7 +84,11 @@ public:
     void parseDictionary(const std::optional<ParseDictionary>& node) override;
     /// The class's name on a line, then the fields that are present, each after two blanks.
     std::string description() const override;
+    /// @{
+    /// Reads what encodeWithCoder wrote; what is missing there stays absent.
     static std::shared_ptr<TvOFXStatementTransaction> initWithCoder(const KeyedUnarchiver& coder);
+    explicit TvOFXStatementTransaction(const KeyedUnarchiver& coder);
+    /// @}
     /// Writes the fields that are present, but originalDatePostedString and what the base holds.
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
@@ -85,33 +97,53 @@ public:
     static std::shared_ptr<TvOFXStatementTransaction> initWithParserDict(
         const std::optional<ParseDictionary>& node);
 
+    /// What kind of movement (TRNTYPE): DEBIT, CREDIT, FEE, XFER and others; no list is enforced.
     OptionalText transactionType() const noexcept { return texts_.get(transactionType_); }
+    /// When it was booked (DTPOSTED), in UTC; nothing when that is no date, see originalDatePostedString.
     std::optional<Date> datePosted() const noexcept { return datePosted_; }
     /// Another date than the stored one also renews sort_date.
     void setDatePosted(std::optional<Date> date) noexcept;
+    /// When the user began it (DTUSER).
     std::optional<Date> dateUserInit() const noexcept { return dateUserInit_; }
+    /// From when on the money can be used (DTAVAIL).
     std::optional<Date> dateFundsAvailable() const noexcept { return dateFundsAvailable_; }
-    /// Negative when money leaves the account.
+    /// The amount (TRNAMT) in the statement's currency. Negative when money leaves the account.
     const std::optional<Decimal>& amount() const noexcept { return amount_; }
+    /// @{
     /// The institution's own identifier of the transaction (FITID).
     OptionalText fiTransactionID() const noexcept { return texts_.get(fiTransactionID_); }
     void setFiTransactionID(OptionalText text) { texts_.set(fiTransactionID_, text); }
+    /// @}
+    /// @{
+    /// The identifier of an earlier transaction that this one replaces or deletes (CORRECTFITID), and which
+    /// of the two (CORRECTACTION). The library itself corrects nothing.
     OptionalText correctionFITID() const noexcept { return texts_.get(correctionFITID_); }
     OptionalText correctionAction() const noexcept { return texts_.get(correctionAction_); }
+    /// @}
+    /// @{
+    /// SRVRTID, CHECKNUM, REFNUM, SIC and PAYEEID.
     OptionalText serverTransactionID() const noexcept { return texts_.get(serverTransactionID_); }
     OptionalText checkOrReferenceNumber() const noexcept { return texts_.get(checkOrReferenceNumber_); }
     OptionalText referenceNumber() const noexcept { return texts_.get(referenceNumber_); }
     OptionalText standardIndustrialCode() const noexcept { return texts_.get(standardIndustrialCode_); }
     OptionalText payeeID() const noexcept { return texts_.get(payeeID_); }
+    /// @}
+    /// The other party's name (NAME). A document has this or payee, seldom both.
     OptionalText payeeName() const noexcept { return texts_.get(payeeName_); }
+    /// The other party with its address (PAYEE); null when there is none.
     std::shared_ptr<TvOFXPayee> payee() const noexcept;
-    /// The other account of a transfer.
+    /// @{
+    /// The other account of a transfer (BANKACCTTO, CCACCTTO); null when there is none.
     std::shared_ptr<TvOFXBankAccount> bankAccountTo() const noexcept;
     std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountTo() const noexcept;
+    /// @}
+    /// Further text (MEMO).
     OptionalText memo() const noexcept { return texts_.get(memo_); }
+    /// @{
     /// Only when the document holds a text here; the aggregate that the OFX standard has is not read.
     OptionalText currency() const noexcept { return texts_.get(currency_); }
     OptionalText origCurrency() const noexcept { return texts_.get(origCurrency_); }
+    /// @}
     /// The source text of the transaction, from its first child to its close tag.
     OptionalText originalDataString() const noexcept { return texts_.get(originalDataString_); }
     /// The text of DTPOSTED, also when it is not a date.
@@ -172,25 +204,33 @@ public:
 
     /// CURDEF as given.
     OptionalText defaultCurrency() const noexcept { return texts_.get(defaultCurrency_); }
-    /// The period of the transaction list.
+    /// @{
+    /// The period of the transaction list (DTSTART, DTEND).
     std::optional<Date> transactionStartDateTime() const noexcept { return transactionStartDateTime_; }
     std::optional<Date> transactionEndDateTime() const noexcept { return transactionEndDateTime_; }
+    /// @}
     /// In document order, nothing sorted, merged or removed. The transactions of one statement share
     /// one block of memory, which lives as long as any of them.
     const std::vector<std::shared_ptr<TvOFXStatementTransaction>>& statementTransactions() const noexcept {
         return statementTransactions_;
     }
+    /// @{
+    /// What is booked (LEDGERBAL) and what can be spent (AVAILBAL), each with its moment. Each of the four
+    /// may be absent without the others; none is computed.
     const std::optional<Decimal>& ledgerBalanceAmount() const noexcept { return ledgerBalanceAmount_; }
     std::optional<Date> ledgerBalanceDateTime() const noexcept { return ledgerBalanceDateTime_; }
     const std::optional<Decimal>& availableBalanceAmount() const noexcept { return availableBalanceAmount_; }
     std::optional<Date> availableBalanceDateTime() const noexcept { return availableBalanceDateTime_; }
+    /// @}
 
 protected:
     TvOFXAccountStatement() noexcept = default;
 
+    /// @{
     /// The number of the element that names the account, and what to do with its aggregate.
     virtual std::uint32_t accountElement() const noexcept = 0;
     virtual void readAccount(const ParseDictionary& node) = 0;
+    /// @}
 
 private:
     struct Elements;
@@ -211,10 +251,12 @@ private:
 class BRACKWELL_EXPORT TvOFXStatementResponse final : public TvOFXAccountStatement {
 public:
     TvOFXStatementResponse() noexcept = default;
+    /// Reads a STMTRS node, with the shared helper.
     static std::shared_ptr<TvOFXStatementResponse> initWithParseDict(
         const std::optional<ParseDictionary>& node);
     std::string_view className() const noexcept override;
 
+    /// The account of the statement; null when the document names none.
     const std::shared_ptr<TvOFXBankAccount>& bankAccountFrom() const noexcept { return bankAccountFrom_; }
 
 private:
@@ -228,10 +270,12 @@ private:
 class BRACKWELL_EXPORT TvOFXCCStatementResponse final : public TvOFXAccountStatement {
 public:
     TvOFXCCStatementResponse() noexcept = default;
+    /// Reads a CCSTMTRS node, with the shared helper.
     static std::shared_ptr<TvOFXCCStatementResponse> initWithParseDict(
         const std::optional<ParseDictionary>& node);
     std::string_view className() const noexcept override;
 
+    /// The account of the statement; null when the document names none.
     const std::shared_ptr<TvOFXCreditCardAccount>& creditCardAccountFrom() const noexcept {
         return creditCardAccountFrom_;
     }
