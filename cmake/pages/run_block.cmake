@@ -13,6 +13,7 @@ endif()
 set(ENV{PATH} "${TOOL}:$ENV{PATH}")
 set(ENV{TZ} UTC)
 set(ENV{LC_ALL} C)
+unset(ENV{COLUMNS})
 
 separate_arguments(command UNIX_COMMAND "${COMMAND}")
 execute_process(
