@@ -5,10 +5,9 @@
 
 namespace brackwell {
 
-TvOFXFIMessage::TvOFXFIMessage(const TvOFXResponse& response) : date_(currentDate()) {
+TvOFXFIMessage::TvOFXFIMessage(const TvOFXResponse& response) : date_(currentDate()), message_("[") {
     const TvOFXStatus* status = response.status().get();
     const auto append = [this](OptionalText text) { message_.append(orAbsent(text)); };
-    message_ = "[";
     append(status ? status->severity() : std::nullopt);
     message_.append("] ");
     append(status ? status->message() : std::nullopt);

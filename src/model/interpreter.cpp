@@ -112,7 +112,7 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
         if (const NodeRef value = wrapper[element("TRNUID")]; value.isText()) uid = value.text();
     }
 
-    const std::shared_ptr<TvOFXResponse> response = createResponseObjectForKey(innerName, innerNode);
+    std::shared_ptr<TvOFXResponse> response = createResponseObjectForKey(innerName, innerNode);
     if (const auto status = dictionaryOf(statusNode))
         response->setStatus(TvOFXStatus::initWithParseDict(status));
     if (uid) response->setTransactionUID(uid);
@@ -131,7 +131,7 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
     std::string_view name, const std::optional<ParseDictionary>& andResponseDict) {
     for (const ResponseClass& row : kResponseClasses) {
         if (row.name != name) continue;
-        const std::shared_ptr<TvOFXResponse> response = row.make(andResponseDict, helperObject_);
+        std::shared_ptr<TvOFXResponse> response = row.make(andResponseDict, helperObject_);
         if (auto signOn = std::dynamic_pointer_cast<TvOFXSignOnResponse>(response))
             signOnResponse_ = std::move(signOn);
         else if (auto profile = std::dynamic_pointer_cast<TvOFXFIProfileResponse>(response))

@@ -2,7 +2,7 @@
 #include "calendar_names.h"
 
 #include <langinfo.h>
-#include <locale.h>
+#include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is of POSIX
 
 #include <algorithm>
 #include <cerrno>
@@ -77,12 +77,7 @@ constexpr std::array<NameSource, nameListCount> sources = {{
 /// A locale of the C library for the names of dates; closed on every way out.
 class Locale {
 public:
-    explicit Locale(const std::string& name) {
-        errno = 0;  // not every failure sets it
-        // cppcheck-suppress useInitializationList ; errno comes first
-        handle_ = ::newlocale(LC_TIME_MASK, name.c_str(), locale_t{});
-        if (!isOpen() && errno == ENOMEM) throw std::bad_alloc();
-    }
+    explicit Locale(const std::string& name) : handle_(open(name)) {}
     Locale(const Locale&) = delete;
     Locale& operator=(const Locale&) = delete;
     ~Locale() {
@@ -93,7 +88,14 @@ public:
     std::string_view text(nl_item item) const noexcept { return ::nl_langinfo_l(item, handle_); }
 
 private:
-    locale_t handle_ = {};
+    static locale_t open(const std::string& name) {
+        errno = 0;  // not every failure sets it
+        const locale_t handle = ::newlocale(LC_TIME_MASK, name.c_str(), locale_t{});
+        if (handle == locale_t{} && errno == ENOMEM) throw std::bad_alloc();
+        return handle;
+    }
+
+    locale_t handle_;
 };
 
 /// The name under which the C library would look for the process's own locale.

@@ -24,6 +24,7 @@ PatternDateFormatter::PatternDateFormatter(std::string pattern, TimeZone zone, s
 PatternDateFormatter::PatternDateFormatter(const PatternDateFormatter&) = default;
 PatternDateFormatter& PatternDateFormatter::operator=(const PatternDateFormatter&) = default;
 PatternDateFormatter::PatternDateFormatter(PatternDateFormatter&& other) noexcept
+    // NOLINTNEXTLINE(performance-move-constructor-init): a copy, as said above
     : DateFormatter(), program_(other.program_) {}
 PatternDateFormatter& PatternDateFormatter::operator=(PatternDateFormatter&& other) noexcept {
     program_ = other.program_;

@@ -8,6 +8,7 @@
 namespace brackwell {
 
 /// Wide enough for every coefficient of a Decimal, and for the sum of two of them and 10^38.
+// NOLINTNEXTLINE(modernize-use-using): "using" has no place for __extension__
 __extension__ typedef unsigned __int128 Wide;
 
 /// 10^0 to 10^38.

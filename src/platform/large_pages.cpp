@@ -13,10 +13,9 @@ void preferLargePages(void* memory, std::size_t size) noexcept {
     constexpr std::size_t worthIt = std::size_t{4} << 20;
     if (size < worthIt) return;
     const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-    const std::uintptr_t begin = reinterpret_cast<std::uintptr_t>(memory) / page * page;
-    const std::uintptr_t end = reinterpret_cast<std::uintptr_t>(memory) + size;
+    const std::uintptr_t inPage = reinterpret_cast<std::uintptr_t>(memory) % page;
     // A wish: when it is not granted, the memory is there all the same.
-    static_cast<void>(madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE));
+    static_cast<void>(madvise(static_cast<char*>(memory) - inPage, size + inPage, MADV_HUGEPAGE));
 #else
     static_cast<void>(memory);
     static_cast<void>(size);

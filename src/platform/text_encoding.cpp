@@ -99,6 +99,7 @@ public:
         if (isOpen()) ::iconv_close(handle_);
     }
 
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): what POSIX has iconv_open return
     bool isOpen() const noexcept { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
     /// Appends all that the bytes become; false when that is not possible without any loss.
@@ -111,7 +112,7 @@ public:
 private:
     /// Without input, appends what returns to the encoding's first state.
     bool run(char** input, std::size_t* inputSize, std::string& result) const {
-        constexpr std::size_t failure = static_cast<std::size_t>(-1);
+        constexpr auto failure = static_cast<std::size_t>(-1);
         std::array<char, 16384> chunk;
         std::size_t outcome = failure;
         int problem = 0;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <time.h>
+#include <time.h>  // NOLINT(modernize-deprecated-headers): localtime_r is of POSIX
 
 #include <algorithm>
 

@@ -29,7 +29,7 @@ struct ZoneFile {
 
 /// Nothing when the bytes are not exactly such a file, or when it counts leap seconds, which the dates of
 /// this library do not have.
-std::optional<ZoneFile> parseZoneFile(std::string_view bytes);
+std::optional<ZoneFile> parseZoneFile(std::string_view text);
 
 /// The zone of this name below the folder that the variable TZDIR names, or below the system's own.
 /// Nothing when there is no such file, or when the name could lead out of that folder.

@@ -32,7 +32,7 @@ struct YearlyMoment {
     unsigned day = 0;  ///< or weekday
     unsigned month = 0;
     unsigned week = 0;
-    std::int64_t time = 2 * 3600;  ///< seconds after the day's midnight, up to a week either way
+    std::int64_t time = 7200;  ///< seconds after the day's midnight, up to a week either way
 
     /// The seconds from 1970 until then by clocks that go by UTC.
     std::int64_t inYear(int number) const noexcept;

@@ -81,8 +81,7 @@ private:
 /// Walks the elements of an array.
 class NodeRef::Elements {
 public:
-    explicit Elements(const NodeRef& value) noexcept : at_(value) {
-        single_ = value.single;
+    explicit Elements(const NodeRef& value) noexcept : at_(value), single_(value.single) {
         at_.single = true;
     }
     Elements begin() const noexcept { return *this; }
@@ -100,7 +99,7 @@ public:
 
 private:
     NodeRef at_;
-    bool single_ = false;
+    bool single_;
 };
 
 inline NodeRef::Children NodeRef::children() const noexcept { return Children(*this); }
