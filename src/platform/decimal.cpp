@@ -26,7 +26,7 @@ std::strong_ordering compareMagnitudes(const Decimal& a, const Decimal& b) noexc
     const Wide first = coefficientOf(a);
     const Wide second = coefficientOf(b);
     const auto places = digitCount(first) + a.exponent() <=> digitCount(second) + b.exponent();
-    if (places != 0) return places;
+    if (std::is_neq(places)) return places;
     // Both begin at the same place, so that the one with the larger exponent has fewer digits, and
     // filled up with zeros has as many as the other one.
     const int shift = a.exponent() - b.exponent();
@@ -48,7 +48,7 @@ std::string digitsOf(Wide coefficient) {
 
 Decimal Decimal::fromInteger(std::int64_t value) noexcept {
     const auto bits = static_cast<std::uint64_t>(value);
-    return *fromParts(value < 0, 0, value < 0 ? 0 - bits : bits, 0);
+    return *fromParts(value < 0, 0, value < 0 ? ~bits + 1 : bits, 0);
 }
 
 std::optional<Decimal> Decimal::fromString(std::string_view text) noexcept {

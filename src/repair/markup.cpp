@@ -142,9 +142,10 @@ private:
 
     /// A comment that does not end is no more than its begin, so that it hides no values.
     std::size_t readComment(std::size_t open) {
-        const std::size_t found = find(kCommentEnd, open + kCommentBegin.size(), hasCommentEnd_);
-        std::size_t end = found + kCommentEnd.size();
-        if (found == std::string_view::npos) {
+        std::size_t end = find(kCommentEnd, open + kCommentBegin.size(), hasCommentEnd_);
+        if (end != std::string_view::npos) {
+            end += kCommentEnd.size();
+        } else {
             end = std::min(body_.find_first_of("<>", open + 1), body_.size());
             if (end < body_.size() && body_[end] == '>') ++end;
         }

@@ -98,22 +98,30 @@ std::string unifiedDiff(std::string_view nameBefore, std::string_view nameAfter,
     const std::vector<Block> blocks = BlockMaker(before, lines).make(changes);
     std::string diff;
     diff.append("--- ").append(nameBefore).append("\n+++ ").append(nameAfter).append("\n");
-    std::size_t added = 0;  // lines of the result less those of the text before, modulo 2^64
+    std::size_t dropped = 0;  // lines of the blocks so far
+    std::size_t added = 0;    // lines in their place
     for (auto block = blocks.begin(); block != blocks.end();) {
-        auto behind = block + 1;  // of the blocks whose contexts touch
-        std::size_t addedHere = block->lineCount - (block->end - block->first);
-        for (; behind != blocks.end() && behind->first <= (behind - 1)->end + 2 * kContext; ++behind)
-            addedHere += behind->lineCount - (behind->end - behind->first);
+        std::size_t droppedHere = 0;
+        std::size_t addedHere = 0;
+        auto behind = block;  // the blocks whose contexts touch
+        do {
+            droppedHere += behind->end - behind->first;
+            addedHere += behind->lineCount;
+            ++behind;
+        } while (behind != blocks.end() && behind->first <= (behind - 1)->end + 2 * kContext);
         std::size_t line = block->first - std::min(block->first, kContext);
         const std::size_t end = std::min((behind - 1)->end + kContext, lines.size());
         diff.append("@@ -").append(range(line, end - line));
-        diff.append(" +").append(range(line + added, end - line + addedHere)).append(" @@\n");
+        diff.append(" +")
+            .append(range(line + added - dropped, end - line + addedHere - droppedHere))
+            .append(" @@\n");
         for (; block != behind; ++block) {
             for (; line < block->first; ++line) addLine(diff, ' ', lines[line]);
             for (; line < block->end; ++line) addLine(diff, '-', lines[line]);
             for (const std::string_view now : linesOf(block->now)) addLine(diff, '+', now);
         }
         for (; line < end; ++line) addLine(diff, ' ', lines[line]);
+        dropped += droppedHere;
         added += addedHere;
     }
     return diff;
