@@ -32,6 +32,7 @@ Groups groupsOf(const AccountHistory& account) {
 std::string filesOf(const AccountHistory& account, const std::vector<const HistoryEntry*>& group) {
     std::string text;
     for (auto entry = group.begin(); entry != group.end();) {
+        // cppcheck-suppress derefInvalidIteratorRedundantCheck ; the inner loop ends there too
         const std::string& file = account.statements[(*entry)->statement].file;
         std::size_t times = 0;
         for (; entry != group.end() && account.statements[(*entry)->statement].file == file; ++entry) ++times;

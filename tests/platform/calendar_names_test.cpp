@@ -2,7 +2,8 @@
 #include "platform/calendar_names.h"
 
 #include <doctest/doctest.h>
-#include <locale.h>
+
+#include <clocale>
 
 #include "locale_folder.h"
 
@@ -157,10 +158,10 @@ TEST_CASE("the empty locale is the one of the process's environment") {
 }
 
 TEST_CASE("loading names leaves the process's locale alone") {
-    const std::string before = ::setlocale(LC_ALL, nullptr);
+    const std::string before = std::setlocale(LC_ALL, nullptr);
     namesIn("de_DE", NameList::months);
     namesIn("", NameList::months);
-    CHECK(::setlocale(LC_ALL, nullptr) == before);
+    CHECK(std::setlocale(LC_ALL, nullptr) == before);
 }
 
 TEST_CASE("the longest name that a text begins with is found") {

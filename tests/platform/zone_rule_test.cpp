@@ -2,7 +2,7 @@
 #include "platform/zone_rule.h"
 
 #include <doctest/doctest.h>
-#include <time.h>
+#include <time.h>  // NOLINT(modernize-deprecated-headers): localtime_r is of POSIX
 
 #include <vector>
 

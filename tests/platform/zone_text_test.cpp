@@ -76,7 +76,7 @@ namespace {
 struct Reading {
     std::string text;
     seconds offset;
-    std::string rest = "";
+    std::string rest = {};
 };
 
 void checkOffsets(const std::string& letters, const std::vector<Reading>& rows, bool digitsFollow = false) {

@@ -32,7 +32,7 @@ inline constexpr bool kOptimized = false;
 /// What an optimised build does, made smaller for the slower ones. Those without optimisation often also
 /// count the lines that they run.
 constexpr std::size_t scaled(std::size_t count) {
-    const std::size_t divisor = (kSanitized ? 4U : 1U) * (kOptimized ? 1U : 16U);
+    const unsigned divisor = (kSanitized ? 4U : 1U) * (kOptimized ? 1U : 16U);
     return count / divisor;
 }
 

@@ -337,7 +337,7 @@ TEST_CASE("a profile has its message sets, each with its class, its core and its
                            "usesTransportLevelSecurity": true, "signonRealm": "Personal",
                            "languages": ["ENG", "CYM"], "syncMode": 1, "supportsErrorRecovery": false}})")
                                                             .dump());
-    const Json banking = response["messageSetProfileBanking"];
+    const Json& banking = response["messageSetProfileBanking"];
     CHECK(keysOf(banking) == Keys{"class", "messageSetCore", "closingStatementInformationAvailable",
                                   "noProcessingDays", "processingEndTime", "supportsScheduledTransfers",
                                   "supportsRecurringTransfers", "supportsModifyTransfers",

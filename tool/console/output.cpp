@@ -14,9 +14,11 @@
 namespace tool {
 
 Output::Output(const std::string& fileName, Progress& progress)
-    : name_(fileName.empty() ? "standard output" : fileName), progress_(progress) {
-    descriptor_ = fileName.empty() ? STDOUT_FILENO
-                                   : ::open(fileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    : name_(fileName.empty() ? "standard output" : fileName),
+      progress_(progress),
+      descriptor_(fileName.empty()
+                      ? STDOUT_FILENO
+                      : ::open(fileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
     if (descriptor_ < 0) fail();
     isTerminal_ = ::isatty(descriptor_) != 0;
 }
@@ -34,7 +36,7 @@ void Output::spill(std::string_view text) {
     if (text.size() > kCapacity)
         pass(text);
     else
-        write(text);
+        size_ = text.copy(buffer_.get(), text.size());
 }
 
 void Output::passOn() {

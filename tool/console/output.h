@@ -47,7 +47,7 @@ private:
 
     std::string name_;
     Progress& progress_;
-    int descriptor_ = -1;
+    int descriptor_;
     bool isGood_ = true;
     bool isTerminal_ = false;
     std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);

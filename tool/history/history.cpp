@@ -32,7 +32,7 @@ bool isSameAccount(const AccountHistory& a, const AccountHistory& b) {
 }
 
 std::string institutionOf(const TvOFXInterpreter& document) {
-    const auto signOn = document.signOnResponse();
+    const auto& signOn = document.signOnResponse();
     const auto institution = signOn ? signOn->financialInstitutionID() : nullptr;
     return institution ? std::string(institution->organization().value_or("")) : std::string();
 }

@@ -21,11 +21,15 @@ std::size_t wholeOf(std::string_view amount) noexcept { return std::min(amount.f
 
 void pad(std::string& line, std::size_t count) { line.append(count, ' '); }
 
+void dropBlanksAtEnd(std::string& line) {
+    while (line.ends_with(' ')) line.pop_back();
+}
+
 std::size_t lack(std::size_t wanted, std::size_t there) noexcept { return wanted - std::min(wanted, there); }
 
 }  // namespace
 
-Table::Table(std::vector<Column> columns) {
+Table::Table(const std::vector<Column>& columns) {
     for (const Column& column : columns) places_.push_back({column});
 }
 
@@ -115,7 +119,7 @@ void Table::writeTitles(Page& page) const {
         line.append(title);
         if (!isRight) pad(line, left);
     }
-    line.erase(line.find_last_not_of(' ') + 1);
+    dropBlanksAtEnd(line);
     page.line(line);
 }
 
@@ -128,7 +132,7 @@ void Table::writeRow(Page& page, const Row& row) const {
         line.append(cell(places_[i], row[i], page.hasColour()));
         isFirst = false;
     }
-    line.erase(line.find_last_not_of(' ') + 1);
+    dropBlanksAtEnd(line);
     page.line(line);
 }
 

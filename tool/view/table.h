@@ -28,7 +28,7 @@ public:
     /// A cell for each column. Their texts are visible already.
     using Row = std::vector<std::string>;
 
-    explicit Table(std::vector<Column> columns);
+    explicit Table(const std::vector<Column>& columns);
 
     void measure(const Row& row);
     /// Fixes the widths. Columns without any text are left out.
