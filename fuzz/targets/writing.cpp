@@ -58,7 +58,8 @@ void requireSwept(TvOFXBankAccount& account) {
     account.setBankID(std::nullopt);
     account.setBranchID(std::nullopt);
     account.setAccountID(std::nullopt);
-    require(!account.bankID() && !account.branchID() && !account.accountID(), "what was set can be taken away");
+    require(!account.bankID() && !account.branchID() && !account.accountID(),
+            "what was set can be taken away");
     require(account.isEqualToOFXBankAccount(&account), "an account without texts is equal to itself");
 }
 

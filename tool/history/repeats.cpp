@@ -58,8 +58,7 @@ Repeats::Original* Repeats::findEqualIn(Bucket& bucket, const Transaction& trans
         Original& original = originals_[bucket.places[i]];
         const bool isMatched = original.matchedIn == statement_;
         if (!isMatched) ++compared;
-        const bool isFound =
-            !isMatched && transaction.isEqualOFXStatementTransaction(original.transaction);
+        const bool isFound = !isMatched && transaction.isEqualOFXStatementTransaction(original.transaction);
         if (!isMatched && !isFound) continue;
         // Never looked at again in this statement; what was in this place has been compared above.
         std::swap(bucket.places[i], bucket.places[bucket.matched++]);
