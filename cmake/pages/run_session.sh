@@ -1,3 +1,4 @@
+#!/bin/sh
 # Repeats a session of a page: prints each "$ command" line of the file and runs the command.
 status=0
 while IFS= read -r line <&3; do
