@@ -54,14 +54,13 @@ function(take_blocks page out)
     return(PROPAGATE blocks)
 endfunction()
 
-# Adds the program page-NAME; further arguments are properties of it.
 function(add_page_program name source)
     add_executable(page-${name} ${source})
     target_link_libraries(page-${name} PRIVATE brackwell::brackwell)
     # They run once and for a moment, so most of their time is compilation.
     target_compile_options(page-${name} PRIVATE -O0)
     set_target_properties(page-${name} PROPERTIES
-        RUNTIME_OUTPUT_DIRECTORY ${out}/bin OUTPUT_NAME ${name} ${ARGN})
+        RUNTIME_OUTPUT_DIRECTORY ${out}/bin OUTPUT_NAME ${name})
 endfunction()
 
 # Sets `run` to the arguments of cmake that run a block.
