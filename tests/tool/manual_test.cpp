@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <set>
+
+#include "tool/tool.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+using Names = std::set<std::string>;
+
+std::string sourceText(const std::string& name) {
+    std::ifstream stream(std::string(BRACKWELL_SOURCE_DIR) + "/" + name, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+bool isNameCharacter(char c) { return (c >= 'a' && c <= 'z') || c == '-'; }
+
+/// What of a text begins with a prefix and goes on with small letters and hyphens; without the prefix.
+Names namesBehind(const std::string& prefix, const std::string& text) {
+    Names names;
+    for (std::size_t at = text.find(prefix); at != text.npos; at = text.find(prefix, at + 1)) {
+        const std::size_t begin = at + prefix.size();
+        const auto end =
+            std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(begin), text.end(), isNameCharacter);
+        names.insert(std::string(text.begin() + static_cast<std::ptrdiff_t>(begin), end));
+    }
+    names.erase("");
+    return names;
+}
+
+/// The commands that the program's help lists.
+Names commandsInHelp() {
+    const std::string help = tool({"--help"}).output;
+    const std::size_t begin = help.find("Subcommands:");
+    Names commands;
+    for (const std::string& line : linesOf(help.substr(begin, help.find("\n\n", begin) - begin)))
+        if (line.starts_with("  ") && isNameCharacter(line[2]))
+            commands.insert(line.substr(2, line.find(' ', 2) - 2));
+    return commands;
+}
+
+/// The long options that a help lists.
+Names optionsInHelp(std::vector<std::string> arguments) {
+    arguments.emplace_back("--help");
+    Names options;
+    for (const std::string& line : linesOf(tool(arguments).output)) {
+        if (!line.starts_with("  -")) continue;
+        const Names names = namesBehind("--", line.substr(0, 32));
+        options.insert(names.begin(), names.end());
+    }
+    return options;
+}
+
+/// The options of the program and all of its commands.
+Names allOptions() {
+    Names all = optionsInHelp({});
+    for (const std::string& command : commandsInHelp()) all.merge(optionsInHelp({command}));
+    return all;
+}
+
+/// What bash offers for the last of these words.
+Names completed(const std::vector<std::string>& words, const std::string& folder = "/") {
+    std::vector<std::string> arguments{
+        "/bin/bash",
+        "-c",
+        "source \"$1\" && shift && COMP_WORDS=(\"$@\") && COMP_CWORD=$(($# - 1)) && _brackwell && "
+        "printf '%s\\n' \"${COMPREPLY[@]}\"",
+        "bash",
+        std::string(BRACKWELL_SOURCE_DIR) + "/tool/completion/brackwell.bash",
+        "brackwell"};
+    arguments.insert(arguments.end(), words.begin(), words.end());
+    const Finished finished = run({arguments, "", {}, folder});
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "");
+    const std::vector<std::string> lines = linesOf(finished.output);
+    Names names(lines.begin(), lines.end());
+    names.erase("");
+    return names;
+}
+
+/// False on a machine without bash; ctest shows the message.
+bool hasBash() {
+    if (std::filesystem::exists("/bin/bash")) return true;
+    MESSAGE("skipped: there is no bash here");
+    return false;
+}
+
+}  // namespace
+
+TEST_CASE("the manual page has the commands and options of the help, and no others") {
+    const std::string manual = sourceText("docs/brackwell.1");
+    CHECK(commandsInHelp().contains("show"));
+    CHECK(namesBehind("\n.It Cm ", manual) == commandsInHelp());
+    CHECK(namesBehind("\n.Nm\n.Cm ", manual) == commandsInHelp());
+    CHECK(allOptions().contains("grouping-separator"));
+    CHECK(namesBehind("Fl -", manual) == allOptions());
+}
+
+TEST_CASE("the completion of zsh has the commands and options of the help, and no others") {
+    const std::string completion = sourceText("tool/completion/_brackwell");
+    Names commands;
+    for (const std::string& line : linesOf(completion))
+        if (line.starts_with("        '") && line.find(':') < line.find('['))
+            if (isNameCharacter(line[9]) && line[9] != '-')
+                commands.insert(line.substr(9, line.find(':') - 9));
+    CHECK(commands == commandsInHelp());
+    for (const std::string& command : commandsInHelp()) {
+        CAPTURE(command);
+        const bool isCase = completion.find("        " + command + ")") != std::string::npos ||
+                            completion.find("        " + command + " |") != std::string::npos ||
+                            completion.find("| " + command + ")") != std::string::npos;
+        CHECK(isCase);
+    }
+    CHECK(namesBehind("--", completion) == allOptions());
+}
+
+TEST_CASE("bash completes commands, and the options of each command as its help has them") {
+    if (!hasBash()) return;
+    CHECK(completed({""}) == commandsInHelp());
+    CHECK(completed({"re"}) == Names{"repair", "request"});
+    CHECK(completed({"--v"}) == Names{"--version"});
+    for (const std::string& command : commandsInHelp()) {
+        CAPTURE(command);
+        Names wanted;
+        for (const std::string& option : optionsInHelp({command})) wanted.insert("--" + option);
+        CHECK(completed({command, "--"}) == wanted);
+    }
+}
+
+TEST_CASE("bash completes values, files and kinds of requests") {
+    if (!hasBash()) return;
+    const TemporaryFolder folder;
+    folder.file("july of 2024.ofx", "");
+    folder.file("*.ofx", "");
+    CHECK(completed({"show", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
+    CHECK(completed({"show", ""}, folder.path()) == Names{"july of 2024.ofx", "*.ofx"});
+    CHECK(completed({"json", "--output", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
+    CHECK(completed({"show", "--sort", ""}, folder.path()) == Names{"date", "amount"});
+    CHECK(completed({"show", "--search", "ju"}, folder.path()) == Names{});
+    CHECK(completed({"tree", "--encoding", "UTF-3"}) == Names{"UTF-32BE"});
+    CHECK(completed({"request", ""}) == Names{"accounts", "profile"});
+    CHECK(completed({"request", "--version", "21"}) == Names{"211"});
+    CHECK(completed({"show", "--version", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
+}
+
+TEST_CASE("values that are offered are values that are taken") {
+    if (!hasBash()) return;
+    for (const std::string& value : completed({"show", "--encoding", ""})) {
+        CAPTURE(value);
+        CHECK(tool({"tree", "--encoding", value, "-"}).error.find("unknown encoding") == std::string::npos);
+    }
+    for (const std::string& value : completed({"show", "--sort", ""}))
+        CHECK(tool({"show", "--sort", value, examplePath("card.ofx")}).status == 0);
+    for (const std::string& value : completed({"request", "--routing", ""}))
+        CHECK(tool({"request", "profile", "--routing", value}).status == 0);
+}
+
+TEST_CASE("the manual page is formatted without a warning") {
+    const std::string page = std::string(BRACKWELL_SOURCE_DIR) + "/docs/brackwell.1";
+    const Finished finished = run({{"/bin/sh", "-c",
+                                    "command -v man >/dev/null && command -v groff >/dev/null || exit 99; "
+                                    "exec man --warnings -E UTF-8 -l \"$1\" </dev/null",
+                                    "sh", page}});
+    if (finished.status == 99) {
+        MESSAGE("skipped: there is no man here");
+        return;
+    }
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "");
+    CHECK(finished.output.find("brackwell") != std::string::npos);
+}
+
+TEST_CASE("mandoc has nothing against the manual page") {
+    const std::string page = std::string(BRACKWELL_SOURCE_DIR) + "/docs/brackwell.1";
+    const Finished finished =
+        run({{"/bin/sh", "-c", "command -v mandoc >/dev/null || exit 99; exec mandoc -Tlint -Wwarning \"$1\"",
+              "sh", page}});
+    if (finished.status == 99) {
+        MESSAGE("skipped: there is no mandoc here");
+        return;
+    }
+    CHECK(finished.status == 0);
+    CHECK(finished.output == "");
+}
