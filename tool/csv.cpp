@@ -4,6 +4,7 @@
 #include "run.h"
 #include "text/characters.h"
 #include "text/value_text.h"
+#include "text/visible_text.h"
 
 namespace tool {
 namespace {
@@ -106,7 +107,14 @@ void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transa
     row.add(transaction.referenceNumber());
     row.add(transaction.payeeName());
     row.add(transaction.memo());
-    row.addMade("\r\n");
+}
+
+void writeRow(Output& output, std::string_view row) {
+    if (output.isTerminal())
+        output.write(visiblePart(row));
+    else
+        output.write(row);
+    output.write("\r\n");
 }
 
 void writeStatement(Run& run, const std::string& file, const brackwell::TvOFXAccountStatement& statement) {
@@ -118,7 +126,7 @@ void writeStatement(Run& run, const std::string& file, const brackwell::TvOFXAcc
         row.clear();
         row.addMade(common.text());
         addTransaction(row, *transaction);
-        run.output.write(row.text());
+        writeRow(run.output, row.text());
     }
 }
 

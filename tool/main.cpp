@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <csignal>
-#include <cstdio>
 
 #include "console/messages.h"
 #include "run.h"
@@ -55,7 +54,7 @@ int main(int count, char** arguments) {
     std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write like any other
     try {
         const tool::CommandLine line = tool::readCommandLine(count, arguments);
-        if (!line.error.empty()) std::fputs(line.error.c_str(), stderr);
+        tool::sayText(line.error);
         if (line.exitStatus.value_or(0) != 0) return *line.exitStatus;
         return runCommand(line);
     } catch (const std::bad_alloc&) {

@@ -203,6 +203,31 @@ void declareRequest(CLI::App& app, Options& options, Texts& texts) {
     sub->footer(kRequestExamples);
 }
 
+// An argument like "[a,b]" would be taken for a list of "a" and "b". So it goes to the parser with a byte at
+// its end that no argument can have, and every option takes that away.
+
+constexpr char kNoArgumentHas = '\0';
+
+/// The arguments behind the program's name, the last first as the parser wants them.
+std::vector<std::string> markedArguments(int count, const char* const* arguments) {
+    std::vector<std::string> marked(arguments + 1, arguments + std::max(count, 1));
+    for (std::string& argument : marked)
+        if (argument.starts_with('[') && argument.ends_with(']')) argument += kNoArgumentHas;
+    std::ranges::reverse(marked);
+    return marked;
+}
+
+std::string unmark(std::string& text) {
+    if (text.ends_with(kNoArgumentHas)) text.pop_back();
+    return {};
+}
+
+void declareUnmarking(CLI::App& app) {
+    for (CLI::App* sub : app.get_subcommands({}))
+        for (CLI::Option* option : sub->get_options())
+            if (option->get_items_expected_max() > 0) option->transform(CLI::Validator(unmark, ""));
+}
+
 void declare(CLI::App& app, Options& options, Texts& texts) {
     app.require_subcommand(1);
     app.footer(kExamples);
@@ -211,6 +236,7 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     for (const ReadingCommand& command : kReadingCommands) declareReading(app, command, options, texts);
     declareRepair(app, options, texts);
     declareRequest(app, options, texts);
+    declareUnmarking(app);
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -273,7 +299,8 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
     CLI::App app("Reads Open Financial Exchange (OFX) documents.", "brackwell");
     declare(app, line.options, texts);
     try {
-        app.parse(count, arguments);
+        std::vector<std::string> marked = markedArguments(count, arguments);
+        app.parse(marked);
         understand(app, line.options, texts);
     } catch (const CLI::ParseError& outcome) {
         std::ostringstream text;
@@ -283,6 +310,7 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
         line.exitStatus = app.exit(outcome, text, error) == 0 ? 0 : 2;
         line.text = text.str();
         line.error = error.str();
+        std::erase(line.error, kNoArgumentHas);
     }
     return line;
 }

@@ -49,19 +49,27 @@ void sayChanges(const Document& document, bool asDiff) {
         sayList(document.name, repair);
 }
 
+/// Writes a document; on a terminal, so that it can be looked at.
+void write(Output& output, std::string_view bytes) {
+    if (output.isTerminal())
+        output.write(visibleLines(bytes));
+    else
+        output.write(bytes);
+}
+
 }  // namespace
 
 /// Writes the document in the encoding that it came in.
 bool runRepair(Run& run) {
     return forEachDocument(run, [&run](const Document& document) {
-        if (!document.repair) return run.output.write(document.bytes.bytes());
+        if (!document.repair) return write(run.output, document.bytes.bytes());
         run.progress.end();
         sayChanges(document, run.options.asDiff);
         // What the repair puts in is ASCII, which every encoding has.
         const brackwell::Data text = brackwell::Data::view(document.repair->after.text);
         const auto bytes = brackwell::encodeText(text.bytes(), document.encoding);
-        run.output.write(document.repair->mark);
-        run.output.write(bytes.value_or(text).bytes());
+        write(run.output, document.repair->mark);
+        write(run.output, bytes.value_or(text).bytes());
     });
 }
 

@@ -5,21 +5,27 @@
 
 namespace tool {
 
+bool withEnoughMemory(Run& run, const std::string& name, const std::function<bool()>& work) {
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        run.progress.end();
+        say(name, "There is not enough memory for this document.");
+        return false;
+    }
+}
+
 bool forEachDocument(Run& run, const std::function<void(Document&)>& use) {
     bool allRead = true;
     for (const std::string& name : run.options.files) {
-        try {
+        const bool isRead = withEnoughMemory(run, name, [&] {
             Document document = readFile(run, name);
             sayHow(run, document);
-            if (document.outcome == Document::Outcome::read)
-                use(document);
-            else
-                allRead = false;
-        } catch (const std::bad_alloc&) {
-            run.progress.end();
-            say(name, "There is not enough memory for this document.");
-            allRead = false;
-        }
+            if (document.outcome != Document::Outcome::read) return false;
+            use(document);
+            return true;
+        });
+        allRead = allRead && isRead;
         run.progress.end();
         if (!run.output.isGood()) break;
     }

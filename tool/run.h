@@ -30,6 +30,9 @@ bool runPretty(Run& run);
 bool runRepair(Run& run);
 bool runRequest(Run& run);
 
+/// Does the work on a file; where memory does not suffice, that is said, and the answer is false.
+bool withEnoughMemory(Run& run, const std::string& name, const std::function<bool()>& work);
+
 /// Reads the files one after the other and hands on those that are OFX documents; the others are
 /// reported. False when there was one of these.
 bool forEachDocument(Run& run, const std::function<void(Document&)>& use);

@@ -15,10 +15,8 @@ void writeDictionary(JsonWriter& json, std::string_view name,
         json.null();
 }
 
-}  // namespace
-
 /// Shows what the parser made of the bytes, also when that is less than a document.
-bool runTree(Run& run) {
+bool writeTree(Run& run) {
     using Outcome = Document::Outcome;
     Document document = readFile(run, run.options.files.front());
     if (document.outcome == Outcome::notOFX) document.complaint.clear();  // no error of this command's
@@ -36,6 +34,12 @@ bool runTree(Run& run) {
     json.endObject();
     run.output.write('\n');
     return document.outcome != Outcome::malformed;
+}
+
+}  // namespace
+
+bool runTree(Run& run) {
+    return withEnoughMemory(run, run.options.files.front(), [&run] { return writeTree(run); });
 }
 
 }  // namespace tool

@@ -61,7 +61,7 @@ TEST_CASE("a folder is no file") {
 }
 
 TEST_CASE("a standard input that cannot be read is status 1 and said") {
-    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+    for (const char* command : {"show", "json", "csv", "accounts", "tree", "pretty"}) {
         CAPTURE(command);
         const Finished finished =
             run({{"/bin/sh", "-c", "exec \"$0\" \"$1\" - </", BRACKWELL_TOOL, command}});
@@ -72,7 +72,7 @@ TEST_CASE("a standard input that cannot be read is status 1 and said") {
 
 TEST_CASE("output that cannot be written is status 1 and said once") {
     const std::string document = examplePath("card.ofx");
-    for (const char* command : {"show", "json", "csv", "tree", "pretty"}) {
+    for (const char* command : {"show", "json", "csv", "accounts", "tree", "pretty"}) {
         CAPTURE(command);
         Command full = toolCommand({command, document});
         full.outputFile = "/dev/full";

@@ -112,3 +112,71 @@ TEST_CASE("the progress line is erased before an error is said") {
     CHECK(finished.status == 1);
     CHECK(contains(finished.output, "\r\x1b[K-: Found close tag </A> without opening tag."));
 }
+
+TEST_CASE("no command writes to a terminal what that might obey") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string commands = "\x1b[2J\x07\x7F\u009b1m\u202Ex\u2066y\u200F";
+    folder.file("good", transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>1<FITID>1<NAME>" + commands +
+                                         "</NAME><MEMO>caf\u00E9</MEMO></STMTTRN>"));
+    folder.file("bad", "<OFX><A>\n" + commands + "</" + commands + "></OFX>");
+    folder.file("mended", "<OFX><NAME>" + commands + "<!-- " + commands + " --><A/></OFX>");
+    const std::string oddName = folder.file("line\nbrackwell: all is well " + commands, "<OFX></B>");
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"show", folder.path("good")},
+             {"json", folder.path("good")},
+             {"csv", folder.path("good")},
+             {"tree", folder.path("good")},
+             {"pretty", folder.path("good")},
+             {"repair", folder.path("good")},
+             {"accounts", folder.path("good")},
+             {"duplicates", folder.path("good"), folder.path("good")},
+             {"json", folder.path("bad")},
+             {"repair", folder.path("mended")},
+             {"repair", "--diff", folder.path("mended")},
+             {"show", oddName},
+             {"show", folder.path("missing\n" + commands)},
+             {"show", folder.path("good"), "--output", folder.path("missing/" + commands)},
+             {commands},
+             {"show", folder.path("good"), "--" + commands},
+             {"show", folder.path("good"), "--encoding", commands},
+         }) {
+        const std::string line = Json(arguments).dump();
+        CAPTURE(line);
+        const std::string shown = onTerminal(arguments, {{"NO_COLOR", "1"}}, 400).output;
+        CHECK(shown != "");
+        for (const char* character : {"\x1b", "\x07", "\x7F", "\u009b", "\u202E", "\u2066", "\u200F"})
+            CHECK_FALSE(contains(shown, character));
+    }
+    CHECK(contains(onTerminal({"json", folder.path("good")}).output,
+                   R"(\u001b[2J\u0007\u007f\u009b1m\u202ex\u2066y\u200f)"));
+    CHECK_FALSE(contains(onTerminal({"show", oddName}, {}, 400).output, "\nbrackwell: all is well"));
+}
+
+TEST_CASE("JSON on a terminal is the same JSON") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string path = folder.file(
+        "a", transactionsWith(
+                 "<STMTTRN><NAME>\"\\\x1b\u009b\u202E</NAME><MEMO>\u00E9桜\U0001F4DA</MEMO></STMTTRN>"));
+    CHECK(Json::parse(onTerminal({"json", path}).output) == Json::parse(tool({"json", path}).output));
+}
+
+TEST_CASE("on a terminal of twenty columns no line is longer") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string broken = folder.file("b.ofx", "<OFX><A>a long text in a line</B></OFX>");
+    for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
+             {"show", path}, {"accounts", path}, {"duplicates", path, path}}) {
+        const std::string command = arguments.front();
+        CAPTURE(command);
+        const std::string output = onTerminal(arguments, {{"NO_COLOR", "1"}}, 20).output;
+        CHECK(output != "");
+        for (const std::string& line : linesOf(output))
+            CHECK(line.size() <= 20 + std::string("\u2026\r").size() - 1);
+    }
+    const std::string error = onTerminal({"show", broken}, {}, 20).output;
+    for (const std::string& line : linesOf(error))
+        if (contains(line, " | ")) CHECK(line.size() <= 20 + 2 * std::string("\u2026").size() - 1);
+}

@@ -9,10 +9,25 @@
 
 namespace tool {
 
+namespace {
+
+/// The text with a visible form of the subject wherever it repeats it.
+std::string withVisibleSubject(std::string_view text, std::string_view subject, std::string_view visible) {
+    std::string result;
+    for (std::size_t found; (found = text.find(subject)) != text.npos && !subject.empty();) {
+        result.append(text.substr(0, found)).append(visible);
+        text.remove_prefix(found + subject.size());
+    }
+    return result.append(text);
+}
+
+}  // namespace
+
 void say(std::string_view subject, std::string_view text) {
-    std::string line;
-    line.append(subject).append(": ").append(text).append("\n");
-    sayText(line);
+    // On a terminal, a line break in the name of a file must not begin what looks like a message of its own.
+    const bool isTerminal = ::isatty(STDERR_FILENO) != 0;
+    const std::string name = isTerminal ? visiblePart(subject) : std::string(subject);
+    sayText(name + ": " + withVisibleSubject(text, subject, name) + "\n");
 }
 
 void sayText(std::string_view lines) {

@@ -8,6 +8,7 @@
 
 #include "console/output.h"
 #include "text/characters.h"
+#include "text/visible_text.h"
 
 namespace tool {
 namespace {
@@ -28,16 +29,18 @@ constexpr std::array<char, 256> kEscapes = [] {
 
 char escapeOf(char c) noexcept { return kEscapes[static_cast<unsigned char>(c)]; }
 
-void writeEscape(Output& output, char c) {
+/// Writes a character of up to 16 bits as "\\uxxxx".
+void writeUnicodeEscape(Output& output, char32_t code) {
     constexpr std::string_view digits = "0123456789abcdef";
-    if (const char letter = escapeOf(c); letter != 'u') {
-        const std::array<char, 2> escape{'\\', letter};
-        output.write({escape.data(), escape.size()});
-        return;
-    }
-    output.write("\\u00");
-    output.write(digits[static_cast<unsigned char>(c) >> 4]);
-    output.write(digits[static_cast<unsigned char>(c) & 0xF]);
+    output.write("\\u");
+    for (int shift = 12; shift >= 0; shift -= 4) output.write(digits[code >> shift & 0xF]);
+}
+
+void writeEscape(Output& output, char c) {
+    const char letter = escapeOf(c);
+    if (letter == 'u') return writeUnicodeEscape(output, static_cast<unsigned char>(c));
+    const std::array<char, 2> escape{'\\', letter};
+    output.write({escape.data(), escape.size()});
 }
 
 /// False when none of eight bytes has an escape; true when one may have.
@@ -125,6 +128,7 @@ void JsonWriter::separate() {
 void JsonWriter::quoted(std::string_view value) {
     std::string storage;
     value = asUTF8(value, storage);
+    if (output_.isTerminal()) return quotedOnTerminal(value);
     output_.write('"');
     for (;;) {
         const std::size_t plain = plainBytes(value);
@@ -132,6 +136,22 @@ void JsonWriter::quoted(std::string_view value) {
         if (plain == value.size()) break;
         writeEscape(output_, value[plain]);
         value.remove_prefix(plain + 1);
+    }
+    output_.write('"');
+}
+
+/// Escapes also what JSON may have as it stands, but a terminal might obey.
+void JsonWriter::quotedOnTerminal(std::string_view value) {
+    output_.write('"');
+    while (!value.empty()) {
+        const Character character = firstCharacter(value);
+        if (character.size == 1 && escapeOf(value.front()) != 0)
+            writeEscape(output_, value.front());
+        else if (isTerminalCommand(character.code))
+            writeUnicodeEscape(output_, character.code);
+        else
+            output_.write(value.substr(0, character.size));
+        value.remove_prefix(character.size);
     }
     output_.write('"');
 }

@@ -38,6 +38,7 @@ private:
     void plain(std::string_view value);
     void separate();
     void quoted(std::string_view value);
+    void quotedOnTerminal(std::string_view value);
 
     Output& output_;
     bool needsComma_ = false;

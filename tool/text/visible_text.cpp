@@ -22,11 +22,31 @@ bool turnsDirection(char32_t code) noexcept {
 char32_t shown(char32_t code) noexcept {
     if (code < 0x20) return 0x2400 + code;
     if (code == 0x7F) return 0x2421;
-    if ((code >= 0x80 && code < 0xA0) || turnsDirection(code)) return kReplacementCharacter;
-    return code;
+    return isTerminalCommand(code) ? kReplacementCharacter : code;
+}
+
+/// Replaces what is not visible but for the characters in `staying`.
+std::string visible(std::string_view text, std::string_view staying) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
+        result.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) break;
+        const Character character = firstCharacter(text);
+        const bool stays = staying.find(text.front()) != staying.npos;
+        appendCharacter(result, stays ? character.code : shown(character.code));
+        text.remove_prefix(character.size);
+    }
+    return result;
 }
 
 }  // namespace
+
+bool isTerminalCommand(char32_t code) noexcept {
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || turnsDirection(code);
+}
 
 std::string visibleText(std::string_view text) {
     std::string result;
@@ -46,20 +66,8 @@ std::string visibleText(std::string_view text) {
     return result;
 }
 
-std::string visibleLines(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
-        result.append(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (text.empty()) break;
-        const Character character = firstCharacter(text);
-        text.remove_prefix(character.size);
-        const bool stays = character.code == '\n' || character.code == '\t';
-        appendCharacter(result, stays ? character.code : shown(character.code));
-    }
-    return result;
-}
+std::string visibleLines(std::string_view text) { return visible(text, "\n\t"); }
+
+std::string visiblePart(std::string_view text) { return visible(text, ""); }
 
 }  // namespace tool
