@@ -6,3 +6,7 @@ file(GLOB_RECURSE files
 foreach(file ${files})
     execute_process(COMMAND gzip --best --no-name ${file} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()
+
+# Debian's zsh looks for what packages complete in a folder of its own.
+set(zsh ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/tool/usr/share/zsh)
+file(RENAME ${zsh}/site-functions ${zsh}/vendor-completions)
