@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <cerrno>
+#include <new>
 #include <span>
 
 #include "ascii_case.h"
@@ -89,10 +90,22 @@ const Encoding* findEncoding(TextEncoding number) noexcept {
     return found == encodings.end() ? nullptr : &*found;
 }
 
+/// Throws when there is less memory than it takes to load an encoding.
+void requireMemory() {
+    constexpr std::size_t enough = std::size_t{1} << 20;
+    ::operator delete(::operator new(enough));
+}
+
 /// A conversion that the C library has begun; ended on every way out.
 class Converter {
 public:
-    Converter(const char* from, const char* to) noexcept : handle_(::iconv_open(to, from)) {}
+    Converter(const char* from, const char* to) : handle_(::iconv_open(to, from)) {
+        if (isOpen()) return;
+        // The C library loads encodings when they are wanted. Without memory for that it mostly says that
+        // there is no such encoding; that is so when it says it again and there is memory.
+        handle_ = ::iconv_open(to, from);
+        if (!isOpen()) requireMemory();
+    }
     Converter(const Converter&) = delete;
     Converter& operator=(const Converter&) = delete;
     ~Converter() {
