@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/model.h>
 
-#include <sstream>
+#include <bit>
+#include <charconv>
 
 #include "model/archived_tree.h"
 
@@ -28,10 +29,11 @@ void TvOFXAggregate::parseDictionary(const std::optional<ParseDictionary>& node)
 
 std::string TvOFXAggregate::description() const {
     if (originalParseData_) return TvOFXHelper::ofxDictionaryToString(*originalParseData_);
-    std::ostringstream text;
-    text.imbue(std::locale::classic());
-    text << '<' << className() << ": " << static_cast<const void*>(this) << '>';
-    return text.str();
+    std::array<char, 16> digits{};
+    const auto end = std::to_chars(digits.begin(), digits.end(), std::bit_cast<std::uintptr_t>(this), 16).ptr;
+    std::string text("<");
+    text.append(className()).append(": 0x").append(digits.begin(), end);
+    return text.append(">");
 }
 
 std::string TvOFXAggregate::ofxString() const {
