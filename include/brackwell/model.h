@@ -254,6 +254,8 @@ public:
     /// @}
 
 private:
+    void file(const std::shared_ptr<TvOFXResponse>& response, std::string_view name);
+
     std::optional<ParseDictionary> parserDict_;
     std::shared_ptr<TvOFXHelper> helperObject_;
     std::shared_ptr<TvOFXSignOnResponse> signOnResponse_;
@@ -310,7 +312,8 @@ public:
     const std::optional<Data>& data() const noexcept { return data_; }
 
     /// The bank accounts followed by the card accounts. Made on the first call and kept: later calls
-    /// return the same list, whatever was added since.
+    /// return the same list, whatever was added since. The first call changes the message, so it is for
+    /// one thread.
     const std::vector<std::shared_ptr<TvOFXAggregate>>& accountsFound();
     /// @{
     /// The accounts of the statements in document order, after those of account-information responses.
@@ -340,7 +343,7 @@ private:
         compression_,
         textCount
     };
-    void copyHeader(const std::optional<ParseDictionary>& header);
+    static TextFields<textCount> headerTexts(const reading::NodeRef& header);
     void takeResponses(const TvOFXInterpreter& interpreter);
 
     std::uint64_t headerVersion_ = 0;

@@ -164,7 +164,8 @@ private:
     std::uint32_t node_ = 0;
 };
 
-/// Builds a parse dictionary of any size and depth in linear time.
+/// Builds a parse dictionary of any size and depth in linear time. When memory is exhausted, what has been
+/// added is lost: the builder is empty then.
 class BRACKWELL_EXPORT ParseDictionaryBuilder {
 public:
     /// @{
@@ -188,7 +189,8 @@ public:
 
 private:
     struct State;
-    State& state();
+    template <class Step>
+    void add(Step step);
     std::unique_ptr<State> state_;  ///< null: nothing has been added
 };
 
@@ -197,6 +199,19 @@ private:
 template <std::size_t Count>
 class TextFields {
 public:
+    /// No texts.
+    TextFields() noexcept = default;
+    /// Shares the tree and copies the texts that are not in it.
+    TextFields(const TextFields& other)
+        : document_(other.document_),
+          own_(other.own_ ? std::make_unique<OwnTexts>(*other.own_) : nullptr),
+          leaves_(other.leaves_) {}
+    /// Takes everything over.
+    TextFields(TextFields&&) noexcept = default;
+    /// Takes everything over.
+    TextFields& operator=(TextFields&&) noexcept = default;
+    ~TextFields() = default;
+
     /// Valid until this field is set again or the object is destroyed.
     OptionalText get(std::size_t field) const noexcept;
     /// Takes a copy of the text.
@@ -211,11 +226,12 @@ public:
     }
 
 private:
+    using OwnTexts = std::array<std::optional<std::string>, Count>;
     void setLeafOfOther(std::size_t field, const std::shared_ptr<const reading::Document>& document,
                         std::uint32_t node);
 
     std::shared_ptr<const reading::Document> document_;
-    std::unique_ptr<std::array<std::optional<std::string>, Count>> own_;
+    std::unique_ptr<OwnTexts> own_;
     std::array<std::uint32_t, Count> leaves_{};  ///< 0: none
 };
 
@@ -278,6 +294,7 @@ public:
     static std::optional<std::string> unescapeCharactersInOFXSGMLFormattedString(OptionalText text);
 
 private:
+    std::shared_ptr<TvOFXParserResult> parse(Error* error);
     std::optional<Data> decode();
 
     std::optional<Data> data_;
@@ -332,7 +349,7 @@ OptionalText TextFields<Count>::get(std::size_t field) const noexcept {
 template <std::size_t Count>
 void TextFields<Count>::set(std::size_t field, OptionalText text) {
     if (text) {
-        if (!own_) own_ = std::make_unique<std::array<std::optional<std::string>, Count>>();
+        if (!own_) own_ = std::make_unique<OwnTexts>();
         (*own_)[field] = std::string(*text);
     } else if (own_) {
         (*own_)[field].reset();

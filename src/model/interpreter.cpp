@@ -3,6 +3,8 @@
 #include <brackwell/statements.h>
 
 #include "model/wrapper_name.h"
+#include "platform/make_room.h"
+#include "platform/rollback.h"
 #include "reading/node_ref.h"
 
 namespace brackwell {
@@ -59,10 +61,34 @@ const typename List::mapped_type* find(const List& lists, std::string_view key) 
     return found == lists.end() ? nullptr : &found->second;
 }
 
+/// The entry under a key. One that has to be made stays outside of the map until it is kept.
 template <class Value>
-Value& entry(TextMap<Value>& map, std::string_view key) {
-    const auto found = map.find(key);
-    return found != map.end() ? found->second : map[std::string(key)];
+class PreparedEntry {
+public:
+    PreparedEntry(TextMap<Value>& map, std::string_view key) : map_(map) {
+        const auto found = map.find(key);
+        value_ = found != map.end() ? &found->second : &made_[std::string(key)];
+    }
+    Value& operator*() noexcept { return *value_; }
+    void keep() noexcept { map_.merge(made_); }
+
+private:
+    TextMap<Value>& map_;
+    TextMap<Value> made_;
+    Value* value_;
+};
+
+/// Reads the message sets of a tree's "OFX" element.
+void interpretMessageSets(TvOFXInterpreter& interpreter, const NodeRef& ofx) {
+    for (const NodeRef& messageSet : ofx.children()) {
+        if (!messageSet.isDictionary()) continue;
+        for (const NodeRef& entry : messageSet.children())
+            for (const NodeRef& wrapper : entry.elements())
+                if (wrapper.isDictionary())
+                    interpreter.addResponse(
+                        interpreter.interpretResponseDict(wrapper.dictionary(), wrapper.name()),
+                        messageSet.name());
+    }
 }
 
 }  // namespace
@@ -73,19 +99,18 @@ std::shared_ptr<TvOFXInterpreter> TvOFXInterpreter::initWithParseResult(
 }
 
 bool TvOFXInterpreter::interpret() {
-    reset();
-    if (!parserDict_) return false;
-    const NodeRef ofx = NodeRef::of(*parserDict_)[element("OFX")];
-    if (!ofx.isDictionary()) return false;
-    for (const NodeRef& messageSet : ofx.children()) {
-        if (!messageSet.isDictionary()) continue;
-        for (const NodeRef& entry : messageSet.children())
-            for (const NodeRef& wrapper : entry.elements())
-                if (wrapper.isDictionary())
-                    addResponse(interpretResponseDict(wrapper.dictionary(), wrapper.name()),
-                                messageSet.name());
+    const NodeRef ofx = parserDict_ ? NodeRef::of(*parserDict_)[element("OFX")] : NodeRef();
+    if (!ofx.isDictionary()) {
+        reset();
+        return false;
     }
-    return ofx.node().size > 0;
+    TvOFXInterpreter read({std::nullopt, parserDict_});
+    read.setHelperObject(helperObject_);
+    interpretMessageSets(read, ofx);
+    const bool hasChildren = ofx.node().size > 0;
+    static_assert(std::is_nothrow_move_assignable_v<TvOFXInterpreter>);
+    *this = std::move(read);
+    return hasChildren;
 }
 
 void TvOFXInterpreter::reset() noexcept {
@@ -112,19 +137,38 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
         if (const NodeRef value = wrapper[element("TRNUID")]; value.isText()) uid = value.text();
     }
 
+    Rollback before(signOnResponse_, fiProfileResponse_);
     std::shared_ptr<TvOFXResponse> response = createResponseObjectForKey(innerName, innerNode);
     if (const auto status = dictionaryOf(statusNode))
         response->setStatus(TvOFXStatus::initWithParseDict(status));
     if (uid) response->setTransactionUID(uid);
-    const OptionalText responseUID = response->transactionUID();
-    if (response->status() && responseUID) entry(statusObjects_, *responseUID) = response->status();
     response->setTransactionWrapperName(innerName);
     response->setOriginalParseData(innerNode);
-
-    responseObjects_.push_back(response);
-    entry(responseObjectsPerSGMLKey_, innerName).push_back(response);
-    if (responseUID) entry(responseObjectsPerTranUID_, *responseUID).push_back(response);
+    file(response, innerName);
+    before.keep();
     return response;
+}
+
+/// Files a response in all indexes, or in none when there is no memory for all.
+void TvOFXInterpreter::file(const std::shared_ptr<TvOFXResponse>& response, std::string_view name) {
+    const OptionalText uid = response->transactionUID();
+    PreparedEntry named(responseObjectsPerSGMLKey_, name);
+    makeRoom(responseObjects_, 1);
+    makeRoom(*named, 1);
+    if (uid) {
+        PreparedEntry identified(responseObjectsPerTranUID_, *uid);
+        makeRoom(*identified, 1);
+        if (response->status()) {
+            PreparedEntry status(statusObjects_, *uid);
+            *status = response->status();
+            status.keep();
+        }
+        (*identified).push_back(response);
+        identified.keep();
+    }
+    (*named).push_back(response);
+    named.keep();
+    responseObjects_.push_back(response);
 }
 
 std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(

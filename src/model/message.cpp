@@ -2,6 +2,7 @@
 #include <brackwell/requests.h>
 #include <brackwell/statements.h>
 
+#include "platform/make_room.h"
 #include "reading/node_ref.h"
 
 namespace brackwell {
@@ -32,8 +33,10 @@ std::shared_ptr<Statement> statementOf(const TvOFXAggregate* wanted, const TvOFX
     return nullptr;
 }
 
-void append(TvOFXResponseList& list, const TvOFXResponseList& more) {
-    list.insert(list.end(), more.begin(), more.end());
+/// A header's element as a number; `version` when the header has none.
+std::uint64_t versionIn(const NodeRef& header, reading::NameID name, std::uint64_t version) noexcept {
+    const NodeRef value = header[name];
+    return value.isText() ? static_cast<std::uint64_t>(leadingInteger(value.text())) : version;
 }
 
 }  // namespace
@@ -52,7 +55,6 @@ std::shared_ptr<TvOFXMessage> TvOFXMessage::initWithUserSettings(const TvOFXUser
 void TvOFXMessage::processParserResult(const TvOFXParserResult& parserResult,
                                        std::shared_ptr<const NumberFormatter> numberFormatter,
                                        std::shared_ptr<const DateFormatter> dateFormatter) {
-    copyHeader(parserResult.ofxHeader);
     std::shared_ptr<TvOFXHelper> helper = TvOFXHelper::defaultHelper();
     if (numberFormatter || dateFormatter) {
         helper = std::make_shared<TvOFXHelper>();
@@ -62,10 +64,16 @@ void TvOFXMessage::processParserResult(const TvOFXParserResult& parserResult,
     TvOFXInterpreter interpreter(parserResult);
     interpreter.setHelperObject(std::move(helper));
     interpreter.interpret();
+    const NodeRef header = parserResult.ofxHeader ? NodeRef::of(*parserResult.ofxHeader) : NodeRef();
+    TextFields<textCount> texts = headerTexts(header);
     takeResponses(interpreter);
+    // The texts are always overwritten, with nothing when the header lacks them.
+    texts_ = std::move(texts);
+    headerVersion_ = versionIn(header, element("OFXHEADER"), headerVersion_);
+    ofxVersion_ = versionIn(header, element("VERSION"), ofxVersion_);
 }
 
-void TvOFXMessage::copyHeader(const std::optional<ParseDictionary>& header) {
+TextFields<TvOFXMessage::textCount> TvOFXMessage::headerTexts(const NodeRef& header) {
     struct HeaderText {
         Text field;
         reading::NameID name;
@@ -77,44 +85,46 @@ void TvOFXMessage::copyHeader(const std::optional<ParseDictionary>& header) {
                                                        {charset_, element("CHARSET")},
                                                        {ofxSecurity_, element("SECURITY")},
                                                        {compression_, element("COMPRESSION")}}};
-    const NodeRef values = header ? NodeRef::of(*header) : NodeRef();
-    const auto copyVersion = [&values](reading::NameID name, std::uint64_t& version) {
-        if (const NodeRef value = values[name]; value.isText())
-            version = static_cast<std::uint64_t>(leadingInteger(value.text()));
-    };
-    copyVersion(element("OFXHEADER"), headerVersion_);
-    copyVersion(element("VERSION"), ofxVersion_);
-    // The texts are always overwritten, with nothing when the header lacks them.
-    for (const auto& [field, name] : names) {
-        texts_.set(field, std::nullopt);
-        if (const NodeRef value = values[name]; value.isText())
-            texts_.setLeaf(field, *value.owner, value.index());
-    }
+    TextFields<textCount> texts;
+    for (const auto& [field, name] : names)
+        if (const NodeRef value = header[name]; value.isText())
+            texts.setLeaf(field, *value.owner, value.index());
+    return texts;
 }
 
 void TvOFXMessage::takeResponses(const TvOFXInterpreter& interpreter) {
-    signonResponse_ = interpreter.signOnResponse();
-    profileResponse_ = interpreter.fiProfileResponse();
+    struct Taken {
+        TvOFXResponseList& list;
+        const TvOFXResponseList& more;
+    };
     // The sign-on and sign-up lists are not taken, so account information is not carried along:
     // intended.
-    append(bankingMsgSet_, interpreter.bankingMsgSetResponses());
-    append(creditCardMsgSet_, interpreter.creditCardMsgSetResponses());
-    append(investmentMsgSet_, interpreter.investmentMgsSetResponses());
-    append(interbankFundsMsgSet_, interpreter.interbankFundsMsgSetResponses());
-    append(wireFundsMsgSet_, interpreter.wireFundsMsgSetResponses());
-    append(billPaymentMsgSet_, interpreter.billPaymentMsgSetResponses());
-    append(emailMsgSet_, interpreter.emailMsgSetReponses());
-    append(secListMsgSet_, interpreter.investmentSecListMsgSetResponses());
+    const std::array<Taken, 8> all{{{bankingMsgSet_, interpreter.bankingMsgSetResponses()},
+                                    {creditCardMsgSet_, interpreter.creditCardMsgSetResponses()},
+                                    {investmentMsgSet_, interpreter.investmentMgsSetResponses()},
+                                    {interbankFundsMsgSet_, interpreter.interbankFundsMsgSetResponses()},
+                                    {wireFundsMsgSet_, interpreter.wireFundsMsgSetResponses()},
+                                    {billPaymentMsgSet_, interpreter.billPaymentMsgSetResponses()},
+                                    {emailMsgSet_, interpreter.emailMsgSetReponses()},
+                                    {secListMsgSet_, interpreter.investmentSecListMsgSetResponses()}}};
+    for (const auto& [list, more] : all) makeRoom(list, more.size());
+    for (const auto& [list, more] : all) list.insert(list.end(), more.begin(), more.end());
+    signonResponse_ = interpreter.signOnResponse();
+    profileResponse_ = interpreter.fiProfileResponse();
 }
 
 void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
     if (!request) return;
-    if (!allRequests_) allRequests_.emplace();
-    request->setOfxVersion(ofxVersion_);
+    const bool isSignUp = dynamic_cast<const TvOFXAccountInfoRequest*>(request.get()) != nullptr;
+    if (isSignUp) makeRoom(signupMsgSet_, 1);
+    std::vector<std::shared_ptr<TvOFXRequest>> first;
+    makeRoom(allRequests_ ? *allRequests_ : first, 1);
+    if (!allRequests_) allRequests_ = std::move(first);
     allRequests_->push_back(request);
+    if (isSignUp) signupMsgSet_.push_back(request);
     if (auto profile = std::dynamic_pointer_cast<TvOFXFIProfileRequest>(request))
         profileRequest_ = std::move(profile);
-    if (std::dynamic_pointer_cast<TvOFXAccountInfoRequest>(request)) signupMsgSet_.push_back(request);
+    request->setOfxVersion(ofxVersion_);
 }
 
 const std::vector<std::shared_ptr<TvOFXAggregate>>& TvOFXMessage::accountsFound() {

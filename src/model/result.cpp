@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/statements.h>
 
+#include "platform/make_room.h"
+
 namespace brackwell {
 namespace {
 
@@ -30,9 +32,12 @@ const std::vector<std::shared_ptr<TvOFXStatementTransaction>>* TvOFXResult::tran
 }
 
 void TvOFXResult::createMessagesArrayFromStatusObjects() {
+    std::vector<std::shared_ptr<TvOFXFIMessage>> made;
     for (const auto& response : ofxResponseObjects_)
         if (response && response->status() && isMessageForUser(*response->status()))
-            allFIMessages_.push_back(TvOFXFIMessage::initWithOFXResponse(*response));
+            made.push_back(TvOFXFIMessage::initWithOFXResponse(*response));
+    makeRoom(allFIMessages_, made.size());
+    for (auto& message : made) allFIMessages_.push_back(std::move(message));
 }
 
 }  // namespace brackwell

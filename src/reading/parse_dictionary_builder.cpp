@@ -48,16 +48,31 @@ ParseDictionaryBuilder::ParseDictionaryBuilder(ParseDictionaryBuilder&&) noexcep
 ParseDictionaryBuilder& ParseDictionaryBuilder::operator=(ParseDictionaryBuilder&&) noexcept = default;
 ParseDictionaryBuilder::~ParseDictionaryBuilder() = default;
 
-void ParseDictionaryBuilder::leaf(std::string_view name, std::string_view text) { state().leaf(name, text); }
+/// Lets the state go for the time of a step: a tree with half a step in it is no tree.
+template <class Step>
+void ParseDictionaryBuilder::add(Step step) {
+    std::unique_ptr<State> state = state_ ? std::move(state_) : std::make_unique<State>();
+    step(*state);
+    state_ = std::move(state);
+}
 
-void ParseDictionaryBuilder::open(std::string_view name) { state().open(name); }
+void ParseDictionaryBuilder::leaf(std::string_view name, std::string_view text) {
+    add([&](State& state) { state.leaf(name, text); });
+}
+
+void ParseDictionaryBuilder::open(std::string_view name) {
+    add([&](State& state) { state.open(name); });
+}
 
 void ParseDictionaryBuilder::close() {
     if (state_ && state_->writer.hasOpen()) state_->writer.close();
 }
 
 void ParseDictionaryBuilder::value(std::string_view name, const ParseValue& value) {
-    for (const NodeRef& element : NodeRef::of(value).elements()) state().copy(name, element);
+    if (value.isNothing()) return;
+    add([&](State& state) {
+        for (const NodeRef& element : NodeRef::of(value).elements()) state.copy(name, element);
+    });
 }
 
 ParseDictionary ParseDictionaryBuilder::finish() {
@@ -65,11 +80,6 @@ ParseDictionary ParseDictionaryBuilder::finish() {
     if (!finished) return {};
     finished->writer.finish();
     return NodeRef::root(finished->document);
-}
-
-ParseDictionaryBuilder::State& ParseDictionaryBuilder::state() {
-    if (!state_) state_ = std::make_unique<State>();
-    return *state_;
 }
 
 }  // namespace brackwell

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 
+#include "platform/rollback.h"
 #include "reading/body_parser.h"
 #include "reading/entities.h"
 #include "reading/errors.h"
@@ -54,6 +55,13 @@ std::shared_ptr<TvOFXParser> TvOFXParser::initWithData(std::optional<Data> data)
 }
 
 std::shared_ptr<TvOFXParserResult> TvOFXParser::parseWithError(Error* error) {
+    Rollback before(data_, stringEncoding_);
+    std::shared_ptr<TvOFXParserResult> result = parse(error);
+    before.keep();
+    return result;
+}
+
+std::shared_ptr<TvOFXParserResult> TvOFXParser::parse(Error* error) {
     if (!data_ || data_->isEmpty()) {
         reading::report(error, reading::kParserError, "no data to parse");
         return nullptr;

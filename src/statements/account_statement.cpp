@@ -4,6 +4,7 @@
 #include "model/description.h"
 #include "model/element_table.h"
 #include "platform/large_pages.h"
+#include "platform/rollback.h"
 
 namespace brackwell {
 namespace {
@@ -43,12 +44,17 @@ struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
 };
 
 void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>& node) {
+    if (node) {
+        const NodeRef statement = NodeRef::of(*node);
+        Rollback before(texts_, transactionStartDateTime_, transactionEndDateTime_, statementTransactions_,
+                        ledgerBalanceAmount_, ledgerBalanceDateTime_, availableBalanceAmount_,
+                        availableBalanceDateTime_);
+        Elements::table.read(*this, statement);
+        const NodeRef account = statement[accountElement()];
+        if (account.isDictionary()) readAccount(account.dictionary());
+        before.keep();
+    }
     TvOFXAggregate::parseDictionary(node);
-    if (!node) return;
-    const NodeRef statement = NodeRef::of(*node);
-    Elements::table.read(*this, statement);
-    const NodeRef account = statement[accountElement()];
-    if (account.isDictionary()) readAccount(account.dictionary());
 }
 
 void TvOFXAccountStatement::readTransactions(const NodeRef& list) {

@@ -3,6 +3,7 @@
 
 #include "model/element_table.h"
 #include "model/text_table.h"
+#include "platform/rollback.h"
 
 namespace brackwell {
 
@@ -137,16 +138,23 @@ std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithPa
 }
 
 void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDictionary>& node) {
-    if (node)
+    if (!node) return setOriginalParseData(std::nullopt);
+    Rollback before(texts_, datePosted_, dateUserInit_, dateFundsAvailable_, amount_);
+    std::unique_ptr<Parties> parties = parties_ ? std::make_unique<Parties>(*parties_) : nullptr;
+    std::swap(parties, parties_);  // so that what is read goes into a copy
+    try {
         read(NodeRef::of(*node));
-    else
-        setOriginalParseData(std::nullopt);
+    } catch (...) {
+        parties_ = std::move(parties);
+        throw;
+    }
+    before.keep();
 }
 
-/// The same without a copy of the node but the one that is kept.
+/// The same for an object that nobody has yet, and without a copy of the node but the one that is kept.
 void TvOFXStatementTransaction::read(const NodeRef& node) {
-    setOriginalParseData(node ? node.dictionary() : ParseDictionary());
     Elements::table.read(*this, node);
+    setOriginalParseData(node ? node.dictionary() : ParseDictionary());
 }
 
 std::string TvOFXStatementTransaction::description() const {
