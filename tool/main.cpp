@@ -4,6 +4,7 @@
 
 #include <csignal>
 
+#include "console/memory.h"
 #include "console/messages.h"
 #include "run.h"
 
@@ -52,13 +53,14 @@ int runCommand(const tool::CommandLine& line) {
 int main(int count, char** arguments) {
     openStandardDescriptors();
     std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write like any other
+    const tool::CommandLine line = tool::readCommandLine(count, arguments);
+    tool::throwWhenMemoryIsExhausted();
     try {
-        const tool::CommandLine line = tool::readCommandLine(count, arguments);
         tool::sayText(line.error);
         if (line.exitStatus.value_or(0) != 0) return *line.exitStatus;
         return runCommand(line);
     } catch (const std::bad_alloc&) {
-        tool::say("brackwell", "There is not enough memory.");
+        tool::sayThatMemoryIsExhausted();
         return 1;
     }
 }

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "console/memory.h"
 #include "console/messages.h"
 #include "console/progress.h"
 
@@ -21,6 +22,14 @@ Output::Output(const std::string& fileName, Progress& progress)
                       : ::open(fileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
     if (descriptor_ < 0) fail();
     isTerminal_ = ::isatty(descriptor_) != 0;
+}
+
+Output::~Output() {
+    try {
+        close();
+    } catch (const std::bad_alloc&) {
+        sayThatMemoryIsExhausted();  // instead of what went wrong with the output
+    }
 }
 
 bool Output::close() {

@@ -18,7 +18,7 @@ public:
     Output(const std::string& fileName, Progress& progress);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
-    ~Output() { close(); }
+    ~Output();
 
     void write(std::string_view text) {
         if (text.size() > kCapacity - size_) return spill(text);

@@ -20,7 +20,13 @@ void Progress::begin(std::string_view work) {
     if (!isShown_) return;
     isEnded_ = false;
     try {
-        thread_ = std::thread([this, name = visibleText(work)] { show(name); });
+        thread_ = std::thread([this, name = visibleText(work)] {
+            try {
+                show(name);
+            } catch (const std::bad_alloc&) {
+                // The line ends here, the work goes on.
+            }
+        });
     } catch (const std::system_error&) {
         isEnded_ = true;  // the work is done without a line
     }
