@@ -16,9 +16,9 @@ namespace brackwell {
 /// formats.
 class BRACKWELL_EXPORT TvOFXHelper {
 public:
-    /// The shared helper, made on first use (safe from any thread) and kept for the life of the
-    /// process. Formatters that are set on it hold for every import without formatters of its own, so
-    /// set them, if at all, before the first import.
+    /// The shared helper, made on first use, by any thread, and kept for the life of the process.
+    /// Formatters that are set on it hold for every import without formatters of its own, in all threads,
+    /// so set them, if at all, before the first import and before other threads use the library.
     static const std::shared_ptr<TvOFXHelper>& defaultHelper();
 
     /// A helper without formatters of a caller.

@@ -17,8 +17,8 @@
 /// - "Nothing" is `std::nullopt` for values and a null pointer for objects.
 /// - The library throws nothing of its own; `std::bad_alloc` passes through when memory is
 ///   exhausted, leaves no object half made and leaks nothing.
-/// - Distinct objects may be used from distinct threads; one object is for one thread at a time,
-///   except that any number of threads may read one value through `const` operations.
+/// - Distinct objects may be used by distinct threads, and any number of threads may read one object
+///   through `const` operations; brackwell.h says it in full.
 
 #include <array>
 #include <chrono>
@@ -224,7 +224,8 @@ private:
     bool negative_ = false;
 };
 
-/// Reads and writes numbers as people write them. Implement it, or use DecimalNumberFormatter.
+/// Reads and writes numbers as people write them. Implement it, or use DecimalNumberFormatter. Several
+/// threads may ask one at the same time when its users are in several threads.
 class BRACKWELL_EXPORT NumberFormatter {
 public:
     virtual ~NumberFormatter();
@@ -308,7 +309,8 @@ private:
     std::shared_ptr<const Rules> rules_;
 };
 
-/// Reads and writes dates as people write them. Implement it, or use PatternDateFormatter.
+/// Reads and writes dates as people write them. Implement it, or use PatternDateFormatter. Several
+/// threads may ask one at the same time when its users are in several threads.
 class BRACKWELL_EXPORT DateFormatter {
 public:
     virtual ~DateFormatter();

@@ -150,7 +150,8 @@ public:
     OptionalText originalDatePostedString() const noexcept { return texts_.get(originalDatePostedString_); }
 
     /// The day of datePosted in the process's time zone as eight digits, made on the first call and
-    /// kept; nothing without datePosted. Valid until datePosted is set.
+    /// kept; nothing without datePosted. Valid until datePosted is set. The first call changes the
+    /// transaction, so it is for one thread.
     OptionalText sort_date();
 
     /// Compares the fields that both transactions have. Different amounts are unequal; then, when both
