@@ -129,14 +129,17 @@ TEST_CASE("several names with brackets are as many files") {
 TEST_CASE("an output that is a folder, or in none, is status 1") {
     const TemporaryFolder folder;
     const std::string document = folder.file("a", kDocument);
-    for (const auto& [output, reason] : {std::pair(folder.path(), "Is a directory"),
-                                         std::pair(folder.path("none/x"), "No such file or directory"),
-                                         std::pair(folder.path("a/x"), "Not a directory")}) {
-        CAPTURE(output);
-        const Finished finished = tool({"csv", document, "--output", output});
+    struct Row {
+        std::string output, reason;
+    };
+    for (const Row& row : std::vector<Row>{{folder.path(), "Is a directory"},
+                                           {folder.path("none/x"), "No such file or directory"},
+                                           {folder.path("a/x"), "Not a directory"}}) {
+        CAPTURE(row.output);
+        const Finished finished = tool({"csv", document, "--output", row.output});
         CHECK(finished.status == 1);
         CHECK(finished.output == "");
-        CHECK(finished.error == output + ": " + reason + "\n");
+        CHECK(finished.error == row.output + ": " + row.reason + "\n");
         CHECK(folder.read("a") == kDocument);
     }
 }
