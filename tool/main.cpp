@@ -19,6 +19,7 @@ constexpr Command kCommands[] = {
     {"show", tool::runShow},
     {"json", tool::runJson},
     {"csv", tool::runCsv},
+    {"report", tool::runReport},
     {"accounts", tool::runAccounts},
     {"duplicates", tool::runDuplicates},
     {"tree", tool::runTree},

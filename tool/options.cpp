@@ -53,6 +53,16 @@ constexpr std::array kReadingCommands = {
                    "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
                    "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n"},
     ReadingCommand{
+        "report", "A page for the browser: balances, plots and a table to search in",
+        kSeveralFiles | kFilter | kNumbers,
+        "The page stands alone: it loads nothing, and can be kept, sent or printed. An account that\n"
+        "stands in several files is shown once, and so are its transactions. Account numbers are\n"
+        "masked but for their last four characters, unless --full is given. Without --sort the newest\n"
+        "transactions come first.\n\n"
+        "Examples:\n"
+        "  brackwell report july.ofx --output july.html\n"
+        "  brackwell report --since 2025-01-01 --until 2025-12-31 *.ofx --output 2025.html\n"},
+    ReadingCommand{
         "accounts", "The accounts of all files, one row for each", kSeveralFiles | kNumbers,
         "An account that stands in several files is one row: with its latest balance, the number of\n"
         "its transactions without those that an earlier statement had already, and the days that\n"

@@ -23,6 +23,7 @@ struct Run {
 bool runShow(Run& run);
 bool runJson(Run& run);
 bool runCsv(Run& run);
+bool runReport(Run& run);
 bool runAccounts(Run& run);
 bool runDuplicates(Run& run);
 bool runTree(Run& run);

@@ -2,6 +2,7 @@
 #include "history/history.h"
 
 #include <algorithm>
+#include <set>
 
 #include "run.h"
 
@@ -59,10 +60,11 @@ void History::add(HistoryStatement statement) {
     }
 }
 
-void History::add(const std::string& file, const TvOFXInterpreter& document) {
+void History::add(const std::string& file, const TvOFXInterpreter& document, const Filter& filter) {
     const std::string institution = institutionOf(document);
     for (const auto& response : document.allResponses())
-        if (auto statement = std::dynamic_pointer_cast<const TvOFXAccountStatement>(response))
+        if (auto statement = std::dynamic_pointer_cast<const TvOFXAccountStatement>(response);
+            statement && filter.takes(*statement))
             add({std::move(statement), file, institution});
 }
 
@@ -80,9 +82,14 @@ std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
 }
 
 bool readHistory(Run& run, History& history) {
-    return forEachDocument(run, [&](const Document& document) {
-        history.add(document.name, *interpreted(document, run.options));
+    std::set<std::string> read;
+    const bool allRead = forEachDocument(run, [&](const Document& document) {
+        history.add(document.name, *interpreted(document, run.options), run.options.filter);
+        read.insert(document.name);
     });
+    for (const std::string& file : run.options.files)
+        if (!read.contains(file)) history.addUnread(file);
+    return allRead;
 }
 
 }  // namespace tool

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "filter/filter.h"
 #include "history/repeats.h"
 
 /// \file
@@ -65,10 +66,14 @@ struct AccountHistory {
 class History {
 public:
     void add(HistoryStatement statement);
-    /// All statements of a document.
-    void add(const std::string& file, const brackwell::TvOFXInterpreter& document);
+    /// The statements of a document whose accounts are wanted.
+    void add(const std::string& file, const brackwell::TvOFXInterpreter& document, const Filter& filter);
+
+    void addUnread(const std::string& file) { unread_.push_back(file); }
 
     const std::vector<AccountHistory>& accounts() const noexcept { return accounts_; }
+    /// The files that could not be read.
+    const std::vector<std::string>& unread() const noexcept { return unread_; }
 
 private:
     using Key = std::pair<std::string, std::optional<std::string>>;  ///< currency, and number of the account
@@ -77,9 +82,11 @@ private:
     std::vector<AccountHistory> accounts_;
     std::vector<Repeats> repeats_;  ///< for each of these
     std::map<Key, std::vector<std::size_t>> places_;
+    std::vector<std::string> unread_;
 };
 
-/// Reads the files of the command line into a history; false when one of them could not be read.
+/// Reads what the files of the command line say of the accounts that are wanted. All transactions of these
+/// are kept, wanted or not, since balances follow from all of them. False when a file could not be read.
 bool readHistory(Run& run, History& history);
 
 }  // namespace tool

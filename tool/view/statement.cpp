@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "history/sum.h"
 #include "options.h"
 #include "text/display_width.h"
 #include "text/value_text.h"
@@ -14,17 +15,7 @@ namespace {
 using brackwell::Decimal;
 using brackwell::OptionalText;
 
-/// An exact sum; nothing once it does not fit into a number.
-class Sum {
-public:
-    void add(const Decimal& amount) {
-        if (sum_) sum_ = sum_->plus(amount);
-    }
-    std::string text() const { return sum_ ? shownAmount(*sum_) : "not representable"; }
-
-private:
-    std::optional<Decimal> sum_ = Decimal();
-};
+std::string sumText(const Sum& sum) { return sum.value() ? shownAmount(*sum.value()) : "not representable"; }
 
 struct Totals {
     std::size_t count = 0;
@@ -105,7 +96,7 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction) {
 void showTotals(Page& page, const Totals& totals, OptionalText currency) {
     std::string text = std::to_string(totals.count);
     text += totals.count == 1 ? " transaction: in " : " transactions: in ";
-    text += totals.in.text() + ", out " + totals.out.text() + ", sum " + totals.all.text();
+    text += sumText(totals.in) + ", out " + sumText(totals.out) + ", sum " + sumText(totals.all);
     if (currency && !currency->empty()) text.append(" ").append(*currency);
     if (totals.withoutAmount > 0)
         text.append(" (").append(std::to_string(totals.withoutAmount)).append(" without an amount)");

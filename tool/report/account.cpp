@@ -1,0 +1,152 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "history/history.h"
+#include "report/amounts.h"
+#include "report/markup.h"
+#include "report/parts.h"
+#include "report/plots.h"
+
+namespace tool {
+namespace {
+
+using brackwell::OptionalText;
+
+/// How many balances that do not fit are told one by one.
+constexpr std::size_t kMostGaps = 5;
+
+std::string periodOf(const std::vector<DayFlow>& days) {
+    if (days.empty()) return {};
+    const std::string first = dayText(days.front().day);
+    const std::string last = dayText(days.back().day);
+    return first == last ? first : first + " to " + last;
+}
+
+void writeFact(Markup& markup, std::string_view label, OptionalText text) {
+    if (!text || text->empty()) return;
+    markup.write("<div><dt>{}</dt><dd><bdi>{}</bdi></dd></div>\n", label, *text);
+}
+
+void writeHead(Markup& markup, const AccountFigures& figures, std::size_t number) {
+    markup.write("<section class=\"account\" id=\"account-{}\" aria-labelledby=\"account-title-{}\">\n<header>"
+                 "<div><h2 id=\"account-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
+                 number, number, number, figures.name(), figures.institution);
+    if (figures.ledger)
+        markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Ledger balance {}</p>",
+                     amountText(figures.ledger->amount), figures.history->currency,
+                     figures.ledger->date ? "on " + dayText(figures.ledger->date) : "");
+    else
+        markup.write("<p class=\"balance\">No ledger balance is stated</p>");
+    markup.write("</header>\n");
+}
+
+void writeFacts(Markup& markup, const AccountFigures& figures) {
+    const AccountHistory& history = *figures.history;
+    markup.write("<dl class=\"facts\">\n");
+    if (figures.available)
+        markup.write("<div><dt>Available</dt><dd>{} <small>{}</small></dd></div>\n",
+                     amountText(figures.available->amount), dayText(figures.available->date));
+    if (!figures.transactions.empty())
+        markup.write("<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
+                     "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
+                     "<div><dt>Net</dt><dd>{}</dd></div>\n",
+                     signedAmountText(figures.flow.in), amountText(figures.flow.out),
+                     signedAmountText(figures.flow.net()));
+    writeFact(markup, "Transactions", std::to_string(figures.transactions.size()));
+    writeFact(markup, "Posted", periodOf(figures.days));
+    writeFact(markup, "Currency", history.currency.empty() ? "not stated" : history.currency);
+    if (history.bankAccount) {
+        writeFact(markup, "Bank", history.bankAccount->bankID());
+        writeFact(markup, "Branch", history.bankAccount->branchID());
+    }
+    markup.write("</dl>\n");
+}
+
+void writeFlowFigure(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+                     const std::string& currency, const std::string& id) {
+    if (months.empty()) return;
+    markup.write("<figure><figcaption>Money in and out <span class=\"key\"><span class=\"in\">\u25b2 in</span> "
+                 "<span class=\"out\">\u25bc out</span> <span class=\"net\">\u2501 net</span></span>"
+                 "</figcaption>\n");
+    writeFlowPlot(markup, months, name, currency, id);
+    markup.write("</figure>\n");
+}
+
+void writePlots(Markup& markup, const AccountFigures& figures, std::size_t number) {
+    markup.write("<div class=\"plots\">\n");
+    if (!figures.balance.points.empty()) {
+        markup.write("<figure><figcaption>Balance at the end of each day <span class=\"key\">"
+                     "<span class=\"net\">\u25cf stated</span></span></figcaption>\n");
+        writeBalancePlot(markup, figures, "balance-" + std::to_string(number));
+        markup.write("</figure>\n");
+    } else if (!figures.transactions.empty()) {
+        markup.write("<p class=\"note\">{}</p>\n", figures.balance.obstacle);
+    }
+    writeFlowFigure(markup, figures.months, figures.name(), figures.history->currency,
+                    "flow-" + std::to_string(number));
+    markup.write("</div>\n");
+}
+
+/// Balances that the transactions do not lead to: some are missing, or there are too many.
+void writeGaps(Markup& markup, const AccountFigures& figures) {
+    const std::vector<BalanceGap>& gaps = figures.balance.gaps;
+    if (gaps.empty()) return;
+    markup.write("<ul class=\"notes\">\n");
+    for (std::size_t i = 0; i < std::min(gaps.size(), kMostGaps); ++i)
+        markup.write("<li>The balance stated for {} is {}, but the transactions after it lead back to {}: "
+                     "some are missing or stand there twice.</li>\n",
+                     dayText(gaps[i].stated.date),
+                     withCurrency(amountText(gaps[i].stated.amount), figures.history->currency),
+                     amountText(gaps[i].computed));
+    if (gaps.size() > kMostGaps) markup.write("<li>So it is with {} more balances.</li>\n", gaps.size() - kMostGaps);
+    markup.write("</ul>\n");
+}
+
+}  // namespace
+
+void writeMonths(Markup& markup, const std::vector<MonthFlow>& months, const std::string& currency) {
+    if (months.empty()) return;
+    markup.write("<details><summary>Months as a table</summary>\n<div class=\"scroll\"><table class=\"months\">\n"
+                 "<thead><tr><th scope=\"col\">Month</th><th scope=\"col\" class=\"amount\">In</th>"
+                 "<th scope=\"col\" class=\"amount\">Out</th><th scope=\"col\" class=\"amount\">Net {}</th></tr>"
+                 "</thead>\n<tbody>\n",
+                 currency);
+    for (const MonthFlow& month : months)
+        markup.write("<tr><th scope=\"row\">{}</th><td class=\"amount in\">{}</td>"
+                     "<td class=\"amount out\">{}</td><td class=\"amount\">{}</td></tr>\n",
+                     dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7),
+                     signedAmountText(month.flow.in), amountText(month.flow.out),
+                     signedAmountText(month.flow.net()));
+    markup.write("</tbody>\n</table></div></details>\n");
+}
+
+void writeAccount(Markup& markup, const AccountFigures& figures, std::size_t number) {
+    writeHead(markup, figures, number);
+    writeFacts(markup, figures);
+    if (figures.transactions.empty())
+        markup.write("<p class=\"note\">No transactions.</p>\n");
+    else
+        writePlots(markup, figures, number);
+    writeGaps(markup, figures);
+    writeMonths(markup, figures.months, figures.history->currency);
+    markup.write("</section>\n");
+}
+
+void writeCurrency(Markup& markup, const CurrencyFigures& figures, std::size_t number) {
+    if (figures.months.empty()) return;
+    const std::string name = "all accounts in " + figures.currency;
+    markup.write("<section class=\"account\" aria-labelledby=\"currency-title-{}\">\n<header><div>"
+                 "<h2 id=\"currency-title-{}\">All accounts in <bdi>{}</bdi></h2><p>{} accounts; what moves "
+                 "between them counts as out of one and into the other</p></div>",
+                 number, number, figures.currency, figures.accounts.size());
+    if (figures.ledger)
+        markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Sum of the ledger balances</p>",
+                     amountText(*figures.ledger), figures.currency);
+    markup.write("</header>\n<div class=\"plots\">\n");
+    writeFlowFigure(markup, figures.months, name, figures.currency, "currency-" + std::to_string(number));
+    markup.write("</div>\n");
+    writeMonths(markup, figures.months, figures.currency);
+    markup.write("</section>\n");
+}
+
+}  // namespace tool

@@ -1,0 +1,21 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "history/sum.h"
+
+namespace tool {
+
+/// "−1,234.50": at least two decimals, thousands in groups, a sign of minus that cannot be overlooked.
+std::string amountText(const brackwell::Decimal& amount);
+/// The same, with a plus when it is positive.
+std::string signedAmountText(const brackwell::Decimal& amount);
+/// Of sums; "not representable" for one that does not fit into a number.
+std::string amountText(const Sum& sum);
+std::string signedAmountText(const Sum& sum);
+
+/// "1,234.50 EUR"; the amount alone where the currency is not known.
+std::string withCurrency(const std::string& amount, const std::string& currency);
+
+}  // namespace tool

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include "report/balance.h"
+
+/// \file
+/// What a report says of accounts and currencies, worked out before anything is written.
+
+namespace tool {
+
+class History;
+struct Options;
+
+/// What a report says of an account.
+struct AccountFigures {
+    const AccountHistory* history = nullptr;
+    std::string kind;         ///< "Checking account"
+    std::string number;       ///< masked, unless it is to be shown in full
+    std::string institution;  ///< "" when no file names it
+    std::optional<StatedBalance> ledger;
+    std::optional<StatedBalance> available;
+    Transactions transactions;  ///< those that are wanted, each once, in the order of the files
+    Flow flow;
+    std::size_t withoutDate = 0;
+    std::size_t withoutAmount = 0;
+    std::vector<DayFlow> days;
+    std::vector<MonthFlow> months;
+    BalanceCourse balance;  ///< over all transactions, in the time that is wanted
+
+    std::string name() const { return number.empty() ? kind : kind + " " + number; }
+};
+
+/// All accounts in a currency. Amounts in different currencies are never added.
+struct CurrencyFigures {
+    std::string currency;
+    std::vector<const AccountFigures*> accounts;
+    std::optional<Sum> ledger;  ///< when all accounts have a ledger balance
+    Flow flow;
+    std::vector<MonthFlow> months;
+};
+
+std::vector<AccountFigures> figuresOf(const History& history, const Options& options);
+
+/// The currencies in which there are several accounts. Accounts whose currency is not known are in none.
+std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts);
+
+}  // namespace tool

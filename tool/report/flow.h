@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/statements.h>
+
+#include <chrono>
+#include <vector>
+
+#include "history/sum.h"
+
+namespace tool {
+
+/// Money that comes in and goes out. Sums are exact; what goes out is negative.
+struct Flow {
+    Sum in;
+    Sum out;
+
+    void add(const brackwell::Decimal& amount) { (amount.isNegative() ? out : in).add(amount); }
+    void add(const Flow& other) {
+        in.add(other.in);
+        out.add(other.out);
+    }
+    Sum net() const {
+        Sum sum = in;
+        sum.add(out);
+        return sum;
+    }
+};
+
+/// The flow on a day of UTC.
+struct DayFlow {
+    std::chrono::sys_days day;
+    Flow flow;
+};
+
+/// The flow in a month of UTC.
+struct MonthFlow {
+    std::chrono::year_month month;
+    Flow flow;
+};
+
+using Transactions = std::vector<const brackwell::TvOFXStatementTransaction*>;
+
+/// The days on which there are transactions with a date and an amount, in order.
+std::vector<DayFlow> flowsByDay(const Transactions& transactions);
+
+/// The months in which there are, in order.
+std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days);
+
+}  // namespace tool

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "report/amounts.h"
+#include "report/plot_frame.h"
+#include "report/plots.h"
+
+namespace tool {
+namespace {
+
+using std::chrono::year_month;
+
+constexpr int kMostBars = 100;
+
+/// The time that a bar stands for.
+struct Unit {
+    int months;
+    const char* name;
+};
+constexpr Unit kUnits[] = {{1, "month"}, {12, "year"}, {120, "decade"}, {1200, "century"}};
+
+struct Bar {
+    int number = 0;  ///< of its unit, counted from the year 0
+    Flow flow;
+};
+
+int numberOf(year_month month) noexcept {
+    return static_cast<int>(month.year()) * 12 + static_cast<int>(static_cast<unsigned>(month.month())) - 1;
+}
+
+/// The shortest unit of which there are not too many.
+const Unit& unitFor(const std::vector<MonthFlow>& months) noexcept {
+    const int first = numberOf(months.front().month);
+    const int last = numberOf(months.back().month);
+    return *std::ranges::find_if(kUnits, [&](const Unit& unit) {
+        return last / unit.months - first / unit.months < kMostBars || unit.months == kUnits[3].months;
+    });
+}
+
+std::vector<Bar> barsOf(const std::vector<MonthFlow>& months, const Unit& unit) {
+    std::vector<Bar> bars;
+    for (const MonthFlow& month : months) {
+        const int number = numberOf(month.month) / unit.months;
+        if (bars.empty() || bars.back().number != number) bars.push_back({number, {}});
+        bars.back().flow.add(month.flow);
+    }
+    return bars;
+}
+
+std::string barName(int number, const Unit& unit) {
+    const int month = number * unit.months;
+    const auto name =
+        monthName(std::chrono::year(month / 12) / std::chrono::month(static_cast<unsigned>(month % 12) + 1));
+    return unit.months == 1 ? name : std::to_string(month / 12) + (unit.months == 12 ? "" : "s");
+}
+
+double approximate(const Sum& sum) noexcept {
+    return sum.value() ? tool::approximate(*sum.value()) : 0;
+}
+
+/// Where bars stand side by side.
+class Row {
+public:
+    explicit Row(const std::vector<Bar>& bars)
+        : first_(bars.front().number), count_(bars.back().number - first_ + 1) {}
+
+    int count() const noexcept { return count_; }
+    int number(int place) const noexcept { return first_ + place; }
+    double middle(int number) const noexcept { return (number - first_ + 0.5) / count_; }
+    /// Bars that are few do not get wider than a part of the drawing.
+    double width() const noexcept { return std::min(0.62 / count_, 0.05); }
+
+private:
+    int first_;
+    int count_;
+};
+
+void writeBar(Markup& markup, const char* kind, double middle, double width, double from, double to) {
+    if (from == to) return;
+    const double top = plotHeight(std::max(from, to)).value;
+    // Never too low to be seen.
+    const double height = std::max(plotHeight(std::min(from, to)).value - top, 1.0);
+    markup.write("<rect class=\"{}\" x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\"/>", kind,
+                 plotWidth(middle - width / 2), Coordinate{top}, plotWidth(width), Coordinate{height});
+}
+
+void writeBars(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
+               const Unit& unit) {
+    beginStretched(markup);
+    for (const Bar& bar : bars) {
+        const double middle = row.middle(bar.number);
+        markup.write("<g><title>{}: in {}, out {}, net {}</title>", barName(bar.number, unit),
+                     amountText(bar.flow.in), amountText(bar.flow.out), signedAmountText(bar.flow.net()));
+        const double net = axis.place(approximate(bar.flow.net()));
+        writeBar(markup, "in", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.in)));
+        writeBar(markup, "out", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.out)));
+        markup.write("<path class=\"net\" d=\"M{} {}h{}\"/></g>", plotWidth(middle - row.width() * 0.7),
+                     plotHeight(net), plotWidth(row.width() * 1.4));
+    }
+    endStretched(markup);
+}
+
+std::vector<Tick> labelsOf(const Row& row, const Unit& unit) {
+    std::vector<Tick> labels;
+    const int step = (row.count() + 5) / 6;
+    for (int place = 0; place < row.count(); place += step)
+        labels.push_back({row.middle(row.number(place)), barName(row.number(place), unit)});
+    return labels;
+}
+
+ValueAxis axisOf(const std::vector<Bar>& bars) {
+    double low = 0;
+    double high = 0;
+    for (const Bar& bar : bars) {
+        low = std::min(low, approximate(bar.flow.out));
+        high = std::max(high, approximate(bar.flow.in));
+    }
+    return valueAxis(low, high);
+}
+
+void writeDescription(Markup& markup, const std::vector<Bar>& bars, const Unit& unit, const std::string& name,
+                      const std::string& currency, std::string_view id) {
+    const auto greatest = [&](auto value) { return std::ranges::max_element(bars, {}, value); };
+    const auto in = greatest([](const Bar& bar) { return approximate(bar.flow.in); });
+    const auto out = greatest([](const Bar& bar) { return -approximate(bar.flow.out); });
+    markup.write("<title id=\"{}-title\">Money in and out of {} by {}</title>", id, name, unit.name);
+    markup.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}. Most went out in {}: {}.</desc>", id,
+                 barName(bars.front().number, unit), barName(bars.back().number, unit),
+                 barName(in->number, unit), withCurrency(amountText(in->flow.in), currency),
+                 barName(out->number, unit), withCurrency(amountText(out->flow.out), currency));
+}
+
+}  // namespace
+
+void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+                   const std::string& currency, std::string_view id) {
+    const Unit& unit = unitFor(months);
+    const std::vector<Bar> bars = barsOf(months, unit);
+    const Row row(bars);
+    const ValueAxis axis = axisOf(bars);
+    beginPlot(markup, axis, id);
+    writeDescription(markup, bars, unit, name, currency, id);
+    writeGrid(markup, axis);
+    writeBars(markup, bars, row, axis, unit);
+    endPlot(markup, labelsOf(row, unit));
+}
+
+}  // namespace tool

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "history/history.h"
+#include "report/amounts.h"
+#include "report/markup.h"
+#include "report/parts.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* kHead =
+    "<section aria-labelledby=\"accounts-title\">\n<h2 id=\"accounts-title\">Accounts</h2>\n"
+    "<div class=\"scroll\"><table class=\"overview\">\n<thead><tr><th scope=\"col\">Account</th>"
+    "<th scope=\"col\" class=\"amount\">Balance</th><th scope=\"col\" class=\"amount more\">Available</th>"
+    "<th scope=\"col\" class=\"amount more\">In</th><th scope=\"col\" class=\"amount more\">Out</th>"
+    "<th scope=\"col\" class=\"amount more\">Transactions</th></tr></thead>\n";
+
+/// An amount with its currency and, below, its date.
+void writeBalance(Markup& markup, const std::optional<StatedBalance>& balance, const std::string& currency,
+                  const char* kind) {
+    if (!balance) return markup.write("<td class=\"{}\">\u2013</td>", kind);
+    markup.write("<td class=\"{}\">{} <abbr>{}</abbr><small>{}</small></td>", kind,
+                 amountText(balance->amount), currency, dayText(balance->date));
+}
+
+void writeFlow(Markup& markup, const Flow& flow, std::size_t transactions) {
+    markup.write("<td class=\"amount more in\">{}</td><td class=\"amount more out\">{}</td>"
+                 "<td class=\"amount more\">{}</td></tr>\n",
+                 signedAmountText(flow.in), amountText(flow.out), transactions);
+}
+
+void writeRow(Markup& markup, const AccountFigures& figures, std::size_t number) {
+    const std::string& currency = figures.history->currency;
+    markup.write("<tr><th scope=\"row\"><a href=\"#account-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
+                 number, figures.name(), figures.institution);
+    writeBalance(markup, figures.ledger, currency, "amount");
+    writeBalance(markup, figures.available, currency, "amount more");
+    writeFlow(markup, figures.flow, figures.transactions.size());
+}
+
+void writeSum(Markup& markup, const CurrencyFigures& figures) {
+    std::size_t transactions = 0;
+    for (const AccountFigures* account : figures.accounts) transactions += account->transactions.size();
+    markup.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>", figures.currency,
+                 figures.accounts.size());
+    if (figures.ledger)
+        markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.ledger),
+                     figures.currency);
+    else
+        markup.write("<td class=\"amount\">\u2013</td>");
+    markup.write("<td class=\"amount more\"></td>");
+    writeFlow(markup, figures.flow, transactions);
+}
+
+}  // namespace
+
+void writeOverview(Markup& markup, const Report& report) {
+    if (report.accounts.size() < 2) return;
+    markup.write(kHead);
+    markup.write("<tbody>\n");
+    for (std::size_t i = 0; i < report.accounts.size(); ++i) writeRow(markup, report.accounts[i], i + 1);
+    markup.write("</tbody>\n");
+    if (!report.currencies.empty()) {
+        markup.write("<tfoot>\n");
+        for (const CurrencyFigures& currency : report.currencies) writeSum(markup, currency);
+        markup.write("</tfoot>\n");
+    }
+    markup.write("</table></div>\n</section>\n");
+}
+
+}  // namespace tool
