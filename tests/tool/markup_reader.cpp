@@ -11,7 +11,8 @@ namespace {
 /// Goes through a page once.
 class Reader {
 public:
-    Reader(const std::string& page, std::vector<MarkupElement>& elements) : page_(page), elements_(elements) {}
+    Reader(const std::string& page, std::vector<MarkupElement>& elements)
+        : page_(page), elements_(elements) {}
 
     void read() {
         if (!take("<!DOCTYPE html>")) fail("no document type");
@@ -37,7 +38,8 @@ private:
     }
     std::string readName() {
         const std::size_t start = place_;
-        while (place_ < page_.size() && (std::isalnum(static_cast<unsigned char>(page_[place_])) != 0 || page_[place_] == '-'))
+        while (place_ < page_.size() &&
+               (std::isalnum(static_cast<unsigned char>(page_[place_])) != 0 || page_[place_] == '-'))
             ++place_;
         if (place_ == start) fail("no name");
         return page_.substr(start, place_ - start);
@@ -127,7 +129,9 @@ std::vector<std::vector<std::string>> MarkupPage::rows(const std::string& classO
         const MarkupElement& element = elements_[i];
         if (element.name == "tr") {
             const MarkupElement& body = elements_[element.parent];
-            row = body.name == "tbody" && hasClass(elements_[body.parent], classOfTable) ? i : MarkupElement::npos;
+            row = body.name == "tbody" && hasClass(elements_[body.parent], classOfTable)
+                      ? i
+                      : MarkupElement::npos;
             if (row == i) rows.emplace_back();
         }
         if ((element.name == "td" || element.name == "th") && element.parent == row)

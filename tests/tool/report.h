@@ -28,7 +28,8 @@ inline std::string bankDocument(const std::string& statements) {
     return version1("<BANKMSGSRSV1>" + statements + "</BANKMSGSRSV1>");
 }
 
-inline std::string transaction(const std::string& date, const std::string& amount, const std::string& rest = "") {
+inline std::string transaction(const std::string& date, const std::string& amount,
+                               const std::string& rest = "") {
     return "<STMTTRN><DTPOSTED>" + date + "<TRNAMT>" + amount + rest + "</STMTTRN>";
 }
 
@@ -36,7 +37,9 @@ inline std::string ledger(const std::string& amount, const std::string& date) {
     return "<LEDGERBAL><BALAMT>" + amount + "<DTASOF>" + date + "</LEDGERBAL>";
 }
 
-inline bool contains(const std::string& text, const std::string& part) { return text.find(part) != text.npos; }
+inline bool contains(const std::string& text, const std::string& part) {
+    return text.find(part) != text.npos;
+}
 
 inline std::size_t countOf(const std::string& text, const std::string& part) {
     std::size_t count = 0;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "tool/report.h"
+
 #include <brackwell/platform.h>
 
 #include <set>
 #include <sstream>
-
-#include "tool/report.h"
 
 using namespace brackwell::tests;
 
@@ -14,8 +14,12 @@ TEST_CASE("a report of every example is well-formed and lists every transaction 
         std::size_t accounts;
         std::size_t transactions;
     };
-    for (const Row& row : {Row{"checking.ofx", 1, 26}, {"household.ofx", 3, 6}, {"card.ofx", 1, 8},
-                           {"windows_1252.ofx", 1, 2}, {"utf_16.ofx", 1, 2}, {"profile.ofx", 0, 0},
+    for (const Row& row : {Row{"checking.ofx", 1, 26},
+                           {"household.ofx", 3, 6},
+                           {"card.ofx", 1, 8},
+                           {"windows_1252.ofx", 1, 2},
+                           {"utf_16.ofx", 1, 2},
+                           {"profile.ofx", 0, 0},
                            {"sign_on_failure.ofx", 0, 0}}) {
         CAPTURE(row.file);
         const Finished finished = tool({"report", examplePath(row.file)});
@@ -27,8 +31,9 @@ TEST_CASE("a report of every example is well-formed and lists every transaction 
 }
 
 TEST_CASE("a page says which account it is about, and masks its number") {
-    const MarkupPage page = reportOf(statementWith("<BANKTRANLIST></BANKTRANLIST>" + ledger("-12.5", "20240131") +
-                                                   "<AVAILBAL><BALAMT>1234567.891<DTASOF>20240201</AVAILBAL>"));
+    const MarkupPage page =
+        reportOf(statementWith("<BANKTRANLIST></BANKTRANLIST>" + ledger("-12.5", "20240131") +
+                               "<AVAILBAL><BALAMT>1234567.891<DTASOF>20240201</AVAILBAL>"));
     CHECK(page.texts("h2").at(0) == "Checking account \u2022\u2022 5678");
     CHECK(page.texts("p", "balance").at(0) == "\u221212.50 USDLedger balance on 2024-01-31");
     const auto facts = factsOf(page);
@@ -41,7 +46,7 @@ TEST_CASE("a page says which account it is about, and masks its number") {
 
 TEST_CASE("a number stands in full only where that is asked for") {
     const std::string document = bankDocument(statement("0012345678", "USD", transaction("20240101", "1")) +
-                                          statement("0087654321", "USD", transaction("20240101", "1")));
+                                              statement("0087654321", "USD", transaction("20240101", "1")));
     CHECK_FALSE(contains(outputOf({"report"}, document), "0012345678"));
     CHECK_FALSE(contains(outputOf({"report"}, document), "00123"));
     CHECK(reportOf(document, {"--full"}).texts("h2").at(0) == "Accounts");
@@ -49,11 +54,11 @@ TEST_CASE("a number stands in full only where that is asked for") {
 }
 
 TEST_CASE("several accounts are listed, and summed up by currency") {
-    const std::string document =
-        bankDocument(statement("1111", "EUR", transaction("20240101", "10.10") + transaction("20240102", "-3"),
-                           ledger("100", "20240103")) +
-                 statement("2222", "EUR", transaction("20240101", "0.05"), ledger("-20.5", "20240103")) +
-                 statement("3333", "USD", transaction("20240101", "7"), ledger("5", "20240103")));
+    const std::string document = bankDocument(
+        statement("1111", "EUR", transaction("20240101", "10.10") + transaction("20240102", "-3"),
+                  ledger("100", "20240103")) +
+        statement("2222", "EUR", transaction("20240101", "0.05"), ledger("-20.5", "20240103")) +
+        statement("3333", "USD", transaction("20240101", "7"), ledger("5", "20240103")));
     const MarkupPage page = reportOf(document);
     CHECK(page.rows("overview").size() == 3);
     const std::string sums = page.texts("tfoot").at(0);
@@ -67,12 +72,12 @@ TEST_CASE("several accounts are listed, and summed up by currency") {
 
 TEST_CASE("no sum is made of accounts without currency or balance") {
     CHECK(reportOf(bankDocument(statement("1111", "", transaction("20240101", "1")) +
-                            statement("2222", "", transaction("20240101", "1"))))
+                                statement("2222", "", transaction("20240101", "1"))))
               .all("tfoot")
               .empty());
-    const MarkupPage page =
-        reportOf(bankDocument(statement("1111", "EUR", transaction("20240101", "1"), ledger("1", "20240101")) +
-                          statement("2222", "EUR", transaction("20240101", "1"))));
+    const MarkupPage page = reportOf(
+        bankDocument(statement("1111", "EUR", transaction("20240101", "1"), ledger("1", "20240101")) +
+                     statement("2222", "EUR", transaction("20240101", "1"))));
     CHECK(page.texts("tfoot").at(0) == "\nSum in EUR2 accounts\u2013+2.000.002\n");
 }
 
@@ -81,15 +86,16 @@ TEST_CASE("a transaction's row has its date, texts and amount") {
         transaction("20240131", "-1234.5", "<TRNTYPE>DEBIT<CHECKNUM>17<NAME>Bakery<MEMO>Rolls")));
     const auto rows = page.rows("transactions");
     REQUIRE(rows.size() == 1);
-    CHECK(rows.at(0) == std::vector<std::string>{"2024-01-31", "BakeryRolls", "DEBIT", "17", "\u22121,234.50"});
+    CHECK(rows.at(0) ==
+          std::vector<std::string>{"2024-01-31", "BakeryRolls", "DEBIT", "17", "\u22121,234.50"});
     CHECK(page.texts("th", "number") == std::vector<std::string>{"Number"});
 }
 
 TEST_CASE("the newest transactions come first unless another order is asked for") {
-    const std::string document =
-        transactionsWith(transaction("20240102", "3", "<NAME>b") + "<STMTTRN><TRNAMT>2<NAME>undated</STMTTRN>" +
-                         transaction("20240103", "1", "<NAME>c") + transaction("20240102", "4", "<NAME>B") +
-                         transaction("20240101", "5", "<NAME>a"));
+    const std::string document = transactionsWith(
+        transaction("20240102", "3", "<NAME>b") + "<STMTTRN><TRNAMT>2<NAME>undated</STMTTRN>" +
+        transaction("20240103", "1", "<NAME>c") + transaction("20240102", "4", "<NAME>B") +
+        transaction("20240101", "5", "<NAME>a"));
     const auto namesOf = [&document](const std::vector<std::string>& options) {
         std::string names;
         for (const auto& row : reportOf(document, options).rows("transactions")) names += row.at(1) + " ";
@@ -101,9 +107,9 @@ TEST_CASE("the newest transactions come first unless another order is asked for"
 }
 
 TEST_CASE("transactions without date or amount are listed and counted") {
-    const MarkupPage page = reportOf(transactionsWith(
-        transaction("20240101", "1") + "<STMTTRN><DTPOSTED>soon<TRNAMT>2</STMTTRN>" +
-        "<STMTTRN><TRNAMT>4</STMTTRN><STMTTRN><DTPOSTED>20240101<TRNAMT>much</STMTTRN>"));
+    const MarkupPage page = reportOf(
+        transactionsWith(transaction("20240101", "1") + "<STMTTRN><DTPOSTED>soon<TRNAMT>2</STMTTRN>" +
+                         "<STMTTRN><TRNAMT>4</STMTTRN><STMTTRN><DTPOSTED>20240101<TRNAMT>much</STMTTRN>"));
     const auto rows = page.rows("transactions");
     REQUIRE(rows.size() == 4);
     CHECK(rows.at(1).back() == "no amount");
@@ -119,12 +125,12 @@ TEST_CASE("transactions without date or amount are listed and counted") {
 TEST_CASE("only what is asked for is shown, and the page says so") {
     const TemporaryFolder folder;
     const std::string path = folder.file(
-        "two.ofx",
-        bankDocument(statement("1111", "EUR",
-                           transaction("20240101", "1", "<NAME>Coffee") + transaction("20240201", "2", "<NAME>Coffee") +
-                               transaction("20240202", "4", "<NAME>Tea"),
-                           ledger("107", "20240301")) +
-                 statement("2222", "EUR", transaction("20240101", "8", "<NAME>Coffee"))));
+        "two.ofx", bankDocument(statement("1111", "EUR",
+                                          transaction("20240101", "1", "<NAME>Coffee") +
+                                              transaction("20240201", "2", "<NAME>Coffee") +
+                                              transaction("20240202", "4", "<NAME>Tea"),
+                                          ledger("107", "20240301")) +
+                                statement("2222", "EUR", transaction("20240101", "8", "<NAME>Coffee"))));
     const Finished finished =
         tool({"report", "--account", "1111", "--since", "2024-02-01", "--search", "coffee", path});
     CHECK(finished.status == 0);
@@ -157,29 +163,35 @@ TEST_CASE("texts of strangers stay texts") {
         const char* given;
         const char* shown;
     };
-    const std::string page = outputOf({"report"}, transactionsWith(transaction("20240101", "1", "<NAME>plain")));
-    for (const Row& row : std::vector<Row>{{"&lt;script&gt;alert(1)&lt;/script&gt;", "<script>alert(1)</script>"},
-                                           {"&lt;/script&gt;&lt;!--", "</script><!--"},
-                                           {"]]&gt;&lt;![CDATA[", "]]><![CDATA["},
-                                           {"a\" onload=\"x", "a\" onload=\"x"},
-                                           {"a' b", "a' b"},
-                                           {"&amp;lt;b&amp;gt;", "&lt;b&gt;"},
-                                           {"{} {0} %s", "{} {0} %s"},
-                                           {"left\xE2\x80\xAEright", "left\uFFFDright"},
-                                           {"\xE2\x81\xA6isolated", "\uFFFDisolated"},
-                                           {"bell\x07", "bell\u2407"},
-                                           {"\x1B[31mred", "\u241B[31mred"},
-                                           {"none\xEF\xBF\xBE", "none\uFFFD"},
-                                           {"none\xEF\xBF\xBFnone", "none\uFFFDnone"},
-                                           {"two\nlines", "two lines"},
-                                           {"\xD7\xA9\xD7\x9C", "\u05E9\u05DC"}}) {
+    const std::string page =
+        outputOf({"report"}, transactionsWith(transaction("20240101", "1", "<NAME>plain")));
+    for (const Row& row :
+         std::vector<Row>{{"&lt;script&gt;alert(1)&lt;/script&gt;", "<script>alert(1)</script>"},
+                          {"&lt;/script&gt;&lt;!--", "</script><!--"},
+                          {"]]&gt;&lt;![CDATA[", "]]><![CDATA["},
+                          {"a\" onload=\"x", "a\" onload=\"x"},
+                          {"a' b", "a' b"},
+                          {"&amp;lt;b&amp;gt;", "&lt;b&gt;"},
+                          {"{} {0} %s", "{} {0} %s"},
+                          {"left\xE2\x80\xAEright", "left\uFFFDright"},
+                          {"\xE2\x81\xA6isolated", "\uFFFDisolated"},
+                          {"bell\x07", "bell\u2407"},
+                          {"\x1B[31mred", "\u241B[31mred"},
+                          {"none\xEF\xBF\xBE", "none\uFFFD"},
+                          {"none\xEF\xBF\xBFnone", "none\uFFFDnone"},
+                          {"two\nlines", "two lines"},
+                          {"\xD7\xA9\xD7\x9C", "\u05E9\u05DC"}}) {
         CAPTURE(row.given);
         const std::string given = row.given;
         const std::string everywhere =
-            "<SIGNONMSGSRSV1><SONRS><FI><ORG>" + given + "</FI></SONRS></SIGNONMSGSRSV1><BANKMSGSRSV1><STMTTRNRS>"
-            "<STMTRS><CURDEF>" + given + "<BANKACCTFROM><BANKID>" + given + "<ACCTID>" + given +
-            "<ACCTTYPE>CHECKING</BANKACCTFROM><BANKTRANLIST><STMTTRN><TRNTYPE>" + given + "<DTPOSTED>20240101<TRNAMT>1"
-            "<CHECKNUM>" + given + "<NAME>" + given + "<MEMO>" + given + "</STMTTRN><STMTTRN><DTPOSTED>" + given +
+            "<SIGNONMSGSRSV1><SONRS><FI><ORG>" + given +
+            "</FI></SONRS></SIGNONMSGSRSV1><BANKMSGSRSV1><STMTTRNRS>"
+            "<STMTRS><CURDEF>" +
+            given + "<BANKACCTFROM><BANKID>" + given + "<ACCTID>" + given +
+            "<ACCTTYPE>CHECKING</BANKACCTFROM><BANKTRANLIST><STMTTRN><TRNTYPE>" + given +
+            "<DTPOSTED>20240101<TRNAMT>1"
+            "<CHECKNUM>" +
+            given + "<NAME>" + given + "<MEMO>" + given + "</STMTTRN><STMTTRN><DTPOSTED>" + given +
             "</STMTTRN></BANKTRANLIST><LEDGERBAL><BALAMT>1<DTASOF>20240101</LEDGERBAL></STMTRS></STMTTRNRS>"
             "</BANKMSGSRSV1>";
         const std::string output = outputOf({"report", "--full"}, version1(everywhere, "NONE"));
@@ -202,9 +214,9 @@ TEST_CASE("texts of strangers stay texts") {
 
 TEST_CASE("bytes that are no text in the document's encoding do not reach the page") {
     // A lone surrogate, and half a character; the tool reads such a document as windows-1252.
-    const Finished finished =
-        tool({"report", "-"},
-             bankDocument(statement("1111", "EUR", transaction("20240101", "1", "<NAME>a\xED\xA0\x80z\xC3"))));
+    const Finished finished = tool(
+        {"report", "-"},
+        bankDocument(statement("1111", "EUR", transaction("20240101", "1", "<NAME>a\xED\xA0\x80z\xC3"))));
     CHECK(finished.status == 0);
     CHECK(brackwell::isValidUTF8(finished.output));
     CHECK(MarkupPage(finished.output).rows("transactions").size() == 1);
@@ -217,8 +229,9 @@ TEST_CASE("bytes that are no text in the document's encoding do not reach the pa
 
 TEST_CASE("a page fetches, sends and runs nothing but what it holds") {
     const std::string page = outputOf({"report"}, transactionsWith(transaction("20240101", "1")));
-    for (const char* reference : {"http:", "https:", "src=", "@import", "url(", "//cdn", "<link", "<img", "<iframe",
-                                  "<base", "style=", "javascript:", "xlink", "fetch(", "XMLHttp", "import("}) {
+    for (const char* reference :
+         {"http:", "https:", "src=", "@import", "url(", "//cdn", "<link", "<img", "<iframe", "<base",
+          "style=", "javascript:", "xlink", "fetch(", "XMLHttp", "import("}) {
         CAPTURE(reference);
         CHECK_FALSE(contains(page, reference));
     }
@@ -233,28 +246,31 @@ TEST_CASE("a page fetches, sends and runs nothing but what it holds") {
 }
 
 TEST_CASE("without its script a page is complete") {
-    const MarkupPage page = reportOf(transactionsWith(transaction("20240101", "1") + transaction("20240102", "2")));
+    const MarkupPage page =
+        reportOf(transactionsWith(transaction("20240101", "1") + transaction("20240102", "2")));
     CHECK(page.all("form").at(0).attribute("hidden") == "hidden");
     for (const MarkupElement& row : page.all("tr")) CHECK(row.attribute("hidden") == "");
     CHECK(page.rows("transactions").size() == 2);
 }
 
 TEST_CASE("drawings and tables can be understood without being seen") {
-    const MarkupPage page = reportOf(
-        transactionsWith(transaction("20240101", "1") + transaction("20240202", "-2")) );
+    const MarkupPage page =
+        reportOf(transactionsWith(transaction("20240101", "1") + transaction("20240202", "-2")));
     std::set<std::string> ids;
     for (const MarkupElement& element : page.elements())
         if (const std::string id = element.attribute("id"); !id.empty()) CHECK(ids.insert(id).second);
     for (const MarkupElement& element : page.elements()) {
         std::istringstream names(element.attribute("aria-labelledby"));
         for (std::string id; names >> id;) CHECK(ids.contains(id));
-        if (element.name == "th") CHECK((element.attribute("scope") == "col" || element.attribute("scope") == "row"));
+        if (element.name == "th")
+            CHECK((element.attribute("scope") == "col" || element.attribute("scope") == "row"));
         if (element.name == "svg" && element.parent != MarkupElement::npos)
             CHECK((element.attribute("role") == "img" || element.attribute("aria-hidden") == "true" ||
                    page.elements().at(element.parent).name == "svg"));
     }
     CHECK(page.texts("desc").at(0) ==
-          "From Jan 2024 to Feb 2024. Most came in in Jan 2024: 1.00 USD. Most went out in Feb 2024: \u22122.00 USD.");
+          "From Jan 2024 to Feb 2024. Most came in in Jan 2024: 1.00 USD. Most went out in Feb 2024: "
+          "\u22122.00 USD.");
 }
 
 TEST_CASE("a report goes into the file that is named") {

@@ -28,9 +28,10 @@ void writeFact(Markup& markup, std::string_view label, OptionalText text) {
 }
 
 void writeHead(Markup& markup, const AccountFigures& figures, std::size_t number) {
-    markup.write("<section class=\"account\" id=\"account-{}\" aria-labelledby=\"account-title-{}\">\n<header>"
-                 "<div><h2 id=\"account-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
-                 number, number, number, figures.name(), figures.institution);
+    markup.write(
+        "<section class=\"account\" id=\"account-{}\" aria-labelledby=\"account-title-{}\">\n<header>"
+        "<div><h2 id=\"account-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
+        number, number, number, figures.name(), figures.institution);
     if (figures.ledger)
         markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Ledger balance {}</p>",
                      amountText(figures.ledger->amount), figures.history->currency,
@@ -47,11 +48,12 @@ void writeFacts(Markup& markup, const AccountFigures& figures) {
         markup.write("<div><dt>Available</dt><dd>{} <small>{}</small></dd></div>\n",
                      amountText(figures.available->amount), dayText(figures.available->date));
     if (!figures.transactions.empty())
-        markup.write("<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
-                     "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
-                     "<div><dt>Net</dt><dd>{}</dd></div>\n",
-                     signedAmountText(figures.flow.in), amountText(figures.flow.out),
-                     signedAmountText(figures.flow.net()));
+        markup.write(
+            "<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
+            "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
+            "<div><dt>Net</dt><dd>{}</dd></div>\n",
+            signedAmountText(figures.flow.in), amountText(figures.flow.out),
+            signedAmountText(figures.flow.net()));
     writeFact(markup, "Transactions", std::to_string(figures.transactions.size()));
     writeFact(markup, "Posted", periodOf(figures.days));
     writeFact(markup, "Currency", history.currency.empty() ? "not stated" : history.currency);
@@ -65,9 +67,10 @@ void writeFacts(Markup& markup, const AccountFigures& figures) {
 void writeFlowFigure(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
                      const std::string& currency, const std::string& id) {
     if (months.empty()) return;
-    markup.write("<figure><figcaption>Money in and out <span class=\"key\"><span class=\"in\">\u25b2 in</span> "
-                 "<span class=\"out\">\u25bc out</span> <span class=\"net\">\u2501 net</span></span>"
-                 "</figcaption>\n");
+    markup.write(
+        "<figure><figcaption>Money in and out <span class=\"key\"><span class=\"in\">\u25b2 in</span> "
+        "<span class=\"out\">\u25bc out</span> <span class=\"net\">\u2501 net</span></span>"
+        "</figcaption>\n");
     writeFlowPlot(markup, months, name, currency, id);
     markup.write("</figure>\n");
 }
@@ -75,8 +78,9 @@ void writeFlowFigure(Markup& markup, const std::vector<MonthFlow>& months, const
 void writePlots(Markup& markup, const AccountFigures& figures, std::size_t number) {
     markup.write("<div class=\"plots\">\n");
     if (!figures.balance.points.empty()) {
-        markup.write("<figure><figcaption>Balance at the end of each day <span class=\"key\">"
-                     "<span class=\"net\">\u25cf stated</span></span></figcaption>\n");
+        markup.write(
+            "<figure><figcaption>Balance at the end of each day <span class=\"key\">"
+            "<span class=\"net\">\u25cf stated</span></span></figcaption>\n");
         writeBalancePlot(markup, figures, "balance-" + std::to_string(number));
         markup.write("</figure>\n");
     } else if (!figures.transactions.empty()) {
@@ -93,12 +97,14 @@ void writeGaps(Markup& markup, const AccountFigures& figures) {
     if (gaps.empty()) return;
     markup.write("<ul class=\"notes\">\n");
     for (std::size_t i = 0; i < std::min(gaps.size(), kMostGaps); ++i)
-        markup.write("<li>The balance stated for {} is {}, but the transactions after it lead back to {}: "
-                     "some are missing or stand there twice.</li>\n",
-                     dayText(gaps[i].stated.date),
-                     withCurrency(amountText(gaps[i].stated.amount), figures.history->currency),
-                     amountText(gaps[i].computed));
-    if (gaps.size() > kMostGaps) markup.write("<li>So it is with {} more balances.</li>\n", gaps.size() - kMostGaps);
+        markup.write(
+            "<li>The balance stated for {} is {}, but the transactions after it lead back to {}: "
+            "some are missing or stand there twice.</li>\n",
+            dayText(gaps[i].stated.date),
+            withCurrency(amountText(gaps[i].stated.amount), figures.history->currency),
+            amountText(gaps[i].computed));
+    if (gaps.size() > kMostGaps)
+        markup.write("<li>So it is with {} more balances.</li>\n", gaps.size() - kMostGaps);
     markup.write("</ul>\n");
 }
 
@@ -106,17 +112,18 @@ void writeGaps(Markup& markup, const AccountFigures& figures) {
 
 void writeMonths(Markup& markup, const std::vector<MonthFlow>& months, const std::string& currency) {
     if (months.empty()) return;
-    markup.write("<details><summary>Months as a table</summary>\n<div class=\"scroll\"><table class=\"months\">\n"
-                 "<thead><tr><th scope=\"col\">Month</th><th scope=\"col\" class=\"amount\">In</th>"
-                 "<th scope=\"col\" class=\"amount\">Out</th><th scope=\"col\" class=\"amount\">Net {}</th></tr>"
-                 "</thead>\n<tbody>\n",
-                 currency);
+    markup.write(
+        "<details><summary>Months as a table</summary>\n<div class=\"scroll\"><table class=\"months\">\n"
+        "<thead><tr><th scope=\"col\">Month</th><th scope=\"col\" class=\"amount\">In</th>"
+        "<th scope=\"col\" class=\"amount\">Out</th><th scope=\"col\" class=\"amount\">Net {}</th></tr>"
+        "</thead>\n<tbody>\n",
+        currency);
     for (const MonthFlow& month : months)
-        markup.write("<tr><th scope=\"row\">{}</th><td class=\"amount in\">{}</td>"
-                     "<td class=\"amount out\">{}</td><td class=\"amount\">{}</td></tr>\n",
-                     dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7),
-                     signedAmountText(month.flow.in), amountText(month.flow.out),
-                     signedAmountText(month.flow.net()));
+        markup.write(
+            "<tr><th scope=\"row\">{}</th><td class=\"amount in\">{}</td>"
+            "<td class=\"amount out\">{}</td><td class=\"amount\">{}</td></tr>\n",
+            dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7), signedAmountText(month.flow.in),
+            amountText(month.flow.out), signedAmountText(month.flow.net()));
     markup.write("</tbody>\n</table></div></details>\n");
 }
 
@@ -135,10 +142,11 @@ void writeAccount(Markup& markup, const AccountFigures& figures, std::size_t num
 void writeCurrency(Markup& markup, const CurrencyFigures& figures, std::size_t number) {
     if (figures.months.empty()) return;
     const std::string name = "all accounts in " + figures.currency;
-    markup.write("<section class=\"account\" aria-labelledby=\"currency-title-{}\">\n<header><div>"
-                 "<h2 id=\"currency-title-{}\">All accounts in <bdi>{}</bdi></h2><p>{} accounts; what moves "
-                 "between them counts as out of one and into the other</p></div>",
-                 number, number, figures.currency, figures.accounts.size());
+    markup.write(
+        "<section class=\"account\" aria-labelledby=\"currency-title-{}\">\n<header><div>"
+        "<h2 id=\"currency-title-{}\">All accounts in <bdi>{}</bdi></h2><p>{} accounts; what moves "
+        "between them counts as out of one and into the other</p></div>",
+        number, number, figures.currency, figures.accounts.size());
     if (figures.ledger)
         markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Sum of the ledger balances</p>",
                      amountText(*figures.ledger), figures.currency);

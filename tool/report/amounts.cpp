@@ -29,9 +29,7 @@ std::string signedAmountText(const brackwell::Decimal& amount) {
     return (isPositive ? "+" : "") + amountText(amount);
 }
 
-std::string amountText(const Sum& sum) {
-    return sum.value() ? amountText(*sum.value()) : kNotRepresentable;
-}
+std::string amountText(const Sum& sum) { return sum.value() ? amountText(*sum.value()) : kNotRepresentable; }
 
 std::string signedAmountText(const Sum& sum) {
     return sum.value() ? signedAmountText(*sum.value()) : kNotRepresentable;

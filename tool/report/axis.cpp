@@ -23,8 +23,8 @@ double roundStep(double step) noexcept {
 
 std::string fixed(double value, int decimals) {
     std::array<char, 64> digits;
-    const auto [end, failure] =
-        std::to_chars(digits.data(), digits.data() + digits.size(), value, std::chars_format::fixed, decimals);
+    const auto [end, failure] = std::to_chars(digits.data(), digits.data() + digits.size(), value,
+                                              std::chars_format::fixed, decimals);
     return failure == std::errc() ? std::string(digits.data(), end) : std::string();
 }
 
@@ -117,7 +117,8 @@ std::vector<Tick> timeTicks(sys_days first, sys_days last) {
     const int step = monthStep(numberOf(until) - numberOf(from));
     std::vector<Tick> ticks;
     for (int number = (numberOf(from) / step + 1) * step; number <= numberOf(until); number += step) {
-        const year_month month = year(number / 12) / std::chrono::month(static_cast<unsigned>(number % 12) + 1);
+        const year_month month =
+            year(number / 12) / std::chrono::month(static_cast<unsigned>(number % 12) + 1);
         const double day = static_cast<double>(sys_days(month / 1).time_since_epoch().count());
         ticks.push_back({day, step < 12 ? monthName(month) : std::to_string(number / 12)});
     }
@@ -127,7 +128,8 @@ std::vector<Tick> timeTicks(sys_days first, sys_days last) {
 std::string monthName(year_month month) {
     constexpr const char* names[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                      "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    return names[static_cast<unsigned>(month.month()) - 1] + (" " + std::to_string(static_cast<int>(month.year())));
+    return names[static_cast<unsigned>(month.month()) - 1] +
+           (" " + std::to_string(static_cast<int>(month.year())));
 }
 
 }  // namespace tool

@@ -16,8 +16,7 @@ consteval std::array<char, 44> base64OfHash(const char (&digits)[65]) {
     // Three digits are two letters; the last digit has one and a half, filled up with zeros.
     for (std::size_t i = 0; i < 66; i += 3) {
         std::size_t bits = 0;
-        for (std::size_t k = i; k < i + 3; ++k)
-            bits = bits << 4 | (k < 64 ? hexadecimal.find(digits[k]) : 0);
+        for (std::size_t k = i; k < i + 3; ++k) bits = bits << 4 | (k < 64 ? hexadecimal.find(digits[k]) : 0);
         text[size++] = letters[bits >> 6];
         if (size < 43) text[size++] = letters[bits & 63];
     }

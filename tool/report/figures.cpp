@@ -5,22 +5,19 @@
 
 #include "history/history.h"
 #include "options.h"
+#include "text/secrets.h"
 #include "view/account_names.h"
 #include "view/sections.h"
 
 namespace tool {
 namespace {
 
-std::string kindOf(const AccountHistory& account) {
-    if (account.isCard) return "Credit card";
-    return std::string(account.bankAccount ? accountTypeName(account.bankAccount->accountType()) : "Account");
-}
-
 /// The number as other commands mask it, with dots instead of asterisks.
 std::string numberOf(const AccountHistory& account, bool isFull) {
     const std::string shown = shownNumber(account.number(), isFull);
     if (shown == account.number().value_or("")) return shown;
-    return "\u2022\u2022 " + shown.substr(4);
+    const std::string last = shown.substr(kMask.size());
+    return last.empty() ? "\u2022\u2022" : "\u2022\u2022 " + last;
 }
 
 std::string institutionOf(const AccountHistory& account) {

@@ -24,7 +24,8 @@ std::vector<DayFlow> flowsByDay(const Transactions& transactions) {
     std::vector<std::pair<sys_days, const brackwell::Decimal*>> amounts;
     for (const auto* transaction : transactions)
         if (transaction->datePosted() && transaction->amount())
-            amounts.emplace_back(floor<std::chrono::days>(*transaction->datePosted()), &*transaction->amount());
+            amounts.emplace_back(floor<std::chrono::days>(*transaction->datePosted()),
+                                 &*transaction->amount());
     std::ranges::stable_sort(amounts, {}, [](const auto& amount) { return amount.first; });
     std::vector<DayFlow> days;
     for (const auto& [day, amount] : amounts) {

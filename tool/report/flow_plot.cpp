@@ -54,9 +54,7 @@ std::string barName(int number, const Unit& unit) {
     return unit.months == 1 ? name : std::to_string(month / 12) + (unit.months == 12 ? "" : "s");
 }
 
-double approximate(const Sum& sum) noexcept {
-    return sum.value() ? tool::approximate(*sum.value()) : 0;
-}
+double approximate(const Sum& sum) noexcept { return sum.value() ? tool::approximate(*sum.value()) : 0; }
 
 /// Where bars stand side by side.
 class Row {
@@ -124,10 +122,11 @@ void writeDescription(Markup& markup, const std::vector<Bar>& bars, const Unit& 
     const auto in = greatest([](const Bar& bar) { return approximate(bar.flow.in); });
     const auto out = greatest([](const Bar& bar) { return -approximate(bar.flow.out); });
     markup.write("<title id=\"{}-title\">Money in and out of {} by {}</title>", id, name, unit.name);
-    markup.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}. Most went out in {}: {}.</desc>", id,
-                 barName(bars.front().number, unit), barName(bars.back().number, unit),
-                 barName(in->number, unit), withCurrency(amountText(in->flow.in), currency),
-                 barName(out->number, unit), withCurrency(amountText(out->flow.out), currency));
+    markup.write(
+        "<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}. Most went out in {}: {}.</desc>", id,
+        barName(bars.front().number, unit), barName(bars.back().number, unit), barName(in->number, unit),
+        withCurrency(amountText(in->flow.in), currency), barName(out->number, unit),
+        withCurrency(amountText(out->flow.out), currency));
 }
 
 }  // namespace

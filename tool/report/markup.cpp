@@ -10,12 +10,18 @@ namespace {
 /// What is written for a byte; "" when it stands for itself.
 std::string_view entityOf(char c) noexcept {
     switch (c) {
-        case '&': return "&amp;";
-        case '<': return "&lt;";
-        case '>': return "&gt;";
-        case '"': return "&quot;";
-        case '\'': return "&#39;";
-        default: return {};
+        case '&':
+            return "&amp;";
+        case '<':
+            return "&lt;";
+        case '>':
+            return "&gt;";
+        case '"':
+            return "&quot;";
+        case '\'':
+            return "&#39;";
+        default:
+            return {};
     }
 }
 

@@ -23,9 +23,10 @@ void writeBalance(Markup& markup, const std::optional<StatedBalance>& balance, c
 }
 
 void writeFlow(Markup& markup, const Flow& flow, std::size_t transactions) {
-    markup.write("<td class=\"amount more in\">{}</td><td class=\"amount more out\">{}</td>"
-                 "<td class=\"amount more\">{}</td></tr>\n",
-                 signedAmountText(flow.in), amountText(flow.out), transactions);
+    markup.write(
+        "<td class=\"amount more in\">{}</td><td class=\"amount more out\">{}</td>"
+        "<td class=\"amount more\">{}</td></tr>\n",
+        signedAmountText(flow.in), amountText(flow.out), transactions);
 }
 
 void writeRow(Markup& markup, const AccountFigures& figures, std::size_t number) {
@@ -40,8 +41,8 @@ void writeRow(Markup& markup, const AccountFigures& figures, std::size_t number)
 void writeSum(Markup& markup, const CurrencyFigures& figures) {
     std::size_t transactions = 0;
     for (const AccountFigures* account : figures.accounts) transactions += account->transactions.size();
-    markup.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>", figures.currency,
-                 figures.accounts.size());
+    markup.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>",
+                 figures.currency, figures.accounts.size());
     if (figures.ledger)
         markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.ledger),
                      figures.currency);

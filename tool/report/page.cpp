@@ -38,16 +38,18 @@ std::size_t sumOf(const std::vector<AccountFigures>& accounts, auto count) {
 
 /// Nothing is fetched, sent or run but the style and the script of the page itself, known by their hashes.
 void writeHead(Markup& markup) {
-    markup.write("<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\"/>\n"
-                 "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
-                 "style-src 'sha256-{}'; script-src 'sha256-{}'; base-uri 'none'; form-action 'none'\"/>\n"
-                 "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n"
-                 "<meta name=\"color-scheme\" content=\"light dark\"/>\n"
-                 "<meta name=\"referrer\" content=\"no-referrer\"/>\n"
-                 "<meta name=\"generator\" content=\"brackwell " BRACKWELL_VERSION "\"/>\n"
-                 "<title>Account report</title>\n<style>",
-                 std::string_view(kPageStyleHash.data(), kPageStyleHash.size()),
-                 std::string_view(kPageScriptHash.data(), kPageScriptHash.size()));
+    markup.write(
+        "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\"/>\n"
+        "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
+        "style-src 'sha256-{}'; script-src 'sha256-{}'; base-uri 'none'; form-action 'none'\"/>\n"
+        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n"
+        "<meta name=\"color-scheme\" content=\"light dark\"/>\n"
+        "<meta name=\"referrer\" content=\"no-referrer\"/>\n"
+        "<meta name=\"generator\" content=\"brackwell " BRACKWELL_VERSION
+        "\"/>\n"
+        "<title>Account report</title>\n<style>",
+        std::string_view(kPageStyleHash.data(), kPageStyleHash.size()),
+        std::string_view(kPageScriptHash.data(), kPageScriptHash.size()));
     markup.write(kPageStyle);
     markup.write("</style>\n</head>\n<body>\n");
 }
@@ -80,7 +82,8 @@ void writeTitle(Markup& markup, const Report& report) {
 }
 
 void writeNotes(Markup& markup, const Report& report) {
-    const std::size_t withoutDate = sumOf(report.accounts, [](const auto& account) { return account.withoutDate; });
+    const std::size_t withoutDate =
+        sumOf(report.accounts, [](const auto& account) { return account.withoutDate; });
     const std::size_t withoutAmount =
         sumOf(report.accounts, [](const auto& account) { return account.withoutAmount; });
     if (report.unread.empty() && report.repeats + withoutDate + withoutAmount == 0) return;
@@ -100,8 +103,9 @@ void writeNotes(Markup& markup, const Report& report) {
 }
 
 void writeFoot(Markup& markup) {
-    markup.write("<footer><p>Days and months are those of UTC. Amounts are exact; only the plots are rounded. "
-                 "Made with brackwell " BRACKWELL_VERSION ".</p></footer>\n</main>\n<script>");
+    markup.write(
+        "<footer><p>Days and months are those of UTC. Amounts are exact; only the plots are rounded. "
+        "Made with brackwell " BRACKWELL_VERSION ".</p></footer>\n</main>\n<script>");
     markup.write(kPageScript);
     markup.write("</script>\n</body>\n</html>\n");
 }
@@ -119,7 +123,8 @@ void writePage(Markup& markup, const Report& report) {
     writeNotes(markup, report);
     if (report.accounts.empty()) markup.write("<p class=\"note\">There are no statements of accounts.</p>\n");
     writeOverview(markup, report);
-    for (std::size_t i = 0; i < report.currencies.size(); ++i) writeCurrency(markup, report.currencies[i], i + 1);
+    for (std::size_t i = 0; i < report.currencies.size(); ++i)
+        writeCurrency(markup, report.currencies[i], i + 1);
     for (std::size_t i = 0; i < report.accounts.size(); ++i) writeAccount(markup, report.accounts[i], i + 1);
     writeTransactions(markup, report);
     writeFoot(markup);

@@ -11,9 +11,10 @@ void beginPlot(Markup& markup, const ValueAxis& axis, std::string_view id) {
     for (const Tick& tick : axis.ticks)
         markup.write("<text class=\"tick last\" x=\"40\" y=\"{}\">{}</text>",
                      Coordinate{plotHeight(axis.place(tick.value)).value + 4}, tick.label);
-    markup.write("</svg><svg class=\"field\" role=\"img\" width=\"100%\" height=\"{}\" "
-                 "aria-labelledby=\"{}-title {}-text\">",
-                 Coordinate{kPlotHeight}, id, id);
+    markup.write(
+        "</svg><svg class=\"field\" role=\"img\" width=\"100%\" height=\"{}\" "
+        "aria-labelledby=\"{}-title {}-text\">",
+        Coordinate{kPlotHeight}, id, id);
 }
 
 void writeGrid(Markup& markup, const ValueAxis& axis) {

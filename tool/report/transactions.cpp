@@ -51,10 +51,10 @@ OptionalText numberOf(const TvOFXStatementTransaction& transaction) noexcept {
 
 /// The columns that there are besides date, description, type and amount.
 struct Columns {
-    bool account = false;               ///< there are several
-    bool number = false;                ///< a transaction has one
-    bool currency = false;              ///< stands beside every amount, since there are several
-    std::string commonCurrency;         ///< of all amounts otherwise
+    bool account = false;        ///< there are several
+    bool number = false;         ///< a transaction has one
+    bool currency = false;       ///< stands beside every amount, since there are several
+    std::string commonCurrency;  ///< of all amounts otherwise
 };
 
 Columns columnsOf(const Report& report, const std::vector<Row>& rows) {
@@ -73,8 +73,7 @@ Columns columnsOf(const Report& report, const std::vector<Row>& rows) {
 /// The cells of a row.
 class Cells {
 public:
-    Cells(Markup& markup, const Report& report, const Columns& columns)
-        : markup_(markup), columns_(columns) {
+    Cells(Markup& markup, const Report& report, const Columns& columns) : markup_(markup), columns_(columns) {
         for (const AccountFigures& account : report.accounts) names_.push_back(account.name());
     }
 
@@ -119,25 +118,28 @@ private:
 
 /// Hidden until the script finds that it runs.
 void writeFilter(Markup& markup, const Report& report) {
-    markup.write("<form id=\"filter\" hidden=\"hidden\" role=\"search\" aria-label=\"Filter transactions\">\n"
-                 "<label class=\"wide\">Text <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
-                 "<label>From <input type=\"date\" name=\"from\"/></label>\n"
-                 "<label>Until <input type=\"date\" name=\"until\"/></label>\n");
+    markup.write(
+        "<form id=\"filter\" hidden=\"hidden\" role=\"search\" aria-label=\"Filter transactions\">\n"
+        "<label class=\"wide\">Text <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
+        "<label>From <input type=\"date\" name=\"from\"/></label>\n"
+        "<label>Until <input type=\"date\" name=\"until\"/></label>\n");
     if (report.accounts.size() > 1) {
         markup.write("<label>Account <select name=\"account\"><option value=\"\">All</option>");
         for (std::size_t i = 0; i < report.accounts.size(); ++i)
             markup.write("<option value=\"{}\">{}</option>", i + 1, report.accounts[i].name());
         markup.write("</select></label>\n");
     }
-    markup.write("<label>Direction <select name=\"flow\"><option value=\"\">In and out</option>"
-                 "<option value=\"in\">In</option><option value=\"out\">Out</option></select></label>\n"
-                 "<button type=\"reset\">Clear</button>\n<p id=\"found\" role=\"status\"></p>\n</form>\n");
+    markup.write(
+        "<label>Direction <select name=\"flow\"><option value=\"\">In and out</option>"
+        "<option value=\"in\">In</option><option value=\"out\">Out</option></select></label>\n"
+        "<button type=\"reset\">Clear</button>\n<p id=\"found\" role=\"status\"></p>\n</form>\n");
 }
 
 void writeHead(Markup& markup, const Columns& columns) {
-    markup.write("<table id=\"transactions\" class=\"transactions\" data-currency=\"{}\">\n<thead><tr>"
-                 "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
-                 columns.commonCurrency);
+    markup.write(
+        "<table id=\"transactions\" class=\"transactions\" data-currency=\"{}\">\n<thead><tr>"
+        "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
+        columns.commonCurrency);
     if (columns.account) markup.write("<th scope=\"col\" class=\"whose\">Account</th>");
     if (columns.number) markup.write("<th scope=\"col\" class=\"number\">Number</th>");
     markup.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
@@ -148,7 +150,9 @@ void writeHead(Markup& markup, const Columns& columns) {
 void writeTransactions(Markup& markup, const Report& report) {
     const std::vector<Row> rows = rowsOf(report);
     if (rows.empty()) return;
-    markup.write("<section aria-labelledby=\"transactions-title\">\n<h2 id=\"transactions-title\">Transactions</h2>\n");
+    markup.write(
+        "<section aria-labelledby=\"transactions-title\">\n<h2 "
+        "id=\"transactions-title\">Transactions</h2>\n");
     writeFilter(markup, report);
     const Columns columns = columnsOf(report, rows);
     writeHead(markup, columns);

@@ -1,0 +1,148 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "tool/report.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+/// False on a machine without a browser; ctest knows the message and counts the test as skipped.
+bool hasBrowser() {
+    const bool isThere = std::string(BRACKWELL_CHROMIUM) != "";
+    if (!isThere) MESSAGE("skipped: no Chromium was found to show pages in");
+    return isThere;
+}
+
+/// What a browser makes of a page.
+struct Shown {
+    std::string page;                   ///< as it is once the script has run
+    std::string console;                ///< what the page's console says
+    std::vector<std::string> requests;  ///< the addresses that the page asked for
+};
+
+/// The addresses in a browser's log of its network that were asked for by a page. What the browser itself
+/// wants to know, such as whether there is a newer one, has no origin.
+std::vector<std::string> requestsIn(const std::string& log) {
+    const std::string before = "\"url\":\"";
+    std::vector<std::string> found;
+    for (const std::string& line : linesOf(log)) {
+        if (!contains(line, "\"initiator\":\"") || contains(line, "\"initiator\":\"not an origin\""))
+            continue;
+        const std::size_t start = line.find(before) + before.size();
+        found.push_back(line.substr(start, line.find('"', start) - start));
+    }
+    return found;
+}
+
+/// Shows a page in a browser that reaches no host, with a filter in its address.
+Shown show(const std::string& page, const std::string& filter) {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("report.html", page);
+    const std::string network = folder.path("network.json");
+    Command browser{{BRACKWELL_CHROMIUM, "--headless=new", "--no-sandbox", "--disable-gpu",
+                     "--disable-extensions", "--disable-background-networking", "--disable-component-update",
+                     "--no-first-run", "--disable-dev-shm-usage", "--host-resolver-rules=MAP * ~NOTFOUND",
+                     "--user-data-dir=" + folder.path("profile"), "--log-net-log=" + network,
+                     "--enable-logging=stderr", "--dump-dom", "file://" + path + filter}};
+    browser.environment = {{"HOME", folder.path()}};
+    const Finished finished = run(browser);
+    CHECK(finished.status == 0);
+    Shown shown{finished.output, {}, {}};
+    for (const std::string& line : linesOf(finished.error))
+        if (contains(line, "CONSOLE")) shown.console += line + "\n";
+    const std::string log = folder.read("network.json");
+    CHECK(contains(log, "\"events\""));
+    shown.requests = requestsIn(log);
+    return shown;
+}
+
+/// The descriptions of the rows that a browser shows.
+std::vector<std::string> rowsOf(const std::string& page) {
+    std::vector<std::string> rows;
+    for (std::size_t at = page.find("<tr data-account"); at != page.npos;
+         at = page.find("<tr data-account", at + 1)) {
+        const std::string tag = page.substr(at, page.find('>', at) - at);
+        const std::size_t start = page.find("<th scope=\"row\">", at) + 16;
+        if (!contains(tag, "hidden")) rows.push_back(page.substr(start, page.find('<', start) - start));
+    }
+    return rows;
+}
+
+std::string foundLine(const std::string& page) {
+    const std::size_t start = page.find("role=\"status\">") + 14;
+    return page.substr(start, page.find('<', start) - start);
+}
+
+const std::string kPage = [] {
+    return tool({"report", "-"},
+                bankDocument(
+                    statement("11110001", "EUR",
+                              transaction("20240105", "-3.10", "<NAME>Coffee Pier") +
+                                  transaction("20240110", "-0.2", "<NAME>COFFEE and cake<MEMO>Corner") +
+                                  transaction("20240210", "1234567890123456.25", "<NAME>Salary") +
+                                  "<STMTTRN><TRNAMT>0.01<NAME>Undated</STMTTRN>",
+                              ledger("100", "20240301")) +
+                    statement("22220002", "USD",
+                              transaction("20240110", "-7",
+                                          "<NAME>Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;"))))
+        .output;
+}();
+
+using Names = std::vector<std::string>;
+
+}  // namespace
+
+TEST_CASE("a browser runs the page's script, says nothing against it, and asks nobody for anything") {
+    if (!hasBrowser()) return;
+    const Shown shown = show(kPage, "");
+    CHECK(shown.console == "");
+    CHECK(shown.requests == Names{});
+    CHECK(rowsOf(shown.page).size() == 5);
+    CHECK_FALSE(contains(shown.page, "<form id=\"filter\" hidden"));
+    CHECK(foundLine(shown.page) ==
+          "5 of 5 shown; in 1,234,567,890,123,456.26, out \u22123.30 EUR; in 0.00, out \u22127.00 USD");
+}
+
+TEST_CASE("the filter in a page's address hides rows and adds up the others") {
+    if (!hasBrowser()) return;
+    struct Row {
+        const char* filter;
+        Names rows;
+    };
+    for (const Row& row :
+         std::vector<Row>{{"#q=coffee%20CORNER", {"COFFEE and cake"}},
+                          {"#q=coffee&until=2024-01-10&from=2024-01-06&account=1", {"COFFEE and cake"}},
+                          {"#flow=in", {"Salary", "Undated"}},
+                          {"#account=2", {"Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;"}},
+                          {"#from=2024-01-11", {"Salary"}},
+                          {"#q=nothing", {}},
+                          {"#account-1",
+                           {"Salary", "COFFEE and cake", "Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;",
+                            "Coffee Pier", "Undated"}}}) {
+        CAPTURE(row.filter);
+        const Shown shown = show(kPage, row.filter);
+        CHECK(rowsOf(shown.page) == row.rows);
+        CHECK(foundLine(shown.page).starts_with(std::to_string(row.rows.size()) + " of 5 shown"));
+        CHECK(shown.console == "");
+    }
+}
+
+TEST_CASE("a browser refuses whatever else gets into a page") {
+    if (!hasBrowser()) return;
+    std::string page = kPage;
+    page.insert(page.find("</main>"),
+                "<script>document.title = 'run'</script><img src=\"http://nowhere.invalid/picture.png\"/>");
+    const Shown refused = show(page, "");
+    CHECK(contains(refused.page, "<title>Account report</title>"));
+    CHECK(contains(refused.console, "Content Security Policy"));
+    CHECK(refused.requests == Names{});
+    CHECK(rowsOf(refused.page).size() == 5);
+
+    // It is the page's policy that does it.
+    const std::size_t policy = page.find("<meta http-equiv");
+    page.erase(policy, page.find("/>", policy) + 2 - policy);
+    const Shown allowed = show(page, "");
+    CHECK(contains(allowed.page, "<title>run</title>"));
+    CHECK(allowed.requests == Names{"http://nowhere.invalid/picture.png"});
+}
