@@ -52,7 +52,7 @@ inline std::map<std::string, std::string> factsOf(const MarkupPage& page) {
     std::map<std::string, std::string> facts;
     const auto labels = page.texts("dt");
     const auto values = page.texts("dd");
-    for (std::size_t i = labels.size(); i-- > 0;) facts[labels.at(i)] = values.at(i);
+    for (std::size_t i = 0; i < labels.size(); ++i) facts.emplace(labels.at(i), values.at(i));
     return facts;
 }
 
