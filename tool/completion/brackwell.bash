@@ -8,7 +8,7 @@ _brackwell_options() {
     local transactions="--since --until --account --search --sort"
     case $1 in
         "") echo "--help -h --version" ;;
-        show) echo "$reading $transactions --full --help -h" ;;
+        show | report) echo "$reading $transactions --full --help -h" ;;
         json | csv) echo "$reading $transactions --help -h" ;;
         accounts | duplicates) echo "$reading --full --help -h" ;;
         tree | pretty) echo "$reading --help -h" ;;
@@ -45,7 +45,7 @@ _brackwell_files() {
 }
 
 _brackwell() {
-    local commands="show json csv accounts duplicates tree pretty repair request"
+    local commands="show json csv report accounts duplicates tree pretty repair request"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" values
     ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
