@@ -16,15 +16,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"show", tool::runShow},
-    {"json", tool::runJson},
-    {"csv", tool::runCsv},
-    {"report", tool::runReport},
-    {"accounts", tool::runAccounts},
-    {"duplicates", tool::runDuplicates},
-    {"tree", tool::runTree},
-    {"pretty", tool::runPretty},
-    {"repair", tool::runRepair},
+    {"show", tool::runShow},       {"json", tool::runJson},         {"csv", tool::runCsv},
+    {"report", tool::runReport},   {"accounts", tool::runAccounts}, {"duplicates", tool::runDuplicates},
+    {"tree", tool::runTree},       {"pretty", tool::runPretty},     {"repair", tool::runRepair},
     {"request", tool::runRequest},
 };
 
