@@ -48,8 +48,10 @@ std::size_t countOf(std::string_view pattern, std::string_view letters) {
     return runs;
 }
 
-/// True when no two fields of a pattern say the same in two ways, and none is passed over in reading.
+/// True when no two fields of a pattern say the same in two ways, none is passed over in reading, and no
+/// digit of the pattern's own can be taken for one of a field's: "yyy0M" reads "197001" as the year 197.
 bool isUnambiguous(std::string_view pattern) {
+    if (pattern.find_first_of("0123456789") != std::string_view::npos) return false;
     const bool namesDay = countOf(pattern, "D") != 0;
     return countOf(pattern, "E") == 0 && countOf(pattern, "y") <= 1 && countOf(pattern, "ML") <= 1 &&
            countOf(pattern, "d") <= 1 && countOf(pattern, "D") <= 1 && countOf(pattern, "hHkK") <= 1 &&
