@@ -2,7 +2,6 @@
 #include <time.h>  // NOLINT(modernize-deprecated-headers): localtime_r is of POSIX
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "brackwell/platform.h"
 #include "civil_time.h"
@@ -15,28 +14,12 @@ namespace {
 
 using std::chrono::seconds;
 
-/// How clocks go in the zone that TZ names, or in the system's own; nothing when that cannot be read here.
-std::optional<LocalTimeType> readSystemZone(std::int64_t moment) {
-    const char* const variable = std::getenv("TZ");
-    std::string_view zone = variable != nullptr ? variable : "/etc/localtime";
-    if (zone.starts_with(':')) zone.remove_prefix(1);
-    if (const auto file = zone.starts_with('/') ? loadZoneFileAt(std::string(zone)) : loadZoneFile(zone))
-        return file->typeAt(moment);
-    if (const std::optional<ZoneRule> rule = ZoneRule::parse(zone)) return rule->typeAt(moment);
-    return std::nullopt;
-}
-
 /// The system's zone is asked anew each time: an application may set TZ, and a machine may travel.
 TimeZone::Offset systemOffset(std::int64_t moment) {
     const time_t time = moment;
     struct tm local = {};
     ::tzset();
     if (::localtime_r(&time, &local) == nullptr) return {};
-    // The C library takes the zone for UTC when it has no memory to read it, says nothing, and stays at
-    // that; so its UTC is not believed.
-    if (local.tm_gmtoff == 0)
-        if (std::optional<LocalTimeType> type = readSystemZone(moment))
-            return {seconds(type->fromUTC), std::move(type->abbreviation)};
     return {seconds(local.tm_gmtoff), local.tm_zone != nullptr ? local.tm_zone : ""};
 }
 

@@ -200,10 +200,6 @@ std::optional<ZoneFile> loadZoneFile(std::string_view name) {
     std::string path = folder != nullptr && *folder != '\0' ? folder : "/usr/share/zoneinfo";
     path += '/';
     path += name;
-    return loadZoneFileAt(path);
-}
-
-std::optional<ZoneFile> loadZoneFileAt(const std::string& path) {
     const std::optional<Data> data = Data::fromFile(path);
     if (!data) return std::nullopt;
     return parseZoneFile(data->bytes());

@@ -35,7 +35,4 @@ std::optional<ZoneFile> parseZoneFile(std::string_view text);
 /// Nothing when there is no such file, or when the name could lead out of that folder.
 std::optional<ZoneFile> loadZoneFile(std::string_view name);
 
-/// The zone in the file of this path.
-std::optional<ZoneFile> loadZoneFileAt(const std::string& path);
-
 }  // namespace brackwell

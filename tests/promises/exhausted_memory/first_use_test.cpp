@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <array>
-#include <cstdlib>
 
 #include "support/process.h"
 #include "survival.h"
@@ -67,10 +66,6 @@ void surviveFirstUse(Tally& tally, const Use& use) {
 
 std::string textOf(const std::optional<Data>& data) { return data ? std::string(data->bytes()) : "nothing"; }
 
-std::string dateInSystemZone() {
-    return TvOFXHelper::ofxDateTimeStringFromDate(Date(std::chrono::hours(474087)));
-}
-
 }  // namespace
 
 // In a process of its own, since any test before it would make it no first use; see below.
@@ -86,17 +81,6 @@ TEST_CASE("first uses" * doctest::skip()) {
     {
         Tally tally("first use of the shared helper");
         surviveFirstUse(tally, [] { return TvOFXHelper::defaultHelper()->ofxDateFormatter().pattern(); });
-    }
-    {
-        Tally tally("first use of the process's zone");
-        for (const char* zone : {"Europe/Berlin", ":America/New_York", ":/usr/share/zoneinfo/Asia/Tokyo",
-                                 "EST5EDT,M3.2.0,M11.1.0", "<+0330>-3:30", "UTC", ""}) {
-            CAPTURE(std::string(zone));
-            ::setenv("TZ", zone, 1);
-            surviveFirstUse(tally, dateInSystemZone);
-        }
-        ::unsetenv("TZ");
-        surviveFirstUse(tally, dateInSystemZone);
     }
     {
         Tally tally("first use of an encoding");
