@@ -138,6 +138,9 @@ TEST_CASE("bash completes values, files and kinds of requests") {
     CHECK(completed({"show", ""}, folder.path()) == Names{"july of 2024.ofx", "*.ofx"});
     CHECK(completed({"json", "--output", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
     CHECK(completed({"show", "--sort", ""}, folder.path()) == Names{"date", "amount"});
+    CHECK(completed({"show", "--sort", "="}) == Names{"date", "amount"});
+    CHECK(completed({"show", "--sort", "=", "da"}) == Names{"date"});
+    CHECK(completed({"json", "--output", "=", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
     CHECK(completed({"show", "--search", "ju"}, folder.path()) == Names{});
     CHECK(completed({"tree", "--encoding", "UTF-3"}) == Names{"UTF-32BE"});
     CHECK(completed({"request", ""}) == Names{"accounts", "profile"});

@@ -48,6 +48,12 @@ _brackwell() {
     local commands="show json csv report accounts duplicates tree pretty repair request"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" values
+    # Bash takes "--sort=da" for three words.
+    if [[ $current == "=" ]]; then
+        current=""
+    elif [[ $previous == "=" ]]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
     ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
     COMPREPLY=()
     if [[ -n $command ]] && _brackwell_takes_value "$previous" "$command"; then
