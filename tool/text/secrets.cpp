@@ -1,8 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/secrets.h"
 
+#include <brackwell/platform.h>
+
 #include <algorithm>
 #include <array>
+#include <optional>
+
+#include "text/characters.h"
 
 namespace tool {
 namespace {
@@ -17,7 +22,8 @@ char asCapital(char c) noexcept { return c >= 'a' && c <= 'z' ? static_cast<char
 
 bool isNameCharacter(char c) noexcept {
     const char capital = asCapital(c);
-    return (capital >= 'A' && capital <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '-';
+    return (capital >= 'A' && capital <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '-' ||
+           c == ':';
 }
 
 std::size_t nameEnd(std::string_view text, std::size_t begin) noexcept {
@@ -25,14 +31,38 @@ std::size_t nameEnd(std::string_view text, std::size_t begin) noexcept {
     return begin;
 }
 
-/// True when a tag at a "<" has the name of a secret, in whatever case and behind whatever blanks.
-bool opensSecret(std::string_view text, std::size_t lessThan) noexcept {
-    std::size_t begin = lessThan + 1;
-    while (begin < text.size() && text[begin] == ' ') ++begin;
-    const std::string_view name = text.substr(begin, nameEnd(text, begin) - begin);
-    return std::ranges::any_of(kSecretNames, [name](std::string_view secret) {
-        return std::ranges::equal(name, secret, {}, asCapital);
-    });
+/// Behind the white space, all of which the parser drops around a name.
+std::size_t behindBlanks(std::string_view text, std::size_t begin) noexcept {
+    while (begin < text.size()) {
+        const Character character = firstCharacter(text.substr(begin));
+        if (!brackwell::isWhiteSpace(character.code)) break;
+        begin += character.size;
+    }
+    return begin;
+}
+
+/// Where the name of a secret ends, in whatever case and with whatever is in front of it or behind it: a
+/// prefix, or the value when the ">" is missing.
+std::optional<std::size_t> secretNameEnd(std::string_view text, std::size_t begin, std::size_t end) noexcept {
+    const std::string_view name = text.substr(begin, end - begin);
+    for (const std::string_view secret : kSecretNames) {
+        const auto isSame = [](char c, char capital) { return asCapital(c) == capital; };
+        const auto* const found = std::search(name.begin(), name.end(), secret.begin(), secret.end(), isSame);
+        if (found != name.end())
+            return begin + static_cast<std::size_t>(found - name.begin()) + secret.size();
+    }
+    return std::nullopt;
+}
+
+/// Where the value of a secret begins whose tag begins at a "<": behind the tag, or behind the name where the
+/// tag has more in it than that.
+std::optional<std::size_t> valueBegin(std::string_view text, std::size_t lessThan) noexcept {
+    const std::size_t begin = behindBlanks(text, lessThan + 1);
+    const std::size_t end = nameEnd(text, begin);
+    const std::optional<std::size_t> secretEnd = secretNameEnd(text, begin, end);
+    if (secretEnd != end) return secretEnd;
+    const std::size_t next = behindBlanks(text, end);
+    return next < text.size() && text[next] == '>' ? next + 1 : end;
 }
 
 /// True when a tag begins at a "<"; false where that is more likely a part of a value.
@@ -52,11 +82,11 @@ std::vector<TextRange> secretsIn(std::string_view document) {
             secrets.back().end = at;
             isSecret = false;
         }
-        if (isSecret || !opensSecret(document, at)) continue;
-        const std::size_t tagEnd = std::min(document.find('>', at), document.size() - 1) + 1;
-        secrets.push_back({tagEnd, document.size()});
+        const auto begin = isSecret ? std::nullopt : valueBegin(document, at);
+        if (!begin) continue;
+        secrets.push_back({*begin, document.size()});
         isSecret = true;
-        at = tagEnd - 1;
+        at = *begin - 1;
     }
     return secrets;
 }

@@ -17,8 +17,8 @@ struct TextRange {
 };
 
 /// Where in the text of a document passwords, keys and cookies stand: the values of the elements that
-/// hold them, from behind the open tag to the next tag. The document need not be one that reads. In the
-/// order of their places; no two overlap.
+/// hold them, from behind the open tag, or behind the name of one that is no proper tag, to the next tag. The
+/// document need not be one that reads. In the order of their places; no two overlap.
 std::vector<TextRange> secretsIn(std::string_view document);
 
 /// True when a part of the text is, or has in it, a part of a secret.
