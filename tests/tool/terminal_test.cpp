@@ -162,7 +162,7 @@ TEST_CASE("JSON on a terminal is the same JSON") {
     CHECK(Json::parse(onTerminal({"json", path}).output) == Json::parse(tool({"json", path}).output));
 }
 
-TEST_CASE("on a terminal of twenty columns no line is longer") {
+TEST_CASE("on a terminal of twenty columns no line is longer, but for what is never cut") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
     const std::string path = folder.file("a.ofx", kDocument);
@@ -176,6 +176,11 @@ TEST_CASE("on a terminal of twenty columns no line is longer") {
         for (const std::string& line : linesOf(output))
             CHECK(line.size() <= 20 + std::string("\u2026\r").size() - 1);
     }
+    // A date and an amount stay whole: half of an amount would be another amount.
+    const std::string large = folder.file(
+        "c.ofx", transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>-12345678901234567890.55</STMTTRN>"));
+    CHECK(contains(onTerminal({"show", large}, {{"NO_COLOR", "1"}}, 20).output,
+                   "2024-01-02  -12345678901234567890.55\r\n"));
     const std::string error = onTerminal({"show", broken}, {}, 20).output;
     for (const std::string& line : linesOf(error))
         if (contains(line, " | ")) CHECK(line.size() <= 20 + 2 * std::string("\u2026").size() - 1);
