@@ -72,7 +72,8 @@ TEST_CASE("a standard input that cannot be read is status 1 and said") {
 
 TEST_CASE("output that cannot be written is status 1 and said once") {
     const std::string document = examplePath("card.ofx");
-    for (const char* command : {"show", "json", "csv", "accounts", "tree", "pretty"}) {
+    for (const char* command :
+         {"show", "json", "csv", "accounts", "tree", "pretty", "repair", "duplicates"}) {
         CAPTURE(command);
         Command full = toolCommand({command, document});
         full.outputFile = "/dev/full";
@@ -91,6 +92,21 @@ TEST_CASE("output that cannot be written is status 1 and said once") {
         finished = tool({command, document, "--output", "/dev/full"});
         CHECK(finished.status == 1);
         CHECK(finished.error == "/dev/full: No space left on device\n");
+    }
+}
+
+TEST_CASE("a text that is larger than what is written at once arrives whole") {
+    for (const std::size_t size : {65'535U, 65'536U, 65'537U, 8'000'000U}) {
+        CAPTURE(size);
+        const std::string memo(size, 'm');
+        const std::string document = transactionsWith("<STMTTRN><MEMO>" + memo + "</STMTTRN>");
+        for (const std::string command : {"csv", "json", "tree", "pretty", "repair"}) {
+            CAPTURE(command);
+            const std::string output = outputOf({command}, document);
+            const std::size_t begin = output.find("mmm");
+            REQUIRE(begin != std::string::npos);
+            CHECK(output.find_first_not_of('m', begin) - begin == size);
+        }
     }
 }
 
