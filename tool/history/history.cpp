@@ -2,6 +2,7 @@
 #include "history/history.h"
 
 #include <algorithm>
+#include <new>
 #include <set>
 
 #include "run.h"
@@ -83,10 +84,17 @@ std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
 
 bool readHistory(Run& run, History& history) {
     std::set<std::string> read;
+    std::size_t begun = 0;
+    std::size_t added = 0;
     const bool allRead = forEachDocument(run, [&](const Document& document) {
-        history.add(document.name, *interpreted(document, run.options), run.options.filter);
+        const auto content = interpreted(document, run.options);
+        ++begun;
+        history.add(document.name, *content, run.options.filter);
+        ++added;
         read.insert(document.name);
     });
+    // With a part of a document in it, whatever is made of the history would be wrong.
+    if (added < begun) throw std::bad_alloc();
     for (const std::string& file : run.options.files)
         if (!read.contains(file)) history.addUnread(file);
     return allRead;
