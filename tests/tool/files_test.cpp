@@ -73,7 +73,7 @@ TEST_CASE("a standard input that cannot be read is status 1 and said") {
 TEST_CASE("output that cannot be written is status 1 and said once") {
     const std::string document = examplePath("card.ofx");
     for (const char* command :
-         {"show", "json", "csv", "accounts", "tree", "pretty", "repair", "duplicates"}) {
+         {"show", "json", "csv", "accounts", "tree", "pretty", "repair", "duplicates", "report"}) {
         CAPTURE(command);
         Command full = toolCommand({command, document});
         full.outputFile = "/dev/full";

@@ -12,8 +12,8 @@ bool contains(const std::string& text, const std::string& part) {
     return text.find(part) != std::string::npos;
 }
 
-const std::vector<std::string> kReadingCommands{"show", "json",   "csv",    "accounts",
-                                                "tree", "pretty", "repair", "duplicates"};
+const std::vector<std::string> kReadingCommands{"show",   "json",   "csv",        "accounts", "tree",
+                                                "pretty", "repair", "duplicates", "report"};
 
 /// Runs a shell's command line in a folder; $TOOL in it is the tool.
 Finished shell(const TemporaryFolder& folder, const std::string& line) {

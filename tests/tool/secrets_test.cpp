@@ -43,6 +43,13 @@ TEST_CASE("show has no keys and cookies, and account numbers only where they are
     CHECK_FALSE(contains(full, "hush"));
     for (const char* number : {"number-1-7731", "number-2-7732", "number-5-7735"})
         CHECK(contains(full, number));
+    for (const std::string command : {"accounts", "report"}) {
+        CAPTURE(command);
+        const std::string output = outputOf({command}, documentWith());
+        CHECK_FALSE(contains(output, "hush"));
+        CHECK_FALSE(contains(output, "number-"));
+        CHECK(contains(output, "7732"));
+    }
 }
 
 TEST_CASE("transactions and accounts are found by their true numbers, which are not shown for that") {

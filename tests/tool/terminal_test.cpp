@@ -131,6 +131,7 @@ TEST_CASE("no command writes to a terminal what that might obey") {
              {"repair", folder.path("good")},
              {"accounts", folder.path("good")},
              {"duplicates", folder.path("good"), folder.path("good")},
+             {"report", folder.path("good")},
              {"json", folder.path("bad")},
              {"repair", folder.path("mended")},
              {"repair", "--diff", folder.path("mended")},
