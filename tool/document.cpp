@@ -148,6 +148,10 @@ void explain(Document& document, const Data& data, TextEncoding encoding) {
     const TvOFXParser parser = parserWithEncoding(data, encoding);
     const auto text = brackwell::decodeText(*parser.data(), parser.stringEncoding());
     if (!text) return;
+    if (document.outcome == Document::Outcome::notOFX) {
+        document.explanation = explainBegin(text->bytes());
+        return;
+    }
     document.complaint = withoutSecrets(std::move(document.complaint), text->bytes());
     document.explanation = explainNesting(text->bytes(), terminalWidth(STDERR_FILENO));
 }
@@ -185,7 +189,7 @@ Document readDocument(const std::string& name, TextEncoding encoding, bool repai
     }
     if (repairs && document.outcome != Document::Outcome::read && !isUndecoded(document))
         repair(document, used, encoding);
-    if (document.outcome == Document::Outcome::malformed) explain(document, used, encoding);
+    if (document.outcome != Document::Outcome::read) explain(document, used, encoding);
     return document;
 }
 

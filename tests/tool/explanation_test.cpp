@@ -93,6 +93,19 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
     }
 }
 
+TEST_CASE("a document that stands behind other text is found by its explanation") {
+    const std::string remedy =
+        "  --repair mends such a document; \"brackwell repair\" lists what it changes.\n";
+    CHECK(explanationOf("Dear customer,\n\n <OFX><A>1</A></OFX>") ==
+          "  A document begins in line 3, column 2, but is not found behind other text.\n" + remedy);
+    CHECK(explanationOf("x OFXHEADER:100\n\n<OFX></A></OFX>") ==
+          "  A document begins in line 1, column 3, but is not found behind other text.\n" + remedy);
+    CHECK(explanationOf("<OFX ><A>1</A></OFX>") ==
+          "  The tag <OFX> has blanks or attributes in it.\n" + remedy);
+    CHECK(explanationOf("<html>Please sign in</html>") == "");
+    CHECK(tool({"csv", "--repair", "-"}, "Dear customer,\n\n <OFX><A>1</A></OFX>").status == 0);
+}
+
 TEST_CASE("the explanation names the tags that the parser's own error names") {
     // Documents made by cutting tags out of a good one, one after the other.
     const std::string good = "<OFX><A><B><C>1</C><D>2</B><E><F>3</F></E></A><G><H>4</G></OFX>";

@@ -17,6 +17,8 @@ using brackwell::RepairChange;
 using brackwell::RepairKind;
 
 constexpr std::size_t kLongestQuotation = 60;
+constexpr std::string_view kRemedy =
+    "  --repair mends such a document; \"brackwell repair\" lists what it changes.\n";
 
 /// A tag for a sentence.
 std::string quoted(const TagPlace& tag, const std::vector<TextRange>& secrets) {
@@ -137,8 +139,17 @@ std::string explainNesting(std::string_view document, std::size_t width) {
             shownPlace(document, error->close.begin) + ":\n" + excerpt(source, error->close.begin, 2, 1);
     const std::vector<RepairChange> changes = brackwell::repairOFXText(document).changes;
     text += "  Likely cause: " + causeText(*error, changes, openTag) + "\n";
-    text += "  --repair mends such a document; \"brackwell repair\" lists what it changes.\n";
-    return text;
+    return text.append(kRemedy);
+}
+
+std::string explainBegin(std::string_view text) {
+    const std::vector<RepairChange> changes = brackwell::repairOFXText(text).changes;
+    if (changes.empty()) return {};
+    std::string explanation = "  The tag <OFX> has blanks or attributes in it.\n";
+    if (changes.front().kind == RepairKind::textBeforeDocument)
+        explanation = "  A document begins in " + shownPlace(text, changes.front().was.size()) +
+                      ", but is not found behind other text.\n";
+    return explanation.append(kRemedy);
 }
 
 std::string withoutSecrets(std::string complaint, std::string_view document) {

@@ -13,6 +13,9 @@ namespace tool {
 /// columns where they quote the document, without its secrets.
 std::string explainNesting(std::string_view document, std::size_t width);
 
+/// What a person should know of a text that does not begin like OFX; nothing when there is no document in it.
+std::string explainBegin(std::string_view text);
+
 /// The parser's complaint about such a document, with a mask for a tag in it that is part of a secret: the
 /// parser takes character data for a tag.
 std::string withoutSecrets(std::string complaint, std::string_view document);
