@@ -4,6 +4,11 @@
 #include "reading/element_names.h"
 
 namespace brackwell {
+namespace {
+
+constexpr reading::NameID kAccount = reading::element("CCACCTFROM");
+
+}  // namespace
 
 std::shared_ptr<TvOFXCCStatementResponse> TvOFXCCStatementResponse::initWithParseDict(
     const std::optional<ParseDictionary>& node) {
@@ -14,9 +19,7 @@ std::shared_ptr<TvOFXCCStatementResponse> TvOFXCCStatementResponse::initWithPars
 
 std::string_view TvOFXCCStatementResponse::className() const noexcept { return "TvOFXCCStatementResponse"; }
 
-std::uint32_t TvOFXCCStatementResponse::accountElement() const noexcept {
-    return reading::element("CCACCTFROM");
-}
+std::uint32_t TvOFXCCStatementResponse::accountElement() const noexcept { return kAccount; }
 
 void TvOFXCCStatementResponse::readAccount(const ParseDictionary& node) {
     creditCardAccountFrom_ = TvOFXCreditCardAccount::initWithParseDict(node);

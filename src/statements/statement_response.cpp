@@ -4,6 +4,11 @@
 #include "reading/element_names.h"
 
 namespace brackwell {
+namespace {
+
+constexpr reading::NameID kAccount = reading::element("BANKACCTFROM");
+
+}  // namespace
 
 std::shared_ptr<TvOFXStatementResponse> TvOFXStatementResponse::initWithParseDict(
     const std::optional<ParseDictionary>& node) {
@@ -14,9 +19,7 @@ std::shared_ptr<TvOFXStatementResponse> TvOFXStatementResponse::initWithParseDic
 
 std::string_view TvOFXStatementResponse::className() const noexcept { return "TvOFXStatementResponse"; }
 
-std::uint32_t TvOFXStatementResponse::accountElement() const noexcept {
-    return reading::element("BANKACCTFROM");
-}
+std::uint32_t TvOFXStatementResponse::accountElement() const noexcept { return kAccount; }
 
 void TvOFXStatementResponse::readAccount(const ParseDictionary& node) {
     bankAccountFrom_ = TvOFXBankAccount::initWithParserDict(node);

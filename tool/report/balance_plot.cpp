@@ -61,6 +61,7 @@ void addStrip(std::vector<Place>& thinned, const std::vector<Place>& strip) {
 
 std::vector<Place> placesOf(const std::vector<BalancePoint>& points, const Frame& frame) {
     std::vector<Place> places;
+    places.reserve(points.size());
     for (const BalancePoint& point : points) places.push_back(frame.place(point.day, point.amount));
     if (places.size() <= 4 * kStrips) return places;
     std::vector<Place> thinned;

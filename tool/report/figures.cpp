@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/figures.h"
 
+#include <algorithm>
 #include <map>
 
 #include "history/history.h"
@@ -14,16 +15,17 @@ namespace {
 
 /// The number as other commands mask it, with dots instead of asterisks.
 std::string numberOf(const AccountHistory& account, bool isFull) {
-    const std::string shown = shownNumber(account.number(), isFull);
+    std::string shown = shownNumber(account.number(), isFull);
     if (shown == account.number().value_or("")) return shown;
     const std::string last = shown.substr(kMask.size());
     return last.empty() ? "\u2022\u2022" : "\u2022\u2022 " + last;
 }
 
 std::string institutionOf(const AccountHistory& account) {
-    for (auto statement = account.statements.rbegin(); statement != account.statements.rend(); ++statement)
-        if (!statement->institution.empty()) return statement->institution;
-    return {};
+    const auto named =
+        std::find_if(account.statements.rbegin(), account.statements.rend(),
+                     [](const HistoryStatement& statement) { return !statement.institution.empty(); });
+    return named == account.statements.rend() ? std::string() : named->institution;
 }
 
 /// Leaves out what lies outside the time that is wanted.

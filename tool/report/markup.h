@@ -45,7 +45,7 @@ public:
     explicit Markup(Output& output) : output_(output) {}
 
     template <class... Arguments>
-    void write(Pattern<std::type_identity_t<Arguments>...> pattern, const Arguments&... arguments) {
+    void write(const Pattern<std::type_identity_t<Arguments>...>& pattern, const Arguments&... arguments) {
         std::string_view rest = pattern.text();
         (writePlace(rest, arguments), ...);
         writePlain(rest);
