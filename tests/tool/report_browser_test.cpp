@@ -9,7 +9,7 @@ namespace {
 
 /// False on a machine without a browser; ctest knows the message and counts the test as skipped.
 bool hasBrowser() {
-    const bool isThere = std::string(BRACKWELL_CHROMIUM) != "";
+    const bool isThere = !std::string_view(BRACKWELL_CHROMIUM).empty();
     if (!isThere) MESSAGE("skipped: no Chromium was found to show pages in");
     return isThere;
 }

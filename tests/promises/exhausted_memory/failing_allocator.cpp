@@ -73,6 +73,7 @@ bool brackwell::tests::seesMalloc() noexcept { return true; }
 // Seen by the C library as well, which keeps its own functions under other names. Its operator new asks
 // malloc.
 #pragma GCC visibility push(default)
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name): those of the C library are reserved names
 extern "C" {
 
 void* __libc_malloc(std::size_t size);
@@ -112,6 +113,7 @@ void free(void* block) noexcept {
     __libc_free(block);
 }
 }
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
 #pragma GCC visibility pop
 
 #else
