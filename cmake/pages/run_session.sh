@@ -1,5 +1,5 @@
 #!/bin/sh
-# Repeats a session of a page: prints each "$ command" line of the file and runs the command.
+# Repeats what a page shows of a shell: prints each "$ command" line of the file and runs the command.
 status=0
 while IFS= read -r line <&3; do
     case $line in
