@@ -52,19 +52,13 @@ const TvOFXAccountStatement* latestBalance(const AccountHistory& account) {
     return latest;
 }
 
-std::string institutionOf(const AccountHistory& account) {
-    for (const HistoryStatement& held : account.statements)
-        if (!held.institution.empty()) return held.institution;
-    return {};
-}
-
 std::string dayText(std::optional<Date> date) { return date ? std::string(DateText(*date).day()) : ""; }
 
 Table::Row rowOf(const AccountHistory& account, bool isFull) {
     const Period period = periodOf(account);
     const TvOFXAccountStatement* balance = latestBalance(account);
     return {
-        visibleText(institutionOf(account)),
+        visibleText(account.institution()),
         std::string(kindOf(account)),
         visibleText(shownNumber(account.number(), isFull)),
         visibleText(account.currency),

@@ -10,11 +10,12 @@ bool contains(const std::string& text, const std::string& part) {
 }
 
 /// A statement of an account with these elements behind it, of an institution.
-std::string statementOf(const std::string& account, const std::string& elements) {
-    return version1(
-        "<SIGNONMSGSRSV1><SONRS><FI><ORG>Bank</FI></SONRS></SIGNONMSGSRSV1><BANKMSGSRSV1><STMTTRNRS>"
-        "<STMTRS><CURDEF>EUR<BANKACCTFROM>" +
-        account + "</BANKACCTFROM>" + elements + "</STMTRS></STMTTRNRS></BANKMSGSRSV1>");
+std::string statementOf(const std::string& account, const std::string& elements,
+                        const std::string& institution = "<FI><ORG>Bank</FI>") {
+    return version1("<SIGNONMSGSRSV1><SONRS>" + institution +
+                    "</SONRS></SIGNONMSGSRSV1><BANKMSGSRSV1><STMTTRNRS>"
+                    "<STMTRS><CURDEF>EUR<BANKACCTFROM>" +
+                    account + "</BANKACCTFROM>" + elements + "</STMTRS></STMTTRNRS></BANKMSGSRSV1>");
 }
 
 std::string balance(const std::string& amount, const std::string& date) {
@@ -53,6 +54,21 @@ TEST_CASE("an account of several files is one row, with its latest balance and t
         CHECK(finished.output == titles + row);
     }
     CHECK(contains(tool({"accounts", "--full", july, august}).output, "0012345678"));
+}
+
+TEST_CASE("an account's institution is called as the last file that names one has it") {
+    const TemporaryFolder folder;
+    const std::vector<std::string> files{
+        folder.file("a", statementOf(kAccount, "", "<FI><ORG>Former name</FI>")),
+        folder.file("b", statementOf(kAccount, "", "<FI><ORG>Newer name</FI>")),
+        folder.file("c", statementOf(kAccount, "", "<LANGUAGE>ENG")),
+    };
+    for (const char* command : {"accounts", "report"}) {
+        CAPTURE(command);
+        const std::string output = tool({command, files[0], files[1], files[2]}).output;
+        CHECK(contains(output, "Newer name"));
+        CHECK_FALSE(contains(output, "Former name"));
+    }
 }
 
 TEST_CASE("accounts that differ in what both name, in number or in currency are rows of their own") {

@@ -46,6 +46,13 @@ OptionalText AccountHistory::number() const noexcept {
     return card ? card->accountID() : std::nullopt;
 }
 
+std::string_view AccountHistory::institution() const noexcept {
+    const auto named =
+        std::find_if(statements.rbegin(), statements.rend(),
+                     [](const HistoryStatement& statement) { return !statement.institution.empty(); });
+    return named == statements.rend() ? std::string_view() : named->institution;
+}
+
 void History::add(HistoryStatement statement) {
     const std::size_t place = placeOf(*statement.statement);
     AccountHistory& account = accounts_[place];

@@ -55,6 +55,8 @@ struct AccountHistory {
     std::size_t repeats = 0;                   ///< how many entries are not original
 
     brackwell::OptionalText number() const noexcept;
+    /// As the last file that names one has it, since institutions change their names; "" when none does.
+    std::string_view institution() const noexcept;
 };
 
 /// The accounts of several files in the order in which they come first.

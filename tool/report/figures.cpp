@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/figures.h"
 
-#include <algorithm>
 #include <map>
 
 #include "history/history.h"
@@ -19,13 +18,6 @@ std::string numberOf(const AccountHistory& account, bool isFull) {
     if (shown == account.number().value_or("")) return shown;
     const std::string last = shown.substr(kMask.size());
     return last.empty() ? "\u2022\u2022" : "\u2022\u2022 " + last;
-}
-
-std::string institutionOf(const AccountHistory& account) {
-    const auto named =
-        std::find_if(account.statements.rbegin(), account.statements.rend(),
-                     [](const HistoryStatement& statement) { return !statement.institution.empty(); });
-    return named == account.statements.rend() ? std::string() : named->institution;
 }
 
 /// Leaves out what lies outside the time that is wanted.
@@ -74,7 +66,7 @@ AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& fil
     figures.history = &account;
     figures.kind = kindOf(account);
     figures.number = numberOf(account, showsFullNumbers);
-    figures.institution = institutionOf(account);
+    figures.institution = account.institution();
     const std::vector<StatedBalance> ledger = ledgerBalances(account);
     figures.ledger = lastOf(ledger);
     figures.available = lastOf(availableBalances(account));
