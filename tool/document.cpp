@@ -29,6 +29,10 @@ std::optional<Data> readStandardInput() {
     }
 }
 
+void addNote(Document& document, std::string_view note) {
+    document.note.append(document.note.empty() ? "" : "; ").append(note);
+}
+
 // ---------------------------------------------------------------------------------------------
 // Encodings that the library does not try
 
@@ -102,6 +106,11 @@ void parse(Document& document, const Data& data, TextEncoding encoding) {
     }
 }
 
+/// True when a document was read and has the element in which everything else is looked for.
+bool hasOFX(const Document& document) noexcept {
+    return document.outcome == Document::Outcome::read && !(*document.content.ofxData)["OFX"].isNothing();
+}
+
 // ---------------------------------------------------------------------------------------------
 // Repair
 
@@ -122,6 +131,16 @@ TvOFXParser parserWithEncoding(const Data& data, TextEncoding encoding) {
     return parser;
 }
 
+/// The encoding in which a repair finds a document in bytes that do not begin like one; none when it finds
+/// none. The library takes such bytes for ASCII, and for no text when they are not.
+TextEncoding encodingForRepair(const Data& data) {
+    for (const TextEncoding encoding : {brackwell::TextEncodingUTF8, brackwell::TextEncodingWindows1252}) {
+        const std::optional<Data> text = brackwell::decodeText(data, encoding);
+        if (text && !brackwell::repairOFXText(text->bytes()).changes.empty()) return encoding;
+    }
+    return brackwell::TextEncodingNone;
+}
+
 /// Reads the data of a document once more with its text repaired, if there is anything to repair.
 void repair(Document& document, const Data& data, TextEncoding encoding) {
     const TvOFXParser parser = parserWithEncoding(data, encoding);
@@ -133,16 +152,17 @@ void repair(Document& document, const Data& data, TextEncoding encoding) {
     parse(document, Data::view(repair.after.text), brackwell::TextEncodingUTF8);
     document.encoding = parser.stringEncoding();
     const std::size_t count = repair.after.changes.size();
-    if (!document.note.empty()) document.note += "; ";
-    document.note += "repaired in " + std::to_string(count) + (count == 1 ? " place" : " places");
+    addNote(document, "repaired in " + std::to_string(count) + (count == 1 ? " place" : " places"));
     document.repair = std::move(repair);
 }
 
-/// Adds why a document was not read.
+/// Adds why a document was not read, or why nothing is found in it.
 void explain(Document& document, const Data& data, TextEncoding encoding) {
     if (data.isEmpty()) return;
     if (isUndecoded(document)) {
-        document.explanation = explainBytes(document.bytes);
+        if (encoding == brackwell::TextEncodingNone) encoding = encodingForRepair(data);
+        const std::optional<Data> text = brackwell::decodeText(data, encoding);
+        document.explanation = text ? explainBegin(text->bytes()) : explainBytes(document.bytes);
         return;
     }
     const TvOFXParser parser = parserWithEncoding(data, encoding);
@@ -152,17 +172,26 @@ void explain(Document& document, const Data& data, TextEncoding encoding) {
         document.explanation = explainBegin(text->bytes());
         return;
     }
+    if (document.outcome == Document::Outcome::read) {
+        const bool isInLowerCase = !brackwell::repairOFXText(text->bytes()).changes.empty();
+        if (isInLowerCase)
+            addNote(document, "its tags are in lower case, so nothing is found in it without --repair");
+        return;
+    }
     document.complaint = withoutSecrets(std::move(document.complaint), text->bytes());
     document.explanation = explainNesting(text->bytes(), terminalWidth(STDERR_FILENO));
 }
 
-/// Finds an encoding for bytes that the library could not decode.
-void parseInOtherEncodings(Document& document, const Data& unmarked) {
-    for (const TextEncoding other : encodingsToTry(unmarked)) {
+/// Finds an encoding for bytes that the library could not decode. Where a repair is wished for, one in
+/// which only that reads them is good, too.
+void parseInOtherEncodings(Document& document, const Data& unmarked, bool repairs) {
+    std::vector<TextEncoding> encodings = encodingsToTry(unmarked);
+    if (repairs && encodings.empty()) encodings.push_back(encodingForRepair(unmarked));
+    for (const TextEncoding other : encodings) {
         parse(document, unmarked, other);
         if (isUndecoded(document)) continue;
-        document.note =
-            "read as " + std::string(brackwell::nameOfTextEncoding(document.encoding).value_or(""));
+        addNote(document,
+                "read as " + std::string(brackwell::nameOfTextEncoding(document.encoding).value_or("")));
         break;
     }
 }
@@ -184,12 +213,11 @@ Document readDocument(const std::string& name, TextEncoding encoding, bool repai
     if (encoding == brackwell::TextEncodingNone && isUndecoded(document)) {
         // A mark that the library leaves in place is no text in another encoding than its own.
         used = withoutMark(*data);
-        parseInOtherEncodings(document, used);
+        parseInOtherEncodings(document, used, repairs);
         encoding = document.encoding;
     }
-    if (repairs && document.outcome != Document::Outcome::read && !isUndecoded(document))
-        repair(document, used, encoding);
-    if (document.outcome != Document::Outcome::read) explain(document, used, encoding);
+    if (repairs && !hasOFX(document) && !isUndecoded(document)) repair(document, used, encoding);
+    if (!hasOFX(document) && !document.repair) explain(document, used, encoding);
     return document;
 }
 

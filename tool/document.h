@@ -36,8 +36,9 @@ struct Document {
 };
 
 /// Reads a file, or standard input for "-". Without an encoding, the encoding that the document itself
-/// names and windows-1252 are tried where the library finds none of its own. A document that is not read
-/// is repaired first when that is wished for.
+/// names and windows-1252 are tried where the library finds none of its own. A document that is not read,
+/// or in which nothing is found because its tags are in lower case, is repaired first when that is wished
+/// for.
 Document readDocument(const std::string& name, brackwell::TextEncoding encoding, bool repairs);
 
 }  // namespace tool

@@ -2,8 +2,9 @@
 #pragma once
 
 /// \file
-/// Mends the text of a document that the import refuses for its close tags. The import never does this
-/// by itself: whoever wants it asks for it, and gets the list of what was changed.
+/// Mends the text of a document that the import refuses for its close tags, or in which it finds nothing.
+/// The import never does this by itself: whoever wants it asks for it, and gets the list of what was
+/// changed.
 ///
 ///     brackwell::RepairedText repaired = brackwell::repairOFXText(text);
 ///     for (const auto& change : repaired.changes)
@@ -18,6 +19,8 @@
 ///   "<", a name of letters, digits and ". _ - :" (or "/" and anything), and ">" before the next "<".
 ///   With a blank behind the "<" the name must be in capitals. Tags with small letters inside of a leaf
 ///   in capitals that has its close tag are text as well.
+/// - In a document without "<OFX>" but with "<ofx>", all names are put into capitals, and small letters
+///   make no tag text.
 /// - Blanks and attributes are taken out of tags, "<NAME/>" becomes "<NAME></NAME>". A tag that the end
 ///   of the document cuts off is dropped.
 /// - Close tags first find their open tags, the innermost of the same name; all that was opened in
@@ -47,6 +50,7 @@ enum class RepairKind : std::uint8_t {
     characterData,       ///< "<![CDATA[...]]>", unwrapped
     lessThan,            ///< a "<" that is text, escaped
     tagForm,             ///< blanks or attributes in a tag, taken out
+    lowerCaseTag,        ///< put into capitals, because a name counts in no other case
     unfinishedTag,       ///< a tag without ">": completed, or dropped at the end of the document
     selfClosedTag,       ///< "<NAME/>", written as open and close tag
     emptyLeaf,           ///< a leaf without text and close tag, closed
@@ -81,7 +85,8 @@ struct RepairedText {
 
 /// Repairs the text of a document, header included, in linear time. A text that the import reads is
 /// returned as it is, and so is one that is no OFX document or not UTF-8. Any other reads afterwards, so
-/// a second repair changes nothing. Values are never changed, moved to another name or dropped.
+/// a second repair changes nothing. Values are never changed, moved to another name or dropped. By names
+/// in lower case the import finds nothing, so a text with these does not count as one that it reads.
 BRACKWELL_EXPORT RepairedText repairOFXText(std::string_view text);
 
 }  // namespace brackwell

@@ -15,6 +15,11 @@ constexpr char smallLetter(char character) noexcept {
     return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
+/// The capital form of a small ASCII letter; every other byte as it is.
+constexpr char capitalLetter(char character) noexcept {
+    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+}
+
 /// True when both texts are the same but for the case of ASCII letters.
 constexpr bool equalsIgnoringCase(std::string_view a, std::string_view b) noexcept {
     return std::ranges::equal(a, b, {}, smallLetter, smallLetter);

@@ -37,16 +37,12 @@ constexpr auto kEnds =
 
 constexpr std::size_t kLongest = 32;
 
-constexpr char capital(char c) noexcept {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
-
 }  // namespace
 
 bool isAggregateName(std::string_view name) noexcept {
     if (name.size() > kLongest) return false;
     std::array<char, kLongest> capitals{};
-    std::ranges::transform(name, capitals.begin(), capital);
+    std::ranges::transform(name, capitals.begin(), capitalLetter);
     const std::string_view wanted(capitals.data(), name.size());
     return std::ranges::binary_search(kNames, wanted) ||
            std::ranges::any_of(kEnds, [wanted](std::string_view end) { return wanted.ends_with(end); });

@@ -22,6 +22,12 @@ bool isInName(char c) noexcept {
     return beginsName(c) || (c >= '0' && c <= '9') || c == '.' || c == '-' || c == ':';
 }
 
+std::string inCapitals(std::string_view name) {
+    std::string capitals(name);
+    std::ranges::transform(capitals, capitals.begin(), capitalLetter);
+    return capitals;
+}
+
 bool isKnown(std::string_view name) noexcept {
     return reading::findKnownElement(name) != reading::kKnownElementCount || isAggregateName(name);
 }
@@ -64,20 +70,36 @@ struct Inside {
         return isName(name) && !(beginsWithBlank && hasSmallLetter(name));
     }
     /// True when this is a tag although another begins before its ">".
-    bool isTagWithoutEnd() const noexcept {
-        return isName(name) && !beginsWithBlank && (form == Tag::Form::close || isKnown(name));
+    bool isTagWithoutEnd(NameCase nameCase) const {
+        if (!isName(name) || beginsWithBlank) return false;
+        return form == Tag::Form::close || isKnown(nameCase == NameCase::upper ? name : inCapitals(name));
     }
     /// True when this is a tag that the end of the document has cut off.
-    bool isCutOff() const noexcept { return name.empty() || (isName(name) && !hasSmallLetter(name)); }
+    bool isCutOff(NameCase nameCase) const noexcept {
+        return name.empty() || (isName(name) && (nameCase == NameCase::lower || !hasSmallLetter(name)));
+    }
 
     bool beginsWithBlank;
     Tag::Form form = Tag::Form::open;
     std::string_view name;
 };
 
+/// Says which case a document's names have, by its tags as they stand.
+bool isInLowerCase(const std::vector<Tag>& tags, bool beginsWithRoot) noexcept {
+    constexpr std::string_view root = "OFX";
+    if (beginsWithRoot) return tags.front().text != root;
+    bool hasLowerRoot = false;
+    for (const Tag& tag : tags) {
+        if (tag.text == root && !tag.isClose()) return false;
+        if (tag.text != root && equalsIgnoringCase(tag.text, root)) hasLowerRoot = true;
+    }
+    return hasLowerRoot;
+}
+
 class MarkupReader {
 public:
-    MarkupReader(std::string_view body, reading::NameTable& names) : body_(body), names_(names) {}
+    MarkupReader(std::string_view body, NameCase nameCase, reading::NameTable& names)
+        : body_(body), names_(names), markup_{nameCase, {}, {}} {}
 
     Markup read() {
         for (std::size_t at = 0;;) {
@@ -120,11 +142,11 @@ private:
         }
         const Inside inside(body_.substr(open + 1, end - open - 1));
         if (hasEnd && inside.isTag()) return addTag(inside, open, end + 1, RepairKind::tagForm);
-        if (end == body_.size() && inside.isCutOff()) {
+        if (end == body_.size() && inside.isCutOff(markup_.nameCase)) {
             change(open, end, RepairKind::unfinishedTag);
             return end;
         }
-        if (!hasEnd && end < body_.size() && inside.isTagWithoutEnd()) {
+        if (!hasEnd && end < body_.size() && inside.isTagWithoutEnd(markup_.nameCase)) {
             const char* const nameEnd = inside.name.data() + inside.name.size();
             return addTag(inside, open, static_cast<std::size_t>(nameEnd - body_.data()),
                           RepairKind::unfinishedTag);
@@ -135,8 +157,11 @@ private:
     }
 
     std::size_t addTag(const Inside& inside, std::size_t begin, std::size_t end, RepairKind flaw) {
-        markup_.tags.push_back(
-            {begin, end, end, inside.name, names_.number(inside.name), inside.form, false, flaw});
+        const bool changesCase = markup_.nameCase == NameCase::lower && hasSmallLetter(inside.name);
+        const reading::NameID name =
+            changesCase ? names_.numberOfCopy(inCapitals(inside.name)) : names_.number(inside.name);
+        if (changesCase) flaw = RepairKind::lowerCaseTag;
+        markup_.tags.push_back({begin, end, end, names_.name(name), name, inside.form, false, flaw});
         return end;
     }
 
@@ -182,8 +207,10 @@ private:
 
 }  // namespace
 
-Markup readMarkup(std::string_view body, reading::NameTable& names) {
-    return MarkupReader(body, names).read();
+Markup readMarkup(std::string_view body, bool beginsWithRoot, reading::NameTable& names) {
+    Markup markup = MarkupReader(body, NameCase::upper, names).read();
+    if (!isInLowerCase(markup.tags, beginsWithRoot)) return markup;
+    return MarkupReader(body, NameCase::lower, names).read();
 }
 
 bool isName(std::string_view text) noexcept {

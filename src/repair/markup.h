@@ -15,7 +15,7 @@ struct Tag {
     std::size_t begin;
     std::size_t end;
     std::size_t textBegin;  ///< where text follows, blanks aside
-    std::string_view text;  ///< the name
+    std::string_view text;  ///< the name, as it should stand
     reading::NameID name;
     Form form;
     bool hasText;  ///< text other than blanks follows, before the next tag
@@ -24,14 +24,23 @@ struct Tag {
     bool isClose() const noexcept { return form == Form::close; }
 };
 
+/// How a document writes the names of its elements.
+enum class NameCase : std::uint8_t {
+    upper,  ///< so what has small letters may be no name
+    lower,  ///< it has tags of "ofx", and none that opens "OFX"
+};
+
 /// What a body is made of, and what must be changed in it however its tags are nested.
 struct Markup {
+    NameCase nameCase;
     std::vector<Tag> tags;
     std::vector<Edit> edits;
 };
 
-/// Finds the tags of a body; each name gets its number from the table.
-Markup readMarkup(std::string_view body, reading::NameTable& names);
+/// Finds the tags of a body, with their names in capitals where they are in lower case; where the body
+/// begins with its root, that says in which they are. Each name gets its number from the table, which may
+/// own its characters.
+Markup readMarkup(std::string_view body, bool beginsWithRoot, reading::NameTable& names);
 
 /// True when this can stand in a tag as a name.
 bool isName(std::string_view text) noexcept;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "platform/ascii_case.h"
 #include "repair/nesting.h"
 
 namespace brackwell {
@@ -10,24 +11,29 @@ namespace {
 
 using namespace std::string_view_literals;
 using repair::Edit;
+using repair::NameCase;
 
-enum class Reading { reads, notOFX, fails };
+enum class Reading { reads, readsNothing, notOFX, fails };
 
-/// What the import makes of a text.
+/// What the import makes of a text. It reads nothing where the element is missing in which all is looked
+/// for.
 Reading readingOf(std::string_view text) {
     TvOFXParser parser(Data::view(text));
     parser.setStringEncoding(TextEncodingUTF8);
     Error error;
     const std::shared_ptr<TvOFXParserResult> result = parser.parseWithError(&error);
     if (!result) return Reading::fails;
-    return result->ofxData ? Reading::reads : Reading::notOFX;
+    if (!result->ofxData) return Reading::notOFX;
+    return (*result->ofxData)["OFX"].isNothing() ? Reading::readsNothing : Reading::reads;
 }
 
-/// Where the first tag begins that is "<OFX>" but for blanks or attributes.
-std::size_t findLooseOFXTag(std::string_view text) noexcept {
+/// Where the first tag begins that is "<OFX>" but for blanks or attributes, or but for its case, too.
+std::size_t findLooseOFXTag(std::string_view text, NameCase nameCase) noexcept {
     constexpr std::string_view begin = "<OFX"sv;
-    std::size_t at = text.find(begin);
-    for (; at != std::string_view::npos; at = text.find(begin, at + 1)) {
+    std::size_t at = text.find('<');
+    for (; at != std::string_view::npos; at = text.find('<', at + 1)) {
+        const std::string_view here = text.substr(at, begin.size());
+        if (nameCase == NameCase::upper ? here != begin : !equalsIgnoringCase(here, begin)) continue;
         const std::size_t end = text.find_first_of("<>", at + 1);
         if (end == std::string_view::npos) return end;
         const std::string_view behind = text.substr(at + begin.size(), end - at - begin.size());
@@ -40,10 +46,10 @@ std::size_t findLooseOFXTag(std::string_view text) noexcept {
 
 /// Where a document begins that has something in front of it; npos: there is none.
 std::size_t findDocument(std::string_view text) noexcept {
-    std::size_t first = findLooseOFXTag(text);
+    std::size_t first = findLooseOFXTag(text, NameCase::upper);
     for (const std::string_view begin : {"OFXHEADER:"sv, "<?xml"sv, "<?XML"sv, "<?OFX"sv})
         first = std::min(first, text.find(begin));
-    return first;
+    return first == std::string_view::npos ? findLooseOFXTag(text, NameCase::lower) : first;
 }
 
 /// Where the body begins in a document that has nothing in front of it.
@@ -55,9 +61,11 @@ std::size_t bodyIndexOf(std::string_view document) {
 
 /// What must be changed in a body, in the order of the places. Where something is put in between a tag
 /// and what follows it, that comes first.
-std::vector<Edit> editsOf(std::string_view body) {
+std::vector<Edit> editsOf(std::string_view body, Reading reading) {
     reading::NameTable names;
-    repair::Markup markup = repair::readMarkup(body, names);
+    // Without a header, the root is what the document was found by.
+    repair::Markup markup = repair::readMarkup(body, reading == Reading::notOFX, names);
+    if (reading == Reading::readsNothing && markup.nameCase == NameCase::upper) return {};
     std::vector<Edit> nesting = repair::repairNesting(body, markup.tags, names);
     std::vector<Edit> edits;
     edits.reserve(nesting.size() + markup.edits.size());
@@ -124,6 +132,8 @@ std::string_view describe(RepairKind kind) noexcept {
             return "\"<\" inside a text";
         case RepairKind::tagForm:
             return "blanks or attributes in a tag";
+        case RepairKind::lowerCaseTag:
+            return "tag in lower case";
         case RepairKind::unfinishedTag:
             return "unfinished tag";
         case RepairKind::selfClosedTag:
@@ -143,17 +153,21 @@ std::string_view describe(RepairKind kind) noexcept {
 }
 
 RepairedText repairOFXText(std::string_view text) {
-    const Reading reading = isValidUTF8(text) ? readingOf(text) : Reading::reads;
+    Reading reading = isValidUTF8(text) ? readingOf(text) : Reading::reads;
     const std::size_t begin = reading == Reading::reads ? std::string_view::npos : findDocument(text);
     if (begin == std::string_view::npos) return {std::string(text), {}};
 
     Editor editor(text);
-    if (reading == Reading::notOFX && !trimWhiteSpace(text.substr(0, begin)).empty())
-        editor.apply({0, begin, RepairKind::textBeforeDocument, {}}, 0);
     const std::string_view document = trimWhiteSpace(text.substr(begin));
-    if (reading == Reading::notOFX && readingOf(document) == Reading::reads) return editor.finish();
+    if (reading == Reading::notOFX) {
+        if (!trimWhiteSpace(text.substr(0, begin)).empty())
+            editor.apply({0, begin, RepairKind::textBeforeDocument, {}}, 0);
+        reading = readingOf(document);
+        if (reading == Reading::reads) return editor.finish();
+    }
     const std::size_t bodyIndex = bodyIndexOf(document);
-    for (Edit& edit : editsOf(document.substr(bodyIndex))) editor.apply(std::move(edit), begin + bodyIndex);
+    for (Edit& edit : editsOf(document.substr(bodyIndex), reading))
+        editor.apply(std::move(edit), begin + bodyIndex);
     return editor.finish();
 }
 

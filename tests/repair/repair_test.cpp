@@ -133,6 +133,46 @@ TEST_CASE("tags lose their blanks and attributes") {
     });
 }
 
+TEST_CASE("tags in lower case are put into capitals, with or without a header") {
+    checkAll({
+        {"<ofx><memo>a b</memo></ofx>",
+         "<OFX><MEMO>a b</MEMO></OFX>",
+         {lowerCaseTag, lowerCaseTag, lowerCaseTag, lowerCaseTag}},
+        {"OFXHEADER:100\n\n<ofx><memo>a</ofx>",
+         "OFXHEADER:100\n\n<OFX><MEMO>a</OFX>",
+         {lowerCaseTag, lowerCaseTag, lowerCaseTag}},
+        {"<?xml?><?OFX A=\"1\"?><ofx></ofx>",
+         "<?xml?><?OFX A=\"1\"?><OFX></OFX>",
+         {lowerCaseTag, lowerCaseTag}},
+        {"ofxheader:100\n<ofx><a>1</ofx>",
+         "<OFX><A>1</OFX>",
+         {textBeforeDocument, lowerCaseTag, lowerCaseTag, lowerCaseTag}},
+        {"<Ofx><A>1</a><bÄ>2</ofx >",
+         "<OFX><A>1</A><BÄ>2</OFX>",
+         {lowerCaseTag, lowerCaseTag, lowerCaseTag, lowerCaseTag}},
+        {"<OFX><name>x</name></OFX></B>", "<OFX><name>x</name></OFX>", {strayClose}},
+    });
+}
+
+TEST_CASE("tags in lower case are mended like others") {
+    checkAll({
+        {"<ofx x='1'><stmttrn><memo><name>a</stmttrn><checknum/><status><code>0",
+         "<OFX><STMTTRN><MEMO></MEMO><NAME>a</STMTTRN><CHECKNUM></CHECKNUM><STATUS><CODE>0</STATUS></OFX>",
+         {lowerCaseTag, lowerCaseTag, lowerCaseTag, emptyLeaf, lowerCaseTag, lowerCaseTag, selfClosedTag,
+          lowerCaseTag, lowerCaseTag, missingClose, missingClose}},
+        {"<ofx><memo>a<name\n<trnamt>1</trnamnt></ofx><stm",
+         "<OFX><MEMO>a<NAME></NAME>\n<TRNAMT>1</TRNAMT></OFX>",
+         {lowerCaseTag, lowerCaseTag, lowerCaseTag, emptyLeaf, lowerCaseTag, wrongClose, lowerCaseTag,
+          unfinishedTag}},
+        {"<ofx><memo>a < b</memo></ofx>",
+         "<OFX><MEMO>a &lt; b</MEMO></OFX>",
+         {lowerCaseTag, lowerCaseTag, lessThan, lowerCaseTag, lowerCaseTag}},
+        {"<ofx><memo><![CDATA[<ofx>]]></memo></ofx>",
+         "<OFX><MEMO>&lt;ofx></MEMO></OFX>",
+         {lowerCaseTag, lowerCaseTag, characterData, lowerCaseTag, lowerCaseTag}},
+    });
+}
+
 TEST_CASE("tags without end are completed, and dropped at the end of a document") {
     checkAll({
         {"<OFX><NAME>x<MEMO\n<MEMO>y</MEMO></OFX>",
@@ -272,6 +312,13 @@ TEST_CASE("every kind of change has words of its own") {
     std::sort(words.begin(), words.end());
     CHECK_FALSE(words.front().empty());
     CHECK(std::adjacent_find(words.begin(), words.end()) == words.end());
+}
+
+TEST_CASE("a statement in lower case imports like the same one in capitals") {
+    const std::string capitals(exampleData("checking.ofx").bytes());
+    const std::string text = withTagsInLowerCase(capitals);
+    CHECK(imported(text)->bankAccountsFound().empty());
+    CHECK(repairOFXText(text).text == capitals);
 }
 
 TEST_CASE("a repaired statement imports with all of its transactions") {

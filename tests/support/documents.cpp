@@ -5,6 +5,16 @@
 
 namespace brackwell::tests {
 
+std::string withTagsInLowerCase(std::string_view document) {
+    std::string text(document);
+    bool isInTag = false;
+    for (char& c : text) {
+        if (c == '<' || c == '>') isInTag = c == '<';
+        if (isInTag && c >= 'A' && c <= 'Z') c = static_cast<char>(c - 'A' + 'a');
+    }
+    return text;
+}
+
 ParseDictionary parsed(std::string_view body) {
     INFO(std::string(body.substr(0, 500)));
     Error error;

@@ -20,6 +20,9 @@ std::shared_ptr<TvOFXMessage> imported(std::string_view document, TextEncoding e
 /// The bytes of a document of the examples folder.
 Data exampleData(const std::string& name);
 
+/// The same document with small letters in all of its tags.
+std::string withTagsInLowerCase(std::string_view document);
+
 /// The message of a document of the examples folder.
 std::shared_ptr<TvOFXMessage> importedExample(const std::string& name,
                                               TextEncoding encoding = TextEncodingNone);

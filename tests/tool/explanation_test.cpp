@@ -102,6 +102,7 @@ TEST_CASE("a document that stands behind other text is found by its explanation"
           "  A document begins in line 1, column 3, but is not found behind other text.\n" + remedy);
     CHECK(explanationOf("<OFX ><A>1</A></OFX>") ==
           "  The tag <OFX> has blanks or attributes in it.\n" + remedy);
+    CHECK(explanationOf("<ofx><a>1</a></ofx>") == "  The tags are in lower case.\n" + remedy);
     CHECK(explanationOf("<html>Please sign in</html>") == "");
     CHECK(tool({"csv", "--repair", "-"}, "Dear customer,\n\n <OFX><A>1</A></OFX>").status == 0);
 }

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "support/documents.h"
 #include "tool/tool.h"
 
 using namespace brackwell::tests;
@@ -42,6 +43,49 @@ TEST_CASE("repair writes the document put right and lists the changes with their
           "-:6:8: comment: dropped \"<!-- y -->\"\n"
           "-:7:7: empty leaf without close tag: put in \"</MEMO>\"\n"
           "-:8:1: wrong close tag: \"</STMTRN>\" becomes \"</STMTTRN>\"\n");
+}
+
+TEST_CASE("a document in lower case is read with --repair, and otherwise said to be empty") {
+    const std::string whole(exampleData("checking.ofx").bytes());
+    const std::string lower = withTagsInLowerCase(whole);
+    const Finished plain = tool({"csv", "-"}, lower);
+    CHECK(plain.status == 0);
+    CHECK(linesOf(plain.output).size() == 1);
+    CHECK(plain.error == "-: its tags are in lower case, so nothing is found in it without --repair\n");
+    const Finished mended = tool({"csv", "--repair", "-"}, lower);
+    CHECK(mended.status == 0);
+    CHECK(mended.output == tool({"csv", "-"}, whole).output);
+    CHECK(tool({"repair", "-"}, lower).output == whole);
+    const std::string bare = lower.substr(lower.find("<ofx>"));
+    CHECK(tool({"csv", "-"}, bare).status == 1);
+    CHECK(tool({"csv", "--repair", "-"}, bare).status == 0);
+}
+
+TEST_CASE("a document that only its repair finds is read in UTF-8 or windows-1252") {
+    const std::string hint = "  A document begins in line 2, column 1, but is not found behind other text.\n";
+    struct Row {
+        std::string name;
+        std::string accent;
+    };
+    for (const Row& row : {Row{"UTF-8", "\u00E9"}, Row{"windows-1252", "\xE9"}}) {
+        CAPTURE(row.name);
+        const std::string document = "Dear customer,\n<OFX><A>" + row.accent + "</A></OFX>";
+        const Finished plain = tool({"tree", "-"}, document);
+        CHECK(plain.status == 1);
+        CHECK(plain.error.find(hint) != std::string::npos);
+        const Finished mended = tool({"tree", "--repair", "-"}, document);
+        CHECK(mended.status == 0);
+        CHECK(Json::parse(mended.output)["encoding"] == row.name);
+        CHECK(Json::parse(mended.output)["data"]["OFX"]["A"] == "\u00E9");
+        CHECK(mended.error == "-: read as " + row.name + "; repaired in 1 place\n");
+    }
+    CHECK(tool({"tree", "--repair", "-"}, "Dear customer,\n\u00E9").status == 1);
+}
+
+TEST_CASE("a document with a header only is said nothing about") {
+    CHECK(tool({"csv", "-"}, "OFXHEADER:100\n\n<A>1</A>").error.empty());
+    CHECK(tool({"csv", "--repair", "-"}, "OFXHEADER:100\n\n<A>1</A></B>").error ==
+          "-: repaired in 1 place\n");
 }
 
 TEST_CASE("repair copies a document that reads, whatever its bytes") {

@@ -145,9 +145,11 @@ std::string explainNesting(std::string_view document, std::size_t width) {
 std::string explainBegin(std::string_view text) {
     const std::vector<RepairChange> changes = brackwell::repairOFXText(text).changes;
     if (changes.empty()) return {};
+    const RepairChange& first = changes.front();
     std::string explanation = "  The tag <OFX> has blanks or attributes in it.\n";
-    if (changes.front().kind == RepairKind::textBeforeDocument)
-        explanation = "  A document begins in " + shownPlace(text, changes.front().was.size()) +
+    if (first.kind == RepairKind::lowerCaseTag) explanation = "  The tags are in lower case.\n";
+    if (first.kind == RepairKind::textBeforeDocument)
+        explanation = "  A document begins in " + shownPlace(text, first.was.size()) +
                       ", but is not found behind other text.\n";
     return explanation.append(kRemedy);
 }
