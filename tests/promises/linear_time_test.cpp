@@ -8,6 +8,7 @@
 #include <functional>
 #include <limits>
 
+#include "support/documents.h"
 #include "support/effort.h"
 
 /// \file
@@ -331,14 +332,18 @@ TEST_CASE("repairing takes time in proportion to the document") {
         {"less-than signs", [](auto n) { return repeated("< ", n); }},
     };
     for (const Shape& body : kBodies) shapes.push_back(body);
-    for (const Shape& shape : shapes)
-        checkLinear(
-            {shape.name, [&](auto n) { return "<OFX>" + shape.document(n) + "</OFX></X>"; }, shape.count},
-            [](const std::string& document) {
-                const RepairedText repaired = repairOFXText(document);
-                CHECK(repaired.text != document);
-                CHECK(repaired.text.size() <= 8 * document.size());
-            });
+    const auto checkRepair = [](const std::string& document) {
+        const RepairedText repaired = repairOFXText(document);
+        CHECK(repaired.text != document);
+        CHECK(repaired.text.size() <= 8 * document.size());
+    };
+    for (const Shape& shape : shapes) {
+        const auto document = [&](auto n) { return "<OFX>" + shape.document(n) + "</OFX></X>"; };
+        checkLinear({shape.name, document, shape.count}, checkRepair);
+        checkLinear({shape.name + " in lower case", [&](auto n) { return withTagsInLowerCase(document(n)); },
+                     shape.count},
+                    checkRepair);
+    }
     for (const Shape& shape : kDocuments)
         checkLinear(shape, [](const std::string& document) {
             CHECK(repairOFXText("x" + document).text.size() <= 8 * document.size());
