@@ -27,8 +27,9 @@
 ///   between and is still open then has no close tag of its own. An aggregate among these is closed
 ///   where the one around it closes, where a second of its name opens, or at the end of the document.
 /// - A close tag that found nothing closes the leaf before it under a wrong name, or the innermost
-///   aggregate when that has no close tag of its own; else it gets an open tag before the text in front
-///   of it when that text belongs to nothing, and is dropped otherwise.
+///   aggregate when that has no close tag of its own, and is called alike or stands in one that has; else
+///   it gets an open tag before the text in front of it when that text belongs to nothing, and is dropped
+///   otherwise.
 ///
 /// Leaf or aggregate: an element with text behind its tag is a leaf. One without is an aggregate when
 /// it has a close tag of its own, when the OFX standard has an aggregate of this name, or when the

@@ -102,11 +102,13 @@ private:
         return std::max(depths_[name], extended_[name] == kNone ? 0 : depths_[extended_[name]]);
     }
     void push(std::uint32_t tag) {
+        if (hasPartner(tag)) ++closedLater_;
         open_.push_back({tag, depths_[tags_[tag].name]});
         depths_[tags_[tag].name] = depth();
         pending_ = Pending::aggregate;
     }
     void pop() noexcept {
+        if (hasPartner(innermost())) --closedLater_;
         depths_[tags_[innermost()].name] = open_.back().outer;
         open_.pop_back();
         pending_ = Pending::nothing;
@@ -228,9 +230,8 @@ private:
 
     void correctAtLeaf(std::uint32_t i) {
         const std::string_view name = tags_[i].text;
-        const bool meansAggregate = depth() > 0 && !hasPartner(innermost()) &&
-                                    !resembles(name, tags_[leaf_].text) &&
-                                    (resembles(name, tags_[innermost()].text) || isAggregateName(name));
+        const bool meansAggregate =
+            !resembles(name, tags_[leaf_].text) && meansInnermost(i, isAggregateName(name));
         if (meansAggregate)
             closeInnermost(i);
         else
@@ -239,13 +240,20 @@ private:
 
     void correctBetweenElements(std::uint32_t i) {
         const std::string_view name = tags_[i].text;
-        const bool meansAggregate = depth() > 0 && !hasPartner(innermost()) &&
-                                    (resembles(name, tags_[innermost()].text) || !isLeafName(name));
+        const bool meansAggregate = meansInnermost(i, !isLeafName(name));
         // Without a tag between them, text would make a leaf of the aggregate before it.
         if (meansAggregate || (pending_ != Pending::nothing && tags_[i].hasText))
             closeInnermost(i);
         else
             replace(tags_[i], RepairKind::strayClose, {});
+    }
+
+    /// True when a close tag under a wrong name may be that of the innermost aggregate: it looks like it, or
+    /// could be any aggregate's and one further out is closed later. Where the document is cut off, nothing
+    /// is, and what follows belongs inside.
+    bool meansInnermost(std::uint32_t i, bool mayBeAggregate) const noexcept {
+        if (depth() == 0 || hasPartner(innermost())) return false;
+        return resembles(tags_[i].text, tags_[innermost()].text) || (mayBeAggregate && closedLater_ > 0);
     }
 
     void closeInnermost(std::uint32_t i) {
@@ -260,6 +268,7 @@ private:
     std::vector<std::uint32_t> depths_;  ///< by name: of the innermost open aggregate; 0: none
     std::vector<Use> uses_;              ///< by name
     std::vector<Aggregate> open_;
+    std::size_t closedLater_ = 0;  ///< how many of these have a close tag of their own
     Pending pending_ = Pending::nothing;
     std::uint32_t leaf_ = 0;  ///< while one is pending
     std::vector<Edit> edits_;

@@ -271,6 +271,20 @@ TEST_CASE("close tags without open tag are dropped, unless a text waits for one"
     });
 }
 
+TEST_CASE("a close tag without open tag closes nothing that the end of the document cuts off") {
+    checkAll({
+        {"<OFX><STATUS><CODE>0</STATUS></CCSTMTRS><STATUS><CODE>1</STATUS>",
+         "<OFX><STATUS><CODE>0</STATUS><STATUS><CODE>1</STATUS></OFX>",
+         {strayClose, missingClose}},
+        {"<OFX><BANKTRANLIST><STMTTRN><NAME>a</STMTTRN></STMTRS><STMTTRN><NAME>b",
+         "<OFX><BANKTRANLIST><STMTTRN><NAME>a</STMTTRN><STMTTRN><NAME>b</STMTTRN></BANKTRANLIST></OFX>",
+         {strayClose, missingClose, missingClose, missingClose}},
+        {"<OFX><CCACCTFROM><ACCTID>1</ACCTID></BANKACCTFROM></OFX>",
+         "<OFX><CCACCTFROM><ACCTID>1</ACCTID></CCACCTFROM></OFX>",
+         {wrongClose}},
+    });
+}
+
 TEST_CASE("a leaf that is called like its aggregate does without a close tag") {
     checkAll({
         {"<OFX><A><A>1</A></A></OFX>", "<OFX><A><A>1</A></OFX>", {strayClose}},
