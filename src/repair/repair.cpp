@@ -37,19 +37,22 @@ std::size_t findLooseOFXTag(std::string_view text, NameCase nameCase) noexcept {
         const std::size_t end = text.find_first_of("<>", at + 1);
         if (end == std::string_view::npos) return end;
         const std::string_view behind = text.substr(at + begin.size(), end - at - begin.size());
-        const bool isTag = trimWhiteSpace(behind).empty() ||
-                           (behind.front() == ' ' && behind.find('=') != std::string_view::npos);
+        const bool isTag =
+            trimWhiteSpace(behind).empty() || (" \t\r\n"sv.find(behind.front()) != std::string_view::npos &&
+                                               behind.find('=') != std::string_view::npos);
         if (text[end] == '>' && isTag) break;
     }
     return at;
 }
 
-/// Where a document begins that has something in front of it; npos: there is none.
+/// Where a document begins that has something in front of it; npos: there is none. A header stands in front
+/// of the root; the same words behind it are part of a value.
 std::size_t findDocument(std::string_view text) noexcept {
     std::size_t first = findLooseOFXTag(text, NameCase::upper);
+    if (first == std::string_view::npos) first = findLooseOFXTag(text, NameCase::lower);
     for (const std::string_view begin : {"OFXHEADER:"sv, "<?xml"sv, "<?XML"sv, "<?OFX"sv})
         first = std::min(first, text.find(begin));
-    return first == std::string_view::npos ? findLooseOFXTag(text, NameCase::lower) : first;
+    return first;
 }
 
 /// Where the body begins in a document that has nothing in front of it.

@@ -306,6 +306,11 @@ TEST_CASE("what stands before a document is dropped when it hides it") {
          "OFXHEADER:100\n<OFX><MEMO></MEMO></OFX>",
          {textBeforeDocument, emptyLeaf}},
         {"x<OFX ><A>1</OFX>", "<OFX><A>1</OFX>", {textBeforeDocument, tagForm}},
+        {"x<OFX\n\ta='1'><A>1</OFX>", "<OFX><A>1</OFX>", {textBeforeDocument, tagForm}},
+        {"x<ofx\ta='1'><A>1</ofx>", "<OFX><A>1</OFX>", {textBeforeDocument, lowerCaseTag, lowerCaseTag}},
+        {"x<ofx><A>see OFXHEADER: < <?xml</ofx>",
+         "<OFX><A>see OFXHEADER: &lt; &lt;?xml</OFX>",
+         {textBeforeDocument, lowerCaseTag, lessThan, lessThan, lowerCaseTag}},
     });
 }
 
