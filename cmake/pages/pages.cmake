@@ -77,6 +77,7 @@ function(set_run kind line)
             -D PROGRAM=${out}/${program}.cpp
             -D BRACKWELL=${PROJECT_SOURCE_DIR}
             -D COMPILER=${CMAKE_CXX_COMPILER}
+            -D GENERATOR=${CMAKE_GENERATOR}
             -P ${pages_folder}/configure_project.cmake)
     else()
         set(run
