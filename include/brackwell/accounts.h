@@ -102,7 +102,7 @@ public:
     std::string_view className() const noexcept override;
 
     /// @{
-    /// The card's number (ACCTID) and ACCTKEY; valid as long as the account.
+    /// The card's number (ACCTID) and its checksum (ACCTKEY); valid as long as the account.
     OptionalText accountID() const noexcept { return texts_.get(accountID_); }
     OptionalText acctKeyChecksum() const noexcept { return texts_.get(acctKeyChecksum_); }
     /// @}
@@ -131,7 +131,7 @@ public:
     std::string_view className() const noexcept override;
 
     /// @{
-    /// BROKERID and ACCTID; nothing when the document has none.
+    /// The broker (BROKERID) and the account's number there (ACCTID); nothing when the document has none.
     const ParseValue& brokerID() const noexcept { return brokerID_; }
     const ParseValue& accountID() const noexcept { return accountID_; }
     /// @}
@@ -252,7 +252,9 @@ public:
         return investmentAccount_;
     }
     /// @{
-    /// USPRODUCTTYPE, CHECKING (true only for "Y"), INVACCTTYPE, OPTIONLEVEL and SVCSTATUS.
+    /// The kind of plan in the United States (USPRODUCTTYPE), whether checks can be written (CHECKING, true
+    /// only for "Y"), who holds the account (INVACCTTYPE), what is said of trading options (OPTIONLEVEL) and
+    /// SVCSTATUS. Texts are valid as long as the object.
     OptionalText usproductType() const noexcept { return texts_.get(usproductType_); }
     bool hasCheckWritingPrivileges() const noexcept { return hasCheckWritingPrivileges_; }
     TvOFXInvestmentAccountType accountType() const noexcept { return accountType_; }
@@ -286,7 +288,8 @@ public:
     static std::shared_ptr<TvOFXAccountInfo> initWithParserDict(const std::optional<ParseDictionary>& node);
 
     /// @{
-    /// DESC and PHONE; valid as long as the record.
+    /// What the institution calls the account (DESC), and whom to telephone about it (PHONE); valid as long
+    /// as the record.
     OptionalText accountDescription() const noexcept { return texts_.get(accountDescription_); }
     OptionalText accountPhone() const noexcept { return texts_.get(accountPhone_); }
     /// @}

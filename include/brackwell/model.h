@@ -316,9 +316,9 @@ public:
     /// one thread.
     const std::vector<std::shared_ptr<TvOFXAggregate>>& accountsFound();
     /// @{
-    /// The accounts of the statements in document order, after those of account-information responses.
-    /// Each is the very object that its statement holds; nothing is merged, so an account with two
-    /// statements stands here twice.
+    /// The accounts of the statements in document order; not those of account information, which a message
+    /// does not hold: intended. Each is the very object that its statement holds; nothing is merged, so an
+    /// account with two statements stands here twice.
     std::vector<std::shared_ptr<TvOFXBankAccount>> bankAccountsFound() const;
     std::vector<std::shared_ptr<TvOFXCreditCardAccount>> creditCardAccountsFound() const;
     /// @}

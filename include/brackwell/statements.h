@@ -121,7 +121,8 @@ public:
     OptionalText correctionAction() const noexcept { return texts_.get(correctionAction_); }
     /// @}
     /// @{
-    /// SRVRTID, CHECKNUM, REFNUM, SIC and PAYEEID.
+    /// The server's identifier (SRVRTID), the number of the check (CHECKNUM), another number that it goes by
+    /// (REFNUM), the payee's branch of trade (SIC), and the payee in the user's list of payees (PAYEEID).
     OptionalText serverTransactionID() const noexcept { return texts_.get(serverTransactionID_); }
     OptionalText checkOrReferenceNumber() const noexcept { return texts_.get(checkOrReferenceNumber_); }
     OptionalText referenceNumber() const noexcept { return texts_.get(referenceNumber_); }
