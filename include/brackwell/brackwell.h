@@ -18,6 +18,9 @@
 /// - The library reads the environment (TZ, TZDIR, LC_ALL, LC_TIME, LANG) and never changes it or the
 ///   process's locale. Nor may anybody else while it is in use: that is a rule of the C library.
 
+/// \namespace brackwell
+/// All of the library but its macro and the two constants of its version.
+
 #include <brackwell/accounts.h>
 #include <brackwell/convert.h>
 #include <brackwell/model.h>
@@ -30,8 +33,9 @@
 
 extern "C" {
 
-/// The version of the system as a number.
+/// The major version of the library as a number: 1 for 1.0.0.
 extern BRACKWELL_EXPORT const double BrackwellVersionNumber;
-/// The version of the system as a text, in the form that version tools look for.
+/// The major version inside a line of text that begins with "@(#)", so that it is found in a program's
+/// bytes; ends in a zero byte.
 extern BRACKWELL_EXPORT const unsigned char BrackwellVersionString[];
 }
