@@ -67,13 +67,21 @@ std::string_view sentenceFor(RepairKind kind, const Cause (&causes)[Count]) noex
     return {};
 }
 
+/// What was wrong at a place. A tag in lower case may have another flaw, which weighs more.
+RepairKind faultOf(const RepairChange& change) noexcept {
+    const bool hasOtherFlaw = change.was.size() != change.now.size();
+    if (change.kind != RepairKind::lowerCaseTag || !hasOtherFlaw) return change.kind;
+    return change.was.ends_with('>') ? RepairKind::tagForm : RepairKind::unfinishedTag;
+}
+
 /// The change that a repair would make at the place of the error, put in a sentence.
 std::string_view likelyCause(const NestingError& error, const std::vector<RepairChange>& changes) noexcept {
     std::string_view sentence = error.open ? kCausesAtCloseTag[3].sentence : kCausesAtCloseTag[1].sentence;
     for (const RepairChange& change : changes) {
         if (change.offset > error.close.begin) break;
         if (error.open && change.offset >= error.open->begin && change.offset <= error.open->end)
-            if (const auto cause = sentenceFor(change.kind, kCausesAtOpenTag); !cause.empty()) return cause;
+            if (const auto cause = sentenceFor(faultOf(change), kCausesAtOpenTag); !cause.empty())
+                return cause;
         if (change.offset == error.close.begin)
             if (const auto cause = sentenceFor(change.kind, kCausesAtCloseTag); !cause.empty())
                 sentence = cause;
