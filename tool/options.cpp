@@ -102,9 +102,9 @@ constexpr const char* kExamples =
 
 constexpr const char* kRepairExamples =
     "Puts missing, misspelt and crossed close tags right, closes empty leaves, drops comments and unwraps\n"
-    "character data; values stay as they are. What was changed is listed on standard error. A document\n"
-    "that can be read is copied as it is. The list does not show passwords, keys and cookies; the diff has\n"
-    "the lines as they are.\n\n"
+    "character data; puts tags in lower case into capitals. Values stay as they are. What was changed is\n"
+    "listed on standard error, tags in lower case only counted. A document that can be read is copied as\n"
+    "it is. The list does not show passwords, keys and cookies; the diff has the lines as they are.\n\n"
     "Examples:\n"
     "  brackwell repair july.ofx --output july-fixed.ofx\n"
     "  brackwell repair --diff july.ofx --output /dev/null\n"
@@ -179,7 +179,8 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
     sub->add_option("--grouping-separator", texts.groupingSeparator, "The mark between thousands in amounts")
         ->type_name("CHAR")
         ->check(CLI::Validator(checkCharacter, ""));
-    sub->add_flag("--repair", options.repairs, "Repair a document that does not read (see brackwell repair)");
+    sub->add_flag("--repair", options.repairs,
+                  "Repair what does not read, or has tags in lower case (see brackwell repair)");
     if ((command.traits & kNumbers) != 0)
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
     const bool hasFilter = (command.traits & kFilter) != 0;

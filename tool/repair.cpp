@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "console/messages.h"
 #include "run.h"
 #include "text/diff.h"
@@ -34,10 +36,22 @@ void sayChange(const std::string& name, const brackwell::RepairChange& change, b
     say(name + ":" + std::to_string(change.line) + ":" + std::to_string(change.column), what);
 }
 
+/// True for a tag of which nothing but the case was changed: a document that has one has many of them.
+bool isCaseOnly(const brackwell::RepairChange& change) noexcept {
+    return change.kind == brackwell::RepairKind::lowerCaseTag && change.was.size() == change.now.size();
+}
+
+/// All changes; of those of the case, how many there are.
 void sayList(const std::string& name, const Repair& repair) {
+    const auto& changes = repair.after.changes;
+    if (const auto count = std::ranges::count_if(changes, isCaseOnly); count > 0)
+        say(name,
+            std::to_string(count) + (count == 1 ? " tag in" : " tags in") + " lower case put into capitals");
     const std::vector<TextRange> secrets = secretsIn(repair.before);
-    for (const brackwell::RepairChange& change : repair.after.changes)
-        sayChange(name, change, touchesSecret(secrets, {change.offset, change.offset + change.was.size()}));
+    for (const brackwell::RepairChange& change : changes)
+        if (!isCaseOnly(change))
+            sayChange(name, change,
+                      touchesSecret(secrets, {change.offset, change.offset + change.was.size()}));
 }
 
 void sayChanges(const Document& document, bool asDiff) {

@@ -61,6 +61,16 @@ TEST_CASE("a document in lower case is read with --repair, and otherwise said to
     CHECK(tool({"csv", "--repair", "-"}, bare).status == 0);
 }
 
+TEST_CASE("tags in lower case are counted, and what else was wrong with them is listed") {
+    const std::string document = "OFXHEADER:100\n\n<ofx>\n<name >x</name>\n<memo>\n</ofx>\n";
+    CHECK(tool({"repair", "-"}, document).error ==
+          "-: repaired in 6 places\n"
+          "-: 4 tags in lower case put into capitals\n"
+          "-:4:1: tag in lower case: \"<name >\" becomes \"<NAME>\"\n"
+          "-:5:7: empty leaf without close tag: put in \"</MEMO>\"\n");
+    CHECK(tool({"repair", "--diff", "-"}, document).error.find("\n+</OFX>\n") != std::string::npos);
+}
+
 TEST_CASE("a document that only its repair finds is read in UTF-8 or windows-1252") {
     const std::string hint = "  A document begins in line 2, column 1, but is not found behind other text.\n";
     struct Row {
