@@ -54,15 +54,23 @@ const TvOFXAccountStatement* latestBalance(const AccountHistory& account) {
 
 std::string dayText(std::optional<Date> date) { return date ? std::string(DateText(*date).day()) : ""; }
 
+/// "Checking" where the heading of the column says that it is an account.
+std::string shortKindOf(const AccountHistory& account) {
+    constexpr std::string_view end = " account";
+    std::string_view kind = kindOf(account);
+    if (kind.ends_with(end)) kind.remove_suffix(end.size());
+    return std::string(kind);
+}
+
 Table::Row rowOf(const AccountHistory& account, bool isFull) {
     const Period period = periodOf(account);
     const TvOFXAccountStatement* balance = latestBalance(account);
     return {
         visibleText(account.institution()),
-        std::string(kindOf(account)),
+        shortKindOf(account),
         visibleText(shownNumber(account.number(), isFull)),
-        visibleText(account.currency),
         balance != nullptr ? shownAmount(*balance->ledgerBalanceAmount()) : "",
+        visibleText(account.currency),
         balance != nullptr ? dayText(balance->ledgerBalanceDateTime()) : "",
         std::to_string(account.entries.size() - account.repeats),
         dayText(period.first),
@@ -71,15 +79,15 @@ Table::Row rowOf(const AccountHistory& account, bool isFull) {
 }
 
 void showAccounts(Page& page, const std::vector<const AccountHistory*>& accounts, bool isFull) {
-    Table table({{"Institution", Column::Kind::text, 8, 4},
+    Table table({{"Institution", Column::Kind::text, 11, 4},
                  {"Account", Column::Kind::text, 8, 6},
                  {"Number", Column::Kind::text, 8, 9},
-                 {"Currency", Column::Kind::text, 3, 5},
                  {"Balance", Column::Kind::amount, 0, 9},
+                 {"", Column::Kind::text, 3, 5},  // the balance's currency
                  {"On", Column::Kind::text, 10, 7},
-                 {"Entries", Column::Kind::text, 6, 3},
-                 {"From", Column::Kind::text, 10, 1},
-                 {"To", Column::Kind::text, 10, 2}});
+                 {"Count", Column::Kind::text, 5, 3},
+                 {"From", Column::Kind::text, 10, 2},
+                 {"To", Column::Kind::text, 10, 1}});
     for (const AccountHistory* account : accounts) table.measure(rowOf(*account, isFull));
     table.fit(page.width());
     table.writeTitles(page);

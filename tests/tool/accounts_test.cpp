@@ -41,10 +41,9 @@ TEST_CASE("an account of several files is one row, with its latest balance and t
                               "<FITID>c</STMTTRN></BANKTRANLIST>" +
                                   balance("-12.25", "20240831")));
     const std::string row =
-        "Bank         Savings account  ****5678  EUR        -12.25  2024-08-31  3        2024-07-01  "
-        "2024-08-31\n";
+        "Bank         Savings  ****5678   -12.25  EUR  2024-08-31  3      2024-07-01  2024-08-31\n";
     const std::string titles =
-        "Institution  Account          Number    Currency  Balance  On          Entries  From        To\n";
+        "Institution  Account  Number    Balance       On          Count  From        To\n";
     for (const auto& files : {std::vector{july, august}, std::vector{august, july}}) {
         std::vector<std::string> arguments{"accounts"};
         arguments.insert(arguments.end(), files.begin(), files.end());
@@ -99,7 +98,7 @@ TEST_CASE(
         {"accounts"}, statementOf(kAccount,
                                   "<BANKTRANLIST><STMTTRN><DTPOSTED>20240805</STMTTRN><STMTTRN><DTPOSTED>"
                                   "20240701</STMTTRN><STMTTRN><DTPOSTED>soon</STMTTRN></BANKTRANLIST>"));
-    CHECK(linesOf(output).at(1).ends_with("  EUR       3        2024-07-01  2024-08-05"));
+    CHECK(linesOf(output).at(1).ends_with("  EUR  3      2024-07-01  2024-08-05"));
     CHECK_FALSE(contains(output, "Balance"));
 }
 
