@@ -36,13 +36,14 @@ std::vector<std::string> requestsIn(const std::string& log) {
 }
 
 /// Shows a page in a browser that reaches no host, with a filter in its address.
-Shown show(const std::string& page, const std::string& filter) {
+Shown show(const std::string& page, const std::string& filter, int width = 800) {
     const TemporaryFolder folder;
     const std::string path = folder.file("report.html", page);
     const std::string network = folder.path("network.json");
     Command browser{{BRACKWELL_CHROMIUM, "--headless=new", "--no-sandbox", "--disable-gpu",
                      "--disable-extensions", "--disable-background-networking", "--disable-component-update",
                      "--no-first-run", "--disable-dev-shm-usage", "--host-resolver-rules=MAP * ~NOTFOUND",
+                     "--window-size=" + std::to_string(width) + ",600",
                      "--user-data-dir=" + folder.path("profile"), "--log-net-log=" + network,
                      "--enable-logging=stderr", "--dump-dom", "file://" + path + filter}};
     browser.environment = {{"HOME", folder.path()}};
@@ -88,6 +89,11 @@ const std::string kPage = [] {
                                           "<NAME>Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;"))))
         .output;
 }();
+
+std::string withoutPolicy(std::string page) {
+    const std::size_t policy = page.find("<meta http-equiv");
+    return page.erase(policy, page.find("/>", policy) + 2 - policy);
+}
 
 using Names = std::vector<std::string>;
 
@@ -140,9 +146,24 @@ TEST_CASE("a browser refuses whatever else gets into a page") {
     CHECK(rowsOf(refused.page).size() == 5);
 
     // It is the page's policy that does it.
-    const std::size_t policy = page.find("<meta http-equiv");
-    page.erase(policy, page.find("/>", policy) + 2 - policy);
-    const Shown allowed = show(page, "");
+    const Shown allowed = show(withoutPolicy(page), "");
     CHECK(contains(allowed.page, "<title>run</title>"));
     CHECK(allowed.requests == Names{"http://nowhere.invalid/picture.png"});
+}
+
+TEST_CASE("long amounts stay in their table, on a wide page and on a narrow one") {
+    if (!hasBrowser()) return;
+    std::string page = withoutPolicy(kPage);
+    page.insert(page.find("</main>"),
+                "<script>\nconst table = document.getElementById('transactions');\n"
+                "const edge = table.parentNode.getBoundingClientRect().right;\n"
+                "const right = (node) => { const range = document.createRange();\n"
+                "  range.selectNodeContents(node); return range.getBoundingClientRect().right; };\n"
+                "const cells = [...table.querySelectorAll('td')];\n"
+                "const outside = cells.filter((cell) => right(cell) > edge - 15);\n"
+                "document.title = cells.length + ' cells, outside: ' + outside.length;\n</script>");
+    for (const int width : {1200, 500}) {
+        CAPTURE(width);
+        CHECK(contains(show(page, "", width).page, "<title>20 cells, outside: 0</title>"));
+    }
 }

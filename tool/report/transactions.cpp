@@ -49,11 +49,15 @@ OptionalText numberOf(const TvOFXStatementTransaction& transaction) noexcept {
     return firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber());
 }
 
+/// "-999999.99" fits into the column of amounts together with a currency.
+constexpr std::size_t kUsualAmount = 10;
+
 /// The columns that there are besides date, description, type and amount.
 struct Columns {
     bool account = false;        ///< there are several
     bool number = false;         ///< a transaction has one
     bool currency = false;       ///< stands beside every amount, since there are several
+    bool longAmounts = false;    ///< need more room than amounts mostly do
     std::string commonCurrency;  ///< of all amounts otherwise
 };
 
@@ -67,6 +71,10 @@ Columns columnsOf(const Report& report, const std::vector<Row>& rows) {
         return account.history->currency != columns.commonCurrency;
     });
     if (columns.currency) columns.commonCurrency.clear();
+    columns.longAmounts = std::ranges::any_of(rows, [](const Row& row) {
+        const std::optional<Decimal> amount = row.transaction->amount();
+        return amount && amount->toString().size() > kUsualAmount;
+    });
     return columns;
 }
 
@@ -137,9 +145,9 @@ void writeFilter(Markup& markup, const Report& report) {
 
 void writeHead(Markup& markup, const Columns& columns) {
     markup.write(
-        "<table id=\"transactions\" class=\"transactions\" data-currency=\"{}\">\n<thead><tr>"
+        "<table id=\"transactions\" class=\"transactions {}\" data-currency=\"{}\">\n<thead><tr>"
         "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
-        columns.commonCurrency);
+        columns.longAmounts ? "long" : "usual", columns.commonCurrency);
     if (columns.account) markup.write("<th scope=\"col\" class=\"whose\">Account</th>");
     if (columns.number) markup.write("<th scope=\"col\" class=\"number\">Number</th>");
     markup.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
