@@ -47,10 +47,22 @@ void showResponse(Page& page, const TvOFXResponse& response, const Options& opti
         showProfile(page, *profile);
 }
 
+/// True for an XML document of which the library reads nothing, since it has no instruction.
+bool lacksInstruction(const Document& document) {
+    const std::string_view bytes = document.bytes.bytes();
+    return document.content.ofxData->isEmpty() && bytes.find("<?OFX") == bytes.npos &&
+           (bytes.find("<?xml") != bytes.npos || bytes.find("<?XML") != bytes.npos);
+}
+
+void showNothing(Page& page, const Document& document) {
+    page.paragraph("The document has no responses.");
+    if (lacksInstruction(document))
+        page.paragraph("It is XML without an instruction <?OFX ...?>, so its body counts as empty.");
+}
+
 /// What is shown of the whole document, then the lists of accounts and the profile, then the statements.
 void showDocument(Page& page, const TvOFXInterpreter& interpreter, const Options& options) {
     const TvOFXResponseList& responses = interpreter.allResponses();
-    if (responses.empty()) return page.paragraph("The document has no responses.");
     if (interpreter.signOnResponse()) showSignOn(page, *interpreter.signOnResponse());
     showMessages(page, responses);
     for (const bool isStatement : {false, true})
@@ -66,7 +78,9 @@ bool runShow(Run& run) {
     Page page(run.output);
     return forEachDocument(run, [&](const Document& document) {
         if (run.options.files.size() > 1) page.heading("== " + document.name);
-        showDocument(page, *interpreted(document, run.options), run.options);
+        const auto interpreter = interpreted(document, run.options);
+        if (interpreter->allResponses().empty()) return showNothing(page, document);
+        showDocument(page, *interpreter, run.options);
     });
 }
 

@@ -234,6 +234,10 @@ TEST_CASE("responses that are not shown are counted, and their errors are shown"
 
 TEST_CASE("a document without responses says so") {
     CHECK(shown(version1("")) == "The document has no responses.\n");
+    CHECK(shown("<?xml version=\"1.0\"?><OFX><A>1</A></OFX>") ==
+          "The document has no responses.\n"
+          "It is XML without an instruction <?OFX ...?>, so its body counts as empty.\n");
+    CHECK(shown("<?xml version=\"1.0\"?><?OFX VERSION=\"211\"?>") == "The document has no responses.\n");
 }
 
 TEST_CASE("a transaction without a name shows its payee's, and one without a check number its reference") {
