@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Recipe for Conan 2: conan create packaging/conan
+"""Recipe for Conan 2: conan create packaging/conan -s compiler.cppstd=20
 
-It takes the sources from the checkout that it is a part of.
+It takes the sources from the checkout that it is a part of. A profile whose compiler.cppstd is 20 or more
+needs no such setting.
 """
 
 import os

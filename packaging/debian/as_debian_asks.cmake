@@ -1,5 +1,17 @@
-# Compresses manual pages and changelogs of the packages, as Debian asks.
+# What Debian asks of the files of a package and CPack does not do.
 
+# Programs and libraries are without what only debuggers and the curious read.
+file(GLOB binaries ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/bin/*)
+file(GLOB_RECURSE libraries ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/libbrackwell.so.*)
+foreach(file ${binaries} ${libraries})
+    if(NOT IS_SYMLINK ${file})
+        execute_process(
+            COMMAND strip --strip-unneeded --remove-section=.comment --remove-section=.note ${file}
+            COMMAND_ERROR_IS_FATAL ANY)
+    endif()
+endforeach()
+
+# Manual pages and changelogs are compressed.
 file(GLOB_RECURSE files
     ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/man/man*/*
     ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/share/doc/*/changelog*)
