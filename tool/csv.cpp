@@ -135,7 +135,7 @@ void writeStatement(Run& run, const std::string& file, const brackwell::TvOFXAcc
 bool runCsv(Run& run) {
     run.output.write(kHeader);
     return forEachDocument(run, [&run](const Document& document) {
-        const auto interpreter = interpreted(document, run.options);
+        const auto interpreter = interpretedForPerson(run, document);
         for (const auto& response : interpreter->allResponses())
             if (const auto* statement = dynamic_cast<const brackwell::TvOFXAccountStatement*>(response.get());
                 statement != nullptr && run.options.filter.takes(*statement))

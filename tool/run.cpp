@@ -2,6 +2,7 @@
 #include "run.h"
 
 #include "console/messages.h"
+#include "explain/foreign_forms.h"
 
 namespace tool {
 
@@ -55,6 +56,15 @@ std::shared_ptr<brackwell::TvOFXInterpreter> interpreted(const Document& documen
     auto interpreter = brackwell::TvOFXInterpreter::initWithParseResult(document.content);
     interpreter->setHelperObject(std::move(helper));
     interpreter->interpret();
+    return interpreter;
+}
+
+std::shared_ptr<brackwell::TvOFXInterpreter> interpretedForPerson(Run& run, const Document& document) {
+    auto interpreter = interpreted(document, run.options);
+    for (const std::string& sentence : explainForms(*interpreter, run.options)) {
+        run.progress.end();
+        say(document.name, sentence);
+    }
     return interpreter;
 }
 

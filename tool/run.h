@@ -48,4 +48,8 @@ void sayHow(Run& run, const Document& document);
 /// formatters.
 std::shared_ptr<brackwell::TvOFXInterpreter> interpreted(const Document& document, const Options& options);
 
+/// The same for a person, who is told on standard error of amounts and dates that are likely to be read
+/// otherwise than they are meant.
+std::shared_ptr<brackwell::TvOFXInterpreter> interpretedForPerson(Run& run, const Document& document);
+
 }  // namespace tool

@@ -78,7 +78,7 @@ bool runShow(Run& run) {
     Page page(run.output);
     return forEachDocument(run, [&](const Document& document) {
         if (run.options.files.size() > 1) page.heading("== " + document.name);
-        const auto interpreter = interpreted(document, run.options);
+        const auto interpreter = interpretedForPerson(run, document);
         if (interpreter->allResponses().empty()) return showNothing(page, document);
         showDocument(page, *interpreter, run.options);
     });

@@ -75,3 +75,36 @@ TEST_CASE("the formatters hold for every command that shows amounts") {
         CHECK(outputOf(arguments, document).find(row.second) != std::string::npos);
     }
 }
+
+TEST_CASE("a person is told of amounts and dates that are not read as they are meant") {
+    const std::string amountNote = "which is read wrongly without --decimal-separator ,\n";
+    const std::string dateNote = "not understood; --date-format says the form, such as ";
+    struct Row {
+        std::vector<std::string> texts;  ///< of DTPOSTED and TRNAMT in turn
+        std::string error;
+    };
+    for (const Row& row : std::vector<Row>{
+             {{"20240101", "-0,99"}, "-: 1 amount: \"-0,99\" has a decimal comma, " + amountNote},
+             {{"20240101", "1.234,5", "20240101", "1,00", "20240101", "1.00"},
+              "-: 2 amounts such as \"1.234,5\" have a decimal comma, " + amountNote},
+             {{"20240101", "1,234", "20240101", "1,234.56", "20240101", "1,234,56", "20240101", "1,"}, ""},
+             {{"31.12.2024", "1"}, "-: 1 date: \"31.12.2024\" is " + dateNote + "dd.MM.yyyy\n"},
+             {{"01/02/2024", "1", "soon", "1"}, "-: 1 date: \"01/02/2024\" is " + dateNote + "dd/MM/yyyy\n"},
+             {{"01-31-2024", "1", "1.2.3", "1"},
+              "-: 2 dates such as \"01-31-2024\" are " + dateNote + "MM-dd-yyyy\n"},
+             {{"2024/12/31 noon", "1"}, "-: 1 date: \"2024/12/31 noon\" is " + dateNote + "dd.MM.yyyy\n"},
+         }) {
+        std::string transactions;
+        for (std::size_t i = 0; i < row.texts.size(); i += 2)
+            transactions +=
+                "<STMTTRN><DTPOSTED>" + row.texts[i] + "<TRNAMT>" + row.texts[i + 1] + "</STMTTRN>";
+        const std::string document = transactionsWith(transactions);
+        CAPTURE(document);
+        for (const char* command : {"show", "csv", "accounts", "report"})
+            CHECK(tool({command, "-"}, document).error == row.error);
+        CHECK(
+            tool({"show", "--decimal-separator", ",", "--date-format", "dd.MM.yyyy", "-"}, document).error ==
+            "");
+        CHECK(tool({"json", "-"}, document).error == "");
+    }
+}

@@ -94,7 +94,7 @@ bool readHistory(Run& run, History& history) {
     std::size_t begun = 0;
     std::size_t added = 0;
     const bool allRead = forEachDocument(run, [&](const Document& document) {
-        const auto content = interpreted(document, run.options);
+        const auto content = interpretedForPerson(run, document);
         ++begun;
         history.add(document.name, *content, run.options.filter);
         ++added;
