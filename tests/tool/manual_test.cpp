@@ -101,6 +101,44 @@ bool hasShell(const std::string& path) {
     return false;
 }
 
+struct Complaint {
+    std::vector<std::string> arguments;
+    std::string input;
+    std::string text;  ///< of the message; what differs from time to time is left out
+};
+
+const Complaint kComplaints[] = {
+    {{"shoe"}, "", "unknown command"},
+    {{"show"}, "", "FILE is required"},
+    {{"show", "-", "-"}, "", "standard input can be read only once"},
+    {{"show", "--encoding", "klingon", "-"}, "", "unknown encoding"},
+    {{"show", "--since", "2024-13-01", "-"}, "", "not a date"},
+    {{"show", "--since", "2024-02-01", "--until", "2024-01-31", "-"}, "", " is before "},
+    {{"show", "--account", "", "-"}, "", "the number is empty"},
+    {{"show", "--search", " ", "-"}, "", "there is no word to look for"},
+    {{"csv", "--date-format", "", "-"}, "", "the pattern is empty"},
+    {{"csv", "--decimal-separator", "ab", "-"}, "", "not a single character"},
+    {{"csv", "--decimal-separator", ",", "--grouping-separator", ",", "-"},
+     "",
+     "--grouping-separator: is the same as --decimal-separator"},
+    {{"csv", "--output", examplePath("card.ofx"), examplePath("card.ofx")}, "", " is also a file to be read"},
+    {{"request", "accounts", "--version", "x"}, "", "not a version"},
+    {{"request", "accounts", "--routing", "service"},
+     "",
+     "--routing: is for profile requests only and has no effect here"},
+    {{"csv", "--output", "/no such folder/file", "-"}, "<OFX></OFX>", "No such file or directory"},
+    {{"show", "/no such file"}, "", " was not found."},
+    {{"show", "-"}, "", "no data to parse"},
+    {{"show", "-"}, "\xE9", "Data is not OFX or unknown character encoding."},
+    {{"show", "-"}, "<OFX></B></OFX>", "Found close tag <"},
+    {{"show", "-"}, "text", "not an OFX document"},
+    {{"show", "-"},
+     "OFXHEADER:100\n\n<ofx><a>1</a></ofx>",
+     "its tags are in lower case, so nothing is found in it without --repair"},
+    {{"show", "--repair", "-"}, "<OFX></B></OFX>", "repaired in "},
+    {{"show", "-"}, "OFXHEADER:100\n\n<OFX>\xE9</OFX>", "read as windows-1252"},
+};
+
 }  // namespace
 
 TEST_CASE("the manual page has the commands and options of the help, and no others") {
@@ -110,6 +148,15 @@ TEST_CASE("the manual page has the commands and options of the help, and no othe
     CHECK(namesBehind("\n.Nm\n.Cm ", manual) == commandsInHelp());
     CHECK(allOptions().contains("grouping-separator"));
     CHECK(namesBehind("Fl -", manual) == allOptions());
+}
+
+TEST_CASE("the page of errors has each message of the tool") {
+    const std::string page = sourceText("docs/errors.md");
+    for (const Complaint& complaint : kComplaints) {
+        CAPTURE(complaint.text);
+        CHECK(tool(complaint.arguments, complaint.input).error.find(complaint.text) != std::string::npos);
+        CHECK(page.find(complaint.text) != std::string::npos);
+    }
 }
 
 TEST_CASE("bash completes commands, and the options of each command as its help has them") {
