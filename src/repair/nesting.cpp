@@ -200,15 +200,28 @@ private:
             closeDownTo(closed, tags_[i].begin);
             keepClose(tags_[i]);
             pop();
-        } else if (pending_ == Pending::leaf) {
-            correctAtLeaf(i);
-        } else if (i > 0 && tags_[i - 1].hasText && lacksOpenTag(i)) {
+        } else if (pending_ != Pending::leaf && i > 0 && tags_[i - 1].hasText && lacksOpenTag(i)) {
             insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text));
             keepClose(tags_[i]);
             pending_ = Pending::nothing;
+        } else if (meansOpen(i)) {
+            replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text));
+            pending_ = Pending::leaf;
+            leaf_ = i;
+        } else if (pending_ == Pending::leaf) {
+            correctAtLeaf(i);
         } else {
             correctBetweenElements(i);
         }
+    }
+
+    /// True for a close tag with a value of its own behind it, which stands where an open tag should.
+    bool meansOpen(std::uint32_t i) const noexcept {
+        const Tag& tag = tags_[i];
+        if (!tag.hasText || depth() == 0 || !isName(tag.text) || isAggregateName(tag.text)) return false;
+        if (hasSmallLetter(tag.text)) return false;
+        if (pending_ == Pending::leaf && resembles(tag.text, tags_[leaf_].text)) return false;
+        return hasPartner(innermost()) || !resembles(tag.text, tags_[innermost()].text);
     }
 
     /// Closes the pending leaf with this name. Where the aggregate around it would be closed in its

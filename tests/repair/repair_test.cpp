@@ -271,6 +271,20 @@ TEST_CASE("close tags without open tag are dropped, unless a text waits for one"
     });
 }
 
+TEST_CASE("a close tag with a value behind it is an open tag") {
+    checkAll({
+        {"<OFX><STMTTRN></NAME>x\n<MEMO>y</STMTTRN></OFX>",
+         "<OFX><STMTTRN><NAME>x\n<MEMO>y</STMTTRN></OFX>",
+         {wrongClose}},
+        {"<OFX><STMTTRN><NAME>x</MEMO>y</MEMO></STMTTRN></OFX>",
+         "<OFX><STMTTRN><NAME>x<MEMO>y</MEMO></STMTTRN></OFX>",
+         {wrongClose}},
+        {"<OFX></X.NOTE>x<X.NOTE></OFX>", "<OFX><X.NOTE>x<X.NOTE></X.NOTE></OFX>", {wrongClose, emptyLeaf}},
+        {"<OFX><NAME>x</NMAE>y<MEMO>z</OFX>", "<OFX><NAME>x</NAME>y<MEMO>z</OFX>", {wrongClose}},
+        {"<OFX><A>1</A></OFX></B>x", "<OFX><A>1</A></OFX>x", {strayClose}},
+    });
+}
+
 TEST_CASE("a close tag without open tag closes nothing that the end of the document cuts off") {
     checkAll({
         {"<OFX><STATUS><CODE>0</STATUS></CCSTMTRS><STATUS><CODE>1</STATUS>",

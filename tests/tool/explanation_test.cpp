@@ -58,6 +58,8 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
     for (const Row& row : std::vector<Row>{
              {"<OFX></B></OFX>", "<OFX> was opened in line 1, column 1 ", "</B> stands in line 1, column 6:",
               "The close tag is one too many, or its open tag is missing."},
+             {"<OFX><A>1</A></NAME>x</OFX>", "<OFX> was opened in line 1, column 1 ",
+              "</NAME> stands in line 1, column 14:", "The open tag is missing."},
              {"<OFX></OFX></B>", "", "</B> stands in line 1, column 12:", "The close tag is one too many"},
              {"<OFX>\n<STMTTRN>\n<MEMO>\n<FITID>1\n</STMTTRN></OFX>",
               "<MEMO> was opened in line 3, column 1 ", "</STMTTRN> stands in line 5, column 1:",

@@ -69,6 +69,8 @@ std::string_view sentenceFor(RepairKind kind, const Cause (&causes)[Count]) noex
 
 /// What was wrong at a place. A tag in lower case may have another flaw, which weighs more.
 RepairKind faultOf(const RepairChange& change) noexcept {
+    const bool becomesOpen = change.kind == RepairKind::wrongClose && !change.now.starts_with("</");
+    if (becomesOpen) return RepairKind::missingOpen;
     const bool hasOtherFlaw = change.was.size() != change.now.size();
     if (change.kind != RepairKind::lowerCaseTag || !hasOtherFlaw) return change.kind;
     return change.was.ends_with('>') ? RepairKind::tagForm : RepairKind::unfinishedTag;
@@ -83,7 +85,7 @@ std::string_view likelyCause(const NestingError& error, const std::vector<Repair
             if (const auto cause = sentenceFor(faultOf(change), kCausesAtOpenTag); !cause.empty())
                 return cause;
         if (change.offset == error.close.begin)
-            if (const auto cause = sentenceFor(change.kind, kCausesAtCloseTag); !cause.empty())
+            if (const auto cause = sentenceFor(faultOf(change), kCausesAtCloseTag); !cause.empty())
                 sentence = cause;
     }
     return sentence;

@@ -43,8 +43,9 @@ bool looksLikeDate(std::string_view text) noexcept {
 std::string patternOf(std::string_view date) {
     constexpr std::string_view form = "00.00.0000";
     std::string pattern = "dd.MM.yyyy";
-    const bool isLikeIt = date.size() == form.size() && date[2] == date[5] && !isDigit(date[2]) &&
-                          std::ranges::equal(date, form, [](char c, char f) { return f == '.' || isDigit(c); });
+    const bool isLikeIt =
+        date.size() == form.size() && date[2] == date[5] && !isDigit(date[2]) &&
+        std::ranges::equal(date, form, [](char c, char f) { return f == '.' || isDigit(c); });
     if (!isLikeIt) return pattern;
     if (date.substr(3, 2) > "12") pattern = "MM.dd.yyyy";
     std::ranges::replace(pattern, '.', date[2]);
@@ -74,7 +75,8 @@ std::vector<std::string> explainForms(const brackwell::TvOFXInterpreter& content
                             ", which is read wrongly without --decimal-separator ,");
     if (dates.count > 0 && !options.dateFormatter)
         sentences.push_back(dates.text("date") + (dates.count == 1 ? " is" : " are") +
-                            " not understood; --date-format says the form, such as " + patternOf(dates.first));
+                            " not understood; --date-format says the form, such as " +
+                            patternOf(dates.first));
     return sentences;
 }
 
