@@ -60,6 +60,18 @@ void showNothing(Page& page, const Document& document) {
         page.paragraph("It is XML without an instruction <?OFX ...?>, so its body counts as empty.");
 }
 
+/// True when there are statements, and none of an account that was asked for.
+bool hidesAllStatements(const TvOFXResponseList& responses, const Filter& filter) {
+    bool isAny = false;
+    for (const auto& response : responses) {
+        const auto* statement = dynamic_cast<const TvOFXAccountStatement*>(response.get());
+        if (statement == nullptr) continue;
+        if (filter.takes(*statement)) return false;
+        isAny = true;
+    }
+    return isAny;
+}
+
 /// What is shown of the whole document, then the lists of accounts and the profile, then the statements.
 void showDocument(Page& page, const TvOFXInterpreter& interpreter, const Options& options) {
     const TvOFXResponseList& responses = interpreter.allResponses();
@@ -69,6 +81,10 @@ void showDocument(Page& page, const TvOFXInterpreter& interpreter, const Options
         for (const auto& response : responses)
             if ((dynamic_cast<const TvOFXAccountStatement*>(response.get()) != nullptr) == isStatement)
                 showResponse(page, *response, options);
+    if (hidesAllStatements(responses, options.filter)) {
+        page.emptyLine();
+        page.paragraph("No statement is of an account that was asked for.");
+    }
     showOthers(page, responses);
 }
 

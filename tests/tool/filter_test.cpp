@@ -241,6 +241,16 @@ TEST_CASE("show leaves out the statements and records of accounts that were not 
     CHECK(records.find("Lantern card") == std::string::npos);
 }
 
+TEST_CASE("show says when no statement is of an account that was asked for") {
+    const std::string sentence = "\nNo statement is of an account that was asked for.\n";
+    CHECK(tool({"show", "--account", "9", examplePath("household.ofx")}).output.ends_with("\n" + sentence));
+    for (const std::string name : {"household.ofx", "account_information.ofx"}) {
+        CAPTURE(name);
+        CHECK(tool({"show", "--account", "0035", examplePath(name)}).output.find(sentence) ==
+              std::string::npos);
+    }
+}
+
 TEST_CASE("in JSON the choice is made among transactions, statements and accounts") {
     const std::string document = version1(
         "<SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS><ACCTINFO><DESC>one<BANKACCTINFO><BANKACCTFROM>"
