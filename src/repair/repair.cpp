@@ -27,22 +27,28 @@ Reading readingOf(std::string_view text) {
     return (*result->ofxData)["OFX"].isNothing() ? Reading::readsNothing : Reading::reads;
 }
 
-/// Where the first tag begins that is "<OFX>" but for blanks or attributes, or but for its case, too.
+constexpr std::string_view kBlanks = " \t\r\n";
+
+/// Where the first tag begins that is "<OFX>" but for blanks or attributes, or but for its case, too. One
+/// with another tag behind it comes before one that is only mentioned in a text.
 std::size_t findLooseOFXTag(std::string_view text, NameCase nameCase) noexcept {
     constexpr std::string_view begin = "<OFX"sv;
-    std::size_t at = text.find('<');
-    for (; at != std::string_view::npos; at = text.find('<', at + 1)) {
+    std::size_t mentioned = std::string_view::npos;
+    for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
         const std::string_view here = text.substr(at, begin.size());
         if (nameCase == NameCase::upper ? here != begin : !equalsIgnoringCase(here, begin)) continue;
         const std::size_t end = text.find_first_of("<>", at + 1);
-        if (end == std::string_view::npos) return end;
+        if (end == std::string_view::npos) break;
         const std::string_view behind = text.substr(at + begin.size(), end - at - begin.size());
         const bool isTag =
-            trimWhiteSpace(behind).empty() || (" \t\r\n"sv.find(behind.front()) != std::string_view::npos &&
+            trimWhiteSpace(behind).empty() || (kBlanks.find(behind.front()) != std::string_view::npos &&
                                                behind.find('=') != std::string_view::npos);
-        if (text[end] == '>' && isTag) break;
+        if (text[end] == '<' || !isTag) continue;
+        const std::size_t next = text.find_first_not_of(kBlanks, end + 1);
+        if (next != std::string_view::npos && text[next] == '<') return at;
+        mentioned = std::min(mentioned, at);
     }
-    return at;
+    return mentioned;
 }
 
 /// Where a document begins that has something in front of it; npos: there is none. A header stands in front
@@ -53,6 +59,13 @@ std::size_t findDocument(std::string_view text) noexcept {
     for (const std::string_view begin : {"OFXHEADER:"sv, "<?xml"sv, "<?XML"sv, "<?OFX"sv})
         first = std::min(first, text.find(begin));
     return first;
+}
+
+/// Where a document begins that the import recognises: behind a mark and white space.
+std::size_t recognisedBegin(std::string_view text) noexcept {
+    constexpr std::string_view mark = "\xEF\xBB\xBF"sv;
+    const std::string_view document = trimWhiteSpace(text.substr(text.starts_with(mark) ? mark.size() : 0));
+    return static_cast<std::size_t>(document.data() - text.data());
 }
 
 /// Where the body begins in a document that has nothing in front of it.
@@ -157,7 +170,8 @@ std::string_view describe(RepairKind kind) noexcept {
 
 RepairedText repairOFXText(std::string_view text) {
     Reading reading = isValidUTF8(text) ? readingOf(text) : Reading::reads;
-    const std::size_t begin = reading == Reading::reads ? std::string_view::npos : findDocument(text);
+    if (reading == Reading::reads) return {std::string(text), {}};
+    const std::size_t begin = reading == Reading::notOFX ? findDocument(text) : recognisedBegin(text);
     if (begin == std::string_view::npos) return {std::string(text), {}};
 
     Editor editor(text);
