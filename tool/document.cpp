@@ -134,7 +134,8 @@ TvOFXParser parserWithEncoding(const Data& data, TextEncoding encoding) {
 /// The encoding in which a repair finds a document in bytes that do not begin like one; none when it finds
 /// none. The library takes such bytes for ASCII, and for no text when they are not.
 TextEncoding encodingForRepair(const Data& data) {
-    for (const TextEncoding encoding : {brackwell::TextEncodingUTF8, brackwell::TextEncodingWindows1252}) {
+    for (const TextEncoding encoding : {brackwell::TextEncodingUTF8, brackwell::TextEncodingWindows1252,
+                                        brackwell::TextEncodingISOLatin1}) {
         const std::optional<Data> text = brackwell::decodeText(data, encoding);
         if (text && !brackwell::repairOFXText(text->bytes()).changes.empty()) return encoding;
     }

@@ -71,7 +71,7 @@ TEST_CASE("tags in lower case are counted, and what else was wrong with them is 
     CHECK(tool({"repair", "--diff", "-"}, document).error.find("\n+</OFX>\n") != std::string::npos);
 }
 
-TEST_CASE("a document that only its repair finds is read in UTF-8 or windows-1252") {
+TEST_CASE("a document that only its repair finds is read in UTF-8, windows-1252 or else ISO-8859-1") {
     const std::string hint = "  A document begins in line 2, column 1, but is not found behind other text.\n";
     struct Row {
         std::string name;
@@ -89,6 +89,9 @@ TEST_CASE("a document that only its repair finds is read in UTF-8 or windows-125
         CHECK(Json::parse(mended.output)["data"]["OFX"]["A"] == "\u00E9");
         CHECK(mended.error == "-: read as " + row.name + "; repaired in 1 place\n");
     }
+    const Finished latin = tool({"tree", "--repair", "-"}, "\x81\n<OFX><A>\xE9</A></OFX>");
+    CHECK(latin.error == "-: read as ISO-8859-1; repaired in 1 place\n");
+    CHECK(Json::parse(latin.output)["data"]["OFX"]["A"] == "\u00E9");
     CHECK(tool({"tree", "--repair", "-"}, "Dear customer,\n\u00E9").status == 1);
 }
 
