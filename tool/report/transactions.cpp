@@ -128,7 +128,7 @@ private:
 void writeFilter(Markup& markup, const Report& report) {
     markup.write(
         "<form id=\"filter\" hidden=\"hidden\" role=\"search\" aria-label=\"Filter transactions\">\n"
-        "<label class=\"wide\">Text <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
+        "<label class=\"wide\">Search <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
         "<label>From <input type=\"date\" name=\"from\"/></label>\n"
         "<label>Until <input type=\"date\" name=\"until\"/></label>\n");
     if (report.accounts.size() > 1) {
