@@ -316,11 +316,12 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
     } catch (const CLI::ParseError& outcome) {
         std::ostringstream text;
         std::ostringstream error;
-        if (count > 1 && arguments[1][0] != '-' && app.get_subcommands().empty())
-            error << "unknown command \"" << arguments[1] << "\": ";
         line.exitStatus = app.exit(outcome, text, error) == 0 ? 0 : 2;
         line.text = text.str();
         line.error = error.str();
+        if (*line.exitStatus != 0 && count > 1 && arguments[1][0] != '-' && app.get_subcommands().empty())
+            line.error = "unknown command \"" + std::string(arguments[1]) +
+                         "\"\nRun with --help for a list of the commands.\n";
         std::erase(line.error, kNoArgumentHas);
     }
     return line;

@@ -60,7 +60,7 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
     };
     const std::vector<Row> rows{
         {{}, "subcommand is required"},
-        {{"print", document}, "unknown command \"print\""},
+        {{"print", document}, "unknown command \"print\"\nRun with --help for a list of the commands.\n"},
         {{"show"}, "FILE is required"},
         {{"json", document, "--full"}, "--full"},
         {{"accounts"}, "FILE is required"},
