@@ -10,16 +10,21 @@ install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/brackwell
     COMPONENT development
     FILES_MATCHING PATTERN *.h)
 
-# The library needs no other package, so the list of its targets is all of the configuration.
+# The library needs no other package, and there are no components for find_package to ask for.
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/brackwell)
 install(EXPORT brackwell
     NAMESPACE brackwell::
-    FILE brackwellConfig.cmake
+    FILE brackwellTargets.cmake
     DESTINATION ${package_folder}
     COMPONENT development)
 include(CMakePackageConfigHelpers)
+configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/brackwellConfig.cmake.in brackwellConfig.cmake
+    INSTALL_DESTINATION ${package_folder})
 write_basic_package_version_file(brackwellConfigVersion.cmake COMPATIBILITY SameMajorVersion)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/brackwellConfigVersion.cmake
+install(
+    FILES
+        ${CMAKE_CURRENT_BINARY_DIR}/brackwellConfig.cmake
+        ${CMAKE_CURRENT_BINARY_DIR}/brackwellConfigVersion.cmake
     DESTINATION ${package_folder}
     COMPONENT development)
 
