@@ -26,11 +26,12 @@
 /// - Close tags first find their open tags, the innermost of the same name; all that was opened in
 ///   between and is still open then has no close tag of its own. An aggregate among these is closed
 ///   where the one around it closes, where a second of its name opens, or at the end of the document.
-/// - A close tag that found nothing and has a value behind it becomes an open tag, unless it is called
-///   like the element before it or like an aggregate. Any other closes the leaf before it under a wrong
-///   name, or the innermost aggregate when that has no close tag of its own, and is called alike or stands
-///   in one that has; else it gets an open tag before the text in front of it when that text belongs to
-///   nothing, and is dropped otherwise.
+/// - A close tag that found nothing, of an aggregate that has been closed just before, gets an open tag
+///   behind that one when the elements there begin like those in it. One that has a value behind it becomes
+///   an open tag, unless it is called like the element before it or like an aggregate. Any other closes the
+///   leaf before it under a wrong name, or the innermost aggregate when that has no close tag of its own, and
+///   is called alike or stands in one that has; else it gets an open tag before the text in front of it when
+///   that text belongs to nothing, and is dropped otherwise.
 ///
 /// Leaf or aggregate: an element with text behind its tag is a leaf. One without is an aggregate when
 /// it has a close tag of its own, when the OFX standard has an aggregate of this name, or when the

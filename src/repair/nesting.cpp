@@ -56,7 +56,13 @@ public:
             }
         }
         closeDownTo(0, body_.size());
-        return std::move(edits_);
+        std::vector<Edit> edits;
+        edits.reserve(opened_.size() + edits_.size());
+        std::merge(std::make_move_iterator(opened_.begin()), std::make_move_iterator(opened_.end()),
+                   std::make_move_iterator(edits_.begin()), std::make_move_iterator(edits_.end()),
+                   std::back_inserter(edits),
+                   [](const Edit& a, const Edit& b) { return a.offset < b.offset; });
+        return edits;
     }
 
 private:
@@ -71,6 +77,13 @@ private:
     struct Aggregate {
         std::uint32_t tag;
         std::uint32_t outer;  ///< depth of the next one of the same name; 0: none
+    };
+
+    /// An aggregate that has just been closed, and behind which stands what another of its kind begins with.
+    struct Sibling {
+        std::uint32_t name = kNone;
+        std::uint32_t firstElement = kNone;  ///< the name of the first one in it
+        std::size_t end = 0;                 ///< of its close tag
     };
 
     // -----------------------------------------------------------------------------------------
@@ -103,11 +116,13 @@ private:
     }
     void push(std::uint32_t tag) {
         if (hasPartner(tag)) ++closedLater_;
+        sibling_ = {};
         open_.push_back({tag, depths_[tags_[tag].name]});
         depths_[tags_[tag].name] = depth();
         pending_ = Pending::aggregate;
     }
     void pop() noexcept {
+        sibling_ = {};
         if (hasPartner(innermost())) --closedLater_;
         depths_[tags_[innermost()].name] = open_.back().outer;
         open_.pop_back();
@@ -139,6 +154,7 @@ private:
 
     std::uint32_t open(std::uint32_t i) {
         const Tag& tag = tags_[i];
+        if (tag.name == sibling_.name) sibling_ = {};
         if (tag.hasText) return openWithText(i);
         if (tag.form == Tag::Form::selfClosed) {
             replace(tag, RepairKind::selfClosedTag, openTag(tag.text) + closeTag(tag.text));
@@ -199,7 +215,15 @@ private:
         } else if (closed != 0) {
             closeDownTo(closed, tags_[i].begin);
             keepClose(tags_[i]);
+            const std::uint32_t opened = innermost();
             pop();
+            noteSibling(tags_[opened].name, tags_[opened + 1].name, tags_[i]);
+        } else if (tags_[i].name == sibling_.name) {
+            opened_.push_back({sibling_.end, 0, RepairKind::missingOpen, openTag(tags_[i].text)});
+            keepClose(tags_[i]);
+            pending_ = Pending::nothing;
+            const Sibling one = std::exchange(sibling_, {});
+            noteSibling(one.name, one.firstElement, tags_[i]);
         } else if (pending_ != Pending::leaf && i > 0 && tags_[i - 1].hasText && lacksOpenTag(i)) {
             insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text));
             keepClose(tags_[i]);
@@ -213,6 +237,16 @@ private:
         } else {
             correctBetweenElements(i);
         }
+    }
+
+    /// Notes an aggregate that a tag has closed when another of its kind may follow without an open tag.
+    void noteSibling(std::uint32_t name, std::uint32_t firstElement, const Tag& closeTag) noexcept {
+        const Tag* next = &closeTag + 1;
+        const bool isAlone = next == tags_.data() + tags_.size() || closeTag.hasText;
+        if (isAlone || closeTag.name != name || extended_[name] != kNone || !isAggregateName(closeTag.text))
+            return;
+        if (!next->isClose() && next->hasText && next->name == firstElement)
+            sibling_ = {name, firstElement, closeTag.end};
     }
 
     /// True for a close tag with a value of its own behind it, which stands where an open tag should.
@@ -285,6 +319,8 @@ private:
     Pending pending_ = Pending::nothing;
     std::uint32_t leaf_ = 0;  ///< while one is pending
     std::vector<Edit> edits_;
+    std::vector<Edit> opened_;  ///< those of missing open tags, which are found late
+    Sibling sibling_;           ///< without a name when there is none
 };
 
 }  // namespace

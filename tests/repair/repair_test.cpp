@@ -271,6 +271,25 @@ TEST_CASE("close tags without open tag are dropped, unless a text waits for one"
     });
 }
 
+TEST_CASE("an aggregate without open tag is opened where it begins like the one before it") {
+    const std::string first = "<STMTTRN><TRNAMT>1<NAME>a</STMTTRN>\n";
+    const std::string last = "</BANKTRANLIST></OFX>";
+    checkAll({
+        {"<OFX><BANKTRANLIST>" + first + "<TRNAMT>2<NAME>b</STMTTRN><TRNAMT>3<MEMO></STMTTRN>" + last,
+         "<OFX><BANKTRANLIST><STMTTRN><TRNAMT>1<NAME>a</STMTTRN><STMTTRN>\n<TRNAMT>2<NAME>b</STMTTRN>"
+         "<STMTTRN><TRNAMT>3<MEMO></MEMO></STMTTRN>" +
+             last,
+         {missingOpen, missingOpen, emptyLeaf}},
+        {"<OFX><BANKTRANLIST>" + first + "<STMTRN><TRNAMT>2</STMTTRN>" + last,
+         "<OFX><BANKTRANLIST>" + first + "<STMTRN></STMTRN><TRNAMT>2</TRNAMT>" + last,
+         {emptyLeaf, wrongClose}},
+        {"<OFX><STATUS><CODE>0</STATUS><CURDEF>EUR</CURDEF></STATUS></OFX>",
+         "<OFX><STATUS><CODE>0</STATUS><CURDEF>EUR</CURDEF></OFX>",
+         {strayClose}},
+        {"<OFX><STATUS><CODE>0</STATUS></STATUS></OFX>", "<OFX><STATUS><CODE>0</STATUS></OFX>", {strayClose}},
+    });
+}
+
 TEST_CASE("a close tag with a value behind it is an open tag") {
     checkAll({
         {"<OFX><STMTTRN></NAME>x\n<MEMO>y</STMTTRN></OFX>",

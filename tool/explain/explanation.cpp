@@ -76,6 +76,12 @@ RepairKind faultOf(const RepairChange& change) noexcept {
     return change.was.ends_with('>') ? RepairKind::tagForm : RepairKind::unfinishedTag;
 }
 
+/// True for the open tag that a close tag wants.
+bool isOpenTagOf(std::string_view tag, const TagPlace& close) noexcept {
+    const std::string_view name = close.name.substr(1);
+    return tag.size() == name.size() + 2 && tag.substr(1, name.size()) == name;
+}
+
 /// The change that a repair would make at the place of the error, put in a sentence.
 std::string_view likelyCause(const NestingError& error, const std::vector<RepairChange>& changes) noexcept {
     std::string_view sentence = error.open ? kCausesAtCloseTag[3].sentence : kCausesAtCloseTag[1].sentence;
@@ -84,7 +90,8 @@ std::string_view likelyCause(const NestingError& error, const std::vector<Repair
         if (error.open && change.offset >= error.open->begin && change.offset <= error.open->end)
             if (const auto cause = sentenceFor(faultOf(change), kCausesAtOpenTag); !cause.empty())
                 return cause;
-        if (change.offset == error.close.begin)
+        const bool opensThis = change.kind == RepairKind::missingOpen && isOpenTagOf(change.now, error.close);
+        if (change.offset == error.close.begin || opensThis)
             if (const auto cause = sentenceFor(faultOf(change), kCausesAtCloseTag); !cause.empty())
                 sentence = cause;
     }
