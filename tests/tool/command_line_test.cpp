@@ -123,9 +123,11 @@ TEST_CASE("every reading command takes every option of reading") {
     for (const char* command : {"show", "json", "csv", "accounts", "duplicates", "tree", "pretty"}) {
         CAPTURE(command);
         const TemporaryFolder folder;
+        const std::string document =
+            folder.file("in", transactionsWith("<STMTTRN><DTPOSTED>31.12.2024<TRNAMT>-1.234,50</STMTTRN>"));
         const Finished finished =
             tool({command, "--encoding", "auto", "--date-format", "dd.MM.yyyy", "--decimal-separator", ",",
-                  "--grouping-separator", ".", "--output", folder.path("out"), examplePath("card.ofx")});
+                  "--grouping-separator", ".", "--output", folder.path("out"), document});
         CHECK(finished.status == 0);
         CHECK(finished.output == "");
         CHECK(finished.error == "");

@@ -25,12 +25,17 @@ struct Found {
 
 bool isDigit(char c) noexcept { return c >= '0' && c <= '9'; }
 
-/// True for "1.234,56" and "-0,5": one comma, with too few digits behind it for thousands.
-bool hasDecimalComma(std::string_view text) noexcept {
-    const std::size_t comma = text.find(',');
-    if (comma == text.npos) return false;
-    const std::string_view behind = text.substr(comma + 1);
+/// True for "1.234,56" and "-0,5" when the mark is a comma: one, with too few digits behind it for thousands.
+bool hasDecimals(std::string_view text, char mark) noexcept {
+    const std::size_t place = text.find(mark);
+    if (place == text.npos) return false;
+    const std::string_view behind = text.substr(place + 1);
     return !behind.empty() && behind.size() <= 2 && std::ranges::all_of(behind, isDigit);
+}
+
+/// True for an amount as OFX writes it, of which the caller's separators make another.
+bool isMadeAnother(std::string_view text, const std::optional<brackwell::Decimal>& amount) {
+    return hasDecimals(text, '.') && amount && amount != brackwell::Decimal::fromString(text);
 }
 
 /// True for digits with marks between them, whatever their order.
@@ -56,6 +61,7 @@ std::string patternOf(std::string_view date) {
 
 std::vector<std::string> explainForms(const brackwell::TvOFXInterpreter& content, const Options& options) {
     Found amounts;
+    Found points;
     Found dates;
     for (const auto& response : content.allResponses()) {
         const auto* statement = dynamic_cast<const brackwell::TvOFXAccountStatement*>(response.get());
@@ -63,7 +69,8 @@ std::vector<std::string> explainForms(const brackwell::TvOFXInterpreter& content
         for (const auto& transaction : statement->statementTransactions()) {
             const auto& node = transaction->originalParseData();
             const auto amount = node ? (*node)["TRNAMT"].text() : std::nullopt;
-            if (amount && hasDecimalComma(*amount)) amounts.add(*amount);
+            if (amount && hasDecimals(*amount, ',')) amounts.add(*amount);
+            if (amount && isMadeAnother(*amount, transaction->amount())) points.add(*amount);
             const auto date = transaction->originalDatePostedString();
             if (date && !transaction->datePosted() && looksLikeDate(*date)) dates.add(*date);
         }
@@ -73,6 +80,10 @@ std::vector<std::string> explainForms(const brackwell::TvOFXInterpreter& content
         sentences.push_back(amounts.text("amount") +
                             (amounts.count == 1 ? " has a decimal comma" : " have a decimal comma") +
                             ", which is read wrongly without --decimal-separator ,");
+    if (points.count > 0 && options.numberFormatter)
+        sentences.push_back(points.text("amount") +
+                            (points.count == 1 ? " has a decimal point" : " have a decimal point") +
+                            ", which is read wrongly with the separators that are given");
     if (dates.count > 0 && !options.dateFormatter)
         sentences.push_back(dates.text("date") + (dates.count == 1 ? " is" : " are") +
                             " not understood; --date-format says the form, such as " +
