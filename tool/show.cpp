@@ -58,6 +58,8 @@ void showNothing(Page& page, const Document& document) {
     page.paragraph("The document has no responses.");
     if (lacksInstruction(document))
         page.paragraph("It is XML without an instruction <?OFX ...?>, so its body counts as empty.");
+    if ((*document.content.ofxData)["OFX"].elements().size() > 1)
+        page.paragraph("It has several documents in it. Each needs a file of its own.");
 }
 
 /// True when there are statements, and none of an account that was asked for.

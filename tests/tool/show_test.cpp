@@ -237,6 +237,9 @@ TEST_CASE("a document without responses says so") {
     CHECK(shown("<?xml version=\"1.0\"?><OFX><A>1</A></OFX>") ==
           "The document has no responses.\n"
           "It is XML without an instruction <?OFX ...?>, so its body counts as empty.\n");
+    CHECK(shown(version1("<A>1</A>") + version1("<A>2</A>")) ==
+          "The document has no responses.\n"
+          "It has several documents in it. Each needs a file of its own.\n");
     CHECK(shown("<?xml version=\"1.0\"?><?OFX VERSION=\"211\"?>") == "The document has no responses.\n");
 }
 
