@@ -102,8 +102,12 @@ ValueAxis valueAxis(double low, double high) {
     if (high != 0) high += margin;
     const double step = roundStep((high - low) / 5);
     ValueAxis axis{low, high, {}};
-    for (double number = std::ceil(low / step - 1e-9); number <= high / step + 1e-9; ++number)
-        axis.ticks.push_back({number * step, tickLabel(number * step, step)});
+    const auto first = std::llround(std::ceil(low / step - 1e-9));
+    const auto last = std::llround(std::floor(high / step + 1e-9));
+    for (auto number = first; number <= last; ++number) {
+        const double value = static_cast<double>(number) * step;
+        axis.ticks.push_back({value, tickLabel(value, step)});
+    }
     return axis;
 }
 
