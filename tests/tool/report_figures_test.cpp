@@ -166,6 +166,28 @@ TEST_CASE("bars stand for longer times where there are many months") {
     }
 }
 
+TEST_CASE("an axis ends at a round value when there is one near") {
+    struct Row {
+        const char* in;
+        const char* out;
+        const char* labels;
+    };
+    for (const Row& row :
+         {Row{"3700", "-2100", "-2,000 0 2,000 4,000 "}, Row{"3900", "-1", "0 1,000 2,000 3,000 4,000 "},
+          Row{"2500", "-3300", "-4,000 -2,000 0 2,000 "},
+          Row{"0.09", "-0.001", "0 0.02 0.04 0.06 0.08 0.10 "}}) {
+        CAPTURE(row.in);
+        const std::string transactions = transaction("20240101", row.in) + transaction("20240102", row.out);
+        const MarkupPage page(outputOf({"report"}, bankDocument(statement("1", "EUR", transactions))));
+        std::string labels;
+        for (const MarkupElement& element : page.all("text", "last"))
+            if (element.attribute("x") == "40") labels += element.text + " ";
+        for (std::size_t at = labels.find("\u2212"); at != labels.npos; at = labels.find("\u2212"))
+            labels.replace(at, std::string("\u2212").size(), "-");
+        CHECK(labels == row.labels);
+    }
+}
+
 TEST_CASE("a long course is thinned, and keeps its lowest and highest balance") {
     std::string transactions;
     for (int year = 2000; year < 2020; ++year)

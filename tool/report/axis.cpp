@@ -13,6 +13,9 @@ using namespace std::chrono;
 
 constexpr int kMostTicks = 6;
 
+/// Of the way between two ticks.
+constexpr double kNear = 0.4;
+
 /// The smallest of 1, 2 and 5 times a power of ten that is not less.
 double roundStep(double step) noexcept {
     const double power = std::pow(10.0, std::floor(std::log10(step)));
@@ -101,6 +104,9 @@ ValueAxis valueAxis(double low, double high) {
     if (low != 0) low -= margin;
     if (high != 0) high += margin;
     const double step = roundStep((high - low) / 5);
+    // An end that is near to a tick reaches it, so that little stands beyond the last line.
+    if (std::ceil(high / step) - high / step < kNear) high = std::ceil(high / step) * step;
+    if (low / step - std::floor(low / step) < kNear) low = std::floor(low / step) * step;
     ValueAxis axis{low, high, {}};
     const auto first = std::llround(std::ceil(low / step - 1e-9));
     const auto last = std::llround(std::floor(high / step + 1e-9));
