@@ -137,6 +137,12 @@ const Complaint kComplaints[] = {
      "its tags are in lower case, so nothing is found in it without --repair"},
     {{"show", "--repair", "-"}, "<OFX></B></OFX>", "repaired in "},
     {{"show", "-"}, "OFXHEADER:100\n\n<OFX>\xE9</OFX>", "read as windows-1252"},
+    {{"repair", "-"}, "OFXHEADER:100\n\n<ofx></ofx>", " lower case put into capitals"},
+    {{"show", "-"}, transactionsWith("<STMTTRN><TRNAMT>1,50</STMTTRN>"), " a decimal comma"},
+    {{"show", "--decimal-separator", ",", "-"},
+     transactionsWith("<STMTTRN><TRNAMT>1.50</STMTTRN>"),
+     " a decimal point"},
+    {{"show", "-"}, transactionsWith("<STMTTRN><DTPOSTED>31.12.2024</STMTTRN>"), " not understood"},
 };
 
 }  // namespace
