@@ -56,13 +56,7 @@ public:
             }
         }
         closeDownTo(0, body_.size());
-        std::vector<Edit> edits;
-        edits.reserve(opened_.size() + edits_.size());
-        std::merge(std::make_move_iterator(opened_.begin()), std::make_move_iterator(opened_.end()),
-                   std::make_move_iterator(edits_.begin()), std::make_move_iterator(edits_.end()),
-                   std::back_inserter(edits),
-                   [](const Edit& a, const Edit& b) { return a.offset < b.offset; });
-        return edits;
+        return merged(std::move(opened_), std::move(edits_));
     }
 
 private:
@@ -210,43 +204,57 @@ private:
 
     void close(std::uint32_t i) {
         const std::uint32_t closed = depthClosedBy(i);
-        if (pending_ == Pending::leaf && closes(i, leaf_)) {
+        if (pending_ == Pending::leaf && closes(i, leaf_))
             closeLeaf(i, tags_[i].text, tags_[i].flaw);
-        } else if (closed != 0) {
-            closeDownTo(closed, tags_[i].begin);
-            keepClose(tags_[i]);
-            const std::uint32_t opened = innermost();
-            pop();
-            noteSibling(tags_[opened].name, tags_[opened + 1].name, tags_[i]);
-        } else if (tags_[i].name == sibling_.name) {
-            opened_.push_back({sibling_.end, 0, RepairKind::missingOpen, openTag(tags_[i].text)});
-            keepClose(tags_[i]);
-            pending_ = Pending::nothing;
-            const Sibling one = std::exchange(sibling_, {});
-            noteSibling(one.name, one.firstElement, tags_[i]);
-        } else if (pending_ != Pending::leaf && i > 0 && tags_[i - 1].hasText && lacksOpenTag(i)) {
-            insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text));
-            keepClose(tags_[i]);
-            pending_ = Pending::nothing;
-        } else if (meansOpen(i)) {
-            replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text));
-            pending_ = Pending::leaf;
-            leaf_ = i;
-        } else if (pending_ == Pending::leaf) {
+        else if (closed != 0)
+            closeAggregate(i, closed);
+        else if (tags_[i].name == sibling_.name)
+            openSibling(i);
+        else if (pending_ != Pending::leaf && i > 0 && tags_[i - 1].hasText && lacksOpenTag(i))
+            openText(i);
+        else if (meansOpen(i))
+            turnIntoOpen(i);
+        else if (pending_ == Pending::leaf)
             correctAtLeaf(i);
-        } else {
+        else
             correctBetweenElements(i);
-        }
     }
 
-    /// Notes an aggregate that a tag has closed when another of its kind may follow without an open tag.
-    void noteSibling(std::uint32_t name, std::uint32_t firstElement, const Tag& closeTag) noexcept {
-        const Tag* next = &closeTag + 1;
-        const bool isAlone = next == tags_.data() + tags_.size() || closeTag.hasText;
-        if (isAlone || closeTag.name != name || extended_[name] != kNone || !isAggregateName(closeTag.text))
-            return;
-        if (!next->isClose() && next->hasText && next->name == firstElement)
-            sibling_ = {name, firstElement, closeTag.end};
+    void closeAggregate(std::uint32_t i, std::uint32_t depth) {
+        closeDownTo(depth, tags_[i].begin);
+        keepClose(tags_[i]);
+        const std::uint32_t opened = innermost();
+        pop();
+        noteSibling({tags_[opened].name, tags_[opened + 1].name, tags_[i].end}, i);
+    }
+
+    /// Notes an aggregate that this tag has closed when another of its kind may follow without an open tag.
+    void noteSibling(const Sibling& sibling, std::uint32_t i) noexcept {
+        const Tag& tag = tags_[i];
+        if (tag.hasText || i + 1 == tags_.size()) return;
+        if (tag.name != sibling.name || extended_[tag.name] != kNone || !isAggregateName(tag.text)) return;
+        const Tag& next = tags_[i + 1];
+        if (!next.isClose() && next.hasText && next.name == sibling.firstElement) sibling_ = sibling;
+    }
+
+    void openSibling(std::uint32_t i) {
+        opened_.push_back({sibling_.end, 0, RepairKind::missingOpen, openTag(tags_[i].text)});
+        keepClose(tags_[i]);
+        pending_ = Pending::nothing;
+        const Sibling closed = std::exchange(sibling_, {});
+        noteSibling({closed.name, closed.firstElement, tags_[i].end}, i);
+    }
+
+    void openText(std::uint32_t i) {
+        insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text));
+        keepClose(tags_[i]);
+        pending_ = Pending::nothing;
+    }
+
+    void turnIntoOpen(std::uint32_t i) {
+        replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text));
+        pending_ = Pending::leaf;
+        leaf_ = i;
     }
 
     /// True for a close tag with a value of its own behind it, which stands where an open tag should.

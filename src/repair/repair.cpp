@@ -82,13 +82,7 @@ std::vector<Edit> editsOf(std::string_view body, Reading reading) {
     // Without a header, the root is what the document was found by.
     repair::Markup markup = repair::readMarkup(body, reading == Reading::notOFX, names);
     if (reading == Reading::readsNothing && markup.nameCase == NameCase::upper) return {};
-    std::vector<Edit> nesting = repair::repairNesting(body, markup.tags, names);
-    std::vector<Edit> edits;
-    edits.reserve(nesting.size() + markup.edits.size());
-    std::merge(std::make_move_iterator(nesting.begin()), std::make_move_iterator(nesting.end()),
-               std::make_move_iterator(markup.edits.begin()), std::make_move_iterator(markup.edits.end()),
-               std::back_inserter(edits), [](const Edit& a, const Edit& b) { return a.offset < b.offset; });
-    return edits;
+    return merged(repair::repairNesting(body, markup.tags, names), std::move(markup.edits));
 }
 
 /// Carries edits out, from the first to the last, and notes them with lines and columns.
