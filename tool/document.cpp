@@ -161,8 +161,9 @@ void repair(Document& document, const Data& data, TextEncoding encoding) {
 void explain(Document& document, const Data& data, TextEncoding encoding) {
     if (data.isEmpty()) return;
     if (isUndecoded(document)) {
-        if (encoding == brackwell::TextEncodingNone) encoding = encodingForRepair(data);
-        const std::optional<Data> text = brackwell::decodeText(data, encoding);
+        const bool isChosen = encoding != brackwell::TextEncodingNone;
+        const TextEncoding hidden = isChosen ? brackwell::TextEncodingNone : encodingForRepair(data);
+        const std::optional<Data> text = brackwell::decodeText(data, hidden);
         document.explanation = text ? explainBegin(text->bytes()) : explainBytes(document.bytes);
         return;
     }
