@@ -38,9 +38,11 @@ const std::string kFails = "</OFXX>";
 }  // namespace
 
 TEST_CASE("a text that reads stays as it is, whatever may be said against it") {
-    for (const char* text : {"<OFX><A>1</A></OFX>", "<OFX><A>1<B>2</OFX>", "<OFX><STMTTRN><NAME>cut o",
-                             "<OFX><!-- OK -->x", " \n<OFX><MEMO><NAME>x", "\xEF\xBB\xBF<OFX><A>1",
-                             "<OFX><A/>x", "<?xml?><OFX></A></OFX>", "OFXHEADER:100\n\n<OFX><A >1</OFX>"}) {
+    for (const char* text :
+         {"<OFX><A>1</A></OFX>", "<OFX><A>1<B>2</OFX>", "<OFX><STMTTRN><NAME>cut o", "<OFX><!-- OK -->x",
+          " \n<OFX><MEMO><NAME>x", "\xEF\xBB\xBF<OFX><A>1", "<OFX><A/>x", "<?xml?><OFX></A></OFX>",
+          "<OFX><ofx>1</ofx></OFX>", "OFXHEADER:100\n<ofx><a>1</a></ofx><OFX></OFX>",
+          "OFXHEADER:100\n\n<OFX><A >1</OFX>"}) {
         CAPTURE(text);
         const RepairedText repaired = repairOFXText(text);
         CHECK(repaired.text == text);
