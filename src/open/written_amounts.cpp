@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/written_amounts.h"
+
+#include <brackwell/convert.h>
+
+#include "open/amount_frame.h"
+
+namespace brackwell::opening {
+namespace {
+
+/// Says what the amounts of a document say, and nothing where the prescribed reading is as good.
+class EvidenceFormatter final : public NumberFormatter {
+public:
+    explicit EvidenceFormatter(const WrittenAmounts& amounts) noexcept : amounts_(amounts) {}
+
+    std::optional<Decimal> numberFromString(std::string_view text) const override {
+        const AmountReading reading = amounts_.read(text);
+        return reading.how == ReadingKind::prescribed ? std::nullopt : reading.value;
+    }
+    std::optional<std::string> stringFromNumber(const Decimal& number) const override {
+        return standard_.stringFromNumber(number);
+    }
+
+private:
+    WrittenAmounts amounts_;
+    DecimalNumberFormatter standard_;
+};
+
+/// The number that every import without a caller's formatter finds.
+std::optional<Decimal> prescribedNumber(std::string_view text) {
+    if (const std::optional<Decimal> number = Decimal::fromString(text)) return number;
+    return TvOFXHelper::defaultHelper()->ofxAmountFormatter().numberFromString(text);
+}
+
+/// An amount taken apart; nothing when it makes no sense.
+struct TakenApart {
+    NumberForm form;
+    bool negative;
+
+    static std::optional<TakenApart> of(std::string_view text) noexcept {
+        const std::optional<FramedNumber> inner = withoutFrame(text);
+        const std::optional<NumberForm> form = inner ? NumberForm::of(inner->number) : std::nullopt;
+        if (!form) return std::nullopt;
+        return TakenApart{*form, inner->negative};
+    }
+    std::optional<Decimal> value(DecimalMark documentMark) const noexcept {
+        return form.value(negative, documentMark);
+    }
+};
+
+}  // namespace
+
+void WrittenAmounts::addOther(std::string_view text) {
+    const std::optional<TakenApart> amount = TakenApart::of(text);
+    if (!amount) {
+        plain_ = false;
+        return;
+    }
+    points_ += amount->form.evidence() == DecimalMark::point;
+    commas_ += amount->form.evidence() == DecimalMark::comma;
+    const std::optional<Decimal> value = amount->value(DecimalMark::point);
+    // A decimal comma counts even where it is harmless, as in "0,00": it decides of others.
+    if (!value || value != prescribedNumber(text) || commas_ > 0) plain_ = false;
+}
+
+WrittenAmounts::Evidence WrittenAmounts::evidence() const noexcept {
+    constexpr std::size_t enough = 4;
+    if (commas_ > 0 && commas_ / enough >= points_) return {DecimalMark::comma, true};
+    return {DecimalMark::point, points_ > 0 && points_ / enough >= commas_};
+}
+
+AmountReading WrittenAmounts::read(std::string_view text) const {
+    if (isPlain(text)) return {Decimal::fromString(text), ReadingKind::prescribed};
+    const std::optional<Decimal> prescribed = prescribedNumber(text);
+    const std::optional<TakenApart> amount = TakenApart::of(text);
+    const auto [mark, isClear] = evidence();
+    const std::optional<Decimal> value = amount ? amount->value(mark) : std::nullopt;
+    if (!value) return {prescribed, prescribed ? ReadingKind::doubtful : ReadingKind::unreadable};
+
+    const bool isSilent = points_ == 0 && commas_ == 0;
+    const bool isPrescribed = value == prescribed;
+    if (amount->form.isAmbiguous() && !isClear && !(isSilent && isPrescribed))
+        return {value, ReadingKind::doubtful};
+    return {value, isPrescribed ? ReadingKind::prescribed : ReadingKind::byEvidence};
+}
+
+std::shared_ptr<const NumberFormatter> WrittenAmounts::formatter() const {
+    return std::make_shared<const EvidenceFormatter>(*this);
+}
+
+}  // namespace brackwell::opening

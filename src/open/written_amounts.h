@@ -1,0 +1,80 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/platform.h>
+
+#include <memory>
+
+#include "open/number_form.h"
+#include "open/written_value.h"
+#include "platform/ascii_digit.h"
+
+namespace brackwell::opening {
+
+using AmountReading = WrittenValue<Decimal>;
+
+/// Reads the amounts of one document as they are written, by the evidence of all of them.
+///
+/// The prescribed reading takes every comma for a mark between thousands: "-0,99" becomes -99, and with
+/// "1.234,56" or "$5.00" it ends with nothing. Here most amounts say themselves what their marks mean
+/// (NumberForm), and what stands around a number is understood (withoutFrame). An ambiguous amount, "1,234",
+/// is read as the document's others say. When they contradict each other, four times as many outvote the
+/// rest. When they say nothing or do not agree, the standard's way holds: a comma groups.
+///
+/// Two kinds of amounts are doubtful, with the value of the standard's way:
+/// - ambiguous ones, when the other amounts do not agree, or when they say nothing and the amount has a
+/// currency
+///   or the like that the standard does not know;
+/// - texts that make no sense, or no number that fits, but that the prescribed reading makes a number of,
+/// such as
+///   "12,34,56". It delivers that number whatever is said of it here, so that it cannot be called unreadable.
+///
+/// Show it every amount of the document first, then ask.
+class WrittenAmounts {
+public:
+    /// Takes an amount's text into account. A plain one costs a few instructions for each character.
+    void add(std::string_view text) {
+        if (isPlain(text)) [[likely]]
+            ++points_;
+        else
+            addOther(text);
+    }
+
+    /// True when the prescribed reading is right for every amount so far, and so needs no help.
+    bool arePlain() const noexcept { return plain_; }
+
+    /// What the text of an amount stands for. Its value is that of the prescribed reading unless it is read
+    /// by evidence, or is doubtful.
+    AmountReading read(std::string_view text) const;
+
+    /// Reads like this object as it is now, and leaves what the prescribed reading reads rightly to that:
+    /// then, and for an unreadable text, it finds nothing. It writes numbers as the standard formatter does.
+    std::shared_ptr<const NumberFormatter> formatter() const;
+
+private:
+    /// True for a sign at most, digits, a point and two digits, few enough to fit a number: what nearly all
+    /// amounts are.
+    static bool isPlain(std::string_view text) noexcept {
+        constexpr std::size_t longest = 32;
+        if (text.size() < 4 || text.size() > longest) return false;
+        const char* const point = text.data() + text.size() - 3;
+        if (*point != '.' || digitValue(point[1]) > 9 || digitValue(point[2]) > 9) return false;
+        for (const char* digit = text.data() + (text.front() == '-'); digit != point; ++digit)
+            if (digitValue(*digit) > 9) return false;
+        return true;
+    }
+
+    /// What the amounts so far say of the decimal mark.
+    struct Evidence {
+        DecimalMark mark;
+        bool isClear;  ///< false when there is none, or it is not agreed
+    };
+    Evidence evidence() const noexcept;
+    void addOther(std::string_view text);
+
+    std::size_t points_ = 0;  // amounts that show a decimal point
+    std::size_t commas_ = 0;  // amounts that show a decimal comma
+    bool plain_ = true;
+};
+
+}  // namespace brackwell::opening

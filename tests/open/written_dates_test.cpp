@@ -1,0 +1,369 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/written_dates.h"
+
+#include <brackwell/convert.h>
+#include <doctest/doctest.h>
+
+#include <array>
+#include <chrono>
+#include <string>
+#include <vector>
+
+#include "support/effort.h"
+#include "support/random_text.h"
+#include "support/shown.h"
+
+using namespace brackwell;
+using namespace brackwell::opening;
+using namespace brackwell::tests;
+
+namespace {
+
+using Texts = std::vector<std::string>;
+
+WrittenDates documentWith(const Texts& dates) {
+    WrittenDates document;
+    for (const std::string& date : dates) document.add(date);
+    return document;
+}
+
+std::optional<Date> prescribedReading(std::string_view text) {
+    return TvOFXHelper::defaultHelper()->dateFromOFXDateString(text);
+}
+
+/// What an import finds that was given the document's formatter.
+std::optional<Date> readingOfImport(const WrittenDates& document, std::string_view text) {
+    static TvOFXHelper helper;  // making one takes longer than a reading
+    helper.setDateFormatter(document.formatter());
+    return helper.dateFromOFXDateString(text);
+}
+
+/// "2025-06-30", with a time when it is not midnight; or what the reading is.
+std::string shownReading(const DateReading& reading) {
+    if (reading.how == ReadingKind::unreadable) return reading.value ? "?" : "unreadable";
+    constexpr std::string_view midnight = " 00:00:00.000";
+    std::string text = tests::shown(reading.value);
+    if (text.ends_with(midnight)) text.erase(text.size() - midnight.size());
+    return text + (reading.how == ReadingKind::prescribed ? ", prescribed" : "");
+}
+
+struct Row {
+    std::string text;
+    std::string reading;
+};
+
+/// Each text as the document that consists of `others` and itself reads it.
+void checkReadings(const std::vector<Row>& rows, const Texts& others = {}) {
+    for (const Row& row : rows) {
+        CAPTURE(row.text);
+        WrittenDates document = documentWith(others);
+        document.add(row.text);
+        const DateReading reading = document.read(row.text);
+        CHECK(shownReading(reading) == row.reading);
+        CHECK(readingOfImport(document, row.text) == reading.value);
+        if (others.empty()) CHECK(document.arePlain() == (reading.how == ReadingKind::prescribed));
+    }
+}
+
+/// The number with zeros before it up to so many digits.
+std::string padded(unsigned number, std::size_t width) {
+    std::string text = std::to_string(number);
+    if (text.size() < width) text.insert(0, width - text.size(), '0');
+    return text;
+}
+
+/// A way to write dates.
+struct Form {
+    std::string mark;
+    std::array<std::size_t, 3> order;  // of year, month, day
+    std::size_t width;                 // of month and day
+    std::string time;                  // after it; 10:20 if any
+};
+
+std::string written(const Form& form, const std::array<unsigned, 3>& fields) {
+    std::string text;
+    for (const std::size_t field : form.order) {
+        if (!text.empty()) text += form.mark;
+        text += padded(fields[field], field == 0 ? 4 : form.width);
+    }
+    return text + form.time;
+}
+
+}  // namespace
+
+TEST_CASE("OFX dates keep their prescribed reading, and a document of them needs no help") {
+    const std::vector<Row> rows = {{"20250630", "2025-06-30, prescribed"},
+                                   {"20250630140509", "2025-06-30 14:05:09.000, prescribed"},
+                                   {"20250630140509.123", "2025-06-30 14:05:09.123, prescribed"},
+                                   {"20250630140509.123[-5:EST]", "2025-06-30 14:05:09.123, prescribed"},
+                                   {"20240131120000[-5:EST]", "2024-01-31, prescribed"},
+                                   {"202506301405", "2025-06-30, prescribed"},
+                                   {"20250630 ", "2025-06-30, prescribed"},
+                                   {"20250630250000", "2025-06-30, prescribed"},
+                                   {"20240229", "2024-02-29, prescribed"},
+                                   {"00010101", "0001-01-01, prescribed"},
+                                   {"19000131", "1900-01-31, prescribed"}};
+    checkReadings(rows);
+    Texts all;
+    for (const Row& row : rows) all.push_back(row.text);
+    CHECK(documentWith(all).arePlain());
+    CHECK(documentWith({}).arePlain());
+    for (const std::string& text : all)
+        CHECK(documentWith(all).formatter()->dateFromString(text) == std::nullopt);
+}
+
+TEST_CASE("days that no calendar has are unreadable") {
+    for (const std::string text :
+         {"20250631", "20241301", "20230229", "20250600", "20250030", "00000101", "2025-06-31", "2025-13-01",
+          "2025-30-06", "31/04/2025", "30/02/2025", "02/30/2025", "29.02.2023", "13/13/2025", "0/6/2025",
+          "00/00/2025", "0000-01-01", "99/99/9999"})
+        checkReadings({{text, "unreadable"}});
+}
+
+TEST_CASE("a date with its year first is year, month and day") {
+    checkReadings({{"2025-06-30", "2025-06-30"},
+                   {"2025/06/30", "2025-06-30"},
+                   {"2025.06.30", "2025-06-30"},
+                   {"2025-6-3", "2025-06-03"},
+                   {"2025-03-04", "2025-03-04"},
+                   {"2024-02-29", "2024-02-29"}});
+}
+
+TEST_CASE("a number above 12 is the day") {
+    checkReadings({{"30/06/2025", "2025-06-30"},
+                   {"06/30/2025", "2025-06-30"},
+                   {"30.06.2025", "2025-06-30"},
+                   {"30-06-2025", "2025-06-30"},
+                   {"06-13-2025", "2025-06-13"},
+                   {"13/1/2025", "2025-01-13"},
+                   {"1/31/2025", "2025-01-31"}});
+}
+
+TEST_CASE("a date whose day and month are the same number cannot mean anything else") {
+    checkReadings({{"05/05/2025", "2025-05-05"},
+                   {"5.5.2025", "2025-05-05"},
+                   {"12-12-2025 08:00", "2025-12-12 08:00:00.000"}});
+}
+
+TEST_CASE("the order of day and month is that of the document's other dates with the same mark") {
+    const Texts ambiguous = {"03/04/2025", "3/4/2025"};
+    for (const std::string& text : ambiguous) {
+        CAPTURE(text);
+        checkReadings({{text, "unreadable"}});
+        checkReadings({{text, "2025-04-03"}}, {"30/06/2025"});
+        checkReadings({{text, "2025-03-04"}}, {"06/30/2025"});
+        checkReadings({{text, "2025-04-03"}}, {"30/06/2025 10:00", "05/05/2025", "13/1/2024", "06/30/2025x"});
+        // Dates with other marks, and such that have no order, say nothing.
+        for (const std::string other : {"30.06.2025", "06-30-2025", "2025/06/30", "05/05/2025", "04/03/2025",
+                                        "20250630", "30/02/2025", "30/06/25", "nonsense"})
+            checkReadings({{text, "unreadable"}}, {other});
+        // Those that contradict each other say nothing, whatever their number.
+        checkReadings({{text, "unreadable"}}, {"30/06/2025", "06/30/2025", "29/06/2025", "28/06/2025"});
+    }
+    checkReadings({{"03.04.2025", "2025-04-03"}, {"03-04-2025", "2025-03-04"}}, {"30.06.2025", "06-30-2025"});
+}
+
+TEST_CASE("a date with a number above 12 is read by itself where the others contradict each other") {
+    checkReadings({{"30/06/2025", "2025-06-30"}, {"06/30/2025", "2025-06-30"}}, {"30/06/2025", "06/30/2025"});
+}
+
+TEST_CASE("a time may follow the date, and its zone is not applied") {
+    checkReadings({{"30/06/2025 14:05", "2025-06-30 14:05:00.000"},
+                   {"30/06/2025 14:05:09", "2025-06-30 14:05:09.000"},
+                   {"30/06/2025  4:05", "2025-06-30 04:05:00.000"},
+                   {"2025-06-30 14:05:09", "2025-06-30 14:05:09.000"},
+                   {"2025-06-30T14:05:09Z", "2025-06-30 14:05:09.000"},
+                   {"2025-06-30T14:05Z", "2025-06-30 14:05:00.000"},
+                   {"2025-06-30T14:05:09.1", "2025-06-30 14:05:09.100"},
+                   {"2025-06-30T14:05:09.123456789z", "2025-06-30 14:05:09.123"},
+                   {"2025-06-30T14:05:09+02:00", "2025-06-30 14:05:09.000"},
+                   {"2025-06-30T14:05:09-0330", "2025-06-30 14:05:09.000"},
+                   {"2025-06-30 14:05:09 +2", "2025-06-30 14:05:09.000"},
+                   {"2025-06-30 14:05:09[-5:EST]", "2025-06-30 14:05:09.000"},
+                   {"2025-06-30T00:00:00", "2025-06-30"},
+                   {"30.06.2025\u00A023:59:59.999", "2025-06-30 23:59:59.999"}});
+}
+
+TEST_CASE("a date with a time that is none is unreadable as a whole") {
+    for (const std::string time : {"T",
+                                   "T14",
+                                   "14:05",
+                                   " 14",
+                                   " 24:00",
+                                   " 14:60",
+                                   " 14:05:60",
+                                   " 14:5",
+                                   " 14:05:9",
+                                   " 014:05",
+                                   " 14:05:09.",
+                                   " :05",
+                                   " 14:05 PM",
+                                   " 2:05 pm",
+                                   " T14:05",
+                                   "T 14:05",
+                                   "t14:05",
+                                   " 14:05:09Zx",
+                                   " 14:05:09+",
+                                   " 14:05:09+023",
+                                   " 14:05:09+02:",
+                                   " 14:05:09+2:00",
+                                   " 14:05:09+02:0",
+                                   " 14:05:09+02:60",
+                                   " 14:05:09+02:00x",
+                                   " 14:05:09+02300",
+                                   " 14:05[",
+                                   " 14:05[a]b]",
+                                   " 14:05[x",
+                                   " 14:05]",
+                                   "x",
+                                   " x",
+                                   "Z",
+                                   "/",
+                                   "-1"})
+        checkReadings({{"2025-06-30" + time, "unreadable"}});
+}
+
+TEST_CASE("white space around a date is passed over") {
+    checkReadings({{" 2025-06-30", "2025-06-30"},
+                   {"30/06/2025\r\n", "2025-06-30"},
+                   {"\t\u00A030.06.2025 14:05 ", "2025-06-30 14:05:00.000"},
+                   {" 20250630", "2025-06-30"},
+                   {" 20250630140509 ", "2025-06-30 14:05:09.000"}});
+}
+
+TEST_CASE("other forms are unreadable") {
+    for (const std::string text : {"",
+                                   " ",
+                                   "30/06/25",
+                                   "25-06-30",
+                                   "06/2025",
+                                   "2025-06",
+                                   "2025-06/30",
+                                   "30.06/2025",
+                                   "30 06 2025",
+                                   "2025_06_30",
+                                   "June 30, 2025",
+                                   "30062025",
+                                   "/06/2025",
+                                   "30//2025",
+                                   "30/06/",
+                                   "30/06/20255",
+                                   "030/06/2025",
+                                   "2025-006-30",
+                                   "02025-06-30",
+                                   "2025-06-030",
+                                   "2025-2025-01",
+                                   "2025",
+                                   "-2025-06-30",
+                                   "1/2/3/2025",
+                                   "1.2.3",
+                                   "12.50",
+                                   "abc",
+                                   "\xFF",
+                                   "2025\u221206\u221230",
+                                   "0",
+                                   "00000000"})
+        checkReadings({{text, "unreadable"}});
+}
+
+TEST_CASE("the formatter keeps the evidence it was made with, and writes OFX dates") {
+    WrittenDates document = documentWith({"30/06/2025"});
+    const auto formatter = document.formatter();
+    document.add("06/30/2025");
+    CHECK(formatter->dateFromString("03/04/2025") == utc(2025, 4, 3));
+    CHECK(document.formatter()->dateFromString("03/04/2025") == std::nullopt);
+    CHECK(formatter->stringFromDate(utc(2025, 6, 30, 14, 5, 9)) == "20250630140509");
+}
+
+TEST_CASE("dates outside the years 1970 to 2100 are doubtful") {
+    CHECK(isDoubtful(utc(1969, 12, 31, 23, 59, 59, 999)));
+    CHECK_FALSE(isDoubtful(utc(1970, 1, 1)));
+    CHECK_FALSE(isDoubtful(utc(2025, 6, 30)));
+    CHECK_FALSE(isDoubtful(utc(2100, 12, 31, 23, 59, 59, 999)));
+    CHECK(isDoubtful(utc(2101, 1, 1)));
+    CHECK(isDoubtful(utc(1, 1, 1)));
+    CHECK(isDoubtful(utc(9999, 12, 31)));
+}
+
+TEST_CASE("random days in every form are the same day, or unreadable where another is as likely") {
+    const std::vector<Form> forms = {{"-", {0, 1, 2}, 2, ""}, {"/", {0, 1, 2}, 1, ""},
+                                     {"/", {2, 1, 0}, 2, ""}, {".", {2, 1, 0}, 1, " 10:20"},
+                                     {"-", {1, 2, 0}, 2, ""}, {"/", {1, 2, 0}, 1, "T10:20Z"}};
+    RandomText random(1970);
+    const WrittenDates nothingSeen;
+    for (std::size_t round = scaled(100'000); round > 0; --round) {
+        const auto upTo = [&random](std::size_t most) {
+            return 1 + static_cast<unsigned>(random.below(most));
+        };
+        const std::array fields = {upTo(9999), upTo(12), upTo(28)};
+        const Form& form = random.oneOf(forms);
+        const std::string text = written(form, fields);
+        CAPTURE(text);
+        Date day = utc(static_cast<int>(fields[0]), fields[1], fields[2]);
+        if (!form.time.empty()) day += std::chrono::minutes(620);
+        const bool isCertain = form.order[0] == 0 || fields[2] > 12 || fields[1] == fields[2];
+        REQUIRE(nothingSeen.read(text).value == (isCertain ? std::optional<Date>(day) : std::nullopt));
+        const WrittenDates document = documentWith({written(form, {2000, 1, 31})});
+        REQUIRE(document.read(text).value == day);
+    }
+}
+
+TEST_CASE("whatever the texts are, the prescribed reading delivers no date that the document does not say") {
+    RandomText random(31);
+    const Texts pieces = {"20", "25", "2025", "06", "30", "1", "12", "/", "-",      ".",    "/",
+                          "-",  ":",  " ",    "T",  "Z",  "[", "]",  "+", "\u00A0", "\xFF", "20250630"};
+    for (std::size_t round = scaled(200'000); round > 0; --round) {
+        const Texts texts = {random.soup(pieces, random.below(12)), random.soup(pieces, 6)};
+        const WrittenDates document = documentWith(texts);
+        for (const std::string& text : texts) {
+            CAPTURE(text);
+            const DateReading reading = document.read(text);
+            const auto prescribed = prescribedReading(text);
+            REQUIRE(reading.value.has_value() == (reading.how != ReadingKind::unreadable));
+            REQUIRE((reading.how == ReadingKind::prescribed) == prescribed.has_value());
+            if (prescribed) REQUIRE(reading.value == prescribed);
+            REQUIRE(readingOfImport(document, text) == reading.value);
+            if (document.arePlain()) REQUIRE(prescribed);
+        }
+    }
+}
+
+TEST_CASE("every text of eight digits is plain exactly when it is read") {
+    for (unsigned month = 0; month < 100; ++month) {
+        for (unsigned day = 0; day < 100; ++day) {
+            for (const unsigned year : {0U, 1U, 99U, 100U, 1900U, 2000U, 2023U, 2024U, 9999U}) {
+                const std::string text = padded(year, 4) + padded(month, 2) + padded(day, 2);
+                CAPTURE(text);
+                REQUIRE(documentWith({text}).arePlain() == prescribedReading(text).has_value());
+            }
+        }
+    }
+}
+
+TEST_CASE("a date of ten megabytes costs no more than some looks at each byte") {
+    // What took the square of that would not end before the test's time limit.
+    const std::size_t size = scaled(10'000'000);
+    struct Long {
+        std::string before;
+        std::string piece;
+        bool isDate;
+    };
+    const std::vector<Long> rows = {{"", "1", true},  // 1111-11-11
+                                    {"", " ", false},
+                                    {"", "30/", false},
+                                    {"2025-06-", "0", false},
+                                    {"2025-06-30", " ", true},
+                                    {"2025-06-30", "\u00A0", true},
+                                    {"2025-06-30 14:05:09.", "1", true},
+                                    {"2025-06-30 14:05:09[", "[", false},
+                                    {"2025-06-30 14:05:09+", "0", false},
+                                    {"2025-06-30 ", "\xC2", false}};
+    for (const auto& [before, piece, isDate] : rows) {
+        CAPTURE(before);
+        CAPTURE(piece);
+        std::string text = before;
+        text.reserve(size + 8);
+        while (text.size() < size) text += piece;
+        CHECK(documentWith({text}).read(text).value.has_value() == isDate);
+    }
+}
