@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/ascii_digit.h"
 #include "platform/utf8.h"
 
 namespace brackwell::opening {
@@ -119,12 +120,14 @@ public:
 
 private:
     bool takeFromFront() noexcept {
+        if (beginsWithDigits(rest_, 1)) return false;
         rest_ = trimWhiteSpace(rest_);
         return takeSign<Front>(signTexts) || takeOpening() || takeCode<Front>() || takeDollarAtFront() ||
                takeCurrency<Front>();
     }
 
     bool takeFromBack() noexcept {
+        if (!rest_.empty() && digitValue(rest_.back()) <= 9) return false;
         rest_ = trimWhiteSpace(rest_);
         return takeSignBehind() || takeClosing() || takeCode<Back>() || takeSide() || takeDollarAtBack() ||
                takeCurrency<Back>();

@@ -85,6 +85,7 @@ struct NumberForm::Marks {
         for (;;) {
             takeDigits(rest);
             end = text.size() - rest.size();
+            if (rest.empty()) return;
             switch (takeMark(rest)) {
                 case Mark::point:
                     ++points;

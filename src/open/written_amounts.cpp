@@ -48,9 +48,22 @@ struct TakenApart {
     }
 };
 
+/// True when the prescribed reading finds the number that the amount is the standard's way.
+bool isReadRightly(std::string_view text, const TakenApart& amount) {
+    const std::optional<Decimal> value = amount.value(DecimalMark::point);
+    return value && value == prescribedNumber(text);
+}
+
+/// True for a minus at most and few enough digits to fit a number. Such amounts say nothing of marks.
+bool isWhole(std::string_view text) noexcept {
+    if (text.starts_with('-')) text.remove_prefix(1);
+    return !text.empty() && text.size() <= Decimal::maximumDigits && beginsWithDigits(text, text.size());
+}
+
 }  // namespace
 
 void WrittenAmounts::addOther(std::string_view text) {
+    if (isWhole(text)) return;
     const std::optional<TakenApart> amount = TakenApart::of(text);
     if (!amount) {
         plain_ = false;
@@ -58,9 +71,8 @@ void WrittenAmounts::addOther(std::string_view text) {
     }
     points_ += amount->form.evidence() == DecimalMark::point;
     commas_ += amount->form.evidence() == DecimalMark::comma;
-    const std::optional<Decimal> value = amount->value(DecimalMark::point);
     // A decimal comma counts even where it is harmless, as in "0,00": it decides of others.
-    if (!value || value != prescribedNumber(text) || commas_ > 0) plain_ = false;
+    plain_ = plain_ && commas_ == 0 && isReadRightly(text, *amount);
 }
 
 WrittenAmounts::Evidence WrittenAmounts::evidence() const noexcept {

@@ -3,11 +3,13 @@
 
 #include <brackwell/platform.h>
 
+#include <cstdint>
 #include <memory>
 
 #include "open/number_form.h"
 #include "open/written_value.h"
 #include "platform/ascii_digit.h"
+#include "platform/load_word.h"
 
 namespace brackwell::opening {
 
@@ -52,16 +54,28 @@ public:
     std::shared_ptr<const NumberFormatter> formatter() const;
 
 private:
-    /// True for a sign at most, digits, a point and two digits, few enough to fit a number: what nearly all
+    /// True for a minus at most, digits, a point and two digits, few enough to fit a number: what nearly all
     /// amounts are.
     static bool isPlain(std::string_view text) noexcept {
         constexpr std::size_t longest = 32;
         if (text.size() < 4 || text.size() > longest) return false;
-        const char* const point = text.data() + text.size() - 3;
-        if (*point != '.' || digitValue(point[1]) > 9 || digitValue(point[2]) > 9) return false;
-        for (const char* digit = text.data() + (text.front() == '-'); digit != point; ++digit)
+        const char* const end = text.data() + text.size() - 4;
+        const char* digit = text.data();
+        if (*digit == '-' && digit != end) ++digit;
+        for (; digit != end; ++digit)
             if (digitValue(*digit) > 9) return false;
-        return true;
+        return endsPlainly(end);
+    }
+
+    /// True for a digit, a point and two digits, looked at in one word.
+    static constexpr bool endsPlainly(const char* fourBytes) noexcept {
+        constexpr std::uint32_t zeros = 0x30302E30;  // "0.00"
+        // What can be added to a byte below 0x80 that is right, and to no other, without setting its highest
+        // bit.
+        constexpr std::uint32_t room = 0x76767F76;
+        constexpr std::uint32_t highestBits = 0x80808080;
+        const std::uint32_t values = loadHalfWord(fourBytes) ^ zeros;
+        return ((((values & ~highestBits) + room) | values) & highestBits) == 0;
     }
 
     /// What the amounts so far say of the decimal mark.

@@ -51,7 +51,8 @@ private:
         const auto pairs = fourPairs(text.data());
         if (!pairs) return false;
         const auto [century, year, month, day] = *pairs;
-        return century >= 1 && month >= 1 && month <= 12 && day >= 1 && day <= 28;
+        return century >= 1 && month >= 1 && month <= 12 && day >= 1 &&
+               (day <= 28 || (day <= 30 && month != 2));
     }
 
     void addOther(std::string_view text) noexcept;

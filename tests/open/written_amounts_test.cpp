@@ -409,6 +409,22 @@ TEST_CASE(
     checkReadings({{longest, longest + ", prescribed"}, {"1" + longest, "1" + longest + ", prescribed"}});
 }
 
+TEST_CASE("no byte at any place is taken for a part of a plain amount that it is not") {
+    for (const std::string form : {"-12.34", "5.00", "-5.00", "-.50", "-12", "7", "1234567.89"}) {
+        for (std::size_t place = 0; place < form.size(); ++place) {
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string text = form;
+                text[place] = static_cast<char>(byte);
+                CAPTURE(text);
+                const WrittenAmounts document = documentWith({text});
+                const AmountReading reading = document.read(text);
+                REQUIRE(document.arePlain() == (reading.how == ReadingKind::prescribed));
+                REQUIRE(readingOfImport(document, text) == reading.value);
+            }
+        }
+    }
+}
+
 TEST_CASE("the order in which amounts are seen does not matter") {
     const Texts texts = {"1,234", "0,99", "$5", "1.50", "2,50", "7,5", "1.234", "0,1", "12,34,56"};
     const Texts reversed(texts.rbegin(), texts.rend());

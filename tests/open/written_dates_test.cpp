@@ -340,6 +340,19 @@ TEST_CASE("every text of eight digits is plain exactly when it is read") {
     }
 }
 
+TEST_CASE("no byte at any place is taken for a part of a plain date that it is not") {
+    for (const std::string form : {"20250615", "20250228120000"}) {
+        for (std::size_t place = 0; place < form.size(); ++place) {
+            for (int byte = 0; byte < 256; ++byte) {
+                std::string text = form;
+                text[place] = static_cast<char>(byte);
+                CAPTURE(text);
+                REQUIRE(documentWith({text}).arePlain() == prescribedReading(text).has_value());
+            }
+        }
+    }
+}
+
 TEST_CASE("a date of ten megabytes costs no more than some looks at each byte") {
     // What took the square of that would not end before the test's time limit.
     const std::size_t size = scaled(10'000'000);
