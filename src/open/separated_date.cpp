@@ -104,7 +104,7 @@ std::optional<SeparatedDate> SeparatedDate::of(std::string_view text) noexcept {
         numbers[i] = takeDigits(text);
     }
     date.yearFirst = numbers[0].count == 4;
-    if (!date.yearFirst) std::ranges::rotate(numbers, numbers.end() - 1);
+    if (!date.yearFirst) std::rotate(numbers.begin(), numbers.end() - 1, numbers.end());
     const auto isShort = [](const Digits& digits) { return digits.count == 1 || digits.count == 2; };
     if (numbers[0].count != 4 || !isShort(numbers[1]) || !isShort(numbers[2])) return std::nullopt;
     date.year = numbers[0].value;
