@@ -48,6 +48,8 @@ private:
     /// has.
     static bool isPlain(std::string_view text) noexcept {
         if (text.size() < 8) return false;
+        // The prescribed reading counts characters, and the rest of one would belong to the last digit.
+        if (text.size() > 8 && (static_cast<unsigned char>(text[8]) & 0xC0) == 0x80) return false;
         const auto pairs = fourPairs(text.data());
         if (!pairs) return false;
         const auto [century, year, month, day] = *pairs;

@@ -470,19 +470,23 @@ TEST_CASE("random documents of one style are read exactly, those of three digits
         const Style& style = random.oneOf(styles);
         WrittenAmounts document;
         document.add("0" + style.decimal + "99");
-        std::vector<std::pair<std::string, std::optional<Decimal>>> amounts;
+        struct Amount {
+            std::string text;
+            std::optional<Decimal> number;
+        };
+        std::vector<Amount> amounts;
         for (int i = 0; i < 20; ++i) {
             const std::string integer = std::to_string(1 + random.below(9)) + digits(random, random.below(9));
             const std::string fraction = digits(random, random.below(4));
             const std::string mark = fraction.empty() ? "" : style.decimal;
-            amounts.emplace_back(grouped(integer, style.group) + mark + fraction,
-                                 Decimal::fromString(integer + "." + fraction));
-            document.add(amounts.back().first);
+            amounts.push_back({grouped(integer, style.group) + mark + fraction,
+                               Decimal::fromString(integer + "." + fraction)});
+            document.add(amounts.back().text);
         }
-        for (const auto& [text, number] : amounts) {
-            CAPTURE(text);
-            REQUIRE(document.read(text).value == number);
-            REQUIRE(readingOfImport(document, text) == number);
+        for (const Amount& amount : amounts) {
+            CAPTURE(amount.text);
+            REQUIRE(document.read(amount.text).value == amount.number);
+            REQUIRE(readingOfImport(document, amount.text) == amount.number);
         }
     }
 }
