@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
@@ -60,6 +61,9 @@ int start(const Command& command, const Descriptors& descriptors) {
     const std::vector<char*> environmentPointers = pointers(environment);
     const pid_t process = ::fork();
     if (process != 0) return process;
+    // What started the tests may ignore signals, as a shell does for what runs in the background.
+    for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM})
+        static_cast<void>(std::signal(signal, SIG_DFL));
     const std::array wanted{descriptors.input, descriptors.output, descriptors.error};
     for (int i = 0; i < 3; ++i) {
         const int descriptor = wanted[static_cast<std::size_t>(i)];
@@ -73,11 +77,13 @@ int start(const Command& command, const Descriptors& descriptors) {
     ::_exit(127);
 }
 
-int statusOf(int process) {
+/// Waits for the end of a program and notes how it came.
+void await(int process, Finished& finished) {
     int status = 0;
     while (::waitpid(process, &status, 0) < 0 && errno == EINTR) {
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    if (WIFEXITED(status)) finished.status = WEXITSTATUS(status);
+    if (WIFSIGNALED(status)) finished.signal = WTERMSIG(status);
 }
 
 /// Reads what is there; false at the end. A terminal whose program has ended gives an error instead.
@@ -118,7 +124,7 @@ Finished runWith(const Command& command, int output) {
     while (readInto(finished.error, error.reading)) {
     }
     ::close(error.reading);
-    finished.status = statusOf(process);
+    await(process, finished);
     return finished;
 }
 
@@ -161,7 +167,7 @@ Finished run(const Command& command) {
     readBoth(output.reading, finished.output, error.reading, finished.error);
     ::close(output.reading);
     ::close(error.reading);
-    finished.status = statusOf(process);
+    await(process, finished);
     return finished;
 }
 
@@ -194,7 +200,38 @@ Finished runOnTerminal(const Command& command, unsigned short columns) {
     while (readInto(finished.output, terminal.outside)) {
     }
     ::close(terminal.outside);
-    finished.status = statusOf(process);
+    await(process, finished);
+    return finished;
+}
+
+Waiting::Waiting(const Command& command) {
+    const Pipe input = makePipe();
+    const Pipe output = makePipe();
+    const Pipe error = makePipe();
+    process_ = start(command, {input.reading, output.writing, error.writing});
+    for (const int descriptor : {input.reading, output.writing, error.writing}) ::close(descriptor);
+    input_ = input.writing;
+    output_ = output.reading;
+    error_ = error.reading;
+    if (::write(input_, command.input.data(), command.input.size()) !=
+        static_cast<ssize_t>(command.input.size()))
+        throw std::runtime_error("the program does not read");
+}
+
+Waiting::~Waiting() {
+    if (process_ >= 0) finish();
+}
+
+void Waiting::send(int signal) { ::kill(process_, signal); }
+
+Finished Waiting::finish() {
+    ::close(input_);
+    Finished finished;
+    readBoth(output_, finished.output, error_, finished.error);
+    ::close(output_);
+    ::close(error_);
+    await(process_, finished);
+    process_ = -1;
     return finished;
 }
 
@@ -230,7 +267,8 @@ Finished Running::finish() {
     while (readMore()) {
     }
     ::close(terminal_);
-    Finished finished{statusOf(process_), shown_, {}};
+    Finished finished{-1, shown_, {}};
+    await(process_, finished);
     process_ = -1;
     return finished;
 }

@@ -24,6 +24,7 @@ struct Finished {
     int status = -1;     ///< the exit status; -1 when it did not exit by itself
     std::string output;  ///< standard output
     std::string error;   ///< standard error
+    int signal = 0;      ///< the one that ended it; 0: none
 };
 
 /// Runs a program to its end.
@@ -40,6 +41,25 @@ std::string obstacleToTerminals();
 
 /// Runs a program on a terminal so many columns wide: what it shows there, of both outputs, is the output.
 Finished runOnTerminal(const Command& command, unsigned short columns);
+
+/// A program that waits for more on its standard input, a pipe that stays open after what the command says.
+class Waiting {
+public:
+    explicit Waiting(const Command& command);
+    Waiting(const Waiting&) = delete;
+    Waiting& operator=(const Waiting&) = delete;
+    ~Waiting();
+
+    void send(int signal);
+    /// Ends the input and waits for the program.
+    Finished finish();
+
+private:
+    int process_ = -1;
+    int input_ = -1;
+    int output_ = -1;
+    int error_ = -1;
+};
 
 /// A program whose standard input stays open for as long as the caller likes, on a terminal.
 class Running {
