@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <optional>
 
 #include "console/memory.h"
 #include "console/messages.h"
@@ -30,15 +31,22 @@ void openStandardDescriptors() {
             static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
-int runCommand(const tool::CommandLine& line) {
+/// Writes help or the version.
+int writeText(std::string_view text) {
     tool::Progress progress;
-    tool::Output output(line.options.outputFile, progress);
-    tool::Run run{line.options, output, progress};
-    bool isDone = line.exitStatus.has_value();
-    output.write(line.text);
-    if (!isDone && output.isGood())
+    tool::Output output(std::nullopt, false, progress);
+    output.write(text);
+    return output.close() ? 0 : 1;
+}
+
+int runCommand(const tool::Options& options) {
+    tool::Progress progress;
+    tool::Output output(options.outputFile, options.replacesDocuments, progress);
+    tool::Run run{options, output, progress};
+    bool isDone = false;
+    if (output.isGood())
         for (const Command& command : kCommands)
-            if (command.name == line.options.command) isDone = command.run(run);
+            if (command.name == options.command) isDone = command.run(run);
     progress.end();
     return output.close() && isDone ? 0 : 1;
 }
@@ -47,13 +55,14 @@ int runCommand(const tool::CommandLine& line) {
 
 int main(int count, char** arguments) {
     openStandardDescriptors();
-    std::signal(SIGPIPE, SIG_IGN);  // a closed pipe is a failed write like any other
+    // A closed pipe, and a file that is larger than it may be, are failed writes like any other.
+    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
     const tool::CommandLine line = tool::readCommandLine(count, arguments);
     tool::throwWhenMemoryIsExhausted();
     try {
         tool::sayText(line.error);
-        if (line.exitStatus.value_or(0) != 0) return *line.exitStatus;
-        return runCommand(line);
+        if (!line.exitStatus) return runCommand(line.options);
+        return *line.exitStatus == 0 ? writeText(line.text) : *line.exitStatus;
     } catch (const std::bad_alloc&) {
         tool::sayThatMemoryIsExhausted();
         return 1;

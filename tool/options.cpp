@@ -4,10 +4,10 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <map>
 #include <sstream>
 
+#include "console/output_target.h"
 #include "filter/filter_options.h"
 #include "text/characters.h"
 
@@ -97,6 +97,11 @@ constexpr const char* kExamples =
     "  brackwell csv --output year.csv *.ofx\n"
     "  curl -s https://bank.example/statement | brackwell json -\n"
     "  brackwell request accounts --version 211 --since 20240101\n\n"
+    "A file for --output is written under another name and renamed when it is whole: after an error, or "
+    "when\n"
+    "no document could be read, what was there before stays. Where some could be read, the output has "
+    "those.\n"
+    "It is readable by its owner only. An OFX document is replaced with --force only.\n\n"
     "Exit status: 0 when every file was read, 1 when one could not be read or something could not be\n"
     "written, 2 for wrong usage. \"brackwell COMMAND --help\" tells the options of a command.\n";
 
@@ -104,9 +109,11 @@ constexpr const char* kRepairExamples =
     "Puts missing, misspelt and crossed close tags right, closes empty leaves, drops comments and unwraps\n"
     "character data; puts tags in lower case into capitals. Values stay as they are. What was changed is\n"
     "listed on standard error, tags in lower case only counted. A document that can be read is copied as\n"
-    "it is. The list does not show passwords, keys and cookies; the diff has the lines as they are.\n\n"
+    "it is. The list does not show passwords, keys and cookies; the diff has the lines as they are.\n"
+    "With --force the output may also take the place of FILE itself.\n\n"
     "Examples:\n"
     "  brackwell repair july.ofx --output july-fixed.ofx\n"
+    "  brackwell repair july.ofx --output july.ofx --force\n"
     "  brackwell repair --diff july.ofx --output /dev/null\n"
     "  brackwell show --repair july.ofx\n";
 
@@ -149,10 +156,20 @@ std::string checkVersion(const std::string& text) {
     return isNumber ? std::string() : "not a version: \"" + text + "\"";
 }
 
+std::string checkOutputName(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
+
 std::string checkPattern(const std::string& text) { return text.empty() ? "the pattern is empty" : ""; }
 
 // ---------------------------------------------------------------------------------------------
 // Declaration
+
+/// What every command takes.
+void declareOutput(CLI::App& sub, Options& options) {
+    sub.add_option("-o,--output", options.outputFile, "Write to this file instead of standard output")
+        ->type_name("FILE")
+        ->check(CLI::Validator(checkOutputName, ""));
+    sub.add_flag("--force", options.replacesDocuments, "Let --output replace an OFX document");
+}
 
 /// What every command takes that reads files.
 void declareFiles(CLI::App* sub, bool takesSeveralFiles, Options& options, Texts& texts) {
@@ -162,8 +179,7 @@ void declareFiles(CLI::App* sub, bool takesSeveralFiles, Options& options, Texts
     sub->add_option("--encoding", texts.encoding, "The text encoding, instead of finding it out")
         ->type_name("NAME")
         ->check(CLI::Validator(checkEncoding, ""));
-    sub->add_option("-o,--output", options.outputFile, "Write to this file instead of standard output")
-        ->type_name("FILE");
+    declareOutput(*sub, options);
 }
 
 void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
@@ -211,6 +227,7 @@ void declareRequest(CLI::App& app, Options& options, Texts& texts) {
                     "For a profile: what the client can be routed by: none, service or msgset")
         ->type_name("HOW")
         ->check(CLI::Validator(CLI::IsMember({"none", "service", "msgset"})).description(""));
+    declareOutput(*sub, options);
     sub->footer(kRequestExamples);
 }
 
@@ -268,16 +285,12 @@ brackwell::NumberFormat numberFormat(const Texts& texts) {
     return format;
 }
 
-/// A file that is written must not be one that is still to be read.
 void checkOutput(const Options& options) {
-    if (options.outputFile.empty()) return;
-    for (const std::string& name : options.files) {
-        std::error_code failure;
-        const std::string file = name == "-" ? "/dev/stdin" : name;
-        if (std::filesystem::is_regular_file(file, failure) &&
-            std::filesystem::equivalent(file, options.outputFile, failure))
-            throw CLI::ValidationError("--output", options.outputFile + " is also a file to be read");
-    }
+    if (!options.outputFile) return;
+    // Only a repair writes all that it has read, so only that may take its place.
+    const OutputRules rules{options.replacesDocuments, options.command == "repair"};
+    const std::string objection = objectionTo(*options.outputFile, options.files, rules);
+    if (!objection.empty()) throw CLI::ValidationError("--output", *options.outputFile + " " + objection);
 }
 
 void checkFiles(const Options& options) {

@@ -23,7 +23,8 @@ struct RequestOptions {
 struct Options {
     std::string command;
     std::vector<std::string> files;
-    std::string outputFile;  ///< empty: standard output
+    std::optional<std::string> outputFile;  ///< none: standard output
+    bool replacesDocuments = false;         ///< let the output take the place of an OFX document
     brackwell::TextEncoding encoding = brackwell::TextEncodingNone;
     std::shared_ptr<const brackwell::NumberFormatter> numberFormatter;  ///< null: the built-in formats only
     std::shared_ptr<const brackwell::DateFormatter> dateFormatter;

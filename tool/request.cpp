@@ -20,6 +20,7 @@ bool runRequest(Run& run) {
     const auto request = makeRequest(run.options.request);
     request->setOfxVersion(run.options.request.version);
     run.output.write(request->ofxString());
+    run.output.keep();
     return true;
 }
 

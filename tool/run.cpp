@@ -7,9 +7,11 @@
 namespace tool {
 
 bool withEnoughMemory(Run& run, const std::string& name, const std::function<bool()>& work) {
+    const std::uint64_t before = run.output.count();
     try {
         return work();
     } catch (const std::bad_alloc&) {
+        if (run.output.count() != before) run.output.spoil();
         run.progress.end();
         say(name, "There is not enough memory for this document.");
         return false;
@@ -24,6 +26,7 @@ bool forEachDocument(Run& run, const std::function<void(Document&)>& use) {
             sayHow(run, document);
             if (document.outcome != Document::Outcome::read) return false;
             use(document);
+            run.output.keep();
             return true;
         });
         allRead = allRead && isRead;

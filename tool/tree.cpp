@@ -33,7 +33,9 @@ bool writeTree(Run& run) {
     writeDictionary(json, "data", document.content.ofxData);
     json.endObject();
     run.output.write('\n');
-    return document.outcome != Outcome::malformed;
+    const bool isRead = document.outcome != Outcome::malformed;
+    if (isRead || document.content.ofxHeader) run.output.keep();
+    return isRead;
 }
 
 }  // namespace

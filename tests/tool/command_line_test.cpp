@@ -38,8 +38,9 @@ TEST_CASE("every command has a help with examples") {
 
 TEST_CASE("the help of a reading command names its options") {
     const std::string help = tool({"show", "--help"}).output;
-    for (const char* option : {"--encoding NAME", "--date-format PATTERN", "--decimal-separator CHAR",
-                               "--grouping-separator CHAR", "--output FILE", "--repair", "--full"}) {
+    for (const char* option :
+         {"--encoding NAME", "--date-format PATTERN", "--decimal-separator CHAR", "--grouping-separator CHAR",
+          "--output FILE", "--force", "--repair", "--full"}) {
         CAPTURE(option);
         CHECK(contains(help, option));
     }
@@ -74,6 +75,8 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"repair", document, document}, "FILE: At Most 1"},
         {{"repair", document, "--full"}, "--full"},
         {{"repair", document, "--output", document}, "is also a file to be read"},
+        {{"csv", "-", "--output", document}, "begins like an OFX document"},
+        {{"request", "accounts", "--output", ""}, "--output: the name is empty"},
         {{"show", document, "--diff"}, "--diff"},
         {{"json", document, "--encoding", "klingon"}, "unknown encoding \"klingon\""},
         {{"json", document, "--encoding"}, "--encoding"},

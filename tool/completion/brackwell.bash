@@ -3,7 +3,8 @@
 
 # The options that a command takes.
 _brackwell_options() {
-    local file="--encoding --output -o"
+    local output="--output -o --force"
+    local file="--encoding $output"
     local reading="$file --date-format --decimal-separator --grouping-separator --repair"
     local transactions="--since --until --account --search --sort"
     case $1 in
@@ -13,7 +14,7 @@ _brackwell_options() {
         accounts | duplicates) echo "$reading --full --help -h" ;;
         tree | pretty) echo "$reading --help -h" ;;
         repair) echo "$file --diff --help -h" ;;
-        request) echo "--version --since --routing --help -h" ;;
+        request) echo "$output --version --since --routing --help -h" ;;
     esac
 }
 

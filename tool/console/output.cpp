@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/output.h"
 
-#include <fcntl.h>
 #include <poll.h>
 #include <unistd.h>
 
@@ -14,17 +13,19 @@
 
 namespace tool {
 
-Output::Output(const std::string& fileName, Progress& progress)
-    : name_(fileName.empty() ? "standard output" : fileName),
-      progress_(progress),
-      descriptor_(fileName.empty()
-                      ? STDOUT_FILENO
-                      : ::open(fileName.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
-    if (descriptor_ < 0) fail();
+Output::Output(const std::optional<std::string>& fileName, bool replacesDocuments, Progress& progress)
+    : name_(fileName.value_or("standard output")), progress_(progress) {
+    if (fileName) {
+        file_.emplace(*fileName, replacesDocuments);
+        descriptor_ = file_->descriptor();
+        if (descriptor_ < 0) fail(file_->problem());
+    }
     isTerminal_ = ::isatty(descriptor_) != 0;
 }
 
+/// Without a call of `close` something has been thrown: a file keeps the content that it had.
 Output::~Output() {
+    if (file_ && !file_->isDirect()) return;
     try {
         close();
     } catch (const std::bad_alloc&) {
@@ -35,10 +36,18 @@ Output::~Output() {
 bool Output::close() {
     if (descriptor_ < 0) return isGood_;
     passOn();
-    if (::close(descriptor_) != 0 && isGood_ && errno != EINTR) fail();
     descriptor_ = -1;
+    if (!file_) {
+        if (::close(STDOUT_FILENO) != 0 && isGood_ && errno != EINTR) fail(std::strerror(errno));
+    } else if (isGood_ && isToBeDropped()) {
+        fail("not written, since " + std::string(isSpoilt_ ? "a part is missing" : "no document was read"));
+    } else if (isGood_ && !file_->finish()) {
+        fail(file_->problem());
+    }
     return isGood_;
 }
+
+bool Output::isToBeDropped() { return !file_->isDirect() && (isSpoilt_ || !isResult_); }
 
 void Output::spill(std::string_view text) {
     passOn();
@@ -54,6 +63,7 @@ void Output::passOn() {
 }
 
 void Output::pass(std::string_view text) {
+    passedOn_ += text.size();
     if (isTerminal_ && !text.empty()) progress_.end();
     while (isGood_ && !text.empty()) {
         const ssize_t written = ::write(descriptor_, text.data(), text.size());
@@ -63,16 +73,15 @@ void Output::pass(std::string_view text) {
             pollfd waiting{descriptor_, POLLOUT, 0};
             ::poll(&waiting, 1, -1);
         } else if (errno != EINTR) {
-            fail();
+            fail(std::strerror(errno));
         }
     }
 }
 
-void Output::fail() {
-    const int reason = errno;
+void Output::fail(std::string_view reason) {
     isGood_ = false;
     progress_.end();
-    say(name_, std::strerror(reason));
+    say(name_, reason);
 }
 
 }  // namespace tool

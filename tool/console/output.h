@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+
+#include "console/output_file.h"
 
 namespace tool {
 
@@ -11,11 +15,15 @@ class Progress;
 
 /// Where a command's result goes: standard output or a file. Collects what is written and passes it
 /// on in large pieces. The first failure is reported on standard error; what comes after it is dropped.
+///
+/// A file gets its name only when it is closed, all was written and `keep` was called: what was there before
+/// gives way to a result, not to what is left of one.
 class Output {
 public:
-    /// Writes to the file of this name, which is created or emptied; to standard output when there is
-    /// no name. The progress line is erased before anything is written to a terminal.
-    Output(const std::string& fileName, Progress& progress);
+    /// Writes to the file of this name, and replaces an OFX document there only when that is said; to
+    /// standard output when there is no name. The progress line is erased before anything is written to a
+    /// terminal.
+    Output(const std::optional<std::string>& fileName, bool replacesDocuments, Progress& progress);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;
     ~Output();
@@ -34,7 +42,15 @@ public:
     bool isTerminal() const noexcept { return isTerminal_; }
     int descriptor() const noexcept { return descriptor_; }
 
-    /// Passes on what is left and closes; true when everything has arrived.
+    /// How many bytes were written.
+    std::uint64_t count() const noexcept { return passedOn_ + size_; }
+
+    /// What is written is a result: a document was read, or none is needed.
+    void keep() noexcept { isResult_ = true; }
+    /// What is written lacks a part, as where a document ended in the middle.
+    void spoil() noexcept { isSpoilt_ = true; }
+
+    /// Passes on what is left and closes; true when everything has arrived where it belongs.
     bool close();
 
 private:
@@ -43,15 +59,20 @@ private:
     void spill(std::string_view text);
     void passOn();
     void pass(std::string_view text);
-    void fail();
+    void fail(std::string_view reason);
+    bool isToBeDropped();
 
+    std::optional<OutputFile> file_;  ///< none: standard output
     std::string name_;
     Progress& progress_;
-    int descriptor_;
+    int descriptor_ = 1;  ///< standard output
     bool isGood_ = true;
+    bool isResult_ = false;
+    bool isSpoilt_ = false;
     bool isTerminal_ = false;
     std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);
-    std::size_t size_ = 0;  ///< how much of the buffer waits
+    std::size_t size_ = 0;        ///< how much of the buffer waits
+    std::uint64_t passedOn_ = 0;  ///< what does not wait
 };
 
 }  // namespace tool

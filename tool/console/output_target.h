@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// \file
+/// Where an output goes, and what it must not take the place of: the only place for these rules.
+
+namespace tool {
+
+/// What the name of an output file leads to.
+struct OutputTarget {
+    enum class Kind {
+        unreachable,  ///< nothing can be written there; `error` says why
+        missing,      ///< there is no file yet
+        file,         ///< there is one, which is replaced
+        device,       ///< a terminal, a pipe, /dev/null: what is written goes straight into it
+        descriptor,   ///< an open descriptor by its name, as /dev/stdout or /dev/fd/3
+    };
+
+    Kind kind = Kind::unreachable;
+    int error = 0;     ///< an errno
+    std::string path;  ///< after the last symbolic link: a link stays, and what it leads to is replaced
+};
+
+OutputTarget outputTarget(const std::string& name);
+
+/// What a path begins with, up to the last slash; "" for a file of the working folder.
+std::string folderOf(const std::string& path);
+
+/// True when a file begins like an OFX document, in any form, encoding and case that the library or
+/// the tool recognises, after a mark and white space; also when it cannot be looked into.
+bool mayBeDocument(const std::string& path);
+
+/// What an output may take the place of besides files of no interest.
+struct OutputRules {
+    bool replacesDocuments = false;  ///< OFX documents, since the user says so
+    bool mayReplaceInput = false;    ///< then also its own input: what is written is that document, put right
+};
+
+/// What is wrong with this name for an output, and what to do instead ("is also a file to be read; ..."); ""
+/// when nothing is. Whether it can be written at all is another question.
+std::string objectionTo(const std::string& name, const std::vector<std::string>& inputs,
+                        const OutputRules& rules);
+
+}  // namespace tool
