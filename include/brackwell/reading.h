@@ -100,6 +100,9 @@ private:
 ///
 ///     ParseDictionary status{{"CODE", "0"}, {"SEVERITY", "INFO"}};
 ///     ParseDictionary node{{"STATUS", status}, {"NAME", ParseValue::array({"A", "B"})}};
+///
+/// The order in which unlike elements alternate is not that of its entries, since a repeated name is one
+/// entry: BUYSTOCK, SELLSTOCK, BUYSTOCK are an array and a dictionary. inDocumentOrder() has it.
 class BRACKWELL_EXPORT ParseDictionary {
 public:
     using Entry = std::pair<std::string_view, ParseValue>;  ///< a name and its value
@@ -151,6 +154,16 @@ public:
     Iterator end() const noexcept;
     /// @}
 
+    class DocumentOrder;
+    /// Walks the elements one by one, as they stand in the document, or as they were added in code. A
+    /// repeated name comes as often as it stands there, each time with one text or dictionary, never an
+    /// array:
+    ///
+    ///     for (auto [name, value] : tree.inDocumentOrder()) std::cout << name << '\n';
+    ///
+    /// What it hands out is valid as long as that of begin(); nothing is copied or allocated.
+    DocumentOrder inDocumentOrder() const noexcept;
+
     /// Equal names with equal values, whatever their order.
     friend BRACKWELL_EXPORT bool operator==(const ParseDictionary& a, const ParseDictionary& b);
 
@@ -161,6 +174,50 @@ private:
         : document_(std::move(document)), node_(node) {}
 
     std::shared_ptr<const reading::Document> document_;  ///< null: no entries
+    std::uint32_t node_ = 0;
+};
+
+/// The elements of a parse dictionary in document order, one entry for each of them. It shares the tree,
+/// so the dictionary that it came from may be a temporary.
+class BRACKWELL_EXPORT ParseDictionary::DocumentOrder {
+public:
+    /// Walks the elements.
+    class BRACKWELL_EXPORT Iterator {
+    public:
+        /// @{
+        /// An input iterator: what it points at is made when asked for.
+        using iterator_category = std::input_iterator_tag;
+        using value_type = Entry;
+        using difference_type = std::ptrdiff_t;
+        using pointer = void;
+        using reference = Entry;
+
+        Iterator() noexcept = default;
+        Entry operator*() const;
+        Iterator& operator++() noexcept;
+        Iterator operator++(int) noexcept;
+        bool operator==(const Iterator& other) const noexcept { return node_ == other.node_; }
+        /// @}
+
+    private:
+        friend class DocumentOrder;
+        Iterator(std::shared_ptr<const reading::Document> document, std::uint32_t node) noexcept
+            : document_(std::move(document)), node_(node) {}
+        std::shared_ptr<const reading::Document> document_;  ///< shared: the walk may be a temporary
+        std::uint32_t node_ = 0;
+    };
+    /// @{
+    /// The elements as they stand in the document.
+    Iterator begin() const noexcept;
+    Iterator end() const noexcept;
+    /// @}
+
+private:
+    friend class ParseDictionary;
+    DocumentOrder(std::shared_ptr<const reading::Document> document, std::uint32_t node) noexcept
+        : document_(std::move(document)), node_(node) {}
+
+    std::shared_ptr<const reading::Document> document_;  ///< null: no elements
     std::uint32_t node_ = 0;
 };
 

@@ -48,6 +48,33 @@ ParseDictionary::Iterator ParseDictionary::Iterator::operator++(int) noexcept {
     return before;
 }
 
+ParseDictionary::DocumentOrder ParseDictionary::inDocumentOrder() const noexcept {
+    return {document_, node_};
+}
+
+ParseDictionary::DocumentOrder::Iterator ParseDictionary::DocumentOrder::begin() const noexcept {
+    return document_ ? Iterator(document_, node_ + 1) : Iterator();
+}
+
+ParseDictionary::DocumentOrder::Iterator ParseDictionary::DocumentOrder::end() const noexcept {
+    return document_ ? Iterator(nullptr, document_->behind(node_)) : Iterator();
+}
+
+ParseDictionary::Entry ParseDictionary::DocumentOrder::Iterator::operator*() const {
+    return {document_->name(document_->node(node_)), ParseValue(document_, node_, true)};
+}
+
+ParseDictionary::DocumentOrder::Iterator& ParseDictionary::DocumentOrder::Iterator::operator++() noexcept {
+    node_ = document_->behind(node_);
+    return *this;
+}
+
+ParseDictionary::DocumentOrder::Iterator ParseDictionary::DocumentOrder::Iterator::operator++(int) noexcept {
+    Iterator before = *this;
+    ++*this;
+    return before;
+}
+
 std::string_view reading::leafText(const Document& document, std::uint32_t node) noexcept {
     return document.text(document.node(node));
 }

@@ -3,6 +3,7 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <ranges>
 #include <thread>
 
 #include "support/documents.h"
@@ -16,10 +17,19 @@ static_assert(std::is_nothrow_move_constructible_v<ParseDictionary>);
 static_assert(std::is_copy_assignable_v<ParseDictionary>);
 static_assert(std::input_iterator<ParseDictionary::Iterator>);
 static_assert(std::sentinel_for<ParseDictionary::Iterator, ParseDictionary::Iterator>);
+static_assert(std::ranges::input_range<ParseDictionary::DocumentOrder>);
 
 namespace {
 
 ParseDictionary makeStatus() { return {{"CODE", "0"}, {"SEVERITY", "INFO"}}; }
+
+/// The elements in document order: BUY={"A": "1"} SELL="2".
+std::string inOrder(const ParseDictionary& tree) {
+    std::string walked;
+    for (const auto& [name, value] : tree.inDocumentOrder())
+        walked.append(walked.empty() ? "" : " ").append(name).append("=").append(treeText(value));
+    return walked;
+}
 
 }  // namespace
 
@@ -96,6 +106,59 @@ TEST_CASE("walking gives each name once, with all its values, in the order of fi
         walked.append(name).append("=").append(treeText(value)).append(" ");
     CHECK(walked == R"(B=["1", "3", "7"] A=["2", "6"] C={"B": "4", "A": "5"} D="8" )");
     CHECK(static_cast<std::size_t>(std::distance(tree.begin(), tree.end())) == tree.size());
+}
+
+TEST_CASE("walking in document order gives each element by itself, where it stands") {
+    struct Row {
+        std::string_view body, elements;
+    };
+    for (const Row& row : std::initializer_list<Row>{
+             {"<BUY>1<SELL>2<BUY>3", R"(BUY="1" SELL="2" BUY="3")"},
+             {"<A><B>1<B>2</A><C>3<A><B>4</A><A></A>", R"(A={"B": ["1", "2"]} C="3" A={"B": "4"} A={})"},
+             {"<A>1<A><A>2</A><A>3", R"(A="1" A={"A": "2"} A="3")"},
+             {"<X1>1<X2>2<X1>a &amp; b", R"(X1="1" X2="2" X1="a & b")"},
+             {"<STMTTRN><NAME>x</STMTTRN>", R"(STMTTRN={"TVOFX_ORIGINAL_STRING": "<NAME>x", "NAME": "x"})"},
+             {"<A>1", R"(A="1")"},
+             {"<A></A>", "A={}"},
+             {"", ""},
+         }) {
+        CAPTURE(row.body);
+        CHECK(inOrder(parsed(row.body)) == row.elements);
+    }
+}
+
+TEST_CASE("document order ends with its aggregate") {
+    const ParseDictionary tree = parsed("<A><B>1<C>2<B>3</A><B>4");
+    CHECK(inOrder(*tree["A"].dictionary()) == R"(B="1" C="2" B="3")");
+}
+
+TEST_CASE("the document order of a tree built in code is that in which it was added") {
+    ParseDictionaryBuilder builder;
+    builder.leaf("BUY", "1");
+    builder.open("SELL");
+    builder.leaf("UNITS", "2");
+    builder.close();
+    builder.leaf("BUY", "3");
+    builder.value("SELL", ParseValue::array({"4", "5"}));
+    builder.leaf("BUY", "6");
+    const std::string wanted = R"(BUY="1" SELL={"UNITS": "2"} BUY="3" SELL="4" SELL="5" BUY="6")";
+    const ParseDictionary built = builder.finish();
+    CHECK(inOrder(built) == wanted);
+    CHECK(inOrder(*ParseDictionary{{"IN", built}}["IN"].dictionary()) == wanted);
+    CHECK(inOrder({{"A", "1"}, {"B", "2"}, {"A", "3"}}) == R"(A="1" B="2" A="3")");
+    CHECK(inOrder({}) == "");
+    CHECK(inOrder(*ParseValue(ParseDictionary()).dictionary()) == "");
+}
+
+TEST_CASE("a dictionary may be walked in document order that nothing else holds") {
+    std::string walked;
+    for (auto [name, value] : makeStatus().inDocumentOrder()) walked.append(name).append(*value.text());
+    CHECK(walked == "CODE0SEVERITYINFO");
+    auto second = ++makeStatus().inDocumentOrder().begin();
+    CHECK((*second).first == "SEVERITY");
+    const auto before = second++;
+    CHECK((*before).second.text() == "INFO");
+    CHECK(second == makeStatus().inDocumentOrder().end());
 }
 
 TEST_CASE("walking an empty dictionary gives nothing") {
