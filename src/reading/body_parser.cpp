@@ -91,6 +91,7 @@ public:
     std::string& failure() noexcept { return failure_; }
 
 private:
+    static constexpr NameID kNotYet = ~NameID{0};     ///< no name has this number
     static constexpr std::size_t kBytesPerNode = 16;  ///< as in OFX 1; what is too much is never touched
 
     /// Reads the text behind a tag, which says what the pending element is; returns where it ends.
@@ -98,7 +99,7 @@ private:
         const TextEnd end = findOpen(body_, begin);
         if (pending_.text.empty()) return end.position;
         const std::string_view text = trimmed(body_.substr(begin, end.position - begin));
-        const NameID name = writer_.names().number(pending_.text, pending_.key);
+        const NameID name = pendingNumber();
         if (text.empty())
             openAggregate(name, end.position);
         else if (end.hasEntity)
@@ -106,6 +107,13 @@ private:
         else
             writer_.leaf(name, text);
         return end.position;
+    }
+
+    /// Looked up once for each tag. "<>" repeats the name of the tag before, and a long one would be read
+    /// again and again.
+    NameID pendingNumber() {
+        if (pendingNumber_ == kNotYet) pendingNumber_ = writer_.names().number(pending_.text, pending_.key);
+        return pendingNumber_;
     }
 
     void openAggregate(NameID name, std::size_t position) {
@@ -149,6 +157,7 @@ private:
         const char* const next = body_.data() + end + 1;
         if (text.empty() || *next != '/') {
             pending_ = {{name, size}, kKnownElements.keys[id]};
+            pendingNumber_ = id;
             if (text.empty())
                 openAggregate(id, end);
             else
@@ -200,6 +209,7 @@ private:
         if (name.empty()) return true;
         if (name.front() != '/') {
             pending_ = nameInBody(name);
+            pendingNumber_ = kNotYet;
             return true;
         }
         const Name closed = nameInBody(name.substr(1));
@@ -237,7 +247,8 @@ private:
     std::string_view body_;
     TreeWriter writer_;
     ExpectedNames names_;
-    Name pending_;          ///< opened, leaf or aggregate not yet known; empty: none
+    Name pending_;  ///< opened, leaf or aggregate not yet known; empty: none
+    NameID pendingNumber_ = kNotYet;
     NameID innermost_ = 0;  ///< of the innermost open aggregate, if one is open
     bool innermostIsExtension_ = false;
     PodVector<OriginalString> originalStrings_;  ///< those whose end has not come by

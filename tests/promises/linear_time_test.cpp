@@ -153,6 +153,14 @@ const std::vector<Shape> kOverlapping{
      [](auto n) { return inTransaction("<NAME>" + repeated("x<A>/STMTTRN></STMTTRN", n)); }},
 };
 
+/// A long name that "<>" gives to many elements: what writes the name of each is longer than the document.
+const std::vector<Shape> kLongNames{
+    {"leaves of one long name",
+     [](auto n) { return "<OFX><" + repeated("N", 16 * n) + ">x" + repeated("<>y", n); }, 4000},
+    {"nested aggregates of one long name",
+     [](auto n) { return "<OFX><" + repeated("N", 16 * n) + ">" + repeated("<>\n", n); }, 4000},
+};
+
 /// Documents that do not import, or with much in front of the body.
 const std::vector<Shape> kDocuments{
     {"header lines of distinct names",
@@ -274,6 +282,10 @@ TEST_CASE("importing takes time in proportion to the body") {
 
 TEST_CASE("importing unclosed transactions takes time in proportion to their number") {
     for (const Shape& shape : kOverlapping) checkLinear(shape, import);
+}
+
+TEST_CASE("importing elements of a long name takes time in proportion to the body") {
+    for (const Shape& shape : kLongNames) checkLinear(shape, import);
 }
 
 TEST_CASE("importing takes time in proportion to the document, whatever it begins with or fails at") {
