@@ -10,6 +10,8 @@
 
 #include <brackwell/reading.h>
 
+#include <functional>
+
 namespace brackwell {
 
 /// Converts OFX dates and amounts. A caller's formatters, when set, are tried before the built-in
@@ -79,5 +81,26 @@ private:
     DecimalNumberFormatter ofxAmountFormatter_;
     std::shared_ptr<const NumberFormatter> userAmountNumberFormatter_;
 };
+
+/// A tree as OFX text that is read as the same tree: one element a line, in document order, indented by
+/// tabs, at most 16 of them so that no depth makes the text long. Leaves and aggregates are closed, "&", "<"
+/// and ">" are escaped, and repeated leaves are written. "TVOFX_ORIGINAL_STRING", which the parser adds to
+/// each transaction, is left out; reading adds it again, with the text that was read. The text begins with
+/// the first element and has no header:
+///
+///     std::cout << indentedOFXText(tree);
+///
+/// No close tag is written for a leaf that is named like the aggregate around it, since that would close
+/// the aggregate, nor for a name of more than 64 bytes where the parser can do without.
+///
+/// Every tree that was read from a document comes back. One that was built in code comes back when it
+/// holds nothing that no document can hold. A document's names are not empty, have no ">", begin with no "/"
+/// and have no white space at their ends; its texts are not empty and have no white space at their ends.
+BRACKWELL_EXPORT std::string indentedOFXText(const ParseDictionary& tree);
+
+/// Hands the text of indentedOFXText to `take` in pieces that end where a line does, so that it need not
+/// be kept as a whole. Ends early, and returns false, once `take` returns false.
+BRACKWELL_EXPORT bool writeIndentedOFXText(const ParseDictionary& tree,
+                                           const std::function<bool(std::string_view)>& take);
 
 }  // namespace brackwell

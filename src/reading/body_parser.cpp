@@ -2,6 +2,7 @@
 #include "reading/body_parser.h"
 
 #include "reading/entities.h"
+#include "reading/extension_prefix.h"
 #include "reading/node_ref.h"
 #include "reading/tag_search.h"
 #include "reading/tree_writer.h"
@@ -13,9 +14,6 @@ constexpr NameID kTransaction = element("STMTTRN");
 constexpr NameID kOriginalString = element("TVOFX_ORIGINAL_STRING");
 constexpr std::string_view kTransactionEnd = "</STMTTRN>";
 
-/// The extension prefix that a close tag may leave out.
-constexpr std::string_view kExtensionPrefix = "INTU.";
-
 /// A name that is open or pending, and its key.
 struct Name {
     std::string_view text;
@@ -23,9 +21,7 @@ struct Name {
 
     /// True when a close tag of this name closes an element that was opened with that one.
     bool closes(const Name& open) const noexcept {
-        if (sameName(key, text, open.key, open.text)) return true;
-        return open.text.size() == kExtensionPrefix.size() + text.size() &&
-               open.text.starts_with(kExtensionPrefix) && open.text.ends_with(text);
+        return sameName(key, text, open.key, open.text) || closesWithoutPrefix(text, open.text);
     }
 };
 

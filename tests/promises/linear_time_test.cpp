@@ -305,6 +305,17 @@ TEST_CASE("rendering a tree takes time in proportion to its size") {
         });
 }
 
+TEST_CASE("indented text takes time and space in proportion to the body") {
+    std::vector<Shape> shapes = kBodies;
+    shapes.insert(shapes.end(), kOverlapping.begin(), kOverlapping.end());
+    shapes.insert(shapes.end(), kLongNames.begin(), kLongNames.end());
+    for (const Shape& shape : shapes)
+        checkLinear(shape, [](const std::string& body) {
+            const auto parsed = TvOFXParser::parseOFXDataString(body);  // one of the shapes is refused
+            CHECK((parsed ? indentedOFXText(*parsed) : "").size() <= 52 * body.size());
+        });
+}
+
 TEST_CASE("archiving and restoring a tree takes time in proportion to its size") {
     for (const Shape& shape : kBodies)
         checkLinear(shape, [](const std::string& body) {

@@ -33,6 +33,7 @@ TEST_CASE("OFX text survives exhausted memory at every allocation") {
         CAPTURE(name);
         const ParseDictionary tree = *interpretedExample(name)->parserDict();
         surviveMaking(tally, [&] { return TvOFXHelper::ofxDictionaryToString(tree); });
+        surviveMaking(tally, [&] { return indentedOFXText(tree); });
         const std::string text = TvOFXHelper::ofxDictionaryToString(tree);
         surviveMaking(tally, [&] { return TvOFXHelper::prettyPrintOfxMessageString(text); });
     }
