@@ -140,6 +140,30 @@ TEST_CASE("the order of a transaction's fields is not that of its elements") {
                                                         "originalDatePostedString"});
 }
 
+TEST_CASE("the source text of a transaction ends where the next one begins") {
+    struct Row {
+        std::string transactions;
+        std::vector<std::string> texts;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"<STMTTRN><NAME>a</STMTTRN>\n<STMTTRN><NAME>b</STMTTRN>", {"<NAME>a", "<NAME>b"}},
+             {"<STMTTRN><NAME>a</STMTTRN ><STMTTRN><NAME>b</STMTTRN>", {"<NAME>a</STMTTRN >", "<NAME>b"}},
+             {"<STMTTRN><NAME>b</STMTTRN >< STMTTRN\u00A0><NAME>c</STMTTRN>",
+              {"<NAME>b</STMTTRN >", "<NAME>c"}},
+             {"<STMTTRN><NAME>a<STMTTRN><NAME>b</STMTTRN></STMTTRN>", {"<NAME>a"}},
+             {"<STMTTRN><NAME>a STMTTRN b<MEMO>STMTTRN</STMTTRN>", {"<NAME>a STMTTRN b<MEMO>STMTTRN"}},
+             {"<STMTTRN><NAME>x > STMTTRN><STMTTRNX>1<STMTTRN></STMTTRN></STMTTRN>",
+              {"<NAME>x > STMTTRN><STMTTRNX>1"}},
+         }) {
+        CAPTURE(row.transactions);
+        std::vector<std::string> texts;
+        const Json json = jsonOf("json", transactionsWith(row.transactions));
+        for (const Json& transaction : json["responses"][0]["statementTransactions"])
+            texts.push_back(transaction["originalDataString"]);
+        CHECK(texts == row.texts);
+    }
+}
+
 TEST_CASE("texts that may stand for currencies are written when they are texts") {
     const Json transaction = transactionWith("<CURRENCY>USD<ORIGCURRENCY>CHF<NAME>A<MEMO>B");
     CHECK(keysOf(transaction) == Keys{"payeeName", "memo", "currency", "origCurrency", "originalDataString"});

@@ -18,6 +18,23 @@ void writePayee(JsonWriter& json, const brackwell::TvOFXPayee& payee) {
     json.endObject();
 }
 
+/// The source text of a transaction, no further than to where the next one begins. It runs on when the close
+/// tag is missing or odd, often to the end of the document; all of them in full would be far longer than
+/// that.
+brackwell::OptionalText ownSourceText(const brackwell::TvOFXStatementTransaction& transaction) {
+    const brackwell::OptionalText text = transaction.originalDataString();
+    constexpr std::string_view name = "STMTTRN";
+    if (!text || text->find(name) == text->npos) return text;
+    for (std::size_t open = text->find('<'); open != text->npos;) {
+        const std::size_t close = text->find('>', open);
+        if (close == text->npos) break;
+        if (brackwell::trimWhiteSpace(text->substr(open + 1, close - open - 1)) == name)
+            return text->substr(0, open);
+        open = text->find('<', close);
+    }
+    return text;
+}
+
 /// The fields behind the account.
 void writeAccountStatement(JsonWriter& json, const brackwell::TvOFXAccountStatement& statement,
                            const Filter& filter) {
@@ -54,7 +71,7 @@ void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransacti
     writeField(json, "memo", transaction.memo());
     writeField(json, "currency", transaction.currency());
     writeField(json, "origCurrency", transaction.origCurrency());
-    writeField(json, "originalDataString", transaction.originalDataString());
+    writeField(json, "originalDataString", ownSourceText(transaction));
     writeField(json, "originalDatePostedString", transaction.originalDatePostedString());
     json.endObject();
 }
