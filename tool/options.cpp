@@ -17,8 +17,9 @@ namespace {
 /// What a command that reads files takes besides the options of all of them.
 enum Trait : unsigned {
     kSeveralFiles = 1,
-    kFilter = 2,   ///< the options that choose transactions
-    kNumbers = 4,  ///< --full
+    kFilter = 2,    ///< the options that choose transactions
+    kNumbers = 4,   ///< --full
+    kOriginal = 8,  ///< --original
 };
 
 /// The commands that read files.
@@ -81,14 +82,22 @@ constexpr std::array kReadingCommands = {
         "Examples:\n"
         "  brackwell duplicates july.ofx august.ofx\n"
         "  brackwell duplicates --full *.ofx\n"},
-    ReadingCommand{"tree", "The header and the parse tree, as JSON", 0,
-                   "A document that does not parse is shown as far as it was understood, with status 1.\n\n"
-                   "Examples:\n"
-                   "  brackwell tree july.ofx | jq .header\n"
-                   "  brackwell tree --encoding windows-1252 july.ofx\n"},
-    ReadingCommand{"pretty", "The body, rendered again as indented OFX text", 0,
-                   "Examples:\n"
-                   "  brackwell pretty july.ofx | less\n"},
+    ReadingCommand{
+        "tree", "The header and the parse tree, as JSON", kOriginal,
+        "A document that does not parse is shown as far as it was understood, with status 1.\n"
+        "--original adds TVOFX_ORIGINAL_STRING to each transaction: its text in the document. In a\n"
+        "document whose transactions are not closed these overlap, and the output grows long.\n\n"
+        "Examples:\n"
+        "  brackwell tree july.ofx | jq .header\n"
+        "  brackwell tree --encoding windows-1252 july.ofx\n"},
+    ReadingCommand{
+        "pretty", "The body, rendered again as indented OFX text", 0,
+        "One element a line, closed and escaped, in the order of the document, in UTF-8. What is\n"
+        "written reads back to the same tree. A line OFXHEADER:100 comes first where the body does\n"
+        "not begin with <OFX>, since nothing would be read otherwise.\n\n"
+        "Examples:\n"
+        "  brackwell pretty july.ofx | less\n"
+        "  diff <(brackwell pretty july.ofx) <(brackwell pretty july-again.ofx)\n"},
 };
 
 constexpr const char* kExamples =
@@ -199,6 +208,8 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
                   "Repair what does not read, or has tags in lower case (see brackwell repair)");
     if ((command.traits & kNumbers) != 0)
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
+    if ((command.traits & kOriginal) != 0)
+        sub->add_flag("--original", options.showsOriginals, "Write the source text of each transaction, too");
     const bool hasFilter = (command.traits & kFilter) != 0;
     if (hasFilter) declareFilter(*sub, texts.filter);
     sub->footer(hasFilter ? std::string(kFilterHelp) + command.examples : command.examples);

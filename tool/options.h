@@ -30,8 +30,9 @@ struct Options {
     std::shared_ptr<const brackwell::DateFormatter> dateFormatter;
     Filter filter;
     bool showsFullNumbers = false;
-    bool repairs = false;  ///< repair documents that do not read
-    bool asDiff = false;   ///< show what was repaired as a diff
+    bool showsOriginals = false;  ///< the source texts of transactions
+    bool repairs = false;         ///< repair documents that do not read
+    bool asDiff = false;          ///< show what was repaired as a diff
     RequestOptions request;
 };
 

@@ -7,10 +7,11 @@ namespace tool {
 namespace {
 
 void writeDictionary(JsonWriter& json, std::string_view name,
-                     const std::optional<brackwell::ParseDictionary>& dictionary) {
+                     const std::optional<brackwell::ParseDictionary>& dictionary,
+                     OriginalStrings originalStrings) {
     json.key(name);
     if (dictionary)
-        writeParseDictionary(json, *dictionary);
+        writeParseValue(json, *dictionary, originalStrings);
     else
         json.null();
 }
@@ -29,8 +30,10 @@ bool writeTree(Run& run) {
         json.text(*name);
     else
         json.null();
-    writeDictionary(json, "header", document.content.ofxHeader);
-    writeDictionary(json, "data", document.content.ofxData);
+    const auto originalStrings =
+        run.options.showsOriginals ? OriginalStrings::written : OriginalStrings::leftOut;
+    writeDictionary(json, "header", document.content.ofxHeader, originalStrings);
+    writeDictionary(json, "data", document.content.ofxData, originalStrings);
     json.endObject();
     run.output.write('\n');
     const bool isRead = document.outcome != Outcome::malformed;

@@ -30,7 +30,7 @@ constexpr std::size_t kPiece = std::size_t{1} << 16;
 
 void appendEscaped(std::string& text, std::string_view value) {
     for (;;) {
-        const std::size_t plain = static_cast<std::size_t>(
+        const auto plain = static_cast<std::size_t>(
             std::ranges::find_if(value, [](char c) { return c == '&' || c == '<' || c == '>'; }) -
             value.begin());
         text.append(value, 0, plain);

@@ -162,6 +162,44 @@ TEST_CASE("input without end is said when memory is exhausted, and the other fil
     CHECK(lines[3] == "1");
 }
 
+TEST_CASE("what a command writes grows no faster than the document") {
+    struct Shape {
+        std::string name, piece;
+    };
+    const auto outputSize = [](const std::string& command, const Shape& shape, std::size_t count) {
+        std::string document = "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKTRANLIST>";
+        while (count-- > 0) document += shape.piece;
+        return outputOf({command}, document).size();
+    };
+    for (const Shape& shape :
+         std::vector<Shape>{{"transactions", "<STMTTRN><DTPOSTED>20240102<TRNAMT>1.00<NAME>Shop</STMTTRN>"},
+                            {"unclosed transactions", "<STMTTRN><NAME>x"},
+                            {"transactions with odd close tags", "<STMTTRN><NAME>x</STMTTRN >"},
+                            {"transactions with odd tags", "< STMTTRN\u00A0><NAME>x</STMTTRN >"},
+                            {"nested aggregates", "<A>"},
+                            {"nested aggregates with leaves", "<A><N>1"}})
+        for (const std::string command : {"show", "json", "csv", "tree", "pretty", "report"}) {
+            CAPTURE(shape.name);
+            CAPTURE(command);
+            const std::size_t once = outputSize(command, shape, 1000);
+            const std::size_t twice = outputSize(command, shape, 2000);
+            CHECK(once > 0);
+            CHECK(twice <= 2 * once + once / 10);
+        }
+}
+
+TEST_CASE("the languages of a profile may hold unclosed transactions") {
+    std::string languages = "<LANGUAGE>ENG<LANGUAGE>";
+    for (int i = 0; i < 1000; ++i) languages += "<STMTTRN><NAME>x";
+    const std::string document = version1(
+        "<PROFMSGSRSV1><PROFTRNRS><TRNUID>1<PROFRS><MSGSETLIST><BANKMSGSET><BANKMSGSETV1><MSGSETCORE>" +
+        languages);
+    const std::string body = document.substr(0, document.rfind("</OFX>"));
+    const std::string output = outputOf({"json"}, body);
+    CHECK(contains(output, "\"languages\":[\"ENG\",{\"STMTTRN\":{\"NAME\":\"x\",\"STMTTRN\""));
+    CHECK(output.size() < 3 * body.size());
+}
+
 TEST_CASE("a field that only looks like a formula in other places stays as it is") {
     for (const char* memo : {"\uFF1D1+1", "a=1+1", "1+1", ";=1+1", "'=1+1", "%0A=1"}) {
         CAPTURE(memo);

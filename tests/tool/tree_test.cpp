@@ -11,10 +11,42 @@ TEST_CASE("the tree has leaves as strings, aggregates as objects and repeated na
         "\n");
 }
 
-TEST_CASE("a transaction in the tree has its source text") {
-    const Json tree = jsonOf("tree", "<OFX><STMTTRN><NAME>A\n</STMTTRN></OFX>");
-    CHECK(tree["header"].is_null());
-    CHECK(tree["data"]["OFX"]["STMTTRN"].dump() == R"({"TVOFX_ORIGINAL_STRING":"<NAME>A\n","NAME":"A"})");
+TEST_CASE("a transaction in the tree has its source text where that is asked for") {
+    struct Row {
+        std::string transaction, plain, original;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"<STMTTRN><NAME>A\n</STMTTRN>", R"({"NAME":"A"})",
+              R"({"TVOFX_ORIGINAL_STRING":"<NAME>A\n","NAME":"A"})"},
+             {"<STMTTRN></STMTTRN>", "{}", "{}"},
+             {"<STMTTRN></STMTTRN >", "{}", R"({"TVOFX_ORIGINAL_STRING":"</STMTTRN ></OFX>"})"},
+             {"<STMTTRN><A>1</STMTTRN><STMTTRN><A>2</STMTTRN>", R"([{"A":"1"},{"A":"2"}])",
+              R"([{"TVOFX_ORIGINAL_STRING":"<A>1","A":"1"},{"TVOFX_ORIGINAL_STRING":"<A>2","A":"2"}])"},
+         }) {
+        CAPTURE(row.transaction);
+        const std::string document = "<OFX>" + row.transaction + "</OFX>";
+        CHECK(jsonOf("tree", document)["data"]["OFX"]["STMTTRN"].dump() == row.plain);
+        const Json tree = Json::parse(outputOf({"tree", "--original"}, document));
+        CHECK(tree["header"].is_null());
+        CHECK(tree["data"]["OFX"]["STMTTRN"].dump() == row.original);
+    }
+}
+
+TEST_CASE("a document's own element stays in the tree, though it is named like the source text") {
+    struct Row {
+        std::string body, wanted;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"<STMTTRN><TVOFX_ORIGINAL_STRING>x</STMTTRN>", R"({"STMTTRN":{"TVOFX_ORIGINAL_STRING":"x"}})"},
+             {"<STMTTRN><A>1<TVOFX_ORIGINAL_STRING>x<TVOFX_ORIGINAL_STRING>y</STMTTRN>",
+              R"({"STMTTRN":{"TVOFX_ORIGINAL_STRING":["x","y"],"A":"1"}})"},
+             {"<STMTTRN><TVOFX_ORIGINAL_STRING></TVOFX_ORIGINAL_STRING></STMTTRN>",
+              R"({"STMTTRN":{"TVOFX_ORIGINAL_STRING":{}}})"},
+             {"<A><TVOFX_ORIGINAL_STRING>x</A>", R"({"A":{"TVOFX_ORIGINAL_STRING":"x"}})"},
+         }) {
+        CAPTURE(row.body);
+        CHECK(jsonOf("tree", "<OFX>" + row.body + "</OFX>")["data"]["OFX"].dump() == row.wanted);
+    }
 }
 
 TEST_CASE("text that is not OFX is an empty result and no error") {
@@ -62,13 +94,4 @@ TEST_CASE("a tree of a hundred thousand levels is written without running out of
     CHECK(finished.output.ends_with("}}}\n"));
     CHECK(std::count(finished.output.begin(), finished.output.end(), '{') == depth + 3);
     CHECK(std::count(finished.output.begin(), finished.output.end(), '}') == depth + 3);
-}
-
-TEST_CASE("pretty indents the body") {
-    CHECK(outputOf({"pretty"}, version1("<A><B>1<C>2</C><D></D></A>")) ==
-          "<OFX>\n\t<A>\n\t\t<B>1\n\t\t<C>2\n\t\t<D>\n\t\t</D>\n\t</A>\n</OFX>\n\n");
-}
-
-TEST_CASE("pretty leaves out the header, and writes what is left of an empty document") {
-    CHECK(outputOf({"pretty"}, "<?xml version=\"1.0\"?><OFX>") == "\n");
 }

@@ -12,7 +12,8 @@ _brackwell_options() {
         show | report) echo "$reading $transactions --full --help -h" ;;
         json | csv) echo "$reading $transactions --help -h" ;;
         accounts | duplicates) echo "$reading --full --help -h" ;;
-        tree | pretty) echo "$reading --help -h" ;;
+        tree) echo "$reading --original --help -h" ;;
+        pretty) echo "$reading --help -h" ;;
         repair) echo "$file --diff --help -h" ;;
         request) echo "$output --version --since --routing --help -h" ;;
     esac

@@ -12,7 +12,8 @@ void writeElements(JsonWriter& json, std::string_view name, const brackwell::Opt
     if (!list) return;
     json.key(name);
     json.beginArray();
-    for (const brackwell::ParseValue& element : *list) writeParseValue(json, element);
+    for (const brackwell::ParseValue& element : *list)
+        writeParseValue(json, element, OriginalStrings::leftOut);
     json.endArray();
 }
 
