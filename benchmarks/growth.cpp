@@ -2,12 +2,13 @@
 // Imports one document of a shape that a careless reader takes quadratic time or memory for, and says what
 // it took.
 //
-//     brackwell-growth              lists the shapes
-//     brackwell-growth SHAPE SIZE   imports a document of at least SIZE KiB
+//     brackwell-growth                    lists the shapes
+//     brackwell-growth SHAPE SIZE         imports a document of at least SIZE KiB
+//     brackwell-growth SHAPE SIZE write   writes it to standard output
 //
-// Prints the document's bytes, the seconds of processor time that the program itself took for the import,
-// and the KiB of memory at its peak, the document itself not counted. What the system takes to hand out
-// gigabytes of new memory is left out: it depends on the machine's state more than on the document.
+// An import prints the document's bytes, the seconds of processor time that the program itself took for the
+// import, and the KiB of memory at its peak, the document itself not counted. What the system takes to hand
+// out gigabytes of new memory is left out: it depends on the machine's state more than on the document.
 #include <brackwell/brackwell.h>
 #include <sys/resource.h>
 
@@ -30,6 +31,7 @@ constexpr Shape kShapes[] = {
      "<STMTTRN><TRNTYPE>DEBIT</TRNTYPE><DTPOSTED>20240131120000</DTPOSTED><TRNAMT>-12.34</TRNAMT>"
      "<FITID>#</FITID><NAME>Harbour Bakery</NAME><MEMO>Card 4711</MEMO></STMTTRN>\n"},
     {"unclosed-transactions", kList, "<STMTTRN>"},
+    {"odd-close-tags", kList, "<STMTTRN><NAME>x</STMTTRN >"},
     {"nested-aggregates", "<OFX>", "<A>"},
     {"distinct-names", "<OFX>", "<N#>x"},
     {"alternating-names", "<OFX>", "<A>x<B>y"},
@@ -76,16 +78,24 @@ void measure(const Shape& shape, std::size_t size) {
                 after.ru_maxrss - before.ru_maxrss);
 }
 
+bool writeDocument(const Shape& shape, std::size_t size) {
+    const std::string document = makeDocument(shape, size);
+    return std::fwrite(document.data(), 1, document.size(), stdout) == document.size() &&
+           std::fflush(stdout) == 0;
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
     if (count == 1)
         for (const Shape& shape : kShapes) std::puts(shape.name);
-    if (count == 3)
-        for (const Shape& shape : kShapes)
-            if (shape.name == std::string_view(arguments[1])) {
-                measure(shape, std::strtoull(arguments[2], nullptr, 10) * 1024);
-                return 0;
-            }
-    return count == 1 ? 0 : 2;
+    if (count < 3) return count == 1 ? 0 : 2;
+    for (const Shape& shape : kShapes) {
+        if (shape.name != std::string_view(arguments[1])) continue;
+        const std::size_t size = std::strtoull(arguments[2], nullptr, 10) * 1024;
+        if (count == 4) return writeDocument(shape, size) ? 0 : 1;
+        measure(shape, size);
+        return 0;
+    }
+    return 2;
 }
