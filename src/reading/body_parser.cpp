@@ -50,15 +50,15 @@ public:
     }
     /// Says which tag, or end of an aggregate, came by.
     void found(NameID id) noexcept {
-        *expected_ = static_cast<std::uint8_t>(id);
+        *expected_ = static_cast<std::uint16_t>(id);
         expected_ = &afterTag_[id];
     }
     void foundEnd(NameID id) noexcept { expected_ = &afterEnd_[id]; }
 
 private:
-    std::array<std::uint8_t, kKnownElementCount> afterTag_{};
-    std::array<std::uint8_t, kKnownElementCount> afterEnd_{};
-    std::uint8_t* expected_ = afterTag_.data();
+    std::array<std::uint16_t, kKnownElementCount> afterTag_{};
+    std::array<std::uint16_t, kKnownElementCount> afterEnd_{};
+    std::uint16_t* expected_ = afterTag_.data();
 };
 
 /// One pass over a body. An element is a leaf when text follows its open tag, and an aggregate when
