@@ -23,6 +23,7 @@
 
 #include <brackwell/accounts.h>
 #include <brackwell/convert.h>
+#include <brackwell/investments.h>
 #include <brackwell/model.h>
 #include <brackwell/platform.h>
 #include <brackwell/profile.h>

@@ -210,6 +210,8 @@ public:
 
     /// The exact sum; nothing when it does not fit.
     std::optional<Decimal> plus(const Decimal& other) const noexcept;
+    /// The exact product; nothing when it does not fit.
+    std::optional<Decimal> times(const Decimal& other) const noexcept;
     /// The same magnitude with the other sign; zero stays zero.
     Decimal negated() const noexcept;
 

@@ -121,6 +121,19 @@ std::optional<Decimal> Decimal::plus(const Decimal& other) const noexcept {
     return decimalFrom(lower.negative_, below - above, lower.exponent_);
 }
 
+std::optional<Decimal> Decimal::times(const Decimal& other) const noexcept {
+    if (isZero() || other.isZero()) return Decimal();
+    Wide a = coefficientOf(*this);
+    Wide b = coefficientOf(other);
+    std::int64_t exponent = std::int64_t{exponent_} + other.exponent_;
+    // Neither ends in a zero digit, so a zero at the end of the product comes from a two in one and a five in
+    // the other. Without these pairs the product's digits are those of its coefficient.
+    for (; a % 2 == 0 && b % 5 == 0; a /= 2, b /= 5) ++exponent;
+    for (; a % 5 == 0 && b % 2 == 0; a /= 5, b /= 2) ++exponent;
+    if (a > (powerOfTen(maximumDigits) - 1) / b) return std::nullopt;
+    return decimalFrom(negative_ != other.negative_, a * b, exponent);
+}
+
 Decimal Decimal::negated() const noexcept {
     Decimal number = *this;
     number.negative_ = !negative_ && !isZero();

@@ -40,6 +40,8 @@ public:
         if ((leaf.begin & Node::kOwnText) == 0) return {body_.data() + leaf.begin, leaf.size};
         return {ownText_.data() + (leaf.begin & ~Node::kOwnText), leaf.size};
     }
+    /// The text that slices are parts of; empty when the tree was built in code.
+    std::string_view body() const noexcept { return body_; }
     std::string_view name(const Node& node) const noexcept { return names_.name(node.name()); }
     const Node& node(std::uint32_t index) const noexcept { return nodes_[index]; }
     std::uint32_t index(const Node& node) const noexcept {
