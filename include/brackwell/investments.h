@@ -420,6 +420,10 @@ private:
     std::vector<std::uint32_t> sorted_;  ///< positions in all_, by identifier, type and position
 };
 
+/// The currency of a bank or card transaction, which its own getters do not read when it is an aggregate;
+/// nothing when its node in the parse tree has none.
+BRACKWELL_EXPORT std::optional<TransactionCurrency> currencyOf(const TvOFXStatementTransaction& transaction);
+
 // ---------------------------------------------------------------------------------------------
 // Arithmetic
 
