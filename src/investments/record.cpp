@@ -51,8 +51,11 @@ private:
     std::size_t openTag(std::string_view name, std::size_t before) const noexcept {
         for (std::size_t at = body_.rfind(name, before); at != body_.npos && at > 0;
              at = body_.rfind(name, at - 1))
-            if (body_[at - 1] == '<') return at - 1;
+            if (body_[at - 1] == '<' && endsName(at + name.size())) return at - 1;
         return body_.npos;
+    }
+    bool endsName(std::size_t at) const noexcept {
+        return at < body_.size() && (body_[at] == '>' || body_[at] <= ' ');
     }
     /// The end of the close tag after the last leaf, or of the leaf.
     std::size_t endOf(std::string_view name, std::uint32_t endOfNodes) const noexcept {

@@ -80,6 +80,21 @@ Reference sum(const Reference& a, const Reference& b) {
     return normalised({b.negative, combine(digitsB, digitsA, -1), exponent});
 }
 
+/// Digit by digit, like on paper.
+Reference product(const Reference& a, const Reference& b) {
+    std::string digits(a.digits.size() + b.digits.size(), '0');
+    for (std::size_t i = a.digits.size(); i-- > 0;) {
+        int carry = 0;
+        for (std::size_t j = b.digits.size(); j-- > 0;) {
+            const int sum = (digits[i + j + 1] - '0') + (a.digits[i] - '0') * (b.digits[j] - '0') + carry;
+            digits[i + j + 1] = static_cast<char>('0' + sum % 10);
+            carry = sum / 10;
+        }
+        digits[i] = static_cast<char>('0' + carry);
+    }
+    return normalised({a.negative != b.negative, digits, a.exponent + b.exponent});
+}
+
 int order(const Reference& a, const Reference& b) {
     std::string digitsA = a.digits;
     std::string digitsB = b.digits;
@@ -160,6 +175,25 @@ TEST_CASE("sums and order of decimal numbers agree with arithmetic on their digi
         REQUIRE(second.plus(first) == total);
     }
     CHECK(sums > 10'000);
+}
+
+TEST_CASE("products of decimal numbers agree with arithmetic on their digits") {
+    Generator generator;
+    int products = 0;
+    for (int round = 0; round < 50'000; ++round) {
+        const Reference a = generator.number();
+        const Reference b = generator.number();
+        if (!fits(a) || !fits(b)) continue;
+        CAPTURE(scientific(a));
+        CAPTURE(scientific(b));
+        const Reference expected = product(a, b);
+        const auto found = decimal(scientific(a)).times(decimal(scientific(b)));
+        REQUIRE(found.has_value() == fits(expected));
+        if (!found) continue;
+        ++products;
+        REQUIRE(*found == decimal(scientific(expected)));
+    }
+    CHECK(products > 10'000);
 }
 
 TEST_CASE("a decimal number survives its plain notation and its parts") {

@@ -459,6 +459,42 @@ TEST_CASE("a sum is exact or nothing") {
     }
 }
 
+TEST_CASE("a product is exact or nothing") {
+    struct {
+        std::string a;
+        std::string b;
+        std::string product;  // empty for nothing
+    } const rows[] = {
+        {"0", "12.5", "0"},
+        {"3", "4", "12"},
+        {"-3", "4", "-12"},
+        {"-0.5", "-0.5", "0.25"},
+        {"45.10", "100", "4510"},
+        {"0.001", "1000", "1"},
+        {"1e100", "1e-100", "1"},
+        // as many digits as fit, and one more
+        {"9999999999999999999", "9999999999999999999", "99999999999999999980000000000000000001"},
+        {"11111111111111111111", "9999999999999999999", ""},
+        {nines38, "1", nines38},
+        {nines38, "3", ""},
+        // digits that are zeros at the end of the product do not count
+        {"5" + zeros(36) + "4", "25", "125" + zeros(35) + "1e2"},
+        {"1208925819614629174706176", "827180612553027674871408692069962853565812110900878906250000", "1e84"},
+        // the limits on the exponent
+        {"1e64", "1e63", "1e127"},
+        {"1e64", "1e64", ""},
+        {"1e-64", "1e-64", "1e-128"},
+        {"1e-65", "1e-64", ""},
+        {"2e-65", "5e-64", "1e-128"}};
+    for (const auto& row : rows) {
+        CAPTURE(row.a);
+        CAPTURE(row.b);
+        const auto expected = row.product.empty() ? std::nullopt : std::optional(decimal(row.product));
+        CHECK(plain(decimal(row.a).times(decimal(row.b))) == plain(expected));
+        CHECK(plain(decimal(row.b).times(decimal(row.a))) == plain(expected));
+    }
+}
+
 TEST_CASE("a negated decimal number has the other sign, and zero has none") {
     CHECK(decimal("12.5").negated() == decimal("-12.5"));
     CHECK(decimal("-12.5").negated() == decimal("12.5"));

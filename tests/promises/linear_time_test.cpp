@@ -292,6 +292,61 @@ TEST_CASE("importing takes time in proportion to the document, whatever it begin
     for (const Shape& shape : kDocuments) checkLinear(shape, import);
 }
 
+TEST_CASE("reading investments takes time in proportion to the document") {
+    const auto inStatements = [](const std::string& content) {
+        return "<OFX><INVSTMTMSGSRSV1><INVSTMTTRNRS><TRNUID>1<INVSTMTRS>" + content;
+    };
+    std::vector<Shape> shapes{
+        {"transactions",
+         [=](auto n) {
+             return inStatements(
+                 numbered("<BUYSTOCK><INVBUY><INVTRAN><FITID>#</INVTRAN><UNITS>1.#</INVBUY></BUYSTOCK>", n));
+         },
+         4000},
+        {"transactions in transactions",
+         [=](auto n) { return inStatements(repeated("<BUYMF><INVBUY>", n)); }},
+        {"parts in parts", [=](auto n) { return inStatements("<BUYMF>" + repeated("<INVBUY>", n)); }},
+        {"statements in statements", [](auto n) { return "<OFX>" + repeated("<INVSTMTRS><CURDEF>X", n); }},
+        {"wrappers in wrappers", [](auto n) { return "<OFX>" + repeated("<INVSTMTTRNRS><TRNUID>1", n); }},
+        {"statements of one wrapper",
+         [](auto n) { return "<OFX><INVSTMTTRNRS>" + repeated("<INVSTMTRS><CURDEF>X</INVSTMTRS>", n); }},
+        {"positions", [=](auto n) { return inStatements(repeated("<POSMF><INVPOS><UNITS>1</POSMF>", n)); }},
+        {"balances", [=](auto n) { return inStatements("<INVBAL>" + repeated("<BAL><NAME>x</BAL>", n)); }},
+        {"balances in balances", [=](auto n) { return inStatements(repeated("<INVBAL><BALLIST><BAL>", n)); }},
+        {"bank transactions",
+         [=](auto n) { return inStatements(repeated("<INVBANKTRAN><STMTTRN><FITID>1", n)); }},
+        {"fields that come again",
+         [=](auto n) { return inStatements("<INCOME>" + repeated("<TOTAL>1", n)); }},
+        {"securities", [](auto n) { return "<OFX><SECLIST>" + numbered("<MFINFO><SECNAME>#", n); }},
+        {"securities with portions",
+         [](auto n) { return "<OFX><MFINFO><MFASSETCLASS>" + repeated("<PORTION><PERCENT>1</PORTION>", n); }},
+    };
+    shapes.insert(shapes.end(), kBodies.begin(), kBodies.end());
+    for (const Shape& shape : shapes)
+        checkLinear(shape, [](const std::string& body) {
+            const ParseDictionary document = tree(body);
+            std::size_t found = securities(document).size();
+            for (const InvestmentStatement& statement : investmentStatements(document)) {
+                found += statement.transactions().size() + statement.positions().size();
+                if (const auto balance = statement.balance()) found += balance->listed().size();
+            }
+            CHECK(found <= body.size());
+        });
+}
+
+TEST_CASE("finding securities takes little more time than there are of them") {
+    checkLinear({"securities",
+                 [](auto n) {
+                     return "<OFX>" +
+                            numbered("<MFINFO><SECINFO><SECID><UNIQUEID>#</SECID></SECINFO></MFINFO>", n);
+                 },
+                 4000},
+                [](const std::string& body) {
+                    const SecurityList list(securities(tree(body)));
+                    for (const Security& security : list.all()) CHECK(list.find(security.id(), {}));
+                });
+}
+
 TEST_CASE("comparing two trees takes time in proportion to their size") {
     for (const Shape& shape : kBodies)
         checkLinear(shape, [](const std::string& body) { CHECK(tree(body) == tree(body)); });

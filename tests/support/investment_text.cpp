@@ -74,6 +74,7 @@ public:
 
 private:
     void line(std::string_view name, std::string_view value) {
+        if (value.ends_with('\n')) value.remove_suffix(1);
         text_.append("  ").append(name).append(" = ");
         for (const char c : value) text_.append(c == '\n' ? "\n  " : std::string_view(&c, 1));
         text_.append("\n");

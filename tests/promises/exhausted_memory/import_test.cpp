@@ -28,6 +28,7 @@ std::vector<Example> examples() {
             {"every_element.ofx"},
             {"extension_names.ofx"},
             {"household.ofx"},
+            {"investments.ofx"},
             {"profile.ofx"},
             {"quirks.ofx"},
             {"sign_on_failure.ofx"},

@@ -7,6 +7,7 @@
 #include "in_threads.h"
 #include "support/documents.h"
 #include "support/effort.h"
+#include "support/investment_text.h"
 #include "support/transcript.h"
 
 // What each thread finds is held against what one thread alone finds. That no thread looks at what another
@@ -132,6 +133,20 @@ TEST_CASE("threads read the same objects at the same time") {
             found += std::to_string(message->bankAccountsFound().size());
             found += transcriptOf(*interpreter);
             found += tree == *interpreter->parserDict() ? "equal" : "different";
+        }
+        return found;
+    });
+}
+
+TEST_CASE("threads read investments, and the same investments, at the same time") {
+    const auto document = TvOFXParser(exampleData("investments.ofx")).parseWithError()->ofxData;
+    const auto shared = investmentStatements(document);
+    const SecurityList list(securities(document));
+    agreeWithOneThread([&](std::size_t) {
+        std::string found;
+        for (std::size_t round = 0; round < kRounds; ++round) {
+            found = investmentTextOf(document) + textOf(shared.front());
+            for (const Position& position : shared.front().positions()) found += textOf(*list.find(position));
         }
         return found;
     });
