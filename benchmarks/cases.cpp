@@ -12,7 +12,7 @@ struct Row {
     Shape shape;
 };
 
-constexpr std::array<Row, 10> kRows{{
+constexpr std::array<Row, 11> kRows{{
     {"20", {.transactions = 20}},
     {"2000", {.transactions = 2000}},
     {"200000", {.transactions = 200000}},
@@ -23,6 +23,7 @@ constexpr std::array<Row, 10> kRows{{
     {"windows-1252", {.transactions = 20000, .accents = true, .encoding = TextEncodingWindows1252}},
     {"utf-16", {.transactions = 20000, .accents = true, .encoding = TextEncodingUTF16LittleEndian}},
     {"profile", {.realms = 20}},
+    {"investments", {.transactions = 200000, .positions = 10000}},
 }};
 
 }  // namespace

@@ -61,9 +61,57 @@ public:
         leaf("MEMO", memo());
         line("</STMTTRN>");
     }
+    void investmentTransaction(std::size_t number) {
+        const bool isPurchase = random_.below(2) == 0;
+        line(isPurchase ? "<BUYSTOCK>\n<INVBUY>" : "<SELLSTOCK>\n<INVSELL>");
+        line("<INVTRAN>");
+        leaf("FITID", "2024" + std::to_string(1000000 + number));
+        leaf("DTTRADE", date());
+        leaf("DTSETTLE", date());
+        leaf("MEMO", memo());
+        line("</INVTRAN>");
+        securityID(random_.below(10000));
+        leaf("UNITS", amount());
+        leaf("UNITPRICE", amount());
+        leaf("COMMISSION", "4.95");
+        leaf("TOTAL", amount());
+        leaf("SUBACCTSEC", "CASH");
+        leaf("SUBACCTFUND", "CASH");
+        line(isPurchase ? "</INVBUY>" : "</INVSELL>");
+        leaf(isPurchase ? "BUYTYPE" : "SELLTYPE", isPurchase ? "BUY" : "SELL");
+        line(isPurchase ? "</BUYSTOCK>" : "</SELLSTOCK>");
+    }
+    void position(std::size_t number) {
+        line("<POSSTOCK>\n<INVPOS>");
+        securityID(number);
+        leaf("HELDINACCT", "CASH");
+        leaf("POSTYPE", "LONG");
+        leaf("UNITS", amount());
+        leaf("UNITPRICE", amount());
+        leaf("MKTVAL", amount());
+        leaf("DTPRICEASOF", date());
+        line("</INVPOS>\n</POSSTOCK>");
+    }
+    void security(std::size_t number) {
+        line("<STOCKINFO>\n<SECINFO>");
+        securityID(number);
+        leaf("SECNAME", payee());
+        leaf("TICKER", "T" + std::to_string(number));
+        leaf("UNITPRICE", amount());
+        leaf("DTASOF", date());
+        line("</SECINFO>");
+        leaf("STOCKTYPE", "COMMON");
+        line("</STOCKINFO>");
+    }
     std::string take() { return std::move(text_); }
 
 private:
+    void securityID(std::size_t number) {
+        line("<SECID>");
+        leaf("UNIQUEID", std::to_string(900000000 + number));
+        leaf("UNIQUEIDTYPE", "CUSIP");
+        line("</SECID>");
+    }
     void appendNumber(std::string& text, std::uint32_t value, std::size_t width) {
         const std::string digits = std::to_string(value);
         if (digits.size() < width) text.append(width - digits.size(), '0');
@@ -151,6 +199,29 @@ void writeStatement(Writer& writer, const Shape& shape, std::size_t number) {
     writer.line("</STMTTRNRS>");
 }
 
+void writeInvestments(Writer& writer, const Shape& shape) {
+    writer.line("<INVSTMTMSGSRSV1>\n<INVSTMTTRNRS>");
+    writer.leaf("TRNUID", "1");
+    writeStatus(writer);
+    writer.line("<INVSTMTRS>");
+    writer.leaf("DTASOF", "20241231120000");
+    writer.leaf("CURDEF", "EUR");
+    writer.line("<INVACCTFROM>");
+    writer.leaf("BROKERID", "broker.example");
+    writer.leaf("ACCTID", "100000");
+    writer.line("</INVACCTFROM>");
+    writer.line("<INVTRANLIST>");
+    writer.leaf("DTSTART", "20240101");
+    writer.leaf("DTEND", "20241231");
+    for (std::size_t i = 0; i < shape.transactions; ++i) writer.investmentTransaction(i);
+    writer.line("</INVTRANLIST>\n<INVPOSLIST>");
+    for (std::size_t i = 0; i < shape.positions; ++i) writer.position(i);
+    writer.line("</INVPOSLIST>\n</INVSTMTRS>\n</INVSTMTTRNRS>\n</INVSTMTMSGSRSV1>");
+    writer.line("<SECLISTMSGSRSV1>\n<SECLIST>");
+    for (std::size_t i = 0; i < shape.positions; ++i) writer.security(i);
+    writer.line("</SECLIST>\n</SECLISTMSGSRSV1>");
+}
+
 void writeMessageSet(Writer& writer, const std::string& name) {
     writer.line("<" + name + "MSGSET><" + name + "MSGSETV1><MSGSETCORE>");
     writer.leaf("VER", "1");
@@ -203,6 +274,8 @@ std::string makeDocument(const Shape& shape) {
     writeHead(writer, shape);
     if (shape.realms > 0) {
         writeProfile(writer, shape.realms);
+    } else if (shape.positions > 0) {
+        writeInvestments(writer, shape);
     } else {
         writer.line("<BANKMSGSRSV1>");
         for (std::size_t i = 0; i < shape.statements; ++i) writeStatement(writer, shape, i);

@@ -14,6 +14,7 @@ struct Shape {
     bool longMemos = false;         ///< memos of some 400 characters
     bool entities = false;          ///< an entity in every name and memo
     bool accents = false;           ///< letters that are not ASCII in every name
+    std::size_t positions = 0;      ///< when any: an investment statement, and as many securities
     std::size_t realms = 0;         ///< when any: an institution's profile instead of statements
     TextEncoding encoding = TextEncodingUTF8;
 };

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "readers.h"
 
+#include <brackwell/investments.h>
 #include <brackwell/profile.h>
 #include <brackwell/statements.h>
 
@@ -44,9 +45,27 @@ void add(Totals& totals, const TvOFXResponse& response) {
     }
 }
 
+/// The import with the investments, which a message does not hold.
+std::shared_ptr<TvOFXMessage> importInvestments(std::string_view bytes, Totals* totals) {
+    const auto result = TvOFXParser(Data::view(bytes)).parseWithError();
+    if (!result) return nullptr;
+    auto message = std::make_shared<TvOFXMessage>();
+    message->processParserResult(*result);
+    const auto statements = investmentStatements(result->ofxData);
+    const SecurityList list(securities(result->ofxData));
+    if (totals == nullptr) return message;
+    for (const InvestmentStatement& statement : statements)
+        for (const InvestmentTransaction& transaction : statement.transactions()) {
+            ++totals->transactions;
+            if (const auto total = transaction.total()) totals->cents += centsOf(total->toString());
+        }
+    return message;
+}
+
 }  // namespace
 
 std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape& shape) {
+    if (shape.positions > 0) return importInvestments(bytes, nullptr);
     return TovanaOFXController::importOFXFileFromData(Data::view(bytes), presetEncoding(shape), nullptr,
                                                       nullptr);
 }
@@ -61,6 +80,7 @@ Totals totalsOfImport(const Case& document, std::string_view bytes) {
     const auto message = importDocument(bytes, document.shape);
     if (!message) fail(document, "not imported");
     Totals totals;
+    if (document.shape.positions > 0) importInvestments(bytes, &totals);
     for (const auto& response : message->bankingMsgSet()) add(totals, *response);
     if (document.shape.realms == 0) return totals;
     // A message has no way to its profile; the interpreter has.
@@ -76,9 +96,9 @@ Totals totalsOfTree(const Case& document, std::string_view bytes) {
     if (!loadTree(tree, bytes, document.shape)) fail(document, "no tree of the peer's");
     Totals totals;
     totals.realms = tree.select_nodes("//SIGNONINFO").size();
-    for (const auto& found : tree.select_nodes("//STMTTRN")) {
+    for (const auto& found : tree.select_nodes("//STMTTRN/TRNAMT | //INVTRANLIST//TOTAL")) {
         ++totals.transactions;
-        totals.cents += centsOf(found.node().child_value("TRNAMT"));
+        totals.cents += centsOf(found.node().child_value());
     }
     return totals;
 }

@@ -23,7 +23,8 @@ std::size_t countIn(const ParseDictionary& root, std::string_view name) {
         for (const auto& [key, entry] : *dictionary) {
             if (key == name && entry.dictionary()) ++count;
             if (key == name)
-                for (const ParseValue& element : entry.elements()) count += element.dictionary() ? 1 : 0;
+                for (const ParseValue& element : entry.elements())
+                    if (element.dictionary()) ++count;
             open.push_back(entry);
         }
     }
