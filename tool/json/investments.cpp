@@ -3,6 +3,7 @@
 
 #include "json/fields.h"
 #include "json/objects.h"
+#include "json/parse_tree.h"
 #include "json/writer.h"
 
 namespace tool {
@@ -130,8 +131,18 @@ void writePortion(JsonWriter& json, const brackwell::AssetPortion& portion) {
     json.endObject();
 }
 
+void writeIdentifier(JsonWriter& json, std::string_view name, const brackwell::ParseValue& value) {
+    if (value.isNothing()) return;
+    json.field(name);
+    writeParseValue(json, value);
+}
+
 void writeInvestmentAccount(JsonWriter& json, const brackwell::TvOFXInvestmentAccount& account) {
-    writeAccount(json, account);
+    json.beginObject();
+    writeField(json, "class", brackwell::OptionalText(account.className()));
+    writeIdentifier(json, "brokerID", account.brokerID());
+    writeIdentifier(json, "accountID", account.accountID());
+    json.endObject();
 }
 
 }  // namespace
