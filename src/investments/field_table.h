@@ -17,11 +17,13 @@
 /// read by, and the elements that hold it. Reading, text() and fields() need nothing else, and a getter
 /// finds its row by its name and its rule while it is compiled, so that one without a row does not compile:
 ///
-///     constexpr FieldRow kFields[] = {{"units", FieldRule::amount, {"UNITS"}}, ...};
-///     constexpr PartRow kParts[] = {{"INVBUY"}, {"INVTRAN"}};
-///     constexpr FieldTable kPositionFields(kFields, kParts);
-///     std::optional<Decimal> Position::units() const noexcept { return amountOf(*this,
-///     kTable.amount("units")); }
+///     constexpr FieldRow kPositionRows[] = {{"units", FieldRule::amount, {"UNITS"}}, ...};
+///     constexpr PartRow kPositionParts[] = {"INVPOS", "SECID"};
+///     constexpr FieldTable kPositionFields(kPositionRows, kPositionParts);
+///
+///     std::optional<Decimal> Position::units() const noexcept {
+///         return amountOf(*this, kPositionFields.amount("units"));
+///     }
 
 namespace brackwell::investments {
 

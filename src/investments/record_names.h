@@ -23,53 +23,53 @@ consteval RecordName recordName(std::string_view element, RecordType type) {
 }
 
 inline constexpr auto kRecordNames = [] {
-    using enum RecordType;
+    using Type = RecordType;
     using Kind = InvestmentTransactionKind;
     return std::to_array<RecordName>({
-        recordName("BUYDEBT", transaction, Kind::buyDebt),
-        recordName("BUYMF", transaction, Kind::buyFund),
-        recordName("BUYOPT", transaction, Kind::buyOption),
-        recordName("BUYOTHER", transaction, Kind::buyOther),
-        recordName("BUYSTOCK", transaction, Kind::buyStock),
-        recordName("CLOSUREOPT", transaction, Kind::optionClosure),
-        recordName("INCOME", transaction, Kind::income),
-        recordName("INVEXPENSE", transaction, Kind::expense),
-        recordName("JRNLFUND", transaction, Kind::journalFund),
-        recordName("JRNLSEC", transaction, Kind::journalSecurity),
-        recordName("MARGININTEREST", transaction, Kind::marginInterest),
-        recordName("REINVEST", transaction, Kind::reinvestment),
-        recordName("RETOFCAP", transaction, Kind::returnOfCapital),
-        recordName("SELLDEBT", transaction, Kind::sellDebt),
-        recordName("SELLMF", transaction, Kind::sellFund),
-        recordName("SELLOPT", transaction, Kind::sellOption),
-        recordName("SELLOTHER", transaction, Kind::sellOther),
-        recordName("SELLSTOCK", transaction, Kind::sellStock),
-        recordName("SPLIT", transaction, Kind::split),
-        recordName("TRANSFER", transaction, Kind::transfer),
-        recordName("INVBANKTRAN", transaction, Kind::bankTransaction),
-        recordName("POSDEBT", position, PositionKind::debt),
-        recordName("POSMF", position, PositionKind::fund),
-        recordName("POSOPT", position, PositionKind::option),
-        recordName("POSOTHER", position, PositionKind::other),
-        recordName("POSSTOCK", position, PositionKind::stock),
-        recordName("INVBAL", balance),
-        recordName("BAL", listedBalance),
-        recordName("INV401K", plan),
-        recordName("LOANINFO", loan),
-        recordName("YEARTODATE", period),
-        recordName("INCEPTTODATE", period),
-        recordName("PERIODTODATE", period),
-        recordName("INV401KBAL", amounts),
-        recordName("CONTRIBUTIONS", amounts),
-        recordName("WITHDRAWALS", amounts),
-        recordName("EARNINGS", amounts),
-        recordName("DEBTINFO", security, SecurityKind::debt),
-        recordName("MFINFO", security, SecurityKind::fund),
-        recordName("OPTINFO", security, SecurityKind::option),
-        recordName("OTHERINFO", security, SecurityKind::other),
-        recordName("STOCKINFO", security, SecurityKind::stock),
-        recordName("PORTION", portion),
-        recordName("FIPORTION", portion),
+        recordName("BUYDEBT", Type::transaction, Kind::buyDebt),
+        recordName("BUYMF", Type::transaction, Kind::buyFund),
+        recordName("BUYOPT", Type::transaction, Kind::buyOption),
+        recordName("BUYOTHER", Type::transaction, Kind::buyOther),
+        recordName("BUYSTOCK", Type::transaction, Kind::buyStock),
+        recordName("CLOSUREOPT", Type::transaction, Kind::optionClosure),
+        recordName("INCOME", Type::transaction, Kind::income),
+        recordName("INVEXPENSE", Type::transaction, Kind::expense),
+        recordName("JRNLFUND", Type::transaction, Kind::journalFund),
+        recordName("JRNLSEC", Type::transaction, Kind::journalSecurity),
+        recordName("MARGININTEREST", Type::transaction, Kind::marginInterest),
+        recordName("REINVEST", Type::transaction, Kind::reinvestment),
+        recordName("RETOFCAP", Type::transaction, Kind::returnOfCapital),
+        recordName("SELLDEBT", Type::transaction, Kind::sellDebt),
+        recordName("SELLMF", Type::transaction, Kind::sellFund),
+        recordName("SELLOPT", Type::transaction, Kind::sellOption),
+        recordName("SELLOTHER", Type::transaction, Kind::sellOther),
+        recordName("SELLSTOCK", Type::transaction, Kind::sellStock),
+        recordName("SPLIT", Type::transaction, Kind::split),
+        recordName("TRANSFER", Type::transaction, Kind::transfer),
+        recordName("INVBANKTRAN", Type::transaction, Kind::bankTransaction),
+        recordName("POSDEBT", Type::position, PositionKind::debt),
+        recordName("POSMF", Type::position, PositionKind::fund),
+        recordName("POSOPT", Type::position, PositionKind::option),
+        recordName("POSOTHER", Type::position, PositionKind::other),
+        recordName("POSSTOCK", Type::position, PositionKind::stock),
+        recordName("INVBAL", Type::balance),
+        recordName("BAL", Type::listedBalance),
+        recordName("INV401K", Type::plan),
+        recordName("LOANINFO", Type::loan),
+        recordName("YEARTODATE", Type::period),
+        recordName("INCEPTTODATE", Type::period),
+        recordName("PERIODTODATE", Type::period),
+        recordName("INV401KBAL", Type::amounts),
+        recordName("CONTRIBUTIONS", Type::amounts),
+        recordName("WITHDRAWALS", Type::amounts),
+        recordName("EARNINGS", Type::amounts),
+        recordName("DEBTINFO", Type::security, SecurityKind::debt),
+        recordName("MFINFO", Type::security, SecurityKind::fund),
+        recordName("OPTINFO", Type::security, SecurityKind::option),
+        recordName("OTHERINFO", Type::security, SecurityKind::other),
+        recordName("STOCKINFO", Type::security, SecurityKind::stock),
+        recordName("PORTION", Type::portion),
+        recordName("FIPORTION", Type::portion),
     });
 }();
 
@@ -77,8 +77,8 @@ inline constexpr auto kRecordNames = [] {
 inline constexpr auto kRecordNameOfElement = [] {
     std::array<std::uint8_t, reading::kKnownElementCount> rows{};
     rows.fill(kRecordNames.size());
-    for (std::size_t i = 0; i < kRecordNames.size(); ++i)
-        rows[kRecordNames[i].element] = static_cast<std::uint8_t>(i);
+    std::uint8_t row = 0;
+    for (const RecordName& name : kRecordNames) rows[name.element] = row++;
     return rows;
 }();
 

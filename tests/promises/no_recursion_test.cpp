@@ -123,6 +123,19 @@ TEST_CASE("a tree of a million levels is archived and restored without recursion
     }
 }
 
+TEST_CASE("investments of a million levels are read without recursion") {
+    for (const std::string_view tag : {"<INVSTMTTRNRS>", "<INVSTMTRS>", "<BUYMF>", "<INVBUY>", "<INVBAL>"}) {
+        CAPTURE(std::string(tag));
+        const std::string body = "<INVSTMTRS><CURDEF>EUR<MFINFO>" + nested(tag) + "<FITID>1";
+        std::size_t found = 0;
+        onSmallStack([&] {
+            const auto tree = TvOFXParser::parseOFXDataString(body);
+            found = investmentStatements(tree).size() + securities(tree).size();
+        });
+        CHECK(found > 1);
+    }
+}
+
 TEST_CASE("a document of a million levels is repaired without recursion") {
     for (const DeepRow& row : deepBodies()) {
         CAPTURE(row.name);
