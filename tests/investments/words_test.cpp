@@ -17,11 +17,11 @@ namespace {
 template <class Value>
 void checkWords(std::size_t count) {
     std::set<unsigned> values;
-    for (const auto& [text, value] : wordsOf(Value())) {
-        CAPTURE(std::string(text));
-        CHECK(valueOfWord<Value>(text) == value);
-        CHECK(value != Value::unknown);
-        values.insert(static_cast<unsigned>(value));
+    for (const Word<Value>& word : wordsOf(Value())) {
+        CAPTURE(std::string(word.text));
+        CHECK(valueOfWord<Value>(word.text) == word.value);
+        CHECK(word.value != Value::unknown);
+        values.insert(static_cast<unsigned>(word.value));
     }
     CHECK(values.size() == count);
     CHECK(*values.rbegin() == count);
