@@ -3,27 +3,37 @@
 
 #include <brackwell/repair.h>
 
-#include <algorithm>
-#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace brackwell::repair {
 
-/// A change whose place is an offset only, in a body.
+/// A change whose place is an offset only.
 struct Edit {
-    std::size_t offset;
-    std::size_t size;  ///< of what stood there
-    RepairKind kind;
+    std::size_t offset = 0;
+    std::size_t size = 0;  ///< of what stood there
+    RepairKind kind = RepairKind::comment;
     std::string now;
+    std::string reason;
 };
 
-/// Two lists as one; each is in the order of its places. At the same place those of the first come first.
-inline std::vector<Edit> merged(std::vector<Edit> first, std::vector<Edit> second) {
-    std::vector<Edit> edits;
-    edits.reserve(first.size() + second.size());
-    std::merge(std::make_move_iterator(first.begin()), std::make_move_iterator(first.end()),
-               std::make_move_iterator(second.begin()), std::make_move_iterator(second.end()),
-               std::back_inserter(edits), [](const Edit& a, const Edit& b) { return a.offset < b.offset; });
-    return edits;
-}
+/// Edits in the order of their places, without overlap. What is put in at the same place stands in the order
+/// of the list, and before what is changed there.
+using Edits = std::vector<Edit>;
+
+/// Two lists for one text as one. At the same place those of the first come first.
+Edits merged(Edits first, Edits second);
+
+/// The text that edits make of a text.
+std::string applied(std::string_view text, const Edits& edits);
+
+/// Two lists as one, of which the second is for the text that the first makes. An edit of the second that
+/// changes what the first has put in becomes one with it, and vanishes when both undo each other.
+Edits composed(std::string_view text, Edits first, const Edits& second);
+
+/// "<NAME>" and "</NAME>".
+std::string openTag(std::string_view name);
+std::string closeTag(std::string_view name);
 
 }  // namespace brackwell::repair

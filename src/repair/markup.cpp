@@ -126,7 +126,7 @@ private:
     }
 
     void change(std::size_t begin, std::size_t end, RepairKind kind, std::string now = {}) {
-        markup_.edits.push_back({begin, end - begin, kind, std::move(now)});
+        markup_.edits.push_back({begin, end - begin, kind, std::move(now), {}});
     }
 
     /// Each of these reads what begins with a "<", and returns where it ends.

@@ -10,9 +10,6 @@
 namespace brackwell::repair {
 namespace {
 
-std::string openTag(std::string_view name) { return std::string("<").append(name).append(">"); }
-std::string closeTag(std::string_view name) { return std::string("</").append(name).append(">"); }
-
 /// True when one name may be a misspelling of the other: shortened at an end, or with at most two letters
 /// in a row that differ.
 bool resembles(std::string_view a, std::string_view b) noexcept {
@@ -134,11 +131,11 @@ private:
     // What is changed
 
     void insert(std::size_t offset, RepairKind kind, std::string now) {
-        edits_.push_back({offset, 0, kind, std::move(now)});
+        edits_.push_back({offset, 0, kind, std::move(now), {}});
     }
     void replace(const Tag& tag, RepairKind kind, std::string now) {
         if (body_.substr(tag.begin, tag.end - tag.begin) == now) return;
-        edits_.push_back({tag.begin, tag.end - tag.begin, kind, std::move(now)});
+        edits_.push_back({tag.begin, tag.end - tag.begin, kind, std::move(now), {}});
     }
     void keepOpen(const Tag& tag) { replace(tag, tag.flaw, openTag(tag.text)); }
     void keepClose(const Tag& tag) { replace(tag, tag.flaw, closeTag(tag.text)); }
@@ -189,7 +186,7 @@ private:
         for (std::uint32_t i = leaf + 1; i < end; ++i)
             if (!hasSmallLetter(tags_[i].text)) return leaf + 1;
         for (std::uint32_t i = leaf + 1; i < end; ++i)
-            edits_.push_back({tags_[i].begin, 1, RepairKind::lessThan, "&lt;"});
+            edits_.push_back({tags_[i].begin, 1, RepairKind::lessThan, "&lt;", {}});
         return end;
     }
 
@@ -238,7 +235,7 @@ private:
     }
 
     void openSibling(std::uint32_t i) {
-        opened_.push_back({sibling_.end, 0, RepairKind::missingOpen, openTag(tags_[i].text)});
+        opened_.push_back({sibling_.end, 0, RepairKind::missingOpen, openTag(tags_[i].text), {}});
         keepClose(tags_[i]);
         pending_ = Pending::nothing;
         const Sibling closed = std::exchange(sibling_, {});

@@ -172,7 +172,7 @@ RepairedText repairOFXText(std::string_view text) {
     const std::string_view document = trimWhiteSpace(text.substr(begin));
     if (reading == Reading::notOFX) {
         if (!trimWhiteSpace(text.substr(0, begin)).empty())
-            editor.apply({0, begin, RepairKind::textBeforeDocument, {}}, 0);
+            editor.apply({0, begin, RepairKind::textBeforeDocument, {}, {}}, 0);
         reading = readingOf(document);
         if (reading == Reading::reads) return editor.finish();
     }
