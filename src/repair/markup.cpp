@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "platform/ascii_case.h"
-#include "repair/aggregate_names.h"
 
 namespace brackwell::repair {
 namespace {
@@ -28,8 +27,11 @@ std::string inCapitals(std::string_view name) {
     return capitals;
 }
 
-bool isKnown(std::string_view name) noexcept {
-    return reading::findKnownElement(name) != reading::kKnownElementCount || isAggregateName(name);
+bool isKnown(std::string_view name) noexcept { return elements::findElement(name) != elements::kUnknown; }
+
+/// True for a name in small letters that would be known in capitals.
+bool isKnownInCapitals(std::string_view name) {
+    return hasSmallLetter(name) && isKnown(inCapitals(name));
 }
 
 std::string escaped(std::string_view text) {
@@ -76,7 +78,7 @@ struct Inside {
     }
     /// True when this is a tag that the end of the document has cut off.
     bool isCutOff(NameCase nameCase) const noexcept {
-        return name.empty() || (isName(name) && (nameCase == NameCase::lower || !hasSmallLetter(name)));
+        return name.empty() || (isName(name) && (nameCase != NameCase::upper || !hasSmallLetter(name)));
     }
 
     bool beginsWithBlank;
@@ -87,13 +89,22 @@ struct Inside {
 /// Says which case a document's names have, by its tags as they stand.
 bool isInLowerCase(const std::vector<Tag>& tags, bool beginsWithRoot) noexcept {
     constexpr std::string_view root = "OFX";
-    if (beginsWithRoot) return tags.front().text != root;
+    if (beginsWithRoot && !tags.empty() && equalsIgnoringCase(tags.front().text, root))
+        return tags.front().text != root;
     bool hasLowerRoot = false;
     for (const Tag& tag : tags) {
         if (tag.text == root && !tag.isClose()) return false;
         if (tag.text != root && equalsIgnoringCase(tag.text, root)) hasLowerRoot = true;
     }
     return hasLowerRoot;
+}
+
+/// True when a document with its root in capitals has known elements in small letters that are no part of
+/// a text: the tag before them has none.
+bool hasSmallElements(const std::vector<Tag>& tags) {
+    for (std::size_t i = 1; i < tags.size(); ++i)
+        if (!tags[i].isClose() && !tags[i - 1].hasText && isKnownInCapitals(tags[i].text)) return true;
+    return false;
 }
 
 class MarkupReader {
@@ -157,11 +168,15 @@ private:
     }
 
     std::size_t addTag(const Inside& inside, std::size_t begin, std::size_t end, RepairKind flaw) {
-        const bool changesCase = markup_.nameCase == NameCase::lower && hasSmallLetter(inside.name);
+        const bool changesCase = markup_.nameCase == NameCase::upper   ? false
+                                 : markup_.nameCase == NameCase::mixed ? isKnownInCapitals(inside.name)
+                                                                       : hasSmallLetter(inside.name);
         const reading::NameID name =
             changesCase ? names_.numberOfCopy(inCapitals(inside.name)) : names_.number(inside.name);
         if (changesCase) flaw = RepairKind::lowerCaseTag;
-        markup_.tags.push_back({begin, end, end, names_.name(name), name, inside.form, false, flaw});
+        const std::string_view text = names_.name(name);
+        markup_.tags.push_back(
+            {begin, end, end, text, name, elements::findElement(text), inside.form, false, flaw});
         return end;
     }
 
@@ -209,8 +224,9 @@ private:
 
 Markup readMarkup(std::string_view body, bool beginsWithRoot, reading::NameTable& names) {
     Markup markup = MarkupReader(body, NameCase::upper, names).read();
-    if (!isInLowerCase(markup.tags, beginsWithRoot)) return markup;
-    return MarkupReader(body, NameCase::lower, names).read();
+    if (isInLowerCase(markup.tags, beginsWithRoot)) return MarkupReader(body, NameCase::lower, names).read();
+    if (hasSmallElements(markup.tags)) return MarkupReader(body, NameCase::mixed, names).read();
+    return markup;
 }
 
 bool isName(std::string_view text) noexcept {

@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include "elements/structure.h"
 #include "reading/name_table.h"
 #include "repair/edit.h"
 
@@ -17,6 +18,7 @@ struct Tag {
     std::size_t textBegin;  ///< where text follows, blanks aside
     std::string_view text;  ///< the name, as it should stand
     reading::NameID name;
+    elements::Element element;
     Form form;
     bool hasText;  ///< text other than blanks follows, before the next tag
     RepairKind flaw;
@@ -27,6 +29,7 @@ struct Tag {
 /// How a document writes the names of its elements.
 enum class NameCase : std::uint8_t {
     upper,  ///< so what has small letters may be no name
+    mixed,  ///< its root is in capitals, but not all of its elements are
     lower,  ///< it has tags of "ofx", and none that opens "OFX"
 };
 

@@ -2,13 +2,17 @@
 #include "repair/nesting.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 #include "platform/ascii_case.h"
-#include "repair/aggregate_names.h"
 #include "repair/partners.h"
 
 namespace brackwell::repair {
 namespace {
+
+using elements::Element;
+using elements::Kind;
 
 /// True when one name may be a misspelling of the other: shortened at an end, or with at most two letters
 /// in a row that differ.
@@ -22,6 +26,29 @@ bool resembles(std::string_view a, std::string_view b) noexcept {
     return static_cast<std::size_t>(begin + end) + 2 >= b.size();
 }
 
+/// The children of an open aggregate that have come by, as bits by their place in its row.
+class ChildSet {
+public:
+    bool has(const elements::Child& child, Element parent) const noexcept {
+        return (words_[index(child, parent) / 64] & bit(child, parent)) != 0;
+    }
+    void add(const elements::Child& child, Element parent) noexcept {
+        words_[index(child, parent) / 64] |= bit(child, parent);
+    }
+    void remove(const elements::Child& child, Element parent) noexcept {
+        words_[index(child, parent) / 64] &= ~bit(child, parent);
+    }
+
+private:
+    static std::size_t index(const elements::Child& child, Element parent) noexcept {
+        return static_cast<std::size_t>(&child - elements::childrenOf(parent).data()) % 128;
+    }
+    static std::uint64_t bit(const elements::Child& child, Element parent) noexcept {
+        return std::uint64_t{1} << index(child, parent) % 64;
+    }
+    std::array<std::uint64_t, 2> words_{};
+};
+
 /// Follows the body parser through the tags as they will stand: which aggregates are open, and which
 /// element is pending. So it knows of each close tag whether the parser will accept it.
 class NestingRepair {
@@ -33,6 +60,7 @@ public:
           partners_(partnersOf(tags, extended_)),
           depths_(extended_.size(), 0),
           uses_(extended_.size()) {
+        frames_.push_back({kNone, 0, elements::kUnknown, 0, 0, {}});
         for (std::uint32_t i = 0; i < tags_.size(); ++i) {
             if (tags_[i].isClose()) continue;
             Use& use = uses_[tags_[i].name];
@@ -43,7 +71,7 @@ public:
         }
     }
 
-    std::vector<Edit> run() {
+    Edits run() {
         for (std::uint32_t i = 0; i < tags_.size();) {
             if (tags_[i].isClose()) {
                 close(i);
@@ -52,8 +80,13 @@ public:
                 i = open(i);
             }
         }
-        closeDownTo(0, body_.size());
-        return merged(std::move(opened_), std::move(edits_));
+        closeDownTo(0, body_.size(), [](std::string_view name) {
+            return "the document ends while " + openTag(name) + " is open";
+        });
+        // Of open tags that are missing, an outer one is found after those inside of it.
+        std::ranges::reverse(opened_);
+        std::ranges::stable_sort(opened_, {}, &Edit::offset);
+        return withOpened();
     }
 
 private:
@@ -65,16 +98,21 @@ private:
         bool asLeaf = false;
         bool asAggregate = false;
     };
-    struct Aggregate {
+
+    /// An open aggregate. The first one stands for the document, in which all others are.
+    struct Frame {
         std::uint32_t tag;
         std::uint32_t outer;  ///< depth of the next one of the same name; 0: none
+        Element element;
+        std::size_t firstChild;  ///< in children_
+        std::size_t settled;     ///< the children before this one have no open tag to get
+        ChildSet seen;
     };
 
-    /// An aggregate that has just been closed, and behind which stands what another of its kind begins with.
-    struct Sibling {
-        std::uint32_t name = kNone;
-        std::uint32_t firstElement = kNone;  ///< the name of the first one in it
-        std::size_t end = 0;                 ///< of its close tag
+    /// A child of an open aggregate.
+    struct Child {
+        Element element;
+        std::size_t begin;
     };
 
     // -----------------------------------------------------------------------------------------
@@ -87,19 +125,38 @@ private:
     }
     /// For elements without text.
     bool isAggregate(std::uint32_t tag) const noexcept {
-        if (hasPartner(tag) || isAggregateName(tags_[tag].text)) return true;
+        switch (elements::kindOf(tags_[tag].element)) {
+            case Kind::aggregate:
+                return true;
+            case Kind::leaf:
+                return hasPartner(tag) && !holdsNothing(tag);
+            case Kind::either:
+                return hasPartner(tag) || isInside(tag + 1, tags_[tag].element);
+            default:
+                break;
+        }
         const Use& use = uses_[tags_[tag].name];
-        return use.asAggregate && !use.asLeaf;
+        return hasPartner(tag) || (use.asAggregate && !use.asLeaf);
     }
-    static bool isLeafName(std::string_view name) noexcept {
-        return reading::findKnownElement(name) != reading::kKnownElementCount && !isAggregateName(name);
+    bool isInside(std::size_t child, Element parent) const noexcept {
+        return child < tags_.size() && !tags_[child].isClose() &&
+               elements::findChild(tags_[child].element, parent) != nullptr;
+    }
+    /// True for a leaf that has a close tag further on, although the next element belongs to the aggregate
+    /// around it.
+    bool holdsNothing(std::uint32_t leaf) const noexcept {
+        return isInside(leaf + 1, frames_.back().element);
+    }
+    static bool isAggregateName(const Tag& tag) noexcept { return elements::isAggregate(tag.element); }
+    static bool isLeafName(const Tag& tag) noexcept {
+        return tag.element != elements::kUnknown && !isAggregateName(tag);
     }
 
     // -----------------------------------------------------------------------------------------
     // What is open
 
-    std::uint32_t depth() const noexcept { return static_cast<std::uint32_t>(open_.size()); }
-    std::uint32_t innermost() const noexcept { return open_.back().tag; }
+    std::uint32_t depth() const noexcept { return static_cast<std::uint32_t>(frames_.size() - 1); }
+    std::uint32_t innermost() const noexcept { return frames_.back().tag; }
     /// The depth of the innermost aggregate that this close tag closes; 0: none.
     std::uint32_t depthClosedBy(std::uint32_t tag) const noexcept {
         const std::uint32_t name = tags_[tag].name;
@@ -107,72 +164,142 @@ private:
     }
     void push(std::uint32_t tag) {
         if (hasPartner(tag)) ++closedLater_;
-        sibling_ = {};
-        open_.push_back({tag, depths_[tags_[tag].name]});
+        const std::size_t child = children_.size();
+        frames_.push_back({tag, depths_[tags_[tag].name], tags_[tag].element, child, child, {}});
         depths_[tags_[tag].name] = depth();
         pending_ = Pending::aggregate;
     }
     void pop() noexcept {
-        sibling_ = {};
         if (hasPartner(innermost())) --closedLater_;
-        depths_[tags_[innermost()].name] = open_.back().outer;
-        open_.pop_back();
+        depths_[tags_[innermost()].name] = frames_.back().outer;
+        children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(frames_.back().firstChild),
+                        children_.end());
+        frames_.pop_back();
         pending_ = Pending::nothing;
     }
     /// Closes what is deeper, in front of this place.
-    void closeDownTo(std::uint32_t wanted, std::size_t offset) {
+    template <class Reason>
+    void closeDownTo(std::uint32_t wanted, std::size_t offset, Reason reason) {
         while (depth() > wanted) {
-            insert(offset, RepairKind::missingClose, closeTag(tags_[innermost()].text));
+            const std::string_view name = tags_[innermost()].text;
+            insert(offset, RepairKind::missingClose, closeTag(name), reason(name));
             pop();
         }
+    }
+
+    /// Notes an element of the innermost aggregate.
+    void addChild(const Tag& tag) {
+        Frame& frame = frames_.back();
+        const elements::Child* const child = elements::findChild(tag.element, frame.element);
+        if (child != nullptr) frame.seen.add(*child, frame.element);
+        children_.push_back({tag.element, tag.begin});
+    }
+
+    /// True when an element has a place in an aggregate that is not taken.
+    static bool fits(Element element, const Frame& frame) noexcept {
+        const elements::Child* const child = elements::findChild(element, frame.element);
+        return child != nullptr && (child->mayRepeat || !frame.seen.has(*child, frame.element));
+    }
+
+    /// Closes aggregates without a close tag of their own when this element cannot stand in them, but can
+    /// in one around them. No document that means well nests deeper than kDeepest.
+    void endAggregatesBefore(const Tag& tag) {
+        if (elements::parentsOf(tag.element).empty()) return;
+        constexpr std::uint32_t kDeepest = 16;
+        const std::uint32_t last = depth() > kDeepest ? depth() - kDeepest : 0;
+        for (std::uint32_t wanted = depth(); wanted > last; --wanted) {
+            if (fits(tag.element, frames_[wanted])) return endDownTo(wanted, tag);
+            if (hasPartner(frames_[wanted].tag)) return;
+        }
+    }
+    void endDownTo(std::uint32_t wanted, const Tag& tag) {
+        closeDownTo(wanted, tag.begin, [this, &tag](std::string_view name) {
+            const bool isSecond = elements::findChild(tag.element, frames_.back().element) != nullptr;
+            return (isSecond ? "a second " : "") + openTag(tag.text) + " cannot stand in " + openTag(name) +
+                   ", so that ends before it";
+        });
     }
 
     // -----------------------------------------------------------------------------------------
     // What is changed
 
-    void insert(std::size_t offset, RepairKind kind, std::string now) {
-        edits_.push_back({offset, 0, kind, std::move(now), {}});
+    void insert(std::size_t offset, RepairKind kind, std::string now, std::string reason) {
+        edits_.push_back({offset, 0, kind, std::move(now), std::move(reason)});
     }
-    void replace(const Tag& tag, RepairKind kind, std::string now) {
+    void replace(const Tag& tag, RepairKind kind, std::string now, std::string reason = {}) {
         if (body_.substr(tag.begin, tag.end - tag.begin) == now) return;
-        edits_.push_back({tag.begin, tag.end - tag.begin, kind, std::move(now), {}});
+        edits_.push_back({tag.begin, tag.end - tag.begin, kind, std::move(now), std::move(reason)});
     }
     void keepOpen(const Tag& tag) { replace(tag, tag.flaw, openTag(tag.text)); }
     void keepClose(const Tag& tag) { replace(tag, tag.flaw, closeTag(tag.text)); }
+
+    /// All edits. At the same place, what is closed there comes before what is opened.
+    Edits withOpened() {
+        const auto closesThere = [](const Edit& edit) {
+            return edit.size == 0 &&
+                   (edit.kind == RepairKind::missingClose || edit.kind == RepairKind::emptyLeaf);
+        };
+        Edits edits;
+        std::merge(std::make_move_iterator(opened_.begin()), std::make_move_iterator(opened_.end()),
+                   std::make_move_iterator(edits_.begin()), std::make_move_iterator(edits_.end()),
+                   std::back_inserter(edits), [closesThere](const Edit& a, const Edit& b) {
+                       if (a.offset != b.offset) return a.offset < b.offset;
+                       return closesThere(a) && !closesThere(b);
+                   });
+        return edits;
+    }
 
     // -----------------------------------------------------------------------------------------
     // Open tags; each returns the tag to go on with
 
     std::uint32_t open(std::uint32_t i) {
         const Tag& tag = tags_[i];
-        if (tag.name == sibling_.name) sibling_ = {};
+        endAggregatesBefore(tag);
         if (tag.hasText) return openWithText(i);
         if (tag.form == Tag::Form::selfClosed) {
+            addChild(tag);
             replace(tag, RepairKind::selfClosedTag, openTag(tag.text) + closeTag(tag.text));
             pending_ = Pending::nothing;
         } else if (isAggregate(i)) {
             openAggregate(i);
         } else {
-            keepOpen(tag);
-            insert(tag.end, RepairKind::emptyLeaf, closeTag(tag.text));
-            pending_ = Pending::nothing;
+            openEmptyLeaf(i);
         }
         return i + 1;
     }
 
+    /// A close tag that it has further on belongs to nothing any more.
+    void openEmptyLeaf(std::uint32_t i) {
+        const Tag& tag = tags_[i];
+        addChild(tag);
+        keepOpen(tag);
+        insert(tag.end, RepairKind::emptyLeaf, closeTag(tag.text),
+               openTag(tag.text) + " has neither a text nor a close tag");
+        pending_ = Pending::nothing;
+        if (!hasPartner(i)) return;
+        partners_[partners_[i]] = kNone;
+        partners_[i] = kNone;
+    }
+
     void openAggregate(std::uint32_t i) {
+        const Tag& tag = tags_[i];
         // No aggregate holds another of its name, so one without a close tag has ended here.
-        const std::uint32_t same = depths_[tags_[i].name];
-        if (same != 0 && !hasPartner(open_[same - 1].tag)) closeDownTo(same - 1, tags_[i].begin);
-        keepOpen(tags_[i]);
+        const std::uint32_t same = depths_[tag.name];
+        if (same != 0 && !hasPartner(frames_[same].tag))
+            closeDownTo(same - 1, tag.begin, [&tag](std::string_view name) {
+                return openTag(tag.text) + " cannot stand in another, so " + openTag(name) + " ends before it";
+            });
+        addChild(tag);
+        keepOpen(tag);
         push(i);
     }
 
     std::uint32_t openWithText(std::uint32_t i) {
-        if (isAggregateName(tags_[i].text) && lacksOpenTag(i + 1)) {
+        if (isAggregateName(tags_[i]) && lacksOpenTag(i + 1)) {
             openAggregate(i);
             return i + 1;
         }
+        addChild(tags_[i]);
         keepOpen(tags_[i]);
         pending_ = Pending::leaf;
         leaf_ = i;
@@ -205,8 +332,8 @@ private:
             closeLeaf(i, tags_[i].text, tags_[i].flaw);
         else if (closed != 0)
             closeAggregate(i, closed);
-        else if (tags_[i].name == sibling_.name)
-            openSibling(i);
+        else if (opensBefore(i))
+            pending_ = Pending::nothing;
         else if (pending_ != Pending::leaf && i > 0 && tags_[i - 1].hasText && lacksOpenTag(i))
             openText(i);
         else if (meansOpen(i))
@@ -217,39 +344,83 @@ private:
             correctBetweenElements(i);
     }
 
-    void closeAggregate(std::uint32_t i, std::uint32_t depth) {
-        closeDownTo(depth, tags_[i].begin);
+    void closeAggregate(std::uint32_t i, std::uint32_t closed) {
+        const std::string_view outer = tags_[frames_[closed].tag].text;
+        closeDownTo(closed, tags_[i].begin, [outer](std::string_view name) {
+            return openTag(name) + " is still open where " + openTag(outer) + " ends";
+        });
         keepClose(tags_[i]);
-        const std::uint32_t opened = innermost();
         pop();
-        noteSibling({tags_[opened].name, tags_[opened + 1].name, tags_[i].end}, i);
     }
 
-    /// Notes an aggregate that this tag has closed when another of its kind may follow without an open tag.
-    void noteSibling(const Sibling& sibling, std::uint32_t i) noexcept {
+    /// Puts the open tag of an aggregate, of which only this close tag is there, before the last elements
+    /// that belong in it, when one of them cannot stand where it is. False when there are none.
+    bool opensBefore(std::uint32_t i) {
         const Tag& tag = tags_[i];
-        if (tag.hasText || i + 1 == tags_.size()) return;
-        if (tag.name != sibling.name || extended_[tag.name] != kNone || !isAggregateName(tag.text)) return;
-        const Tag& next = tags_[i + 1];
-        if (!next.isClose() && next.hasText && next.name == sibling.firstElement) sibling_ = sibling;
+        Frame& frame = frames_.back();
+        if (!isAggregateName(tag) || tag.hasText || !mayOpenIn(tag.element, frame)) return false;
+        const auto begin =
+            children_.begin() + static_cast<std::ptrdiff_t>(beginOfContent(tag.element, frame));
+        const auto isLost = [&frame](const Child& child) {
+            return frame.tag == kNone || !elements::mayStandIn(child.element, frame.element);
+        };
+        if (std::none_of(begin, children_.end(), isLost)) {
+            frame.settled = children_.size();
+            return false;
+        }
+        opened_.push_back({begin->begin, 0, RepairKind::missingOpen, openTag(tag.text),
+                           "only the close tag of " + openTag(tag.text) +
+                               " is there; it begins with the first element that belongs in it"});
+        keepClose(tag);
+        closeOver(static_cast<std::size_t>(begin - children_.begin()), tag.element);
+        return true;
     }
 
-    void openSibling(std::uint32_t i) {
-        opened_.push_back({sibling_.end, 0, RepairKind::missingOpen, openTag(tags_[i].text), {}});
-        keepClose(tags_[i]);
-        pending_ = Pending::nothing;
-        const Sibling closed = std::exchange(sibling_, {});
-        noteSibling({closed.name, closed.firstElement, tags_[i].end}, i);
+    static bool mayOpenIn(Element element, const Frame& frame) noexcept {
+        if (frame.tag == kNone) return elements::nameOf(element) == "OFX";
+        return frame.element == elements::kUnknown || elements::findChild(element, frame.element) != nullptr;
+    }
+
+    /// Where the children begin, up to the last one, that may all stand in an aggregate.
+    std::size_t beginOfContent(Element element, const Frame& frame) const noexcept {
+        ChildSet seen;
+        std::size_t begin = children_.size();
+        for (std::size_t at = begin; at > frame.settled; --at) {
+            const Element known = children_[at - 1].element;
+            if (elements::parentsOf(known).empty()) continue;  // may stand anywhere
+            const elements::Child* const child = elements::findChild(known, element);
+            if (child == nullptr || (!child->mayRepeat && seen.has(*child, element))) break;
+            seen.add(*child, element);
+            begin = at - 1;
+        }
+        return begin;
+    }
+
+    /// Makes one child of those from `begin` on.
+    void closeOver(std::size_t begin, Element element) {
+        Frame& frame = frames_.back();
+        for (std::size_t at = begin; at < children_.size(); ++at)
+            if (const auto* child = elements::findChild(children_[at].element, frame.element))
+                frame.seen.remove(*child, frame.element);
+        children_.erase(children_.begin() + static_cast<std::ptrdiff_t>(begin) + 1, children_.end());
+        children_[begin].element = element;
+        if (const auto* child = elements::findChild(element, frame.element))
+            frame.seen.add(*child, frame.element);
     }
 
     void openText(std::uint32_t i) {
-        insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text));
+        insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text),
+               "the text has a close tag only");
+        addChild(tags_[i]);
+        children_.back().begin = tags_[i - 1].textBegin;
         keepClose(tags_[i]);
         pending_ = Pending::nothing;
     }
 
     void turnIntoOpen(std::uint32_t i) {
-        replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text));
+        replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text),
+                closeTag(tags_[i].text) + " closes nothing, and a text follows it");
+        addChild(tags_[i]);
         pending_ = Pending::leaf;
         leaf_ = i;
     }
@@ -257,7 +428,7 @@ private:
     /// True for a close tag with a value of its own behind it, which stands where an open tag should.
     bool meansOpen(std::uint32_t i) const noexcept {
         const Tag& tag = tags_[i];
-        if (!tag.hasText || depth() == 0 || !isName(tag.text) || isAggregateName(tag.text)) return false;
+        if (!tag.hasText || depth() == 0 || !isName(tag.text) || isAggregateName(tag)) return false;
         if (hasSmallLetter(tag.text)) return false;
         if (pending_ == Pending::leaf && resembles(tag.text, tags_[leaf_].text)) return false;
         return hasPartner(innermost()) || !resembles(tag.text, tags_[innermost()].text);
@@ -271,19 +442,20 @@ private:
             depth() > 0 && (tags_[innermost()].name == leafName ||
                             tags_[innermost()].name == extended_[leafName] || closes(i, innermost()));
         if (closesAggregate && !tags_[i].hasText) {
-            replace(tags_[i], RepairKind::strayClose, {});
+            replace(tags_[i], RepairKind::strayClose, {},
+                    closeTag(name) + " would close the aggregate around the leaf");
             pending_ = Pending::finishedLeaf;
             return;
         }
-        replace(tags_[i], kind, closeTag(name));
+        replace(tags_[i], kind, closeTag(name),
+                kind == RepairKind::wrongClose ? openTag(name) + " is what ends here" : std::string());
         if (closesAggregate) pop();
         pending_ = Pending::nothing;
     }
 
     void correctAtLeaf(std::uint32_t i) {
-        const std::string_view name = tags_[i].text;
-        const bool meansAggregate =
-            !resembles(name, tags_[leaf_].text) && meansInnermost(i, isAggregateName(name));
+        const bool meansAggregate = !resembles(tags_[i].text, tags_[leaf_].text) &&
+                                    meansInnermost(i, isAggregateName(tags_[i]));
         if (meansAggregate)
             closeInnermost(i);
         else
@@ -291,13 +463,12 @@ private:
     }
 
     void correctBetweenElements(std::uint32_t i) {
-        const std::string_view name = tags_[i].text;
-        const bool meansAggregate = meansInnermost(i, !isLeafName(name));
+        const bool meansAggregate = meansInnermost(i, !isLeafName(tags_[i]));
         // Without a tag between them, text would make a leaf of the aggregate before it.
         if (meansAggregate || (pending_ != Pending::nothing && tags_[i].hasText))
             closeInnermost(i);
         else
-            replace(tags_[i], RepairKind::strayClose, {});
+            replace(tags_[i], RepairKind::strayClose, {}, closeTag(tags_[i].text) + " closes nothing");
     }
 
     /// True when a close tag under a wrong name may be that of the innermost aggregate: it looks like it, or
@@ -309,7 +480,8 @@ private:
     }
 
     void closeInnermost(std::uint32_t i) {
-        replace(tags_[i], RepairKind::wrongClose, closeTag(tags_[innermost()].text));
+        const std::string_view name = tags_[innermost()].text;
+        replace(tags_[i], RepairKind::wrongClose, closeTag(name), openTag(name) + " is what ends here");
         pop();
     }
 
@@ -319,19 +491,18 @@ private:
     std::vector<std::uint32_t> partners_;
     std::vector<std::uint32_t> depths_;  ///< by name: of the innermost open aggregate; 0: none
     std::vector<Use> uses_;              ///< by name
-    std::vector<Aggregate> open_;
+    std::vector<Frame> frames_;
+    std::vector<Child> children_;  ///< of all open aggregates, those of an inner one after those before it
     std::size_t closedLater_ = 0;  ///< how many of these have a close tag of their own
     Pending pending_ = Pending::nothing;
     std::uint32_t leaf_ = 0;  ///< while one is pending
-    std::vector<Edit> edits_;
-    std::vector<Edit> opened_;  ///< those of missing open tags, which are found late
-    Sibling sibling_;           ///< without a name when there is none
+    Edits edits_;
+    Edits opened_;  ///< those of missing open tags, which are found late
 };
 
 }  // namespace
 
-std::vector<Edit> repairNesting(std::string_view body, const std::vector<Tag>& tags,
-                                reading::NameTable& names) {
+Edits repairNesting(std::string_view body, const std::vector<Tag>& tags, reading::NameTable& names) {
     return NestingRepair(body, tags, names).run();
 }
 
