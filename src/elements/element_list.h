@@ -12,7 +12,18 @@
 namespace brackwell::elements {
 
 /// What the text of a leaf is. A field of a header is no element, but has a name that is known.
-enum class ValueType : std::uint8_t { none, untyped, text, code, amount, integer, flag, date, time, headerField };
+enum class ValueType : std::uint8_t {
+    none,
+    untyped,
+    text,
+    code,
+    amount,
+    integer,
+    flag,
+    date,
+    time,
+    headerField
+};
 
 /// An element; one with a content and a type as well is written either way.
 struct ElementRow {

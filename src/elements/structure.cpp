@@ -130,10 +130,14 @@ bool isIn(std::size_t entry, Element parent) noexcept {
 }
 
 bool isUnlisted(Element parent) noexcept {
-    return !kElementRows[parent].isAggregate || kElementRows[parent].content == kUnlisted;
+    const ElementRow& row = kElementRows[parent];
+    return row.isAggregate ? row.content == kUnlisted : parentsOf(parent).empty();
 }
 
 }  // namespace
+
+constexpr Element kRootElement = find("OFX");
+const Element kRoot = kRootElement;
 
 Element findElement(std::string_view name) noexcept { return find(name); }
 
@@ -172,7 +176,7 @@ const Child* findChild(Element child, Element parent) noexcept {
 }
 
 bool isJudged(Element child, Element parent) noexcept {
-    return parent < kElementCount && !isUnlisted(parent) && !parentsOf(child).empty();
+    return parent < kElementCount && !isUnlisted(parent) && (child == kRoot || !parentsOf(child).empty());
 }
 
 bool mayStandIn(Element child, Element parent) noexcept {

@@ -26,6 +26,9 @@ Element findElement(std::string_view name) noexcept;
 /// The name of an element; "" for kUnknown.
 std::string_view nameOf(Element element) noexcept;
 
+/// The element that all others of a document stand in.
+extern const Element kRoot;
+
 enum class Kind : std::uint8_t {
     unknown,
     aggregate,
@@ -58,7 +61,8 @@ std::span<const Element> parentsOf(Element child) noexcept;
 /// The entry of a child in childrenOf(parent); null when it may not stand there by the list.
 const Child* findChild(Element child, Element parent) noexcept;
 
-/// True when it is known of both where they belong: of the child some place, of the parent its children.
+/// True when it is known of both where they belong: of the child some place, of the parent its children. A
+/// leaf has none, and the root stands in nothing.
 bool isJudged(Element child, Element parent) noexcept;
 
 /// True unless the list says that the child has no place there: what is not known may stand anywhere, and
