@@ -2,8 +2,6 @@
 #include <brackwell/reading.h>
 #include <brackwell/repair.h>
 
-#include <algorithm>
-
 #include "target.h"
 
 /// \file
@@ -21,18 +19,6 @@ std::optional<ParseDictionary> treeOf(std::string_view text) {
     return result ? result->ofxData : std::nullopt;
 }
 
-/// True when a text may have its names in lower case.
-bool mayBeInLowerCase(std::string_view text) {
-    constexpr std::string_view root = "OFX";
-    const auto isSame = [](char a, char b) { return a == b || a == b - 'A' + 'a'; };
-    for (auto at = text.begin(); at != text.end(); ++at) {
-        at = std::search(at, text.end(), root.begin(), root.end(), isSame);
-        if (at == text.end()) break;
-        if (!std::string_view(at, text.end()).starts_with(root)) return true;
-    }
-    return false;
-}
-
 /// The text with every change made at its place.
 std::string changed(std::string_view text, const std::vector<RepairChange>& changes) {
     std::string result;
@@ -48,18 +34,30 @@ std::string changed(std::string_view text, const std::vector<RepairChange>& chan
     return result.append(text.substr(done));
 }
 
+void tryScope(std::string_view bytes, RepairScope scope) {
+    const RepairedText repaired = repairOFXText(bytes, scope);
+    require(changed(bytes, repaired.changes) == repaired.text, "the changes make the repaired text");
+    const std::optional<ParseDictionary> tree = treeOf(bytes);
+    const bool isOut = tree && !(*tree)["OFX"].isNothing() && scope == RepairScope::unread;
+    if (!isValidUTF8(bytes) || isOFCText(bytes) || isOut)
+        require(repaired.changes.empty(), "what is out of scope is left as it is");
+    for (const RepairRemark& remark : repaired.remaining)
+        require(remark.offset < repaired.text.size() && !remark.reason.empty(),
+                "a remark says where and why");
+    if (repaired.changes.empty()) return;
+    require(!summaryOf(repaired.changes).empty(), "changes have a summary");
+    require(treeOf(repaired.text).has_value(), "what was repaired is read");
+    const RepairedText again = repairOFXText(repaired.text, scope);
+    require(again.changes.empty(), "a second repair changes nothing");
+    if (scope == RepairScope::structure)
+        require(again.remaining == repaired.remaining, "what is left is told again");
+}
+
 }  // namespace
 
 void tryBytes(std::string_view bytes) {
-    const RepairedText repaired = repairOFXText(bytes);
-    require(changed(bytes, repaired.changes) == repaired.text, "the changes make the repaired text");
-    const std::optional<ParseDictionary> tree = treeOf(bytes);
-    const bool findsNothing = tree && (*tree)["OFX"].isNothing() && mayBeInLowerCase(bytes);
-    if (!isValidUTF8(bytes) || (tree && !findsNothing))
-        require(repaired.changes.empty(), "what is read already is left as it is");
-    if (repaired.changes.empty()) return;
-    require(treeOf(repaired.text).has_value(), "what was repaired is read");
-    require(repairOFXText(repaired.text).changes.empty(), "a second repair changes nothing");
+    tryScope(bytes, RepairScope::unread);
+    tryScope(bytes, RepairScope::structure);
 }
 
 }  // namespace brackwell::fuzz

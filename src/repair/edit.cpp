@@ -96,8 +96,7 @@ private:
     /// How far it is to where the next edit begins or the present one ends.
     std::size_t untilChange() const noexcept {
         if (dropped_ > 0) return dropped_;
-        return next_ < second_.size() ? second_[next_].offset - at_
-                                      : std::numeric_limits<std::size_t>::max();
+        return next_ < second_.size() ? second_[next_].offset - at_ : std::numeric_limits<std::size_t>::max();
     }
     void advance(std::size_t size) noexcept {
         at_ += size;

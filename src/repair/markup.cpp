@@ -30,9 +30,7 @@ std::string inCapitals(std::string_view name) {
 bool isKnown(std::string_view name) noexcept { return elements::findElement(name) != elements::kUnknown; }
 
 /// True for a name in small letters that would be known in capitals.
-bool isKnownInCapitals(std::string_view name) {
-    return hasSmallLetter(name) && isKnown(inCapitals(name));
-}
+bool isKnownInCapitals(std::string_view name) { return hasSmallLetter(name) && isKnown(inCapitals(name)); }
 
 std::string escaped(std::string_view text) {
     std::string result;
@@ -100,10 +98,12 @@ bool isInLowerCase(const std::vector<Tag>& tags, bool beginsWithRoot) noexcept {
 }
 
 /// True when a document with its root in capitals has known elements in small letters that are no part of
-/// a text: the tag before them has none.
+/// a text: the tag before them has none, or none follows them.
 bool hasSmallElements(const std::vector<Tag>& tags) {
     for (std::size_t i = 1; i < tags.size(); ++i)
-        if (!tags[i].isClose() && !tags[i - 1].hasText && isKnownInCapitals(tags[i].text)) return true;
+        if (!tags[i].isClose() && !(tags[i - 1].hasText && tags[i].hasText) &&
+            isKnownInCapitals(tags[i].text))
+            return true;
     return false;
 }
 

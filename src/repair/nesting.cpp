@@ -287,7 +287,8 @@ private:
         const std::uint32_t same = depths_[tag.name];
         if (same != 0 && !hasPartner(frames_[same].tag))
             closeDownTo(same - 1, tag.begin, [&tag](std::string_view name) {
-                return openTag(tag.text) + " cannot stand in another, so " + openTag(name) + " ends before it";
+                return openTag(tag.text) + " cannot stand in another, so " + openTag(name) +
+                       " ends before it";
             });
         addChild(tag);
         keepOpen(tag);
@@ -454,8 +455,8 @@ private:
     }
 
     void correctAtLeaf(std::uint32_t i) {
-        const bool meansAggregate = !resembles(tags_[i].text, tags_[leaf_].text) &&
-                                    meansInnermost(i, isAggregateName(tags_[i]));
+        const bool meansAggregate =
+            !resembles(tags_[i].text, tags_[leaf_].text) && meansInnermost(i, isAggregateName(tags_[i]));
         if (meansAggregate)
             closeInnermost(i);
         else

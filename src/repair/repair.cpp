@@ -1,19 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/reading.h>
+#include <brackwell/repair.h>
 
-#include <algorithm>
-
-#include "platform/ascii_case.h"
-#include "repair/nesting.h"
+#include "repair/arrangement.h"
+#include "repair/changes.h"
+#include "repair/faults.h"
+#include "repair/front.h"
+#include "repair/rewriting.h"
+#include "repair/tags.h"
 
 namespace brackwell {
 namespace {
 
-using namespace std::string_view_literals;
 using repair::Edit;
-using repair::NameCase;
+using repair::Edits;
+using repair::Tree;
 
-enum class Reading { reads, readsNothing, notOFX, fails };
+/// From the worst to the best.
+enum class Reading : std::uint8_t { notOFX, fails, readsNothing, reads };
 
 /// What the import makes of a text. It reads nothing where the element is missing in which all is looked
 /// for.
@@ -27,159 +31,108 @@ Reading readingOf(std::string_view text) {
     return (*result->ofxData)["OFX"].isNothing() ? Reading::readsNothing : Reading::reads;
 }
 
-constexpr std::string_view kBlanks = " \t\r\n";
-
-/// Where the first tag begins that is "<OFX>" but for blanks or attributes, or but for its case, too. One
-/// with another tag behind it comes before one that is only mentioned in a text.
-std::size_t findLooseOFXTag(std::string_view text, NameCase nameCase) noexcept {
-    constexpr std::string_view begin = "<OFX"sv;
-    std::size_t mentioned = std::string_view::npos;
-    for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1)) {
-        const std::string_view here = text.substr(at, begin.size());
-        if (nameCase == NameCase::upper ? here != begin : !equalsIgnoringCase(here, begin)) continue;
-        const std::size_t end = text.find_first_of("<>", at + 1);
-        if (end == std::string_view::npos) break;
-        const std::string_view behind = text.substr(at + begin.size(), end - at - begin.size());
-        const bool isTag =
-            trimWhiteSpace(behind).empty() || (kBlanks.find(behind.front()) != std::string_view::npos &&
-                                               behind.find('=') != std::string_view::npos);
-        if (text[end] == '<' || !isTag) continue;
-        const std::size_t next = text.find_first_not_of(kBlanks, end + 1);
-        if (next != std::string_view::npos && text[next] == '<') return at;
-        mentioned = std::min(mentioned, at);
-    }
-    return mentioned;
-}
-
-/// Where a document begins that has something in front of it; npos: there is none. A header stands in front
-/// of the root; the same words behind it are part of a value.
-std::size_t findDocument(std::string_view text) noexcept {
-    std::size_t first = findLooseOFXTag(text, NameCase::upper);
-    if (first == std::string_view::npos) first = findLooseOFXTag(text, NameCase::lower);
-    for (const std::string_view begin : {"OFXHEADER:"sv, "<?xml"sv, "<?XML"sv, "<?OFX"sv})
-        first = std::min(first, text.find(begin));
-    return first;
-}
-
-/// Where a document begins that the import recognises: behind a mark and white space.
-std::size_t recognisedBegin(std::string_view text) noexcept {
-    constexpr std::string_view mark = "\xEF\xBB\xBF"sv;
+/// Where the body begins in a document that has nothing but a mark and white space in front of it.
+std::size_t bodyIndexOf(std::string_view text) {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
     const std::string_view document = trimWhiteSpace(text.substr(text.starts_with(mark) ? mark.size() : 0));
-    return static_cast<std::size_t>(document.data() - text.data());
-}
-
-/// Where the body begins in a document that has nothing in front of it.
-std::size_t bodyIndexOf(std::string_view document) {
-    if (!document.starts_with("<?"sv)) return 0;
+    const auto begin = static_cast<std::size_t>(document.data() - text.data());
+    if (!document.starts_with("<?")) return begin;
     ParseDictionary header;
-    return TvOFXParser::parseXmlHeader(document, &header);
+    return begin + TvOFXParser::parseXmlHeader(document, &header);
 }
 
-/// What must be changed in a body, in the order of the places. Where something is put in between a tag
-/// and what follows it, that comes first.
-std::vector<Edit> editsOf(std::string_view body, Reading reading) {
-    reading::NameTable names;
-    // Without a header, the root is what the document was found by.
-    repair::Markup markup = repair::readMarkup(body, reading == Reading::notOFX, names);
-    if (reading == Reading::readsNothing && markup.nameCase == NameCase::upper) return {};
-    return merged(repair::repairNesting(body, markup.tags, names), std::move(markup.edits));
-}
+Tree treeOf(std::string_view text) { return {text, bodyIndexOf(text)}; }
 
-/// Carries edits out, from the first to the last, and notes them with lines and columns.
-class Editor {
+/// A text on its way, and all that has been changed in it.
+class Repair {
 public:
-    explicit Editor(std::string_view text) : text_(text) {}
+    explicit Repair(std::string_view text) : before_(text), text_(text) {}
 
-    void apply(Edit&& edit, std::size_t base) {
-        const std::size_t offset = base + edit.offset;
-        result_.text.append(text_, copied_, offset - copied_).append(edit.now);
-        copied_ = offset + edit.size;
-        advanceTo(offset);
-        result_.changes.push_back({edit.kind, offset, line_, column_,
-                                   std::string(text_.substr(offset, edit.size)), std::move(edit.now)});
+    const std::string& text() const noexcept { return text_; }
+
+    void apply(Edits edits) {
+        if (edits.empty()) return;
+        std::string text = repair::applied(text_, edits);
+        edits_ = edits_.empty() ? std::move(edits) : repair::composed(before_, std::move(edits_), edits);
+        text_ = std::move(text);
     }
 
-    RepairedText finish() {
-        result_.text.append(text_, copied_);
-        return std::move(result_);
+    /// Tags and how they are nested.
+    void mendTags() {
+        const std::size_t begin = bodyIndexOf(text_);
+        const std::string_view body = std::string_view(text_).substr(begin);
+        Edits edits = repair::tagEdits(body);
+        for (Edit& edit : edits) edit.offset += begin;
+        apply(std::move(edits));
+    }
+
+    /// Elements where they cannot stand. The parser's word counts: what it would refuse is not done.
+    void mendStructure() {
+        const Edits edits = repair::editsFor(repair::arranged(treeOf(text_)));
+        if (edits.empty()) return;
+        if (readingOf(repair::applied(text_, edits)) >= readingOf(text_)) apply(edits);
+    }
+
+    RepairedText finish() && {
+        RepairedText repaired{std::move(text_), repair::changesOf(before_, std::move(edits_)), {}};
+        repaired.remaining =
+            repair::remarksOf(repaired.text, repair::faultsOf(treeOf(repaired.text)), treeOf(repaired.text));
+        return repaired;
     }
 
 private:
-    void advanceTo(std::size_t offset) noexcept {
-        for (; at_ < offset; ++at_) {
-            const char c = text_[at_];
-            const bool isFirstOfTwo = c == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
-            if (c == '\n' || (c == '\r' && !isFirstOfTwo)) {
-                ++line_;
-                column_ = 1;
-            } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
-                ++column_;
-            }
-        }
+    std::string_view before_;
+    std::string text_;
+    Edits edits_;
+};
+
+/// How much of a text the import finds, from the worst to the best.
+struct Worth {
+    explicit Worth(std::string_view text) : reading(readingOf(text)) {
+        if (reading == Reading::reads) loss = repair::lossOf(treeOf(text));
+    }
+    bool isWhole() const noexcept { return reading == Reading::reads && loss.faults == 0; }
+    bool operator<(const Worth& other) const noexcept {
+        return reading != other.reading ? reading < other.reading : other.loss < loss;
     }
 
-    std::string_view text_;
-    RepairedText result_;
-    std::size_t copied_ = 0;
-    std::size_t at_ = 0;
-    std::size_t line_ = 1;
-    std::size_t column_ = 1;
+    Reading reading;
+    repair::Loss loss;
 };
+
+RepairedText unchanged(std::string_view text) { return {std::string(text), {}, {}}; }
 
 }  // namespace
 
-std::string_view describe(RepairKind kind) noexcept {
-    switch (kind) {
-        case RepairKind::textBeforeDocument:
-            return "text before the document";
-        case RepairKind::comment:
-            return "comment";
-        case RepairKind::instruction:
-            return "instruction inside the body";
-        case RepairKind::characterData:
-            return "character-data section";
-        case RepairKind::lessThan:
-            return "\"<\" inside a text";
-        case RepairKind::tagForm:
-            return "blanks or attributes in a tag";
-        case RepairKind::lowerCaseTag:
-            return "tag in lower case";
-        case RepairKind::unfinishedTag:
-            return "unfinished tag";
-        case RepairKind::selfClosedTag:
-            return "self-closed tag";
-        case RepairKind::emptyLeaf:
-            return "empty leaf without close tag";
-        case RepairKind::missingClose:
-            return "close tag missing";
-        case RepairKind::wrongClose:
-            return "wrong close tag";
-        case RepairKind::strayClose:
-            return "close tag without open tag";
-        case RepairKind::missingOpen:
-            return "open tag missing";
-    }
-    return {};
-}
+bool isOFCText(std::string_view text) noexcept { return repair::isOFC(text); }
 
-RepairedText repairOFXText(std::string_view text) {
-    Reading reading = isValidUTF8(text) ? readingOf(text) : Reading::reads;
-    if (reading == Reading::reads) return {std::string(text), {}};
-    const std::size_t begin = reading == Reading::notOFX ? findDocument(text) : recognisedBegin(text);
-    if (begin == std::string_view::npos) return {std::string(text), {}};
+RepairedText repairOFXText(std::string_view text, RepairScope scope) {
+    if (!isValidUTF8(text) || isOFCText(text)) return unchanged(text);
+    const Reading reading = readingOf(text);
+    if (reading == Reading::reads && scope == RepairScope::unread) return unchanged(text);
 
-    Editor editor(text);
-    const std::string_view document = trimWhiteSpace(text.substr(begin));
+    Repair repair(text);
     if (reading == Reading::notOFX) {
-        if (!trimWhiteSpace(text.substr(0, begin)).empty())
-            editor.apply({0, begin, RepairKind::textBeforeDocument, {}, {}}, 0);
-        reading = readingOf(document);
-        if (reading == Reading::reads) return editor.finish();
+        repair::Front front = repair::findFront(text);
+        if (!front.isDocument) return unchanged(text);
+        repair.apply(std::move(front.edits));
+    } else {
+        repair.apply(repair::headerEdits(text));
     }
-    const std::size_t bodyIndex = bodyIndexOf(document);
-    for (Edit& edit : editsOf(document.substr(bodyIndex), reading))
-        editor.apply(std::move(edit), begin + bodyIndex);
-    return editor.finish();
+    // Nearly always once is enough. What is found only after something else was mended takes another round.
+    constexpr int kRounds = 8;
+    Worth worth(repair.text());
+    for (int round = 0; round < kRounds && !worth.isWhole(); ++round) {
+        Repair next = repair;
+        next.mendTags();
+        next.mendStructure();
+        const Worth nextWorth(next.text());
+        if (!(worth < nextWorth)) break;
+        repair = std::move(next);
+        worth = nextWorth;
+        if (scope == RepairScope::unread && worth.reading == Reading::reads) break;
+    }
+    return std::move(repair).finish();
 }
 
 }  // namespace brackwell

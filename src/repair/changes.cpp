@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "repair/changes.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace brackwell {
+namespace {
+
+/// What there is to say about a kind.
+struct KindWords {
+    std::string_view description;
+    std::string_view one;   ///< "1 comment dropped"
+    std::string_view many;  ///< "2 comments dropped"
+};
+
+/// By kind.
+constexpr auto kWords = std::to_array<KindWords>({
+    {"text before the document", "text before the document dropped", "texts before the document dropped"},
+    {"comment", "comment dropped", "comments dropped"},
+    {"instruction inside the body", "instruction inside the body dropped",
+     "instructions inside the body dropped"},
+    {"character-data section", "character-data section unwrapped", "character-data sections unwrapped"},
+    {"\"<\" inside a text", "\"<\" inside a text escaped", "\"<\" inside texts escaped"},
+    {"blanks or attributes in a tag", "tag cleared of blanks or attributes",
+     "tags cleared of blanks or attributes"},
+    {"tag in lower case", "tag in lower case put into capitals", "tags in lower case put into capitals"},
+    {"unfinished tag", "unfinished tag completed or dropped", "unfinished tags completed or dropped"},
+    {"self-closed tag", "self-closed tag written in full", "self-closed tags written in full"},
+    {"empty leaf without close tag", "empty leaf closed", "empty leaves closed"},
+    {"close tag missing", "close tag put in", "close tags put in"},
+    {"wrong close tag", "close tag corrected", "close tags corrected"},
+    {"close tag without open tag", "close tag without open tag dropped",
+     "close tags without open tag dropped"},
+    {"open tag missing", "open tag put in", "open tags put in"},
+    {"neighbouring tags crossed", "pair of crossed tags put right", "pairs of crossed tags put right"},
+    {"header incomplete", "place of the header mended", "places of the header mended"},
+    {"element where it cannot stand", "part of the document moved", "parts of the document moved"},
+    {"aggregate repeated where one may stand", "tag between aggregates that become one dropped",
+     "tags between aggregates that become one dropped"},
+    {"aggregate under a wrong name", "tag of a misnamed aggregate renamed",
+     "tags of misnamed aggregates renamed"},
+});
+static_assert(kWords.size() == static_cast<std::size_t>(RepairKind::wrongName) + 1);
+
+/// The kinds in the order of how much they say about what is read.
+using enum RepairKind;
+constexpr auto kByWeight = std::to_array<RepairKind>(
+    {misplaced, repeated, wrongName, missingOpen, missingClose, strayClose, wrongClose, crossedTags,
+     emptyLeaf, header, lowerCaseTag, lessThan, unfinishedTag, selfClosedTag, characterData, tagForm,
+     textBeforeDocument, instruction, comment});
+static_assert(kByWeight.size() == kWords.size());
+
+const KindWords& wordsOf(RepairKind kind) noexcept { return kWords[static_cast<std::size_t>(kind)]; }
+
+/// How many changes of a kind there are for a person: what is moved is dropped and put in, and two tags
+/// have changed places.
+std::size_t countOf(RepairKind kind, std::size_t drops, std::size_t all) noexcept {
+    if (kind == misplaced) return std::max(drops, all - drops);
+    return kind == crossedTags ? (all + 1) / 2 : all;
+}
+
+}  // namespace
+
+std::string_view describe(RepairKind kind) noexcept { return wordsOf(kind).description; }
+
+std::vector<RepairGroup> summaryOf(const std::vector<RepairChange>& changes) {
+    struct Tally {
+        std::size_t all = 0;
+        std::size_t drops = 0;
+        std::size_t first = 0;
+    };
+    std::array<Tally, kWords.size()> tallies{};
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        Tally& tally = tallies[static_cast<std::size_t>(changes[i].kind)];
+        if (tally.all++ == 0) tally.first = i;
+        if (changes[i].now.empty()) ++tally.drops;
+    }
+    std::vector<RepairGroup> groups;
+    for (const RepairKind kind : kByWeight) {
+        const Tally& tally = tallies[static_cast<std::size_t>(kind)];
+        if (tally.all == 0) continue;
+        const std::size_t count = countOf(kind, tally.drops, tally.all);
+        const std::string_view words = count == 1 ? wordsOf(kind).one : wordsOf(kind).many;
+        groups.push_back({kind, tally.all, tally.first, std::to_string(count) + " " + std::string(words)});
+    }
+    return groups;
+}
+
+namespace repair {
+namespace {
+
+/// Goes through a text from the front and counts its lines and columns.
+class Position {
+public:
+    explicit Position(std::string_view text) : text_(text) {}
+
+    void advanceTo(std::size_t offset) noexcept {
+        for (; at_ < offset; ++at_) {
+            const char c = text_[at_];
+            const bool isFirstOfTwo = c == '\r' && at_ + 1 < text_.size() && text_[at_ + 1] == '\n';
+            if (c == '\n' || (c == '\r' && !isFirstOfTwo)) {
+                ++line_;
+                column_ = 1;
+            } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+                ++column_;
+            }
+        }
+    }
+    std::size_t line() const noexcept { return line_; }
+    std::size_t column() const noexcept { return column_; }
+
+private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+    std::size_t line_ = 1;
+    std::size_t column_ = 1;
+};
+
+}  // namespace
+
+std::vector<RepairChange> changesOf(std::string_view text, Edits edits) {
+    std::vector<RepairChange> changes;
+    changes.reserve(edits.size());
+    Position position(text);
+    for (Edit& edit : edits) {
+        position.advanceTo(edit.offset);
+        changes.push_back({edit.kind, edit.offset, position.line(), position.column(),
+                           std::string(text.substr(edit.offset, edit.size)), std::move(edit.now),
+                           std::move(edit.reason)});
+    }
+    return changes;
+}
+
+std::vector<RepairRemark> remarksOf(std::string_view text, std::vector<Fault> faults, const Tree& tree) {
+    std::ranges::sort(faults, {}, [&tree](const Fault& fault) { return tree[fault.node].open.begin; });
+    std::vector<RepairRemark> remarks;
+    Position position(text);
+    for (Fault& fault : faults) {
+        const std::size_t offset = tree[fault.node].open.begin;
+        position.advanceTo(offset);
+        remarks.push_back({offset, position.line(), position.column(), std::move(fault.reason)});
+    }
+    return remarks;
+}
+
+}  // namespace repair
+}  // namespace brackwell

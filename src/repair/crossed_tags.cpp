@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "repair/crossed_tags.h"
+
+#include <utility>
+
+namespace brackwell::repair {
+namespace {
+
+using elements::Element;
+
+/// True when it is known that an element has no place in another.
+bool isKnownNotToStandIn(Element child, Element parent) noexcept {
+    return child != elements::kUnknown && parent != elements::kUnknown &&
+           !elements::mayStandIn(child, parent);
+}
+
+class Uncrosser {
+public:
+    explicit Uncrosser(std::vector<Tag>& tags) : tags_(tags) {}
+
+    void run() {
+        for (std::size_t i = 0; i < tags_.size(); ++i) {
+            if (i + 1 < tags_.size() && areCrossed(tags_[i], tags_[i + 1])) exchange(tags_[i], tags_[i + 1]);
+            follow(tags_[i]);
+        }
+    }
+
+private:
+    Element innermost() const noexcept { return open_.empty() ? elements::kUnknown : open_.back(); }
+    Element outer() const noexcept { return open_.size() < 2 ? elements::kUnknown : open_[open_.size() - 2]; }
+
+    bool areCrossed(const Tag& first, const Tag& second) const noexcept {
+        if (first.form != Tag::Form::open || first.hasText || first.element == elements::kUnknown)
+            return false;
+        if (second.isClose()) return opensBeforeEnd(first, second);
+        return second.form == Tag::Form::open && isInsideOut(first, second);
+    }
+
+    /// An open tag right before the close tag of a leaf, or of an aggregate that it has no place in.
+    bool opensBeforeEnd(const Tag& first, const Tag& second) const noexcept {
+        if (second.name == first.name && second.element != innermost()) return false;
+        if (second.name == leaf_) return second.hasText || elements::isAggregate(first.element);
+        return second.element != elements::kUnknown && second.element == innermost() &&
+               isKnownNotToStandIn(first.element, second.element) &&
+               elements::findChild(first.element, outer()) != nullptr;
+    }
+
+    /// The open tag of an element right before that of the aggregate it belongs in.
+    bool isInsideOut(const Tag& first, const Tag& second) const noexcept {
+        return elements::isAggregate(second.element) &&
+               elements::findChild(first.element, second.element) != nullptr &&
+               isKnownNotToStandIn(second.element, first.element) &&
+               elements::findChild(second.element, innermost()) != nullptr &&
+               elements::findChild(first.element, innermost()) == nullptr &&
+               second.hasText != elements::isAggregate(first.element);
+    }
+
+    static void exchange(Tag& first, Tag& second) noexcept {
+        std::swap(first.text, second.text);
+        std::swap(first.name, second.name);
+        std::swap(first.element, second.element);
+        std::swap(first.form, second.form);
+        first.flaw = second.flaw = RepairKind::crossedTags;
+    }
+
+    /// Keeps the aggregates that are open, as far as their tags say.
+    void follow(const Tag& tag) {
+        if (tag.isClose()) {
+            close(tag.element);
+            leaf_ = kNoName;
+        } else if (tag.hasText) {
+            leaf_ = tag.name;
+        } else if (elements::isAggregate(tag.element)) {
+            open_.push_back(tag.element);
+            leaf_ = kNoName;
+        }
+    }
+
+    /// No document that means well nests deeper than kDeepest.
+    void close(Element element) {
+        constexpr std::size_t kDeepest = 16;
+        for (std::size_t depth = open_.size(); depth > 0 && open_.size() - depth < kDeepest; --depth)
+            if (open_[depth - 1] == element) return open_.resize(depth - 1);
+    }
+
+    static constexpr reading::NameID kNoName = std::numeric_limits<reading::NameID>::max();
+
+    std::vector<Tag>& tags_;
+    std::vector<Element> open_;
+    reading::NameID leaf_ = kNoName;  ///< that has a text and may be closed next
+};
+
+}  // namespace
+
+void uncross(std::vector<Tag>& tags) { Uncrosser(tags).run(); }
+
+}  // namespace brackwell::repair

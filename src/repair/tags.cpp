@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "repair/tags.h"
+
+#include "repair/crossed_tags.h"
+#include "repair/markup.h"
+#include "repair/nesting.h"
+
+namespace brackwell::repair {
+
+Edits tagEdits(std::string_view body) {
+    reading::NameTable names;
+    // What begins with a tag was found by its root.
+    Markup markup = readMarkup(body, body.starts_with('<'), names);
+    uncross(markup.tags);
+    // Where something is put in between a tag and what follows it, that comes first.
+    return merged(repairNesting(body, markup.tags, names), std::move(markup.edits));
+}
+
+}  // namespace brackwell::repair
