@@ -81,9 +81,14 @@ private:
         if (result_.marks.size() <= node) result_.marks.resize(tree_.size());
         return result_.marks[node];
     }
+    void explain(NodeID node, RepairKind kind, std::string reason) {
+        Mark& it = mark(node);
+        it.kind = kind;
+        it.reason = std::move(reason);
+    }
     NodeID make(Element element, RepairKind kind, std::string reason) {
         const NodeID node = tree_.make(element);
-        mark(node) = {kind, std::move(reason), {}};
+        explain(node, kind, std::move(reason));
         result_.isChanged = true;
         return node;
     }
@@ -212,7 +217,7 @@ private:
             after = kNoNode;
         }
         insert(node, around, after);
-        mark(node) = {RepairKind::misplaced, std::move(reason), {}};
+        explain(node, RepairKind::misplaced, std::move(reason));
         return true;
     }
 
@@ -262,10 +267,10 @@ private:
         }
         if (found == elements::kUnknown) return false;
         firsts_.remove(tree_[parent].parent, was, parent);
-        mark(parent) = {RepairKind::wrongName,
-                        nameOf(node) + " cannot stand in " + nameOf(parent) + ", and all in it belongs in " +
-                            openTag(elements::nameOf(found)),
-                        {}};
+        explain(parent, RepairKind::wrongName,
+                nameOf(node) + " cannot stand in " + nameOf(parent) + ", and all in it belongs in " +
+                    openTag(elements::nameOf(found)));
+        mark(parent).isRenamed = true;
         tree_[parent].element = found;
         tree_[parent].name = elements::nameOf(found);
         note(parent);
@@ -314,7 +319,7 @@ private:
         detach(node);
         insert(node, around, after);
         moved_[beside] = node;
-        mark(node) = {RepairKind::misplaced, std::move(reason), {}};
+        explain(node, RepairKind::misplaced, std::move(reason));
     }
 
     bool moveThrough(NodeID around, NodeID node, const std::vector<Element>& way) {
@@ -381,7 +386,8 @@ private:
         insert(made, tree_[wrapper].parent, before);
         std::swap(tree_[made].close, tree_[before].close);  // the one that is there ends the last
         const Element kind = elementOf(response);
-        for (NodeID node = tree_[before].last; node != kNoNode && node != response;) {
+        for (NodeID node = before == wrapper ? tree_[response].previous : tree_[before].last;
+             node != kNoNode;) {
             const NodeID previous = tree_[node].previous;
             if (elementOf(node) == elements::kUnknown || elementOf(node) == kind) break;
             if (firsts_.find(wrapper, elementOf(node)) == node) break;
@@ -418,10 +424,10 @@ private:
             } else {
                 insert(child, first, tree_[first].last);
             }
-            if (mark(child).reason.empty()) mark(child) = {RepairKind::repeated, reason, {}};
+            if (mark(child).reason.empty()) explain(child, RepairKind::repeated, reason);
             child = next;
         }
-        mark(second) = {RepairKind::repeated, reason, reason};
+        explain(second, RepairKind::repeated, reason);
         mark(first).closeReason = reason;
         detach(second);
     }

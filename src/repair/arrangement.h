@@ -14,6 +14,7 @@ struct Mark {
     RepairKind kind = RepairKind::misplaced;
     std::string reason;       ///< of the node's own place
     std::string closeReason;  ///< of the place where it ends, when that differs
+    bool isRenamed = false;
 };
 
 /// A tree whose nodes have been put where the standard has a place for them.

@@ -142,7 +142,7 @@ private:
         return std::string(text_.substr(node.open.begin, node.open.end - node.open.begin));
     }
     bool isRenamed(const Item& item) const noexcept {
-        return item.node < marks_.size() && marks_[item.node].kind == RepairKind::wrongName;
+        return item.node < marks_.size() && marks_[item.node].isRenamed;
     }
 
     RepairKind kindOf(const Item& item) const noexcept {
