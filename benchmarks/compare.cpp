@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Times pairs side by side and prints a table of their ratios: imports beside a general XML parser that
-// builds and releases its plain tree of the same bytes, OFX 1 beside OFX 2, large beside small, and the
-// command-line tool beside the import.
+// builds and releases its plain tree of the same bytes, OFX 1 beside OFX 2, large beside small, and the layer
+// that opens files and the command-line tool beside the import.
 //
 //     brackwell-compare SECONDS DOCUMENTS TOOL
 //
@@ -20,6 +20,10 @@ using namespace brackwell::benchmarks;
 
 Work importing(const Case& document, std::string_view bytes) {
     return repeated([&document, bytes] { importDocument(bytes, document.shape); });
+}
+
+Work opening(const Case& document, std::string_view bytes) {
+    return repeated([&document, bytes] { openDocument(bytes, document.shape); });
 }
 
 Work loading(const Case& document, std::string_view bytes) {
@@ -98,6 +102,22 @@ void compareSizes(const Setting& setting) {
     }
 }
 
+/// What is opened, beside the import of the same bytes.
+void compareOpening(const Setting& setting) {
+    for (const int version : {2, 1}) {
+        printTitle("Opening of OFX " + std::to_string(version), "the import of the same bytes",
+                   "memory as usual");
+        for (const Case& document : casesOfVersion(version)) {
+            inOwnProcess(Memory::asUsual, [&] {
+                const std::string_view bytes = setting.bytesOf(document);
+                checkReaders(document, bytes);
+                printRow(document, bytes,
+                         compare(opening(document, bytes), importing(document, bytes), setting.seconds));
+            });
+        }
+    }
+}
+
 void compareTool(const Setting& setting, const std::string& tool) {
     for (const std::string command : {"csv", "json"}) {
         printTitle("brackwell " + command, "the import in a process that runs",
@@ -125,5 +145,6 @@ int main(int count, char** arguments) {
     comparePeer(setting, Memory::kept);
     compareVersions(setting);
     compareSizes(setting);
+    compareOpening(setting);
     compareTool(setting, arguments[3]);
 }

@@ -70,6 +70,12 @@ std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape
                                                       nullptr);
 }
 
+OpenedFile openDocument(std::string_view bytes, const Shape& shape) {
+    OpenOptions options;
+    options.encoding = presetEncoding(shape);
+    return openData(Data::view(bytes), options);
+}
+
 bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& shape) {
     const auto encoding =
         shape.encoding == TextEncodingWindows1252 ? pugi::encoding_latin1 : pugi::encoding_auto;
@@ -91,6 +97,14 @@ Totals totalsOfImport(const Case& document, std::string_view bytes) {
     return totals;
 }
 
+Totals totalsOfOpening(const Case& document, std::string_view bytes) {
+    const OpenedFile file = openDocument(bytes, document.shape);
+    if (!file || !file.findings().empty()) fail(document, "not opened without a finding");
+    Totals totals;
+    for (const auto& response : file.responses()) add(totals, *response);
+    return totals;
+}
+
 Totals totalsOfTree(const Case& document, std::string_view bytes) {
     pugi::xml_document tree;
     if (!loadTree(tree, bytes, document.shape)) fail(document, "no tree of the peer's");
@@ -107,6 +121,7 @@ void checkReaders(const Case& document, std::string_view bytes) {
     const Totals totals = totalsOfImport(document, bytes);
     if (totals.transactions + totals.realms != document.items()) fail(document, "not as many as written");
     if (totals.transactions > 0 && totals.cents == 0) fail(document, "no amounts");
+    if (totals != totalsOfOpening(document, bytes)) fail(document, "what is opened is not what is imported");
     if (document.shape.version2 && totals != totalsOfTree(document, bytes))
         fail(document, "the readers disagree");
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <brackwell/model.h>
+#include <brackwell/open.h>
 
 #include <pugixml.hpp>
 
@@ -22,16 +23,20 @@ struct Totals {
 /// show theirs.
 std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape& shape);
 
+/// The layer above it, which opens the same bytes with its default options.
+OpenedFile openDocument(std::string_view bytes, const Shape& shape);
+
 /// The peer's plain tree of an OFX 2 document with its default options. It knows no Windows-1252 and
 /// reads such a document as Latin-1, which is the same for the letters that are generated.
 bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& shape);
 
-/// Both end the program when the document is not what was written.
+/// All end the program when the document is not what was written.
 Totals totalsOfImport(const Case& document, std::string_view bytes);
+Totals totalsOfOpening(const Case& document, std::string_view bytes);
 Totals totalsOfTree(const Case& document, std::string_view bytes);
 
-/// Ends the program unless every reader sees what was written, and the same: the import, and for OFX 2
-/// the peer.
+/// Ends the program unless every reader sees what was written, and the same: the import, the layer
+/// above it, and for OFX 2 the peer.
 void checkReaders(const Case& document, std::string_view bytes);
 
 }  // namespace brackwell::benchmarks

@@ -25,6 +25,7 @@
 #include <brackwell/convert.h>
 #include <brackwell/investments.h>
 #include <brackwell/model.h>
+#include <brackwell/open.h>
 #include <brackwell/platform.h>
 #include <brackwell/profile.h>
 #include <brackwell/reading.h>

@@ -22,6 +22,7 @@
 
 namespace brackwell {
 
+class OpenedDocument;
 class TvOFXAccountInfo;
 class TvOFXBankAccount;
 class TvOFXCCStatementResponse;
@@ -343,7 +344,9 @@ private:
         compression_,
         textCount
     };
+    friend class OpenedDocument;
     static TextFields<textCount> headerTexts(const reading::NodeRef& header);
+    void take(const std::optional<ParseDictionary>& header, const TvOFXInterpreter& interpreter);
     void takeResponses(const TvOFXInterpreter& interpreter);
 
     std::uint64_t headerVersion_ = 0;

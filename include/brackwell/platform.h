@@ -89,6 +89,9 @@ public:
     /// The bytes from `offset` on (none when it lies behind the end); shares them.
     Data from(std::size_t offset) const noexcept;
 
+    /// The bytes from `offset` on, `size` of them or as many as there are; shares them.
+    Data slice(std::size_t offset, std::size_t size) const noexcept;
+
     /// This object, or a copy of the bytes when they belong to the caller.
     Data owned() const;
 

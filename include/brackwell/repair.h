@@ -138,10 +138,10 @@ BRACKWELL_EXPORT RepairedText repairOFXText(std::string_view text, RepairScope s
 
 /// Changes of one kind, as one line for a person.
 struct RepairGroup {
-    RepairKind kind = RepairKind::comment;
-    std::size_t count = 0;  ///< of changes
-    std::size_t first = 0;  ///< the first one's position in the list
-    std::string text;       ///< "126 comments dropped"
+    RepairKind kind = RepairKind::comment;  ///< of all of them
+    std::size_t count = 0;                  ///< of changes
+    std::size_t first = 0;                  ///< the first one's position in the list
+    std::string text;                       ///< "126 comments dropped"
 };
 
 /// The changes of a repair, grouped by their kind: those of the structure first, as they say most about what

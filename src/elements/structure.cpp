@@ -95,7 +95,7 @@ struct Parents {
 constexpr Parents kParents = [] {
     Parents parents;
     for (const Child& child : kChildren.all) ++parents.begins[child.element + 1];
-    for (std::size_t i = 1; i < parents.begins.size(); ++i) parents.begins[i] += parents.begins[i - 1];
+    for (std::size_t i = 1; i != parents.begins.size(); ++i) parents.begins[i] += parents.begins[i - 1];
     Begins next = parents.begins;
     for (Element parent = 0; parent < kElementCount; ++parent)
         for (std::size_t i = kChildren.begins[parent]; i < kChildren.begins[parent + 1]; ++i)

@@ -64,7 +64,12 @@ void TvOFXMessage::processParserResult(const TvOFXParserResult& parserResult,
     TvOFXInterpreter interpreter(parserResult);
     interpreter.setHelperObject(std::move(helper));
     interpreter.interpret();
-    const NodeRef header = parserResult.ofxHeader ? NodeRef::of(*parserResult.ofxHeader) : NodeRef();
+    take(parserResult.ofxHeader, interpreter);
+}
+
+void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
+                        const TvOFXInterpreter& interpreter) {
+    const NodeRef header = headerDictionary ? NodeRef::of(*headerDictionary) : NodeRef();
     TextFields<textCount> texts = headerTexts(header);
     takeResponses(interpreter);
     // The texts are always overwritten, with nothing when the header lacks them.

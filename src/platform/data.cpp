@@ -116,6 +116,11 @@ Data Data::from(std::size_t offset) const noexcept {
     return {owner_, bytes_.substr(offset)};
 }
 
+Data Data::slice(std::size_t offset, std::size_t size) const noexcept {
+    if (offset >= this->size() || size == 0) return {};
+    return {owner_, bytes_.substr(offset, size)};
+}
+
 Data Data::owned() const { return isView() ? copy(bytes_) : *this; }
 
 }  // namespace brackwell

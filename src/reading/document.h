@@ -56,6 +56,17 @@ public:
         return node->isAggregate() ? nodes_.data() + node->begin : node + 1;
     }
 
+    /// How many nodes there are, the root included.
+    std::uint32_t size() const noexcept { return nodes_.size(); }
+    const NameTable& names() const noexcept { return names_; }
+    /// The decoded text that the body lies in, header included; no bytes for a tree that was built in code.
+    const Data& source() const noexcept { return source_; }
+    /// Where in the source a leaf's text begins; nothing for a text of the tree's own.
+    std::optional<std::size_t> sourceOffset(const Node& leaf) const noexcept {
+        if ((leaf.begin & Node::kOwnText) != 0) return std::nullopt;
+        return static_cast<std::size_t>(body_.data() - source_.bytes().data()) + leaf.begin;
+    }
+
 private:
     friend class TreeWriter;
     Data source_;

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "support/corpus.h"
+
 #include <brackwell/brackwell.h>
 #include <doctest/doctest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <random>
 
 #include "support/documents.h"
@@ -18,17 +18,6 @@ using namespace brackwell;
 using namespace brackwell::tests;
 
 namespace {
-
-/// The files of the folder, or nothing when none is named.
-std::optional<std::vector<std::string>> corpus() {
-    const char* folder = std::getenv("BRACKWELL_CORPUS");
-    if (folder == nullptr || *folder == '\0') return std::nullopt;
-    std::vector<std::string> files;
-    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder))
-        if (entry.is_regular_file()) files.push_back(entry.path().string());
-    std::sort(files.begin(), files.end());
-    return files;
-}
 
 bool isCloseTagError(std::string_view text) {
     constexpr std::string_view begin = "Found close tag </";
@@ -70,7 +59,7 @@ struct Count {
 
 template <class Try>
 void forEachFile(const char* what, Try attempt) {
-    const auto files = corpus();
+    const auto files = corpusFiles();
     if (!files) {
         MESSAGE("BRACKWELL_CORPUS names no folder, so no file was read.");
         return;

@@ -192,6 +192,98 @@ const std::vector<Shape> kDocuments{
     {"bytes that are no text", [](auto n) { return repeated("\xFF\xC3", n); }},
 };
 
+std::string opened(const std::string& content) { return "OFXHEADER:100\n\n<OFX>" + content; }
+
+/// What only the layer that opens files looks at: several documents, what is not delivered, odd values,
+/// identifiers, answers.
+const std::vector<Shape> kFiles{
+    {"many documents", [](auto n) { return repeated("<OFX></OFX>", n); }, 1000},
+    {"many documents that do not read", [](auto n) { return repeated("<OFX></B></OFX>", n); }, 1000},
+    {"many documents that are no text", [](auto n) { return repeated("<OFX><A>\xFF\x81</OFX>", n); }, 1000},
+    {"many documents that were cut off", [](auto n) { return repeated("OFXHEADER:100\n<OFX><A>x\n", n); },
+     1000},
+    {"many documents in lower case", [](auto n) { return repeated("<ofx><a>x</ofx>\n", n); }, 1000},
+    {"many documents in UTF-16",
+     [](auto n) {
+         std::string bytes = "\xFF\xFE";
+         for (const char c : repeated("<OFX></OFX>", n)) bytes.append({c, '\0'});
+         return bytes;
+     },
+     1000},
+    {"transactions in many places",
+     [](auto n) { return opened(numbered("<A#><STMTTRN><NAME>x</STMTTRN></A#>", n)); }, 4000},
+    {"transactions in one wrong place",
+     [](auto n) { return inStatement("<A>" + repeated("<STMTTRN><NAME>x</STMTTRN>", n)); }},
+    {"transactions inside each other",
+     [](auto n) { return inTransactions(repeated("<STMTTRN><NAME>x", n)); }},
+    {"statements inside each other",
+     [](auto n) { return "<OFX><BANKMSGSRSV1>" + repeated("<STMTRS><A>x", n); }, 4000},
+    {"transactions without their root", [](auto n) { return "<A>" + repeated("<STMTTRN><NAME>x", n); }},
+    {"transactions in an element with a long name",
+     [](auto n) {
+         return opened("<" + repeated("N", 8 * n) + ">" + repeated("<STMTTRN><NAME>x</STMTTRN>", n));
+     },
+     4000},
+    {"many lists of transactions",
+     [](auto n) {
+         return inStatement(repeated("<BANKTRANLIST><STMTTRN><NAME>x</STMTTRN></BANKTRANLIST>", n));
+     },
+     4000},
+    {"what has no class",
+     [](auto n) { return inTransactions(repeated("<STMTTRNP><NAME>x</STMTTRNP><BAL><NAME>x</BAL>", n)); },
+     4000},
+    {"transactions with one identifier",
+     [](auto n) { return inTransactions(numbered("<STMTTRN><FITID>1<NAME>#</STMTTRN>", n)); }, 4000},
+    {"transactions with one long identifier",
+     [](auto n) {
+         return inTransactions(numbered("<STMTTRN><FITID>" + repeated("1", 300) + "<NAME>#</STMTTRN>", n));
+     },
+     1000},
+    {"transactions with alternating identifiers",
+     [](auto n) {
+         return inTransactions(
+             numbered("<STMTTRN><FITID>1<NAME>#</STMTTRN><STMTTRN><FITID>2<NAME>#</STMTTRN>", n));
+     },
+     2000},
+    {"errors of the server",
+     [](auto n) {
+         return "<OFX><BANKMSGSRSV1>" +
+                numbered("<STMTTRNRS><TRNUID>#<STATUS><CODE>#<SEVERITY>ERROR<MESSAGE>m#</STATUS></STMTTRNRS>",
+                         n);
+     },
+     2000},
+    {"errors of the server before all texts",
+     [](auto n) {
+         return "<OFX><BANKMSGSRSV1>" + repeated("<STMTTRNRS><STATUS><SEVERITY>WARN</STATUS></STMTTRNRS>", n);
+     },
+     2000},
+    {"statements without an account",
+     [](auto n) {
+         return "<OFX><BANKMSGSRSV1>" + repeated("<STMTTRNRS><STMTRS><A>x</STMTRS></STMTTRNRS>", n);
+     },
+     2000},
+    {"amounts that are none",
+     [](auto n) { return inTransactions(numbered("<STMTTRN><TRNAMT>x#</STMTTRN>", n)); }, 4000},
+    {"amounts with a comma",
+     [](auto n) { return inTransactions(numbered("<STMTTRN><TRNAMT>#,5</STMTTRN>", n)); }, 4000},
+    {"an amount of many marks", [](auto n) { return inTransaction("<TRNAMT>" + repeated("( $", n)); }},
+    {"dates with slashes",
+     [](auto n) { return inTransactions(repeated("<STMTTRN><DTPOSTED>31/01/2024</STMTTRN>", n)); }, 4000},
+    {"lines like headers inside of a body",
+     [](auto n) { return opened("<A>x\n" + repeated("OFXHEADER:\n", n)); }},
+    {"header words before nothing", [](auto n) { return repeated("OFXHEADER:", n); }},
+    {"header words before nothing that are no text",
+     [](auto n) { return repeated("OFXHEADER:\xFF\x81", n); }},
+    {"close tags that do not end", [](auto n) { return opened("<A>x" + repeated("</", n)); }, 40000},
+    {"close tags that do not end under a long name",
+     [](auto n) { return "OFXHEADER:100\n<" + repeated("N", 4 * n) + "><A>x" + repeated("</", n); }, 40000},
+    {"secrets that do not end", [](auto n) { return opened(repeated("<USERKEY ", n) + "</B>"); }},
+    {"letters that begin a header", [](auto n) { return opened(repeated("OoOF", n) + "</B>"); }},
+    {"bytes that are no text in a document", [](auto n) { return opened(repeated("<A>\xFF\x81\x8D", n)); },
+     2000},
+    {"end marks of old systems", [](auto n) { return "<OFX><A>x</OFX>" + repeated("\x1A \n", n); }},
+};
+
 using Action = std::function<void(const std::string&)>;
 
 /// The least processor time of an action in a few runs, or what was measured before.
@@ -346,6 +438,47 @@ TEST_CASE("finding securities takes little more time than there are of them") {
                     const SecurityList list(securities(tree(body)));
                     for (const Security& security : list.all()) CHECK(list.find(security.id(), {}));
                 });
+}
+
+TEST_CASE("opening a file takes time in proportion to it, with and without repair") {
+    std::vector<Shape> shapes = kFiles;
+    for (const std::vector<Shape>* more : {&kBodies, &kOverlapping, &kLongNames, &kDocuments})
+        shapes.insert(shapes.end(), more->begin(), more->end());
+    for (const Shape& shape : shapes)
+        checkLinear(shape, [](const std::string& document) {
+            for (const OpenOptions& options : {OpenOptions(), OpenOptions::asIs()}) {
+                const OpenedFile file = openData(Data::view(document), options);
+                CHECK(static_cast<bool>(file) == file.error().text.empty());
+                CHECK(file.documents().size() <= document.size() / 10 + 1);
+            }
+        });
+}
+
+TEST_CASE("detaching takes time in proportion to the part") {
+    for (const Shape& shape : kBodies)
+        checkLinear(shape, [](const std::string& document) {
+            const OpenedFile file = openData(Data::view(document), OpenOptions::asIs());
+            for (const auto& statement : file.statements())
+                CHECK(detached(statement)->description() == statement->description());
+        });
+}
+
+TEST_CASE("secrets of a text and places in it are found in time in proportion to it") {
+    const std::vector<Shape> texts{
+        {"tags of secrets", [](auto n) { return repeated("<USERKEY>x", n); }},
+        {"tags of secrets that do not end", [](auto n) { return repeated("<USERKEY ", n); }},
+        {"a long name with secrets in it", [](auto n) { return "<" + repeated("USERKEYMFAPHRASE", n); }},
+        {"blanks in tags", [](auto n) { return repeated("<  USERPASS  >", n); }},
+        {"less-than signs", [](auto n) { return repeated("<", n); }},
+        {"lines of every kind", [](auto n) { return repeated("\r\n\r\n\n\xC3\xA9", n); }},
+    };
+    for (Shape shape : texts) {
+        shape.count = 40000;
+        checkLinear(shape, [](const std::string& text) {
+            CHECK(secretsInOFXText(text).size() <= text.size());
+            CHECK(placeInText(text, text.size()).column > 0);
+        });
+    }
 }
 
 TEST_CASE("comparing two trees takes time in proportion to their size") {

@@ -147,6 +147,47 @@ TEST_CASE("a document of a million levels is repaired without recursion") {
     }
 }
 
+TEST_CASE("a document of a million levels is opened and detached from without recursion") {
+    const std::string inStatement = "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS>";
+    struct Row {
+        std::string name;
+        std::string document;
+        std::size_t statements;
+        bool isDetached = true;
+        bool isDeep = true;  ///< also after a repair, which puts what is nested beside each other
+    };
+    for (const Row& row :
+         {Row{"under the root", "<OFX>" + nested(), 0},
+          Row{"with another root", "OFXHEADER:100\n" + nested(), 0},
+          Row{"in a statement", inStatement + nested(), 1},
+          // The source text of each reaches to the end, so that a copy would have a million of such texts.
+          Row{"transactions", inStatement + "<BANKTRANLIST>" + nested("<STMTTRN><NAME>x"), 1, false, false},
+          Row{"statements", "<OFX><BANKMSGSRSV1>" + nested("<STMTRS>") + "<A>x", kDepth, true, false},
+          Row{"to be repaired", inStatement + nested() + "</B></OFX>", 1, true, false},
+          Row{"in lower case", "<ofx>" + repeated("<a>", kDepth) + "<b>x</c></ofx>", 0, true, false}}) {
+        CAPTURE(row.name);
+        bool isRead = false;
+        bool isTooDeep = false;
+        std::size_t statements = 0;
+        std::size_t details = 0;
+        onSmallStack([&] {
+            const OpenedFile file = openData(Data::view(row.document));
+            isRead = static_cast<bool>(file);
+            for (const auto& statement : file.statements()) {
+                ++statements;
+                if (row.isDetached) details += detached(statement)->description() == statement->description();
+            }
+            OpenOptions options;
+            options.maximumDepth = 100;
+            isTooDeep = openData(Data::view(row.document), options).error().code == OpenErrorCode::tooDeep;
+        });
+        CHECK(isRead);
+        CHECK(isTooDeep == row.isDeep);
+        CHECK(statements == row.statements);
+        CHECK(details == (row.isDetached ? row.statements : 0));
+    }
+}
+
 TEST_CASE("a tree of a million levels is built in code without recursion") {
     std::size_t depth = 0;
     bool same = false;

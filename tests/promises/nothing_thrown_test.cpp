@@ -37,6 +37,33 @@ void import(std::string_view bytes, TextEncoding encoding) {
     CHECK_FALSE(transcriptOf(*interpreted(bytes, encoding)).empty());
 }
 
+/// Opens, and asks whatever comes of it for everything, after the file is gone.
+void open(std::string_view bytes, const OpenOptions& options) {
+    std::vector<OpenedDocument> documents;
+    {
+        const OpenedFile file = openData(Data::view(bytes), options);
+        CHECK(static_cast<bool>(file) == file.error().description().empty());
+        CHECK(file.accounts().size() <= bytes.size());
+        CHECK(static_cast<bool>(file.message()) == static_cast<bool>(file));
+        for (const Finding& finding : file.findings()) CHECK_FALSE(finding.text.empty());
+        documents = file.documents();
+    }
+    for (const OpenedDocument& document : documents) {
+        CHECK(static_cast<bool>(document) == document.error().text.empty());
+        if (document) CHECK(transcriptOf(*document.message()).size() > 0);
+        for (const auto& statement : document.statements())
+            CHECK(detached(statement)->description() == statement->description());
+    }
+}
+
+OpenOptions randomOptions(RandomText& random) {
+    OpenOptions options = random.once(2) ? OpenOptions() : OpenOptions::asIs();
+    if (random.once(4)) options.encoding = random.oneOf(knownTextEncodings());
+    if (random.once(4)) options.maximumSize = random.below(200);
+    if (random.once(4)) options.maximumDepth = random.below(8);
+    return options;
+}
+
 /// The functions that take a text of any kind.
 void handAround(std::string_view text, TextEncoding encoding) {
     Error error;
@@ -66,6 +93,9 @@ void handAround(std::string_view text, TextEncoding encoding) {
     formatter.dateFromString(text);
     TvOFXStatementTransaction::initWithParserDict(
         ParseDictionary{{"DTPOSTED", text}, {"TRNAMT", text}, {text, ParseDictionary{{text, text}}}});
+    CHECK(placeInText(text, text.size() + 1).line > 0);
+    CHECK(secretsInOFXText(text).size() <= text.size());
+    openFile(text);
     decodeText(Data::view(text), encoding);
     encodeText(text, encoding);
 }
@@ -155,6 +185,19 @@ TEST_CASE("tags in any order throw nothing") {
                TextEncodingNone);
 }
 
+TEST_CASE("opening any bytes and tags throws nothing") {
+    RandomText random(6);
+    for (std::size_t i = 0; i < scaled(4000); ++i)
+        open(std::string(random.oneOf(kBeginnings)) + randomBytes(random, random.below(200)),
+             randomOptions(random));
+    for (std::size_t i = 0; i < scaled(10000); ++i) {
+        std::string bytes;
+        for (std::size_t documents = 1 + random.below(3); documents > 0; --documents)
+            bytes.append(random.oneOf(kBeginnings)).append(random.soup(kPieces, random.below(40)));
+        open(bytes, randomOptions(random));
+    }
+}
+
 TEST_CASE("examples with bytes changed, taken away and doubled throw nothing") {
     RandomText random(3);
     for (const std::string name :
@@ -179,6 +222,7 @@ TEST_CASE("examples with bytes changed, taken away and doubled throw nothing") {
                 }
             }
             import(bytes, random.once(4) ? TextEncodingWindows1252 : TextEncodingNone);
+            if (random.once(4)) open(bytes, randomOptions(random));
         }
     }
 }
@@ -203,6 +247,14 @@ TEST_CASE("nothing throws nothing") {
     CHECK_FALSE(TovanaOFXController::importOFXFileFromURL("/"));
     CHECK_FALSE(TovanaOFXController::importOFXFileFromURL(""));
     CHECK_FALSE(TovanaOFXController::importOFXFileFromURL("a\0b"sv));
+    CHECK(openData(Data()).error().code == OpenErrorCode::empty);
+    CHECK_FALSE(openFile(static_cast<const char*>(nullptr)));
+    CHECK_FALSE(openFile("a\0b"sv));
+    CHECK_FALSE(openFile("/"));
+    CHECK(detached(std::shared_ptr<const TvOFXStatementTransaction>()) == nullptr);
+    CHECK(detached(std::shared_ptr<const TvOFXAccountStatement>()) == nullptr);
+    CHECK(detached(std::make_shared<const TvOFXStatementTransaction>()) != nullptr);
+    CHECK(detached(std::make_shared<const TvOFXStatementResponse>()) != nullptr);
     CHECK_FALSE(TvOFXParser(std::nullopt).parseWithError());
     CHECK_FALSE(TvOFXParser(std::nullopt).parseDataAndIgnoreOfxHeader());
     TvOFXMessage().processParserResult({});

@@ -47,7 +47,7 @@ std::string inBank(const std::string& content) { return kHeader + ofx(bank(wrapp
 std::string inCards(const std::string& content) {
     return kHeader + ofx(card(cardWrapped(cardStatement(content))));
 }
-std::string investments(const std::string& content) {
+std::string inInvestments(const std::string& content) {
     return kHeader + ofx(in("INVSTMTMSGSRSV1", in("INVSTMTTRNRS", "<TRNUID>1" + kStatus + content)));
 }
 std::string signUp(const std::string& content) {
@@ -157,7 +157,7 @@ TEST_CASE("a document without any close tag gets them all") {
         {"bank", kHeader + withoutCloseTags(whole), kHeader + whole, "bank: a b ledger available period; "},
         {"card", kHeader + withoutCloseTags(cards), kHeader + cards, "card: a b ledger period; "},
     });
-    const std::string invested = investments(
+    const std::string invested = inInvestments(
         in("INVSTMTRS",
            "<DTASOF>20240131<CURDEF>USD" + in("INVACCTFROM", "<BROKERID>b<ACCTID>2") +
                in("INVTRANLIST",
@@ -206,13 +206,13 @@ TEST_CASE("what stands twice where one may is delivered twice, or becomes one") 
              "",
          "bank: a ledger period; bank: b ledger period; "},
         {"two SECLIST apart",
-         investments(in("INVSTMTRS", "<DTASOF>1" + in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>1"))) +
-                                         in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>2"))))),
-         investments(
+         inInvestments(in("INVSTMTRS", "<DTASOF>1" + in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>1"))) +
+                                           in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>2"))))),
+         inInvestments(
              in("INVSTMTRS", "<DTASOF>1" + in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>1")) +
                                                                 in("POSMF", in("INVPOS", "<UNITS>2"))))),
          ""},
-        {"two INVSTMTRS", investments(in("INVSTMTRS", "<DTASOF>1") + in("INVSTMTRS", "<DTASOF>2")),
+        {"two INVSTMTRS", inInvestments(in("INVSTMTRS", "<DTASOF>1") + in("INVSTMTRS", "<DTASOF>2")),
          kHeader + ofx(in("INVSTMTMSGSRSV1",
                           in("INVSTMTTRNRS", "<TRNUID>1" + kStatus + in("INVSTMTRS", "<DTASOF>1")) +
                               in("INVSTMTTRNRS", in("INVSTMTRS", "<DTASOF>2")))),
@@ -265,10 +265,11 @@ TEST_CASE("what is missing around an element is put in") {
          ofx(kSignOn + bank(wrapped(statement(list2)))), "bank: a b period; "},
         {"after a header", kHeader + kSignOn + bank(wrapped(statement(list2))) + "<OFX></OFX>",
          kHeader + ofx(kSignOn + bank(wrapped(statement(list2)))), "bank: a b period; "},
-        {"BUYSTOCK in INVSTMTRS", investments(in("INVSTMTRS", "<DTASOF>1" + in("BUYSTOCK", "<BUYTYPE>BUY"))),
-         investments(in("INVSTMTRS", "<DTASOF>1" + in("INVTRANLIST", in("BUYSTOCK", "<BUYTYPE>BUY")))), ""},
-        {"STMTTRN in INVTRANLIST", investments(in("INVSTMTRS", in("INVTRANLIST", kPeriod + kA))),
-         investments(in("INVSTMTRS", in("INVTRANLIST", kPeriod + in("INVBANKTRAN", kA)))), ""},
+        {"BUYSTOCK in INVSTMTRS",
+         inInvestments(in("INVSTMTRS", "<DTASOF>1" + in("BUYSTOCK", "<BUYTYPE>BUY"))),
+         inInvestments(in("INVSTMTRS", "<DTASOF>1" + in("INVTRANLIST", in("BUYSTOCK", "<BUYTYPE>BUY")))), ""},
+        {"STMTTRN in INVTRANLIST", inInvestments(in("INVSTMTRS", in("INVTRANLIST", kPeriod + kA))),
+         inInvestments(in("INVSTMTRS", in("INVTRANLIST", kPeriod + in("INVBANKTRAN", kA)))), ""},
         {"MFINFO in SECLISTMSGSRSV1", kHeader + ofx(in("SECLISTMSGSRSV1", in("MFINFO", "<YIELD>1"))),
          kHeader + ofx(in("SECLISTMSGSRSV1", in("SECLIST", in("MFINFO", "<YIELD>1")))), ""},
         {"SECLIST as the root", in("SECLIST", in("MFINFO", "<YIELD>1")),
@@ -324,11 +325,11 @@ TEST_CASE("an aggregate ends before what cannot stand in it") {
          "<SECID><UNIQUEID>b</SECID></OPTINFO></SECLIST></SECLISTMSGSRSV1></OFX>",
          ""},
         {"an empty aggregate is no empty leaf",
-         investments(in("INVSTMTRS", "<INV401K><INV401KSUMMARY><YEARTODATE>" + kPeriod +
-                                         in("CONTRIBUTIONS", "<PRETAX>1") + "</INV401KSUMMARY></INV401K>")),
-         investments(in("INVSTMTRS",
-                        in("INV401K", in("INV401KSUMMARY",
-                                         in("YEARTODATE", kPeriod + in("CONTRIBUTIONS", "<PRETAX>1")))))),
+         inInvestments(in("INVSTMTRS", "<INV401K><INV401KSUMMARY><YEARTODATE>" + kPeriod +
+                                           in("CONTRIBUTIONS", "<PRETAX>1") + "</INV401KSUMMARY></INV401K>")),
+         inInvestments(in("INVSTMTRS",
+                          in("INV401K", in("INV401KSUMMARY",
+                                           in("YEARTODATE", kPeriod + in("CONTRIBUTIONS", "<PRETAX>1")))))),
          ""},
     });
 }

@@ -155,7 +155,7 @@ TEST_CASE("a builder that runs out of memory is empty and builds again") {
     build(whole);
     const std::string expected = treeText(whole.finish());
     tally.add(surviveAll([&](const Point& point) {
-        Finding finding;
+        Attempt finding;
         const std::ptrdiff_t live = liveBlocks();
         {
             ParseDictionaryBuilder builder;

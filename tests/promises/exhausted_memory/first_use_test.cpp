@@ -54,7 +54,7 @@ void surviveFirstUse(Tally& tally, const Use& use) {
     const std::string expected = inFreshProcess(use);
     tally.add(surviveAll([&](const Point& point) {
         const std::string answer = inFreshProcess([&] { return firstAndSecond(use, point); });
-        Finding finding;
+        Attempt finding;
         finding.refused = answer != "granted:" + expected + ":" + expected;
         // The first is right, or nothing.
         finding.right = !finding.refused || answer == "refused::" + expected ||

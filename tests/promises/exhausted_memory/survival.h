@@ -72,7 +72,7 @@ struct Point {
 };
 
 /// What an attempt with one allocation refused came to.
-struct Finding {
+struct Attempt {
     bool refused = false;
     bool right = false;  ///< all that must hold did
     std::ptrdiff_t leaked = 0;
@@ -80,12 +80,12 @@ struct Finding {
 
 /// Attempts one point after the other until nothing is refused, and returns how many there were. Now and
 /// then a witness is asked.
-inline std::size_t surviveAll(const std::function<Finding(const Point&)>& attempt,
+inline std::size_t surviveAll(const std::function<Attempt(const Point&)>& attempt,
                               Witness* witness = nullptr) {
     std::size_t count = 0;
     for (const Refusal refusal : {Refusal::once, Refusal::fromThenOn}) {
         for (std::size_t n = 1;; ++n) {
-            Finding finding = attempt({n, refusal});
+            Attempt finding = attempt({n, refusal});
             // The C library keeps what it has loaded for another time, but does so once.
             if (finding.leaked != 0) finding.leaked = attempt({n, refusal}).leaked;
             CAPTURE(n);
@@ -108,7 +108,7 @@ void surviveMaking(Tally& tally, Make make, Describe describe) {
     const std::string expected = textOf(make());
     Witness witness;
     const auto attempt = [&](const Point& point) {
-        Finding finding;
+        Attempt finding;
         const std::ptrdiff_t live = liveBlocks();
         {
             std::optional<decltype(make())> made;
@@ -155,7 +155,7 @@ void surviveChanging(Tally& tally, Prepare prepare, Change change, Describe desc
     };
     Witness witness;
     const auto attempt = [&](const Point& point) {
-        Finding finding;
+        Attempt finding;
         const std::ptrdiff_t live = liveBlocks();
         finding.right = isRight(point, finding.refused);
         finding.leaked = liveBlocks() - live;

@@ -44,6 +44,22 @@ std::string importAndAsk(const Document& document, std::shared_ptr<const NumberF
     return message ? transcriptOf(*message) : "nothing";
 }
 
+/// All that an opened file answers through operations that are const.
+std::string transcriptOf(const OpenedFile& file) {
+    std::string text = file.error().description();
+    for (const Finding& finding : file.findings()) text += finding.text + std::to_string(finding.line);
+    for (const OpenedDocument& document : file.documents()) {
+        text.append(document.readText().bytes()).append(document.error().description());
+        for (const auto& statement : document.statements()) text += statement->description();
+        for (const ListedAccount& account : document.accounts())
+            text += account.record->accountDescription().value_or("nothing");
+        const auto message = document.message();
+        if (message)
+            text += std::to_string(message->ofxVersion()) + std::to_string(message->bankingMsgSet().size());
+    }
+    return text;
+}
+
 /// The transactions of a document's statements, each a part of the one document.
 std::vector<std::shared_ptr<TvOFXStatementTransaction>> transactionsOf(const Data& data) {
     const auto message = TovanaOFXController::importOFXFileFromData(data);
@@ -150,6 +166,43 @@ TEST_CASE("threads read investments, and the same investments, at the same time"
         }
         return found;
     });
+}
+
+TEST_CASE("threads open the same bytes at the same time") {
+    std::string several;
+    for (int i = 0; i < 3; ++i) several += exampleData("household.ofx").bytes();
+    std::vector<Data> files{Data::copy(several), Data::copy(withTagsInLowerCase(several)),
+                            Data::copy("<OFX><A>\xFF\x81</OFX>"),
+                            Data::copy("<OFX><STMTRS><NAME>caf\xE9</NAM></OFX>")};
+    for (const Document& document : documents()) files.push_back(document.data);
+    for (const Data& data : files)
+        agreeWithOneThread([&](std::size_t) { return transcriptOf(openData(data)); });
+}
+
+TEST_CASE("threads read one opened file at the same time, and release it") {
+    const Data data = exampleData("household.ofx");
+    auto file = std::make_unique<OpenedFile>(openData(data));
+    std::vector<OpenedFile> copies(kThreads, *file);
+    const std::string alone = transcriptOf(*file);
+    const auto ask = [](const OpenedFile& opened) {
+        std::string found = transcriptOf(opened);
+        for (const auto& statement : opened.statements()) {
+            found += detached(statement)->description();
+            for (const auto& transaction : statement->statementTransactions())
+                found += detached(transaction)->description();
+        }
+        return found;
+    };
+    const std::string before = ask(*file);
+    CHECK(before.starts_with(alone));
+    for (const std::string& found : inThreads(kThreads, [&](std::size_t) { return ask(*file); }))
+        CHECK(found == before);
+    file.reset();
+    const auto last = inThreads(kThreads, [&](std::size_t thread) {
+        const std::vector<OpenedFile> own{std::move(copies[thread])};
+        return ask(own.front());
+    });
+    for (const std::string& found : last) CHECK(found == before);
 }
 
 TEST_CASE("an object that keeps what it finds is only read once it has found it") {

@@ -1,0 +1,304 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/delivery.h"
+
+#include <algorithm>
+
+#include "open/response_kind.h"
+#include "open/shown_text.h"
+#include "reading/node_ref.h"
+
+namespace brackwell::opening {
+namespace {
+
+using reading::Document;
+using reading::element;
+using reading::NameID;
+using reading::Node;
+using reading::NodeRef;
+
+std::size_t& countOf(ContentCounts& counts, Content content) noexcept {
+    return counts[static_cast<std::size_t>(content)];
+}
+
+/// The objects of which there are few, and the lists of balances.
+template <class Use>
+void forEachInResponses(const TvOFXResponseList& responses, const Use& use) {
+    for (const auto& response : responses) {
+        if (!response->originalParseData()) continue;
+        const NodeRef node = NodeRef::of(*response->originalParseData());
+        if (!node) continue;
+        if (statementIn(*response) != nullptr) {
+            use(Content::statement, node);
+            for (const NameID name : {element("LEDGERBAL"), element("AVAILBAL")})
+                if (const NodeRef balance = node[name]; balance.isDictionary())
+                    use(Content::balance, balance);
+        }
+        if (responseAs<TvOFXAccountInfoResponse>(*response) != nullptr)
+            for (const NodeRef& record : node[element("ACCTINFO")].elements())
+                if (record.isDictionary()) use(Content::listedAccount, record);
+    }
+}
+
+void useRecord(const auto& use, Content content, const InvestmentRecord& record) {
+    const ParseDictionary node = record.originalParseData();
+    use(content, NodeRef::of(node));
+}
+
+template <class Use>
+void forEachInInvestments(const Delivered& delivered, const Use& use) {
+    for (const InvestmentStatement& statement : delivered.investmentStatements) {
+        // A wrapper that says why there is no statement is none.
+        if (statement.elementName() == "INVSTMTRS") useRecord(use, Content::investmentStatement, statement);
+        for (const InvestmentTransaction& transaction : statement.transactions()) {
+            const auto bank = transaction.bankTransaction();
+            if (bank && bank->originalParseData())
+                use(Content::transaction, NodeRef::of(*bank->originalParseData()));
+            if (transaction.kind() != InvestmentTransactionKind::bankTransaction)
+                useRecord(use, Content::investmentTransaction, transaction);
+        }
+        for (const Position& position : statement.positions()) useRecord(use, Content::position, position);
+        if (const auto balance = statement.balance())
+            for (const ListedBalance& listed : balance->listed())
+                useRecord(use, Content::listedBalance, listed);
+        if (const auto balance = statement.balance401k())
+            for (const ListedBalance& listed : balance->listed())
+                useRecord(use, Content::listedBalance, listed);
+    }
+    for (const Security& security : delivered.securities) useRecord(use, Content::security, security);
+}
+
+/// Calls `use` with each delivered element of a tree but the transactions of bank and card statements, of
+/// which there are many.
+template <class Use>
+void forEachDelivered(const Delivered& delivered, const Use& use) {
+    forEachInResponses(delivered.responses, use);
+    forEachInInvestments(delivered, use);
+}
+
+/// Calls `use` with each bank and card statement.
+template <class Use>
+void forEachStatement(const TvOFXResponseList& responses, const Use& use) {
+    for (const auto& response : responses)
+        if (const TvOFXAccountStatement* statement = statementIn(*response)) use(*statement);
+}
+
+/// True for what the library has no class for, wherever it stands.
+bool hasNoClass(Content content) noexcept {
+    return content == Content::pendingTransaction || content == Content::listedBalance;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Causes
+
+enum class Reason : std::uint8_t { hasNoClass, textOnly, outside, repeated, misplaced };
+
+/// Why something is not delivered: an element in a parent.
+struct Cause {
+    Reason reason = Reason::misplaced;
+    std::uint32_t element = 0;  ///< the node
+    std::uint32_t parent = 0;   ///< the node
+};
+
+struct MissingGroup {
+    Cause cause;
+    ContentCounts counts{};
+    std::uint32_t first = 0;  ///< the first node that is missing
+};
+
+/// Finds out for each missing element why it is missing, with what is open around it. What decides of an
+/// element is noted when it opens, so that no missing one has to look at all that is open.
+class MissingWalk {
+public:
+    MissingWalk(const Document& document, const std::vector<bool>& delivered)
+        : document_(document), delivered_(delivered) {}
+
+    std::vector<MissingGroup> run() {
+        for (std::uint32_t index = 1; index < document_.size(); ++index) {
+            while (!open_.empty() && document_.behind(open_.back().node) <= index) open_.pop_back();
+            const Node& node = document_.node(index);
+            const Content content = NameFactsTable::known().contentOf(node.name());
+            const bool isMissing = isSought(content) && isCounted(content, node) && !delivered_[index];
+            if (node.isAggregate() || isMissing) open(index);
+            if (isMissing) add(content, index);
+        }
+        return std::move(groups_);
+    }
+
+private:
+    /// More causes than these are one: nobody reads on.
+    static constexpr std::size_t kMostGroups = 16;
+    static constexpr std::uint32_t kNone = 0;  ///< no element
+
+    struct Cut {
+        std::uint32_t element = kNone;
+        std::uint32_t parent = kNone;
+    };
+    struct Open {
+        std::uint32_t node;
+        Cut repeated;   ///< the outermost element up to here of which one is read where there are several
+        Cut misplaced;  ///< the innermost element up to here that stands where it is not read
+    };
+
+    std::string_view name(std::uint32_t node) const noexcept { return document_.name(document_.node(node)); }
+
+    void open(std::uint32_t node) {
+        const std::size_t level = open_.size();
+        const std::uint32_t parent = level == 0 ? kNone : open_.back().node;
+        Open opened = level == 0 ? Open{} : open_.back();
+        opened.node = node;
+        if (opened.repeated.element == kNone && isRepeated(node) && isTakenOnce(node, parent, level))
+            opened.repeated = {node, parent};
+        if (level > 0 && !isWhereItIsRead(node, parent, level)) opened.misplaced = {node, parent};
+        open_.push_back(opened);
+    }
+
+    bool isRepeated(std::uint32_t node) const noexcept {
+        return document_.node(node).isRepeated() || document_.node(node).next != 0;
+    }
+
+    /// Why the innermost open element is not delivered. Everything around it is open, too.
+    Cause causeOf(Content content) const {
+        const Open& missing = open_.back();
+        if (hasNoClass(content)) return {Reason::hasNoClass, missing.node, 0};
+        if (!document_.node(missing.node).isAggregate()) return {Reason::textOnly, missing.node, 0};
+        if (name(open_.front().node) != "OFX") return {Reason::outside, open_.front().node, 0};
+        if (missing.repeated.element != kNone)
+            return {Reason::repeated, missing.repeated.element, missing.repeated.parent};
+        if (missing.misplaced.element != kNone)
+            return {Reason::misplaced, missing.misplaced.element, missing.misplaced.parent};
+        return {Reason::misplaced, missing.node, open_.size() > 1 ? open_[open_.size() - 2].node : 0};
+    }
+
+    /// True for an element of which the reader takes none when there are two: the root, a message set, what
+    /// a wrapper holds, a list of transactions, a balance.
+    bool isTakenOnce(std::uint32_t node, std::uint32_t parent, std::size_t level) const noexcept {
+        if (level < 2) return true;
+        const std::string_view child = name(node);
+        return name(parent).ends_with("TRNRS") || child == "BANKTRANLIST" || child == "LEDGERBAL" ||
+               child == "AVAILBAL";
+    }
+
+    bool isWhereItIsRead(std::uint32_t node, std::uint32_t parent, std::size_t level) const noexcept {
+        struct Place {
+            std::string_view child;
+            std::array<std::string_view, 2> parents;
+        };
+        constexpr Place places[] = {
+            {"STMTTRN", {"BANKTRANLIST"}},
+            {"BANKTRANLIST", {"STMTRS", "CCSTMTRS"}},
+            {"LEDGERBAL", {"STMTRS", "CCSTMTRS"}},
+            {"AVAILBAL", {"STMTRS", "CCSTMTRS"}},
+            {"STMTRS", {"STMTTRNRS"}},
+            {"CCSTMTRS", {"CCSTMTTRNRS"}},
+            {"ACCTINFO", {"ACCTINFORS"}},
+            {"ACCTINFORS", {"ACCTINFOTRNRS"}},
+        };
+        constexpr std::size_t responseLevel = 2;  // OFX, message set, response without a wrapper
+        const auto* const place = std::ranges::find(places, name(node), &Place::child);
+        if (place == std::end(places)) return true;
+        return std::ranges::find(place->parents, name(parent)) != place->parents.end() ||
+               (level == responseLevel && place->child.ends_with("RS"));
+    }
+
+    bool isSameCause(const Cause& a, const Cause& b) const noexcept {
+        return a.reason == b.reason && document_.node(a.element).name() == document_.node(b.element).name() &&
+               document_.node(a.parent).name() == document_.node(b.parent).name();
+    }
+
+    void add(Content content, std::uint32_t node) {
+        const Cause cause = causeOf(content);
+        auto group = std::ranges::find_if(
+            groups_, [&](const MissingGroup& known) { return isSameCause(known.cause, cause); });
+        if (group == groups_.end() && groups_.size() == kMostGroups) group = groups_.end() - 1;
+        if (group == groups_.end()) group = groups_.insert(group, {cause, {}, node});
+        ++countOf(group->counts, content);
+    }
+
+    const Document& document_;
+    const std::vector<bool>& delivered_;
+    std::vector<Open> open_;
+    std::vector<MissingGroup> groups_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Sentences
+
+/// "1 statement, 3 transactions and 2 balances".
+std::string listOf(const ContentCounts& counts) {
+    std::vector<std::string> parts;
+    for (std::size_t i = 0; i < counts.size(); ++i) {
+        const ContentWords words = wordsFor(static_cast<Content>(i));
+        if (counts[i] != 0) parts.push_back(counted(counts[i], words.one, words.several));
+    }
+    std::string list;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        list.append(i == 0 ? "" : i + 1 == parts.size() ? " and " : ", ").append(parts[i]);
+    return list;
+}
+
+std::string tag(const Document& document, std::uint32_t node) {
+    return "<" + shownText(document.name(document.node(node)), 40) + ">";
+}
+
+std::string sentenceFor(const Document& document, const MissingGroup& group) {
+    std::size_t total = 0;
+    for (const std::size_t count : group.counts) total += count;
+    const std::string verb = total == 1 ? " is" : " are";
+    const std::string what = listOf(group.counts) + verb + " left out: ";
+    const Cause& cause = group.cause;
+    switch (cause.reason) {
+        case Reason::hasNoClass:
+            return what + tag(document, cause.element) + " can be had from the document's tree only.";
+        case Reason::textOnly:
+            return what + tag(document, cause.element) +
+                   " has text in it and no elements: " + quoted(document.text(document.node(cause.element))) +
+                   ".";
+        case Reason::outside:
+            return what + tag(document, cause.element) + " stands outside of <OFX>.";
+        case Reason::repeated: {
+            const std::string where = cause.parent == 0 ? "document" : tag(document, cause.parent);
+            return what + "there are several " + tag(document, cause.element) + " in one " + where +
+                   ", where only a single one can be read.";
+        }
+        case Reason::misplaced:
+            break;
+    }
+    return what + tag(document, cause.element) + " stands in " + tag(document, cause.parent) +
+           ", where it is not read.";
+}
+
+}  // namespace
+
+Delivery::Delivery(const Delivered& objects, const ContentCounts& found) : delivered_(objects) {
+    ContentCounts delivered{};
+    forEachStatement(objects.responses, [&](const TvOFXAccountStatement& statement) {
+        countOf(delivered, Content::transaction) += statement.statementTransactions().size();
+    });
+    forEachDelivered(objects, [&](Content content, const NodeRef& node) {
+        countOf(delivered, content) += isCounted(content, node.node());
+    });
+    for (std::size_t i = 0; i < kContentCount; ++i) {
+        const auto content = static_cast<Content>(i);
+        if (!isSought(content) || found[i] <= delivered[i]) continue;
+        missing_ += found[i] - delivered[i];
+        if (!hasNoClass(content)) repairable_ += found[i] - delivered[i];
+    }
+}
+
+void Delivery::addFindings(FindingList& findings, const Document& document, const TreePlaces& places) const {
+    if (missing_ == 0) return;
+    std::vector<bool> delivered(document.size());
+    forEachDelivered(delivered_, [&](Content, const NodeRef& node) { delivered[node.index()] = true; });
+    forEachStatement(delivered_.responses, [&](const TvOFXAccountStatement& statement) {
+        for (const auto& transaction : statement.statementTransactions())
+            delivered[NodeRef::of(*transaction->originalParseData()).index()] = true;
+    });
+    for (const MissingGroup& group : MissingWalk(document, delivered).run()) {
+        std::size_t count = 0;
+        for (const std::size_t ofKind : group.counts) count += ofKind;
+        findings.add(FindingKind::notDelivered, FindingSeverity::warning, sentenceFor(document, group), count,
+                     places.offsetOf(group.first));
+    }
+}
+
+}  // namespace brackwell::opening

@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/ending.h"
+
+#include <algorithm>
+
+#include "open/shown_text.h"
+#include "platform/ascii_case.h"
+
+namespace brackwell::opening {
+namespace {
+
+using namespace std::string_view_literals;
+
+/// Where the last close tag of the root begins, in whatever case and with blanks in it; npos: there is none.
+std::size_t findRootEnd(std::string_view text, std::string_view root) noexcept {
+    constexpr std::size_t blanks = 8;
+    std::size_t end = text.npos;  // of the tag: the first ">" after it, which many tags may share
+    for (std::size_t at = text.rfind("</"), last = text.size(); at != text.npos;
+         last = at, at = at == 0 ? text.npos : text.rfind("</", at - 1)) {
+        const std::size_t nearer = text.substr(at, last - at).find('>');
+        if (nearer != text.npos) end = at + nearer;
+        const std::size_t size = std::min(root.size() + blanks, end - at - 2);
+        if (equalsIgnoringCase(trimWhiteSpace(text.substr(at + 2, size)), root)) return at;
+    }
+    return text.npos;
+}
+
+/// What old systems put after the end of a text.
+constexpr std::string_view kEndOfFileMarks = "\0\x1A"sv;
+
+std::string_view withoutMarks(std::string_view text) noexcept {
+    text = trimWhiteSpace(text);
+    while (!text.empty() && kEndOfFileMarks.find(text.back()) != text.npos)
+        text = trimWhiteSpace(text.substr(0, text.size() - 1));
+    return text;
+}
+
+void addCut(FindingList& findings, std::string_view text, std::string_view root) {
+    const std::string_view whole = withoutMarks(text);
+    const bool hasCloseTags = whole.find("</") != whole.npos;
+    std::string sentence;
+    if (!hasCloseTags) {
+        sentence =
+            "The document has no close tags, so nothing shows whether its end is missing. Check that its "
+            "last "
+            "transactions are there.";
+    } else {
+        sentence = "The document ends before its close tag </" + std::string(root) + ">: the rest is missing";
+        const std::size_t tag = whole.rfind('<');
+        const std::size_t close = whole.find('>', tag);
+        if (close == whole.npos)
+            sentence += ", and it ends inside a tag";
+        else if (close + 1 < whole.size())
+            sentence += ", and the last value, " + quoted(whole.substr(close + 1)) + ", may not be complete";
+        sentence += ". Download it again.";
+    }
+    findings.add(FindingKind::cutOff, hasCloseTags ? FindingSeverity::warning : FindingSeverity::note,
+                 std::move(sentence), 1, whole.size());
+}
+
+}  // namespace
+
+void findCutsAndMargins(FindingList& findings, std::string_view text, std::string_view root) {
+    const std::size_t end = findRootEnd(text, root);
+    if (end == text.npos) return addCut(findings, text, root);
+    const std::size_t after = std::min(text.find('>', end), text.size() - 1) + 1;
+    if (const std::string_view rest = withoutMarks(text.substr(after)); !rest.empty())
+        findings.add(FindingKind::textAround, FindingSeverity::note,
+                     "Text stands after the end of the document and is no part of it: " + quoted(rest) + ".",
+                     1, static_cast<std::size_t>(rest.data() - text.data()));
+}
+
+}  // namespace brackwell::opening

@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/explanation.h"
+
+#include <algorithm>
+
+#include "open/error_with.h"
+#include "open/nesting_error.h"
+#include "open/shown_text.h"
+#include "platform/ascii_case.h"
+#include "platform/utf8.h"
+
+namespace brackwell::opening {
+namespace {
+
+using namespace std::string_view_literals;
+using Outcome = Parsed::Outcome;
+
+constexpr std::string_view kRepairRemedy = "Allow a repair: it mends such a document.";
+
+// ---------------------------------------------------------------------------------------------
+// Tags that do not match
+
+struct Cause {
+    RepairKind kind;
+    std::string_view sentence;  ///< in which "@" is the open tag
+};
+
+/// What is wrong at the open tag, when a repair would have to change something there.
+constexpr Cause kCausesAtOpenTag[] = {
+    {RepairKind::comment, "A comment, which is no part of OFX, was read as an element."},
+    {RepairKind::instruction, "An instruction or declaration inside the body was read as an element."},
+    {RepairKind::characterData, "A character-data section was read as an element."},
+    {RepairKind::lessThan,
+     "A \"<\" that belongs to a text was read as the beginning of a tag; it should be \"&lt;\"."},
+    {RepairKind::tagForm, "A tag has blanks or attributes in it, which were read as a part of its name."},
+    {RepairKind::unfinishedTag, "A tag has no \">\" at its end."},
+    {RepairKind::selfClosedTag, "A tag that closes itself was read as an open tag."},
+    {RepairKind::emptyLeaf,
+     "@ has neither a value nor a close tag, so what follows it was taken for its contents."},
+};
+
+constexpr std::string_view kMissingClose = "The close tag of @ is missing.";
+constexpr std::string_view kStrayClose = "The close tag is one too many, or its open tag is missing.";
+constexpr Cause kCausesAtCloseTag[] = {
+    {RepairKind::wrongClose, "The close tag is misspelt, or belongs to another element than @."},
+    {RepairKind::strayClose, kStrayClose},
+    {RepairKind::missingOpen, "The open tag is missing."},
+    {RepairKind::missingClose, kMissingClose},
+};
+
+template <std::size_t Count>
+std::string_view sentenceFor(RepairKind kind, const Cause (&causes)[Count]) noexcept {
+    const auto* const cause = std::ranges::find(causes, kind, &Cause::kind);
+    return cause != std::end(causes) ? cause->sentence : std::string_view();
+}
+
+/// What was wrong at a place. A tag in lower case may have another flaw, which weighs more.
+RepairKind faultOf(const RepairChange& change) noexcept {
+    const bool becomesOpen = change.kind == RepairKind::wrongClose && !change.now.starts_with("</");
+    if (becomesOpen) return RepairKind::missingOpen;
+    const bool hasOtherFlaw = change.was.size() != change.now.size();
+    if (change.kind != RepairKind::lowerCaseTag || !hasOtherFlaw) return change.kind;
+    return change.was.ends_with('>') ? RepairKind::tagForm : RepairKind::unfinishedTag;
+}
+
+/// True for the open tag that a close tag wants.
+bool isOpenTagOf(std::string_view tag, const TagPlace& close) noexcept {
+    const std::string_view name = close.name.substr(1);
+    return tag.size() == name.size() + 2 && tag.substr(1, name.size()) == name;
+}
+
+/// The change that a repair would make at the place of the error, put in a sentence.
+std::string_view likelyCause(const NestingError& error, const std::vector<RepairChange>& changes) noexcept {
+    std::string_view sentence = error.open ? kMissingClose : kStrayClose;
+    for (const RepairChange& change : changes) {
+        if (change.offset > error.close.begin) break;
+        if (error.open && change.offset >= error.open->begin && change.offset <= error.open->end)
+            if (const auto cause = sentenceFor(faultOf(change), kCausesAtOpenTag); !cause.empty())
+                return cause;
+        const bool opensThis = change.kind == RepairKind::missingOpen && isOpenTagOf(change.now, error.close);
+        if (change.offset == error.close.begin || opensThis)
+            if (const auto cause = sentenceFor(faultOf(change), kCausesAtCloseTag); !cause.empty())
+                sentence = cause;
+    }
+    return sentence;
+}
+
+/// A tag for a sentence, without a secret in it.
+std::string shownTag(const TagPlace& tag, const std::vector<TextRange>& secrets) {
+    const bool isSecret = overlapsAny(secrets, {tag.begin, tag.end});
+    return "<" + (isSecret ? std::string("****") : shownText(tag.name)) + ">";
+}
+
+void setPlace(OpenError& error, std::string_view text, std::size_t offset) {
+    const TextPlace place = placeInText(text, offset);
+    error.offset = offset;
+    error.line = place.line;
+    error.column = place.column;
+}
+
+OpenError nestingError(std::string_view text) {
+    OpenError error = errorWith(OpenErrorCode::tagsDoNotMatch, {});
+    const std::optional<NestingError> nesting = findNestingError(text);
+    if (!nesting) return error;
+    const std::vector<TextRange> secrets = secretsInOFXText(text);
+    setPlace(error, text, nesting->close.begin);
+    error.text = "Found close tag " + shownTag(nesting->close, secrets) + " without opening tag.";
+    const std::string open = nesting->open ? shownTag(*nesting->open, secrets) : "an element";
+    if (nesting->open) {
+        error.openedAt = nesting->open->begin;
+        error.text += " Maybe there is a close tag missing for " + open + ".";
+    }
+    const RepairedText repaired = repairOFXText(text);
+    error.isRepairable = !repaired.changes.empty();
+    error.cause = likelyCause(*nesting, repaired.changes);
+    if (const std::size_t place = error.cause.find('@'); place != error.cause.npos)
+        error.cause.replace(place, 1, open);
+    error.remedy = kRepairRemedy;
+    return error;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Texts and bytes that are something else
+
+struct Format {
+    std::string_view begin;
+    std::string_view cause;
+    OpenErrorCode code = OpenErrorCode::otherFormat;
+};
+
+constexpr std::string_view kWebPage =
+    "It is a web page, mostly one that says that the session with the institution has ended.";
+
+/// What people hand over for an OFX document, by how it begins, in whatever case.
+constexpr Format kFormats[] = {
+    {"<!DOCTYPE html", kWebPage, OpenErrorCode::html},
+    {"<html", kWebPage, OpenErrorCode::html},
+    {"<head", kWebPage, OpenErrorCode::html},
+    {"<OFC>", "It is an OFC document, the forerunner of OFX; ask the institution for OFX.",
+     OpenErrorCode::ofc},
+    {"%PDF-", "It is a PDF document; ask the institution for OFX."},
+    {"PK\x03\x04", "It is a ZIP archive or an office document; unpack it first."},
+    {"\x1F\x8B", "It is compressed with gzip; unpack it first."},
+    {"\xD0\xCF\x11\xE0", "It is an office document; ask the institution for OFX."},
+    {"{\\rtf", "It is an RTF document; ask the institution for OFX."},
+    {"!Type:", "It is a QIF file; ask the institution for OFX."},
+    {"!Account", "It is a QIF file; ask the institution for OFX."},
+    {":20:", "It is an MT940 statement; ask the institution for OFX."},
+    {"{1:F01", "It is an MT940 statement; ask the institution for OFX."},
+    {"{\"", "It is a JSON document; ask the institution for OFX."},
+};
+
+const Format* formatOf(std::string_view bytes) noexcept {
+    const std::string_view begin = trimWhiteSpace(bytes.substr(0, 512));
+    const auto* const format = std::ranges::find_if(kFormats, [begin](const Format& row) {
+        return equalsIgnoringCase(begin.substr(0, row.begin.size()), row.begin);
+    });
+    return format != std::end(kFormats) ? format : nullptr;
+}
+
+/// A web page may stand in XML's clothes, or after a comment.
+bool mentionsWebPage(std::string_view text) noexcept {
+    const std::string_view begin = text.substr(0, 1024);
+    for (std::size_t at = begin.find('<'); at != begin.npos; at = begin.find('<', at + 1))
+        if (equalsIgnoringCase(begin.substr(at, 5), "<html")) return true;
+    return false;
+}
+
+OpenError otherFormatError(const Format& format) {
+    return errorWith(format.code, "not an OFX document", std::string(format.cause));
+}
+
+OpenError notOFXError(std::string_view text) {
+    const std::vector<RepairChange> changes = repairOFXText(text).changes;
+    OpenError error = errorWith(OpenErrorCode::notOFX, "not an OFX document");
+    error.isRepairable = !changes.empty();
+    if (!error.isRepairable) {
+        if (const Format* format = formatOf(text)) return otherFormatError(*format);
+        if (mentionsWebPage(text)) return otherFormatError(kFormats[0]);
+        const std::string begin = quoted(text);
+        error.cause = trimWhiteSpace(text).empty() ? "It has nothing but white space in it."
+                                                   : "It begins with " + begin + ".";
+        error.remedy = "Download it again, and choose OFX, QFX or \"Money\" as the format.";
+        return error;
+    }
+    const auto before = std::ranges::find(changes, RepairKind::textBeforeDocument, &RepairChange::kind);
+    if (before != changes.end()) {
+        setPlace(error, text, before->was.size());
+        error.cause = "A document begins in line " + std::to_string(error.line) + ", column " +
+                      std::to_string(error.column) + ", but is not found after other text.";
+    } else if (isInLowerCase(changes)) {
+        error.cause = "The tags are in lower case.";
+    } else if (changes.front().kind == RepairKind::header) {
+        error.cause = "Its header is not whole.";
+    } else if (changes.front().kind == RepairKind::tagForm) {
+        error.cause = "The tag <OFX> has blanks or attributes in it.";
+    } else {
+        error.cause = "The tag <OFX> is missing, or not whole.";
+    }
+    error.remedy = kRepairRemedy;
+    return error;
+}
+
+/// Where bytes stop being UTF-8; nothing when all of them are.
+std::optional<std::size_t> firstInvalidByte(std::string_view bytes) noexcept {
+    for (std::size_t at = 0; at < bytes.size();) {
+        at += asciiPrefix(bytes.substr(at));
+        if (at == bytes.size()) break;
+        const UTF8Character character = firstCharacter(bytes.substr(at));
+        if (character.size == 0) return at;
+        at += character.size;
+    }
+    return std::nullopt;
+}
+
+std::string hexadecimal(char byte) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    const auto value = static_cast<unsigned char>(byte);
+    return {digits[value >> 4U], digits[value & 0xFU]};
+}
+
+/// The encodings in which the bytes are an OFX document.
+std::string readingEncodings(const Data& bytes) {
+    std::string names;
+    for (const TextEncoding encoding : knownTextEncodings())
+        if (parse(bytes, encoding).outcome == Outcome::read)
+            names.append(names.empty() ? "" : ", ").append(*nameOfTextEncoding(encoding));
+    return names;
+}
+
+OpenError undecodedError(const Data& bytes, const OpenOptions& options, EncodingSearch search) {
+    if (bytes.isEmpty())
+        return errorWith(OpenErrorCode::empty, "no data to parse",
+                         "The file has no bytes; mostly a download that was cut off.", "Download it again.");
+    const bool isChosen = options.encoding != TextEncodingNone;
+    if (const Format* format = formatOf(bytes.bytes()); format != nullptr && !isChosen)
+        return otherFormatError(*format);
+    OpenError error = errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.");
+    const TextEncoding hidden = isChosen ? TextEncodingNone : encodingOfHiddenDocument(bytes);
+    if (const std::optional<Data> text = decodeText(bytes, hidden)) {
+        OpenError found = notOFXError(text->bytes());
+        found.code = error.code;
+        found.text = std::move(error.text);
+        found.offset = 0;  // the document has no text in which a place could be
+        return found;
+    }
+    if (const auto invalid = firstInvalidByte(bytes.bytes())) {
+        error.offset = *invalid;
+        error.cause = "The byte at offset " + std::to_string(*invalid) + " (hexadecimal " +
+                      hexadecimal(bytes.bytes()[*invalid]) + ") is not UTF-8.";
+    }
+    if (search == EncodingSearch::none) {
+        error.remedy = "Its encoding has to be told.";
+        return error;
+    }
+    const std::string names = readingEncodings(bytes);
+    error.remedy = names.empty() ? "No encoding that is known here makes an OFX document of it."
+                                 : "One of these encodings reads it: " + names + ".";
+    return error;
+}
+
+}  // namespace
+
+bool isInLowerCase(const std::vector<RepairChange>& changes) noexcept {
+    return std::ranges::find(changes, RepairKind::lowerCaseTag, &RepairChange::kind) != changes.end();
+}
+
+OpenError errorOf(const Parsed& parsed, const Data& bytes, std::string_view text, const OpenOptions& options,
+                  EncodingSearch search) {
+    switch (parsed.outcome) {
+        case Outcome::read:
+            return {};
+        case Outcome::notOFX:
+            return notOFXError(text);
+        case Outcome::malformed:
+            return nestingError(text);
+        case Outcome::undecoded:
+            break;
+    }
+    return undecodedError(bytes, options, search);
+}
+
+}  // namespace brackwell::opening

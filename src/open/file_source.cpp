@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/file_source.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <new>
+
+#include "open/error_with.h"
+#include "open/shown_text.h"
+#include "platform/ascii_case.h"
+
+namespace brackwell::opening {
+namespace {
+
+constexpr std::size_t kLongestName = 200;
+
+OpenError fileError(OpenErrorCode code, std::string_view begin, std::string_view name, std::string_view end) {
+    return errorWith(code, std::string(begin).append(shownText(name, kLongestName)).append(end));
+}
+
+/// Why a file could not be read.
+OpenError errorOfFile(const std::string& path) {
+    std::error_code error;
+    if (std::filesystem::is_directory(path, error))
+        return fileError(OpenErrorCode::isFolder, "", path, " is a folder.");
+    errno = 0;
+    std::FILE* const file = path.find('\0') == path.npos ? std::fopen(path.c_str(), "rb") : nullptr;
+    const int number = errno;
+    if (number == ENOMEM) throw std::bad_alloc();
+    if (file != nullptr) {
+        std::fclose(file);
+        return fileError(OpenErrorCode::notReadable, "The file at ", path, " could not be read.");
+    }
+    if (number == EACCES || number == EPERM)
+        return fileError(OpenErrorCode::notPermitted, "The file at ", path, " may not be read.");
+    if (number != 0 && number != ENOENT && number != ENOTDIR)
+        return fileError(OpenErrorCode::notReadable, "The file at ", path, " could not be read.");
+    return fileError(OpenErrorCode::notFound, "The file at ", path, " was not found.");
+}
+
+int hexValue(char c) noexcept {
+    if (c >= '0' && c <= '9') return c - '0';
+    const char capital = capitalLetter(c);
+    return capital >= 'A' && capital <= 'F' ? capital - 'A' + 10 : -1;
+}
+
+/// The bytes that a URL's path stands for; nothing when a "%" is not followed by two digits, or one stands
+/// for a NUL, which no path has.
+std::optional<std::string> decodedPath(std::string_view text) {
+    std::string path;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '%') {
+            path += text[i];
+            continue;
+        }
+        const int high = i + 2 < text.size() ? hexValue(text[i + 1]) : -1;
+        const int low = i + 2 < text.size() ? hexValue(text[i + 2]) : -1;
+        if (high < 0 || low < 0 || high * 16 + low == 0) return std::nullopt;
+        path += static_cast<char>(high * 16 + low);
+        i += 2;
+    }
+    return path;
+}
+
+}  // namespace
+
+OpenError tooLargeError(std::size_t maximumSize) {
+    return errorWith(OpenErrorCode::tooLarge,
+                     "The file has more than " + std::to_string(maximumSize) + " bytes, which is the limit.");
+}
+
+Source readFile(const std::string& path, std::size_t maximumSize) {
+    std::error_code error;
+    const auto size = std::filesystem::file_size(path, error);
+    if (!error && size > maximumSize) return {{}, tooLargeError(maximumSize)};
+    std::optional<Data> bytes = Data::fromFile(path);
+    if (!bytes) return {{}, errorOfFile(path)};
+    return {std::move(*bytes), {}};
+}
+
+PathOrError pathOf(std::string_view pathOrURL) {
+    constexpr std::string_view scheme = "file:";
+    if (!equalsIgnoringCase(pathOrURL.substr(0, scheme.size()), scheme)) return {std::string(pathOrURL), {}};
+    std::string_view rest = pathOrURL.substr(scheme.size());
+    if (rest.starts_with("//")) {
+        rest.remove_prefix(2);
+        const std::string_view host = rest.substr(0, rest.find('/'));
+        rest.remove_prefix(host.size());
+        if (!host.empty() && !equalsIgnoringCase(host, "localhost"))
+            return {{},
+                    fileError(OpenErrorCode::otherComputer, "The URL names another computer: ", host, ".")};
+    }
+    // A query or a fragment is no part of a file's URL.
+    const std::optional<std::string> path = decodedPath(rest);
+    if (!rest.starts_with('/') || !path)
+        return {{}, fileError(OpenErrorCode::invalidURL, "The URL names no file: ", pathOrURL, "")};
+    return {*path, {}};
+}
+
+}  // namespace brackwell::opening

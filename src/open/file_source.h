@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/open.h>
+
+namespace brackwell::opening {
+
+/// The bytes of a file, or why there are none.
+struct Source {
+    Data bytes;
+    OpenError error;
+};
+
+OpenError tooLargeError(std::size_t maximumSize);
+
+Source readFile(const std::string& path, std::size_t maximumSize);
+
+/// The path that a "file:" URL of RFC 8089 names; an error for one that names no file of this computer.
+/// Any other text is a path already.
+struct PathOrError {
+    std::string path;
+    OpenError error;
+};
+PathOrError pathOf(std::string_view pathOrURL);
+
+}  // namespace brackwell::opening

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/finding_list.h"
+
+#include <algorithm>
+#include <numeric>
+#include <tuple>
+
+#include "open/text_place.h"
+
+namespace brackwell::opening {
+
+void FindingList::add(FindingKind kind, FindingSeverity severity, std::string text, std::size_t count,
+                      std::optional<std::size_t> offset) {
+    std::size_t& known = countOfKind_[static_cast<std::size_t>(kind)];
+    if (++known <= kMostOfAKind) {
+        rows_.push_back({{kind, severity, 0, 0, count, std::move(text)}, offset});
+        return;
+    }
+    const auto last = std::find_if(rows_.rbegin(), rows_.rend(),
+                                   [kind](const Row& row) { return row.finding.kind == kind; });
+    if (known == kMostOfAKind + 1) {
+        rows_.push_back({{kind, severity, 0, 0, count, {}}, std::nullopt});
+    } else {
+        last->finding.count += count;
+        last->finding.severity = std::max(last->finding.severity, severity);
+    }
+}
+
+void FindingList::addPlaces(std::string_view text) {
+    std::vector<std::size_t> order(rows_.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::sort(order, {}, [this](std::size_t row) { return rows_[row].offset; });
+    PlaceCursor cursor(text);
+    for (const std::size_t number : order) {
+        Row& row = rows_[number];
+        if (!row.offset) continue;
+        const TextPlace place = cursor.advanceTo(*row.offset);
+        row.finding.line = place.line;
+        row.finding.column = place.column;
+    }
+}
+
+std::vector<Finding> FindingList::finish(std::string_view text) && {
+    addPlaces(text);
+    std::vector<Finding> findings;
+    for (Row& row : rows_) {
+        Finding& finding = row.finding;
+        if (finding.text.empty())
+            finding.text = "There are " + std::to_string(finding.count) + " more of the same kind.";
+        findings.push_back(std::move(finding));
+    }
+    std::ranges::stable_sort(findings, [](const Finding& a, const Finding& b) {
+        return std::tuple(b.severity, a.line, a.column) < std::tuple(a.severity, b.line, b.column);
+    });
+    return findings;
+}
+
+}  // namespace brackwell::opening

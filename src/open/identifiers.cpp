@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/identifiers.h"
+
+#include <bit>
+#include <compare>
+
+#include "open/response_kind.h"
+#include "open/shown_text.h"
+#include "platform/unpredictable_hash.h"
+#include "reading/node_ref.h"
+
+namespace brackwell::opening {
+namespace {
+
+using Transactions = std::vector<std::shared_ptr<TvOFXStatementTransaction>>;
+
+/// True when the identifiers rise or fall throughout, by size and then by bytes: most institutions count
+/// or begin with the date, so that nothing has to be looked up.
+bool areInOrder(const Transactions& transactions) {
+    OptionalText last;
+    bool isRising = true;
+    bool isFalling = true;
+    for (const auto& transaction : transactions) {
+        const OptionalText id = transaction->fiTransactionID();
+        if (!id) continue;
+        if (last) {
+            const auto order = last->size() != id->size() ? last->size() <=> id->size() : *last <=> *id;
+            isRising = isRising && std::is_lt(order);
+            isFalling = isFalling && std::is_gt(order);
+            if (!isRising && !isFalling) return false;
+        }
+        last = id;
+    }
+    return true;
+}
+
+/// Two transactions with one identifier are the same when all that people compare is.
+bool areSame(const TvOFXStatementTransaction& a, const TvOFXStatementTransaction& b) {
+    return a.amount() == b.amount() && a.originalDatePostedString() == b.originalDatePostedString() &&
+           a.payeeName() == b.payeeName() && a.memo() == b.memo();
+}
+
+/// Finds for each transaction the first one with its identifier.
+class FirstByIdentifier {
+public:
+    explicit FirstByIdentifier(const Transactions& transactions)
+        : transactions_(transactions), slots_(std::bit_ceil(transactions.size() * 2 + 1)) {}
+
+    const TvOFXStatementTransaction& firstWith(std::string_view id, std::size_t number) {
+        const std::size_t mask = slots_.size() - 1;
+        for (std::size_t at = hash_(id) & mask;; at = (at + 1) & mask) {
+            if (slots_[at] == 0) slots_[at] = static_cast<std::uint32_t>(number + 1);
+            const TvOFXStatementTransaction& first = *transactions_[slots_[at] - 1];
+            if (first.fiTransactionID() == id) return first;
+        }
+    }
+
+private:
+    const Transactions& transactions_;
+    UnpredictableHash hash_;
+    std::vector<std::uint32_t> slots_;  ///< open addressing; number + 1, 0 is free
+};
+
+/// The transactions of a statement whose identifier an earlier, different one has.
+struct Repeated {
+    std::size_t count = 0;
+    const TvOFXStatementTransaction* first = nullptr;
+
+    void search(const Transactions& transactions) {
+        if (areInOrder(transactions)) return;
+        FirstByIdentifier table(transactions);
+        for (std::size_t number = 0; number < transactions.size(); ++number) {
+            const TvOFXStatementTransaction& transaction = *transactions[number];
+            const OptionalText id = transaction.fiTransactionID();
+            if (!id || areSame(table.firstWith(*id, number), transaction)) continue;
+            if (count++ == 0) first = &transaction;
+        }
+    }
+};
+
+}  // namespace
+
+void findRepeatedIdentifiers(FindingList& findings, const TvOFXResponseList& responses,
+                             const TreePlaces& places) {
+    for (const auto& response : responses) {
+        const TvOFXAccountStatement* statement = statementIn(*response);
+        if (statement == nullptr) continue;
+        Repeated repeated;
+        repeated.search(statement->statementTransactions());
+        if (repeated.count == 0) continue;
+        const bool isOne = repeated.count == 1;
+        findings.add(FindingKind::repeatedIdentifier, FindingSeverity::note,
+                     counted(repeated.count, "transaction has", "transactions have") +
+                         " the identifier (FITID) of an earlier, different one of the same statement" +
+                         (isOne ? ": " : "; the first is ") + quoted(*repeated.first->fiTransactionID()) +
+                         ".",
+                     repeated.count,
+                     places.offsetOf(reading::NodeRef::of(*repeated.first->originalParseData()).index()));
+    }
+}
+
+}  // namespace brackwell::opening

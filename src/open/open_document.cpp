@@ -1,0 +1,358 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/answers.h"
+#include "open/contradictions.h"
+#include "open/delivery.h"
+#include "open/document_split.h"
+#include "open/document_state.h"
+#include "open/ending.h"
+#include "open/error_with.h"
+#include "open/explanation.h"
+#include "open/identifiers.h"
+#include "open/parsing.h"
+#include "open/placement.h"
+#include "open/response_kind.h"
+#include "open/shown_text.h"
+#include "open/survey.h"
+#include "open/text_place.h"
+#include "open/values.h"
+#include "reading/node_ref.h"
+
+/// \file
+/// The road of one document: parse, survey the tree, make the objects, count what they deliver; when the
+/// document does not read, or something is missing, repair the text and go the same road again.
+
+namespace brackwell::opening {
+namespace {
+
+using Outcome = Parsed::Outcome;
+using reading::element;
+using reading::NodeRef;
+
+/// A formatter that asks another one when the first finds nothing.
+class NumberFormatters final : public NumberFormatter {
+public:
+    NumberFormatters(std::shared_ptr<const NumberFormatter> first,
+                     std::shared_ptr<const NumberFormatter> second)
+        : first_(std::move(first)), second_(std::move(second)) {}
+    std::optional<Decimal> numberFromString(std::string_view text) const override {
+        const std::optional<Decimal> number = first_->numberFromString(text);
+        return number ? number : second_->numberFromString(text);
+    }
+    std::optional<std::string> stringFromNumber(const Decimal& number) const override {
+        return first_->stringFromNumber(number);
+    }
+
+private:
+    std::shared_ptr<const NumberFormatter> first_;
+    std::shared_ptr<const NumberFormatter> second_;
+};
+
+/// The same for dates.
+class DateFormatters final : public DateFormatter {
+public:
+    DateFormatters(std::shared_ptr<const DateFormatter> first, std::shared_ptr<const DateFormatter> second)
+        : first_(std::move(first)), second_(std::move(second)) {}
+    std::optional<Date> dateFromString(std::string_view text) const override {
+        const std::optional<Date> date = first_->dateFromString(text);
+        return date ? date : second_->dateFromString(text);
+    }
+    std::string stringFromDate(Date date) const override { return first_->stringFromDate(date); }
+
+private:
+    std::shared_ptr<const DateFormatter> first_;
+    std::shared_ptr<const DateFormatter> second_;
+};
+
+/// The caller's formatter, then the document's; either may be null.
+template <class Both, class Formatter>
+std::shared_ptr<const Formatter> inTurn(const std::shared_ptr<const Formatter>& first,
+                                        std::shared_ptr<const Formatter> second) {
+    if (!first) return second;
+    if (!second) return first;
+    return std::make_shared<Both>(first, std::move(second));
+}
+
+/// A document that was parsed, with the objects made of it.
+struct Interpreted {
+    Parsed parsed;
+    std::shared_ptr<TvOFXInterpreter> interpreter;
+    std::vector<InvestmentStatement> investmentStatements;
+    std::vector<Security> securities;
+    Survey survey;
+    std::size_t repairable = 0;  ///< what is missing, and may be delivered after a repair
+
+    bool isRead() const noexcept { return interpreter != nullptr; }
+    /// True when a repair has nothing to mend.
+    bool isWhole() const noexcept {
+        return isRead() && parsed.hasRoot() &&
+               repairable + survey.misplaced.count + survey.misplaced.repeated == 0;
+    }
+    const reading::Document& document() const noexcept {
+        return NodeRef::of(*parsed.content.ofxData).document();
+    }
+    const TvOFXResponseList& responses() const noexcept { return interpreter->allResponses(); }
+    Delivery delivery() const {
+        return Delivery({responses(), investmentStatements, securities}, survey.found);
+    }
+    std::size_t found(Content content_) const noexcept {
+        return survey.found[static_cast<std::size_t>(content_)];
+    }
+};
+
+void interpret(Interpreted& content, const OpenOptions& options) {
+    const reading::Document& document = content.document();
+    content.survey = surveyOf(document);
+    const Survey& survey = content.survey;
+    const bool helpsNumbers = options.asWritten && !survey.amounts.arePlain();
+    const bool helpsDates = options.asWritten && !survey.dates.arePlain();
+    content.interpreter = TvOFXInterpreter::initWithParseResult(content.parsed.content);
+    auto numbers = inTurn<NumberFormatters>(options.numberFormatter,
+                                            helpsNumbers ? survey.amounts.formatter() : nullptr);
+    auto dates =
+        inTurn<DateFormatters>(options.dateFormatter, helpsDates ? survey.dates.formatter() : nullptr);
+    auto helper = TvOFXHelper::defaultHelper();
+    if (numbers || dates) {
+        helper = std::make_shared<TvOFXHelper>();
+        helper->setAmountNumberFormatter(std::move(numbers));
+        helper->setDateFormatter(std::move(dates));
+    }
+    content.interpreter->setHelperObject(helper);
+    content.interpreter->interpret();
+    const auto& tree = content.parsed.content.ofxData;
+    const bool hasStatements =
+        content.found(Content::investmentAnswer) + content.found(Content::investmentStatement) != 0;
+    if (hasStatements) content.investmentStatements = brackwell::investmentStatements(tree, helper);
+    if (content.found(Content::security) != 0) content.securities = brackwell::securities(tree, helper);
+    content.repairable = content.delivery().repairable();
+}
+
+Interpreted contentOf(Parsed parsed, const OpenOptions& options) {
+    Interpreted content;
+    content.parsed = std::move(parsed);
+    // An XML document without an instruction has an empty tree of no document.
+    const bool hasTree =
+        content.parsed.outcome == Outcome::read && NodeRef::of(*content.parsed.content.ofxData);
+    if (hasTree) interpret(content, options);
+    return content;
+}
+
+/// True when the second content is more than the first.
+bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
+    if (!repaired.isRead()) return false;
+    if (!before.isRead()) return true;
+    if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
+    if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
+    return repaired.survey.misplaced.count + repaired.survey.misplaced.repeated <
+           before.survey.misplaced.count + before.survey.misplaced.repeated;
+}
+
+/// The accounts of the account lists among the responses, with the blocks that a record leaves out.
+std::vector<ListedAccount> accountsOf(const TvOFXResponseList& responses) {
+    std::vector<ListedAccount> accounts;
+    for (const auto& response : responses) {
+        const auto* list = dynamic_cast<const TvOFXAccountInfoResponse*>(response.get());
+        if (list == nullptr || !list->originalParseData()) continue;
+        auto record = list->accountInfos().begin();
+        for (const NodeRef& node : NodeRef::of(*list->originalParseData())[element("ACCTINFO")].elements()) {
+            if (!node.isDictionary() || record == list->accountInfos().end()) continue;
+            ListedAccount& account = accounts.emplace_back();
+            account.record = *record++;
+            account.bank = account.record->bankAccountInfo();
+            if (const NodeRef card = node[element("CCACCTINFO")]; card.isDictionary())
+                account.card = TvOFXCreditCardAccountInfo::initWithParserDict(card.dictionary());
+            if (const NodeRef investment = node[element("INVACCTINFO")]; investment.isDictionary())
+                account.investment = TvOFXInvestmentAccountInfo::initWithParseDict(investment.dictionary());
+        }
+    }
+    return accounts;
+}
+
+/// What stands before the text in the bytes. The parser counts the mark of UTF-8 among the bytes of a text.
+std::string_view markOf(std::string_view bytes, const Parsed& parsed) noexcept {
+    constexpr std::string_view utf8 = "\xEF\xBB\xBF";
+    if (parsed.encoding == TextEncodingUTF8 && bytes.starts_with(utf8)) return utf8;
+    return bytes.substr(0, bytes.size() - parsed.data.size());
+}
+
+/// Opens one document.
+class Opening {
+public:
+    Opening(const Data& bytes, const OpenOptions& options)
+        : options_(options), state_(std::make_shared<DocumentState>()) {
+        state_->bytes = bytes;
+    }
+
+    /// Parses the document and makes objects of it, as far as that goes without a repair.
+    void begin() {
+        content_ = contentOf(firstParsed(), options_);
+        state_->text = textOf(content_.parsed);
+        state_->encoding = content_.parsed.encoding;
+        state_->mark = markOf(state_->bytes.bytes(), content_.parsed);
+        state_->readText = state_->text;
+    }
+
+    /// The documents in the text, when there may be several.
+    std::vector<TextRange> parts() const {
+        const bool mayBeSeveral = !content_.isRead() || content_.found(Content::root) > 1;
+        return mayBeSeveral ? splitIntoDocuments(splitText().bytes()) : std::vector<TextRange>(1);
+    }
+    /// What is split: the bytes, since each document may have an encoding of its own, or the decoded text
+    /// when a character takes more than one byte.
+    const Data& splitText() const noexcept { return isWide() ? state_->text : state_->bytes; }
+    bool isWide() const noexcept {
+        return state_->bytes.bytes().substr(0, 64).find('\0') != std::string_view::npos;
+    }
+
+    std::shared_ptr<DocumentState> finish(EncodingSearch search = EncodingSearch::all) {
+        repair(content_);
+        checkDepth(content_);
+        if (content_.isRead() && state_->error.code == OpenErrorCode::none)
+            take(std::move(content_));
+        else
+            fail(content_, search);
+        return std::move(state_);
+    }
+
+private:
+    bool mayRepair() const noexcept { return options_.repair == OpenRepair::whenNeeded; }
+
+    Parsed firstParsed() {
+        if (options_.encoding != TextEncodingNone) return parse(state_->bytes, options_.encoding);
+        return parseInAnyEncoding(state_->bytes, mayRepair(), isEncodingGuessed_);
+    }
+
+    void repair(Interpreted& content) {
+        if (!mayRepair() || content.isWhole() || state_->text.isEmpty()) return;
+        RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
+        if (repaired.changes.empty()) return;
+        const Data text = Data::adopt(std::move(repaired.text));
+        Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_);
+        if (!isBetter(after, content)) return;
+        content = std::move(after);
+        state_->changes = std::move(repaired.changes);
+        state_->readText = textOf(content.parsed);
+    }
+
+    void checkDepth(const Interpreted& content) {
+        if (!content.isRead() || options_.maximumDepth == std::numeric_limits<std::size_t>::max()) return;
+        if (depthOf(content.document()) <= options_.maximumDepth) return;
+        state_->error = errorWith(OpenErrorCode::tooDeep, "The document's elements are nested more than " +
+                                                              std::to_string(options_.maximumDepth) +
+                                                              " deep, which is the limit.");
+    }
+
+    void fail(const Interpreted& content, EncodingSearch search) {
+        state_->content.ofxHeader = content.parsed.content.ofxHeader;
+        if (state_->error.code == OpenErrorCode::none)
+            state_->error = errorOf(content.parsed, state_->bytes, state_->text.bytes(), options_, search);
+        FindingList findings;
+        addNotes(findings);
+        state_->findings = std::move(findings).finish(state_->text.bytes());
+    }
+
+    void take(Interpreted content) {
+        addFindings(content);
+        state_->interpreter = std::move(content.interpreter);
+        for (const auto& response : state_->interpreter->allResponses())
+            if (statementIn(*response) != nullptr)
+                state_->statements.push_back(std::static_pointer_cast<TvOFXAccountStatement>(response));
+        state_->accounts = accountsOf(state_->interpreter->allResponses());
+        state_->investmentStatements = std::move(content.investmentStatements);
+        state_->securities = std::move(content.securities);
+        state_->content = std::move(content.parsed.content);
+    }
+
+    // -----------------------------------------------------------------------------------------
+    // Findings
+
+    void addNotes(FindingList& findings) const {
+        if (isEncodingGuessed_)
+            findings.add(FindingKind::encodingGuessed, FindingSeverity::note,
+                         "read as " + std::string(nameOfTextEncoding(state_->encoding).value_or("")));
+        if (const std::size_t count = state_->changes.size(); count != 0)
+            findings.add(FindingKind::repaired, FindingSeverity::note,
+                         "repaired in " + counted(count, "place", "places"), count);
+    }
+
+    void addFindings(const Interpreted& content) {
+        const reading::Document& document = content.document();
+        const TreePlaces places(document, state_->changes);
+        const TvOFXResponseList& responses = content.responses();
+        FindingList findings;
+        addNotes(findings);
+        findCutsAndMargins(findings, state_->text.bytes(), rootName(document));
+        content.delivery().addFindings(findings, document, places);
+        if (content.repairable == 0) addMisplaced(findings, document, content.survey.misplaced, places);
+        findOddValues(findings, document, content.survey, options_, places);
+        findRefusals(findings, responses, places);
+        findContradictions(findings, content.investmentStatements, SecurityList(content.securities), places);
+        findNamelessStatements(findings, responses, content.investmentStatements, places);
+        findRepeatedIdentifiers(findings, responses, places);
+        // Where something is found that is not delivered, the cause is said already.
+        const bool isEmpty =
+            responses.empty() && content.investmentStatements.empty() && content.securities.empty();
+        if (isEmpty && content.repairable == 0) addEmptiness(findings, content);
+        state_->findings = std::move(findings).finish(state_->text.bytes());
+    }
+
+    /// Of the text as it came, so the name of the root there.
+    std::string_view rootName(const reading::Document& document) const {
+        const bool isOFX = document.size() < 2 || document.name(document.node(1)) == "OFX";
+        return isOFX || !state_->changes.empty() ? "OFX" : document.name(document.node(1));
+    }
+
+    void addEmptiness(FindingList& findings, const Interpreted& content) const {
+        const std::string_view text = state_->text.bytes();
+        const bool isXML = text.find("<?xml") != text.npos || text.find("<?XML") != text.npos;
+        std::string sentence =
+            "The document has no responses: no statement, no sign-on, no list of accounts.";
+        if (content.document().size() < 2 && isXML && text.find("<?OFX") == text.npos)
+            sentence =
+                "The document is XML without the instruction <?OFX ...?>, so nothing in it is read. Put "
+                "<?OFX VERSION=\"211\"?> before <OFX>.";
+        else if (!content.parsed.hasRoot() && isInLowerCase(repairOFXText(text).changes))
+            sentence = "The document's tags are in lower case, so nothing is found in it without a repair.";
+        findings.add(FindingKind::noContent, FindingSeverity::warning, std::move(sentence));
+    }
+
+    const OpenOptions& options_;
+    std::shared_ptr<DocumentState> state_;
+    Interpreted content_;
+    bool isEncodingGuessed_ = false;
+};
+
+/// Moves the places of a part of a file to where they are in the file.
+void moveBy(const TextPlace& begin, DocumentState& state) {
+    const auto move = [&begin](std::size_t& line, std::size_t& column) {
+        if (line == 1) column += begin.column - 1;
+        if (line != 0) line += begin.line - 1;
+    };
+    for (Finding& finding : state.findings) move(finding.line, finding.column);
+    move(state.error.line, state.error.column);
+}
+
+}  // namespace
+
+std::vector<std::shared_ptr<DocumentState>> openDocuments(const Data& bytes, const OpenOptions& options) {
+    Opening whole(bytes, options);
+    whole.begin();
+    const std::vector<TextRange> parts = whole.parts();
+    if (parts.size() == 1) return {whole.finish()};
+    const Data text = whole.splitText();
+    OpenOptions partOptions = options;
+    if (whole.isWide()) partOptions.encoding = TextEncodingUTF8;
+    std::vector<std::shared_ptr<DocumentState>> documents;
+    std::size_t searches =
+        4;  // so that many documents that are no text do not take their time many times over
+    PlaceCursor cursor(text.bytes());
+    for (const TextRange& part : parts) {
+        Opening opening(text.slice(part.begin, part.end - part.begin), partOptions);
+        opening.begin();
+        documents.push_back(opening.finish(searches > 0 ? EncodingSearch::all : EncodingSearch::none));
+        if (documents.back()->error.code == OpenErrorCode::undecodable && searches > 0) --searches;
+        moveBy(cursor.advanceTo(part.begin), *documents.back());
+    }
+    return documents;
+}
+
+}  // namespace brackwell::opening

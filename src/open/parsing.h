@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/open.h>
+
+namespace brackwell::opening {
+
+/// What the parser made of bytes.
+struct Parsed {
+    enum class Outcome : std::uint8_t {
+        read,       ///< there is a tree
+        notOFX,     ///< a text that does not begin like OFX
+        malformed,  ///< a text whose body does not parse
+        undecoded,  ///< no text in the encoding, or nothing at all
+    };
+    Outcome outcome = Outcome::undecoded;
+    TextEncoding encoding = TextEncodingNone;  ///< that was used; none when the bytes were no text
+    Data data;                                 ///< the bytes without a byte order mark
+    TvOFXParserResult content;
+    std::string failure;  ///< the parser's description of what is wrong
+
+    /// True when there is the element in which everything else is looked for.
+    bool hasRoot() const noexcept;
+};
+
+Parsed parse(const Data& data, TextEncoding encoding);
+
+/// The same, and for bytes that are no text, with the encoding that the document itself names and those that
+/// documents have in practice. `isGuessed` becomes true when one of these reads them.
+Parsed parseInAnyEncoding(const Data& data, bool repairs, bool& isGuessed);
+
+/// The encoding in which a repair finds a document in bytes that do not begin like one; none when it finds
+/// none. The parser takes such bytes for ASCII, and for no text when they are not.
+TextEncoding encodingOfHiddenDocument(const Data& data);
+
+/// The decoded text, which the caller owns; empty when the bytes were no text.
+Data textOf(const Parsed& parsed);
+
+}  // namespace brackwell::opening

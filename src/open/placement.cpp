@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/placement.h"
+
+#include "open/shown_text.h"
+
+namespace brackwell::opening {
+namespace {
+
+std::string tag(const reading::Document& document, std::uint32_t node) {
+    return "<" + shownText(document.name(document.node(node)), 40) + ">";
+}
+
+}  // namespace
+
+void addMisplaced(FindingList& findings, const reading::Document& document, const Misplaced& misplaced,
+                  const TreePlaces& places) {
+    if (misplaced.count != 0)
+        findings.add(
+            FindingKind::notDelivered, FindingSeverity::warning,
+            counted(misplaced.count,
+                    "element stands where the OFX standard has no place for it, so it is not read",
+                    "elements stand where the OFX standard has no place for them, so they are not read") +
+                (misplaced.count == 1 ? ": " : "; the first is ") + tag(document, misplaced.first) + " in " +
+                tag(document, misplaced.firstParent) + ".",
+            misplaced.count, places.offsetOf(misplaced.first));
+    if (misplaced.repeated != 0)
+        findings.add(FindingKind::notDelivered, FindingSeverity::warning,
+                     counted(misplaced.repeated, "element stands", "elements stand") +
+                         " once more where there may be one, so none or only the first is read" +
+                         (misplaced.repeated == 1 ? ": " : "; the first is ") +
+                         tag(document, misplaced.firstRepeated) + ".",
+                     misplaced.repeated, places.offsetOf(misplaced.firstRepeated));
+}
+
+}  // namespace brackwell::opening

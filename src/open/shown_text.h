@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace brackwell::opening {
+
+/// A part of a document for a sentence: in one line, at most `longest` bytes and an ellipsis, with a visible
+/// form of every character that a terminal might obey. Whatever the length of the text, this is cheap.
+std::string shownText(std::string_view text, std::size_t longest = 60);
+
+/// The same in quotation marks.
+std::string quoted(std::string_view text, std::size_t longest = 40);
+
+/// "1 balance", "3 balances".
+std::string counted(std::size_t count, std::string_view one, std::string_view several);
+
+}  // namespace brackwell::opening

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/document_split.h"
+
+#include <doctest/doctest.h>
+
+using namespace brackwell;
+
+TEST_CASE("a file is split where a document ends and another one begins") {
+    struct Row {
+        std::string why;
+        std::vector<std::string> parts;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"nothing", {""}},
+             {"no document", {"Dear customer"}},
+             {"one", {"OFXHEADER:100\n<OFX></OFX>\n"}},
+             {"text around it", {"a<OFX></OFX>b"}},
+             {"two with headers", {"OFXHEADER:100\n<OFX></OFX>", "\nOFXHEADER:100\n<OFX></OFX>\n"}},
+             {"two without", {"<OFX></OFX>", "<OFX></OFX>"}},
+             {"three of all kinds",
+              {"<?xml version=\"1.0\"?><?OFX A=\"1\"?><OFX></OFX>", " <?OFX?><OFX></OFX>", "x<ofx></ofx>"}},
+             {"the first is cut off", {"OFXHEADER:100\n<OFX><A>1\n", "OFXHEADER:100\n<OFX></OFX>"}},
+             {"a header's name inside of a text", {"<OFX><A>see OFXHEADER:100</A></OFX>"}},
+             {"no root in the first", {"OFXHEADER:100\n\nOFXHEADER:100\n<OFX></OFX>"}},
+         }) {
+        CAPTURE(row.why);
+        std::string text;
+        for (const std::string& part : row.parts) text += part;
+        std::vector<std::string> parts;
+        for (const TextRange& range : opening::splitIntoDocuments(text))
+            parts.push_back(text.substr(range.begin, range.end - range.begin));
+        CHECK(parts == row.parts);
+    }
+}
