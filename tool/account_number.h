@@ -5,7 +5,8 @@
 
 namespace tool {
 
-/// The number of a bank or card account; nothing for other objects, for null, and without a number.
+/// The number of a bank, card or investment account; nothing for other objects, for null, and without a
+/// number.
 brackwell::OptionalText accountNumber(const brackwell::TvOFXAggregate* account) noexcept;
 
 /// The number of a record's bank account, the only kind that the library reads there.

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "history/history.h"
+#include "investments/facts.h"
 #include "run.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
@@ -78,7 +79,36 @@ Table::Row rowOf(const AccountHistory& account, bool isFull) {
     };
 }
 
-void showAccounts(Page& page, const std::vector<const AccountHistory*>& accounts, bool isFull) {
+/// What the statements say they cover; where they do not say it, what their transactions do.
+Period periodOf(const InvestmentAccount& account) {
+    Period period;
+    for (const InvestmentSource& source : account.statements) {
+        period.include(source.statement.start());
+        period.include(source.statement.end());
+    }
+    if (!period.first)
+        for (const InvestmentEntry& entry : account.entries) period.include(dateOf(entry.transaction));
+    return period;
+}
+
+/// The balance is what the holdings are worth, and the cash.
+Table::Row rowOf(const InvestmentAccount& account, bool isFull) {
+    const Period period = periodOf(account);
+    const auto worth = totalWorthOf(account.latest());
+    return {
+        visibleText(account.institution()),
+        "Investment",
+        visibleText(shownNumber(account.number, isFull)),
+        worth ? shownAmount(*worth) : "",
+        visibleText(account.currency),
+        worth ? dayText(account.latest().asOf()) : "",
+        std::to_string(account.entries.size() - account.repeats),
+        dayText(period.first),
+        dayText(period.last),
+    };
+}
+
+void showRows(Page& page, const std::vector<Table::Row>& rows) {
     Table table({{"Institution", Column::Kind::text, 11, 4},
                  {"Account", Column::Kind::text, 8, 6},
                  {"Number", Column::Kind::text, 8, 9},
@@ -88,10 +118,10 @@ void showAccounts(Page& page, const std::vector<const AccountHistory*>& accounts
                  {"Count", Column::Kind::text, 5, 3},
                  {"From", Column::Kind::text, 10, 2},
                  {"To", Column::Kind::text, 10, 1}});
-    for (const AccountHistory* account : accounts) table.measure(rowOf(*account, isFull));
+    for (const Table::Row& row : rows) table.measure(row);
     table.fit(page.width());
     table.writeTitles(page);
-    for (const AccountHistory* account : accounts) table.writeRow(page, rowOf(*account, isFull));
+    for (const Table::Row& row : rows) table.writeRow(page, row);
 }
 
 }  // namespace
@@ -99,20 +129,27 @@ void showAccounts(Page& page, const std::vector<const AccountHistory*>& accounts
 bool runAccounts(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
-    std::vector<const AccountHistory*> accounts;
+    std::vector<Table::Row> rows;
     std::size_t nameless = 0;
+    const bool isFull = run.options.showsFullNumbers;
     for (const AccountHistory& account : history.accounts()) {
         if (account.bankAccount || account.card)
-            accounts.push_back(&account);
+            rows.push_back(rowOf(account, isFull));
+        else
+            ++nameless;
+    }
+    for (const InvestmentAccount& account : history.investments().accounts()) {
+        if (!account.number.empty())
+            rows.push_back(rowOf(account, isFull));
         else
             ++nameless;
     }
     Page page(run.output);
-    if (!accounts.empty()) showAccounts(page, accounts, run.options.showsFullNumbers);
+    if (!rows.empty()) showRows(page, rows);
     if (nameless > 0)
         page.paragraph("Statements that name no account: " + std::to_string(nameless));
-    else if (accounts.empty() && allRead)
-        page.paragraph("The documents have no statements.");
+    else if (rows.empty() && allRead)
+        page.paragraph("The documents have no bank, card or investment statements.");
     return allRead;
 }
 

@@ -2,6 +2,7 @@
 #include <map>
 
 #include "history/history.h"
+#include "investments/facts.h"
 #include "run.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
@@ -15,21 +16,25 @@ namespace {
 
 /// The entries of an account that are the same transaction, by the number of the first; those that occur once
 /// are not in it.
-using Groups = std::map<std::uint32_t, std::vector<const HistoryEntry*>>;
+template <class Entry>
+using Groups = std::map<std::uint32_t, std::vector<const Entry*>>;
 
-Groups groupsOf(const AccountHistory& account) {
-    Groups groups;
-    for (const HistoryEntry& entry : account.entries) {
-        if (entry.isOriginal()) continue;
+template <class Entry>
+Groups<Entry> groupsOf(const std::vector<Entry>& entries) {
+    Groups<Entry> groups;
+    for (std::size_t number = 0; number < entries.size(); ++number) {
+        const Entry& entry = entries[number];
+        if (entry.original == number) continue;
         auto& group = groups[entry.original];
-        if (group.empty()) group.push_back(&account.entries[entry.original]);
+        if (group.empty()) group.push_back(&entries[entry.original]);
         group.push_back(&entry);
     }
     return groups;
 }
 
 /// "july.ofx, august.ofx (2 times)": the files that a transaction stands in.
-std::string filesOf(const AccountHistory& account, const std::vector<const HistoryEntry*>& group) {
+template <class Account, class Entry>
+std::string filesOf(const Account& account, const std::vector<const Entry*>& group) {
     std::string text;
     for (auto entry = group.begin(); entry != group.end();) {
         // cppcheck-suppress derefInvalidIteratorRedundantCheck ; the inner loop ends there too
@@ -57,22 +62,52 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::s
     };
 }
 
-void showGroups(Page& page, const AccountHistory& account, const Groups& groups) {
+Table::Row rowOf(const brackwell::TvOFXStatementTransaction* transaction, std::size_t times) {
+    return rowOf(*transaction, times);
+}
+
+/// What it is stands in the place of the payee.
+Table::Row rowOf(const brackwell::InvestmentTransaction& transaction, std::size_t times) {
+    const auto date = dateOf(transaction);
+    const auto amount = amountOf(transaction);
+    const brackwell::OptionalText security = transaction.securityID();
+    return {
+        date ? std::string(DateText(*date).day()) : "",
+        visibleText(kindInWords(transaction) + (security ? " " + std::string(*security) : "")),
+        visibleText(memoOf(transaction).value_or("")),
+        visibleText(identifierOf(transaction).value_or("")),
+        std::to_string(times),
+        amount ? shownAmount(*amount) : "",
+    };
+}
+
+template <class Account, class Entry>
+void showGroups(Page& page, const Account& account, const Groups<Entry>& groups) {
     Table table({{"Date", Column::Kind::text, 0, 9},
                  {"Payee", Column::Kind::text, 8, 8},
                  {"Memo", Column::Kind::text, 8, 4},
                  {"ID", Column::Kind::text, 6, 5},
                  {"Times", Column::Kind::text, 5, 6},
                  {"Amount", Column::Kind::amount, 0, 9}});
-    for (const auto& [number, group] : groups)
-        table.measure(rowOf(*group.front()->transaction, group.size()));
+    for (const auto& [number, group] : groups) table.measure(rowOf(group.front()->transaction, group.size()));
     table.fit(page.width());
     table.writeTitles(page);
     for (const auto& [number, group] : groups) {
         if (!page.isGood()) return;
-        table.writeRow(page, rowOf(*group.front()->transaction, group.size()));
+        table.writeRow(page, rowOf(group.front()->transaction, group.size()));
         page.fact("", filesOf(account, group));
     }
+}
+
+/// True when a transaction of the account stands in two statements.
+template <class Account>
+bool showRepeats(Page& page, const Account& account, std::string_view kind, brackwell::OptionalText number,
+                 bool isFull) {
+    const auto groups = groupsOf(account.entries);
+    if (groups.empty()) return false;
+    page.heading(std::string(kind) + " " + shownNumber(number, isFull));
+    showGroups(page, account, groups);
+    return true;
 }
 
 }  // namespace
@@ -80,16 +115,13 @@ void showGroups(Page& page, const AccountHistory& account, const Groups& groups)
 bool runDuplicates(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
+    const bool isFull = run.options.showsFullNumbers;
     Page page(run.output);
     bool isAny = false;
-    for (const AccountHistory& account : history.accounts()) {
-        const Groups groups = groupsOf(account);
-        if (groups.empty()) continue;
-        isAny = true;
-        page.heading(std::string(kindOf(account)) + " " +
-                     shownNumber(account.number(), run.options.showsFullNumbers));
-        showGroups(page, account, groups);
-    }
+    for (const AccountHistory& account : history.accounts())
+        isAny = showRepeats(page, account, kindOf(account), account.number(), isFull) || isAny;
+    for (const InvestmentAccount& account : history.investments().accounts())
+        isAny = showRepeats(page, account, "Investment account", account.number, isFull) || isAny;
     if (!isAny) page.paragraph("No transaction stands in two statements.");
     return allRead;
 }

@@ -17,11 +17,13 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"show", tool::runShow},       {"json", tool::runJson},         {"csv", tool::runCsv},
-    {"report", tool::runReport},   {"accounts", tool::runAccounts}, {"duplicates", tool::runDuplicates},
-    {"tree", tool::runTree},       {"pretty", tool::runPretty},     {"repair", tool::runRepair},
-    {"request", tool::runRequest},
+    {"show", tool::runShow},     {"json", tool::runJson},         {"csv", tool::runCsv},
+    {"report", tool::runReport}, {"accounts", tool::runAccounts}, {"duplicates", tool::runDuplicates},
+    {"tree", tool::runTree},     {"pretty", tool::runPretty},     {"repair", tool::runRepair},
+    {"check", tool::runCheck},   {"request", tool::runRequest},
 };
+
+constexpr int kHasFindings = 3;  ///< the exit status of --strict
 
 /// Makes sure that the three standard descriptors are open, so that no file that is opened later takes
 /// the place of one. What is written to a closed one still fails.
@@ -48,7 +50,8 @@ int runCommand(const tool::Options& options) {
         for (const Command& command : kCommands)
             if (command.name == options.command) isDone = command.run(run);
     progress.end();
-    return output.close() && isDone ? 0 : 1;
+    if (!output.close() || !isDone) return 1;
+    return options.isStrict && run.findings != 0 ? kHasFindings : 0;
 }
 
 }  // namespace

@@ -17,9 +17,11 @@ namespace {
 /// What a command that reads files takes besides the options of all of them.
 enum Trait : unsigned {
     kSeveralFiles = 1,
-    kFilter = 2,    ///< the options that choose transactions
-    kNumbers = 4,   ///< --full
-    kOriginal = 8,  ///< --original
+    kFilter = 2,     ///< the options that choose transactions
+    kNumbers = 4,    ///< --full
+    kOriginal = 8,   ///< --original
+    kNoOutput = 16,  ///< nothing but messages, so there is no --output
+    kTable = 32,     ///< --kind
 };
 
 /// The commands that read files.
@@ -42,17 +44,24 @@ constexpr std::array kReadingCommands = {
         "  brackwell show --full *.ofx | less\n"
         "  brackwell show --since 2024-01-01 --until 2024-03-31 --search \"card payment\" *.ofx\n"},
     ReadingCommand{"json", "Everything that was read, as JSON", kSeveralFiles | kFilter,
-                   "One object for one FILE; for several, one object a line, with a first key \"file\".\n\n"
+                   "One object for each FILE, a line each, with a first key \"file\".\n\n"
                    "Examples:\n"
                    "  brackwell json july.ofx --output july.json\n"
                    "  brackwell json --account 5678 --sort date july.ofx\n"
                    "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n"},
-    ReadingCommand{"csv", "One row per transaction, with a header row", kSeveralFiles | kFilter,
-                   "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
-                   "Examples:\n"
-                   "  brackwell csv *.ofx --output year.csv\n"
-                   "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
-                   "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n"},
+    ReadingCommand{
+        "csv", "One row per transaction, with a header row", kSeveralFiles | kFilter | kTable,
+        "--kind bank has the transactions of bank and card statements, investments those of\n"
+        "investment statements, also the bank transactions in them, positions what is held, and\n"
+        "securities what the files say of securities. Names and tickers come from the securities\n"
+        "of the same document, else of all files. What a file has of another kind than the bank's\n"
+        "is counted on standard error when it is not asked for.\n"
+        "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
+        "Examples:\n"
+        "  brackwell csv *.ofx --output year.csv\n"
+        "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
+        "  brackwell csv --kind positions *.ofx --output holdings.csv\n"
+        "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n"},
     ReadingCommand{
         "report", "A page for the browser: balances, plots and a table to search in",
         kSeveralFiles | kFilter | kNumbers,
@@ -83,6 +92,13 @@ constexpr std::array kReadingCommands = {
         "  brackwell duplicates july.ofx august.ofx\n"
         "  brackwell duplicates --full *.ofx\n"},
     ReadingCommand{
+        "check", "What the documents hold and is not delivered, or not surely", kSeveralFiles | kNoOutput,
+        "Findings go to standard error, a line each, as in every command; nothing else is written.\n"
+        "With --strict the status is 3 when there is one.\n\n"
+        "Examples:\n"
+        "  brackwell check *.ofx\n"
+        "  brackwell check --strict july.ofx && echo complete\n"},
+    ReadingCommand{
         "tree", "The header and the parse tree, as JSON", kOriginal,
         "A document that does not parse is shown as far as it was understood, with status 1.\n"
         "--original adds TVOFX_ORIGINAL_STRING to each transaction: its text in the document. In a\n"
@@ -112,7 +128,9 @@ constexpr const char* kExamples =
     "those.\n"
     "It is readable by its owner only. An OFX document is replaced with --force only.\n\n"
     "Exit status: 0 when every file was read, 1 when one could not be read or something could not be\n"
-    "written, 2 for wrong usage. \"brackwell COMMAND --help\" tells the options of a command.\n";
+    "written, 2 for wrong usage, 3 when --strict is given and there is a finding: something that the\n"
+    "files hold and that is not delivered, or not surely. Findings go to standard error.\n"
+    "\"brackwell COMMAND --help\" tells the options of a command.\n";
 
 constexpr const char* kRepairExamples =
     "Puts missing, misspelt and crossed close tags right, closes empty leaves, drops comments and unwraps\n"
@@ -123,14 +141,20 @@ constexpr const char* kRepairExamples =
     "Examples:\n"
     "  brackwell repair july.ofx --output july-fixed.ofx\n"
     "  brackwell repair july.ofx --output july.ofx --force\n"
-    "  brackwell repair --diff july.ofx --output /dev/null\n"
-    "  brackwell show --repair july.ofx\n";
+    "  brackwell repair --diff july.ofx --output /dev/null\n";
 
 constexpr const char* kRequestExamples =
     "The sign-on, the message set around it and the header are not part of the request.\n\n"
     "Examples:\n"
     "  brackwell request accounts\n"
     "  brackwell request profile --version 211 --since 20240101 --routing msgset\n";
+
+std::map<std::string, TableKind> tableKinds() {
+    return {{"bank", TableKind::bank},
+            {"investments", TableKind::investments},
+            {"positions", TableKind::positions},
+            {"securities", TableKind::securities}};
+}
 
 /// The texts of the options, before they are understood.
 struct Texts {
@@ -139,8 +163,10 @@ struct Texts {
     std::optional<std::string> decimalSeparator;
     std::optional<std::string> groupingSeparator;
     FilterTexts filter;
+    std::string tableKind = "bank";
     std::string requestKind;
     std::string requestRouting = "none";
+    bool isAsIs = false;
 };
 
 // ---------------------------------------------------------------------------------------------
@@ -180,20 +206,27 @@ void declareOutput(CLI::App& sub, Options& options) {
     sub.add_flag("--force", options.replacesDocuments, "Let --output replace an OFX document");
 }
 
+/// What every command takes that says findings.
+void declareFindings(CLI::App& sub, Options& options) {
+    sub.add_flag("-q,--quiet", options.isQuiet, "Say nothing of what is not delivered, or not surely");
+    sub.add_flag("--strict", options.isStrict, "End with status 3 when there is anything to say");
+}
+
 /// What every command takes that reads files.
-void declareFiles(CLI::App* sub, bool takesSeveralFiles, Options& options, Texts& texts) {
+void declareFiles(CLI::App* sub, unsigned traits, Options& options, Texts& texts) {
     auto* files = sub->add_option("FILE", options.files, "A document; - is standard input")->required();
     files->type_name("");
-    files->expected(1, takesSeveralFiles ? CLI::detail::expected_max_vector_size : 1);
+    files->expected(1, (traits & kSeveralFiles) != 0 ? CLI::detail::expected_max_vector_size : 1);
     sub->add_option("--encoding", texts.encoding, "The text encoding, instead of finding it out")
         ->type_name("NAME")
         ->check(CLI::Validator(checkEncoding, ""));
-    declareOutput(*sub, options);
+    if ((traits & kNoOutput) == 0) declareOutput(*sub, options);
+    declareFindings(*sub, options);
 }
 
 void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
     CLI::App* sub = app.add_subcommand(command.name, command.summary);
-    declareFiles(sub, (command.traits & kSeveralFiles) != 0, options, texts);
+    declareFiles(sub, command.traits, options, texts);
     sub->add_option("--date-format", texts.datePattern, "Try this pattern on dates first (\"dd.MM.yyyy\")")
         ->type_name("PATTERN")
         ->check(CLI::Validator(checkPattern, ""));
@@ -204,12 +237,16 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
     sub->add_option("--grouping-separator", texts.groupingSeparator, "The mark between thousands in amounts")
         ->type_name("CHAR")
         ->check(CLI::Validator(checkCharacter, ""));
-    sub->add_flag("--repair", options.repairs,
-                  "Repair what does not read, or has tags in lower case (see brackwell repair)");
+    sub->add_flag("--as-is", texts.isAsIs,
+                  "Neither repair a document nor read amounts and dates as it writes them");
     if ((command.traits & kNumbers) != 0)
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
     if ((command.traits & kOriginal) != 0)
         sub->add_flag("--original", options.showsOriginals, "Write the source text of each transaction, too");
+    if ((command.traits & kTable) != 0)
+        sub->add_option("--kind", texts.tableKind, "The rows: bank, investments, positions or securities")
+            ->type_name("KIND")
+            ->check(CLI::IsMember({"bank", "investments", "positions", "securities"}).description(""));
     const bool hasFilter = (command.traits & kFilter) != 0;
     if (hasFilter) declareFilter(*sub, texts.filter);
     sub->footer(hasFilter ? std::string(kFilterHelp) + command.examples : command.examples);
@@ -217,7 +254,7 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
 
 void declareRepair(CLI::App& app, Options& options, Texts& texts) {
     CLI::App* sub = app.add_subcommand("repair", "A document with its close tags put right");
-    declareFiles(sub, false, options, texts);
+    declareFiles(sub, 0, options, texts);
     sub->add_flag("--diff", options.asDiff, "Show what was changed as a diff instead of a list");
     sub->footer(kRepairExamples);
 }
@@ -312,13 +349,15 @@ void checkFiles(const Options& options) {
 void understand(CLI::App& app, Options& options, const Texts& texts) {
     const CLI::App* sub = app.get_subcommands().front();
     options.command = sub->get_name();
-    options.encoding = brackwell::textEncodingNamed(texts.encoding);  // none for "auto"
-    if (options.command == "repair") options.repairs = true;
+    brackwell::OpenOptions& reading = options.reading;
+    if (texts.isAsIs) reading = brackwell::OpenOptions::asIs();
+    reading.encoding = brackwell::textEncodingNamed(texts.encoding);  // none for "auto"
     if (texts.decimalSeparator || texts.groupingSeparator)
-        options.numberFormatter = std::make_shared<brackwell::DecimalNumberFormatter>(numberFormat(texts));
+        reading.numberFormatter = std::make_shared<brackwell::DecimalNumberFormatter>(numberFormat(texts));
     if (texts.datePattern)
-        options.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
+        reading.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
     options.filter = understoodFilter(texts.filter);
+    options.table = tableKinds().at(texts.tableKind);
     options.request.isProfile = texts.requestKind == "profile";
     const std::map<std::string_view, std::int32_t> routings{{"none", 0}, {"service", 1}, {"msgset", 2}};
     options.request.routing = routings.at(texts.requestRouting);

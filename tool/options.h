@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <brackwell/convert.h>
+#include <brackwell/open.h>
 
 #include <optional>
 #include <string>
@@ -10,6 +10,9 @@
 #include "filter/filter.h"
 
 namespace tool {
+
+/// What the rows of `brackwell csv` are.
+enum class TableKind : unsigned char { bank, investments, positions, securities };
 
 /// What `brackwell request` asks for.
 struct RequestOptions {
@@ -25,14 +28,14 @@ struct Options {
     std::vector<std::string> files;
     std::optional<std::string> outputFile;  ///< none: standard output
     bool replacesDocuments = false;         ///< let the output take the place of an OFX document
-    brackwell::TextEncoding encoding = brackwell::TextEncodingNone;
-    std::shared_ptr<const brackwell::NumberFormatter> numberFormatter;  ///< null: the built-in formats only
-    std::shared_ptr<const brackwell::DateFormatter> dateFormatter;
+    brackwell::OpenOptions reading;
     Filter filter;
     bool showsFullNumbers = false;
     bool showsOriginals = false;  ///< the source texts of transactions
-    bool repairs = false;         ///< repair documents that do not read
+    bool isQuiet = false;         ///< say no findings
+    bool isStrict = false;        ///< a finding is worth an exit status of its own
     bool asDiff = false;          ///< show what was repaired as a diff
+    TableKind table = TableKind::bank;
     RequestOptions request;
 };
 

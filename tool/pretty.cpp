@@ -13,16 +13,20 @@ bool beginsLikeOFX(const ParseDictionary& tree) {
     return elements.begin() != elements.end() && (*elements.begin()).first == "OFX";
 }
 
+void writeTree(Output& output, const ParseDictionary& tree) {
+    if (!beginsLikeOFX(tree)) output.write("OFXHEADER:100\n\n");
+    brackwell::writeIndentedOFXText(tree, [&output](std::string_view lines) {
+        output.write(output.isTerminal() ? visibleLines(lines) : lines);
+        return output.isGood();
+    });
+}
+
 }  // namespace
 
 bool runPretty(Run& run) {
-    return forEachDocument(run, [&run](const Document& document) {
-        const ParseDictionary& tree = *document.content.ofxData;
-        if (!beginsLikeOFX(tree)) run.output.write("OFXHEADER:100\n\n");
-        brackwell::writeIndentedOFXText(tree, [&run](std::string_view lines) {
-            run.output.write(run.output.isTerminal() ? visibleLines(lines) : lines);
-            return run.output.isGood();
-        });
+    return forEachFile(run, [&run](const Document& document) {
+        for (const brackwell::OpenedDocument& opened : document.file.documents())
+            if (opened) writeTree(run.output, *opened.content().ofxData);
     });
 }
 

@@ -4,7 +4,6 @@
 #include "console/messages.h"
 #include "run.h"
 #include "text/diff.h"
-#include "text/secrets.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -42,25 +41,23 @@ bool isCaseOnly(const brackwell::RepairChange& change) noexcept {
 }
 
 /// All changes; of those of the case, how many there are.
-void sayList(const std::string& name, const Repair& repair) {
-    const auto& changes = repair.after.changes;
+void sayList(const std::string& name, const brackwell::OpenedDocument& document) {
+    const auto& changes = document.changes();
     if (const auto count = std::ranges::count_if(changes, isCaseOnly); count > 0)
         say(name,
             std::to_string(count) + (count == 1 ? " tag in" : " tags in") + " lower case put into capitals");
-    const std::vector<TextRange> secrets = secretsIn(repair.before);
+    const auto secrets = brackwell::secretsInOFXText(document.text().bytes());
     for (const brackwell::RepairChange& change : changes)
         if (!isCaseOnly(change))
-            sayChange(name, change,
-                      touchesSecret(secrets, {change.offset, change.offset + change.was.size()}));
+            sayChange(name, change, overlapsAny(secrets, {change.offset, change.offset + change.was.size()}));
 }
 
-void sayChanges(const Document& document, bool asDiff) {
-    const Repair& repair = *document.repair;
+void sayChanges(const std::string& name, const brackwell::OpenedDocument& document, bool asDiff) {
     if (asDiff)
-        sayText(
-            unifiedDiff(document.name, document.name + " (repaired)", repair.before, repair.after.changes));
+        sayText(unifiedDiff(name, name + " (repaired)", std::string(document.text().bytes()),
+                            document.changes()));
     else
-        sayList(document.name, repair);
+        sayList(name, document);
 }
 
 /// Writes a document; on a terminal, so that it can be looked at.
@@ -71,19 +68,25 @@ void write(Output& output, std::string_view bytes) {
         output.write(bytes);
 }
 
+/// Writes the document in the encoding that it came in.
+void writeRepaired(Run& run, const brackwell::OpenedDocument& document) {
+    if (document.changes().empty()) return write(run.output, document.bytes().bytes());
+    // What the repair puts in is ASCII, which every encoding has.
+    const brackwell::Data& text = document.readText();
+    const auto bytes = brackwell::encodeText(text.bytes(), document.encoding());
+    write(run.output, document.mark());
+    write(run.output, bytes.value_or(text).bytes());
+}
+
 }  // namespace
 
-/// Writes the document in the encoding that it came in.
 bool runRepair(Run& run) {
-    return forEachDocument(run, [&run](const Document& document) {
-        if (!document.repair) return write(run.output, document.bytes.bytes());
-        run.progress.end();
-        sayChanges(document, run.options.asDiff);
-        // What the repair puts in is ASCII, which every encoding has.
-        const brackwell::Data text = brackwell::Data::view(document.repair->after.text);
-        const auto bytes = brackwell::encodeText(text.bytes(), document.encoding);
-        write(run.output, document.repair->mark);
-        write(run.output, bytes.value_or(text).bytes());
+    return forEachFile(run, [&run](const Document& document) {
+        for (const brackwell::OpenedDocument& opened : document.file.documents()) {
+            run.progress.end();
+            if (!opened.changes().empty()) sayChanges(document.name, opened, run.options.asDiff);
+            writeRepaired(run, opened);
+        }
     });
 }
 

@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "run.h"
 
+#include <unistd.h>
+
 #include "console/messages.h"
-#include "explain/foreign_forms.h"
+#include "console/terminal.h"
+#include "explain/explanation.h"
 
 namespace tool {
 
@@ -18,13 +21,35 @@ bool withEnoughMemory(Run& run, const std::string& name, const std::function<boo
     }
 }
 
-bool forEachDocument(Run& run, const std::function<void(Document&)>& use) {
+namespace {
+
+/// "july.ofx:812:1", or the name alone where there is no one place.
+std::string subjectOf(const std::string& name, std::size_t line, std::size_t column) {
+    if (line == 0) return name;
+    return name + ":" + std::to_string(line) + ":" + std::to_string(column);
+}
+
+void sayFindings(Run& run, const Document& document) {
+    run.findings += document.file.findings().size();
+    if (run.options.isQuiet) return;
+    for (const brackwell::Finding& finding : document.file.findings())
+        say(subjectOf(document.name, finding.line, finding.column), finding.text);
+}
+
+void sayError(const Document& document) {
+    const brackwell::OpenError& error = document.file.error();
+    say(subjectOf(document.name, error.line, error.column), error.text);
+    sayText(explain(document.file, terminalWidth(STDERR_FILENO)));
+}
+
+}  // namespace
+
+bool forEachFile(Run& run, const std::function<void(const Document&)>& use) {
     bool allRead = true;
     for (const std::string& name : run.options.files) {
         const bool isRead = withEnoughMemory(run, name, [&] {
-            Document document = readFile(run, name);
-            sayHow(run, document);
-            if (document.outcome != Document::Outcome::read) return false;
+            const Document document = readFile(run, name);
+            if (!document.file) return false;
             use(document);
             run.output.keep();
             return true;
@@ -38,37 +63,12 @@ bool forEachDocument(Run& run, const std::function<void(Document&)>& use) {
 
 Document readFile(Run& run, const std::string& name) {
     run.progress.begin("Reading " + (name == "-" ? "standard input" : name));
-    return readDocument(name, run.options.encoding, run.options.repairs);
-}
-
-void sayHow(Run& run, const Document& document) {
-    if (document.note.empty() && document.complaint.empty()) return;
+    Document document = readDocument(name, run.options.reading);
+    if (document.file && document.file.findings().empty()) return document;
     run.progress.end();
-    if (!document.note.empty()) say(document.name, document.note);
-    if (!document.complaint.empty()) say(document.name, document.complaint);
-    sayText(document.explanation);
-}
-
-std::shared_ptr<brackwell::TvOFXInterpreter> interpreted(const Document& document, const Options& options) {
-    auto helper = brackwell::TvOFXHelper::defaultHelper();
-    if (options.numberFormatter || options.dateFormatter) {
-        helper = std::make_shared<brackwell::TvOFXHelper>();
-        helper->setAmountNumberFormatter(options.numberFormatter);
-        helper->setDateFormatter(options.dateFormatter);
-    }
-    auto interpreter = brackwell::TvOFXInterpreter::initWithParseResult(document.content);
-    interpreter->setHelperObject(std::move(helper));
-    interpreter->interpret();
-    return interpreter;
-}
-
-std::shared_ptr<brackwell::TvOFXInterpreter> interpretedForPerson(Run& run, const Document& document) {
-    auto interpreter = interpreted(document, run.options);
-    for (const std::string& sentence : explainForms(*interpreter, run.options)) {
-        run.progress.end();
-        say(document.name, sentence);
-    }
-    return interpreter;
+    sayFindings(run, document);
+    if (!document.file) sayError(document);
+    return document;
 }
 
 }  // namespace tool

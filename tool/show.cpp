@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <array>
 #include <map>
 #include <set>
 
+#include "investments/security_lookup.h"
 #include "run.h"
 #include "view/page.h"
 #include "view/sections.h"
@@ -19,12 +22,29 @@ void showMessages(Page& page, const TvOFXResponseList& responses) {
         if (shown.insert(message->message()).second) page.fact("Message", message->message());
 }
 
+/// Responses that hold nothing but what is shown as investments.
+constexpr std::array<std::string_view, 3> kShownAsInvestments = {"INVSTMTRS", "SECLISTRS", "SECLIST"};
+
+/// True for a response that nothing on the page stands for.
+bool isOther(const TvOFXResponse& response) {
+    return response.className() == "TvOFXResponse" &&
+           std::ranges::find(kShownAsInvestments, response.transactionWrapperName().value_or("")) ==
+               kShownAsInvestments.end();
+}
+
+/// Lists of securities that could not be given.
+void showTrouble(Page& page, const TvOFXResponseList& responses) {
+    for (const auto& response : responses)
+        if (response->transactionWrapperName() == "SECLISTRS" && isTrouble(response->status().get()))
+            page.fact("Securities", shownStatus(*response->status()));
+}
+
 /// The kinds of responses that the library does not take apart, with their number and their errors.
 void showOthers(Page& page, const TvOFXResponseList& responses) {
     std::vector<std::pair<std::string_view, std::size_t>> kinds;
     std::map<std::string_view, std::size_t> places;
     for (const auto& response : responses) {
-        if (response->className() != "TvOFXResponse") continue;
+        if (!isOther(*response)) continue;
         const std::string_view name = response->transactionWrapperName().value_or("");
         const auto [place, isNew] = places.try_emplace(name, kinds.size());
         if (isNew) kinds.emplace_back(name, 0);
@@ -34,7 +54,7 @@ void showOthers(Page& page, const TvOFXResponseList& responses) {
     page.heading("Other responses, which are not shown");
     for (const auto& [name, count] : kinds) page.fact(name, std::to_string(count));
     for (const auto& response : responses)
-        if (response->className() == "TvOFXResponse" && isTrouble(response->status().get()))
+        if (isOther(*response) && isTrouble(response->status().get()))
             page.fact(response->transactionWrapperName().value_or(""), shownStatus(*response->status()));
 }
 
@@ -47,43 +67,46 @@ void showResponse(Page& page, const TvOFXResponse& response, const Options& opti
         showProfile(page, *profile);
 }
 
-/// True for an XML document of which the library reads nothing, since it has no instruction.
-bool lacksInstruction(const Document& document) {
-    const std::string_view bytes = document.bytes.bytes();
-    return document.content.ofxData->isEmpty() && bytes.find("<?OFX") == bytes.npos &&
-           (bytes.find("<?xml") != bytes.npos || bytes.find("<?XML") != bytes.npos);
-}
-
-void showNothing(Page& page, const Document& document) {
-    page.paragraph("The document has no responses.");
-    if (lacksInstruction(document))
-        page.paragraph("It is XML without an instruction <?OFX ...?>, so its body counts as empty.");
-    if ((*document.content.ofxData)["OFX"].elements().size() > 1)
-        page.paragraph("It has several documents in it. Each needs a file of its own.");
-}
-
 /// True when there are statements, and none of an account that was asked for.
-bool hidesAllStatements(const TvOFXResponseList& responses, const Filter& filter) {
-    bool isAny = false;
-    for (const auto& response : responses) {
-        const auto* statement = dynamic_cast<const TvOFXAccountStatement*>(response.get());
-        if (statement == nullptr) continue;
-        if (filter.takes(*statement)) return false;
-        isAny = true;
-    }
-    return isAny;
+bool hidesAllStatements(const OpenedDocument& document, const Filter& filter) {
+    const auto isHidden = [&filter](const auto& statement) { return !filter.takes(statement); };
+    if (document.statements().empty() && document.investmentStatements().empty()) return false;
+    return std::ranges::all_of(document.statements(),
+                               [&](const auto& statement) { return isHidden(*statement); }) &&
+           std::ranges::all_of(document.investmentStatements(), isHidden);
 }
 
-/// What is shown of the whole document, then the lists of accounts and the profile, then the statements.
-void showDocument(Page& page, const TvOFXInterpreter& interpreter, const Options& options) {
-    const TvOFXResponseList& responses = interpreter.allResponses();
-    if (interpreter.signOnResponse()) showSignOn(page, *interpreter.signOnResponse());
+/// The lists of accounts and the profile, then the statements.
+void showResponses(Page& page, const OpenedDocument& document, const Options& options) {
+    const auto isStatement = [](const TvOFXResponse& response) {
+        return dynamic_cast<const TvOFXAccountStatement*>(&response) != nullptr;
+    };
+    for (const bool areStatements : {false, true})
+        for (const auto& response : document.responses())
+            if (isStatement(*response) == areStatements) showResponse(page, *response, options);
+}
+
+void showAllInvestments(Page& page, const OpenedDocument& document, const SecurityList& others,
+                        const Options& options) {
+    const SecurityList own(document.securities());
+    const SecurityLookup securities(own, others);
+    for (const InvestmentStatement& statement : document.investmentStatements())
+        showInvestments(page, statement, securities, options);
+    showOtherSecurities(page, document, options);
+}
+
+/// What is shown of the whole document, then its parts.
+void showDocument(Page& page, const OpenedDocument& document, const SecurityList& others,
+                  const Options& options) {
+    const TvOFXResponseList& responses = document.responses();
+    const bool hasInvestments = !document.investmentStatements().empty() || !document.securities().empty();
+    if (responses.empty() && !hasInvestments) return page.paragraph("The document has no responses.");
+    if (document.signOn()) showSignOn(page, *document.signOn());
     showMessages(page, responses);
-    for (const bool isStatement : {false, true})
-        for (const auto& response : responses)
-            if ((dynamic_cast<const TvOFXAccountStatement*>(response.get()) != nullptr) == isStatement)
-                showResponse(page, *response, options);
-    if (hidesAllStatements(responses, options.filter)) {
+    showTrouble(page, responses);
+    showResponses(page, document, options);
+    showAllInvestments(page, document, others, options);
+    if (hidesAllStatements(document, options.filter)) {
         page.emptyLine();
         page.paragraph("No statement is of an account that was asked for.");
     }
@@ -94,11 +117,10 @@ void showDocument(Page& page, const TvOFXInterpreter& interpreter, const Options
 
 bool runShow(Run& run) {
     Page page(run.output);
-    return forEachDocument(run, [&](const Document& document) {
+    return forEachFileWithSecurities(run, [&](const Document& document, const SecurityList& others) {
         if (run.options.files.size() > 1) page.heading("== " + document.name);
-        const auto interpreter = interpretedForPerson(run, document);
-        if (interpreter->allResponses().empty()) return showNothing(page, document);
-        showDocument(page, *interpreter, run.options);
+        for (const OpenedDocument& opened : document.file.documents())
+            if (opened) showDocument(page, opened, others, run.options);
     });
 }
 

@@ -16,28 +16,37 @@ void writeDictionary(JsonWriter& json, std::string_view name,
         json.null();
 }
 
-/// Shows what the parser made of the bytes, also when that is less than a document.
-bool writeTree(Run& run) {
-    using Outcome = Document::Outcome;
-    Document document = readFile(run, run.options.files.front());
-    if (document.outcome == Outcome::notOFX) document.complaint.clear();  // no error of this command's
-    sayHow(run, document);
-    if (document.outcome == Outcome::unreadable) return false;
+void writeDocument(Run& run, const brackwell::OpenedDocument& document) {
     JsonWriter json(run.output);
     json.beginObject();
     json.key("encoding");
-    if (const auto name = brackwell::nameOfTextEncoding(document.encoding))
+    if (const auto name = brackwell::nameOfTextEncoding(document.encoding()))
         json.text(*name);
     else
         json.null();
     const auto originalStrings =
         run.options.showsOriginals ? OriginalStrings::written : OriginalStrings::leftOut;
-    writeDictionary(json, "header", document.content.ofxHeader, originalStrings);
-    writeDictionary(json, "data", document.content.ofxData, originalStrings);
+    writeDictionary(json, "header", document.content().ofxHeader, originalStrings);
+    writeDictionary(json, "data", document.content().ofxData, originalStrings);
     json.endObject();
     run.output.write('\n');
-    const bool isRead = document.outcome != Outcome::malformed;
-    if (isRead || document.content.ofxHeader) run.output.keep();
+}
+
+/// True when the bytes are a text, OFX or not: this command shows that there is no tree.
+bool isUnderstood(const brackwell::OpenedDocument& document) noexcept {
+    return document || (document.encoding() != brackwell::TextEncodingNone &&
+                        document.error().code != brackwell::OpenErrorCode::tagsDoNotMatch);
+}
+
+/// Shows what the parser made of the bytes, also when that is less than a document.
+bool writeTree(Run& run) {
+    const Document document = readFile(run, run.options.files.front());
+    bool isRead = !document.file.documents().empty();
+    for (const brackwell::OpenedDocument& opened : document.file.documents()) {
+        writeDocument(run, opened);
+        isRead = isRead && isUnderstood(opened);
+        if (isUnderstood(opened) || opened.content().ofxHeader) run.output.keep();
+    }
     return isRead;
 }
 

@@ -5,12 +5,8 @@ using namespace brackwell::tests;
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
-const std::vector<std::string> kCommands{"show", "json",   "csv",    "accounts", "duplicates",
-                                         "tree", "pretty", "repair", "request"};
+const std::vector<std::string> kCommands{"show",  "json", "csv",    "report", "accounts", "duplicates",
+                                         "check", "tree", "pretty", "repair", "request"};
 
 }  // namespace
 
@@ -40,7 +36,7 @@ TEST_CASE("the help of a reading command names its options") {
     const std::string help = tool({"show", "--help"}).output;
     for (const char* option :
          {"--encoding NAME", "--date-format PATTERN", "--decimal-separator CHAR", "--grouping-separator CHAR",
-          "--output FILE", "--force", "--repair", "--full"}) {
+          "--output FILE", "--force", "--as-is", "--quiet", "--strict", "--full"}) {
         CAPTURE(option);
         CHECK(contains(help, option));
     }
@@ -71,7 +67,13 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"json", document, "--nothing"}, "--nothing"},
         {{"tree", document, document}, "FILE: At Most 1"},
         {{"pretty", document, document}, "FILE: At Most 1"},
+        {{"check"}, "FILE is required"},
+        {{"check", document, "--output", "x"}, "--output"},
+        {{"check", document, "--force"}, "--force"},
         {{"repair"}, "FILE is required"},
+        {{"repair", document, "--as-is"}, "--as-is"},
+        {{"show", document, "--repair"}, "--repair"},
+        {{"request", "accounts", "--strict"}, "--strict"},
         {{"repair", document, document}, "FILE: At Most 1"},
         {{"repair", document, "--full"}, "--full"},
         {{"repair", document, "--output", document}, "is also a file to be read"},
@@ -123,14 +125,15 @@ TEST_CASE("options stand before or behind the files, and two hyphens end them") 
 }
 
 TEST_CASE("every reading command takes every option of reading") {
-    for (const char* command : {"show", "json", "csv", "accounts", "duplicates", "tree", "pretty"}) {
+    for (const char* command :
+         {"show", "json", "csv", "report", "accounts", "duplicates", "tree", "pretty"}) {
         CAPTURE(command);
         const TemporaryFolder folder;
         const std::string document =
             folder.file("in", transactionsWith("<STMTTRN><DTPOSTED>31.12.2024<TRNAMT>-1.234,50</STMTTRN>"));
-        const Finished finished =
-            tool({command, "--encoding", "auto", "--date-format", "dd.MM.yyyy", "--decimal-separator", ",",
-                  "--grouping-separator", ".", "--output", folder.path("out"), document});
+        const Finished finished = tool({command, "--encoding", "auto", "--as-is", "--quiet", "--date-format",
+                                        "dd.MM.yyyy", "--decimal-separator", ",", "--grouping-separator", ".",
+                                        "--output", folder.path("out"), document});
         CHECK(finished.status == 0);
         CHECK(finished.output == "");
         CHECK(finished.error == "");

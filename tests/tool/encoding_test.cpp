@@ -49,7 +49,7 @@ TEST_CASE("bytes that are no text of the library's encodings are read again in a
         CAPTURE(row.why);
         const Finished finished = tool({"tree", "-"}, row.bytes);
         CHECK(finished.status == 0);
-        CHECK(finished.error == "-: read as " + row.encoding + "\n");
+        CHECK(linesOf(finished.error).back() == "-: read as " + row.encoding);
         const Json tree = Json::parse(finished.output);
         CHECK(tree["encoding"] == row.encoding);
         CHECK(tree["data"]["OFX"]["MEMO"] == row.memo);
@@ -66,7 +66,7 @@ TEST_CASE("a mark before bytes that are read again is no part of their text") {
         if (document.size() % 2 == 0) document += '\n';
         const Finished finished = tool({"tree", "-"}, mark + document);
         CHECK(finished.status == 0);
-        CHECK(finished.error == "-: read as windows-1252\n");
+        CHECK(linesOf(finished.error).back() == "-: read as windows-1252");
         const Json tree = Json::parse(finished.output);
         CHECK(tree["encoding"] == "windows-1252");
         CHECK(tree["header"]["OFXHEADER"] == "100");
@@ -79,9 +79,9 @@ TEST_CASE("bytes that do not begin like OFX are not read again") {
          {"Dear customer,\n" + version1(kAccent), "OFXHEADER;100\n<OFX>" + kAccent + "</OFX>",
           "<ofx>" + kAccent + "</ofx>"}) {
         CAPTURE(bytes.size());
-        const Finished finished = tool({"tree", "-"}, bytes);
+        const Finished finished = tool({"tree", "--as-is", "-"}, bytes);
         CHECK(finished.status == 1);
-        CHECK(finished.error.starts_with("-: Data is not OFX or unknown character encoding.\n  "));
+        CHECK(contains(finished.error, ": Data is not OFX or unknown character encoding.\n  Likely cause: "));
     }
 }
 
@@ -114,7 +114,7 @@ TEST_CASE("an encoding that is given is the only one that is tried") {
         CAPTURE(row.name);
         const Finished finished = tool({"tree", "--encoding", row.name, "-"}, version1(kAccent));
         CHECK(finished.status == 0);
-        CHECK(finished.error == "");
+        CHECK_FALSE(contains(finished.error, "read as"));
         CHECK(Json::parse(finished.output)["data"]["OFX"]["MEMO"] == row.memo);
     }
     for (const char* name : {"UTF-8", "utf8", "ASCII", "US-ASCII", "UsAscii"}) {
@@ -128,18 +128,18 @@ TEST_CASE("an encoding that is given is the only one that is tried") {
 TEST_CASE("auto is the encoding when none is given") {
     const Finished finished = tool({"tree", "--encoding", "AUTO", "-"}, version1(kAccent));
     CHECK(finished.status == 0);
-    CHECK(finished.error == "-: read as windows-1252\n");
+    CHECK(linesOf(finished.error).back() == "-: read as windows-1252");
 }
 
 TEST_CASE("a document that is read again keeps its other errors") {
-    const Finished finished = tool({"json", "-"}, version1(kAccent + "</B>"));
+    const Finished finished = tool({"json", "--as-is", "-"}, version1(kAccent + "</B>"));
     CHECK(finished.status == 1);
     CHECK(linesOf(finished.error).front() == "-: read as windows-1252");
-    CHECK(linesOf(finished.error).at(1).starts_with("-: Found close tag </B> without opening tag."));
+    CHECK(linesOf(finished.error).at(1).starts_with("-:11:18: Found close tag </B> without opening tag."));
 }
 
 TEST_CASE("a document that is read again keeps its header when its body does not parse") {
-    const Finished finished = tool({"tree", "-"}, version1(kAccent + "</B>", "8859-1"));
+    const Finished finished = tool({"tree", "--as-is", "-"}, version1(kAccent + "</B>", "8859-1"));
     CHECK(finished.status == 1);
     CHECK(linesOf(finished.error).front() == "-: read as ISO-8859-1");
     const Json tree = Json::parse(finished.output);

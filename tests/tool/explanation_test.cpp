@@ -5,16 +5,20 @@ using namespace brackwell::tests;
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
+const std::string kRemedy = "  Without --as-is it is repaired; \"brackwell repair\" lists the changes.\n";
+
+/// What is said of a document that does not read as it is.
+std::string errorOf(const std::string& document, std::map<std::string, std::string> environment = {}) {
+    const Finished finished = tool({"csv", "--as-is", "-"}, document, std::move(environment));
+    CHECK(finished.status == 1);
+    return finished.error;
 }
 
-/// What is said of a document that does not read, behind the parser's own error.
+/// The same after its first line.
 std::string explanationOf(const std::string& document, std::map<std::string, std::string> environment = {}) {
-    const Finished finished = tool({"csv", "-"}, document, std::move(environment));
-    CHECK(finished.status == 1);
-    const std::size_t begin = finished.error.find("\n  ");
-    return begin == std::string::npos ? "" : finished.error.substr(begin + 1);
+    const std::string error = errorOf(document, std::move(environment));
+    const std::size_t begin = error.find("\n  ");
+    return begin == std::string::npos ? "" : error.substr(begin + 1);
 }
 
 std::string lineWith(const std::string& text, const std::string& part) {
@@ -27,94 +31,96 @@ std::string lineWith(const std::string& text, const std::string& part) {
 
 TEST_CASE("a document that does not read is explained with both places, the lines there and what to do") {
     const Finished finished = tool(
-        {"json", "-"},
+        {"json", "--as-is", "-"},
         "OFXHEADER:100\n\n<OFX>\n <STMTRS>\n  <CURDEF>EUR\n  <BANKTRANLIST>\n   <STMTTRN>\n    <TRNAMT>1\n"
         "   </STMTTRN>\n </STMTRS>\n</OFX>\n");
     CHECK(finished.status == 1);
     CHECK(finished.output == "");
     CHECK(finished.error ==
-          "-: Found close tag </STMTRS> without opening tag.\n"
-          "Maybe there is a close tag missing for <BANKTRANLIST>\n"
-          "  <BANKTRANLIST> was opened in line 6, column 3 and is the innermost that is open:\n"
+          "-:10:2: Found close tag </STMTRS> without opening tag. "
+          "Maybe there is a close tag missing for <BANKTRANLIST>.\n"
+          "  The innermost open element begins in line 6, column 3:\n"
           "  6 |   <BANKTRANLIST>\n"
           "    |   ^\n"
-          "  </STMTRS> stands in line 10, column 2:\n"
+          "  The close tag stands in line 10, column 2:\n"
           "   8 |     <TRNAMT>1\n"
           "   9 |    </STMTTRN>\n"
           "  10 |  </STMTRS>\n"
           "     |  ^\n"
           "  11 | </OFX>\n"
-          "  Likely cause: The close tag of <BANKTRANLIST> is missing.\n"
-          "  --repair mends such a document; \"brackwell repair\" lists what it changes.\n");
+          "  Likely cause: The close tag of <BANKTRANLIST> is missing.\n" +
+              kRemedy);
 }
 
 TEST_CASE("the places of both tags and the likely cause are found in all kinds of broken documents") {
     struct Row {
         std::string document;
         std::string open;
+        std::string openPlace;
         std::string close;
+        std::string closePlace;  ///< as in front of the error
         std::string cause;
     };
     for (const Row& row : std::vector<Row>{
-             {"<OFX></B></OFX>", "<OFX> was opened in line 1, column 1 ", "</B> stands in line 1, column 6:",
+             {"<OFX></B></OFX>", "<OFX>", "line 1, column 1", "</B>", "1:6",
               "The close tag is one too many, or its open tag is missing."},
-             {"<OFX><A>1</A></NAME>x</OFX>", "<OFX> was opened in line 1, column 1 ",
-              "</NAME> stands in line 1, column 14:", "The open tag is missing."},
-             {"<OFX><STATUS><CODE>1</STATUS>\n<CODE>2</STATUS></OFX>",
-              "<OFX> was opened in line 1, column 1 ",
-              "</STATUS> stands in line 2, column 8:", "The open tag is missing."},
-             {"<OFX></OFX></B>", "", "</B> stands in line 1, column 12:", "The close tag is one too many"},
-             {"<OFX>\n<STMTTRN>\n<MEMO>\n<FITID>1\n</STMTTRN></OFX>",
-              "<MEMO> was opened in line 3, column 1 ", "</STMTTRN> stands in line 5, column 1:",
+             {"<OFX><A>1</A></NAME>x</OFX>", "<OFX>", "line 1, column 1", "</NAME>", "1:14",
+              "The open tag is missing."},
+             {"<OFX><STATUS><CODE>1</STATUS>\n<CODE>2</STATUS></OFX>", "<OFX>", "line 1, column 1",
+              "</STATUS>", "2:8", "The close tag is misspelt, or belongs to another element than <OFX>."},
+             {"<OFX></OFX></B>", "", "", "</B>", "1:12", "The close tag is one too many"},
+             {"<OFX>\n<STMTTRN>\n<MEMO>\n<FITID>1\n</STMTTRN></OFX>", "<MEMO>", "line 3, column 1",
+              "</STMTTRN>", "5:1",
               "<MEMO> has neither a value nor a close tag, so what follows it was taken for its contents."},
-             {"<OFX><STMTTRN><NAME>x</STMTRN></OFX>", "<STMTTRN> was opened in line 1, column 6 ",
-              "</STMTRN> stands in line 1, column 22:",
+             {"<OFX><STMTTRN><NAME>x</STMTRN></OFX>", "<STMTTRN>", "line 1, column 6", "</STMTRN>", "1:22",
               "The close tag is misspelt, or belongs to another element than <STMTTRN>."},
-             {"<OFX><!-- x -->\n<A>1</OFX>", "<!-- x --> was opened in line 1, column 6 ",
-              "</OFX> stands in line 2, column 5:", "A comment, which is no part of OFX"},
-             {"<OFX><!DOCTYPE x>\n<A>1</OFX>", "<!DOCTYPE x> was opened in line 1, column 6 ",
-              "</OFX> stands in line 2, column 5:", "An instruction or declaration"},
-             {"<OFX><A x=\"1\"><B>1</B></A></OFX>", "<A x=\"1\"> was opened in line 1, column 6 ",
-              "</A> stands in line 1, column 23:", "A tag has blanks or attributes in it"},
-             {"OFXHEADER:100\n\n<ofx><a x=\"1\"><b>1</b></a></ofx>",
-              "<a x=\"1\"> was opened in line 3, column 6 ",
-              "</a> stands in line 3, column 23:", "A tag has blanks or attributes in it"},
-             {"OFXHEADER:100\n\n<ofx><name\n<b>1</b></ofx>", "<ofx> was opened in line 3, column 1 ",
-              "</b> stands in line 4, column 5:", "A tag has no \">\" at its end."},
-             {"<OFX><A/><C>1</C></OFX>", "<A/> was opened in line 1, column 6 ",
-              "</OFX> stands in line 1, column 18:", "A tag that closes itself"},
-             {"<OFX><NAME>\n<![CDATA[x]]></NAME></OFX>", "<![CDATA[x]]> was opened in line 2, column 1 ",
-              "</NAME> stands in line 2, column 14:", "A character-data section"},
-             {"<OFX>\r\n<A>1\r<STATUS>\n\n<B>2\n</OFX>", "<STATUS> was opened in line 3, column 1 ",
-              "</OFX> stands in line 6, column 1:", "The close tag of <STATUS> is missing."},
-             {"\n\n  <OFX>桜é</B></OFX>", "", "</B> stands in line 3, column 10:", ""},
-             {"<?xml version=\"1.0\"?><?OFX VERSION=\"211\"?>\n<OFX><A><B>1</B></OFX>",
-              "<A> was opened in line 2, column 6 ", "</OFX> stands in line 2, column 17:", ""},
-             {"<OFX><INTU.A><B>1</A></INTU.A></OFX>", "<OFX> was opened in line 1, column 1 ",
-              "</INTU.A> stands in line 1, column 22:", ""},
+             {"<OFX><!-- x -->\n<A>1</OFX>", "<!-- x -->", "line 1, column 6", "</OFX>", "2:5",
+              "A comment, which is no part of OFX"},
+             {"<OFX><!DOCTYPE x>\n<A>1</OFX>", "<!DOCTYPE x>", "line 1, column 6", "</OFX>", "2:5",
+              "An instruction or declaration"},
+             {"<OFX><A x=\"1\"><B>1</B></A></OFX>", "<A x=\"1\">", "line 1, column 6", "</A>", "1:23",
+              "A tag has blanks or attributes in it"},
+             {"OFXHEADER:100\n\n<ofx><a x=\"1\"><b>1</b></a></ofx>", "<a x=\"1\">", "line 3, column 6",
+              "</a>", "3:23", "A tag has blanks or attributes in it"},
+             {"OFXHEADER:100\n\n<ofx><name\n<b>1</b></ofx>", "<ofx>", "line 3, column 1", "</b>", "4:5",
+              "A tag has no \">\" at its end."},
+             {"<OFX><A/><C>1</C></OFX>", "<A/>", "line 1, column 6", "</OFX>", "1:18",
+              "A tag that closes itself"},
+             {"<OFX><NAME>\n<![CDATA[x]]></NAME></OFX>", "<![CDATA[x]]>", "line 2, column 1", "</NAME>",
+              "2:14", "A character-data section"},
+             {"<OFX>\r\n<A>1\r<STATUS>\n\n<B>2\n</OFX>", "<STATUS>", "line 3, column 1", "</OFX>", "6:1",
+              "The close tag of <STATUS> is missing."},
+             {"\n\n  <OFX>桜é</B></OFX>", "", "", "</B>", "3:10", ""},
+             {"<?xml version=\"1.0\"?><?OFX VERSION=\"211\"?>\n<OFX><A><B>1</B></OFX>", "<A>",
+              "line 2, column 6", "</OFX>", "2:17", ""},
+             {"<OFX><INTU.A><B>1</A></INTU.A></OFX>", "<OFX>", "line 1, column 1", "</INTU.A>", "1:22", ""},
          }) {
         CAPTURE(row.document);
-        const std::string explanation = explanationOf(row.document);
-        CHECK(contains(explanation, row.open));
-        CHECK(contains(explanation, row.close));
-        CHECK(contains(explanation, "  Likely cause: " + row.cause));
-        CHECK(contains(explanation, "--repair"));
-        CHECK((row.open.empty() || contains(explanation, " | ")));
+        const std::string error = errorOf(row.document);
+        CHECK(error.starts_with("-:" + row.closePlace + ": Found close tag " + row.close +
+                                " without opening tag."));
+        CHECK(contains(error, "  The close tag stands in line " + row.closePlace.substr(0, 1) + ", column "));
+        CHECK(contains(error, " missing for ") == !row.open.empty());
+        CHECK(contains(error, "  The innermost open element ") == !row.open.empty());
+        if (!row.open.empty()) CHECK(contains(error, " missing for " + row.open + ".\n"));
+        if (!row.open.empty()) CHECK(contains(error, " element begins in " + row.openPlace + ":\n"));
+        CHECK(contains(error, "  Likely cause: " + row.cause));
+        CHECK(error.ends_with(kRemedy));
+        CHECK(contains(error, " | "));
     }
 }
 
-TEST_CASE("a document that stands behind other text is found by its explanation") {
-    const std::string remedy =
-        "  --repair mends such a document; \"brackwell repair\" lists what it changes.\n";
+TEST_CASE("a document that stands after other text is found by its explanation") {
+    const std::string cause = "  Likely cause: ";
     CHECK(explanationOf("Dear customer,\n\n <OFX><A>1</A></OFX>") ==
-          "  A document begins in line 3, column 2, but is not found behind other text.\n" + remedy);
+          cause + "A document begins in line 3, column 2, but is not found after other text.\n" + kRemedy);
     CHECK(explanationOf("x OFXHEADER:100\n\n<OFX></A></OFX>") ==
-          "  A document begins in line 1, column 3, but is not found behind other text.\n" + remedy);
+          cause + "A document begins in line 1, column 3, but is not found after other text.\n" + kRemedy);
     CHECK(explanationOf("<OFX ><A>1</A></OFX>") ==
-          "  The tag <OFX> has blanks or attributes in it.\n" + remedy);
-    CHECK(explanationOf("<ofx><a>1</a></ofx>") == "  The tags are in lower case.\n" + remedy);
-    CHECK(explanationOf("<html>Please sign in</html>") == "");
-    CHECK(tool({"csv", "--repair", "-"}, "Dear customer,\n\n <OFX><A>1</A></OFX>").status == 0);
+          cause + "The tag <OFX> has blanks or attributes in it.\n" + kRemedy);
+    CHECK(explanationOf("<ofx><a>1</a></ofx>") == cause + "The tags are in lower case.\n" + kRemedy);
+    CHECK(errorOf("Dear customer,\n\n <OFX><A>1</A></OFX>").starts_with("-:3:2: not an OFX document\n"));
+    CHECK(tool({"csv", "-"}, "Dear customer,\n\n <OFX><A>1</A></OFX>").status == 0);
 }
 
 TEST_CASE("the explanation names the tags that the parser's own error names") {
@@ -126,16 +132,20 @@ TEST_CASE("the explanation names the tags that the parser's own error names") {
         document.erase(begin, good.find('>', begin) + 1 - begin);
         if (!document.starts_with("<OFX>")) continue;
         CAPTURE(document);
-        const Finished finished = tool({"tree", "-"}, document);
+        const Finished finished = tool({"tree", "--as-is", "-"}, document);
         if (finished.status == 0) continue;
         ++broken;
         const std::string first = linesOf(finished.error).at(0);
         const std::string close = first.substr(first.find('<'), first.find('>') - first.find('<') + 1);
-        CHECK(contains(finished.error, "\n  " + close + " stands in line 1, column " +
-                                           std::to_string(document.find(close) + 1) + ":\n"));
-        const std::string second = linesOf(finished.error).at(1);
-        if (!second.starts_with("Maybe")) continue;
-        CHECK(contains(finished.error, "\n  " + second.substr(second.find('<')) + " was opened in line 1, "));
+        const std::string column = std::to_string(document.find(close) + 1);
+        CHECK(first.starts_with("-:1:" + column + ": Found close tag "));
+        CHECK(contains(finished.error, "\n  The close tag stands in line 1, column " + column + ":\n"));
+        const std::size_t open = first.rfind('<');
+        if (!contains(first, " Maybe ")) continue;
+        CHECK(contains(finished.error,
+                       "\n  The innermost open element begins in line 1, column " +
+                           std::to_string(document.find(first.substr(open, first.size() - 1 - open)) + 1) +
+                           ":\n"));
     }
     CHECK(broken >= 8);
 }
@@ -172,7 +182,7 @@ TEST_CASE("what a terminal might obey is visible in an explanation, also where t
         explanationOf("<OFX>\n<A>x\x1b[2J\u009b1m\u202Ey\ttab\n<B\x07>\n<C>1\n</\x1b]0;x>\n</OFX>");
     for (const char* character : {"\x1b", "\u009b", "\u202E", "\x07", "\t"})
         CHECK_FALSE(contains(explanation, character));
-    CHECK(contains(explanation, "<B␇> was opened in line 3"));
+    CHECK(contains(explanation, "  The innermost open element begins in line 3, column 1:\n"));
     CHECK(contains(explanation, "  5 | </␛]0;x>\n"));
 }
 
@@ -205,9 +215,11 @@ TEST_CASE("bytes that are no text are explained with the first of them, and the 
         CHECK(finished.error.starts_with("-: Data is not OFX or unknown character encoding.\n"));
         CHECK(contains(finished.error, "is not UTF-8") == !row.offset.empty());
         CHECK(contains(finished.error, row.offset));
-        const std::string hint = lineWith(finished.error, "--encoding NAME");
+        std::string hint = lineWith(finished.error, "--encoding NAME");
         CHECK(hint.empty() == row.encodings.empty());
         CHECK(contains(hint, row.encodings));
+        if (!hint.empty()) CHECK(hint.ends_with('.'));
+        if (!hint.empty()) hint.pop_back();
         // Each of the encodings does what is said of it.
         std::size_t at = hint.empty() ? std::string::npos : hint.find(": ") + 2;
         while (at != std::string::npos && at < hint.size()) {
@@ -221,8 +233,8 @@ TEST_CASE("bytes that are no text are explained with the first of them, and the 
 TEST_CASE("a large broken document is explained in time") {
     std::string deep = "<OFX>";
     for (int i = 0; i < 300'000; ++i) deep += "<A>\n<B>1\n";
-    CHECK(contains(explanationOf(deep + "</OFX>"), "</OFX> stands in line 600001, column 1:"));
+    CHECK(contains(explanationOf(deep + "</OFX>"), "  The close tag stands in line 600001, column 1:"));
     std::string wide = "<OFX><A>\n";
     for (int i = 0; i < 300'000; ++i) wide += "<USERKEY>x<B>1";
-    CHECK(contains(explanationOf(wide + "</OFX>"), "</OFX> stands in line 2, column 4200001:"));
+    CHECK(contains(explanationOf(wide + "</OFX>"), "  The close tag stands in line 2, column 4200001:"));
 }

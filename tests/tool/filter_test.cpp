@@ -103,7 +103,7 @@ TEST_CASE("options that choose transactions are wrong usage when they make no se
 }
 
 TEST_CASE("commands that have no transactions take no options that choose them") {
-    for (const char* command : {"tree", "pretty", "repair"})
+    for (const char* command : {"tree", "pretty", "repair", "check"})
         for (const char* option : {"--since", "--until", "--account", "--search", "--sort"}) {
             CAPTURE(command);
             CAPTURE(option);

@@ -18,7 +18,8 @@ Json readWith(std::vector<std::string> options, const std::string& date, const s
 }  // namespace
 
 TEST_CASE("a date pattern is tried before the built-in formats") {
-    CHECK(readWith({}, "31.12.2024", "1") == Json::array({"", "1"}));
+    CHECK(readWith({"--as-is"}, "31.12.2024", "1") == Json::array({"", "1"}));
+    CHECK(readWith({}, "31.12.2024", "1") == Json::array({"2024-12-31T00:00:00.000Z", "1"}));
     CHECK(readWith({"--date-format", "dd.MM.yyyy"}, "31.12.2024", "1") ==
           Json::array({"2024-12-31T00:00:00.000Z", "1"}));
     CHECK(readWith({"--date-format", "dd.MM.yyyy"}, "20241230", "1") ==
@@ -34,8 +35,11 @@ TEST_CASE("separators make a number formatter, and one moves the other out of it
         std::string amount;
     };
     for (const Row& row : std::vector<Row>{
-             {{}, "-1.234,56", ""},
-             {{}, "-12,50", "-1250"},
+             {{"--as-is"}, "-1.234,56", ""},
+             {{"--as-is"}, "-12,50", "-1250"},
+             {{}, "-1.234,56", "-1234.56"},
+             {{}, "-12,50", "-12.5"},
+             {{"--as-is", "--decimal-separator", ","}, "-12,50", "-12.5"},
              {{"--decimal-separator", ","}, "-1.234,56", "-1234.56"},
              {{"--decimal-separator", ","}, "-12,50", "-12.5"},
              {{"--decimal-separator", ","}, "-12.5", "-12.5"},
@@ -76,47 +80,81 @@ TEST_CASE("the formatters hold for every command that shows amounts") {
     }
 }
 
-TEST_CASE("a person is told of amounts and dates that are not read as they are meant") {
-    const std::string amountNote = "which is read wrongly without --decimal-separator ,\n";
-    const std::string dateNote = "not understood; --date-format says the form, such as ";
-    struct Row {
-        std::vector<std::string> texts;  ///< of DTPOSTED and TRNAMT in turn
-        std::string error;
-    };
-    for (const Row& row : std::vector<Row>{
-             {{"20240101", "-0,99"}, "-: 1 amount: \"-0,99\" has a decimal comma, " + amountNote},
-             {{"20240101", "1.234,5", "20240101", "1,00", "20240101", "1.00"},
-              "-: 2 amounts such as \"1.234,5\" have a decimal comma, " + amountNote},
-             {{"20240101", "1,234", "20240101", "1,234.56", "20240101", "1,234,56", "20240101", "1,"}, ""},
-             {{"31.12.2024", "1"}, "-: 1 date: \"31.12.2024\" is " + dateNote + "dd.MM.yyyy\n"},
-             {{"01/02/2024", "1", "soon", "1"}, "-: 1 date: \"01/02/2024\" is " + dateNote + "dd/MM/yyyy\n"},
-             {{"01-31-2024", "1", "1.2.3", "1"},
-              "-: 2 dates such as \"01-31-2024\" are " + dateNote + "MM-dd-yyyy\n"},
-             {{"2024/12/31 noon", "1"}, "-: 1 date: \"2024/12/31 noon\" is " + dateNote + "dd.MM.yyyy\n"},
-         }) {
-        std::string transactions;
-        for (std::size_t i = 0; i < row.texts.size(); i += 2)
-            transactions +=
-                "<STMTTRN><DTPOSTED>" + row.texts[i] + "<TRNAMT>" + row.texts[i + 1] + "</STMTTRN>";
-        const std::string document = transactionsWith(transactions);
-        CAPTURE(document);
-        for (const char* command : {"show", "csv", "accounts", "report"})
-            CHECK(tool({command, "-"}, document).error == row.error);
-        const std::string error =
-            tool({"show", "--decimal-separator", ",", "--date-format", "dd.MM.yyyy", "-"}, document).error;
-        CHECK(error.find("comma") == std::string::npos);
-        CHECK(error.find("not understood") == std::string::npos);
-        CHECK(tool({"json", "-"}, document).error == "");
-    }
+namespace {
+
+/// The findings of transactions with these texts of DTPOSTED and TRNAMT in turn; their places are all alike
+/// but for the column.
+Json findingsOf(std::vector<std::string> options, const std::vector<std::string>& texts) {
+    std::string transactions;
+    for (std::size_t i = 0; i < texts.size(); i += 2)
+        transactions += "<STMTTRN><DTPOSTED>" + texts[i] + "<TRNAMT>" + texts[i + 1] + "</STMTTRN>";
+    options.insert(options.begin(), "json");
+    return Json::parse(outputOf(options, transactionsWith(transactions)))["findings"];
 }
 
-TEST_CASE("a person is told of decimal points that are read wrongly with the separators given") {
-    const std::string document = transactionsWith(
-        "<STMTTRN><TRNAMT>-12.50</STMTTRN><STMTTRN><TRNAMT>1.250,00</STMTTRN><STMTTRN><TRNAMT>7</STMTTRN>"
-        "<STMTTRN><TRNAMT>12.5</STMTTRN>");
-    CHECK(tool({"show", "--decimal-separator", ",", "-"}, document).error ==
-          "-: 1 amount: \"-12.50\" has a decimal point, which is read wrongly with the separators that are "
-          "given\n");
-    CHECK(tool({"show", "--decimal-separator", ".", "-"}, document).error.find("wrongly with") ==
-          std::string::npos);
+struct Told {
+    std::vector<std::string> texts;  ///< of DTPOSTED and TRNAMT in turn
+    std::string kind;
+    std::string severity;
+    std::size_t count;
+    std::string first;  ///< the text that is quoted
+    std::string value;  ///< what is said of it ends so
+};
+
+void checkTold(const std::vector<std::string>& options, const Told& row) {
+    CAPTURE(row.first);
+    const Json findings = findingsOf(options, row.texts);
+    REQUIRE(findings.size() == 1);
+    CHECK(findings[0]["kind"] == row.kind);
+    CHECK(findings[0]["severity"] == row.severity);
+    CHECK(findings[0]["line"] == 11);
+    CHECK(findings[0]["count"] == row.count);
+    const std::string text = findings[0]["text"];
+    CHECK(contains(text, "\"" + row.first + "\""));
+    CHECK(text.ends_with(row.value + "."));
+}
+
+}  // namespace
+
+TEST_CASE("a person is told of amounts and dates that are read as the document writes them") {
+    for (const Told& row : std::vector<Told>{
+             {{"20240101", "-0,99"}, "doubtfulValue", "note", 1, "-0,99", " is read as -0.99"},
+             {{"20240101", "1.234,5", "20240101", "1,00", "20240101", "1.00"},
+              "doubtfulValue",
+              "note",
+              2,
+              "1.234,5",
+              " as 1234.5"},
+             {{"31.12.2024", "1"}, "doubtfulValue", "note", 1, "31.12.2024", " is read as 2024-12-31"},
+             {{"01-31-2024", "1"}, "doubtfulValue", "note", 1, "01-31-2024", " is read as 2024-01-31"},
+             {{"20240101", "1,234,56"}, "doubtfulValue", "warning", 1, "1,234,56", " is read as 123456"},
+             {{"01/02/2024", "1", "soon", "1"}, "unreadableValue", "warning", 2, "01/02/2024", " left out"},
+             {{"2024/12/31 noon", "1"}, "unreadableValue", "warning", 1, "2024/12/31 noon", " left out"},
+         })
+        checkTold({}, row);
+    CHECK(findingsOf({}, {"20240101", "1,234", "20240101", "1,234.56"}).empty());
+}
+
+TEST_CASE("a person who wants the prescribed reading is told of what it misunderstands") {
+    for (const Told& row : std::vector<Told>{
+             {{"20240101", "-0,99"}, "doubtfulValue", "warning", 1, "-0,99", " probably means -0.99"},
+             {{"31.12.2024", "1"}, "doubtfulValue", "warning", 1, "31.12.2024", " probably means 2024-12-31"},
+         })
+        checkTold({"--as-is"}, row);
+}
+
+TEST_CASE("a person is told of values that the options read otherwise than they are written") {
+    checkTold({"--decimal-separator", ","},
+              {{"20240101", "-12.50", "20240101", "1.250,00", "20240101", "7", "20240101", "12.5"},
+               "doubtfulValue",
+               "warning",
+               1,
+               "-12.50",
+               " as -1250, not as -12.5"});
+    checkTold(
+        {"--date-format", "ddMMyyyy"},
+        {{"20120102", "1"}, "doubtfulValue", "warning", 1, "20120102", " as 0102-12-20, not as 2012-01-02"});
+    CHECK(findingsOf({"--decimal-separator", "."}, {"20240101", "-12.50"}).empty());
+    CHECK(findingsOf({"--decimal-separator", ","}, {"20240101", "-1.234,50"}).empty());
+    CHECK(findingsOf({"--date-format", "MM/dd/yyyy"}, {"01/02/2024", "1"}).empty());
 }

@@ -37,10 +37,6 @@ inline std::string ledger(const std::string& amount, const std::string& date) {
     return "<LEDGERBAL><BALAMT>" + amount + "<DTASOF>" + date + "</LEDGERBAL>";
 }
 
-inline bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != text.npos;
-}
-
 inline std::size_t countOf(const std::string& text, const std::string& part) {
     std::size_t count = 0;
     for (std::size_t at = text.find(part); at != text.npos; at = text.find(part, at + 1)) ++count;

@@ -19,7 +19,7 @@ std::string balanceOf(const MarkupPage& page) {
 /// A report of several files.
 MarkupPage reportOfFiles(const std::vector<std::string>& documents) {
     const TemporaryFolder folder;
-    std::vector<std::string> arguments{"report"};
+    std::vector<std::string> arguments{"report", "--quiet"};
     for (const std::string& document : documents)
         arguments.push_back(folder.file("document" + std::to_string(arguments.size()), document));
     const Finished finished = tool(arguments);

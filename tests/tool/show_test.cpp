@@ -7,10 +7,6 @@ using namespace brackwell::tests;
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
 /// The columns of a text whose only wide characters are those that the rows here use.
 std::size_t columnsOf(const std::string& text) {
     std::size_t columns = 0;
@@ -25,7 +21,7 @@ std::size_t columnsOf(const std::string& text) {
 }
 
 std::string shown(const std::string& document, std::map<std::string, std::string> environment = {}) {
-    const Finished finished = tool({"show", "-"}, document, std::move(environment));
+    const Finished finished = tool({"show", "--quiet", "-"}, document, std::move(environment));
     CHECK(finished.status == 0);
     CHECK(finished.error == "");
     return finished.output;
@@ -223,23 +219,20 @@ TEST_CASE("a profile shows the institution, its message sets and its realms") {
 }
 
 TEST_CASE("responses that are not shown are counted, and their errors are shown") {
-    const std::string output = shown(version1(
-        "<INVSTMTMSGSRSV1><INVSTMTTRNRS><TRNUID>1</INVSTMTTRNRS><INVSTMTTRNRS><TRNUID>2<STATUS><CODE>2000"
-        "<SEVERITY>ERROR</STATUS></INVSTMTTRNRS></INVSTMTMSGSRSV1>"));
+    const std::string output = shown(
+        version1("<BANKMSGSRSV1><INTRATRNRS><TRNUID>1</INTRATRNRS><INTRATRNRS><TRNUID>2<STATUS><CODE>2000"
+                 "<SEVERITY>ERROR</STATUS></INTRATRNRS></BANKMSGSRSV1>"));
     CHECK(output ==
           "Other responses, which are not shown\n"
-          "INVSTMTRS         2\n"
-          "INVSTMTRS         2000 [ERROR]\n");
+          "INTRARS           2\n"
+          "INTRARS           2000 [ERROR]\n");
 }
 
 TEST_CASE("a document without responses says so") {
     CHECK(shown(version1("")) == "The document has no responses.\n");
-    CHECK(shown("<?xml version=\"1.0\"?><OFX><A>1</A></OFX>") ==
-          "The document has no responses.\n"
-          "It is XML without an instruction <?OFX ...?>, so its body counts as empty.\n");
-    CHECK(shown(version1("<A>1</A>") + version1("<A>2</A>")) ==
-          "The document has no responses.\n"
-          "It has several documents in it. Each needs a file of its own.\n");
+    const std::string xml = "<?xml version=\"1.0\"?><OFX><A>1</A></OFX>";
+    CHECK(shown(xml) == "The document has no responses.\n");
+    CHECK(contains(tool({"show", "--as-is", "-"}, xml).error, "instruction <?OFX ...?>"));
     CHECK(shown("<?xml version=\"1.0\"?><?OFX VERSION=\"211\"?>") == "The document has no responses.\n");
 }
 
@@ -251,13 +244,26 @@ TEST_CASE("a transaction without a name shows its payee's, and one without a che
     CHECK(contains(output, "someday     Name   41\n"));
 }
 
+TEST_CASE("each document of a file is shown") {
+    const std::string two = transactionsWith("<STMTTRN><TRNAMT>1<NAME>Bakery</STMTTRN>") +
+                            transactionsWith("<STMTTRN><TRNAMT>2<NAME>Tailor</STMTTRN>");
+    const std::string output = shown(two);
+    CHECK(contains(output, "Bakery"));
+    CHECK(contains(output, "Tailor"));
+    CHECK(contains(tool({"show", "-"}, two).error, "-: The file holds 2 documents"));
+}
+
 TEST_CASE("several files are shown one after the other, each under its name") {
     const Finished finished =
         tool({"show", examplePath("card.ofx"), "/nowhere", examplePath("sign_on_failure.ofx")});
     CHECK(finished.status == 1);
     CHECK(finished.output.starts_with("== " + examplePath("card.ofx") + "\nInstitution  "));
     CHECK(contains(finished.output, "\n\n== " + examplePath("sign_on_failure.ofx") + "\nInstitution  "));
-    CHECK(finished.error == "/nowhere: The file at /nowhere was not found.\n");
+    const std::vector<std::string> messages = linesOf(finished.error);
+    REQUIRE(messages.size() == 2);
+    CHECK(messages[0] == "/nowhere: The file at /nowhere was not found.");
+    CHECK(messages[1].starts_with(examplePath("sign_on_failure.ofx") +
+                                  ":6:7: The server refused the sign-on "));
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -5,10 +5,6 @@ using namespace brackwell::tests;
 
 namespace {
 
-bool contains(const std::string& text, const std::string& part) {
-    return text.find(part) != std::string::npos;
-}
-
 /// False on a machine without terminals to run the tool on; ctest knows the message and counts the test
 /// as skipped.
 bool hasTerminals() {
@@ -71,16 +67,16 @@ TEST_CASE("what a document says never reaches a terminal as a command") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
     const std::string path = folder.file("a.ofx", "<OFX><A>\x1b[2J\u009b</OFX>");
-    CHECK(contains(onTerminal({"pretty", path}).output, "<A>␛[2J\uFFFD\r\n"));
+    CHECK(contains(onTerminal({"pretty", path}).output, "<A>␛[2J\uFFFD</A>\r\n"));
     const std::string broken = folder.file("b.ofx", "<OFX></\x1b[2J>");
-    CHECK(contains(onTerminal({"json", broken}).output, "Found close tag </␛[2J> without"));
+    CHECK(contains(onTerminal({"json", "--as-is", broken}).output, "Found close tag </␛[2J> without"));
     // Into a file it is data, and as it stands.
     CHECK(contains(tool({"pretty", path}).output, "\x1b[2J"));
 }
 
 TEST_CASE("a progress line tells of long work on a terminal, and goes away") {
     if (!hasTerminals()) return;
-    Running running(toolCommand({"show", "-"}));
+    Running running(toolCommand({"show", "--quiet", "-"}));
     running.write("<OFX>");
     CHECK(running.shows("Reading standard input 0."));
     CHECK(running.shows("Reading standard input 1."));
@@ -97,7 +93,7 @@ TEST_CASE("short work has no progress line") {
 }
 
 TEST_CASE("work that no terminal sees has no progress line, however long it is") {
-    Command slow{{"/bin/sh", "-c", "(printf '<OFX>'; sleep 1) | \"$0\" show -", BRACKWELL_TOOL}};
+    Command slow{{"/bin/sh", "-c", "(printf '<OFX>'; sleep 1) | \"$0\" show --quiet -", BRACKWELL_TOOL}};
     const Finished finished = run(slow);
     CHECK(finished.output == "The document has no responses.\n");
     CHECK(finished.error == "");
@@ -105,12 +101,22 @@ TEST_CASE("work that no terminal sees has no progress line, however long it is")
 
 TEST_CASE("the progress line is erased before an error is said") {
     if (!hasTerminals()) return;
-    Running running(toolCommand({"json", "-"}));
+    Running running(toolCommand({"json", "--as-is", "-"}));
     running.write("<OFX></A>");
     CHECK(running.shows("Reading standard input"));
     const Finished finished = running.finish();
     CHECK(finished.status == 1);
-    CHECK(contains(finished.output, "\r\x1b[K-: Found close tag </A> without opening tag."));
+    CHECK(contains(finished.output, "\r\x1b[K-:1:6: Found close tag </A> without opening tag."));
+}
+
+TEST_CASE("the progress line is erased before a finding is said") {
+    if (!hasTerminals()) return;
+    Running running(toolCommand({"check", "-"}));
+    running.write("<OFX></OFX>");
+    CHECK(running.shows("Reading standard input"));
+    const Finished finished = running.finish();
+    CHECK(finished.status == 0);
+    CHECK(contains(finished.output, "\r\x1b[K-: The document has no responses"));
 }
 
 TEST_CASE("no command writes to a terminal what that might obey") {

@@ -31,9 +31,10 @@ inline Finished tool(std::vector<std::string> arguments, const std::string& inpu
     return run(command);
 }
 
-/// Runs the tool on a document that must be read without a word, and gives its output.
+/// Runs the tool on a document that must be read, and gives its output. What is odd about the document is not
+/// asked for: tests make documents of which most is left out.
 inline std::string outputOf(std::vector<std::string> arguments, const std::string& document) {
-    arguments.emplace_back("-");
+    arguments.insert(arguments.end(), {"--quiet", "-"});
     const Finished finished = tool(std::move(arguments), document);
     CHECK(finished.status == 0);
     CHECK(finished.error == "");
@@ -42,6 +43,14 @@ inline std::string outputOf(std::vector<std::string> arguments, const std::strin
 
 inline Json jsonOf(const std::string& command, const std::string& document) {
     return Json::parse(outputOf({command}, document));
+}
+/// The same of the document as it is, without a repair.
+inline Json jsonAsIs(const std::string& command, const std::string& document) {
+    return Json::parse(outputOf({command, "--as-is"}, document));
+}
+
+inline bool contains(std::string_view text, std::string_view part) {
+    return text.find(part) != std::string_view::npos;
 }
 
 inline std::string examplePath(const std::string& name) {

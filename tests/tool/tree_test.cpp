@@ -25,8 +25,8 @@ TEST_CASE("a transaction in the tree has its source text where that is asked for
          }) {
         CAPTURE(row.transaction);
         const std::string document = "<OFX>" + row.transaction + "</OFX>";
-        CHECK(jsonOf("tree", document)["data"]["OFX"]["STMTTRN"].dump() == row.plain);
-        const Json tree = Json::parse(outputOf({"tree", "--original"}, document));
+        CHECK(jsonAsIs("tree", document)["data"]["OFX"]["STMTTRN"].dump() == row.plain);
+        const Json tree = Json::parse(outputOf({"tree", "--original", "--as-is"}, document));
         CHECK(tree["header"].is_null());
         CHECK(tree["data"]["OFX"]["STMTTRN"].dump() == row.original);
     }
@@ -45,17 +45,20 @@ TEST_CASE("a document's own element stays in the tree, though it is named like t
              {"<A><TVOFX_ORIGINAL_STRING>x</A>", R"({"A":{"TVOFX_ORIGINAL_STRING":"x"}})"},
          }) {
         CAPTURE(row.body);
-        CHECK(jsonOf("tree", "<OFX>" + row.body + "</OFX>")["data"]["OFX"].dump() == row.wanted);
+        CHECK(jsonAsIs("tree", "<OFX>" + row.body + "</OFX>")["data"]["OFX"].dump() == row.wanted);
     }
 }
 
-TEST_CASE("text that is not OFX is an empty result and no error") {
-    CHECK(outputOf({"tree"}, "Dear customer,") == R"({"encoding":"ASCII","header":null,"data":null})"
-                                                  "\n");
+TEST_CASE("text that is not OFX is said to be none, and has an empty tree and status 0") {
+    const Finished finished = tool({"tree", "-"}, "Dear customer,");
+    CHECK(finished.status == 0);
+    CHECK(finished.error.starts_with("-: not an OFX document\n"));
+    CHECK(finished.output == R"({"encoding":"ASCII","header":null,"data":null})"
+                             "\n");
 }
 
 TEST_CASE("an XML document without its instruction is OFX without content") {
-    CHECK(outputOf({"tree"}, "<?xml version=\"1.0\" encoding=\"utf-8\"?><OFX><A>1</A></OFX>") ==
+    CHECK(outputOf({"tree", "--as-is"}, "<?xml version=\"1.0\" encoding=\"utf-8\"?><OFX><A>1</A></OFX>") ==
           R"({"encoding":"UTF-8","header":{"ENCODING":"utf-8"},"data":{}})"
           "\n");
 }
@@ -69,11 +72,27 @@ TEST_CASE("bytes that are no text have no encoding") {
 }
 
 TEST_CASE("a body that does not parse leaves the header") {
-    const Finished finished = tool({"tree", "-"}, "OFXHEADER:100\n<OFX></A></OFX>");
+    const Finished finished = tool({"tree", "--as-is", "-"}, "OFXHEADER:100\n<OFX></A></OFX>");
     CHECK(finished.status == 1);
-    CHECK(finished.error.starts_with("-: Found close tag </A> without opening tag."));
+    CHECK(finished.error.starts_with("-:2:6: Found close tag </A> without opening tag."));
     CHECK(finished.output == R"({"encoding":"UTF-8","header":{"OFXHEADER":"100"},"data":null})"
                              "\n");
+}
+
+TEST_CASE("each document of a file has a tree of its own, a line each") {
+    const std::vector<std::string> lines =
+        linesOf(outputOf({"tree"}, version1("<A>1</A>") + "<?OFX VERSION=\"211\"?><OFX><A>2</A></OFX>"));
+    REQUIRE(lines.size() == 2);
+    CHECK(Json::parse(lines[0])["header"]["VERSION"] == "102");
+    CHECK(Json::parse(lines[0])["data"].dump() == R"({"OFX":{"A":"1"}})");
+    CHECK(Json::parse(lines[1])["header"]["VERSION"] == "211");
+    CHECK(Json::parse(lines[1])["data"].dump() == R"({"OFX":{"A":"2"}})");
+}
+
+TEST_CASE("the tree is that of the mended document, unless it is wanted as it is") {
+    const std::string document = "<OFX><A><B>1</A></OFX></C>";
+    CHECK(jsonOf("tree", document)["data"].dump() == R"({"OFX":{"A":{"B":"1"}}})");
+    CHECK(tool({"tree", "--as-is", "-"}, document).status == 1);
 }
 
 TEST_CASE("a file that is not there has no tree") {
@@ -86,7 +105,7 @@ TEST_CASE("a tree of a hundred thousand levels is written without running out of
     const int depth = 100'000;
     std::string document = "<OFX>";
     for (int i = 0; i < depth; ++i) document += i % 2 == 0 ? "<A>" : "<A><N>1";
-    Command command{{"/bin/sh", "-c", "ulimit -s 256; exec \"$0\" tree -", BRACKWELL_TOOL}};
+    Command command{{"/bin/sh", "-c", "ulimit -s 256; exec \"$0\" tree --quiet -", BRACKWELL_TOOL}};
     command.input = document + "<B>x";
     const Finished finished = run(command);
     CHECK(finished.status == 0);

@@ -4,17 +4,19 @@
 # The options that a command takes.
 _brackwell_options() {
     local output="--output -o --force"
-    local file="--encoding $output"
-    local reading="$file --date-format --decimal-separator --grouping-separator --repair"
+    local file="--encoding --quiet -q --strict"
+    local reading="$file --date-format --decimal-separator --grouping-separator --as-is"
     local transactions="--since --until --account --search --sort"
     case $1 in
         "") echo "--help -h --version" ;;
-        show | report) echo "$reading $transactions --full --help -h" ;;
-        json | csv) echo "$reading $transactions --help -h" ;;
-        accounts | duplicates) echo "$reading --full --help -h" ;;
-        tree) echo "$reading --original --help -h" ;;
-        pretty) echo "$reading --help -h" ;;
-        repair) echo "$file --diff --help -h" ;;
+        show | report) echo "$reading $output $transactions --full --help -h" ;;
+        json) echo "$reading $output $transactions --help -h" ;;
+        csv) echo "$reading $output $transactions --kind --help -h" ;;
+        accounts | duplicates) echo "$reading $output --full --help -h" ;;
+        tree) echo "$reading $output --original --help -h" ;;
+        pretty) echo "$reading $output --help -h" ;;
+        check) echo "$reading --help -h" ;;
+        repair) echo "$file $output --diff --help -h" ;;
         request) echo "$output --version --since --routing --help -h" ;;
     esac
 }
@@ -24,6 +26,7 @@ _brackwell_values() {
     case $1 in
         --encoding) echo "auto UTF-8 UTF-16 UTF-16BE UTF-16LE UTF-32BE ASCII windows-1252 ISO-8859-1" ;;
         --output | -o) echo "FILE" ;;
+        --kind) echo "bank investments positions securities" ;;
         --sort) echo "date amount" ;;
         --routing) echo "none service msgset" ;;
         --version) echo "102 103 151 160 200 203 211 220" ;;
@@ -33,7 +36,7 @@ _brackwell_values() {
 _brackwell_takes_value() {
     case $1 in
         --encoding | --output | -o | --date-format | --decimal-separator | --grouping-separator) ;;
-        --since | --until | --account | --search | --sort | --routing) ;;
+        --since | --until | --account | --search | --sort | --kind | --routing) ;;
         --version) [[ $2 == request ]] ;;
         *) return 1 ;;
     esac
@@ -47,7 +50,7 @@ _brackwell_files() {
 }
 
 _brackwell() {
-    local commands="show json csv report accounts duplicates tree pretty repair request"
+    local commands="show json csv report accounts duplicates check tree pretty repair request"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" values
     # Bash takes "--sort=da" for three words.

@@ -5,10 +5,13 @@
 
 #include "text/characters.h"
 #include "text/display_width.h"
+#include "text/mask.h"
 #include "text/visible_text.h"
 
 namespace tool {
 namespace {
+
+using brackwell::TextRange;
 
 constexpr std::string_view kLineEnds = "\r\n";
 constexpr std::string_view kEllipsis = "\u2026";  // takes one column
@@ -99,19 +102,9 @@ std::string margin(std::size_t number, std::size_t digits) {
 
 }  // namespace
 
-LinePlace linePlaceOf(std::string_view text, std::size_t offset) noexcept {
-    const std::string_view before = text.substr(0, offset);
-    LinePlace place;
-    for (std::size_t i = 0; i < before.size(); ++i)
-        if (before[i] == '\r' || (before[i] == '\n' && (i == 0 || before[i - 1] != '\r'))) ++place.line;
-    const std::string_view line = before.substr(lineBegin(text, offset));
-    place.column += static_cast<std::size_t>(std::ranges::count_if(line, isLeadByte));
-    return place;
-}
-
 std::string excerpt(const ExcerptSource& source, std::size_t place, std::size_t linesBefore,
                     std::size_t linesAfter) {
-    const std::size_t placeLine = linePlaceOf(source.text, place).line;
+    const std::size_t placeLine = brackwell::placeInText(source.text, place).line;
     const std::size_t digits = std::to_string(placeLine + linesAfter).size();
     const std::size_t width = std::max<std::size_t>(source.width, 20) - margin(0, digits).size();
     std::size_t begin = lineBegin(source.text, place);

@@ -1,27 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/open.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
 
-#include "text/secrets.h"
-
 namespace tool {
-
-/// Where something is in a text, as people count.
-struct LinePlace {
-    std::size_t line = 1;    ///< lines end with LF, CR, or both
-    std::size_t column = 1;  ///< in characters
-};
-
-LinePlace linePlaceOf(std::string_view text, std::size_t offset) noexcept;
 
 /// A text of which lines are shown.
 struct ExcerptSource {
     std::string_view text;
-    std::vector<TextRange> secrets;  ///< shown as a mask
-    std::size_t width;               ///< how many columns a line may take
+    std::vector<brackwell::TextRange> secrets;  ///< shown as a mask
+    std::size_t width;                          ///< how many columns a line may take
 };
 
 /// The line of a place with its number and a mark under the place, with so many lines around it. What is

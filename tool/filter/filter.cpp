@@ -4,43 +4,13 @@
 #include <algorithm>
 
 #include "account_number.h"
-#include "text/folded_case.h"
+#include "filter/searched_text.h"
 
 namespace tool {
 namespace {
 
 using brackwell::OptionalText;
 using Transaction = brackwell::TvOFXStatementTransaction;
-
-bool isPostedIn(const Filter& filter, const Transaction& transaction) noexcept {
-    if (!filter.since && !filter.before) return true;
-    const auto date = transaction.datePosted();
-    return date && (!filter.since || *date >= *filter.since) && (!filter.before || *date < *filter.before);
-}
-
-/// What can be looked for in a transaction, in folded case. Between the texts stands a line feed, which
-/// is in no word.
-void writeSearchedText(std::string& text, const Transaction& transaction) {
-    const auto payee = transaction.payee();
-    const auto bankAccount = transaction.bankAccountTo();
-    const auto cardAccount = transaction.creditCardAccountTo();
-    text.clear();
-    for (const OptionalText& field :
-         {transaction.payeeName(), payee ? payee->name() : std::nullopt, transaction.memo(),
-          transaction.fiTransactionID(), transaction.checkOrReferenceNumber(), transaction.referenceNumber(),
-          transaction.serverTransactionID(), transaction.correctionFITID(), transaction.payeeID(),
-          accountNumber(bankAccount.get()), accountNumber(cardAccount.get())}) {
-        if (!field) continue;
-        appendFoldedCase(text, *field);
-        text += '\n';
-    }
-}
-
-/// Whether the first comes before the second; what is absent comes last.
-template <class Value>
-bool comesBefore(const std::optional<Value>& first, const std::optional<Value>& second) noexcept {
-    return first && (!second || *first < *second);
-}
 
 void sort(Filter::Transactions& transactions, Order order) {
     if (order == Order::date)
@@ -58,6 +28,11 @@ bool Filter::takesAccount(OptionalText number) const noexcept {
            });
 }
 
+bool Filter::takesDate(const std::optional<brackwell::Date>& date) const noexcept {
+    if (!since && !before) return true;
+    return date && (!since || *date >= *since) && (!before || *date < *before);
+}
+
 bool Filter::takes(const brackwell::TvOFXAccountStatement& statement) const noexcept {
     return takesAccount(accountNumber(accountOf(statement)));
 }
@@ -67,11 +42,10 @@ Filter::Transactions Filter::transactionsOf(const brackwell::TvOFXAccountStateme
     chosen.reserve(words.empty() && !since && !before ? statement.statementTransactions().size() : 0);
     std::string text;
     for (const auto& transaction : statement.statementTransactions()) {
-        if (!isPostedIn(*this, *transaction)) continue;
-        if (!words.empty()) writeSearchedText(text, *transaction);
-        if (std::ranges::all_of(words,
-                                [&text](const std::string& word) { return text.find(word) != text.npos; }))
-            chosen.push_back(transaction.get());
+        if (!takesDate(transaction->datePosted())) continue;
+        text.clear();
+        if (!words.empty()) appendSearchedText(text, *transaction);
+        if (hasAllWords(text, words)) chosen.push_back(transaction.get());
     }
     sort(chosen, order);
     return chosen;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <brackwell/statements.h>
+#include <brackwell/investments.h>
 
 #include <optional>
 #include <string>
@@ -9,12 +9,20 @@
 
 namespace tool {
 
+class SecurityLookup;
+
 /// The order of a statement's transactions.
 enum class Order : unsigned char {
     document,
     date,    ///< earliest first
     amount,  ///< least first, so that what was spent most stands at the top
 };
+
+/// Whether the first comes before the second; what is absent comes last.
+template <class Value>
+bool comesBefore(const std::optional<Value>& first, const std::optional<Value>& second) noexcept {
+    return first && (!second || *first < *second);
+}
 
 /// Which accounts and transactions a command works with, and in which order; all of them, in the order
 /// of the document, unless something is set.
@@ -29,13 +37,31 @@ struct Filter {
 
     /// True when an account of this number is wanted; one without a number only when all are.
     bool takesAccount(brackwell::OptionalText number) const noexcept;
+    /// @{
     /// True when the statement's account is wanted.
     bool takes(const brackwell::TvOFXAccountStatement& statement) const noexcept;
+    bool takes(const brackwell::InvestmentStatement& statement) const;
+    /// @}
+    /// True when a transaction of this date is wanted.
+    bool takesDate(const std::optional<brackwell::Date>& date) const noexcept;
+
+    /// True when an investment transaction is wanted, whatever its account.
+    bool takes(const brackwell::InvestmentTransaction& transaction, const SecurityLookup& securities) const;
 
     /// The transactions of a statement that are wanted, in the order that is wanted. Those without a
     /// date are not wanted where dates are asked for, and stand last in the order of dates; likewise
     /// those without an amount.
     Transactions transactionsOf(const brackwell::TvOFXAccountStatement& statement) const;
+    /// The same of an investment statement: its dates are those of the trade, its amounts the totals, and
+    /// words are looked for in the security's name and ticker, too.
+    std::vector<brackwell::InvestmentTransaction> transactionsOf(
+        const brackwell::InvestmentStatement& statement, const SecurityLookup& securities) const;
+    /// The positions in which all words occur. No date is asked of them; they are sorted by the date of their
+    /// price and by market value.
+    std::vector<brackwell::Position> positionsOf(const brackwell::InvestmentStatement& statement,
+                                                 const SecurityLookup& securities) const;
+    /// The securities in which all words occur, sorted by the date of their price and by price.
+    std::vector<brackwell::Security> chosenOf(const std::vector<brackwell::Security>& securities) const;
 };
 
 }  // namespace tool

@@ -33,8 +33,8 @@ bool isSameAccount(const AccountHistory& a, const AccountHistory& b) {
     return a.card && a.card->isEqualToOFXCreditCardAccount(b.card.get());
 }
 
-std::string institutionOf(const TvOFXInterpreter& document) {
-    const auto& signOn = document.signOnResponse();
+std::string institutionOf(const OpenedDocument& document) {
+    const auto& signOn = document.signOn();
     const auto institution = signOn ? signOn->financialInstitutionID() : nullptr;
     return institution ? std::string(institution->organization().value_or("")) : std::string();
 }
@@ -68,12 +68,14 @@ void History::add(HistoryStatement statement) {
     }
 }
 
-void History::add(const std::string& file, const TvOFXInterpreter& document, const Filter& filter) {
-    const std::string institution = institutionOf(document);
-    for (const auto& response : document.allResponses())
-        if (auto statement = std::dynamic_pointer_cast<const TvOFXAccountStatement>(response);
-            statement && filter.takes(*statement))
-            add({std::move(statement), file, institution});
+void History::add(const Document& document, const Filter& filter) {
+    for (const OpenedDocument& opened : document.file.documents()) {
+        const std::string institution = institutionOf(opened);
+        for (const auto& statement : opened.statements())
+            if (filter.takes(*statement)) add({statement, document.name, institution});
+        investments_.add(opened, document.name, institution, filter);
+    }
+    for (const Finding& finding : document.file.findings()) findings_.push_back({document.name, finding});
 }
 
 std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
@@ -93,10 +95,9 @@ bool readHistory(Run& run, History& history) {
     std::set<std::string> read;
     std::size_t begun = 0;
     std::size_t added = 0;
-    const bool allRead = forEachDocument(run, [&](const Document& document) {
-        const auto content = interpretedForPerson(run, document);
+    const bool allRead = forEachFile(run, [&](const Document& document) {
         ++begun;
-        history.add(document.name, *content, run.options.filter);
+        history.add(document, run.options.filter);
         ++added;
         read.insert(document.name);
     });

@@ -8,7 +8,9 @@
 #include <string>
 #include <vector>
 
+#include "document.h"
 #include "filter/filter.h"
+#include "history/investments.h"
 #include "history/repeats.h"
 
 /// \file
@@ -59,6 +61,12 @@ struct AccountHistory {
     std::string_view institution() const noexcept;
 };
 
+/// What is to be said of a file.
+struct FileFinding {
+    std::string file;  ///< as on the command line
+    brackwell::Finding finding;
+};
+
 /// The accounts of several files in the order in which they come first.
 ///
 /// Two statements are of one account when the library calls their accounts equal and besides the
@@ -68,14 +76,17 @@ struct AccountHistory {
 class History {
 public:
     void add(HistoryStatement statement);
-    /// The statements of a document whose accounts are wanted.
-    void add(const std::string& file, const brackwell::TvOFXInterpreter& document, const Filter& filter);
+    /// The statements of a file whose accounts are wanted, and what is to be said of it.
+    void add(const Document& document, const Filter& filter);
 
     void addUnread(const std::string& file) { unread_.push_back(file); }
 
     const std::vector<AccountHistory>& accounts() const noexcept { return accounts_; }
+    const InvestmentHistory& investments() const noexcept { return investments_; }
     /// The files that could not be read.
     const std::vector<std::string>& unread() const noexcept { return unread_; }
+    /// What is to be said of those that were, in their order.
+    const std::vector<FileFinding>& findings() const noexcept { return findings_; }
 
 private:
     using Key = std::pair<std::string, std::optional<std::string>>;  ///< currency, and number of the account
@@ -84,7 +95,9 @@ private:
     std::vector<AccountHistory> accounts_;
     std::vector<Repeats> repeats_;  ///< for each of these
     std::map<Key, std::vector<std::size_t>> places_;
+    InvestmentHistory investments_;
     std::vector<std::string> unread_;
+    std::vector<FileFinding> findings_;
 };
 
 /// Reads what the files of the command line say of the accounts that are wanted. All transactions of these

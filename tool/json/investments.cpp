@@ -134,7 +134,7 @@ void writePortion(JsonWriter& json, const brackwell::AssetPortion& portion) {
 void writeIdentifier(JsonWriter& json, std::string_view name, const brackwell::ParseValue& value) {
     if (value.isNothing()) return;
     json.field(name);
-    writeParseValue(json, value);
+    writeParseValue(json, value, OriginalStrings::leftOut);
 }
 
 void writeInvestmentAccount(JsonWriter& json, const brackwell::TvOFXInvestmentAccount& account) {

@@ -5,20 +5,12 @@
 
 #include "history/history.h"
 #include "options.h"
-#include "text/secrets.h"
+#include "text/mask.h"
 #include "view/account_names.h"
 #include "view/sections.h"
 
 namespace tool {
 namespace {
-
-/// The number as other commands mask it, with dots instead of asterisks.
-std::string numberOf(const AccountHistory& account, bool isFull) {
-    std::string shown = shownNumber(account.number(), isFull);
-    if (shown == account.number().value_or("")) return shown;
-    const std::string last = shown.substr(kMask.size());
-    return last.empty() ? "\u2022\u2022" : "\u2022\u2022 " + last;
-}
 
 /// Leaves out what lies outside the time that is wanted.
 void limit(BalanceCourse& course, const Filter& filter) {
@@ -65,7 +57,7 @@ AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& fil
     AccountFigures figures;
     figures.history = &account;
     figures.kind = kindOf(account);
-    figures.number = numberOf(account, showsFullNumbers);
+    figures.number = dottedNumber(account.number(), showsFullNumbers);
     figures.institution = account.institution();
     const std::vector<StatedBalance> ledger = ledgerBalances(account);
     figures.ledger = lastOf(ledger);
@@ -95,6 +87,13 @@ CurrencyFigures together(const std::string& currency, const std::vector<const Ac
 }
 
 }  // namespace
+
+std::string dottedNumber(brackwell::OptionalText number, bool isFull) {
+    std::string shown = shownNumber(number, isFull);
+    if (shown == number.value_or("")) return shown;
+    const std::string last = shown.substr(kMask.size());
+    return last.empty() ? "\u2022\u2022" : "\u2022\u2022 " + last;
+}
 
 std::vector<AccountFigures> figuresOf(const History& history, const Options& options) {
     Filter filter = options.filter;

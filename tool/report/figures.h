@@ -39,6 +39,9 @@ struct CurrencyFigures {
     std::vector<MonthFlow> months;
 };
 
+/// The number as other commands mask it, with dots instead of asterisks.
+std::string dottedNumber(brackwell::OptionalText number, bool isFull);
+
 std::vector<AccountFigures> figuresOf(const History& history, const Options& options);
 
 /// The currencies in which there are several accounts. Accounts whose currency is not known are in none.

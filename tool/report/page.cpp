@@ -69,11 +69,14 @@ void writeChoice(Markup& markup, const Filter& filter) {
 
 void writeTitle(Markup& markup, const Report& report) {
     const Period period = periodOf(report.accounts);
-    const std::size_t transactions =
+    std::size_t transactions =
         sumOf(report.accounts, [](const AccountFigures& account) { return account.transactions.size(); });
-    markup.write("<header class=\"title\">\n<h1>Account report</h1>\n<p>{}, {}",
-                 counted(report.accounts.size(), "account", "accounts"),
-                 counted(transactions, "transaction", "transactions"));
+    for (const InvestmentAccount& account : report.investments->accounts())
+        transactions += account.entries.size() - account.repeats;
+    markup.write(
+        "<header class=\"title\">\n<h1>Account report</h1>\n<p>{}, {}",
+        counted(report.accounts.size() + report.investments->accounts().size(), "account", "accounts"),
+        counted(transactions, "transaction", "transactions"));
     if (period.first)
         markup.write(", <time>{}</time> to <time>{}</time>", dayText(*period.first), dayText(*period.last));
     markup.write("</p>\n");
@@ -81,15 +84,23 @@ void writeTitle(Markup& markup, const Report& report) {
     markup.write("</header>\n");
 }
 
+void writeFinding(Markup& markup, const FileFinding& found) {
+    markup.write("<li><bdi>{}</bdi>", found.file);
+    if (found.finding.line != 0) markup.write(", line {}", std::to_string(found.finding.line));
+    markup.write(": <bdi>{}</bdi></li>\n", found.finding.text);
+}
+
 void writeNotes(Markup& markup, const Report& report) {
     const std::size_t withoutDate =
         sumOf(report.accounts, [](const auto& account) { return account.withoutDate; });
     const std::size_t withoutAmount =
         sumOf(report.accounts, [](const auto& account) { return account.withoutAmount; });
-    if (report.unread.empty() && report.repeats + withoutDate + withoutAmount == 0) return;
+    const bool hasNotes = report.repeats + withoutDate + withoutAmount != 0;
+    if (report.unread.empty() && report.findings.empty() && !hasNotes) return;
     markup.write("<ul class=\"notes\" aria-label=\"Notes\">\n");
     for (const std::string& file : report.unread)
         markup.write("<li>The file <bdi>{}</bdi> could not be read and is left out.</li>\n", file);
+    for (const FileFinding& found : report.findings) writeFinding(markup, found);
     if (report.repeats > 0)
         markup.write("<li>{} in more than one statement and counted once.</li>\n",
                      counted(report.repeats, "transaction was", "transactions were"));
@@ -121,11 +132,13 @@ void writePage(Markup& markup, const Report& report) {
     markup.write("<main>\n");
     writeTitle(markup, report);
     writeNotes(markup, report);
-    if (report.accounts.empty()) markup.write("<p class=\"note\">There are no statements of accounts.</p>\n");
+    if (report.accounts.empty() && report.investments->accounts().empty())
+        markup.write("<p class=\"note\">There are no statements of accounts.</p>\n");
     writeOverview(markup, report);
     for (std::size_t i = 0; i < report.currencies.size(); ++i)
         writeCurrency(markup, report.currencies[i], i + 1);
     for (std::size_t i = 0; i < report.accounts.size(); ++i) writeAccount(markup, report.accounts[i], i + 1);
+    writeInvestments(markup, report);
     writeTransactions(markup, report);
     writeFoot(markup);
 }

@@ -8,6 +8,7 @@
 
 namespace tool {
 
+class InvestmentHistory;
 class Markup;
 struct Filter;
 
@@ -15,9 +16,12 @@ struct Filter;
 struct Report {
     std::vector<AccountFigures> accounts;
     std::vector<CurrencyFigures> currencies;
-    std::vector<std::string> unread;  ///< files that could not be read
-    std::size_t repeats = 0;          ///< transactions that were left out
-    const Filter* filter = nullptr;   ///< by which the others were chosen
+    std::vector<std::string> unread;    ///< files that could not be read
+    std::vector<FileFinding> findings;  ///< what is to be said of the others
+    std::size_t repeats = 0;            ///< transactions that were left out
+    const Filter* filter = nullptr;     ///< by which the others were chosen
+    const InvestmentHistory* investments = nullptr;
+    bool showsFullNumbers = false;
 };
 
 void writePage(Markup& markup, const Report& report);
@@ -31,6 +35,9 @@ void writeCurrency(Markup& markup, const CurrencyFigures& figures, std::size_t n
 /// All transactions of all accounts under the filter that the script drives, the newest first unless
 /// another order is wanted.
 void writeTransactions(Markup& markup, const Report& report);
+
+/// The investment accounts: holdings of the latest statement, their kinds, transactions and income.
+void writeInvestments(Markup& markup, const Report& report);
 
 /// "2025-01-31"; "" for nothing.
 std::string dayText(const std::optional<brackwell::Date>& date);

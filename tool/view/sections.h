@@ -4,13 +4,14 @@
 /// \file
 /// The sections of what `brackwell show` shows of a document.
 
-#include <brackwell/brackwell.h>
+#include <brackwell/open.h>
 
 #include <string>
 
 namespace tool {
 
 class Page;
+class SecurityLookup;
 struct Options;
 
 /// A number of an account, masked but for its last four characters, whatever script they are of, unless it
@@ -20,6 +21,8 @@ std::string shownNumber(brackwell::OptionalText number, bool isFull);
 std::string shownDate(std::optional<brackwell::Date> date);
 /// "-12.50": at least two decimals.
 std::string shownAmount(const brackwell::Decimal& amount);
+/// "0.125": of units and prices, as exact as they are.
+std::string shownUnits(const std::optional<brackwell::Decimal>& units);
 /// "2003 [ERROR] Account not found".
 std::string shownStatus(const brackwell::TvOFXStatus& status);
 /// True when the institution did not do what it was asked, or said so only by a code.
@@ -30,5 +33,10 @@ void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& resp
 void showProfile(Page& page, const brackwell::TvOFXFIProfileResponse& profile);
 /// Nothing for the statement of an account that is not wanted.
 void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, const Options& options);
+/// The same of an investment account: balances, holdings and transactions.
+void showInvestments(Page& page, const brackwell::InvestmentStatement& statement,
+                     const SecurityLookup& securities, const Options& options);
+/// The securities of a document that none of its positions and transactions names.
+void showOtherSecurities(Page& page, const brackwell::OpenedDocument& document, const Options& options);
 
 }  // namespace tool

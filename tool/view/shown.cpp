@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/characters.h"
-#include "text/secrets.h"
+#include "text/mask.h"
 #include "text/value_text.h"
 #include "view/sections.h"
 
@@ -34,6 +34,10 @@ std::string shownAmount(const brackwell::Decimal& amount) {
     if (point == std::string::npos) return text + ".00";
     if (text.size() - point == 2) text += '0';
     return text;
+}
+
+std::string shownUnits(const std::optional<brackwell::Decimal>& units) {
+    return units ? units->toString() : std::string();
 }
 
 std::string shownStatus(const brackwell::TvOFXStatus& status) {

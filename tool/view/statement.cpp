@@ -1,5 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "history/sum.h"
 #include "options.h"
 #include "text/display_width.h"
 #include "text/value_text.h"
@@ -8,32 +7,13 @@
 #include "view/page.h"
 #include "view/sections.h"
 #include "view/table.h"
+#include "view/totals.h"
 
 namespace tool {
 namespace {
 
 using brackwell::Decimal;
 using brackwell::OptionalText;
-
-std::string sumText(const Sum& sum) { return sum.value() ? shownAmount(*sum.value()) : "not representable"; }
-
-struct Totals {
-    std::size_t count = 0;
-    std::size_t withoutAmount = 0;
-    Sum in;
-    Sum out;
-    Sum all;
-
-    void add(const std::optional<Decimal>& amount) {
-        ++count;
-        if (!amount) {
-            ++withoutAmount;
-            return;
-        }
-        (amount->isNegative() ? out : in).add(*amount);
-        all.add(*amount);
-    }
-};
 
 std::string headingOf(const brackwell::TvOFXAccountStatement& statement, bool isFull) {
     if (const auto* bank = dynamic_cast<const brackwell::TvOFXStatementResponse*>(&statement)) {
@@ -93,16 +73,6 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction) {
     };
 }
 
-void showTotals(Page& page, const Totals& totals, OptionalText currency) {
-    std::string text = std::to_string(totals.count);
-    text += totals.count == 1 ? " transaction: in " : " transactions: in ";
-    text += sumText(totals.in) + ", out " + sumText(totals.out) + ", sum " + sumText(totals.all);
-    if (currency && !currency->empty()) text.append(" ").append(*currency);
-    if (totals.withoutAmount > 0)
-        text.append(" (").append(std::to_string(totals.withoutAmount)).append(" without an amount)");
-    page.fact("Total", text);
-}
-
 }  // namespace
 
 void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, const Options& options) {
@@ -130,7 +100,7 @@ void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement
         table.writeRow(page, rowOf(*transaction));
     }
     page.emptyLine();
-    showTotals(page, totals, statement.defaultCurrency());
+    totals.show(page, statement.defaultCurrency());
 }
 
 }  // namespace tool

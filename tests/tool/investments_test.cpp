@@ -1,0 +1,330 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "tool/report.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+std::string security(const std::string& id, const std::string& name, const std::string& ticker) {
+    return "<STOCKINFO><SECINFO><SECID><UNIQUEID>" + id + "<UNIQUEIDTYPE>CUSIP</SECID><SECNAME>" + name +
+           "<TICKER>" + ticker + "<UNITPRICE>4</SECINFO></STOCKINFO>";
+}
+
+std::string securityList(const std::string& securities) {
+    return "<SECLISTMSGSRSV1><SECLIST>" + securities + "</SECLIST></SECLISTMSGSRSV1>";
+}
+
+std::string position(const std::string& id, const std::string& value, const std::string& rest = "") {
+    return "<POSSTOCK><INVPOS><SECID><UNIQUEID>" + id +
+           "<UNIQUEIDTYPE>CUSIP</SECID><UNITS>2.5<UNITPRICE>4<MKTVAL>" + value + "<DTPRICEASOF>20240630" +
+           rest + "</INVPOS></POSSTOCK>";
+}
+
+std::string purchase(const std::string& number, const std::string& date, const std::string& id,
+                     const std::string& total) {
+    return "<BUYSTOCK><INVBUY><INVTRAN><FITID>" + number + "<DTTRADE>" + date +
+           "</INVTRAN><SECID><UNIQUEID>" + id +
+           "<UNIQUEIDTYPE>CUSIP</SECID><UNITS>2<UNITPRICE>3<COMMISSION>1<TOTAL>" + total +
+           "</INVBUY><BUYTYPE>BUY</BUYSTOCK>";
+}
+
+std::string moneyIn(const std::string& number, const std::string& amount) {
+    return "<INVBANKTRAN><STMTTRN><TRNTYPE>CREDIT<DTPOSTED>20240105<TRNAMT>" + amount + "<FITID>" + number +
+           "<NAME>Payroll<MEMO>Salary</STMTTRN><SUBACCTFUND>CASH</INVBANKTRAN>";
+}
+
+/// The statement of an investment account.
+std::string held(const std::string& account, const std::string& transactions, const std::string& positions,
+                 const std::string& rest = "<INVBAL><AVAILCASH>5.5</INVBAL>") {
+    return "<INVSTMTMSGSRSV1><INVSTMTTRNRS><TRNUID>1<INVSTMTRS><DTASOF>20240630<CURDEF>USD<INVACCTFROM>"
+           "<BROKERID>broker<ACCTID>" +
+           account + "</INVACCTFROM><INVTRANLIST>" + transactions + "</INVTRANLIST><INVPOSLIST>" + positions +
+           "</INVPOSLIST>" + rest + "</INVSTMTRS></INVSTMTTRNRS></INVSTMTMSGSRSV1>";
+}
+
+/// An account with two transactions and two positions, and three securities.
+std::string sample() {
+    return version1(held("778899001122", purchase("T1", "20240110", "100", "-7") + moneyIn("B1", "50"),
+                         position("100", "10") + position("200", "30")) +
+                    securityList(security("100", "Alder Railways", "ALDR") +
+                                 security("200", "Harbour, Lines", "HBRL") +
+                                 security("300", "Nobody Holds", "NBDY")));
+}
+
+using Cells = std::vector<std::string>;
+
+/// The rows of a table without quoted fields, as name and field.
+std::vector<std::map<std::string, std::string>> tableOf(const std::string& csv) {
+    const auto split = [](std::string line) {
+        if (line.ends_with('\r')) line.pop_back();
+        Cells cells(1);
+        for (const char c : line) c == ',' ? void(cells.emplace_back()) : cells.back().push_back(c);
+        return cells;
+    };
+    const std::vector<std::string> lines = linesOf(csv);
+    const Cells names = split(lines.at(0));
+    std::vector<std::map<std::string, std::string>> rows;
+    for (std::size_t i = 1; i < lines.size(); ++i) {
+        const Cells cells = split(lines[i]);
+        REQUIRE(cells.size() == names.size());
+        rows.emplace_back();
+        for (std::size_t k = 0; k < cells.size(); ++k) rows.back().emplace(names[k], cells[k]);
+    }
+    return rows;
+}
+
+std::string commas(std::string text) {
+    for (std::size_t at; (at = text.find("Harbour, Lines")) != text.npos;) text.erase(at + 7, 1);
+    return text;
+}
+
+/// A table of the sample, in which no field needs quotes.
+std::vector<std::map<std::string, std::string>> sampleTable(std::vector<std::string> options) {
+    options.insert(options.begin(), "csv");
+    return tableOf(outputOf(options, commas(sample())));
+}
+
+}  // namespace
+
+TEST_CASE("a table of bank transactions says what of investments it does not have") {
+    struct Row {
+        std::string document;
+        std::string text;
+    };
+    const std::string bought = purchase("T1", "20240110", "100", "-7");
+    for (const Row& row : std::vector<Row>{
+             {sample(),
+              "-: 2 investment transactions, 2 positions and 3 securities are not in this table; --kind "
+              "investments, positions or securities writes them.\n"},
+             {version1(held("1234567", bought, "")),
+              "-: 1 investment transaction is not in this table; --kind investments writes it.\n"},
+             {version1(held("1234567", bought + bought, "")),
+              "-: 2 investment transactions are not in this table; --kind investments writes them.\n"},
+             {version1(held("1234567", "", position("1", "10")) + securityList(security("1", "A", "B"))),
+              "-: 1 position and 1 security are not in this table; --kind positions or securities writes "
+              "them.\n"},
+             {transactionsWith(transaction("20240101", "1")), ""}}) {
+        CAPTURE(row.text);
+        CAPTURE(tool({"csv", "-"}, row.document).error);
+        const Finished finished = tool({"csv", "-"}, row.document);
+        CHECK(finished.status == 0);
+        CHECK((row.text.empty() ? !contains(finished.error, "in this table")
+                                : contains(finished.error, row.text)));
+        CHECK_FALSE(contains(tool({"csv", "--quiet", "-"}, row.document).error, "table"));
+        CHECK(tool({"csv", "--kind", "investments", "-"}, row.document).error.find("table") ==
+              std::string::npos);
+    }
+    CHECK(tool({"csv", "--strict", "--quiet", "-"}, sample()).status == 3);
+}
+
+TEST_CASE("only what was asked for is missed in a table of bank transactions") {
+    CHECK_FALSE(contains(tool({"csv", "--account", "5678", "-"}, sample()).error, "table"));
+    CHECK(contains(tool({"csv", "--account", "1122", "--search", "alder", "-"}, sample()).error,
+                   "-: 1 investment transaction, 1 position and 1 security are not in this table"));
+    CHECK(contains(tool({"csv", "--until", "2024-01-05", "--search", "salary", "-"}, sample()).error,
+                   "-: 1 investment transaction is not in this table"));
+}
+
+TEST_CASE("a table of investments has the bank transactions of the account, too") {
+    const auto rows = sampleTable({"--kind", "investments"});
+    REQUIRE(rows.size() == 2);
+    CHECK(rows[0].at("kind") == "BUYSTOCK");
+    CHECK(rows[0].at("brokerID") == "broker");
+    CHECK(rows[0].at("accountID") == "778899001122");
+    CHECK(rows[0].at("currency") == "USD");
+    CHECK(rows[0].at("fiTransactionID") == "T1");
+    CHECK(rows[0].at("tradeDate") == "2024-01-10T00:00:00.000Z");
+    CHECK(rows[0].at("securityID") == "100");
+    CHECK(rows[0].at("securityIDType") == "CUSIP");
+    CHECK(rows[0].at("securityName") == "Alder Railways");
+    CHECK(rows[0].at("ticker") == "ALDR");
+    CHECK(rows[0].at("units") == "2");
+    CHECK(rows[0].at("unitPrice") == "3");
+    CHECK(rows[0].at("commission") == "1");
+    CHECK(rows[0].at("total") == "-7");
+    CHECK(rows[0].at("tradeType") == "BUY");
+    CHECK(rows[1].at("kind") == "INVBANKTRAN");
+    CHECK(rows[1].at("fiTransactionID") == "B1");
+    CHECK(rows[1].at("tradeDate") == "2024-01-05T00:00:00.000Z");
+    CHECK(rows[1].at("total") == "50");
+    CHECK(rows[1].at("transactionType") == "CREDIT");
+    CHECK(rows[1].at("payeeName") == "Payroll");
+    CHECK(rows[1].at("memo") == "Salary");
+    CHECK(rows[1].at("fundSubAccount") == "CASH");
+}
+
+TEST_CASE("tables of positions and securities have a row for each") {
+    const auto positions = sampleTable({"--kind", "positions"});
+    REQUIRE(positions.size() == 2);
+    CHECK(positions[1].at("securityName") == "Harbour Lines");
+    CHECK(positions[1].at("asOf") == "2024-06-30T00:00:00.000Z");
+    CHECK(positions[1].at("units") == "2.5");
+    CHECK(positions[1].at("marketValue") == "30");
+    const auto securities = sampleTable({"--kind", "securities"});
+    REQUIRE(securities.size() == 3);
+    CHECK(securities[2].at("id") == "300");
+    CHECK(securities[2].at("ticker") == "NBDY");
+    CHECK(securities[2].at("unitPrice") == "4");
+}
+
+TEST_CASE("the filter chooses rows of all tables") {
+    struct Row {
+        std::vector<std::string> options;
+        std::vector<std::size_t> counts;  ///< transactions, positions, securities
+    };
+    for (const Row& row : std::vector<Row>{{{"--search", "aldr"}, {1, 1, 1}},
+                                           {{"--search", "PAYROLL"}, {1, 0, 0}},
+                                           {{"--since", "2024-01-06"}, {1, 2, 3}},
+                                           {{"--until", "2024-01-06"}, {1, 2, 3}},
+                                           {{"--account", "1122"}, {2, 2, 3}},
+                                           {{"--account", "9"}, {0, 0, 0}}}) {
+        CAPTURE(row.options);
+        std::vector<std::size_t> counts;
+        for (const char* kind : {"investments", "positions", "securities"}) {
+            std::vector<std::string> options = row.options;
+            options.insert(options.end(), {"--kind", kind});
+            counts.push_back(sampleTable(options).size());
+        }
+        CHECK(counts == row.counts);
+    }
+    CHECK(sampleTable({"--kind", "investments", "--sort", "date"}).at(0).at("fiTransactionID") == "B1");
+    CHECK(sampleTable({"--kind", "investments", "--sort", "amount"}).at(0).at("fiTransactionID") == "T1");
+    CHECK(sampleTable({"--kind", "positions", "--sort", "amount"}).at(0).at("securityID") == "100");
+}
+
+TEST_CASE("a security that only another file describes is found there") {
+    const TemporaryFolder folder;
+    const std::string bare = folder.file("bare.ofx", version1(held("1234567", "", position("100", "10"))));
+    const std::string lists = folder.file(
+        "lists.ofx",
+        version1(held("1234567", "", position("200", "10")) +
+                 securityList(security("100", "Alder", "ALDR") + security("200", "Harbour", "HBRL"))));
+    const auto rows = tableOf(tool({"csv", "--quiet", "--kind", "positions", bare, lists}).output);
+    REQUIRE(rows.size() == 2);
+    CHECK(rows[0].at("file") == bare);
+    CHECK(rows[0].at("securityName") == "Alder");
+    CHECK(rows[1].at("securityName") == "Harbour");
+    CHECK(contains(tool({"show", "--quiet", bare, lists}).output, "\nAlder    ALDR"));
+    CHECK(contains(tool({"show", "--quiet", bare}).output, "\n100 "));
+}
+
+TEST_CASE("an investment account is shown with balances, holdings and transactions") {
+    const std::string output = "\n" + outputOf({"show"}, sample());
+    for (const char* line : {"\nInvestment account ****1122\n", "\nBroker            broker\n",
+                             "\nAs of             2024-06-30\n", "\nCash              5.50\n",
+                             "\nHolding         Ticker  Units  Price  Value  As of\n",
+                             "\nAlder Railways  ALDR      2.5      4  10.00  2024-06-30\n",
+                             "\nTotal             2 positions: worth 40.00 USD\n",
+                             "\n2024-01-10  Bought stock      Alder Railways      2      3  -7.00\n",
+                             "\n2024-01-05  Bank transaction  Payroll                       50.00  Salary\n",
+                             "\nTotal             2 transactions: in 50.00, out -7.00, sum 43.00 USD\n",
+                             "\nSecurities that no holding or transaction names\n", "\nNobody Holds  NBDY"}) {
+        CAPTURE(line);
+        CAPTURE(output);
+        CHECK(contains(output, line));
+    }
+    CHECK_FALSE(contains(output, "not shown"));
+    CHECK_FALSE(contains(output, "778899001122"));
+    CHECK(contains(outputOf({"show", "--full"}, sample()), "Investment account 778899001122"));
+}
+
+TEST_CASE("the filter chooses what is shown of an investment account") {
+    const std::string found = outputOf({"show", "--search", "hbrl"}, sample());
+    CHECK(contains(found, "Harbour, Lines"));
+    CHECK_FALSE(contains(found, "Alder"));
+    CHECK(contains(found, "No transactions."));
+    CHECK(contains(outputOf({"show", "--search", "salary"}, sample()), "No holdings that were asked for."));
+    const std::string other = outputOf({"show", "--account", "5678"}, sample());
+    CHECK(contains(other, "No statement is of an account that was asked for."));
+    CHECK_FALSE(contains(other, "Investment account"));
+}
+
+TEST_CASE("amounts in another currency are summed up by their rate") {
+    const std::string foreign = position("1", "10", "<CURRENCY><CURRATE>1.1<CURSYM>EUR</CURRENCY>");
+    CHECK(contains(outputOf({"show"}, version1(held("1234567", "", foreign + position("2", "5")))),
+                   "2 positions: worth 16.00 USD\n"));
+    const std::string unknown = position("1", "10", "<CURRENCY><CURSYM>EUR</CURRENCY>");
+    CHECK(contains(outputOf({"show"}, version1(held("1234567", "", unknown + position("2", "5")))),
+                   "2 positions: worth 5.00 USD (1 without a value)\n"));
+}
+
+TEST_CASE("an investment account is a row with what it is worth") {
+    const std::string output = outputOf({"accounts"}, sample());
+    CAPTURE(output);
+    CHECK(contains(output, "Investment  ****1122    45.50  USD  2024-06-30  2"));
+    CHECK_FALSE(contains(output, "no bank"));
+    const std::string unknown = "<POSSTOCK><INVPOS><SECID><UNIQUEID>1</SECID></INVPOS></POSSTOCK>";
+    CHECK_FALSE(contains(outputOf({"accounts"}, version1(held("1234567", "", unknown + position("2", "5")))),
+                         "10.50"));
+    CHECK(contains(
+        outputOf({"accounts"}, version1(held("1234567", "", "", "<INV401KBAL><TOTAL>77.25</INV401KBAL>"))),
+        "77.25"));
+    CHECK(outputOf({"accounts"}, version1("")) ==
+          "The documents have no bank, card or investment statements.\n");
+}
+
+TEST_CASE("an investment account of several files is one row, with the latest value") {
+    const TemporaryFolder folder;
+    const std::string bought = purchase("T1", "20240110", "100", "-7");
+    const std::string early = folder.file("1.ofx", version1(held("1234567", bought, position("1", "10"))));
+    std::string later = version1(held("1234567", bought + moneyIn("B1", "5"), position("1", "20")));
+    later.replace(later.find("<DTASOF>20240630"), 16, "<DTASOF>20240731");
+    const std::string late = folder.file("2.ofx", later);
+    const std::string output = tool({"accounts", "--quiet", late, early}).output;
+    CAPTURE(output);
+    CHECK(linesOf(output).size() == 2);
+    CHECK(contains(output, "25.50  USD  2024-07-31  2"));
+}
+
+TEST_CASE("an investment transaction that stands in two statements is found by its identifier") {
+    const TemporaryFolder folder;
+    const std::string twice = purchase("T1", "20240110", "100", "-7");
+    const std::string first =
+        folder.file("1.ofx", version1(held("1234567", twice + twice + moneyIn("B1", "5"), "")));
+    const std::string second =
+        folder.file("2.ofx", version1(held("1234567", twice + moneyIn("B1", "6") + moneyIn("B2", "5"), "")));
+    const std::string output = tool({"duplicates", "--quiet", first, second}).output;
+    CAPTURE(output);
+    CHECK(contains(output, "Investment account ****4567\n"));
+    CHECK(contains(output, "Bought stock 100"));
+    CHECK(contains(output, "in " + first.substr(0, 4)));
+    CHECK_FALSE(contains(output, "B1"));  // of different amounts
+    CHECK(tool({"duplicates", "--quiet", first}).output == "No transaction stands in two statements.\n");
+}
+
+TEST_CASE("a report has a section for an investment account") {
+    const std::string dividend =
+        "<INCOME><INVTRAN><FITID>D1<DTTRADE>20240215</INVTRAN><SECID><UNIQUEID>100<UNIQUEIDTYPE>CUSIP"
+        "</SECID><INCOMETYPE>DIV<TOTAL>3.25</INCOME>";
+    const MarkupPage page =
+        reportOf(version1(held("778899001122", purchase("T1", "20240110", "100", "-7") + dividend,
+                               position("100", "10") + position("200", "30")) +
+                          securityList(security("100", "Alder &amp; Sons &lt;b>", "ALDR"))));
+    CHECK(page.texts("h2").at(0) == "Investment account \u2022\u2022 1122");
+    CHECK(page.texts("p", "balance").at(0) == "45.50 USDHoldings and cash 2024-06-30");
+    const auto holdings = page.rows("holdings");
+    REQUIRE(holdings.size() == 2);
+    CHECK(holdings.at(0) == Cells{"Alder & Sons <b>ALDR", "2.5", "4", "10.00", " 25.0 %", "2024-06-30"});
+    CHECK(holdings.at(1).at(4) == " 75.0 %");
+    CHECK(page.all("svg", "share").size() == 3);
+    CHECK(page.rows("kinds").at(0) == Cells{"Stocks", "40.00", " 100.0 %"});
+    CHECK(page.rows("income").at(0) == Cells{"2024-02", "3.25"});
+    const auto trades = page.rows("trades");
+    REQUIRE(trades.size() == 2);
+    CHECK(trades.at(0).at(1) == "Dividend");
+    CHECK(trades.at(1) == Cells{"2024-01-10", "Bought stock", "Alder & Sons <b>", "2", "3", "\u22127.00"});
+    CHECK(page.texts("p", "note").empty());
+    const std::string unknown = "<POSSTOCK><INVPOS><SECID><UNIQUEID>1</SECID></INVPOS></POSSTOCK>";
+    const MarkupPage other = reportOf(version1(held("1234567", "", unknown + position("2", "5"))));
+    CHECK(other.rows("kinds").at(0).at(0) == "Stocks1 without a value");
+    CHECK(other.rows("holdings").at(0).at(3) == "not known");
+    CHECK(other.texts("p", "balance").at(0) == "What it is worth is not stated");
+}
+
+TEST_CASE("the filter chooses what a report has of an investment account") {
+    const MarkupPage page = reportOf(sample(), {"--search", "hbrl"});
+    CHECK(page.rows("holdings").size() == 1);
+    CHECK(page.rows("trades").empty());
+    CHECK(reportOf(sample(), {"--sort", "date"}).rows("trades").at(0).at(0) == "2024-01-05");
+    CHECK(reportOf(sample()).rows("trades").at(0).at(0) == "2024-01-10");
+}

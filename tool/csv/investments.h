@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+namespace tool {
+
+struct Document;
+struct Run;
+
+/// The table of investment transactions, positions or securities that the options ask for; false when a file
+/// could not be read.
+bool writeInvestmentTable(Run& run);
+
+/// Says how many investment transactions, positions and securities a table of bank transactions does not
+/// have.
+void sayWhatIsLeftOut(Run& run, const Document& document);
+
+}  // namespace tool

@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "account_number.h"
+#include "filter/filter.h"
+#include "filter/searched_text.h"
+#include "investments/facts.h"
+#include "investments/security_lookup.h"
+
+namespace tool {
+namespace {
+
+using namespace brackwell;
+
+/// All texts of an object: identifiers, memo, what it is of.
+void appendTexts(std::string& text, const InvestmentRecord& object) {
+    for (const InvestmentField& field : object.fields())
+        if (field.kind == InvestmentField::Kind::text) appendSearchedText(text, field.text);
+}
+
+/// What else can be looked for in an object besides its own texts.
+void appendMore(std::string& text, const InvestmentTransaction& transaction) {
+    if (const auto bank = transaction.bankTransaction()) appendSearchedText(text, *bank);
+    appendSearchedText(text, accountNumber(transaction.transferAccount().get()));
+}
+void appendMore(std::string&, const Position&) {}
+
+/// True when all words occur in an object, in itself or in its security.
+template <class Object>
+bool hasWords(const Object& object, const SecurityLookup& securities, const std::vector<std::string>& words) {
+    if (words.empty()) return true;
+    std::string text;
+    appendTexts(text, object);
+    appendMore(text, object);
+    if (const auto security = securities.find(object)) appendTexts(text, *security);
+    return hasAllWords(text, words);
+}
+
+/// Sorts objects by what each has to be sorted by, which is asked for once.
+template <class Object, class Value>
+void sortBy(std::vector<Object>& objects, std::optional<Value> (*valueOf)(const Object&)) {
+    std::vector<std::pair<std::optional<Value>, Object>> keyed;
+    keyed.reserve(objects.size());
+    for (const Object& object : objects) keyed.emplace_back(valueOf(object), object);
+    std::ranges::stable_sort(keyed, comesBefore<Value>, &std::pair<std::optional<Value>, Object>::first);
+    objects.clear();
+    for (const auto& [value, object] : keyed) objects.push_back(object);
+}
+
+template <class Object>
+void sort(std::vector<Object>& objects, Order order, std::optional<Date> (*dateOf)(const Object&),
+          std::optional<Decimal> (*amountOf)(const Object&)) {
+    if (order == Order::date) sortBy(objects, dateOf);
+    if (order == Order::amount) sortBy(objects, amountOf);
+}
+
+}  // namespace
+
+bool Filter::takes(const InvestmentStatement& statement) const {
+    return takesAccount(accountNumber(statement.account().get()));
+}
+
+bool Filter::takes(const InvestmentTransaction& transaction, const SecurityLookup& securities) const {
+    return takesDate(dateOf(transaction)) && hasWords(transaction, securities, words);
+}
+
+std::vector<InvestmentTransaction> Filter::transactionsOf(const InvestmentStatement& statement,
+                                                          const SecurityLookup& securities) const {
+    std::vector<InvestmentTransaction> chosen;
+    for (const InvestmentTransaction& transaction : statement.transactions())
+        if (takes(transaction, securities)) chosen.push_back(transaction);
+    sort<InvestmentTransaction>(chosen, order, dateOf, amountOf);
+    return chosen;
+}
+
+std::vector<Position> Filter::positionsOf(const InvestmentStatement& statement,
+                                          const SecurityLookup& securities) const {
+    std::vector<Position> chosen;
+    for (const Position& position : statement.positions())
+        if (hasWords(position, securities, words)) chosen.push_back(position);
+    sort<Position>(
+        chosen, order, [](const Position& position) { return position.priceDate(); },
+        [](const Position& position) { return position.marketValue(); });
+    return chosen;
+}
+
+std::vector<Security> Filter::chosenOf(const std::vector<Security>& securities) const {
+    std::vector<Security> chosen;
+    std::string text;
+    for (const Security& security : securities) {
+        text.clear();
+        if (!words.empty()) appendTexts(text, security);
+        if (hasAllWords(text, words)) chosen.push_back(security);
+    }
+    sort<Security>(
+        chosen, order, [](const Security& security) { return security.priceDate(); },
+        [](const Security& security) { return security.unitPrice(); });
+    return chosen;
+}
+
+}  // namespace tool

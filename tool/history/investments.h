@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/open.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "filter/filter.h"
+
+/// \file
+/// What several files say together of investments: files -> accounts -> transactions, as history.h has it of
+/// bank accounts.
+
+namespace tool {
+
+/// A statement, and where it stands.
+struct InvestmentSource {
+    brackwell::InvestmentStatement statement;
+    std::string file;         ///< as on the command line
+    std::string institution;  ///< the organisation of the file's sign-on; "" when it names none
+};
+
+/// A transaction of an investment account.
+struct InvestmentEntry {
+    brackwell::InvestmentTransaction transaction;
+    std::uint32_t statement;  ///< in InvestmentAccount::statements
+    std::uint32_t original;   ///< the first of the entries that are the same transaction
+};
+
+/// An investment account in one currency.
+struct InvestmentAccount {
+    std::string broker;
+    std::string number;
+    std::string currency;
+    std::vector<InvestmentSource> statements;  ///< in the order of files, and within one of the document
+    std::vector<InvestmentEntry> entries;      ///< all transactions of these in their order
+    std::size_t repeats = 0;                   ///< how many entries an earlier statement had already
+
+    /// As the last file that names one has it; "" when none does.
+    std::string_view institution() const noexcept;
+    /// The statement with the latest date; of several, and where none has a date, the last.
+    const brackwell::InvestmentStatement& latest() const noexcept;
+};
+
+/// The investment accounts of several files in the order in which they come first. Statements are of one
+/// account when broker, number and currency are the same; one without a number stands alone, and one that
+/// says nothing but that it was refused is left out.
+///
+/// Two transactions of different statements are the same when they have the same identifier of the
+/// institution (FITID), kind, security, units and total. Equal ones of one statement are different ones.
+class InvestmentHistory {
+public:
+    void add(const brackwell::OpenedDocument& document, const std::string& file,
+             const std::string& institution, const Filter& filter);
+
+    const std::vector<InvestmentAccount>& accounts() const noexcept { return accounts_; }
+    /// Of all files.
+    const std::vector<brackwell::Security>& securities() const noexcept { return securities_; }
+
+private:
+    /// The originals of transactions that cannot be told apart, and how many of them the statement that is
+    /// added has had.
+    struct Equal {
+        std::vector<std::uint32_t> originals;
+        std::uint32_t statement = 0;
+        std::size_t met = 0;
+    };
+    using Repeats = std::map<std::string, Equal>;
+
+    void add(InvestmentSource source);
+    std::size_t placeOf(const brackwell::InvestmentStatement& statement);
+    static std::uint32_t originalOf(Repeats& repeats, const brackwell::InvestmentTransaction& transaction,
+                                    std::uint32_t number, std::uint32_t statement);
+
+    std::vector<InvestmentAccount> accounts_;
+    std::vector<Repeats> repeats_;  ///< for each of these
+    std::map<std::string, std::size_t> places_;
+    std::vector<brackwell::Security> securities_;
+};
+
+}  // namespace tool

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <brackwell/investments.h>
+
+#include <string>
+#include <string_view>
+
+#include "history/sum.h"
+
+/// \file
+/// What all commands say of investments alike: when, how much, what it is called, what it is worth.
+
+namespace tool {
+
+/// "Bought stock", "Reinvested dividend", "Transferred in": what a transaction is, in plain words.
+std::string kindInWords(const brackwell::InvestmentTransaction& transaction);
+
+/// @{
+/// "Stocks", "Funds": the securities of a kind.
+std::string_view kindInWords(brackwell::PositionKind kind) noexcept;
+std::string_view kindInWords(brackwell::SecurityKind kind) noexcept;
+/// @}
+
+/// The day of the trade; where there is none, that of the settlement, or on which a bank transaction was
+/// posted.
+std::optional<brackwell::Date> dateOf(const brackwell::InvestmentTransaction& transaction);
+/// The total, or what a bank transaction comes to.
+std::optional<brackwell::Decimal> amountOf(const brackwell::InvestmentTransaction& transaction);
+/// The institution's identifier, of a bank transaction its own.
+brackwell::OptionalText identifierOf(const brackwell::InvestmentTransaction& transaction);
+/// The memo, of a bank transaction its own.
+brackwell::OptionalText memoOf(const brackwell::InvestmentTransaction& transaction);
+
+/// The amount in the currency of the statement; nothing when it is in another one, whose rate is not given.
+std::optional<brackwell::Decimal> inStatementCurrency(
+    const std::optional<brackwell::Decimal>& amount,
+    const std::optional<brackwell::TransactionCurrency>& currency, brackwell::OptionalText statementCurrency);
+/// @{
+/// The same of a position's market value, and of what a transaction comes to.
+std::optional<brackwell::Decimal> valueOf(const brackwell::Position& position,
+                                          const brackwell::InvestmentStatement& statement);
+std::optional<brackwell::Decimal> amountOf(const brackwell::InvestmentTransaction& transaction,
+                                           const brackwell::InvestmentStatement& statement);
+/// @}
+
+/// What the positions of a statement are worth together, in its currency.
+struct Worth {
+    Sum positions;
+    std::size_t withoutValue = 0;  ///< positions of which it is not known
+
+    void add(const std::optional<brackwell::Decimal>& value) {
+        if (value)
+            positions.add(*value);
+        else
+            ++withoutValue;
+    }
+};
+
+Worth worthOf(const brackwell::InvestmentStatement& statement);
+
+/// What an account is worth: positions and cash, or, without any of these, the balance of a retirement plan.
+/// Nothing when nothing is known, or not of all positions.
+std::optional<brackwell::Decimal> totalWorthOf(const brackwell::InvestmentStatement& statement);
+
+/// What a security is called: its name, else its ticker, else the identifier that is given.
+std::string_view nameOf(const std::optional<brackwell::Security>& security,
+                        brackwell::OptionalText identifier) noexcept;
+
+}  // namespace tool

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "view/totals.h"
+
+#include "view/page.h"
+#include "view/sections.h"
+
+namespace tool {
+
+std::string shownSum(const Sum& sum) { return sum.value() ? shownAmount(*sum.value()) : "not representable"; }
+
+void Totals::add(const std::optional<brackwell::Decimal>& amount) {
+    ++count_;
+    if (!amount) {
+        ++withoutAmount_;
+        return;
+    }
+    (amount->isNegative() ? out_ : in_).add(*amount);
+    all_.add(*amount);
+}
+
+void Totals::show(Page& page, brackwell::OptionalText currency) const {
+    std::string text = std::to_string(count_);
+    text += count_ == 1 ? " transaction: in " : " transactions: in ";
+    text += shownSum(in_) + ", out " + shownSum(out_) + ", sum " + shownSum(all_);
+    if (currency && !currency->empty()) text.append(" ").append(*currency);
+    if (withoutAmount_ > 0)
+        text.append(" (").append(std::to_string(withoutAmount_)).append(" without an amount)");
+    page.fact("Total", text);
+}
+
+}  // namespace tool

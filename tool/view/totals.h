@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+
+#include "history/sum.h"
+
+namespace tool {
+
+class Page;
+
+/// What the transactions of a table come to together.
+class Totals {
+public:
+    void add(const std::optional<brackwell::Decimal>& amount);
+    /// "3 transactions: in 10.00, out -2.50, sum 7.50 USD (1 without an amount)"
+    void show(Page& page, brackwell::OptionalText currency) const;
+
+private:
+    std::size_t count_ = 0;
+    std::size_t withoutAmount_ = 0;
+    Sum in_;
+    Sum out_;
+    Sum all_;
+};
+
+/// "7.50"; "not representable" for a sum that does not fit into a number.
+std::string shownSum(const Sum& sum);
+
+}  // namespace tool
