@@ -52,7 +52,7 @@ public:
     Arrangement run() {
         const NodeID last = tree_.size();
         // A node comes after the one that it stands in, so this goes from the innermost outwards.
-        for (NodeID parent = last; parent-- > 0;) placeChildrenOf(parent);
+        for (NodeID parent = last; parent > 0;) placeChildrenOf(--parent);
         for (NodeID parent = Tree::kDocument; parent != kNoNode; parent = tree_.following(parent))
             uniteChildrenOf(parent);
         return std::move(result_);

@@ -105,8 +105,8 @@ private:
     void keepCloseTags() {
         std::vector<std::size_t> nexts(items_.size());
         std::size_t next = text_.size();
-        for (std::size_t i = items_.size(); i-- > 0;) {
-            nexts[i] = next;
+        for (std::size_t i = items_.size(); i > 0;) {
+            nexts[--i] = next;
             if (items_[i].isKept) next = placeOf(items_[i]).begin;
         }
         std::size_t at = 0;

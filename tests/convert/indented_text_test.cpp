@@ -151,11 +151,11 @@ TEST_CASE("a name of more than 64 bytes is written no more often than a document
         {"<OFX>" + open + "<B>x" + close + "</OFX>", "<OFX>\n\t" + open + "\n\t\t<B>x</B>\n"},
         {open + close + open + close, open + close + "\n" + open + close + "\n"},
     };
-    for (const auto& [body, wanted] : rows) {
-        CAPTURE(body);
-        const ParseDictionary tree = parsed(body);
-        CHECK(indentedOFXText(tree) == wanted);
-        CHECK(problemOf(tree, wanted) == "");
+    for (const auto& row : rows) {
+        CAPTURE(row.first);
+        const ParseDictionary tree = parsed(row.first);
+        CHECK(indentedOFXText(tree) == row.second);
+        CHECK(problemOf(tree, row.second) == "");
     }
     const std::string name = longName.substr(1);
     CHECK(indentedOFXText(parsed("<" + name + ">x<>y")) ==
