@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/open.h>
 
+#include "reading/tree_copy.h"
+
 namespace brackwell {
 namespace {
 
 /// A copy of a node that is a tree of its own.
 std::optional<ParseDictionary> copied(const std::optional<ParseDictionary>& node) {
     if (!node) return std::nullopt;
-    ParseDictionaryBuilder builder;
-    for (const auto& [name, value] : node->inDocumentOrder()) builder.value(name, value);
-    return builder.finish();
+    return reading::copyOf(*node);
 }
 
 /// The same through an archive, for an object that was not read from a document.

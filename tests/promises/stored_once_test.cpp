@@ -66,3 +66,28 @@ TEST_CASE("what was read from a caller's bytes is a copy of them, made once") {
     CHECK(copy == bytes);
     CHECK(isSlice(transactions.back()->fiTransactionID().value(), copy));
 }
+
+TEST_CASE("a detached statement has its text once, even where no transaction is closed") {
+    // The source text of every transaction reaches to the end, so that all of them together have gigabytes.
+    constexpr std::size_t count = 100'000;
+    const std::string piece = "<STMTTRN><NAME>x</STMTTRN >";
+    std::string document = "OFXHEADER:100\n\n<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS><BANKTRANLIST>";
+    for (std::size_t i = 0; i < count; ++i) document += piece;
+    std::shared_ptr<TvOFXAccountStatement> copy;
+    std::string last;
+    {
+        const OpenedFile file = openData(Data::view(document), OpenOptions::asIs());
+        REQUIRE(file.statements().size() == 1);
+        copy = detached(file.statements()[0]);
+        last = file.statements()[0]->statementTransactions().back()->description();
+    }
+    const auto& transactions = copy->statementTransactions();
+    REQUIRE(transactions.size() == count);
+    CHECK(transactions.back()->description() == last);
+    const std::string_view all = transactions.front()->originalDataString().value();
+    CHECK(all.size() == count * piece.size() - std::string_view("<STMTTRN>").size());
+    for (const auto& transaction : transactions) {
+        REQUIRE(isSlice(transaction->originalDataString().value(), all));
+        REQUIRE(isSlice(transaction->payeeName().value(), all));
+    }
+}
