@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Imports one document of a shape that a careless reader takes quadratic time or memory for, and says what
-// it took.
+// Imports or opens one document of a shape that a careless reader takes quadratic time or memory for, and
+// says what it took.
 //
 //     brackwell-growth                    lists the shapes
 //     brackwell-growth SHAPE SIZE         imports a document of at least SIZE KiB
+//     brackwell-growth SHAPE SIZE open    opens it, with repair and findings
 //     brackwell-growth SHAPE SIZE write   writes it to standard output
 //
-// An import prints the document's bytes, the seconds of processor time that the program itself took for the
-// import, and the KiB of memory at its peak, the document itself not counted. What the system takes to hand
-// out gigabytes of new memory is left out: it depends on the machine's state more than on the document.
+// The first two print the document's bytes, the seconds of processor time that the program itself took for
+// the reading, and the KiB of memory at its peak, the document itself not counted. What the system takes to
+// hand out gigabytes of new memory is left out: it depends on the machine's state more than on the document.
 #include <brackwell/brackwell.h>
 #include <sys/resource.h>
 
@@ -43,6 +44,15 @@ constexpr Shape kShapes[] = {
     {"closing-brackets", "<OFX>", ">"},
     {"close-tag-without-end", "<OFX>", "</A"},
     {"header-lines", "OFXHEADER:100\n", "N#:x\n"},
+    // What the layer that opens files says something of:
+    {"odd-values", kList,
+     "<STMTTRN><DTPOSTED>05/06/2025</DTPOSTED><TRNAMT>x#</TRNAMT><FITID>1</FITID></STMTTRN>\n"},
+    {"misplaced-transactions", "<OFX><A>", "<STMTTRN><NAME>x</NAME></STMTTRN>\n"},
+    {"refusals", "<OFX><BANKMSGSRSV1>",
+     "<STMTTRNRS><STATUS><CODE>#</CODE><SEVERITY>ERROR</SEVERITY></STATUS></STMTTRNRS>\n"},
+    {"many-documents", "", "<OFX><A>x</A></OFX>\n"},
+    {"many-documents-that-do-not-read", "", "<OFX></B></OFX>\n"},
+    {"tags-that-do-not-match", "<OFX>", "<A>x</B></A>\n"},
 };
 
 std::string makeDocument(const Shape& shape, std::size_t size) {
@@ -68,11 +78,14 @@ double ownSeconds(const rusage& usage) {
     return static_cast<double>(usage.ru_utime.tv_sec) + static_cast<double>(usage.ru_utime.tv_usec) * 1e-6;
 }
 
-void measure(const Shape& shape, std::size_t size) {
+void measure(const Shape& shape, std::size_t size, bool opens) {
     const std::string document = makeDocument(shape, size);
     const auto data = brackwell::Data::view(document);
     const rusage before = usage();
-    brackwell::TovanaOFXController::importOFXFileFromData(data);
+    if (opens)
+        brackwell::openData(data);
+    else
+        brackwell::TovanaOFXController::importOFXFileFromData(data);
     const rusage after = usage();
     std::printf("%zu %.6f %ld\n", document.size(), ownSeconds(after) - ownSeconds(before),
                 after.ru_maxrss - before.ru_maxrss);
@@ -93,8 +106,10 @@ int main(int count, char** arguments) {
     for (const Shape& shape : kShapes) {
         if (shape.name != std::string_view(arguments[1])) continue;
         const std::size_t size = std::strtoull(arguments[2], nullptr, 10) * 1024;
-        if (count == 4) return writeDocument(shape, size) ? 0 : 1;
-        measure(shape, size);
+        const std::string_view how = count == 4 ? arguments[3] : "";
+        if (how == "write") return writeDocument(shape, size) ? 0 : 1;
+        if (how != "open" && !how.empty()) return 2;
+        measure(shape, size, how == "open");
         return 0;
     }
     return 2;

@@ -169,8 +169,8 @@ struct OpenOptions {
     TextEncoding encoding = TextEncodingNone;
     OpenRepair repair = OpenRepair::whenNeeded;  ///< whether documents are repaired
     /// Read amounts and dates as the document writes them ("-0,99", "30/06/2025") where that cannot mean
-    /// anything else; each kind of such a value is a finding. False is the prescribed reading, in which ","
-    /// groups digits.
+    /// anything else, or the document's other amounts or the file's other dates show what it means; each kind
+    /// of such a value is a finding. False is the prescribed reading, in which "," groups digits.
     bool asWritten = true;
     std::shared_ptr<const NumberFormatter> numberFormatter;  ///< tried before everything else; may be null
     std::shared_ptr<const DateFormatter> dateFormatter;      ///< the same for dates
@@ -265,8 +265,8 @@ public:
     /// Why nothing was read; its code is none when something was.
     const OpenError& error() const noexcept;
     /// @{
-    /// What the file holds that is not delivered, or not surely, in the order of the documents; within one,
-    /// what matters most comes first.
+    /// What the file holds that is not delivered, or not surely, by document and then by severity. Of a kind
+    /// there are twenty at most, and after them one that says how many more the file has.
     const std::vector<Finding>& findings() const& noexcept;
     std::vector<Finding> findings() && { return findings(); }
     /// @}
@@ -321,9 +321,9 @@ BRACKWELL_EXPORT OpenedFile openData(const Data& data, const OpenOptions& option
 /// @{
 /// A copy that keeps nothing of its document alive: the fields, the node (originalParseData) and what hangs
 /// on it are copied into a small tree of their own. For applications that keep single transactions or
-/// statements of large documents. Null for null. The source text of each transaction is copied with it; those
-/// of transactions without close tags reach to the end of their document, so a statement full of them is
-/// better kept as it is.
+/// statements of large documents. Null for null. The part of the document's text in which they stand is
+/// copied with them, once; a transaction without a close tag reaches to the next one of a transaction, or to
+/// the end of the document.
 BRACKWELL_EXPORT std::shared_ptr<TvOFXStatementTransaction> detached(
     const std::shared_ptr<const TvOFXStatementTransaction>& transaction);
 BRACKWELL_EXPORT std::shared_ptr<TvOFXAccountStatement> detached(

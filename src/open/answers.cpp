@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "open/response_kind.h"
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
 #include "reading/node_ref.h"
@@ -91,7 +90,7 @@ void findRefusals(FindingList& findings, const TvOFXResponseList& responses, con
     }
 }
 
-void findNamelessStatements(FindingList& findings, const TvOFXResponseList& responses,
+void findNamelessStatements(FindingList& findings, const KnownResponses& responses,
                             const std::vector<InvestmentStatement>& investmentStatements,
                             const TreePlaces& places) {
     std::size_t count = 0;
@@ -99,13 +98,14 @@ void findNamelessStatements(FindingList& findings, const TvOFXResponseList& resp
     const auto add = [&](const ParseDictionary& statement) {
         if (count++ == 0) place = places.offsetOf(reading::NodeRef::of(statement).index());
     };
-    for (const auto& response : responses) {
-        const auto* bank = responseAs<TvOFXStatementResponse>(*response);
-        const auto* card = responseAs<TvOFXCCStatementResponse>(*response);
-        const bool isNameless = (bank != nullptr && !bank->bankAccountFrom()) ||
-                                (card != nullptr && !card->creditCardAccountFrom());
+    for (const auto& statement : responses.statements) {
+        const auto* const bank = responseAs<TvOFXStatementResponse>(*statement);
+        const bool isNameless =
+            bank != nullptr
+                ? !bank->bankAccountFrom()
+                : !static_cast<const TvOFXCCStatementResponse&>(*statement).creditCardAccountFrom();
         // A statement that the server refused has no content, which its status says.
-        if (isNameless && response->originalParseData()) add(*response->originalParseData());
+        if (isNameless && statement->originalParseData()) add(*statement->originalParseData());
     }
     for (const InvestmentStatement& statement : investmentStatements)
         if (!statement.account() && statement.elementName() == "INVSTMTRS")

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "open/finding_list.h"
+#include "open/response_kind.h"
 #include "open/tree_places.h"
 
 namespace brackwell::opening {
@@ -10,7 +11,7 @@ namespace brackwell::opening {
 void findRefusals(FindingList& findings, const TvOFXResponseList& responses, const TreePlaces& places);
 
 /// Adds a finding when statements do not say of which account they are.
-void findNamelessStatements(FindingList& findings, const TvOFXResponseList& responses,
+void findNamelessStatements(FindingList& findings, const KnownResponses& responses,
                             const std::vector<InvestmentStatement>& investmentStatements,
                             const TreePlaces& places);
 

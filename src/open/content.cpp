@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/content.h"
 
-#include "elements/structure.h"
+#include "elements/structure_tables.h"
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
 
@@ -37,9 +37,9 @@ constexpr Named kNamed[] = {
     {"DTSTART", Content::date},
     {"DTEND", Content::date},
     {"DTASOF", Content::date},
+    {"FITID", Content::identifier},
 };
 
-using Contents = std::array<Content, reading::kKnownElementCount>;
 Content contentOfRecord(investments::RecordType type) noexcept {
     using investments::RecordType;
     switch (type) {
@@ -100,17 +100,60 @@ constexpr auto kParents = std::to_array<reading::NameID>({
 });
 static_assert(kParents.size() < 32, "a set of parents has 32 bits, of which one is for all others");
 
-/// True for a response in a message set without its wrapper, which the standard does not have and the reader
-/// takes.
-bool isBareResponse(std::string_view name, std::string_view around) noexcept {
-    return around.find("MSGSRSV") != around.npos && name.ends_with("RS") && !name.ends_with("TRNRS");
+/// The element of each name in the standard's list.
+constexpr auto kElementOfName = [] {
+    std::array<elements::Element, reading::kKnownElementCount> found{};
+    for (std::size_t name = 0; name < found.size(); ++name)
+        found[name] = elements::tables::find(reading::kElementNames[name]);
+    return found;
+}();
+
+/// The name of each element in the list; kKnownElementCount where a tree has no number for it.
+constexpr auto kNameOfElement = [] {
+    std::array<reading::NameID, elements::kElementCount> found{};
+    found.fill(reading::kKnownElementCount);
+    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name)
+        if (kElementOfName[name] != elements::kUnknown) found[kElementOfName[name]] = name;
+    return found;
+}();
+
+/// The responses that may stand in a message set without their wrapper, which the standard does not have and
+/// the reader takes.
+constexpr bool isBareResponse(std::string_view name) noexcept {
+    return name.ends_with("RS") && !name.ends_with("TRNRS");
 }
 
 }  // namespace
 
+constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
+    Facts facts{};
+    facts.fill(NameFacts());  // said once more for g++ 12, which makes zeros of what is not touched
+    NameFacts::Parents unlisted = NameFacts::kOtherParent;
+    NameFacts::Parents messageSets = 0;
+    for (std::size_t i = 0; i < kParents.size(); ++i) {
+        const NameFacts::Parents bit = NameFacts::Parents{1} << i;
+        facts[kParents[i]].asParent = bit;
+        if (!elements::tables::knowsChildren(kElementOfName[kParents[i]])) unlisted |= bit;
+        if (reading::kElementNames[kParents[i]].find("MSGSRSV") != std::string_view::npos) messageSets |= bit;
+    }
+    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name) {
+        if (!elements::tables::knowsPlaces(kElementOfName[name])) continue;
+        const bool isBare = isBareResponse(reading::kElementNames[name]);
+        facts[name].standing = facts[name].repeating = unlisted | (isBare ? messageSets : 0);
+    }
+    for (const reading::NameID parent : kParents)
+        for (const elements::Child& child : elements::tables::childrenInList(kElementOfName[parent])) {
+            const reading::NameID name = kNameOfElement[child.element];
+            if (name == reading::kKnownElementCount) continue;
+            facts[name].standing |= facts[parent].asParent;
+            if (child.mayRepeat) facts[name].repeating |= facts[parent].asParent;
+        }
+    return facts;
+}();
+
 NameFactsTable::NameFactsTable() noexcept {
     addContents();
-    addPlacements();
+    addQuietLeaves();
 }
 
 void NameFactsTable::addContents() noexcept {
@@ -128,24 +171,11 @@ void NameFactsTable::addContents() noexcept {
     for (const Named& row : kNamed) facts_[row.name].content = row.content;
 }
 
-void NameFactsTable::addPlacements() noexcept {
-    for (NameFacts& facts : facts_) facts.standing = facts.repeating = NameFacts::kOtherParent;
-    std::array<elements::Element, kParents.size()> around{};
-    for (std::size_t i = 0; i < kParents.size(); ++i) {
-        facts_[kParents[i]].asParent = NameFacts::Parents{1} << i;
-        around[i] = elements::findElement(reading::kElementNames[kParents[i]]);
-    }
-    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name) {
-        const std::string_view childName = reading::kElementNames[name];
-        const elements::Element child = elements::findElement(childName);
-        for (std::size_t i = 0; i < kParents.size(); ++i) {
-            const bool isBare = isBareResponse(childName, reading::kElementNames[kParents[i]]);
-            const NameFacts::Parents bit = NameFacts::Parents{1} << i;
-            if (isBare || elements::mayStandIn(child, around[i])) facts_[name].standing |= bit;
-            if (isBare || elements::mayRepeatIn(child, around[i])) facts_[name].repeating |= bit;
-        }
-    }
-    facts_.back() = {};
+void NameFactsTable::addQuietLeaves() noexcept {
+    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name)
+        if (facts_[name].content == Content::none) quietIn_[name] = facts_[name].standing;
+    // Only those of bank and card transactions are compared.
+    quietIn_[element("FITID")] = facts_[element("FITID")].standing & ~facts_[element("STMTTRN")].asParent;
 }
 
 const NameFactsTable& NameFactsTable::known() noexcept {
@@ -181,6 +211,8 @@ ContentWords wordsFor(Content content) noexcept {
             return {"amount", "amounts"};
         case Content::date:
             return {"date", "dates"};
+        case Content::identifier:
+            return {"identifier", "identifiers"};
         case Content::none:
         case Content::investmentAnswer:
             break;

@@ -28,8 +28,9 @@ enum class Content : std::uint8_t {
     // From here on leaves, whose texts are checked:
     amount,
     date,
+    identifier,  ///< the institution's number of a transaction
 };
-inline constexpr std::size_t kContentCount = static_cast<std::size_t>(Content::date) + 1;
+inline constexpr std::size_t kContentCount = static_cast<std::size_t>(Content::identifier) + 1;
 inline constexpr bool isLeafContent(Content content) noexcept { return content >= Content::amount; }
 /// True for what people look for; the rest is counted for other reasons.
 inline constexpr bool isSought(Content content) noexcept {
@@ -62,10 +63,10 @@ struct NameFacts {
     using Parents = std::uint32_t;
     static constexpr Parents kOtherParent = Parents{1} << 31;
 
-    Content content = Content::none;
     Parents standing = ~Parents{0};   ///< in which the name may stand
     Parents repeating = ~Parents{0};  ///< in which it may stand more than once
     Parents asParent = kOtherParent;  ///< the bit of the name itself
+    Content content = Content::none;
 };
 
 /// The facts of each name. One that no tree knows is of no kind and may stand anywhere.
@@ -78,12 +79,35 @@ public:
     }
     Content contentOf(reading::NameID name) const noexcept { return of(name).content; }
 
+    // Nearly all nodes of a document are leaves with a known name, each the first of its name in an aggregate
+    // where it may stand. Of these:
+
+    /// True for one that nothing has to be found out of.
+    bool isQuiet(const reading::Node& node, NameFacts::Parents parent) const noexcept {
+        return isPlainLeaf(node) && (quietIn_[node.nameAndKind] & parent) != 0;
+    }
+    /// What the text of one is; below Content::amount for all else.
+    Content valueOf(const reading::Node& node, NameFacts::Parents parent) const noexcept {
+        if (!isPlainLeaf(node)) return Content::none;
+        const NameFacts& facts = facts_[node.nameAndKind];
+        return (facts.standing & parent) != 0 ? facts.content : Content::none;
+    }
+
 private:
+    static bool isPlainLeaf(const reading::Node& node) noexcept {
+        // The marks of an aggregate and of a repetition make this more than any known name.
+        return node.nameAndKind < reading::kKnownElementCount;
+    }
+
+    using Facts = std::array<NameFacts, reading::kKnownElementCount + 1>;
+
     NameFactsTable() noexcept;
     void addContents() noexcept;
-    void addPlacements() noexcept;
+    void addQuietLeaves() noexcept;
+    static const Facts kPlacements;  ///< the facts but for the contents
 
-    std::array<NameFacts, reading::kKnownElementCount + 1> facts_{};
+    Facts facts_ = kPlacements;
+    std::array<NameFacts::Parents, reading::kKnownElementCount> quietIn_{};  ///< by name
 };
 
 }  // namespace brackwell::opening

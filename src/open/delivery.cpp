@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "open/response_kind.h"
 #include "open/shown_text.h"
 #include "reading/node_ref.h"
 
@@ -22,20 +21,19 @@ std::size_t& countOf(ContentCounts& counts, Content content) noexcept {
 
 /// The objects of which there are few, and the lists of balances.
 template <class Use>
-void forEachInResponses(const TvOFXResponseList& responses, const Use& use) {
-    for (const auto& response : responses) {
-        if (!response->originalParseData()) continue;
-        const NodeRef node = NodeRef::of(*response->originalParseData());
+void forEachInResponses(const KnownResponses& responses, const Use& use) {
+    for (const auto& statement : responses.statements) {
+        if (!statement->originalParseData()) continue;
+        const NodeRef node = NodeRef::of(*statement->originalParseData());
         if (!node) continue;
-        if (statementIn(*response) != nullptr) {
-            use(Content::statement, node);
-            for (const NameID name : {element("LEDGERBAL"), element("AVAILBAL")})
-                if (const NodeRef balance = node[name]; balance.isDictionary())
-                    use(Content::balance, balance);
-        }
-        if (responseAs<TvOFXAccountInfoResponse>(*response) != nullptr)
-            for (const NodeRef& record : node[element("ACCTINFO")].elements())
-                if (record.isDictionary()) use(Content::listedAccount, record);
+        use(Content::statement, node);
+        for (const NameID name : {element("LEDGERBAL"), element("AVAILBAL")})
+            if (const NodeRef balance = node[name]; balance.isDictionary()) use(Content::balance, balance);
+    }
+    for (const TvOFXAccountInfoResponse* const list : responses.accountLists) {
+        if (!list->originalParseData()) continue;
+        for (const NodeRef& record : NodeRef::of(*list->originalParseData())[element("ACCTINFO")].elements())
+            if (record.isDictionary()) use(Content::listedAccount, record);
     }
 }
 
@@ -73,13 +71,6 @@ template <class Use>
 void forEachDelivered(const Delivered& delivered, const Use& use) {
     forEachInResponses(delivered.responses, use);
     forEachInInvestments(delivered, use);
-}
-
-/// Calls `use` with each bank and card statement.
-template <class Use>
-void forEachStatement(const TvOFXResponseList& responses, const Use& use) {
-    for (const auto& response : responses)
-        if (const TvOFXAccountStatement* statement = statementIn(*response)) use(*statement);
 }
 
 /// True for what the library has no class for, wherever it stands.
@@ -271,9 +262,8 @@ std::string sentenceFor(const Document& document, const MissingGroup& group) {
 
 Delivery::Delivery(const Delivered& objects, const ContentCounts& found) : delivered_(objects) {
     ContentCounts delivered{};
-    forEachStatement(objects.responses, [&](const TvOFXAccountStatement& statement) {
-        countOf(delivered, Content::transaction) += statement.statementTransactions().size();
-    });
+    for (const auto& statement : objects.responses.statements)
+        countOf(delivered, Content::transaction) += statement->statementTransactions().size();
     forEachDelivered(objects, [&](Content content, const NodeRef& node) {
         countOf(delivered, content) += isCounted(content, node.node());
     });
@@ -289,10 +279,9 @@ void Delivery::addFindings(FindingList& findings, const Document& document, cons
     if (missing_ == 0) return;
     std::vector<bool> delivered(document.size());
     forEachDelivered(delivered_, [&](Content, const NodeRef& node) { delivered[node.index()] = true; });
-    forEachStatement(delivered_.responses, [&](const TvOFXAccountStatement& statement) {
-        for (const auto& transaction : statement.statementTransactions())
+    for (const auto& statement : delivered_.responses.statements)
+        for (const auto& transaction : statement->statementTransactions())
             delivered[NodeRef::of(*transaction->originalParseData()).index()] = true;
-    });
     for (const MissingGroup& group : MissingWalk(document, delivered).run()) {
         std::size_t count = 0;
         for (const std::size_t ofKind : group.counts) count += ofKind;

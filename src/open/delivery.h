@@ -3,13 +3,14 @@
 
 #include "open/content.h"
 #include "open/finding_list.h"
+#include "open/response_kind.h"
 #include "open/tree_places.h"
 
 namespace brackwell::opening {
 
 /// The objects made of a tree.
 struct Delivered {
-    const TvOFXResponseList& responses;
+    const KnownResponses& responses;
     const std::vector<InvestmentStatement>& investmentStatements;
     const std::vector<Security>& securities;
 };

@@ -3,6 +3,8 @@
 
 #include <brackwell/open.h>
 
+#include "open/written_dates.h"
+
 namespace brackwell::opening {
 
 /// What stands behind an OpenedDocument. It does not change once it is made.
@@ -20,6 +22,7 @@ struct DocumentState {
     std::vector<InvestmentStatement> investmentStatements;
     std::vector<Security> securities;
     std::vector<ListedAccount> accounts;
+    WrittenDates dates;  ///< how those of the document are written
     std::vector<Finding> findings;
 };
 

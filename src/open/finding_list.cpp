@@ -11,19 +11,10 @@ namespace brackwell::opening {
 
 void FindingList::add(FindingKind kind, FindingSeverity severity, std::string text, std::size_t count,
                       std::optional<std::size_t> offset) {
-    std::size_t& known = countOfKind_[static_cast<std::size_t>(kind)];
-    if (++known <= kMostOfAKind) {
+    if (++countOfKind_[static_cast<std::size_t>(kind)] <= kMostOfAKind)
         rows_.push_back({{kind, severity, 0, 0, count, std::move(text)}, offset});
-        return;
-    }
-    const auto last = std::find_if(rows_.rbegin(), rows_.rend(),
-                                   [kind](const Row& row) { return row.finding.kind == kind; });
-    if (known == kMostOfAKind + 1) {
-        rows_.push_back({{kind, severity, 0, 0, count, {}}, std::nullopt});
-    } else {
-        last->finding.count += count;
-        last->finding.severity = std::max(last->finding.severity, severity);
-    }
+    else
+        rest_.add(kind, severity, count);
 }
 
 void FindingList::addPlaces(std::string_view text) {
@@ -43,15 +34,12 @@ void FindingList::addPlaces(std::string_view text) {
 std::vector<Finding> FindingList::finish(std::string_view text) && {
     addPlaces(text);
     std::vector<Finding> findings;
-    for (Row& row : rows_) {
-        Finding& finding = row.finding;
-        if (finding.text.empty())
-            finding.text = "There are " + std::to_string(finding.count) + " more of the same kind.";
-        findings.push_back(std::move(finding));
-    }
+    for (Row& row : rows_) findings.push_back(std::move(row.finding));
     std::ranges::stable_sort(findings, [](const Finding& a, const Finding& b) {
         return std::tuple(b.severity, a.line, a.column) < std::tuple(a.severity, b.line, b.column);
     });
+    for (std::size_t kind = 0; kind < kFindingKindCount; ++kind)
+        if (const auto rest = rest_.of(static_cast<FindingKind>(kind))) findings.push_back(*rest);
     return findings;
 }
 

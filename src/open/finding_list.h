@@ -3,14 +3,38 @@
 
 #include <brackwell/open.h>
 
+#include <algorithm>
 #include <array>
 
 namespace brackwell::opening {
 
 inline constexpr std::size_t kFindingKindCount = static_cast<std::size_t>(FindingKind::repaired) + 1;
 
-/// Collects the findings of one document. Of a kind, only so many are kept one by one; the rest are one
-/// finding together, so that no document makes a list that nobody reads.
+/// Findings that are not kept one by one: of each kind, how much they stand for and how much they matter.
+class FindingRest {
+public:
+    void add(FindingKind kind, FindingSeverity severity, std::size_t count) noexcept {
+        Part& part = parts_[static_cast<std::size_t>(kind)];
+        part.count += count;
+        part.severity = std::max(part.severity, severity);
+    }
+    /// All of a kind as one finding without a text; nothing when there are none.
+    std::optional<Finding> of(FindingKind kind) const {
+        const Part& part = parts_[static_cast<std::size_t>(kind)];
+        if (part.count == 0) return std::nullopt;
+        return Finding{kind, part.severity, 0, 0, part.count, {}};
+    }
+
+private:
+    struct Part {
+        std::size_t count = 0;
+        FindingSeverity severity = FindingSeverity::note;
+    };
+    std::array<Part, kFindingKindCount> parts_{};
+};
+
+/// Collects the findings of one document. Of a kind, only so many are kept one by one; of the rest, only how
+/// many there are, so that no document makes a list that nobody reads.
 class FindingList {
 public:
     static constexpr std::size_t kMostOfAKind = 20;
@@ -24,7 +48,8 @@ public:
         return countOfKind_[static_cast<std::size_t>(kind)] < kMostOfAKind;
     }
 
-    /// What was collected, the severest first and then by place, with lines and columns in `text`.
+    /// What was collected, the severest first and then by place, with lines and columns in `text`. What is
+    /// left of a kind comes last, as a finding without a text; FileFindings gives it one.
     std::vector<Finding> finish(std::string_view text) &&;
 
 private:
@@ -36,6 +61,7 @@ private:
 
     std::vector<Row> rows_;
     std::array<std::size_t, kFindingKindCount> countOfKind_{};
+    FindingRest rest_;
 };
 
 }  // namespace brackwell::opening

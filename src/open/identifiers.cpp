@@ -2,9 +2,7 @@
 #include "open/identifiers.h"
 
 #include <bit>
-#include <compare>
 
-#include "open/response_kind.h"
 #include "open/shown_text.h"
 #include "platform/unpredictable_hash.h"
 #include "reading/node_ref.h"
@@ -13,26 +11,6 @@ namespace brackwell::opening {
 namespace {
 
 using Transactions = std::vector<std::shared_ptr<TvOFXStatementTransaction>>;
-
-/// True when the identifiers rise or fall throughout, by size and then by bytes: most institutions count
-/// or begin with the date, so that nothing has to be looked up.
-bool areInOrder(const Transactions& transactions) {
-    OptionalText last;
-    bool isRising = true;
-    bool isFalling = true;
-    for (const auto& transaction : transactions) {
-        const OptionalText id = transaction->fiTransactionID();
-        if (!id) continue;
-        if (last) {
-            const auto order = last->size() != id->size() ? last->size() <=> id->size() : *last <=> *id;
-            isRising = isRising && std::is_lt(order);
-            isFalling = isFalling && std::is_gt(order);
-            if (!isRising && !isFalling) return false;
-        }
-        last = id;
-    }
-    return true;
-}
 
 /// Two transactions with one identifier are the same when all that people compare is.
 bool areSame(const TvOFXStatementTransaction& a, const TvOFXStatementTransaction& b) {
@@ -67,7 +45,6 @@ struct Repeated {
     const TvOFXStatementTransaction* first = nullptr;
 
     void search(const Transactions& transactions) {
-        if (areInOrder(transactions)) return;
         FirstByIdentifier table(transactions);
         for (std::size_t number = 0; number < transactions.size(); ++number) {
             const TvOFXStatementTransaction& transaction = *transactions[number];
@@ -80,11 +57,9 @@ struct Repeated {
 
 }  // namespace
 
-void findRepeatedIdentifiers(FindingList& findings, const TvOFXResponseList& responses,
+void findRepeatedIdentifiers(FindingList& findings, const KnownResponses& responses,
                              const TreePlaces& places) {
-    for (const auto& response : responses) {
-        const TvOFXAccountStatement* statement = statementIn(*response);
-        if (statement == nullptr) continue;
+    for (const auto& statement : responses.statements) {
         Repeated repeated;
         repeated.search(statement->statementTransactions());
         if (repeated.count == 0) continue;

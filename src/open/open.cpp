@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "open/document_state.h"
+#include "open/file_findings.h"
 #include "open/file_source.h"
 #include "open/shown_text.h"
 
@@ -35,15 +36,15 @@ struct opening::FileState {
         const bool isRead = std::ranges::any_of(
             documents, [](const auto& document) { return document->interpreter != nullptr; });
         if (!isRead) state->error = documents.front()->error;
+        FileFindings findings;
         if (documents.size() > 1)
-            state->findings.push_back(
+            findings.add(
                 {FindingKind::severalDocuments, FindingSeverity::note, 0, 0, documents.size(),
                  "The file holds " + std::to_string(documents.size()) + " documents, one after the other."});
         std::vector<Security> securities;
         for (const auto& document : documents) {
-            if (isRead && document->interpreter == nullptr)
-                state->findings.push_back(unreadFinding(*document));
-            append(state->findings, document->findings);
+            if (isRead && document->interpreter == nullptr) findings.add(unreadFinding(*document));
+            for (Finding& finding : document->findings) findings.add(std::move(finding));
             document->findings.clear();
             state->documents.push_back(OpenedDocument(document));
             append(state->responses, state->documents.back().responses());
@@ -52,6 +53,7 @@ struct opening::FileState {
             append(securities, document->securities);
             append(state->accounts, document->accounts);
         }
+        state->findings = std::move(findings).finish();
         if (!securities.empty()) state->securities = SecurityList(std::move(securities));
         return OpenedFile(std::move(state));
     }

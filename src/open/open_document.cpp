@@ -76,6 +76,7 @@ std::shared_ptr<const Formatter> inTurn(const std::shared_ptr<const Formatter>& 
 struct Interpreted {
     Parsed parsed;
     std::shared_ptr<TvOFXInterpreter> interpreter;
+    KnownResponses known;  ///< among the interpreter's responses
     std::vector<InvestmentStatement> investmentStatements;
     std::vector<Security> securities;
     Survey survey;
@@ -91,17 +92,16 @@ struct Interpreted {
         return NodeRef::of(*parsed.content.ofxData).document();
     }
     const TvOFXResponseList& responses() const noexcept { return interpreter->allResponses(); }
-    Delivery delivery() const {
-        return Delivery({responses(), investmentStatements, securities}, survey.found);
-    }
+    Delivery delivery() const { return Delivery({known, investmentStatements, securities}, survey.found); }
     std::size_t found(Content content_) const noexcept {
         return survey.found[static_cast<std::size_t>(content_)];
     }
 };
 
-void interpret(Interpreted& content, const OpenOptions& options) {
+void interpret(Interpreted& content, const OpenOptions& options, const WrittenDates* datesOfFile) {
     const reading::Document& document = content.document();
     content.survey = surveyOf(document);
+    if (datesOfFile != nullptr) content.survey.dates.takeOrdersFrom(*datesOfFile);
     const Survey& survey = content.survey;
     const bool helpsNumbers = options.asWritten && !survey.amounts.arePlain();
     const bool helpsDates = options.asWritten && !survey.dates.arePlain();
@@ -118,6 +118,7 @@ void interpret(Interpreted& content, const OpenOptions& options) {
     }
     content.interpreter->setHelperObject(helper);
     content.interpreter->interpret();
+    content.known = KnownResponses(content.responses());
     const auto& tree = content.parsed.content.ofxData;
     const bool hasStatements =
         content.found(Content::investmentAnswer) + content.found(Content::investmentStatement) != 0;
@@ -126,13 +127,13 @@ void interpret(Interpreted& content, const OpenOptions& options) {
     content.repairable = content.delivery().repairable();
 }
 
-Interpreted contentOf(Parsed parsed, const OpenOptions& options) {
+Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDates* datesOfFile) {
     Interpreted content;
     content.parsed = std::move(parsed);
     // An XML document without an instruction has an empty tree of no document.
     const bool hasTree =
         content.parsed.outcome == Outcome::read && NodeRef::of(*content.parsed.content.ofxData);
-    if (hasTree) interpret(content, options);
+    if (hasTree) interpret(content, options, datesOfFile);
     return content;
 }
 
@@ -146,12 +147,11 @@ bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
            before.survey.misplaced.count + before.survey.misplaced.repeated;
 }
 
-/// The accounts of the account lists among the responses, with the blocks that a record leaves out.
-std::vector<ListedAccount> accountsOf(const TvOFXResponseList& responses) {
+/// The accounts of account lists, with the blocks that a record leaves out.
+std::vector<ListedAccount> accountsOf(const std::vector<const TvOFXAccountInfoResponse*>& lists) {
     std::vector<ListedAccount> accounts;
-    for (const auto& response : responses) {
-        const auto* list = dynamic_cast<const TvOFXAccountInfoResponse*>(response.get());
-        if (list == nullptr || !list->originalParseData()) continue;
+    for (const TvOFXAccountInfoResponse* const list : lists) {
+        if (!list->originalParseData()) continue;
         auto record = list->accountInfos().begin();
         for (const NodeRef& node : NodeRef::of(*list->originalParseData())[element("ACCTINFO")].elements()) {
             if (!node.isDictionary() || record == list->accountInfos().end()) continue;
@@ -177,14 +177,15 @@ std::string_view markOf(std::string_view bytes, const Parsed& parsed) noexcept {
 /// Opens one document.
 class Opening {
 public:
-    Opening(const Data& bytes, const OpenOptions& options)
-        : options_(options), state_(std::make_shared<DocumentState>()) {
+    /// `datesOfFile` are the dates of all documents of the file, where they are known; otherwise null.
+    Opening(const Data& bytes, const OpenOptions& options, const WrittenDates* datesOfFile = nullptr)
+        : options_(options), datesOfFile_(datesOfFile), state_(std::make_shared<DocumentState>()) {
         state_->bytes = bytes;
     }
 
     /// Parses the document and makes objects of it, as far as that goes without a repair.
     void begin() {
-        content_ = contentOf(firstParsed(), options_);
+        content_ = contentOf(firstParsed(), options_, datesOfFile_);
         state_->text = textOf(content_.parsed);
         state_->encoding = content_.parsed.encoding;
         state_->mark = markOf(state_->bytes.bytes(), content_.parsed);
@@ -226,7 +227,7 @@ private:
         RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
         if (repaired.changes.empty()) return;
         const Data text = Data::adopt(std::move(repaired.text));
-        Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_);
+        Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_, datesOfFile_);
         if (!isBetter(after, content)) return;
         content = std::move(after);
         state_->changes = std::move(repaired.changes);
@@ -253,12 +254,11 @@ private:
     void take(Interpreted content) {
         addFindings(content);
         state_->interpreter = std::move(content.interpreter);
-        for (const auto& response : state_->interpreter->allResponses())
-            if (statementIn(*response) != nullptr)
-                state_->statements.push_back(std::static_pointer_cast<TvOFXAccountStatement>(response));
-        state_->accounts = accountsOf(state_->interpreter->allResponses());
+        state_->statements = std::move(content.known.statements);
+        state_->accounts = accountsOf(content.known.accountLists);
         state_->investmentStatements = std::move(content.investmentStatements);
         state_->securities = std::move(content.securities);
+        state_->dates = content.survey.dates;
         state_->content = std::move(content.parsed.content);
     }
 
@@ -285,9 +285,12 @@ private:
         if (content.repairable == 0) addMisplaced(findings, document, content.survey.misplaced, places);
         findOddValues(findings, document, content.survey, options_, places);
         findRefusals(findings, responses, places);
-        findContradictions(findings, content.investmentStatements, SecurityList(content.securities), places);
-        findNamelessStatements(findings, responses, content.investmentStatements, places);
-        findRepeatedIdentifiers(findings, responses, places);
+        if (!content.investmentStatements.empty())
+            findContradictions(findings, content.investmentStatements, SecurityList(content.securities),
+                               places);
+        findNamelessStatements(findings, content.known, content.investmentStatements, places);
+        if (!content.survey.hasDistinctIdentifiers())
+            findRepeatedIdentifiers(findings, content.known, places);
         // Where something is found that is not delivered, the cause is said already.
         const bool isEmpty =
             responses.empty() && content.investmentStatements.empty() && content.securities.empty();
@@ -316,6 +319,7 @@ private:
     }
 
     const OpenOptions& options_;
+    const WrittenDates* datesOfFile_;
     std::shared_ptr<DocumentState> state_;
     Interpreted content_;
     bool isEncodingGuessed_ = false;
@@ -331,28 +335,62 @@ void moveBy(const TextPlace& begin, DocumentState& state) {
     move(state.error.line, state.error.column);
 }
 
+using DocumentStates = std::vector<std::shared_ptr<DocumentState>>;
+
+/// The documents of a file that has several.
+class Parts {
+public:
+    Parts(Data text, std::vector<TextRange> parts, const OpenOptions& options)
+        : text_(std::move(text)), parts_(std::move(parts)), options_(options) {}
+
+    DocumentStates open() && {
+        // So that many documents that are no text do not take their time many times over.
+        std::size_t searches = 4;
+        for (const TextRange& part : parts_) {
+            documents_.push_back(
+                openPart(part, searches > 0 ? EncodingSearch::all : EncodingSearch::none, nullptr));
+            if (documents_.back()->error.code == OpenErrorCode::undecodable && searches > 0) --searches;
+        }
+        readDatesTogether();
+        PlaceCursor cursor(text_.bytes());
+        for (std::size_t i = 0; i != parts_.size(); ++i)
+            moveBy(cursor.advanceTo(parts_[i].begin), *documents_[i]);
+        return std::move(documents_);
+    }
+
+private:
+    std::shared_ptr<DocumentState> openPart(const TextRange& part, EncodingSearch search,
+                                            const WrittenDates* datesOfFile) const {
+        Opening opening(text_.slice(part.begin, part.end - part.begin), options_, datesOfFile);
+        opening.begin();
+        return opening.finish(search);
+    }
+
+    /// Reads those documents again whose dates only the other documents explain.
+    void readDatesTogether() {
+        WrittenDates all;
+        for (const auto& document : documents_) all.addOrdersOf(document->dates);
+        for (std::size_t i = 0; i != parts_.size(); ++i)
+            if (documents_[i]->dates.isHelpedBy(all))
+                documents_[i] = openPart(parts_[i], EncodingSearch::all, &all);
+    }
+
+    Data text_;
+    std::vector<TextRange> parts_;
+    const OpenOptions& options_;
+    DocumentStates documents_;
+};
+
 }  // namespace
 
-std::vector<std::shared_ptr<DocumentState>> openDocuments(const Data& bytes, const OpenOptions& options) {
+DocumentStates openDocuments(const Data& bytes, const OpenOptions& options) {
     Opening whole(bytes, options);
     whole.begin();
-    const std::vector<TextRange> parts = whole.parts();
+    std::vector<TextRange> parts = whole.parts();
     if (parts.size() == 1) return {whole.finish()};
-    const Data text = whole.splitText();
     OpenOptions partOptions = options;
     if (whole.isWide()) partOptions.encoding = TextEncodingUTF8;
-    std::vector<std::shared_ptr<DocumentState>> documents;
-    std::size_t searches =
-        4;  // so that many documents that are no text do not take their time many times over
-    PlaceCursor cursor(text.bytes());
-    for (const TextRange& part : parts) {
-        Opening opening(text.slice(part.begin, part.end - part.begin), partOptions);
-        opening.begin();
-        documents.push_back(opening.finish(searches > 0 ? EncodingSearch::all : EncodingSearch::none));
-        if (documents.back()->error.code == OpenErrorCode::undecodable && searches > 0) --searches;
-        moveBy(cursor.advanceTo(part.begin), *documents.back());
-    }
-    return documents;
+    return Parts(whole.splitText(), std::move(parts), partOptions).open();
 }
 
 }  // namespace brackwell::opening

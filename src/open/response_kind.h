@@ -21,4 +21,20 @@ inline const TvOFXAccountStatement* statementIn(const TvOFXResponse& response) n
     return responseAs<TvOFXCCStatementResponse>(response);
 }
 
+/// The responses of a document that more is asked of. Finding out what a response is takes a small document
+/// noticeable time, so it is done once.
+struct KnownResponses {
+    KnownResponses() = default;
+    explicit KnownResponses(const TvOFXResponseList& all) {
+        for (const auto& response : all)
+            if (statementIn(*response) != nullptr)
+                statements.push_back(std::static_pointer_cast<TvOFXAccountStatement>(response));
+            else if (const auto* const list = responseAs<TvOFXAccountInfoResponse>(*response))
+                accountLists.push_back(list);
+    }
+
+    std::vector<std::shared_ptr<TvOFXAccountStatement>> statements;  ///< of banks and cards
+    std::vector<const TvOFXAccountInfoResponse*> accountLists;
+};
+
 }  // namespace brackwell::opening

@@ -7,58 +7,77 @@ namespace brackwell::opening {
 
 namespace {
 
-/// Four characters as a number that orders them as texts.
-constexpr std::uint32_t ordered(const char* characters) noexcept {
-    std::uint32_t number = 0;
-    for (unsigned i = 0; i < 4; ++i) number = number << 8U | static_cast<unsigned char>(characters[i]);
-    return number;
-}
-
-bool hasUsualYear(std::string_view date) noexcept {
-    if (date.size() < 4) return false;
-    const std::uint32_t year = ordered(date.data());
-    return year >= ordered("1970") && year <= ordered("2100");
-}
-
 /// An aggregate whose children are walked through.
 struct Around {
-    std::uint32_t node;
-    std::uint32_t end;
+    const reading::Node* node;
+    const reading::Node* end;
     NameFacts::Parents bit;
 };
 
-void readValue(Survey& survey, Content content, std::string_view text) {
-    if (content == Content::amount) return survey.amounts.add(text);
-    survey.dates.add(text);
-    if (!hasUsualYear(text)) ++survey.improbableDates;
-}
+/// One walk over the nodes of a tree.
+class SurveyWalk {
+public:
+    explicit SurveyWalk(const reading::Document& document) noexcept : document_(document) {}
+
+    Survey run() && {
+        const NameFactsTable& names = names_;
+        const reading::Node* node = &document_.node(0);
+        Around around{node, node + document_.size(), NameFacts::kOtherParent};
+        std::vector<Around> outer;
+        outer.reserve(16);  // deeper than any document is without being odd
+        for (++node;;) {
+            while (node != around.end && names.isQuiet(*node, around.bit)) ++node;
+            if (node == around.end) {
+                if (outer.empty()) return std::move(survey_);
+                around = outer.back();
+                outer.pop_back();
+                continue;
+            }
+            if (const Content value = names.valueOf(*node, around.bit); isLeafContent(value)) {
+                readValue(value, document_.text(*node++));
+                continue;
+            }
+            const NameFacts& facts = names.of(node->name());
+            look(*node, facts, *around.node, around.bit);
+            if (node->isAggregate()) {
+                outer.push_back(around);
+                around = {node, document_.behind(node), facts.asParent};
+            }
+            ++node;
+        }
+    }
+
+private:
+    void readValue(Content content, std::string_view text) {
+        if (content == Content::amount)
+            survey_.amounts.add(text);
+        else if (content == Content::date)
+            survey_.dates.add(text);
+        else
+            survey_.identifiers.add(text);
+    }
+
+    void look(const reading::Node& node, const NameFacts& facts, const reading::Node& parent,
+              NameFacts::Parents bit) {
+        if ((facts.standing & bit) == 0) [[unlikely]]
+            survey_.misplaced.add(document_.index(node), document_.index(parent));
+        else if (node.isRepeated() && (facts.repeating & bit) == 0) [[unlikely]]
+            survey_.misplaced.addRepeated(document_.index(node));
+        if (!isLeafContent(facts.content))
+            survey_.found[static_cast<std::size_t>(facts.content)] += isCounted(facts.content, node);
+        else if (!node.isAggregate())
+            readValue(facts.content, document_.text(node));
+        if (facts.content == Content::statement) survey_.identifiers.beginStatement();
+    }
+
+    const reading::Document& document_;
+    const NameFactsTable& names_ = NameFactsTable::known();
+    Survey survey_;
+};
 
 }  // namespace
 
-Survey surveyOf(const reading::Document& document) {
-    const NameFactsTable& names = NameFactsTable::known();
-    Survey survey;
-    std::vector<Around> outer;
-    Around around{0, document.size(), NameFacts::kOtherParent};
-    for (std::uint32_t index = 1; index < document.size(); ++index) {
-        for (; around.end <= index; outer.pop_back()) around = outer.back();
-        const reading::Node& node = document.node(index);
-        const NameFacts& facts = names.of(node.name());
-        if ((facts.standing & around.bit) == 0)
-            survey.misplaced.add(index, around.node);
-        else if (node.isRepeated() && (facts.repeating & around.bit) == 0)
-            survey.misplaced.addRepeated(index);
-        if (isLeafContent(facts.content)) {
-            if (!node.isAggregate()) readValue(survey, facts.content, document.text(node));
-        } else {
-            survey.found[static_cast<std::size_t>(facts.content)] += isCounted(facts.content, node);
-        }
-        if (!node.isAggregate()) continue;
-        outer.push_back(around);
-        around = {index, document.behind(index), facts.asParent};
-    }
-    return survey;
-}
+Survey surveyOf(const reading::Document& document) { return SurveyWalk(document).run(); }
 
 std::size_t depthOf(const reading::Document& document) {
     std::vector<std::uint32_t> ends;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "open/content.h"
+#include "open/identifier_order.h"
 #include "open/placement.h"
 #include "open/written_amounts.h"
 #include "open/written_dates.h"
@@ -13,8 +14,14 @@ struct Survey {
     ContentCounts found{};   ///< how much of each kind there is, delivered or not; leaves are not counted
     WrittenAmounts amounts;  ///< how the amounts are written
     WrittenDates dates;      ///< how the dates are written
-    std::size_t improbableDates = 0;  ///< dates that begin with another year than 1970 to 2100
-    Misplaced misplaced;              ///< elements where nobody reads them
+    IdentifierOrder identifiers;  ///< of transactions, statement by statement
+    Misplaced misplaced;          ///< elements where nobody reads them
+
+    /// True when no statement has two transactions with one identifier. Where statements stand in each other,
+    /// or something else stands where it should not, nothing is known.
+    bool hasDistinctIdentifiers() const noexcept {
+        return identifiers.areInOrder() && misplaced.count + misplaced.repeated == 0;
+    }
 };
 
 Survey surveyOf(const reading::Document& document);

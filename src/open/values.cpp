@@ -33,7 +33,9 @@ struct Odd {
 
 struct OddValues {
     Odd unreadable;
+    Odd ambiguous;  ///< of dates: the text can mean two days
     Odd byEvidence;
+    Odd byOrder;  ///< of dates: the same, and the file's other dates tell which
     Odd doubtful;
     Odd contradicted;  ///< the caller's formatter makes another value of it
 };
@@ -50,6 +52,7 @@ void sort(OddValues& odd, std::uint32_t node, std::string_view text, const Writt
     }
     switch (reading.how) {
         case ReadingKind::unreadable:
+        case ReadingKind::ambiguous:
             return odd.unreadable.add(node, text, reading.value);
         case ReadingKind::byEvidence:
             return odd.byEvidence.add(node, text, reading.value);
@@ -60,71 +63,103 @@ void sort(OddValues& odd, std::uint32_t node, std::string_view text, const Writt
     }
 }
 
-/// A sentence of an odd value: what is said when there is one, and when there are several.
+/// A date that by itself can mean two days.
+void sortEither(OddValues& odd, std::uint32_t node, std::string_view text, const EitherDay& either) {
+    const std::optional<Date> day = either.day();
+    Odd& group = day ? odd.byOrder : odd.ambiguous;
+    group.add(node, text, day);
+    if (group.count != 1) return;
+    if (day)
+        group.value.append(", with the ")
+            .append(either.order == DateOrder::dayFirst ? "day" : "month")
+            .append(" first, as the file's other dates are written");
+    else
+        group.value = shown(either.dayFirst) + " or " + shown(either.monthFirst);
+}
+
+/// A sentence of an odd value: what is said when there is one, and when there are several. "{}" stands for
+/// its value.
 struct Sentence {
     std::string_view one;      ///< stands after "The amount "-0,99" "
     std::string_view several;  ///< stands after "3 amounts such as "-0,99" "
 };
 
+/// What is said differently of amounts and of dates.
+struct Words {
+    std::string_view one;
+    std::string_view several;
+    Sentence contradicted;
+    Sentence notAsWritten;
+    Sentence doubtful;
+    FindingSeverity doubtfulSeverity;
+};
+
+constexpr Words kAmountWords{
+    "amount",
+    "amounts",
+    {"is, with the number format that was given, read as {}",
+     "are read with the number format that was given; the first as {}"},
+    {"is not written as OFX has it and is read wrongly or not at all; it probably means {}",
+     "are not written as OFX has it and are read wrongly or not at all; the first probably means {}"},
+    {"can be read in two ways; it is read as {}", "can be read in two ways; the first is read as {}"},
+    FindingSeverity::warning,
+};
+constexpr Words kDateWords{
+    "date",
+    "dates",
+    {"is, with the date format that was given, read as {}",
+     "are read with the date format that was given; the first as {}"},
+    {"is not written as OFX has it and is not read; it probably means {}",
+     "are not written as OFX has it and are not read; the first probably means {}"},
+    {"is improbable; it is read as {}", "are improbable; the first is read as {}"},
+    FindingSeverity::note,
+};
+
 class Reporter {
 public:
-    Reporter(FindingList& findings, const TreePlaces& places, std::string_view one, std::string_view several)
-        : findings_(findings), places_(places), one_(one), several_(several) {}
+    Reporter(FindingList& findings, const TreePlaces& places, const Words& words, bool asWritten)
+        : findings_(findings), places_(places), words_(words), asWritten_(asWritten) {}
+
+    void report(const OddValues& odd) const {
+        say(odd.contradicted, FindingKind::doubtfulValue, FindingSeverity::warning, words_.contradicted);
+        say(odd.unreadable, FindingKind::unreadableValue, FindingSeverity::warning,
+            {"cannot be read and is left out", "cannot be read and are left out"});
+        say(odd.ambiguous, FindingKind::unreadableValue, FindingSeverity::warning,
+            {"can mean {}, and the file's other dates do not tell which; it is left out",
+             "can mean two days, this one {}, and the file's other dates do not tell which; they are left "
+             "out"});
+        sayEvidence(odd.byEvidence);
+        sayEvidence(odd.byOrder);
+        say(odd.doubtful, FindingKind::doubtfulValue, words_.doubtfulSeverity, words_.doubtful);
+    }
+
+private:
+    /// Of values that have a meaning, which the prescribed reading does not find.
+    void sayEvidence(const Odd& odd) const {
+        if (asWritten_)
+            say(odd, FindingKind::doubtfulValue, FindingSeverity::note,
+                {"is not written as OFX has it; it is read as {}",
+                 "are not written as OFX has it; the first is read as {}"});
+        else
+            say(odd, FindingKind::doubtfulValue, FindingSeverity::warning, words_.notAsWritten);
+    }
 
     void say(const Odd& odd, FindingKind kind, FindingSeverity severity, const Sentence& sentence) const {
         if (odd.count == 0) return;
         const bool isOne = odd.count == 1;
-        std::string text = isOne ? "The " + std::string(one_)
-                                 : std::to_string(odd.count) + " " + std::string(several_) + " such as";
-        text.append(" ").append(odd.text).append(" ").append(isOne ? sentence.one : sentence.several);
-        if (!odd.value.empty() && (text.ends_with(" as") || text.ends_with(" means")))
-            text.append(" ").append(odd.value);
-        findings_.add(kind, severity, text.append("."), odd.count, places_.offsetOf(odd.node));
+        std::string text = isOne ? "The " + std::string(words_.one)
+                                 : std::to_string(odd.count) + " " + std::string(words_.several) + " such as";
+        std::string said(isOne ? sentence.one : sentence.several);
+        if (const std::size_t place = said.find("{}"); place != said.npos) said.replace(place, 2, odd.value);
+        text.append(" ").append(odd.text).append(" ").append(said).append(".");
+        findings_.add(kind, severity, std::move(text), odd.count, places_.offsetOf(odd.node));
     }
 
-private:
     FindingList& findings_;
     const TreePlaces& places_;
-    std::string_view one_;
-    std::string_view several_;
+    const Words& words_;
+    bool asWritten_;
 };
-
-void reportAmounts(const Reporter& reporter, const OddValues& odd, bool asWritten) {
-    reporter.say(odd.contradicted, FindingKind::doubtfulValue, FindingSeverity::warning,
-                 {"is, with the number format that was given, read as",
-                  "are read with the number format that was given; the first as"});
-    reporter.say(odd.unreadable, FindingKind::unreadableValue, FindingSeverity::warning,
-                 {"cannot be read and is left out", "cannot be read and are left out"});
-    if (asWritten)
-        reporter.say(odd.byEvidence, FindingKind::doubtfulValue, FindingSeverity::note,
-                     {"is not written as OFX has it; it is read as",
-                      "are not written as OFX has it; the first is read as"});
-    else
-        reporter.say(
-            odd.byEvidence, FindingKind::doubtfulValue, FindingSeverity::warning,
-            {"is not written as OFX has it and is read wrongly or not at all; it probably means",
-             "are not written as OFX has it and are read wrongly or not at all; the first probably means"});
-    reporter.say(odd.doubtful, FindingKind::doubtfulValue, FindingSeverity::warning,
-                 {"can be read in two ways; it is read as", "can be read in two ways; the first is read as"});
-}
-
-void reportDates(const Reporter& reporter, const OddValues& odd, bool asWritten) {
-    reporter.say(odd.contradicted, FindingKind::doubtfulValue, FindingSeverity::warning,
-                 {"is, with the date format that was given, read as",
-                  "are read with the date format that was given; the first as"});
-    reporter.say(odd.unreadable, FindingKind::unreadableValue, FindingSeverity::warning,
-                 {"cannot be read and is left out", "cannot be read and are left out"});
-    if (asWritten)
-        reporter.say(odd.byEvidence, FindingKind::doubtfulValue, FindingSeverity::note,
-                     {"is not written as OFX has it; it is read as",
-                      "are not written as OFX has it; the first is read as"});
-    else
-        reporter.say(odd.byEvidence, FindingKind::doubtfulValue, FindingSeverity::warning,
-                     {"is not written as OFX has it and is not read; it probably means",
-                      "are not written as OFX has it and are not read; the first probably means"});
-    reporter.say(odd.doubtful, FindingKind::doubtfulValue, FindingSeverity::note,
-                 {"is improbable; it is read as", "are improbable; the first is read as"});
-}
 
 }  // namespace
 
@@ -132,7 +167,7 @@ void findOddValues(FindingList& findings, const reading::Document& document, con
                    const OpenOptions& options, const TreePlaces& places) {
     const NumberFormatter* const numbers = options.numberFormatter.get();
     const DateFormatter* const days = options.dateFormatter.get();
-    const bool isPlain = survey.amounts.arePlain() && survey.dates.arePlain() && survey.improbableDates == 0;
+    const bool isPlain = survey.amounts.arePlain() && survey.dates.arePlain() && !survey.dates.areDoubtful();
     if (isPlain && numbers == nullptr && days == nullptr) return;
     OddValues amounts;
     OddValues dates;
@@ -145,12 +180,17 @@ void findOddValues(FindingList& findings, const reading::Document& document, con
             sort(amounts, index, text, survey.amounts.read(text),
                  numbers != nullptr ? numbers->numberFromString(text) : std::nullopt);
         if (content != Content::date) continue;
+        const std::optional<Date> given = days != nullptr ? days->dateFromString(text) : std::nullopt;
+        const std::optional<EitherDay> either = given ? std::nullopt : survey.dates.eitherDay(text);
         DateReading reading = survey.dates.read(text);
         if (reading.value && isDoubtful(*reading.value)) reading.how = ReadingKind::doubtful;
-        sort(dates, index, text, reading, days != nullptr ? days->dateFromString(text) : std::nullopt);
+        if (either && reading.how != ReadingKind::doubtful)
+            sortEither(dates, index, text, *either);
+        else
+            sort(dates, index, text, reading, given);
     }
-    reportAmounts({findings, places, "amount", "amounts"}, amounts, options.asWritten);
-    reportDates({findings, places, "date", "dates"}, dates, options.asWritten);
+    Reporter(findings, places, kAmountWords, options.asWritten).report(amounts);
+    Reporter(findings, places, kDateWords, options.asWritten).report(dates);
 }
 
 }  // namespace brackwell::opening

@@ -31,38 +31,82 @@ std::size_t placeOf(char mark) noexcept { return std::string_view("/-.").find(ma
 
 }  // namespace
 
-const WrittenDates::Orders& WrittenDates::ordersOf(const SeparatedDate& date) const noexcept {
-    return orders_[placeOf(date.mark)];
+DateOrder WrittenDates::Orders::order() const noexcept {
+    constexpr std::size_t enough = 4;
+    if (dayFirst + monthFirst == 0) return DateOrder::unknown;
+    if (dayFirst / enough >= monthFirst) return DateOrder::dayFirst;
+    if (monthFirst / enough >= dayFirst) return DateOrder::monthFirst;
+    return DateOrder::contradictory;
+}
+
+bool WrittenDates::Orders::areDecided() const noexcept {
+    return order() == DateOrder::dayFirst || order() == DateOrder::monthFirst;
 }
 
 void WrittenDates::addOther(std::string_view text) noexcept {
-    if (dateFromOFXText(text)) return;
+    if (const std::optional<Date> date = dateFromOFXText(text)) {
+        doubtful_ = doubtful_ || isDoubtful(*date);
+        return;
+    }
     plain_ = false;
     const std::optional<SeparatedDate> date = SeparatedDate::of(trimWhiteSpace(text));
     if (!date) return;
-    const bool canBeDayFirst = date->dayMonthYear().has_value();
-    const bool canBeMonthFirst = date->monthDayYear().has_value();
-    if (canBeDayFirst == canBeMonthFirst) return;
+    const std::optional<Date> dayFirst = date->dayMonthYear();
+    const std::optional<Date> monthFirst = date->monthDayYear();
     Orders& orders = orders_[placeOf(date->mark)];
-    (canBeDayFirst ? orders.dayFirst : orders.monthFirst) = true;
+    if (dayFirst && monthFirst)
+        orders.haveAmbiguous = orders.haveAmbiguous || dayFirst != monthFirst;
+    else if (dayFirst)
+        ++orders.dayFirst;
+    else if (monthFirst)
+        ++orders.monthFirst;
+}
+
+std::optional<EitherDay> WrittenDates::eitherDay(std::string_view text) const noexcept {
+    if (dateFromOFXText(text)) return std::nullopt;
+    const std::optional<SeparatedDate> date = SeparatedDate::of(trimWhiteSpace(text));
+    if (!date) return std::nullopt;
+    const std::optional<Date> dayFirst = date->dayMonthYear();
+    const std::optional<Date> monthFirst = date->monthDayYear();
+    if (!dayFirst || !monthFirst || dayFirst == monthFirst) return std::nullopt;
+    return EitherDay{*dayFirst, *monthFirst, orders_[placeOf(date->mark)].order()};
 }
 
 DateReading WrittenDates::read(std::string_view text) const noexcept {
     if (const std::optional<Date> date = dateFromOFXText(text)) return {date, ReadingKind::prescribed};
+    std::optional<Date> date;
+    if (const std::optional<EitherDay> either = eitherDay(text)) {
+        date = either->day();
+        return {date, date ? ReadingKind::byEvidence : ReadingKind::ambiguous};
+    }
     text = trimWhiteSpace(text);
-    std::optional<Date> date = dateFromOFXText(text);
     if (const auto separated = SeparatedDate::of(text)) {
-        const std::optional<Date> dayFirst = separated->dayMonthYear();
-        const std::optional<Date> monthFirst = separated->monthDayYear();
-        const Orders& orders = ordersOf(*separated);
-        if (separated->yearFirst)
-            date = separated->yearMonthDay();
-        else if (!dayFirst || !monthFirst || dayFirst == monthFirst)
-            date = dayFirst ? dayFirst : monthFirst;
-        else if (orders.dayFirst != orders.monthFirst)
-            date = orders.dayFirst ? dayFirst : monthFirst;
+        date = separated->yearMonthDay();
+        if (!date) date = separated->dayMonthYear();
+        if (!date) date = separated->monthDayYear();
+    } else {
+        date = dateFromOFXText(text);
     }
     return {date, date ? ReadingKind::byEvidence : ReadingKind::unreadable};
+}
+
+void WrittenDates::addOrdersOf(const WrittenDates& other) noexcept {
+    for (std::size_t mark = 0; mark != orders_.size(); ++mark) {
+        orders_[mark].dayFirst += other.orders_[mark].dayFirst;
+        orders_[mark].monthFirst += other.orders_[mark].monthFirst;
+    }
+}
+
+bool WrittenDates::isHelpedBy(const WrittenDates& all) const noexcept {
+    for (std::size_t mark = 0; mark != orders_.size(); ++mark)
+        if (orders_[mark].haveAmbiguous && !orders_[mark].areDecided() && all.orders_[mark].areDecided())
+            return true;
+    return false;
+}
+
+void WrittenDates::takeOrdersFrom(const WrittenDates& all) noexcept {
+    for (std::size_t mark = 0; mark != orders_.size(); ++mark)
+        if (!orders_[mark].areDecided()) orders_[mark] = all.orders_[mark];
 }
 
 std::shared_ptr<const DateFormatter> WrittenDates::formatter() const {

@@ -11,10 +11,11 @@ enum class ReadingKind : std::uint8_t {
     prescribed,  ///< the prescribed reading is right
     byEvidence,  ///< the prescribed reading finds nothing or something else; the text and its document decide
     doubtful,    ///< there is a value, but the text may just as well mean another one
+    ambiguous,   ///< no value: the text can mean two, and nothing tells which
     unreadable,  ///< no value
 };
 
-/// A value and how it was found. There is a value unless the text is unreadable.
+/// A value and how it was found. There is a value unless the text is ambiguous or unreadable.
 template <class Value>
 struct WrittenValue {
     std::optional<Value> value;

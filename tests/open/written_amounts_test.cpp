@@ -2,29 +2,27 @@
 #include "open/written_amounts.h"
 
 #include <brackwell/convert.h>
-#include <doctest/doctest.h>
 
 #include <array>
 #include <string>
 #include <vector>
 
+#include "open/written_values.h"
 #include "support/effort.h"
 #include "support/random_text.h"
 
 using namespace brackwell;
 using namespace brackwell::opening;
+using brackwell::tests::checkReadingsOf;
+using brackwell::tests::documentOf;
 using brackwell::tests::RandomText;
+using brackwell::tests::ReadingRow;
 using brackwell::tests::scaled;
+using brackwell::tests::Texts;
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
-WrittenAmounts documentWith(const Texts& amounts) {
-    WrittenAmounts document;
-    for (const std::string& amount : amounts) document.add(amount);
-    return document;
-}
+WrittenAmounts documentWith(const Texts& amounts) { return documentOf<WrittenAmounts>(amounts); }
 
 std::optional<Decimal> prescribedReading(std::string_view text) {
     return TvOFXHelper::defaultHelper()->decimalNumberFromOFXAmountString(text);
@@ -38,7 +36,7 @@ std::optional<Decimal> readingOfImport(const WrittenAmounts& document, std::stri
 }
 
 std::string shownKind(ReadingKind kind) {
-    constexpr std::array names = {"prescribed", "by evidence", "doubtful", "unreadable"};
+    constexpr std::array names = {"prescribed", "by evidence", "doubtful", "ambiguous", "unreadable"};
     return names[static_cast<std::size_t>(kind)];
 }
 
@@ -46,22 +44,9 @@ std::string shown(const AmountReading& reading) {
     return (reading.value ? reading.value->toString() + ", " : "") + shownKind(reading.how);
 }
 
-struct Row {
-    std::string text;
-    std::string reading;
-};
-
 /// Each text as the document that consists of `others` and itself reads it.
-void checkReadings(const std::vector<Row>& rows, const Texts& others = {}) {
-    for (const Row& row : rows) {
-        CAPTURE(row.text);
-        WrittenAmounts document = documentWith(others);
-        document.add(row.text);
-        const AmountReading reading = document.read(row.text);
-        CHECK(shown(reading) == row.reading);
-        CHECK(readingOfImport(document, row.text) == reading.value);
-        if (document.arePlain()) CHECK(reading.how == ReadingKind::prescribed);
-    }
+void checkReadings(const std::vector<ReadingRow>& rows, const Texts& others = {}) {
+    checkReadingsOf<WrittenAmounts>(rows, others, shown, readingOfImport);
 }
 
 /// A way to write numbers.
@@ -202,11 +187,12 @@ TEST_CASE("a mark that repeats groups") {
 }
 
 TEST_CASE("three digits after a single mark are read as the other amounts of the document say") {
-    const std::vector<Row> standardWay = {{"1,234", "1234, prescribed"}, {"1.234", "1.234, prescribed"}};
-    const std::vector<Row> commaWay = {{"1,234", "1.234, by evidence"},
-                                       {"1.234", "1234, by evidence"},
-                                       {"012,345", "12.345, by evidence"},
-                                       {"(123.456)", "-123456, by evidence"}};
+    const std::vector<ReadingRow> standardWay = {{"1,234", "1234, prescribed"},
+                                                 {"1.234", "1.234, prescribed"}};
+    const std::vector<ReadingRow> commaWay = {{"1,234", "1.234, by evidence"},
+                                              {"1.234", "1234, by evidence"},
+                                              {"012,345", "12.345, by evidence"},
+                                              {"(123.456)", "-123456, by evidence"}};
     checkReadings(standardWay);
     for (const std::string other : {"0.99", "1,234.56", "1,234,567", "$12.5", "1'234.50", "1.2345"})
         checkReadings(standardWay, {other});
@@ -229,11 +215,12 @@ TEST_CASE("each unambiguous amount of a document with both decimal marks is read
     const Texts mixed = {"-0,99", "12.50", "348,29", "1.234,56", "1,234.56", "7", "1.234.567"};
     const WrittenAmounts document = documentWith(mixed);
     CHECK_FALSE(document.arePlain());
-    const std::vector<Row> rows = {{"-0,99", "-0.99, by evidence"},      {"12.50", "12.5, prescribed"},
-                                   {"348,29", "348.29, by evidence"},    {"1.234,56", "1234.56, by evidence"},
-                                   {"1,234.56", "1234.56, prescribed"},  {"7", "7, prescribed"},
-                                   {"1.234.567", "1234567, by evidence"}};
-    for (const Row& row : rows) CHECK(shown(document.read(row.text)) == row.reading);
+    const std::vector<ReadingRow> rows = {
+        {"-0,99", "-0.99, by evidence"},      {"12.50", "12.5, prescribed"},
+        {"348,29", "348.29, by evidence"},    {"1.234,56", "1234.56, by evidence"},
+        {"1,234.56", "1234.56, prescribed"},  {"7", "7, prescribed"},
+        {"1.234.567", "1234567, by evidence"}};
+    for (const ReadingRow& row : rows) CHECK(shown(document.read(row.text)) == row.reading);
 }
 
 TEST_CASE("evidence that does not agree decides when four times as many amounts are of one mind") {

@@ -2,13 +2,13 @@
 #include "open/written_dates.h"
 
 #include <brackwell/convert.h>
-#include <doctest/doctest.h>
 
 #include <array>
 #include <chrono>
 #include <string>
 #include <vector>
 
+#include "open/written_values.h"
 #include "support/effort.h"
 #include "support/random_text.h"
 #include "support/shown.h"
@@ -19,13 +19,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-using Texts = std::vector<std::string>;
-
-WrittenDates documentWith(const Texts& dates) {
-    WrittenDates document;
-    for (const std::string& date : dates) document.add(date);
-    return document;
-}
+WrittenDates documentWith(const Texts& dates) { return documentOf<WrittenDates>(dates); }
 
 std::optional<Date> prescribedReading(std::string_view text) {
     return TvOFXHelper::defaultHelper()->dateFromOFXDateString(text);
@@ -40,28 +34,20 @@ std::optional<Date> readingOfImport(const WrittenDates& document, std::string_vi
 
 /// "2025-06-30", with a time when it is not midnight; or what the reading is.
 std::string shownReading(const DateReading& reading) {
-    if (reading.how == ReadingKind::unreadable) return reading.value ? "?" : "unreadable";
+    if (!reading.value) return reading.how == ReadingKind::ambiguous ? "ambiguous" : "unreadable";
     constexpr std::string_view midnight = " 00:00:00.000";
     std::string text = tests::shown(reading.value);
     if (text.ends_with(midnight)) text.erase(text.size() - midnight.size());
     return text + (reading.how == ReadingKind::prescribed ? ", prescribed" : "");
 }
 
-struct Row {
-    std::string text;
-    std::string reading;
-};
-
 /// Each text as the document that consists of `others` and itself reads it.
-void checkReadings(const std::vector<Row>& rows, const Texts& others = {}) {
-    for (const Row& row : rows) {
+void checkReadings(const std::vector<ReadingRow>& rows, const Texts& others = {}) {
+    checkReadingsOf<WrittenDates>(rows, others, shownReading, readingOfImport);
+    if (!others.empty()) return;
+    for (const ReadingRow& row : rows) {
         CAPTURE(row.text);
-        WrittenDates document = documentWith(others);
-        document.add(row.text);
-        const DateReading reading = document.read(row.text);
-        CHECK(shownReading(reading) == row.reading);
-        CHECK(readingOfImport(document, row.text) == reading.value);
-        if (others.empty()) CHECK(document.arePlain() == (reading.how == ReadingKind::prescribed));
+        CHECK(documentWith({row.text}).arePlain() == row.reading.ends_with(", prescribed"));
     }
 }
 
@@ -92,20 +78,21 @@ std::string written(const Form& form, const std::array<unsigned, 3>& fields) {
 }  // namespace
 
 TEST_CASE("OFX dates keep their prescribed reading, and a document of them needs no help") {
-    const std::vector<Row> rows = {{"20250630", "2025-06-30, prescribed"},
-                                   {"20250630140509", "2025-06-30 14:05:09.000, prescribed"},
-                                   {"20250630140509.123", "2025-06-30 14:05:09.123, prescribed"},
-                                   {"20250630140509.123[-5:EST]", "2025-06-30 14:05:09.123, prescribed"},
-                                   {"20240131120000[-5:EST]", "2024-01-31, prescribed"},
-                                   {"202506301405", "2025-06-30, prescribed"},
-                                   {"20250630 ", "2025-06-30, prescribed"},
-                                   {"20250630250000", "2025-06-30, prescribed"},
-                                   {"20240229", "2024-02-29, prescribed"},
-                                   {"00010101", "0001-01-01, prescribed"},
-                                   {"19000131", "1900-01-31, prescribed"}};
+    const std::vector<ReadingRow> rows = {
+        {"20250630", "2025-06-30, prescribed"},
+        {"20250630140509", "2025-06-30 14:05:09.000, prescribed"},
+        {"20250630140509.123", "2025-06-30 14:05:09.123, prescribed"},
+        {"20250630140509.123[-5:EST]", "2025-06-30 14:05:09.123, prescribed"},
+        {"20240131120000[-5:EST]", "2024-01-31, prescribed"},
+        {"202506301405", "2025-06-30, prescribed"},
+        {"20250630 ", "2025-06-30, prescribed"},
+        {"20250630250000", "2025-06-30, prescribed"},
+        {"20240229", "2024-02-29, prescribed"},
+        {"00010101", "0001-01-01, prescribed"},
+        {"19000131", "1900-01-31, prescribed"}};
     checkReadings(rows);
     Texts all;
-    for (const Row& row : rows) all.push_back(row.text);
+    for (const ReadingRow& row : rows) all.push_back(row.text);
     CHECK(documentWith(all).arePlain());
     CHECK(documentWith({}).arePlain());
     for (const std::string& text : all)
@@ -149,18 +136,98 @@ TEST_CASE("the order of day and month is that of the document's other dates with
     const Texts ambiguous = {"03/04/2025", "3/4/2025"};
     for (const std::string& text : ambiguous) {
         CAPTURE(text);
-        checkReadings({{text, "unreadable"}});
+        checkReadings({{text, "ambiguous"}});
         checkReadings({{text, "2025-04-03"}}, {"30/06/2025"});
         checkReadings({{text, "2025-03-04"}}, {"06/30/2025"});
         checkReadings({{text, "2025-04-03"}}, {"30/06/2025 10:00", "05/05/2025", "13/1/2024", "06/30/2025x"});
         // Dates with other marks, and such that have no order, say nothing.
         for (const std::string other : {"30.06.2025", "06-30-2025", "2025/06/30", "05/05/2025", "04/03/2025",
                                         "20250630", "30/02/2025", "30/06/25", "nonsense"})
-            checkReadings({{text, "unreadable"}}, {other});
-        // Those that contradict each other say nothing, whatever their number.
-        checkReadings({{text, "unreadable"}}, {"30/06/2025", "06/30/2025", "29/06/2025", "28/06/2025"});
+            checkReadings({{text, "ambiguous"}}, {other});
+        // Of those that contradict each other, four times as many decide.
+        const Texts fourOfFive = {"30/06/2025", "29/06/2025", "06/30/2025", "28/06/2025", "27/06/2025"};
+        checkReadings({{text, "2025-04-03"}}, fourOfFive);
+        checkReadings({{text, "ambiguous"}}, Texts(fourOfFive.begin(), fourOfFive.end() - 1));
+        checkReadings({{text, "2025-03-04"}},
+                      {"06/30/2025", "06/29/2025", "06/28/2025", "06/27/2025", "30/06/2025"});
     }
     checkReadings({{"03.04.2025", "2025-04-03"}, {"03-04-2025", "2025-03-04"}}, {"30.06.2025", "06-30-2025"});
+}
+
+TEST_CASE("the two days that a date can mean are known, and what the other dates say of them") {
+    const auto either = [](const Texts& others, std::string_view text) {
+        return documentWith(others).eitherDay(text);
+    };
+    struct Row {
+        Texts others;
+        DateOrder order;
+        std::optional<Date> day;
+    };
+    const Date april = utc(2025, 4, 3);
+    const Date march = utc(2025, 3, 4);
+    for (const Row& row :
+         {Row{{}, DateOrder::unknown, std::nullopt}, Row{{"30/06/2025"}, DateOrder::dayFirst, april},
+          Row{{"06/30/2025"}, DateOrder::monthFirst, march},
+          Row{{"30/06/2025", "06/30/2025"}, DateOrder::contradictory, std::nullopt}}) {
+        CAPTURE(row.others);
+        const auto days = either(row.others, " 03/04/2025 ");
+        REQUIRE(days);
+        CHECK(days->dayFirst == april);
+        CHECK(days->monthFirst == march);
+        CHECK(days->order == row.order);
+        CHECK(days->day() == row.day);
+    }
+    for (const char* const certain : {"20250304", "2025-03-04", "30/06/2025", "06/30/2025", "04/04/2025",
+                                      "31/04/2025", "03/04/25", "x", ""}) {
+        CAPTURE(certain);
+        CHECK_FALSE(either({}, certain));
+    }
+}
+
+TEST_CASE("the dates of other documents decide where those of a document leave the order open") {
+    struct Row {
+        Texts own;
+        Texts others;
+        bool isHelped;
+        std::string reading;
+    };
+    const std::vector<Row> rows = {
+        {{"03/04/2025"}, {"30/06/2025"}, true, "2025-04-03"},
+        {{"03/04/2025"}, {"06/30/2025"}, true, "2025-03-04"},
+        {{"03/04/2025", "30/06/2025", "06/30/2025"},
+         {"06/30/2025", "06/30/2025", "06/30/2025", "06/30/2025"},
+         true,
+         "2025-03-04"},
+        {{"03/04/2025"}, {}, false, "ambiguous"},
+        {{"03/04/2025"}, {"04/03/2025", "30.06.2025", "20250630"}, false, "ambiguous"},
+        {{"03/04/2025"}, {"30/06/2025", "06/30/2025"}, false, "ambiguous"},
+        {{"03/04/2025", "30/06/2025"}, {"06/30/2025", "06/29/2025", "06/28/2025"}, false, "2025-04-03"},
+        {{"30.06.2025"}, {"30/06/2025"}, false, "ambiguous"},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.own);
+        CAPTURE(row.others);
+        WrittenDates document = documentWith(row.own);
+        WrittenDates all;
+        all.addOrdersOf(document);
+        all.addOrdersOf(documentWith(row.others));
+        CHECK(document.isHelpedBy(all) == row.isHelped);
+        if (row.isHelped) document.takeOrdersFrom(all);
+        CHECK(shownReading(document.read("03/04/2025")) == row.reading);
+    }
+}
+
+TEST_CASE("dates in improbable years are noticed, and are plain") {
+    for (const std::string text : {"19691231", "21010101", "19010101", "00010101", "99991231120000"}) {
+        CAPTURE(text);
+        CHECK(documentWith({"20250630", text}).areDoubtful());
+        CHECK(documentWith({text}).arePlain());
+    }
+    for (const std::string text :
+         {"19700101", "19991231", "20000101", "20991231", "21001231", "20240229", "x"}) {
+        CAPTURE(text);
+        CHECK_FALSE(documentWith({text}).areDoubtful());
+    }
 }
 
 TEST_CASE("a date with a number above 12 is read by itself where the others contradict each other") {
@@ -319,7 +386,9 @@ TEST_CASE("whatever the texts are, the prescribed reading delivers no date that 
             CAPTURE(text);
             const DateReading reading = document.read(text);
             const auto prescribed = prescribedReading(text);
-            REQUIRE(reading.value.has_value() == (reading.how != ReadingKind::unreadable));
+            const bool isRead =
+                reading.how != ReadingKind::unreadable && reading.how != ReadingKind::ambiguous;
+            REQUIRE(reading.value.has_value() == isRead);
             REQUIRE((reading.how == ReadingKind::prescribed) == prescribed.has_value());
             if (prescribed) REQUIRE(reading.value == prescribed);
             REQUIRE(readingOfImport(document, text) == reading.value);

@@ -122,6 +122,30 @@ TEST_CASE("--strict ends with 3 when there is a finding, whether it is said or n
     }
 }
 
+TEST_CASE("--strict counts findings of every severity: a note says that something is not sure") {
+    struct Row {
+        const char* severity;
+        std::string document;
+    };
+    const std::vector<Row> rows = {
+        {"note", transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>-0,99</STMTTRN>")},
+        {"warning", transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>abc</STMTTRN>")},
+        {"error", version1("<SIGNONMSGSRSV1><SONRS><STATUS><CODE>15500<SEVERITY>ERROR</STATUS></SONRS>"
+                           "</SIGNONMSGSRSV1>")},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.severity);
+        const Json findings = jsonOf("json", row.document)["findings"];
+        REQUIRE(findings.size() == 1);
+        CHECK(findings[0]["severity"] == row.severity);
+        for (const std::string& command : kReadingCommands) {
+            CAPTURE(command);
+            CHECK(withFile(command, row.document, {"--strict"}).status == 3);
+            CHECK(withFile(command, row.document, {"--strict", "--quiet"}).status == 3);
+        }
+    }
+}
+
 TEST_CASE("--strict ends with 1 when a file does not read, whatever there is to say of others") {
     const TemporaryFolder folder;
     const std::string odd = folder.file("odd.ofx", kOdd);
