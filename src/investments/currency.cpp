@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/investments.h>
 
+#include <algorithm>
+
 #include "investments/getters.h"
 
 namespace brackwell {
@@ -15,16 +17,19 @@ NodeRef first(const NodeRef& aggregate, reading::NameID name) noexcept {
     return {};
 }
 
-TransactionCurrency currencyIn(const NodeRef& value, const TvOFXHelper& helper, bool isConverted) {
+/// Nothing for an aggregate that names neither currency nor rate.
+std::optional<TransactionCurrency> currencyIn(const NodeRef& value, const TvOFXHelper& helper,
+                                              bool isConverted) {
     TransactionCurrency currency{{}, std::nullopt, isConverted};
     if (value.isText()) {
         currency.symbol = value.text();
-        return currency;
+        return currency.symbol.empty() ? std::nullopt : std::optional(currency);
     }
-    if (const NodeRef symbol = first(value, element("CURSYM")); symbol.isText())
-        currency.symbol = symbol.text();
-    if (const NodeRef rate = first(value, element("CURRATE")); rate.isText())
-        currency.rate = helper.decimalNumberFromOFXAmountString(rate.text());
+    const NodeRef symbol = first(value, element("CURSYM"));
+    const NodeRef rate = first(value, element("CURRATE"));
+    if (!symbol.isText() && !rate.isText()) return std::nullopt;
+    if (symbol.isText()) currency.symbol = symbol.text();
+    if (rate.isText()) currency.rate = helper.decimalNumberFromOFXAmountString(rate.text());
     return currency;
 }
 
@@ -38,8 +43,10 @@ std::optional<TransactionCurrency> currencyOf(const TvOFXStatementTransaction& t
     const NodeRef node = NodeRef::of(*data);
     const NodeRef given = first(node, element("CURRENCY"));
     const NodeRef original = first(node, element("ORIGCURRENCY"));
-    if (given && (!original || given.at < original.at)) return currencyIn(given, helper, false);
-    if (original) return currencyIn(original, helper, true);
+    const bool isGivenFirst = given && (!original || given.at < original.at);
+    for (const bool isGiven : {isGivenFirst, !isGivenFirst})
+        if (const NodeRef& value = isGiven ? given : original)
+            if (auto currency = currencyIn(value, helper, !isGiven)) return currency;
     return std::nullopt;
 }
 
@@ -50,14 +57,26 @@ std::optional<TransactionCurrency> currencyOf(const InvestmentRecord& object, co
     const Record& record = recordOf(object);
     const std::uint32_t given = records.fieldNode(record, fields.given);
     const std::uint32_t original = records.fieldNode(record, fields.original);
-    if (given == 0 && original == 0) return std::nullopt;
-    TransactionCurrency currency;
-    currency.isConverted = given == 0 || (original != 0 && original < given);
-    // The first of the two counts, and so do the first symbol and rate, which stand in it.
-    const OptionalText alone = records.text(record, currency.isConverted ? fields.original : fields.given);
-    currency.symbol = alone.value_or(records.text(record, fields.symbol).value_or(""));
-    if (!alone) currency.rate = records.amount(record, fields.rate);
-    return currency;
+    for (const std::uint32_t node : {std::min(given, original), std::max(given, original)}) {
+        if (node == 0) continue;
+        TransactionCurrency currency{{}, std::nullopt, node == original};
+        if (!records.node(node).isAggregate()) {
+            currency.symbol = records.document->text(records.node(node));
+            if (currency.symbol.empty()) continue;
+            return currency;
+        }
+        // The first symbol and rate are known, which may stand in the other one of the two.
+        const auto isIn = [&records, node](std::uint32_t leaf) {
+            return leaf > node && leaf < records.document->behind(node);
+        };
+        const bool hasSymbol = isIn(records.fieldNode(record, fields.symbol));
+        const bool hasRate = isIn(records.fieldNode(record, fields.rate));
+        if (!hasSymbol && !hasRate) continue;
+        if (hasSymbol) currency.symbol = records.text(record, fields.symbol).value_or("");
+        if (hasRate) currency.rate = records.amount(record, fields.rate);
+        return currency;
+    }
+    return std::nullopt;
 }
 
 }  // namespace investments

@@ -30,6 +30,12 @@ std::vector<Row> rows() {
         {"<ORIGCURRENCY>USD", TransactionCurrency{"USD", std::nullopt, true}},
         {"<CURRENCY><CURSYM>CHF<CURRATE>par</CURRENCY>", TransactionCurrency{"CHF", std::nullopt, false}},
         {"<CURRENCY><CURRATE>2</CURRENCY>", TransactionCurrency{"", rate("2"), false}},
+        {"<CURRENCY></CURRENCY>", std::nullopt},
+        {"<CURRENCY></CURRENCY>" + original, TransactionCurrency{"EUR", rate("1.1"), true}},
+        {original + "<CURRENCY></CURRENCY>", TransactionCurrency{"EUR", rate("1.1"), true}},
+        {"<ORIGCURRENCY></ORIGCURRENCY>" + given, TransactionCurrency{"CAD", rate("1.25"), false}},
+        {"<CURRENCY><CURSYM>CAD</CURRENCY>" + original, TransactionCurrency{"CAD", std::nullopt, false}},
+        {"<ORIGCURRENCY><CURRATE>2</ORIGCURRENCY>" + given, TransactionCurrency{"", rate("2"), true}},
     };
 }
 
