@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Times pairs side by side and prints a table of their ratios: imports beside a general XML parser that
-// builds and releases its plain tree of the same bytes, OFX 1 beside OFX 2, large beside small, and the layer
-// that opens files and the command-line tool beside the import.
+// builds and releases its plain tree of the same bytes, OFX 1 beside OFX 2, investments beside bank
+// statements, large beside small, and the layer that opens files and the command-line tool beside the import.
 //
 //     brackwell-compare SECONDS DOCUMENTS TOOL
 //
@@ -86,6 +86,25 @@ void compareVersions(const Setting& setting) {
     }
 }
 
+/// The time of as many bytes: the ratio is that of the MB/s.
+void compareInvestments(const Setting& setting) {
+    printTitle("Import of investments", "as many bytes of bank statements", "memory as usual");
+    for (const std::string prefix : {"ofx2", "ofx1"}) {
+        const Case document = caseNamed(prefix + "-investments");
+        const Case bank = caseNamed(prefix + "-200000");
+        inOwnProcess(Memory::asUsual, [&] {
+            const std::string_view bytes = setting.bytesOf(document);
+            const std::string_view bankBytes = setting.bytesOf(bank);
+            checkReaders(document, bytes);
+            const double share = static_cast<double>(bytes.size()) / static_cast<double>(bankBytes.size());
+            const Work other = importing(bank, bankBytes);
+            printRow(document, bytes,
+                     compare(
+                         importing(document, bytes), [&] { return other() * share; }, setting.seconds));
+        });
+    }
+}
+
 /// Apart, since the memory that one size leaves behind would help the other.
 void compareSizes(const Setting& setting) {
     printTitle("Import of 200,000 transactions", "a hundred imports of 2,000", "a new process each time");
@@ -144,6 +163,7 @@ int main(int count, char** arguments) {
     comparePeer(setting, Memory::asUsual);
     comparePeer(setting, Memory::kept);
     compareVersions(setting);
+    compareInvestments(setting);
     compareSizes(setting);
     compareOpening(setting);
     compareTool(setting, arguments[3]);

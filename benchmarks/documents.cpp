@@ -71,10 +71,9 @@ public:
         leaf("MEMO", memo());
         line("</INVTRAN>");
         securityID(random_.below(10000));
-        leaf("UNITS", amount());
-        leaf("UNITPRICE", amount());
+        const std::uint32_t value = unitsAndPrice();
         leaf("COMMISSION", "4.95");
-        leaf("TOTAL", amount());
+        leaf("TOTAL", isPurchase ? "-" + cents(value + 495) : cents(value - 495));
         leaf("SUBACCTSEC", "CASH");
         leaf("SUBACCTFUND", "CASH");
         line(isPurchase ? "</INVBUY>" : "</INVSELL>");
@@ -86,9 +85,7 @@ public:
         securityID(number);
         leaf("HELDINACCT", "CASH");
         leaf("POSTYPE", "LONG");
-        leaf("UNITS", amount());
-        leaf("UNITPRICE", amount());
-        leaf("MKTVAL", amount());
+        leaf("MKTVAL", cents(unitsAndPrice()));
         leaf("DTPRICEASOF", date());
         line("</INVPOS>\n</POSSTOCK>");
     }
@@ -111,6 +108,18 @@ private:
         leaf("UNIQUEID", std::to_string(900000000 + number));
         leaf("UNIQUEIDTYPE", "CUSIP");
         line("</SECID>");
+    }
+    static std::string cents(std::uint32_t amount) {
+        const std::string fraction = std::to_string(100 + amount % 100);
+        return std::to_string(amount / 100) + "." + fraction.substr(1);
+    }
+    /// Returns what they make in cents: documents whose sums are wrong have findings.
+    std::uint32_t unitsAndPrice() {
+        const std::uint32_t units = 10 + random_.below(90);
+        const std::uint32_t price = 100 + random_.below(50000);
+        leaf("UNITS", std::to_string(units));
+        leaf("UNITPRICE", cents(price));
+        return units * price;
     }
     void appendNumber(std::string& text, std::uint32_t value, std::size_t width) {
         const std::string digits = std::to_string(value);

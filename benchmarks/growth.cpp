@@ -27,10 +27,19 @@ struct Shape {
 
 constexpr std::string_view kList = "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKTRANLIST>";
 
+constexpr std::string_view kInvestments =
+    "<OFX><INVSTMTMSGSRSV1><INVSTMTTRNRS><INVSTMTRS><CURDEF>USD</CURDEF>";
+
 constexpr Shape kShapes[] = {
     {"transactions", kList,
      "<STMTTRN><TRNTYPE>DEBIT</TRNTYPE><DTPOSTED>20240131120000</DTPOSTED><TRNAMT>-12.34</TRNAMT>"
      "<FITID>#</FITID><NAME>Harbour Bakery</NAME><MEMO>Card 4711</MEMO></STMTTRN>\n"},
+    {"investments", kInvestments,
+     "<INVTRANLIST><BUYSTOCK><INVBUY><INVTRAN><FITID>#</FITID><DTTRADE>20240131</DTTRADE></INVTRAN><SECID>"
+     "<UNIQUEID>#</UNIQUEID></SECID><UNITS>2</UNITS><UNITPRICE>3</UNITPRICE><TOTAL>-6</TOTAL></INVBUY>"
+     "</BUYSTOCK></INVTRANLIST><INVPOSLIST><POSSTOCK><INVPOS><SECID><UNIQUEID>#</UNIQUEID></SECID>"
+     "<UNITS>2</UNITS><MKTVAL>6</MKTVAL></INVPOS></POSSTOCK></INVPOSLIST>\n"},
+    {"unclosed-investments", kInvestments, "<INCOME><TOTAL>1"},
     {"unclosed-transactions", kList, "<STMTTRN>"},
     {"odd-close-tags", kList, "<STMTTRN><NAME>x</STMTTRN >"},
     {"nested-aggregates", "<OFX>", "<A>"},
@@ -78,12 +87,21 @@ double ownSeconds(const rusage& usage) {
     return static_cast<double>(usage.ru_utime.tv_sec) + static_cast<double>(usage.ru_utime.tv_usec) * 1e-6;
 }
 
+/// An import with the investments, which a message does not hold.
+void readInvestments(const brackwell::Data& data) {
+    const auto message = brackwell::TovanaOFXController::importOFXFileFromData(data);
+    const auto result = brackwell::TvOFXParser(data).parseWithError();
+    if (message && result) brackwell::investmentStatements(result->ofxData);
+}
+
 void measure(const Shape& shape, std::size_t size, bool opens) {
     const std::string document = makeDocument(shape, size);
     const auto data = brackwell::Data::view(document);
     const rusage before = usage();
     if (opens)
         brackwell::openData(data);
+    else if (shape.begin == kInvestments)
+        readInvestments(data);
     else
         brackwell::TovanaOFXController::importOFXFileFromData(data);
     const rusage after = usage();

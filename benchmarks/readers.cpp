@@ -45,6 +45,13 @@ void add(Totals& totals, const TvOFXResponse& response) {
     }
 }
 
+void add(Totals& totals, const InvestmentStatement& statement) {
+    for (const InvestmentTransaction& transaction : statement.transactions()) {
+        ++totals.transactions;
+        if (const auto total = transaction.total()) totals.cents += centsOf(total->toString());
+    }
+}
+
 /// The import with the investments, which a message does not hold.
 std::shared_ptr<TvOFXMessage> importInvestments(std::string_view bytes, Totals* totals) {
     const auto result = TvOFXParser(Data::view(bytes)).parseWithError();
@@ -54,11 +61,7 @@ std::shared_ptr<TvOFXMessage> importInvestments(std::string_view bytes, Totals* 
     const auto statements = investmentStatements(result->ofxData);
     const SecurityList list(securities(result->ofxData));
     if (totals == nullptr) return message;
-    for (const InvestmentStatement& statement : statements)
-        for (const InvestmentTransaction& transaction : statement.transactions()) {
-            ++totals->transactions;
-            if (const auto total = transaction.total()) totals->cents += centsOf(total->toString());
-        }
+    for (const InvestmentStatement& statement : statements) add(*totals, statement);
     return message;
 }
 
@@ -102,6 +105,7 @@ Totals totalsOfOpening(const Case& document, std::string_view bytes) {
     if (!file || !file.findings().empty()) fail(document, "not opened without a finding");
     Totals totals;
     for (const auto& response : file.responses()) add(totals, *response);
+    for (const InvestmentStatement& statement : file.investmentStatements()) add(totals, statement);
     return totals;
 }
 
