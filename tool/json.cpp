@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "account_number.h"
+#include "investments/security_lookup.h"
 #include "json/fields.h"
 #include "json/investments.h"
 #include "json/objects.h"
@@ -8,7 +9,7 @@
 namespace tool {
 namespace {
 
-using brackwell::OpenedDocument;
+using namespace brackwell;
 
 /// The accounts of all documents, as the message of each finds them.
 void writeAccounts(JsonWriter& json, const Document& document, const Filter& filter) {
@@ -21,45 +22,63 @@ void writeAccounts(JsonWriter& json, const Document& document, const Filter& fil
     json.endArray();
 }
 
-void writeFinding(JsonWriter& json, const brackwell::Finding& finding) {
+void writeFinding(JsonWriter& json, const Finding& finding) {
     json.beginObject();
-    writeField(json, "kind", brackwell::OptionalText(nameOf(finding.kind)));
-    writeField(json, "severity", brackwell::OptionalText(nameOf(finding.severity)));
+    writeField(json, "kind", OptionalText(nameOf(finding.kind)));
+    writeField(json, "severity", OptionalText(nameOf(finding.severity)));
     writeField(json, "line", std::uint64_t{finding.line});
     writeField(json, "column", std::uint64_t{finding.column});
     writeField(json, "count", std::uint64_t{finding.count});
-    writeField(json, "text", brackwell::OptionalText(finding.text));
+    writeField(json, "text", OptionalText(finding.text));
     json.endObject();
 }
 
-/// A list of values, each by a function of its own.
-template <class Value>
-void writeValues(JsonWriter& json, std::string_view name, const std::vector<Value>& values,
-                 void (*write)(JsonWriter&, const Value&)) {
-    json.field(name);
+void writeInvestmentStatements(JsonWriter& json, const Document& document, const SecurityList& others,
+                               const Filter& filter) {
+    json.field("investmentStatements");
     json.beginArray();
-    for (const Value& value : values) {
-        if (!json.isGood()) break;
-        write(json, value);
+    for (const OpenedDocument& opened : document.file.documents()) {
+        const SecurityList own(opened.securities());
+        const SecurityLookup securities(own, others);
+        for (const InvestmentStatement& statement : opened.investmentStatements())
+            if (json.isGood() && filter.takes(statement))
+                writeInvestmentStatement(json, statement, filter, securities);
     }
     json.endArray();
 }
 
-void writeDocument(Run& run, const Document& document) {
+void writeSecurities(JsonWriter& json, const Document& document, const Filter& filter) {
+    json.field("securities");
+    json.beginArray();
+    for (const OpenedDocument& opened : document.file.documents())
+        for (const Security& security : filter.securitiesOf(opened))
+            if (json.isGood()) writeSecurity(json, security);
+    json.endArray();
+}
+
+void writeFindings(JsonWriter& json, const Document& document) {
+    json.field("findings");
+    json.beginArray();
+    for (const Finding& finding : document.file.findings())
+        if (json.isGood()) writeFinding(json, finding);
+    json.endArray();
+}
+
+void writeDocument(Run& run, const Document& document, const SecurityList& others) {
     const Filter& filter = run.options.filter;
     JsonWriter json(run.output);
     json.beginObject();
-    writeField(json, "file", brackwell::OptionalText(document.name));
+    writeField(json, "file", OptionalText(document.name));
     json.field("message");
     writeMessage(json, *document.file.message());
     writeAccounts(json, document, filter);
     writeList(json, "responses", document.file.responses(),
-              [&filter](JsonWriter& writer, const brackwell::TvOFXResponse& response) {
+              [&filter](JsonWriter& writer, const TvOFXResponse& response) {
                   writeResponse(writer, response, filter);
               });
-    writeValues(json, "investmentStatements", document.file.investmentStatements(), writeInvestmentStatement);
-    writeValues(json, "securities", document.file.securities().all(), writeSecurity);
-    writeValues(json, "findings", document.file.findings(), writeFinding);
+    writeInvestmentStatements(json, document, others, filter);
+    writeSecurities(json, document, filter);
+    writeFindings(json, document);
     json.endObject();
     run.output.write('\n');
 }
@@ -67,7 +86,14 @@ void writeDocument(Run& run, const Document& document) {
 }  // namespace
 
 bool runJson(Run& run) {
-    return forEachFile(run, [&run](const Document& document) { writeDocument(run, document); });
+    // Securities of other files matter only where words are looked for: no file has to wait for them
+    // otherwise.
+    if (!run.options.filter.words.empty())
+        return forEachFileWithSecurities(run, [&run](const Document& document, const SecurityList& others) {
+            writeDocument(run, document, others);
+        });
+    return forEachFile(
+        run, [&run](const Document& document) { writeDocument(run, document, document.file.securities()); });
 }
 
 }  // namespace tool

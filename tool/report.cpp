@@ -11,13 +11,13 @@ bool runReport(Run& run) {
     const bool allRead = readHistory(run, history);
     Report report;
     report.accounts = figuresOf(history, run.options);
-    report.currencies = figuresByCurrency(report.accounts);
+    report.investments = investmentFiguresOf(history.investments(), run.options);
+    report.currencies = figuresByCurrency(report.accounts, report.investments);
+    report.otherSecurities = history.investments().otherSecurities();
     report.unread = history.unread();
     report.findings = history.findings();
     report.filter = &run.options.filter;
     for (const AccountHistory& account : history.accounts()) report.repeats += account.repeats;
-    report.investments = &history.investments();
-    report.showsFullNumbers = run.options.showsFullNumbers;
     for (const InvestmentAccount& account : history.investments().accounts())
         report.repeats += account.repeats;
     Markup markup(run.output);

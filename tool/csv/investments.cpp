@@ -50,17 +50,8 @@ void writePositions(const Part& part) {
             writeRows(part, &statement, part.filter().positionsOf(statement, part.securities));
 }
 
-/// A security is of no account: where accounts are asked for, those are wanted that stand in a document with
-/// a statement of one of them.
-bool takesSecurities(const OpenedDocument& document, const Filter& filter) {
-    if (filter.accounts.empty()) return true;
-    return std::ranges::any_of(document.investmentStatements(),
-                               [&filter](const auto& statement) { return filter.takes(statement); });
-}
-
 void writeSecurities(const Part& part) {
-    if (takesSecurities(part.document, part.filter()))
-        writeRows<Security>(part, nullptr, part.filter().chosenOf(part.document.securities()));
+    writeRows<Security>(part, nullptr, part.filter().securitiesOf(part.document));
 }
 
 /// A kind of table.
@@ -133,7 +124,7 @@ void sayWhatIsLeftOut(Run& run, const Document& document) {
             counts[0].count += filter.transactionsOf(statement, securities).size();
             counts[1].count += filter.positionsOf(statement, securities).size();
         }
-        if (takesSecurities(opened, filter)) counts[2].count += filter.chosenOf(own.all()).size();
+        counts[2].count += filter.securitiesOf(opened).size();
     }
     std::vector<LeftOut> leftOut;
     std::ranges::copy_if(counts, std::back_inserter(leftOut), &LeftOut::count);

@@ -7,6 +7,10 @@
 #include <string>
 #include <vector>
 
+namespace brackwell {
+class OpenedDocument;
+}
+
 namespace tool {
 
 class SecurityLookup;
@@ -60,8 +64,10 @@ struct Filter {
     /// price and by market value.
     std::vector<brackwell::Position> positionsOf(const brackwell::InvestmentStatement& statement,
                                                  const SecurityLookup& securities) const;
-    /// The securities in which all words occur, sorted by the date of their price and by price.
-    std::vector<brackwell::Security> chosenOf(const std::vector<brackwell::Security>& securities) const;
+    /// The securities of a document in which all words occur, sorted by the date of their price and by price.
+    /// A security is of no account: where accounts are asked for, those are wanted that stand in a document
+    /// with a statement of one of them.
+    std::vector<brackwell::Security> securitiesOf(const brackwell::OpenedDocument& document) const;
 };
 
 }  // namespace tool

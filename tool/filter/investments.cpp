@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/open.h>
+
 #include <algorithm>
 
 #include "account_number.h"
@@ -34,6 +36,12 @@ bool hasWords(const Object& object, const SecurityLookup& securities, const std:
     appendMore(text, object);
     if (const auto security = securities.find(object)) appendTexts(text, *security);
     return hasAllWords(text, words);
+}
+
+bool hasStatementOf(const OpenedDocument& document, const Filter& filter) {
+    if (filter.accounts.empty()) return true;
+    return std::ranges::any_of(document.investmentStatements(),
+                               [&filter](const auto& statement) { return filter.takes(statement); });
 }
 
 /// Sorts objects by what each has to be sorted by, which is asked for once.
@@ -84,10 +92,11 @@ std::vector<Position> Filter::positionsOf(const InvestmentStatement& statement,
     return chosen;
 }
 
-std::vector<Security> Filter::chosenOf(const std::vector<Security>& securities) const {
+std::vector<Security> Filter::securitiesOf(const OpenedDocument& document) const {
     std::vector<Security> chosen;
+    if (!hasStatementOf(document, *this)) return chosen;
     std::string text;
-    for (const Security& security : securities) {
+    for (const Security& security : document.securities()) {
         text.clear();
         if (!words.empty()) appendTexts(text, security);
         if (hasAllWords(text, words)) chosen.push_back(security);

@@ -2,6 +2,8 @@
 #include "history/investments.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "investments/facts.h"
 
@@ -43,18 +45,34 @@ std::string_view InvestmentAccount::institution() const noexcept {
     return named == statements.rend() ? std::string_view() : named->institution;
 }
 
-const InvestmentStatement& InvestmentAccount::latest() const noexcept {
+const InvestmentSource& InvestmentAccount::latestSource() const noexcept {
     const InvestmentSource* latest = &statements.front();
     for (const InvestmentSource& source : statements)
         if (source.statement.asOf() >= latest->statement.asOf()) latest = &source;
-    return latest->statement;
+    return *latest;
 }
 
 void InvestmentHistory::add(const OpenedDocument& document, const std::string& file,
                             const std::string& institution, const Filter& filter) {
     securities_.insert(securities_.end(), document.securities().begin(), document.securities().end());
-    for (const InvestmentStatement& statement : document.investmentStatements())
-        if (filter.takes(statement) && hasContent(statement)) add({statement, file, institution});
+    const auto own = std::make_shared<const SecurityList>(document.securities());
+    const std::vector<Security> wanted = filter.securitiesOf(document);
+    wantedSecurities_.insert(wantedSecurities_.end(), wanted.begin(), wanted.end());
+    for (const InvestmentStatement& statement : document.investmentStatements()) {
+        named_.add(statement);
+        if (filter.takes(statement) && hasContent(statement)) add({statement, file, institution, own});
+    }
+}
+
+std::vector<Security> InvestmentHistory::otherSecurities() const {
+    std::vector<Security> others;
+    std::set<std::pair<std::string_view, std::string_view>> met;
+    for (const Security& security : wantedSecurities_) {
+        if (named_.has(security)) continue;
+        if (met.emplace(security.id().value_or(""), security.idType().value_or("")).second)
+            others.push_back(security);
+    }
+    return others;
 }
 
 void InvestmentHistory::add(InvestmentSource source) {

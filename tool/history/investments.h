@@ -4,10 +4,12 @@
 #include <brackwell/open.h>
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "filter/filter.h"
+#include "investments/named_securities.h"
 
 /// \file
 /// What several files say together of investments: files -> accounts -> transactions, as history.h has it of
@@ -20,6 +22,7 @@ struct InvestmentSource {
     brackwell::InvestmentStatement statement;
     std::string file;         ///< as on the command line
     std::string institution;  ///< the organisation of the file's sign-on; "" when it names none
+    std::shared_ptr<const brackwell::SecurityList> securities;  ///< of its document
 };
 
 /// A transaction of an investment account.
@@ -41,7 +44,8 @@ struct InvestmentAccount {
     /// As the last file that names one has it; "" when none does.
     std::string_view institution() const noexcept;
     /// The statement with the latest date; of several, and where none has a date, the last.
-    const brackwell::InvestmentStatement& latest() const noexcept;
+    const brackwell::InvestmentStatement& latest() const noexcept { return latestSource().statement; }
+    const InvestmentSource& latestSource() const noexcept;
 };
 
 /// The investment accounts of several files in the order in which they come first. Statements are of one
@@ -58,6 +62,8 @@ public:
     const std::vector<InvestmentAccount>& accounts() const noexcept { return accounts_; }
     /// Of all files.
     const std::vector<brackwell::Security>& securities() const noexcept { return securities_; }
+    /// Those that are wanted and that no statement of any file names, each once.
+    std::vector<brackwell::Security> otherSecurities() const;
 
 private:
     /// The originals of transactions that cannot be told apart, and how many of them the statement that is
@@ -78,6 +84,8 @@ private:
     std::vector<Repeats> repeats_;  ///< for each of these
     std::map<std::string, std::size_t> places_;
     std::vector<brackwell::Security> securities_;
+    std::vector<brackwell::Security> wantedSecurities_;
+    NamedSecurities named_;
 };
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/investments.h"
 
+#include "filter/filter.h"
 #include "json/fields.h"
 #include "json/objects.h"
 #include "json/parse_tree.h"
@@ -68,8 +69,8 @@ void writeObjects(JsonWriter& json, std::string_view name, const std::vector<Obj
 
 /// A list of a statement; written when it is empty, too.
 template <class Object>
-void writeObjects(JsonWriter& json, std::string_view name, const brackwell::InvestmentList<Object>& objects,
-                  void (*write)(JsonWriter&, const Object&)) {
+void writeAll(JsonWriter& json, std::string_view name, const std::vector<Object>& objects,
+              void (*write)(JsonWriter&, const Object&)) {
     json.field(name);
     json.beginArray();
     for (const Object& object : objects) {
@@ -147,13 +148,14 @@ void writeInvestmentAccount(JsonWriter& json, const brackwell::TvOFXInvestmentAc
 
 }  // namespace
 
-void writeInvestmentStatement(JsonWriter& json, const brackwell::InvestmentStatement& statement) {
+void writeInvestmentStatement(JsonWriter& json, const brackwell::InvestmentStatement& statement,
+                              const Filter& filter, const SecurityLookup& securities) {
     json.beginObject();
     writeField(json, "status", statement.status(), writeStatus);
     writeField(json, "account", statement.account(), writeInvestmentAccount);
     writeFields(json, statement);
-    writeObjects(json, "transactions", statement.transactions(), writeInvestmentTransaction);
-    writeObjects(json, "positions", statement.positions(), writePosition);
+    writeAll(json, "transactions", filter.transactionsOf(statement, securities), writeInvestmentTransaction);
+    writeAll(json, "positions", filter.positionsOf(statement, securities), writePosition);
     writeObject(json, "balance", statement.balance(), writeBalance);
     writeObject(json, "balance401k", statement.balance401k(), writeAmounts);
     writeObject(json, "plan401k", statement.plan401k(), writePlan);

@@ -10,8 +10,12 @@
 namespace tool {
 
 class JsonWriter;
+class SecurityLookup;
+struct Filter;
 
-void writeInvestmentStatement(JsonWriter& json, const brackwell::InvestmentStatement& statement);
+/// With the transactions and positions that are wanted.
+void writeInvestmentStatement(JsonWriter& json, const brackwell::InvestmentStatement& statement,
+                              const Filter& filter, const SecurityLookup& securities);
 void writeInvestmentTransaction(JsonWriter& json, const brackwell::InvestmentTransaction& transaction);
 void writePosition(JsonWriter& json, const brackwell::Position& position);
 void writeSecurity(JsonWriter& json, const brackwell::Security& security);

@@ -15,18 +15,6 @@ using brackwell::OptionalText;
 /// How many balances that do not fit are told one by one.
 constexpr std::size_t kMostGaps = 5;
 
-std::string periodOf(const std::vector<DayFlow>& days) {
-    if (days.empty()) return {};
-    const std::string first = dayText(days.front().day);
-    const std::string last = dayText(days.back().day);
-    return first == last ? first : first + " to " + last;
-}
-
-void writeFact(Markup& markup, std::string_view label, OptionalText text) {
-    if (!text || text->empty()) return;
-    markup.write("<div><dt>{}</dt><dd><bdi>{}</bdi></dd></div>\n", label, *text);
-}
-
 void writeHead(Markup& markup, const AccountFigures& figures, std::size_t number) {
     markup.write(
         "<section class=\"account\" id=\"account-{}\" aria-labelledby=\"account-title-{}\">\n<header>"
@@ -47,13 +35,7 @@ void writeFacts(Markup& markup, const AccountFigures& figures) {
     if (figures.available)
         markup.write("<div><dt>Available</dt><dd>{} <small>{}</small></dd></div>\n",
                      amountText(figures.available->amount), dayText(figures.available->date));
-    if (!figures.transactions.empty())
-        markup.write(
-            "<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
-            "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
-            "<div><dt>Net</dt><dd>{}</dd></div>\n",
-            signedAmountText(figures.flow.in), amountText(figures.flow.out),
-            signedAmountText(figures.flow.net()));
+    if (!figures.transactions.empty()) writeFlowFacts(markup, figures.flow);
     writeFact(markup, "Transactions", std::to_string(figures.transactions.size()));
     writeFact(markup, "Posted", periodOf(figures.days));
     writeFact(markup, "Currency", history.currency.empty() ? "not stated" : history.currency);
@@ -110,6 +92,26 @@ void writeGaps(Markup& markup, const AccountFigures& figures) {
 
 }  // namespace
 
+std::string periodOf(const std::vector<DayFlow>& days) {
+    if (days.empty()) return {};
+    const std::string first = dayText(days.front().day);
+    const std::string last = dayText(days.back().day);
+    return first == last ? first : first + " to " + last;
+}
+
+void writeFact(Markup& markup, std::string_view label, OptionalText text) {
+    if (!text || text->empty()) return;
+    markup.write("<div><dt>{}</dt><dd><bdi>{}</bdi></dd></div>\n", label, *text);
+}
+
+void writeFlowFacts(Markup& markup, const Flow& flow) {
+    markup.write(
+        "<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
+        "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
+        "<div><dt>Net</dt><dd>{}</dd></div>\n",
+        signedAmountText(flow.in), amountText(flow.out), signedAmountText(flow.net()));
+}
+
 void writeMonths(Markup& markup, const std::vector<MonthFlow>& months, const std::string& currency) {
     if (months.empty()) return;
     markup.write(
@@ -142,14 +144,17 @@ void writeAccount(Markup& markup, const AccountFigures& figures, std::size_t num
 void writeCurrency(Markup& markup, const CurrencyFigures& figures, std::size_t number) {
     if (figures.months.empty()) return;
     const std::string name = "all accounts in " + figures.currency;
+    const bool hasInvestments = !figures.investments.empty();
     markup.write(
         "<section class=\"account\" aria-labelledby=\"currency-title-{}\">\n<header><div>"
         "<h2 id=\"currency-title-{}\">All accounts in <bdi>{}</bdi></h2><p>{} accounts; what moves "
-        "between them counts as out of one and into the other</p></div>",
-        number, number, figures.currency, figures.accounts.size());
-    if (figures.ledger)
-        markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Sum of the ledger balances</p>",
-                     amountText(*figures.ledger), figures.currency);
+        "between them counts as out of one and into the other{}</p></div>",
+        number, number, figures.currency, figures.count(),
+        hasInvestments ? "; what buys or sells securities counts as neither" : "");
+    if (figures.balance)
+        markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>{}</p>",
+                     amountText(*figures.balance), figures.currency,
+                     hasInvestments ? "Sum of the balances and holdings" : "Sum of the ledger balances");
     markup.write("</header>\n<div class=\"plots\">\n");
     writeFlowFigure(markup, figures.months, name, figures.currency, "currency-" + std::to_string(number));
     markup.write("</div>\n");

@@ -2,6 +2,7 @@
 #include "report/figures.h"
 
 #include <map>
+#include <utility>
 
 #include "history/history.h"
 #include "options.h"
@@ -11,6 +12,8 @@
 
 namespace tool {
 namespace {
+
+using brackwell::Decimal;
 
 /// Leaves out what lies outside the time that is wanted.
 void limit(BalanceCourse& course, const Filter& filter) {
@@ -71,19 +74,30 @@ AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& fil
     return figures;
 }
 
-CurrencyFigures together(const std::string& currency, const std::vector<const AccountFigures*>& accounts) {
-    CurrencyFigures figures{currency, accounts, Sum(), {}, {}};
-    Transactions transactions;
-    for (const AccountFigures* account : accounts) {
-        if (!account->ledger)
-            figures.ledger.reset();
-        else if (figures.ledger)
-            figures.ledger->add(account->ledger->amount);
+/// The sum of what is known of all accounts; nothing after one of which it is not.
+void addBalance(CurrencyFigures& figures, const std::optional<Decimal>& balance) {
+    if (!balance)
+        figures.balance.reset();
+    else if (figures.balance)
+        figures.balance->add(*balance);
+}
+
+void addTogether(CurrencyFigures& figures) {
+    figures.balance = Sum();
+    std::vector<const std::vector<MonthFlow>*> months;
+    for (const AccountFigures* account : figures.accounts) {
+        addBalance(figures, account->ledger ? std::optional(account->ledger->amount) : std::nullopt);
         figures.flow.add(account->flow);
-        transactions.insert(transactions.end(), account->transactions.begin(), account->transactions.end());
+        figures.transactions += account->transactions.size();
+        months.push_back(&account->months);
     }
-    figures.months = flowsByMonth(flowsByDay(transactions));
-    return figures;
+    for (const InvestmentFigures* account : figures.investments) {
+        addBalance(figures, account->worth);
+        figures.flow.add(account->flow);
+        figures.transactions += account->trades.size();
+        months.push_back(&account->months);
+    }
+    figures.months = together(months);
 }
 
 }  // namespace
@@ -104,13 +118,20 @@ std::vector<AccountFigures> figuresOf(const History& history, const Options& opt
     return figures;
 }
 
-std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts) {
-    std::map<std::string, std::vector<const AccountFigures*>> byCurrency;
+std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts,
+                                               const std::vector<InvestmentFigures>& investments) {
+    std::map<std::string, CurrencyFigures> byCurrency;
     for (const AccountFigures& account : accounts)
-        if (!account.history->currency.empty()) byCurrency[account.history->currency].push_back(&account);
+        byCurrency[account.history->currency].accounts.push_back(&account);
+    for (const InvestmentFigures& account : investments)
+        byCurrency[account.account->currency].investments.push_back(&account);
     std::vector<CurrencyFigures> figures;
-    for (const auto& [currency, sharing] : byCurrency)
-        if (sharing.size() > 1) figures.push_back(together(currency, sharing));
+    for (auto& [currency, sharing] : byCurrency) {
+        if (currency.empty() || sharing.count() < 2) continue;
+        sharing.currency = currency;
+        addTogether(sharing);
+        figures.push_back(std::move(sharing));
+    }
     return figures;
 }
 

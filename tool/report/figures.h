@@ -2,6 +2,7 @@
 #pragma once
 
 #include "report/balance.h"
+#include "report/investment_figures.h"
 
 /// \file
 /// What a report says of accounts and currencies, worked out before anything is written.
@@ -34,9 +35,13 @@ struct AccountFigures {
 struct CurrencyFigures {
     std::string currency;
     std::vector<const AccountFigures*> accounts;
-    std::optional<Sum> ledger;  ///< when all accounts have a ledger balance
+    std::vector<const InvestmentFigures*> investments;
+    std::optional<Sum> balance;    ///< when it is known of all accounts; what investments are worth counts
+    std::size_t transactions = 0;  ///< those that are wanted
     Flow flow;
     std::vector<MonthFlow> months;
+
+    std::size_t count() const noexcept { return accounts.size() + investments.size(); }
 };
 
 /// The number as other commands mask it, with dots instead of asterisks.
@@ -45,6 +50,7 @@ std::string dottedNumber(brackwell::OptionalText number, bool isFull);
 std::vector<AccountFigures> figuresOf(const History& history, const Options& options);
 
 /// The currencies in which there are several accounts. Accounts whose currency is not known are in none.
-std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts);
+std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts,
+                                               const std::vector<InvestmentFigures>& investments);
 
 }  // namespace tool

@@ -2,6 +2,7 @@
 #include "report/flow.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tool {
 namespace {
@@ -20,20 +21,23 @@ void addTo(std::vector<Place>& places, Key Place::*key, Key value, const Flow& f
 
 }  // namespace
 
-std::vector<DayFlow> flowsByDay(const Transactions& transactions) {
-    std::vector<std::pair<sys_days, const brackwell::Decimal*>> amounts;
-    for (const auto* transaction : transactions)
-        if (transaction->datePosted() && transaction->amount())
-            amounts.emplace_back(floor<std::chrono::days>(*transaction->datePosted()),
-                                 &*transaction->amount());
-    std::ranges::stable_sort(amounts, {}, [](const auto& amount) { return amount.first; });
+std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts) {
+    std::ranges::stable_sort(amounts, {}, &DatedAmount::day);
     std::vector<DayFlow> days;
     for (const auto& [day, amount] : amounts) {
         Flow flow;
-        flow.add(*amount);
+        flow.add(amount);
         addTo(days, &DayFlow::day, day, flow);
     }
     return days;
+}
+
+std::vector<DayFlow> flowsByDay(const Transactions& transactions) {
+    std::vector<DatedAmount> amounts;
+    for (const auto* transaction : transactions)
+        if (transaction->datePosted() && transaction->amount())
+            amounts.push_back({dayOf(*transaction->datePosted()), *transaction->amount()});
+    return flowsByDay(std::move(amounts));
 }
 
 std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days) {
@@ -42,6 +46,15 @@ std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days) {
         const year_month_day date(day.day);
         addTo(months, &MonthFlow::month, date.year() / date.month(), day.flow);
     }
+    return months;
+}
+
+std::vector<MonthFlow> together(const std::vector<const std::vector<MonthFlow>*>& lists) {
+    std::vector<MonthFlow> all;
+    for (const auto* list : lists) all.insert(all.end(), list->begin(), list->end());
+    std::ranges::stable_sort(all, {}, &MonthFlow::month);
+    std::vector<MonthFlow> months;
+    for (const MonthFlow& month : all) addTo(months, &MonthFlow::month, month.month, month.flow);
     return months;
 }
 

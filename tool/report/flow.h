@@ -41,10 +41,25 @@ struct MonthFlow {
 
 using Transactions = std::vector<const brackwell::TvOFXStatementTransaction*>;
 
+/// An amount on a day of UTC.
+struct DatedAmount {
+    std::chrono::sys_days day;
+    brackwell::Decimal amount;
+};
+
+inline std::chrono::sys_days dayOf(brackwell::Date date) noexcept {
+    return std::chrono::floor<std::chrono::days>(date);
+}
+
+/// The days on which there are amounts, in order.
+std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts);
 /// The days on which there are transactions with a date and an amount, in order.
 std::vector<DayFlow> flowsByDay(const Transactions& transactions);
 
 /// The months in which there are, in order.
 std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days);
+
+/// The months of several lists together, in order.
+std::vector<MonthFlow> together(const std::vector<const std::vector<MonthFlow>*>& lists);
 
 }  // namespace tool

@@ -82,18 +82,37 @@ void writeBar(Markup& markup, const char* kind, double middle, double width, dou
                  plotWidth(middle - width / 2), Coordinate{top}, plotWidth(width), Coordinate{height});
 }
 
-void writeBars(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
-               const Unit& unit) {
+/// A bar of money in and one of money out, with a mark for the net.
+void writeFlowBars(Markup& markup, const Bar& bar, const Row& row, const ValueAxis& axis) {
+    const double middle = row.middle(bar.number);
+    const double net = axis.place(approximate(bar.flow.net()));
+    writeBar(markup, "in", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.in)));
+    writeBar(markup, "out", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.out)));
+    markup.write("<path class=\"net\" d=\"M{} {}h{}\"/>", plotWidth(middle - row.width() * 0.7),
+                 plotHeight(net), plotWidth(row.width() * 1.4));
+}
+
+void writeFlows(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
+                const Unit& unit) {
     beginStretched(markup);
     for (const Bar& bar : bars) {
-        const double middle = row.middle(bar.number);
         markup.write("<g><title>{}: in {}, out {}, net {}</title>", barName(bar.number, unit),
                      amountText(bar.flow.in), amountText(bar.flow.out), signedAmountText(bar.flow.net()));
-        const double net = axis.place(approximate(bar.flow.net()));
-        writeBar(markup, "in", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.in)));
-        writeBar(markup, "out", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.out)));
-        markup.write("<path class=\"net\" d=\"M{} {}h{}\"/></g>", plotWidth(middle - row.width() * 0.7),
-                     plotHeight(net), plotWidth(row.width() * 1.4));
+        writeFlowBars(markup, bar, row, axis);
+        markup.write("</g>");
+    }
+    endStretched(markup);
+}
+
+void writeIncomes(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
+                  const Unit& unit) {
+    beginStretched(markup);
+    for (const Bar& bar : bars) {
+        const double net = approximate(bar.flow.net());
+        markup.write("<g><title>{}: {}</title>", barName(bar.number, unit), amountText(bar.flow.net()));
+        writeBar(markup, net < 0 ? "out" : "in", row.middle(bar.number), row.width(), axis.place(0),
+                 axis.place(net));
+        markup.write("</g>");
     }
     endStretched(markup);
 }
@@ -104,6 +123,16 @@ std::vector<Tick> labelsOf(const Row& row, const Unit& unit) {
     for (int place = 0; place < row.count(); place += step)
         labels.push_back({row.middle(row.number(place)), barName(row.number(place), unit)});
     return labels;
+}
+
+ValueAxis incomeAxisOf(const std::vector<Bar>& bars) {
+    double low = 0;
+    double high = 0;
+    for (const Bar& bar : bars) {
+        low = std::min(low, approximate(bar.flow.net()));
+        high = std::max(high, approximate(bar.flow.net()));
+    }
+    return valueAxis(low, high);
 }
 
 ValueAxis axisOf(const std::vector<Bar>& bars) {
@@ -129,6 +158,16 @@ void writeDescription(Markup& markup, const std::vector<Bar>& bars, const Unit& 
         withCurrency(amountText(out->flow.out), currency));
 }
 
+void describeIncome(Markup& markup, const std::vector<Bar>& bars, const Unit& unit, const std::string& name,
+                    const std::string& currency, std::string_view id) {
+    const auto most =
+        std::ranges::max_element(bars, {}, [](const Bar& bar) { return approximate(bar.flow.net()); });
+    markup.write("<title id=\"{}-title\">Income of {} by {}</title>", id, name, unit.name);
+    markup.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}.</desc>", id,
+                 barName(bars.front().number, unit), barName(bars.back().number, unit),
+                 barName(most->number, unit), withCurrency(amountText(most->flow.net()), currency));
+}
+
 }  // namespace
 
 void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
@@ -140,7 +179,20 @@ void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const s
     beginPlot(markup, axis, id);
     writeDescription(markup, bars, unit, name, currency, id);
     writeGrid(markup, axis);
-    writeBars(markup, bars, row, axis, unit);
+    writeFlows(markup, bars, row, axis, unit);
+    endPlot(markup, labelsOf(row, unit));
+}
+
+void writeIncomePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+                     const std::string& currency, std::string_view id) {
+    const Unit& unit = unitFor(months);
+    const std::vector<Bar> bars = barsOf(months, unit);
+    const Row row(bars);
+    const ValueAxis axis = incomeAxisOf(bars);
+    beginPlot(markup, axis, id);
+    describeIncome(markup, bars, unit, name, currency, id);
+    writeGrid(markup, axis);
+    writeIncomes(markup, bars, row, axis, unit);
     endPlot(markup, labelsOf(row, unit));
 }
 

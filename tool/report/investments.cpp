@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <map>
 
-#include "history/history.h"
 #include "investments/facts.h"
-#include "investments/security_lookup.h"
 #include "report/amounts.h"
 #include "report/axis.h"
 #include "report/markup.h"
 #include "report/parts.h"
+#include "report/plots.h"
 #include "view/sections.h"
 
 namespace tool {
@@ -18,235 +16,221 @@ namespace {
 
 using namespace brackwell;
 
-/// What the section of an account is made of.
-struct Section {
-    const InvestmentAccount& account;
-    const InvestmentStatement& latest;
-    const SecurityLookup& securities;
-    const Filter& filter;
-};
-
-double approximately(const std::optional<Decimal>& value) noexcept {
-    return value ? std::abs(approximate(*value)) : 0;
-}
-
-void writeFact(Markup& markup, std::string_view label, const std::optional<Decimal>& amount) {
+void writeAmountFact(Markup& markup, std::string_view label, const std::optional<Decimal>& amount) {
     if (amount) markup.write("<div><dt>{}</dt><dd>{}</dd></div>\n", label, amountText(*amount));
 }
 
-void writeFact(Markup& markup, std::string_view label, OptionalText text) {
-    if (text && !text->empty()) markup.write("<div><dt>{}</dt><dd><bdi>{}</bdi></dd></div>\n", label, *text);
-}
-
-void writeHead(Markup& markup, const Section& section, const std::string& number, std::size_t place) {
+void writeHead(Markup& markup, const InvestmentFigures& figures, std::size_t place) {
     markup.write(
         "<section class=\"account\" id=\"investment-{}\" aria-labelledby=\"investment-title-{}\">\n<header>"
-        "<div><h2 id=\"investment-title-{}\">Investment account <bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
-        place, place, place, number, section.account.institution());
-    if (const auto worth = totalWorthOf(section.latest))
+        "<div><h2 id=\"investment-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
+        place, place, place, figures.name(), figures.account->institution());
+    if (figures.worth)
         markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Holdings and cash {}</p>",
-                     amountText(*worth), section.account.currency, dayText(section.latest.asOf()));
+                     amountText(*figures.worth), figures.account->currency, dayText(figures.latest.asOf()));
     else
         markup.write("<p class=\"balance\">What it is worth is not stated</p>");
     markup.write("</header>\n");
 }
 
-void writeFacts(Markup& markup, const Section& section) {
-    markup.write("<dl class=\"facts\">\n");
-    if (const auto balance = section.latest.balance()) {
-        writeFact(markup, "Cash", balance->cash());
-        writeFact(markup, "Margin", balance->margin());
-        writeFact(markup, "Short", balance->shortBalance());
-        writeFact(markup, "Buying power", balance->buyingPower());
-        for (const ListedBalance& listed : balance->listed())
-            writeFact(markup, listed.name().value_or("Balance"), listed.value());
+std::string periodOf(const std::vector<Trade>& trades) {
+    std::optional<Date> first;
+    std::optional<Date> last;
+    for (const Trade& trade : trades) {
+        if (!trade.date) continue;
+        first = std::min(first.value_or(*trade.date), *trade.date);
+        last = std::max(last.value_or(*trade.date), *trade.date);
     }
-    if (const auto plan = section.latest.balance401k()) writeFact(markup, "Plan", plan->total());
-    writeFact(markup, "Broker", OptionalText(section.account.broker));
-    writeFact(markup, "Currency", OptionalText(section.account.currency));
+    if (!first || dayOf(*first) == dayOf(*last)) return dayText(first);
+    return dayText(first) + " to " + dayText(last);
+}
+
+/// The OFX standard's percentages stand as they are, amounts with a currency of their own.
+std::string listedText(const ListedBalance& balance) {
+    if (!balance.value()) return std::string(balance.text("value").value_or(""));
+    if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
+    if (balance.type() == BalanceType::number) return balance.value()->toString();
+    const auto currency = balance.currency();
+    return withCurrency(amountText(*balance.value()),
+                        currency && !currency->isConverted ? currency->symbol : std::string());
+}
+
+void writeBalances(Markup& markup, const InvestmentStatement& latest) {
+    if (const auto balance = latest.balance()) {
+        writeAmountFact(markup, "Cash", balance->cash());
+        writeAmountFact(markup, "Margin", balance->margin());
+        writeAmountFact(markup, "Short", balance->shortBalance());
+        writeAmountFact(markup, "Buying power", balance->buyingPower());
+        for (const ListedBalance& listed : balance->listed())
+            writeFact(markup, listed.name().value_or("Balance"), listedText(listed));
+    }
+    if (const auto plan = latest.balance401k()) writeAmountFact(markup, "Plan", plan->total());
+}
+
+void writeFacts(Markup& markup, const InvestmentFigures& figures) {
+    const InvestmentAccount& account = *figures.account;
+    markup.write("<dl class=\"facts\">\n");
+    writeBalances(markup, figures.latest);
+    if (!figures.trades.empty()) writeFlowFacts(markup, figures.flow);
+    writeFact(markup, "Transactions", std::to_string(figures.trades.size()));
+    writeFact(markup, "Traded", periodOf(figures.trades));
+    writeFact(markup, "Currency", account.currency.empty() ? "not stated" : account.currency);
+    writeFact(markup, "Broker", account.broker);
     markup.write("</dl>\n");
 }
 
-/// A bar and the share that it stands for.
-void writeShare(Markup& markup, double value, double sum) {
-    const double share = sum > 0 ? value / sum * 100 : 0;
+/// A bar and the share of all that is held that it stands for. What is owed has its own colour.
+void writeShare(Markup& markup, const std::optional<Decimal>& known, double sum) {
+    if (!known) return markup.write("<td class=\"amount\">\u2013</td>");
+    const double value = approximate(*known);
+    const double share = sum > 0 ? std::abs(value) / sum * 100 : 0;
     markup.write(
-        "<td><svg class=\"share\" viewBox=\"0 0 100 10\" preserveAspectRatio=\"none\" aria-hidden=\"true\">"
-        "<rect class=\"in\" width=\"{}\" height=\"10\"/></svg> {} %</td>",
-        Coordinate{share}, Coordinate{std::round(share * 10) / 10});
+        "<td class=\"amount\"><svg class=\"share\" viewBox=\"0 0 100 10\" preserveAspectRatio=\"none\" "
+        "aria-hidden=\"true\"><rect class=\"whole\" width=\"100\" height=\"10\"/>"
+        "<rect class=\"{}\" width=\"{}\" height=\"10\"/></svg><span>{} %</span></td>",
+        value < 0 ? "out" : "in", Coordinate{share}, Coordinate{std::round(share * 10) / 10});
 }
 
-void writeHolding(Markup& markup, const Section& section, const Position& position, double sum) {
-    const auto security = section.securities.find(position);
-    const auto value = valueOf(position, section.latest);
-    markup.write("<tr><th scope=\"row\"><bdi>{}</bdi><small>{}</small></th>",
-                 nameOf(security, position.securityID()),
-                 security ? security->ticker().value_or("") : std::string_view());
-    markup.write("<td class=\"amount\">{}</td><td class=\"amount\">{}</td>", shownUnits(position.units()),
-                 shownUnits(position.unitPrice()));
-    markup.write("<td class=\"amount\">{}</td>", value ? amountText(*value) : std::string("not known"));
-    writeShare(markup, approximately(value), sum);
-    markup.write("<td>{}</td></tr>\n", dayText(position.priceDate()));
+/// A value that is not known in the account's currency as it is written.
+std::string unknownValueOf(const Position& position) {
+    const auto currency = position.currency();
+    if (!position.marketValue()) return "not known";
+    return withCurrency(amountText(*position.marketValue()), currency ? currency->symbol : std::string());
 }
 
-void writeHoldings(Markup& markup, const Section& section, const std::vector<Position>& positions,
-                   double sum) {
+void writeHolding(Markup& markup, const Holding& holding, double sum) {
+    const auto& [position, security, value] = holding;
+    const std::string_view ticker = security ? security->ticker().value_or("") : std::string_view();
+    markup.write("<tr><th scope=\"row\"><bdi>{}</bdi>", nameOf(security, position.securityID()));
+    if (!ticker.empty()) markup.write("<small>{}</small>", ticker);
+    markup.write("</th><td class=\"amount\">{}</td><td class=\"amount\">{}</td>",
+                 shownUnits(position.units()), shownUnits(position.unitPrice()));
+    markup.write("<td class=\"amount\">{}</td>", value ? amountText(*value) : unknownValueOf(position));
+    writeShare(markup, value, sum);
+    markup.write("<td class=\"amount more\">{}</td></tr>\n", dayText(position.priceDate()));
+}
+
+void writeHoldings(Markup& markup, const InvestmentFigures& figures, double sum) {
     markup.write(
-        "<div class=\"scroll\"><table class=\"holdings\">\n<thead><tr><th scope=\"col\">Holding</th>"
-        "<th scope=\"col\" class=\"amount\">Units</th><th scope=\"col\" class=\"amount\">Price</th>"
-        "<th scope=\"col\" class=\"amount\">Value {}</th><th scope=\"col\">Share</th>"
-        "<th scope=\"col\">As of</th></tr></thead>\n<tbody>\n",
-        section.account.currency);
-    for (const Position& position : positions) writeHolding(markup, section, position, sum);
+        "<h3>Holdings</h3>\n<div class=\"scroll\"><table class=\"holdings\">\n<thead><tr>"
+        "<th scope=\"col\">Security</th><th scope=\"col\" class=\"amount\">Units</th>"
+        "<th scope=\"col\" class=\"amount\">Price</th><th scope=\"col\" class=\"amount\">Value {}</th>"
+        "<th scope=\"col\" class=\"amount\">Share</th>"
+        "<th scope=\"col\" class=\"amount more\">As of</th></tr></thead>\n<tbody>\n",
+        figures.account->currency);
+    for (const Holding& holding : figures.holdings) {
+        if (!markup.isGood()) return;
+        writeHolding(markup, holding, sum);
+    }
     markup.write("</tbody>\n</table></div>\n");
 }
 
-void writeKinds(Markup& markup, const Section& section, const std::vector<Position>& positions, double sum) {
+void writeKinds(Markup& markup, const InvestmentFigures& figures, double sum) {
     std::map<std::string_view, Worth> kinds;
-    for (const Position& position : positions)
-        kinds[kindInWords(position.kind())].add(valueOf(position, section.latest));
+    for (const Holding& holding : figures.holdings)
+        kinds[kindInWords(holding.position.kind())].add(holding.value);
     markup.write(
-        "<div class=\"scroll\"><table class=\"months kinds\">\n<thead><tr><th scope=\"col\">Kind</th>"
-        "<th scope=\"col\" class=\"amount\">Value {}</th><th "
-        "scope=\"col\">Share</th></tr></thead>\n<tbody>\n",
-        section.account.currency);
+        "<figure><figcaption>Value by kind</figcaption>\n<div class=\"scroll\"><table class=\"kinds\">\n"
+        "<thead><tr><th scope=\"col\">Kind</th><th scope=\"col\" class=\"amount\">Value {}</th>"
+        "<th scope=\"col\" class=\"amount\">Share</th></tr></thead>\n<tbody>\n",
+        figures.account->currency);
     for (const auto& [kind, worth] : kinds) {
         markup.write("<tr><th scope=\"row\">{}", kind);
         if (worth.withoutValue > 0) markup.write("<small>{} without a value</small>", worth.withoutValue);
         markup.write("</th><td class=\"amount\">{}</td>", amountText(worth.positions));
-        writeShare(markup, approximately(worth.positions.value()), sum);
+        writeShare(markup, worth.positions.value(), sum);
         markup.write("</tr>\n");
     }
-    markup.write("</tbody>\n</table></div>\n");
+    markup.write("</tbody>\n</table></div></figure>\n");
 }
 
-void writeAllHoldings(Markup& markup, const Section& section) {
-    const std::vector<Position> positions = section.filter.positionsOf(section.latest, section.securities);
-    if (positions.empty()) {
-        const bool isAny = !section.latest.positions().isEmpty();
-        return markup.write("<p class=\"note\">{}</p>\n",
-                            isAny ? "No holdings that were asked for." : "No holdings.");
-    }
+/// What the holdings come to, counting what is owed as what is held.
+double sumOfHoldings(const InvestmentFigures& figures) {
     double sum = 0;
-    for (const Position& position : positions) sum += approximately(valueOf(position, section.latest));
-    writeHoldings(markup, section, positions, sum);
-    writeKinds(markup, section, positions, sum);
+    for (const Holding& holding : figures.holdings)
+        if (holding.value) sum += std::abs(approximate(*holding.value));
+    return sum;
 }
 
-// ---------------------------------------------------------------------------------------------
-// Transactions
-
-/// A transaction with what is asked of it again and again.
-struct Trade {
-    InvestmentTransaction transaction;
-    const InvestmentStatement& statement;
-    std::optional<Date> date;
-    std::optional<Decimal> amount;
-};
-
-/// Whether the first comes before the second in the order that is wanted: the newest first, unless it is
-/// another one.
-bool comesFirst(const Trade& first, const Trade& second, Order order) noexcept {
-    if (order == Order::amount) return comesBefore(first.amount, second.amount);
-    if (order == Order::date) return comesBefore(first.date, second.date);
-    return first.date && (!second.date || *first.date > *second.date);
-}
-
-/// Those that are wanted, each once.
-std::vector<Trade> tradesOf(const Section& section) {
-    std::vector<Trade> trades;
-    for (std::size_t number = 0; number < section.account.entries.size(); ++number) {
-        const InvestmentEntry& entry = section.account.entries[number];
-        if (entry.original != number || !section.filter.takes(entry.transaction, section.securities))
-            continue;
-        const InvestmentStatement& statement = section.account.statements[entry.statement].statement;
-        trades.push_back({entry.transaction, statement, dateOf(entry.transaction),
-                          amountOf(entry.transaction, statement)});
-    }
-    std::vector<const Trade*> sorted;
-    for (const Trade& trade : trades) sorted.push_back(&trade);
-    std::ranges::stable_sort(sorted, [&section](const Trade* first, const Trade* second) {
-        return comesFirst(*first, *second, section.filter.order);
-    });
-    std::vector<Trade> ordered;
-    for (const Trade* trade : sorted) ordered.push_back(*trade);
-    return ordered;
-}
-
-std::string_view subjectOf(const Trade& trade, const SecurityLookup& securities) {
-    const auto bank = trade.transaction.bankTransaction();
-    if (bank) return bank->payeeName().value_or("");
-    return nameOf(securities.find(trade.transaction), trade.transaction.securityID());
-}
-
-void writeTrade(Markup& markup, const Trade& trade, const SecurityLookup& securities) {
-    markup.write("<tr><td>{}</td><td>{}</td><th scope=\"row\"><bdi>{}</bdi><small>{}</small></th>",
-                 trade.date ? dayText(trade.date) : std::string("no date"), kindInWords(trade.transaction),
-                 subjectOf(trade, securities), memoOf(trade.transaction).value_or(""));
-    markup.write("<td class=\"amount\">{}</td><td class=\"amount\">{}</td>",
-                 shownUnits(trade.transaction.units()), shownUnits(trade.transaction.unitPrice()));
-    markup.write("<td class=\"amount\">{}</td></tr>\n",
-                 trade.amount ? signedAmountText(*trade.amount) : std::string());
-}
-
-void writeTrades(Markup& markup, const Section& section, const std::vector<Trade>& trades) {
-    if (trades.empty()) return markup.write("<p class=\"note\">No transactions.</p>\n");
+void writeIncomeFigure(Markup& markup, const InvestmentFigures& figures, std::size_t place) {
     markup.write(
-        "<div class=\"scroll\"><table class=\"trades\">\n<thead><tr><th scope=\"col\">Date</th>"
-        "<th scope=\"col\">Kind</th><th scope=\"col\">Security</th>"
-        "<th scope=\"col\" class=\"amount\">Units</th><th scope=\"col\" class=\"amount\">Price</th>"
-        "<th scope=\"col\" class=\"amount\">Total {}</th></tr></thead>\n<tbody>\n",
-        section.account.currency);
-    for (const Trade& trade : trades) {
-        if (!markup.isGood()) return;
-        writeTrade(markup, trade, section.securities);
-    }
-    markup.write("</tbody>\n</table></div>\n");
+        "<figure><figcaption>Income <span class=\"key\">with what was reinvested</span></figcaption>\n");
+    writeIncomePlot(markup, figures.income.months, figures.name(), figures.account->currency,
+                    "income-" + std::to_string(place));
+    markup.write("</figure>\n");
 }
 
-/// What a transaction brought in; nothing for one that is no income. Income that was reinvested at once is
-/// money that leaves the account.
-std::optional<Decimal> incomeOf(const Trade& trade) {
-    const InvestmentTransactionKind kind = trade.transaction.kind();
-    if (kind == InvestmentTransactionKind::income) return trade.amount;
-    if (kind != InvestmentTransactionKind::reinvestment || !trade.amount) return std::nullopt;
-    return trade.amount->isNegative() ? trade.amount->negated() : trade.amount;
+void writePlots(Markup& markup, const InvestmentFigures& figures, double sum, std::size_t place) {
+    if (figures.holdings.empty() && figures.income.months.empty()) return;
+    markup.write("<div class=\"plots\">\n");
+    if (!figures.holdings.empty()) writeKinds(markup, figures, sum);
+    if (!figures.income.months.empty()) writeIncomeFigure(markup, figures, place);
+    markup.write("</div>\n");
 }
 
-void writeIncome(Markup& markup, const Section& section, const std::vector<Trade>& trades) {
-    std::map<std::string, Sum> months;
-    for (const Trade& trade : trades)
-        if (const auto income = incomeOf(trade))
-            months[trade.date ? dayText(trade.date).substr(0, 7) : "no date"].add(*income);
-    if (months.empty()) return;
+void writeIncomeMonths(Markup& markup, const InvestmentFigures& figures) {
+    const Income& income = figures.income;
+    if (income.months.empty() && income.undated == 0) return;
     markup.write(
-        "<div class=\"scroll\"><table class=\"months income\">\n<thead><tr><th scope=\"col\">Month</th>"
-        "<th scope=\"col\" class=\"amount\">Income {}</th></tr></thead>\n<tbody>\n",
-        section.account.currency);
-    for (const auto& [month, sum] : months)
-        markup.write("<tr><th scope=\"row\">{}</th><td class=\"amount\">{}</td></tr>\n", month,
-                     amountText(sum));
-    markup.write("</tbody>\n</table></div>\n");
+        "<details><summary>Income as a table</summary>\n<div class=\"scroll\"><table class=\"months "
+        "income\">\n"
+        "<thead><tr><th scope=\"col\">Month</th><th scope=\"col\" class=\"amount\">Income "
+        "{}</th></tr></thead>\n"
+        "<tbody>\n",
+        figures.account->currency);
+    for (const MonthFlow& month : income.months)
+        markup.write("<tr><th scope=\"row\">{}</th><td class=\"amount\">{}</td></tr>\n",
+                     dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7),
+                     amountText(month.flow.net()));
+    if (income.undated > 0)
+        markup.write("<tr><th scope=\"row\">no date</th><td class=\"amount\">{}</td></tr>\n",
+                     amountText(income.withoutDate));
+    markup.write("</tbody>\n</table></div></details>\n");
+}
+
+void writeNotes(Markup& markup, const InvestmentFigures& figures) {
+    const bool isAny = !figures.latest.positions().isEmpty();
+    if (figures.holdings.empty())
+        markup.write("<p class=\"note\">{}</p>\n",
+                     isAny ? "No holdings that were asked for." : "No holdings.");
+    if (figures.income.unknown > 0)
+        markup.write("<p class=\"note\">Income without an amount in {}, which is not counted: {}.</p>\n",
+                     figures.account->currency.empty() ? "the account's currency" : figures.account->currency,
+                     figures.income.unknown);
 }
 
 }  // namespace
 
-void writeInvestments(Markup& markup, const Report& report) {
-    const SecurityList own;
-    const SecurityList all(report.investments->securities());
-    const SecurityLookup securities(own, all);
-    std::size_t place = 0;
-    for (const InvestmentAccount& account : report.investments->accounts()) {
-        const InvestmentStatement latest = account.latest();
-        const Section section{account, latest, securities, *report.filter};
-        const std::vector<Trade> trades = tradesOf(section);
-        writeHead(markup, section, dottedNumber(account.number, report.showsFullNumbers), ++place);
-        writeFacts(markup, section);
-        writeAllHoldings(markup, section);
-        writeIncome(markup, section, trades);
-        writeTrades(markup, section, trades);
-        markup.write("</section>\n");
+void writeInvestment(Markup& markup, const InvestmentFigures& figures, std::size_t number) {
+    const double sum = sumOfHoldings(figures);
+    writeHead(markup, figures, number);
+    writeFacts(markup, figures);
+    writeNotes(markup, figures);
+    writePlots(markup, figures, sum, number);
+    writeIncomeMonths(markup, figures);
+    if (!figures.holdings.empty()) writeHoldings(markup, figures, sum);
+    markup.write("</section>\n");
+}
+
+void writeOtherSecurities(Markup& markup, const Report& report) {
+    if (report.otherSecurities.empty()) return;
+    markup.write(
+        "<section aria-labelledby=\"securities-title\">\n<h2 id=\"securities-title\">Securities that no "
+        "holding "
+        "or transaction names</h2>\n<div class=\"scroll\"><table class=\"securities\">\n<thead><tr>"
+        "<th scope=\"col\">Security</th><th scope=\"col\">Kind</th><th scope=\"col\" "
+        "class=\"amount\">Price</th>"
+        "<th scope=\"col\" class=\"amount\">As of</th></tr></thead>\n<tbody>\n");
+    for (const Security& security : report.otherSecurities) {
+        const auto currency = security.currency();
+        markup.write("<tr><th scope=\"row\"><bdi>{}</bdi><small>{}</small></th><td>{}</td>",
+                     nameOf(security, security.id()), security.ticker().value_or(""),
+                     kindInWords(security.kind()));
+        markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td><td class=\"amount\">{}</td></tr>\n",
+                     shownUnits(security.unitPrice()), currency ? currency->symbol : std::string(),
+                     dayText(security.priceDate()));
     }
+    markup.write("</tbody>\n</table></div>\n</section>\n");
 }
 
 }  // namespace tool

@@ -38,27 +38,38 @@ void writeRow(Markup& markup, const AccountFigures& figures, std::size_t number)
     writeFlow(markup, figures.flow, figures.transactions.size());
 }
 
+/// What an account is worth stands where others have their balance.
+void writeRow(Markup& markup, const InvestmentFigures& figures, std::size_t number) {
+    markup.write("<tr><th scope=\"row\"><a href=\"#investment-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
+                 number, figures.name(), figures.account->institution());
+    const auto worth = figures.worth ? std::optional(StatedBalance{*figures.worth, figures.latest.asOf(), {}})
+                                     : std::nullopt;
+    writeBalance(markup, worth, figures.account->currency, "amount");
+    writeBalance(markup, std::nullopt, {}, "amount more");
+    writeFlow(markup, figures.flow, figures.trades.size());
+}
+
 void writeSum(Markup& markup, const CurrencyFigures& figures) {
-    std::size_t transactions = 0;
-    for (const AccountFigures* account : figures.accounts) transactions += account->transactions.size();
     markup.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>",
-                 figures.currency, figures.accounts.size());
-    if (figures.ledger)
-        markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.ledger),
+                 figures.currency, figures.count());
+    if (figures.balance)
+        markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.balance),
                      figures.currency);
     else
         markup.write("<td class=\"amount\">\u2013</td>");
     markup.write("<td class=\"amount more\"></td>");
-    writeFlow(markup, figures.flow, transactions);
+    writeFlow(markup, figures.flow, figures.transactions);
 }
 
 }  // namespace
 
 void writeOverview(Markup& markup, const Report& report) {
-    if (report.accounts.size() < 2) return;
+    if (report.accountCount() < 2) return;
     markup.write(kHead);
     markup.write("<tbody>\n");
     for (std::size_t i = 0; i < report.accounts.size(); ++i) writeRow(markup, report.accounts[i], i + 1);
+    for (std::size_t i = 0; i < report.investments.size(); ++i)
+        writeRow(markup, report.investments[i], i + 1);
     markup.write("</tbody>\n");
     if (!report.currencies.empty()) {
         markup.write("<tfoot>\n");

@@ -16,13 +16,21 @@ struct Period {
     std::optional<std::chrono::sys_days> last;
 };
 
-Period periodOf(const std::vector<AccountFigures>& accounts) {
+void include(Period& period, std::chrono::sys_days day) {
+    period.first = std::min(period.first.value_or(day), day);
+    period.last = std::max(period.last.value_or(day), day);
+}
+
+Period periodOf(const Report& report) {
     Period period;
-    for (const AccountFigures& account : accounts) {
+    for (const AccountFigures& account : report.accounts) {
         if (account.days.empty()) continue;
-        period.first = std::min(period.first.value_or(account.days.front().day), account.days.front().day);
-        period.last = std::max(period.last.value_or(account.days.back().day), account.days.back().day);
+        include(period, account.days.front().day);
+        include(period, account.days.back().day);
     }
+    for (const InvestmentFigures& account : report.investments)
+        for (const Trade& trade : account.trades)
+            if (trade.date) include(period, dayOf(*trade.date));
     return period;
 }
 
@@ -68,15 +76,13 @@ void writeChoice(Markup& markup, const Filter& filter) {
 }
 
 void writeTitle(Markup& markup, const Report& report) {
-    const Period period = periodOf(report.accounts);
+    const Period period = periodOf(report);
     std::size_t transactions =
         sumOf(report.accounts, [](const AccountFigures& account) { return account.transactions.size(); });
-    for (const InvestmentAccount& account : report.investments->accounts())
-        transactions += account.entries.size() - account.repeats;
-    markup.write(
-        "<header class=\"title\">\n<h1>Account report</h1>\n<p>{}, {}",
-        counted(report.accounts.size() + report.investments->accounts().size(), "account", "accounts"),
-        counted(transactions, "transaction", "transactions"));
+    for (const InvestmentFigures& account : report.investments) transactions += account.trades.size();
+    markup.write("<header class=\"title\">\n<h1>Account report</h1>\n<p>{}, {}",
+                 counted(report.accountCount(), "account", "accounts"),
+                 counted(transactions, "transaction", "transactions"));
     if (period.first)
         markup.write(", <time>{}</time> to <time>{}</time>", dayText(*period.first), dayText(*period.last));
     markup.write("</p>\n");
@@ -132,13 +138,15 @@ void writePage(Markup& markup, const Report& report) {
     markup.write("<main>\n");
     writeTitle(markup, report);
     writeNotes(markup, report);
-    if (report.accounts.empty() && report.investments->accounts().empty())
+    if (report.accountCount() == 0)
         markup.write("<p class=\"note\">There are no statements of accounts.</p>\n");
     writeOverview(markup, report);
     for (std::size_t i = 0; i < report.currencies.size(); ++i)
         writeCurrency(markup, report.currencies[i], i + 1);
     for (std::size_t i = 0; i < report.accounts.size(); ++i) writeAccount(markup, report.accounts[i], i + 1);
-    writeInvestments(markup, report);
+    for (std::size_t i = 0; i < report.investments.size(); ++i)
+        writeInvestment(markup, report.investments[i], i + 1);
+    writeOtherSecurities(markup, report);
     writeTransactions(markup, report);
     writeFoot(markup);
 }

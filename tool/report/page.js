@@ -21,7 +21,8 @@
             date: date.className === 'none' ? '' : date.textContent,
             account: element.dataset.account,
             flow: amount.className,
-            amount: amount.className === 'none' ? '' : amount.firstChild.data,
+            // What buys or sells securities is neither in nor out.
+            amount: ['in', 'out'].includes(amount.className) ? amount.firstChild.data : '',
             currency: amount.children.length ? amount.lastElementChild.textContent : table.dataset.currency
         };
     });

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include "history/history.h"
 #include "report/figures.h"
 
 /// \file
@@ -8,20 +9,21 @@
 
 namespace tool {
 
-class InvestmentHistory;
 class Markup;
 struct Filter;
 
 /// All that a page is made of.
 struct Report {
     std::vector<AccountFigures> accounts;
+    std::vector<InvestmentFigures> investments;
     std::vector<CurrencyFigures> currencies;
-    std::vector<std::string> unread;    ///< files that could not be read
-    std::vector<FileFinding> findings;  ///< what is to be said of the others
-    std::size_t repeats = 0;            ///< transactions that were left out
-    const Filter* filter = nullptr;     ///< by which the others were chosen
-    const InvestmentHistory* investments = nullptr;
-    bool showsFullNumbers = false;
+    std::vector<std::string> unread;                   ///< files that could not be read
+    std::vector<FileFinding> findings;                 ///< what is to be said of the others
+    std::size_t repeats = 0;                           ///< transactions that were left out
+    const Filter* filter = nullptr;                    ///< by which the others were chosen
+    std::vector<brackwell::Security> otherSecurities;  ///< that no holding or transaction names
+
+    std::size_t accountCount() const noexcept { return accounts.size() + investments.size(); }
 };
 
 void writePage(Markup& markup, const Report& report);
@@ -32,15 +34,26 @@ void writeOverview(Markup& markup, const Report& report);
 void writeAccount(Markup& markup, const AccountFigures& figures, std::size_t number);
 /// The plot and the months of all accounts in a currency.
 void writeCurrency(Markup& markup, const CurrencyFigures& figures, std::size_t number);
+/// An investment account: facts, holdings of the latest statement, their kinds, income. Its number is its
+/// place among the investment accounts.
+void writeInvestment(Markup& markup, const InvestmentFigures& figures, std::size_t number);
+/// The securities that no holding or transaction names.
+void writeOtherSecurities(Markup& markup, const Report& report);
 /// All transactions of all accounts under the filter that the script drives, the newest first unless
 /// another order is wanted.
 void writeTransactions(Markup& markup, const Report& report);
 
-/// The investment accounts: holdings of the latest statement, their kinds, transactions and income.
-void writeInvestments(Markup& markup, const Report& report);
-
 /// "2025-01-31"; "" for nothing.
 std::string dayText(const std::optional<brackwell::Date>& date);
+
+/// "2025-01-01 to 2025-01-31"; one day once, and "" for none.
+std::string periodOf(const std::vector<DayFlow>& days);
+
+/// @{
+/// One of the facts of an account; nothing for an empty text.
+void writeFact(Markup& markup, std::string_view label, brackwell::OptionalText text);
+void writeFlowFacts(Markup& markup, const Flow& flow);
+/// @}
 
 /// The months and their sums as a table that is folded away.
 void writeMonths(Markup& markup, const std::vector<MonthFlow>& months, const std::string& currency);

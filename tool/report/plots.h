@@ -19,4 +19,8 @@ void writeBalancePlot(Markup& markup, const AccountFigures& figures, std::string
 void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
                    const std::string& currency, std::string_view id);
 
+/// The same of income, of which there is a net only.
+void writeIncomePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+                     const std::string& currency, std::string_view id);
+
 }  // namespace tool

@@ -3,42 +3,65 @@
 
 #include "filter/filter.h"
 #include "history/history.h"
+#include "investments/facts.h"
 #include "report/amounts.h"
 #include "report/markup.h"
 #include "report/parts.h"
 #include "text/value_text.h"
+#include "view/sections.h"
 
 namespace tool {
 namespace {
 
 using brackwell::Date;
 using brackwell::Decimal;
+using brackwell::InvestmentTransaction;
 using brackwell::OptionalText;
 using brackwell::TvOFXStatementTransaction;
 
-/// A transaction, and the number of its account on the page.
+/// A transaction of a bank or card account, or else of an investment account.
 struct Row {
     const TvOFXStatementTransaction* transaction;
-    std::size_t account;
+    const Trade* trade;
+    std::size_t account;  ///< its number on the page
+    std::optional<Date> date;
+    std::optional<Decimal> amount;
 };
-
-/// Whether the first comes before the second; what is absent comes last.
-template <class Value>
-bool comesBefore(const std::optional<Value>& first, const std::optional<Value>& second) noexcept {
-    return first && (!second || *first < *second);
-}
 
 /// In the order that is wanted; otherwise the newest first. Those without a date or amount come last.
 std::vector<Row> rowsOf(const Report& report) {
     std::vector<Row> rows;
-    for (std::size_t i = 0; i < report.accounts.size(); ++i)
-        for (const auto* transaction : report.accounts[i].transactions) rows.push_back({transaction, i + 1});
-    const auto date = [](const Row& row) { return row.transaction->datePosted(); };
-    const auto amount = [](const Row& row) { return row.transaction->amount(); };
-    if (report.filter->order == Order::document) std::ranges::stable_sort(rows, std::ranges::greater(), date);
-    if (report.filter->order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, date);
-    if (report.filter->order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Decimal>, amount);
+    std::size_t account = 0;
+    for (const AccountFigures& figures : report.accounts) {
+        ++account;
+        for (const auto* transaction : figures.transactions)
+            rows.push_back({transaction, nullptr, account, transaction->datePosted(), transaction->amount()});
+    }
+    for (const InvestmentFigures& figures : report.investments) {
+        ++account;
+        for (const Trade& trade : figures.trades)
+            rows.push_back({nullptr, &trade, account, trade.date, trade.amount});
+    }
+    const Order order = report.filter->order;
+    if (order == Order::document) std::ranges::stable_sort(rows, std::ranges::greater(), &Row::date);
+    if (order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, &Row::date);
+    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Decimal>, &Row::amount);
     return rows;
+}
+
+/// What the page says of an account: its name and its currency.
+struct Named {
+    std::string name;
+    std::string currency;
+};
+
+std::vector<Named> namesOf(const Report& report) {
+    std::vector<Named> names;
+    for (const AccountFigures& account : report.accounts)
+        names.push_back({account.name(), account.history->currency});
+    for (const InvestmentFigures& account : report.investments)
+        names.push_back({account.name(), account.account->currency});
+    return names;
 }
 
 OptionalText firstOf(OptionalText first, OptionalText second) noexcept {
@@ -47,6 +70,38 @@ OptionalText firstOf(OptionalText first, OptionalText second) noexcept {
 
 OptionalText numberOf(const TvOFXStatementTransaction& transaction) noexcept {
     return firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber());
+}
+
+OptionalText payeeOf(const TvOFXStatementTransaction& transaction) {
+    const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
+    return firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt);
+}
+
+/// The number of a bank transaction, also of one in an investment account.
+OptionalText numberOf(const Row& row) {
+    if (row.transaction != nullptr) return numberOf(*row.transaction);
+    const auto bank = row.trade->transaction.bankTransaction();
+    return bank ? numberOf(*bank) : std::nullopt;
+}
+
+/// "2 at 12.50"; of a split, what the units have become.
+std::string quantityOf(const InvestmentTransaction& transaction) {
+    const std::string units = shownUnits(transaction.units());
+    const std::string price = shownUnits(transaction.unitPrice());
+    if (!units.empty()) return units + (price.empty() ? " units" : " at " + price);
+    const std::string before = shownUnits(transaction.oldUnits());
+    const std::string after = shownUnits(transaction.newUnits());
+    if (after.empty()) return {};
+    return before.empty() ? after + " units" : before + " became " + after + " units";
+}
+
+/// An amount that is not known in the account's currency as it is written.
+std::string foreignAmountOf(const InvestmentTransaction& transaction) {
+    const auto bank = transaction.bankTransaction();
+    const auto amount = amountOf(transaction);
+    const auto currency = bank ? currencyOf(*bank) : transaction.currency();
+    return amount ? withCurrency(amountText(*amount), currency ? currency->symbol : std::string())
+                  : std::string();
 }
 
 /// "-999999.99" fits into the column of amounts together with a currency.
@@ -61,86 +116,109 @@ struct Columns {
     std::string commonCurrency;  ///< of all amounts otherwise
 };
 
-Columns columnsOf(const Report& report, const std::vector<Row>& rows) {
+Columns columnsOf(const std::vector<Named>& names, const std::vector<Row>& rows) {
     Columns columns;
-    columns.account = report.accounts.size() > 1;
-    columns.number = std::ranges::any_of(
-        rows, [](const Row& row) { return !numberOf(*row.transaction).value_or("").empty(); });
-    columns.commonCurrency = report.accounts.front().history->currency;
-    columns.currency = std::ranges::any_of(report.accounts, [&](const AccountFigures& account) {
-        return account.history->currency != columns.commonCurrency;
-    });
+    columns.account = names.size() > 1;
+    columns.number =
+        std::ranges::any_of(rows, [](const Row& row) { return !numberOf(row).value_or("").empty(); });
+    columns.commonCurrency = names.front().currency;
+    columns.currency = std::ranges::any_of(
+        names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
     if (columns.currency) columns.commonCurrency.clear();
-    columns.longAmounts = std::ranges::any_of(rows, [](const Row& row) {
-        const std::optional<Decimal> amount = row.transaction->amount();
-        return amount && amount->toString().size() > kUsualAmount;
-    });
+    columns.longAmounts = std::ranges::any_of(
+        rows, [](const Row& row) { return row.amount && row.amount->toString().size() > kUsualAmount; });
     return columns;
 }
 
 /// The cells of a row.
 class Cells {
 public:
-    Cells(Markup& markup, const Report& report, const Columns& columns) : markup_(markup), columns_(columns) {
-        for (const AccountFigures& account : report.accounts) names_.push_back(account.name());
-    }
+    Cells(Markup& markup, const std::vector<Named>& names, const Columns& columns)
+        : markup_(markup), names_(names), columns_(columns) {}
 
-    void write(const Row& row, const std::string& currency) {
-        const TvOFXStatementTransaction& transaction = *row.transaction;
+    void write(const Row& row) {
         markup_.write("<tr data-account=\"{}\">", row.account);
-        writeDate(transaction);
-        writeWhat(transaction);
-        markup_.write("<td>{}</td>", transaction.transactionType().value_or(""));
-        if (columns_.account) markup_.write("<td>{}</td>", names_[row.account - 1]);
-        if (columns_.number) markup_.write("<td>{}</td>", numberOf(transaction).value_or(""));
-        writeAmount(transaction.amount(), currency);
+        if (row.transaction != nullptr)
+            writeBank(*row.transaction);
+        else
+            writeTrade(*row.trade);
+        if (columns_.account) markup_.write("<td>{}</td>", names_[row.account - 1].name);
+        if (columns_.number) markup_.write("<td>{}</td>", numberOf(row).value_or(""));
+        writeAmount(row);
         markup_.write("</tr>\n");
     }
 
 private:
-    void writeDate(const TvOFXStatementTransaction& transaction) {
-        if (transaction.datePosted())
-            markup_.write("<td>{}</td>", DateText(*transaction.datePosted()).day());
+    void writeBank(const TvOFXStatementTransaction& transaction) {
+        writeDate(transaction.datePosted(), transaction.originalDatePostedString());
+        markup_.write("<th scope=\"row\">{}", payeeOf(transaction).value_or(""));
+        writeSmall(transaction.memo());
+        markup_.write("</th><td>{}</td>", transaction.transactionType().value_or(""));
+    }
+    void writeTrade(const Trade& trade) {
+        const InvestmentTransaction& transaction = trade.transaction;
+        const auto bank = transaction.bankTransaction();
+        writeDate(trade.date, bank ? bank->originalDatePostedString() : transaction.text("tradeDate"));
+        if (bank)
+            markup_.write("<th scope=\"row\">{}", payeeOf(*bank).value_or(""));
+        else
+            markup_.write("<th scope=\"row\">{}", nameOf(trade.security, transaction.securityID()));
+        writeSmall(quantityOf(transaction));
+        writeSmall(memoOf(transaction));
+        markup_.write("</th><td>{}</td>", kindInWords(transaction));
+    }
+    void writeDate(const std::optional<Date>& date, OptionalText text) {
+        if (date)
+            markup_.write("<td>{}</td>", DateText(*date).day());
         else  // a text that is no date is still worth seeing
-            markup_.write("<td class=\"none\">{}</td>",
-                          firstOf(transaction.originalDatePostedString(), "no date").value_or(""));
+            markup_.write("<td class=\"none\">{}</td>", firstOf(text, "no date").value_or(""));
     }
-    void writeWhat(const TvOFXStatementTransaction& transaction) {
-        const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
-        const OptionalText name = firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt);
-        markup_.write("<th scope=\"row\">{}", name.value_or(""));
-        if (!transaction.memo().value_or("").empty()) markup_.write("<small>{}</small>", *transaction.memo());
-        markup_.write("</th>");
+    void writeSmall(OptionalText text) {
+        if (!text.value_or("").empty()) markup_.write("<small>{}</small>", *text);
     }
-    void writeAmount(const std::optional<brackwell::Decimal>& amount, const std::string& currency) {
-        if (!amount) return markup_.write("<td class=\"none\">no amount</td>");
-        markup_.write("<td class=\"{}\">{}", amount->isNegative() ? "out" : "in", signedAmountText(*amount));
-        if (columns_.currency) markup_.write(" <abbr>{}</abbr>", currency);
+    /// What buys or sells securities is neither in nor out.
+    void writeAmount(const Row& row) {
+        if (!row.amount) return writeNoAmount(row);
+        const bool movesMoney = row.trade == nullptr || row.trade->movesMoney;
+        const std::string_view flow = row.amount->isNegative() ? "out" : "in";
+        markup_.write("<td class=\"{}\">{}", movesMoney ? flow : "trade", signedAmountText(*row.amount));
+        if (columns_.currency) markup_.write(" <abbr>{}</abbr>", names_[row.account - 1].currency);
         markup_.write("</td>");
+    }
+    /// Most transactions that only move securities have none.
+    void writeNoAmount(const Row& row) {
+        const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
+        const std::string foreign =
+            row.trade != nullptr ? foreignAmountOf(row.trade->transaction) : std::string();
+        markup_.write("<td class=\"none\">{}</td>",
+                      !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount"));
     }
 
     Markup& markup_;
+    const std::vector<Named>& names_;
     Columns columns_;
-    std::vector<std::string> names_;
 };
 
 /// Hidden until the script finds that it runs.
-void writeFilter(Markup& markup, const Report& report) {
+void writeFilter(Markup& markup, const std::vector<Named>& names, bool hasTrades) {
     markup.write(
         "<form id=\"filter\" hidden=\"hidden\" role=\"search\" aria-label=\"Filter transactions\">\n"
         "<label class=\"wide\">Search <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
         "<label>From <input type=\"date\" name=\"from\"/></label>\n"
         "<label>Until <input type=\"date\" name=\"until\"/></label>\n");
-    if (report.accounts.size() > 1) {
+    if (names.size() > 1) {
         markup.write("<label>Account <select name=\"account\"><option value=\"\">All</option>");
-        for (std::size_t i = 0; i < report.accounts.size(); ++i)
-            markup.write("<option value=\"{}\">{}</option>", i + 1, report.accounts[i].name());
+        for (std::size_t i = 0; i < names.size(); ++i)
+            markup.write("<option value=\"{}\">{}</option>", i + 1, names[i].name);
         markup.write("</select></label>\n");
     }
     markup.write(
         "<label>Direction <select name=\"flow\"><option value=\"\">In and out</option>"
-        "<option value=\"in\">In</option><option value=\"out\">Out</option></select></label>\n"
-        "<button type=\"reset\">Clear</button>\n<p id=\"found\" role=\"status\"></p>\n</form>\n");
+        "<option value=\"in\">In</option><option value=\"out\">Out</option>");
+    if (hasTrades) markup.write("<option value=\"trade\">Bought, sold, moved</option>");
+    markup.write(
+        "</select></label>\n<button type=\"reset\">Clear</button>\n<p id=\"found\" "
+        "role=\"status\"></p>\n</form>\n");
 }
 
 void writeHead(Markup& markup, const Columns& columns) {
@@ -161,13 +239,14 @@ void writeTransactions(Markup& markup, const Report& report) {
     markup.write(
         "<section aria-labelledby=\"transactions-title\">\n<h2 "
         "id=\"transactions-title\">Transactions</h2>\n");
-    writeFilter(markup, report);
-    const Columns columns = columnsOf(report, rows);
+    const std::vector<Named> names = namesOf(report);
+    writeFilter(markup, names, !report.investments.empty());
+    const Columns columns = columnsOf(names, rows);
     writeHead(markup, columns);
-    Cells cells(markup, report, columns);
+    Cells cells(markup, names, columns);
     for (const Row& row : rows) {
         if (!markup.isGood()) return;
-        cells.write(row, report.accounts[row.account - 1].history->currency);
+        cells.write(row);
     }
     markup.write("</tbody>\n</table>\n</section>\n");
 }

@@ -35,31 +35,12 @@ std::string symbolOf(const std::optional<TransactionCurrency>& currency, Optiona
     return visibleText(currency->symbol);
 }
 
-/// "otherVested" as "other vested".
-std::string inWords(std::string_view getter) {
-    std::string words;
-    for (const char c : getter) {
-        const bool isCapital = c >= 'A' && c <= 'Z';
-        if (isCapital) words += ' ';
-        words += isCapital ? static_cast<char>(c - 'A' + 'a') : c;
-    }
-    return words;
-}
-
-/// The OFX standard's percentages stand as they are, amounts with their currency.
-std::string valueText(const ListedBalance& balance, OptionalText statementCurrency) {
-    if (!balance.value()) return std::string(balance.text("value").value_or(""));
-    if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
-    if (balance.type() == BalanceType::number) return balance.value()->toString();
-    return withSymbol(shownAmount(*balance.value()), symbolOf(balance.currency(), statementCurrency));
-}
-
 void showListed(Page& page, const std::vector<ListedBalance>& balances, OptionalText statementCurrency) {
     for (const ListedBalance& balance : balances) {
         const OptionalText name = balance.name() ? balance.name() : balance.explanation();
         const std::string date = shownDate(balance.asOf());
         page.fact(name.value_or("Balance"),
-                  valueText(balance, statementCurrency) + (date.empty() ? "" : " on " + date));
+                  shownBalance(balance, statementCurrency) + (date.empty() ? "" : " on " + date));
     }
 }
 
@@ -69,22 +50,6 @@ void showBalance(Page& page, const InvestmentBalance& balance, OptionalText stat
     page.fact("Short", amountText(balance.shortBalance()));
     page.fact("Buying power", amountText(balance.buyingPower()));
     showListed(page, balance.listed(), statementCurrency);
-}
-
-/// A retirement plan: its balance by source, and its loans.
-void showPlan(Page& page, const InvestmentStatement& statement) {
-    if (const auto plan = statement.plan401k()) {
-        page.fact("Employer", plan->employerName());
-        page.fact("Plan", plan->planID());
-        for (const Loan401k& loan : plan->loans())
-            page.fact("Loan", withSymbol(amountText(loan.currentBalance()), loan.explanation()));
-    }
-    const auto balance = statement.balance401k();
-    if (!balance) return;
-    for (const InvestmentField& field : balance->fields())
-        page.fact("Plan: " + inWords(field.name),
-                  field.amount ? shownAmount(*field.amount) : std::string(field.text));
-    showListed(page, balance->listed(), statement.currency());
 }
 
 std::string periodOf(const InvestmentStatement& statement) {
@@ -102,7 +67,6 @@ void showFacts(Page& page, const InvestmentStatement& statement) {
     page.fact("As of", shownDate(statement.asOf()));
     page.fact("Period", periodOf(statement));
     if (const auto balance = statement.balance()) showBalance(page, *balance, statement.currency());
-    showPlan(page, statement);
     page.fact("Notice", statement.marketingInfo());
 }
 
@@ -241,11 +205,19 @@ std::string headingOf(const InvestmentStatement& statement, bool isFull) {
 
 }  // namespace
 
+std::string shownBalance(const ListedBalance& balance, OptionalText statementCurrency) {
+    if (!balance.value()) return std::string(balance.text("value").value_or(""));
+    if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
+    if (balance.type() == BalanceType::number) return balance.value()->toString();
+    return withSymbol(shownAmount(*balance.value()), symbolOf(balance.currency(), statementCurrency));
+}
+
 void showInvestments(Page& page, const InvestmentStatement& statement, const SecurityLookup& securities,
                      const Options& options) {
     if (!options.filter.takes(statement)) return;
     page.heading(headingOf(statement, options.showsFullNumbers));
     showFacts(page, statement);
+    showPlan(page, statement);
     showHoldings(page, statement, securities, options.filter);
     showTransactions(page, statement, securities, options.filter);
 }

@@ -36,6 +36,11 @@ void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement
 /// The same of an investment account: balances, holdings and transactions.
 void showInvestments(Page& page, const brackwell::InvestmentStatement& statement,
                      const SecurityLookup& securities, const Options& options);
+/// A balance of a list as its kind asks for: "4.9 %", "800.10 EUR", with the currency when it is not the
+/// statement's.
+std::string shownBalance(const brackwell::ListedBalance& balance, brackwell::OptionalText statementCurrency);
+/// What a statement says of a retirement plan; nothing when it does not.
+void showPlan(Page& page, const brackwell::InvestmentStatement& statement);
 /// The securities of a document that none of its positions and transactions names.
 void showOtherSecurities(Page& page, const brackwell::OpenedDocument& document, const Options& options);
 

@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "history/investments.h"
+#include "investments/facts.h"
+#include "report/flow.h"
+
+/// \file
+/// What a report says of investment accounts, worked out before anything is written.
+
+namespace tool {
+
+struct Options;
+
+/// A transaction of an investment account, with what is asked of it again and again.
+struct Trade {
+    brackwell::InvestmentTransaction transaction;
+    std::optional<brackwell::Security> security;
+    std::optional<brackwell::Date> date;
+    std::optional<brackwell::Decimal> amount;  ///< in the account's currency
+    bool movesMoney;  ///< in or out; what buys or sells securities only changes what is held
+};
+
+/// A position of an investment account.
+struct Holding {
+    brackwell::Position position;
+    std::optional<brackwell::Security> security;
+    std::optional<brackwell::Decimal> value;  ///< in the account's currency
+};
+
+/// What an account received from its securities.
+struct Income {
+    std::vector<MonthFlow> months;  ///< in order
+    Sum withoutDate;
+    std::size_t undated = 0;  ///< how many these are
+    std::size_t unknown = 0;  ///< how many have no amount in the account's currency
+};
+
+/// What a report says of an investment account.
+struct InvestmentFigures {
+    const InvestmentAccount* account = nullptr;
+    brackwell::InvestmentStatement latest;  ///< of the holdings and balances
+    std::string number;                     ///< masked, unless it is to be shown in full
+    std::optional<brackwell::Decimal> worth;
+    std::vector<Holding> holdings;  ///< of the latest statement, those that are wanted
+    std::vector<Trade> trades;      ///< those that are wanted, each once, in the order of the files
+    Flow flow;
+    std::vector<DayFlow> days;
+    std::vector<MonthFlow> months;
+    Income income;
+
+    std::string name() const {
+        return number.empty() ? "Investment account" : "Investment account " + number;
+    }
+};
+
+/// A security is looked up in the document that names it, then in all others.
+std::vector<InvestmentFigures> investmentFiguresOf(const InvestmentHistory& history, const Options& options);
+
+}  // namespace tool
