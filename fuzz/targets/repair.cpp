@@ -2,6 +2,7 @@
 #include <brackwell/reading.h>
 #include <brackwell/repair.h>
 
+#include "support/invalid_elements.h"
 #include "target.h"
 
 /// \file
@@ -44,6 +45,9 @@ void tryScope(std::string_view bytes, RepairScope scope) {
     for (const RepairRemark& remark : repaired.remaining)
         require(remark.offset < repaired.text.size() && !remark.reason.empty(),
                 "a remark says where and why");
+    const bool isJudged = tree.has_value() && scope == RepairScope::structure && !isOut;
+    if (isJudged || !repaired.changes.empty())
+        require(tests::untold(repaired).empty(), "what stands where it cannot is told");
     if (repaired.changes.empty()) return;
     require(!summaryOf(repaired.changes).empty(), "changes have a summary");
     require(treeOf(repaired.text).has_value(), "what was repaired is read");

@@ -108,7 +108,9 @@ struct RepairChange {
     bool operator==(const RepairChange&) const = default;  ///< the same change at the same place
 };
 
-/// Something that a repair has left, because no change that the standard allows would mend it.
+/// Something that a repair has left, because no change that the standard allows would mend it: a known
+/// element that cannot stand where it does, or that stands there once more than it may; an aggregate with a
+/// text; a name that is known in capitals only.
 struct RepairRemark {
     std::size_t offset = 0;  ///< of the tag in the text after the repair
     std::size_t line = 1;    ///< of that byte; lines end with LF, CR, or both
@@ -124,8 +126,8 @@ struct RepairedText {
     /// In the order of their places; no two overlap. Replacing `was` by `now` at each place of the text
     /// before makes the text after it.
     std::vector<RepairChange> changes;
-    /// The elements that still stand where the standard has no place for them, in the order of the text;
-    /// empty for a text that is out of the scope of the repair.
+    /// All that is still not as the standard has it, in the order of the text; empty for a text that is out
+    /// of the scope of the repair. What the standard does not know, and what it misses, is not told.
     std::vector<RepairRemark> remaining{};
 };
 

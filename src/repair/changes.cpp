@@ -133,14 +133,16 @@ std::vector<RepairChange> changesOf(std::string_view text, Edits edits) {
     return changes;
 }
 
-std::vector<RepairRemark> remarksOf(std::string_view text, std::vector<Fault> faults, const Tree& tree) {
-    std::ranges::sort(faults, {}, [&tree](const Fault& fault) { return tree[fault.node].open.begin; });
+std::vector<RepairRemark> remarksOf(const Tree& tree) {
+    std::vector<Fault> faults = faultsOf(tree);
+    std::ranges::sort(faults, {}, &Fault::node);  // which is the order of the text
     std::vector<RepairRemark> remarks;
-    Position position(text);
-    for (Fault& fault : faults) {
+    remarks.reserve(faults.size());
+    Position position(tree.text());
+    for (const Fault& fault : faults) {
         const std::size_t offset = tree[fault.node].open.begin;
         position.advanceTo(offset);
-        remarks.push_back({offset, position.line(), position.column(), std::move(fault.reason)});
+        remarks.push_back({offset, position.line(), position.column(), reasonOf(tree, fault)});
     }
     return remarks;
 }

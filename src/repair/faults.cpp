@@ -14,7 +14,8 @@ bool isKnownInCapitals(std::string_view name) {
     if (!hasSmallLetter(name)) return false;
     std::string capitals(name);
     std::ranges::transform(capitals, capitals.begin(), capitalLetter);
-    return elements::findElement(capitals) != elements::kUnknown;
+    const elements::Kind kind = elements::kindOf(elements::findElement(capitals));
+    return kind != elements::Kind::unknown && kind != elements::Kind::headerField;
 }
 
 std::string placeOf(const Tree& tree, NodeID parent) {
@@ -35,13 +36,18 @@ private:
     std::vector<NodeID> nodes_ = std::vector<NodeID>(elements::kElementCount, kNoNode);
 };
 
+bool mayRepeatByList(const Tree& tree, NodeID node) {
+    const NodeID parent = tree[node].parent;
+    if (parent == Tree::kDocument) return tree[node].element != elements::kRoot;
+    return elements::mayRepeatIn(tree[node].element, tree[parent].element);
+}
+
 }  // namespace
 
 bool mayRepeat(const Tree& tree, NodeID node) {
     const NodeID parent = tree[node].parent;
-    if (parent == Tree::kDocument) return tree[node].element != elements::kRoot;
-    if (tree[tree[parent].parent].element == elements::kRoot) return true;
-    return elements::mayRepeatIn(tree[node].element, tree[parent].element);
+    const bool isInSet = parent != Tree::kDocument && tree[tree[parent].parent].element == elements::kRoot;
+    return isInSet || mayRepeatByList(tree, node);
 }
 
 bool isMisplaced(const Tree& tree, NodeID node) {
@@ -54,35 +60,51 @@ bool isMisplaced(const Tree& tree, NodeID node) {
 std::vector<Fault> faultsOf(const Tree& tree) {
     std::vector<Fault> faults;
     Firsts firsts;
-    const auto add = [&](NodeID node, NodeID first, std::string reason) {
-        faults.push_back({node, first, std::move(reason)});
-    };
     for (NodeID parent = 0; parent < tree.size(); ++parent)
         for (NodeID node = tree[parent].first; node != kNoNode; node = tree[node].next) {
             const Node& it = tree[node];
-            if (isMisplaced(tree, node)) {
-                add(node, kNoNode, openTag(it.name) + " cannot stand " + placeOf(tree, parent));
-            } else if (it.element == elements::kUnknown) {
-                if (isKnownInCapitals(it.name))
-                    add(node, kNoNode, openTag(it.name) + " counts in capitals only");
-            } else if (!it.isLeaf && !mayRepeat(tree, node)) {
-                const NodeID first = firsts.firstOf(tree, node);
-                if (first != node)
-                    add(node, first,
-                        "a second " + openTag(it.name) + " cannot stand " + placeOf(tree, parent));
+            if (it.element == elements::kUnknown) {
+                if (isKnownInCapitals(it.name)) faults.push_back({FaultKind::smallLetters, node, kNoNode});
+                continue;
             }
+            const NodeID first = firsts.firstOf(tree, node);
+            if (isMisplaced(tree, node))
+                faults.push_back({FaultKind::misplaced, node, kNoNode});
+            else if (it.isLeaf && elements::isAggregate(it.element))
+                faults.push_back({FaultKind::hasText, node, kNoNode});
+            else if (first != node && !mayRepeatByList(tree, node))
+                faults.push_back(
+                    {mayRepeat(tree, node) ? FaultKind::further : FaultKind::repeated, node, first});
         }
     return faults;
 }
 
+std::string reasonOf(const Tree& tree, const Fault& fault) {
+    const std::string tag = openTag(tree[fault.node].name);
+    const auto place = [&] { return placeOf(tree, tree[fault.node].parent); };
+    switch (fault.kind) {
+        case FaultKind::misplaced:
+            return tag + " cannot stand " + place();
+        case FaultKind::repeated:
+        case FaultKind::further:
+            return "a second " + tag + " cannot stand " + place();
+        case FaultKind::hasText:
+            return tag + " has a text, which only a leaf can have";
+        case FaultKind::smallLetters:
+            break;
+    }
+    return tag + " counts in capitals only";
+}
+
 Loss lossOf(const Tree& tree) {
-    const std::vector<Fault> faults = faultsOf(tree);
+    Loss loss;
     std::vector<bool> isLost(tree.size(), false);
-    for (const Fault& fault : faults) {
+    for (const Fault& fault : faultsOf(tree)) {
+        if (fault.kind == FaultKind::further) continue;
+        ++loss.faults;
         isLost[fault.node] = true;
         if (fault.first != kNoNode) isLost[fault.first] = true;
     }
-    Loss loss{0, faults.size()};
     for (NodeID node = 1; node < tree.size(); ++node) {  // a node comes after its parent
         isLost[node] = isLost[node] || isLost[tree[node].parent];
         if (isLost[node] && tree[node].isLeaf) ++loss.leaves;

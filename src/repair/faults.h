@@ -9,23 +9,31 @@
 
 namespace brackwell::repair {
 
-/// What keeps an element from being read: it is of no use to a reader where it stands.
-struct Fault {
-    NodeID node;
-    NodeID first;  ///< of a repeated aggregate the first one, otherwise kNoNode
-    std::string reason;
+/// What is wrong with an element where it stands.
+enum class FaultKind : std::uint8_t {
+    misplaced,     ///< it is known, and has no place in the known aggregate around it, or outside of the root
+    repeated,      ///< it stands a second time where one may
+    further,       ///< the same directly in a message set, whose elements are read one by one
+    hasText,       ///< it is an aggregate, and has a text
+    smallLetters,  ///< its name is known in capitals only
 };
 
-/// The faults of a tree, in the order of its nodes, by what the standard says may stand where:
-/// - a known element in a known aggregate, or outside of the root, that has no place there;
-/// - an aggregate that stands a second time where one may, but for those directly in a message set, which
-///   are read one by one;
-/// - a name in small letters that is known in capitals.
+struct Fault {
+    FaultKind kind;
+    NodeID node;
+    NodeID first;  ///< of a repeated element the first one, otherwise kNoNode
+};
+
+/// The faults of a tree, parent by parent, by what the standard says may stand where. An element that is not
+/// known has none.
 std::vector<Fault> faultsOf(const Tree& tree);
 
-/// What of a tree is of no use to a reader.
+/// A fault as a sentence without its full stop.
+std::string reasonOf(const Tree& tree, const Fault& fault);
+
+/// What of a tree is of no use to a reader. What is repeated directly in a message set is.
 struct Loss {
-    std::size_t leaves = 0;  ///< at faults, or in aggregates at faults; of repeated aggregates those of all
+    std::size_t leaves = 0;  ///< at faults, or in aggregates at faults; of repeated elements those of all
     std::size_t faults = 0;
     auto operator<=>(const Loss&) const = default;
 };

@@ -75,8 +75,7 @@ public:
 
     RepairedText finish() && {
         RepairedText repaired{std::move(text_), repair::changesOf(before_, std::move(edits_)), {}};
-        repaired.remaining =
-            repair::remarksOf(repaired.text, repair::faultsOf(treeOf(repaired.text)), treeOf(repaired.text));
+        repaired.remaining = repair::remarksOf(treeOf(repaired.text));
         return repaired;
     }
 

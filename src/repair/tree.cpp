@@ -48,7 +48,7 @@ private:
         if (innermost_ != Tree::kDocument && closes(name, tree_[innermost_].name)) {
             tree_[innermost_].close = place;
             innermost_ = tree_[innermost_].parent;
-        } else if (pending_.empty() || !closes(name, pending_)) {
+        } else if (!closes(name, pending_)) {  // "</>" closes nothing where nothing is pending
             return false;
         } else if (leaf_ != kNoNode) {
             tree_[leaf_].open.end = place.end;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "reading/element_names.h"
+#include "support/standard_places.h"
 
 using namespace brackwell::elements;
 
@@ -167,5 +168,28 @@ TEST_CASE("an element stands where the list has it, and an unknown one anywhere"
         CAPTURE(row.parent);
         CHECK(mayStandIn(findElement(row.child), findElement(row.parent)) == row.mayStand);
         CHECK(mayRepeatIn(findElement(row.child), findElement(row.parent)) == row.mayRepeat);
+    }
+}
+
+TEST_CASE("the list agrees with a table that was written from the other side") {
+    using brackwell::tests::Times;
+    std::vector<std::string_view> names = brackwell::tests::placedElements();
+    names.emplace_back("OFX");
+    CHECK(names.size() > 1200);
+    const auto timesOf = [](Element child, Element parent) {
+        if (mayRepeatIn(child, parent)) return Times::anyNumber;
+        return mayStandIn(child, parent) ? Times::once : Times::never;
+    };
+    for (const std::string_view childName : names) {
+        const Element child = named(childName);
+        CHECK(brackwell::tests::isKnownAggregate(childName) == isAggregate(child));
+        for (const std::string_view parent : names)
+            if (brackwell::tests::timesIn(childName, parent) != timesOf(child, findElement(parent)))
+                FAIL_CHECK(childName << " in " << parent);
+    }
+    for (Element element = 0; element < kElementCount; ++element) {
+        if (parentsOf(element).empty()) continue;
+        CAPTURE(nameOf(element));
+        CHECK(brackwell::tests::isKnownElement(nameOf(element)));
     }
 }
