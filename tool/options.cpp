@@ -133,10 +133,12 @@ constexpr const char* kExamples =
     "\"brackwell COMMAND --help\" tells the options of a command.\n";
 
 constexpr const char* kRepairExamples =
-    "Puts missing, misspelt and crossed close tags right, closes empty leaves, drops comments and unwraps\n"
-    "character data; puts tags in lower case into capitals. Values stay as they are. What was changed is\n"
-    "listed on standard error, tags in lower case only counted. A document that can be read is copied as\n"
-    "it is. The list does not show passwords, keys and cookies; the diff has the lines as they are.\n"
+    "Puts missing, misspelt and crossed tags right, and elements where they belong; closes empty leaves,\n"
+    "drops comments and unwraps character data; puts tags in lower case into capitals. Values stay as they\n"
+    "are. What was changed is listed on standard error, what matters most first: with the line and column,\n"
+    "why, and of changes that are alike the first with their number. A document that is read whole is\n"
+    "copied as it is. The list does not show passwords, keys and cookies; the diff has the lines as they\n"
+    "are.\n"
     "With --force the output may also take the place of FILE itself.\n\n"
     "Examples:\n"
     "  brackwell repair july.ofx --output july-fixed.ofx\n"
@@ -255,7 +257,11 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
 void declareRepair(CLI::App& app, Options& options, Texts& texts) {
     CLI::App* sub = app.add_subcommand("repair", "A document with its close tags put right");
     declareFiles(sub, 0, options, texts);
-    sub->add_flag("--diff", options.asDiff, "Show what was changed as a diff instead of a list");
+    CLI::Option* diff =
+        sub->add_flag("--diff", options.asDiff, "Show what was changed as a diff instead of a list");
+    sub->add_flag("--all", options.listsEveryChange,
+                  "List every change by itself, in the order of the document")
+        ->excludes(diff);
     sub->footer(kRepairExamples);
 }
 

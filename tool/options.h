@@ -31,10 +31,11 @@ struct Options {
     brackwell::OpenOptions reading;
     Filter filter;
     bool showsFullNumbers = false;
-    bool showsOriginals = false;  ///< the source texts of transactions
-    bool isQuiet = false;         ///< say no findings
-    bool isStrict = false;        ///< a finding is worth an exit status of its own
-    bool asDiff = false;          ///< show what was repaired as a diff
+    bool showsOriginals = false;    ///< the source texts of transactions
+    bool isQuiet = false;           ///< say no findings
+    bool isStrict = false;          ///< a finding is worth an exit status of its own
+    bool asDiff = false;            ///< show what was repaired as a diff
+    bool listsEveryChange = false;  ///< of a repair, also those that are alike
     TableKind table = TableKind::bank;
     RequestOptions request;
 };

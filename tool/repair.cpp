@@ -22,42 +22,69 @@ std::string quotation(const std::string& text) {
     return "\"" + shown + "\"";
 }
 
-void sayChange(const std::string& name, const brackwell::RepairChange& change, bool isSecret) {
-    std::string what(describe(change.kind));
-    if (isSecret)
-        what += ": in a secret, which is not shown";
-    else if (change.was.empty())
-        what += ": put in " + quotation(change.now);
-    else if (change.now.empty())
-        what += ": dropped " + quotation(change.was);
+/// Tells the changes of one document, without its secrets.
+class ChangeList {
+public:
+    ChangeList(const std::string& name, const brackwell::OpenedDocument& document)
+        : name_(name),
+          changes_(document.changes()),
+          secrets_(brackwell::secretsInOFXText(document.text().bytes())) {}
+
+    void sayAll() const {
+        for (const RepairChange& change : changes_) sayOne(change);
+    }
+    void sayGroups() const {
+        for (const brackwell::RepairGroup& group : brackwell::summaryOf(changes_)) {
+            const RepairChange& first = changes_[group.first];
+            if (group.count == 1)
+                sayOne(first);
+            else
+                sayAt(first, group.text + (group.text.starts_with("1 ") ? ": " : ", the first ") +
+                                 (isSecret(first) ? "in a secret, which is not shown"
+                                                  : quotation(first.was.empty() ? first.now : first.was)));
+        }
+    }
+
+private:
+    using RepairChange = brackwell::RepairChange;
+
+    /// What is moved may hold a secret where it is put in, too.
+    bool isSecret(const RepairChange& change) const {
+        return overlapsAny(secrets_, {change.offset, change.offset + change.was.size()}) ||
+               !brackwell::secretsInOFXText(change.now).empty();
+    }
+
+    void sayOne(const RepairChange& change) const {
+        std::string what(describe(change.kind));
+        if (isSecret(change))
+            what += ": in a secret, which is not shown";
+        else if (change.was.empty())
+            what += ": put in " + quotation(change.now);
+        else if (change.now.empty())
+            what += ": dropped " + quotation(change.was);
+        else
+            what += ": " + quotation(change.was) + " becomes " + quotation(change.now);
+        sayAt(change, what);
+    }
+    void sayAt(const RepairChange& change, const std::string& what) const {
+        say(name_ + ":" + std::to_string(change.line) + ":" + std::to_string(change.column),
+            change.reason.empty() ? what : what + "; " + change.reason);
+    }
+
+    const std::string& name_;
+    const std::vector<RepairChange>& changes_;
+    std::vector<brackwell::TextRange> secrets_;
+};
+
+void sayChanges(const std::string& name, const brackwell::OpenedDocument& document, const Options& options) {
+    if (options.asDiff)
+        return sayText(unifiedDiff(name, name + " (repaired)", std::string(document.text().bytes()),
+                                   document.changes()));
+    const ChangeList list(name, document);
+    if (options.listsEveryChange)
+        list.sayAll();
     else
-        what += ": " + quotation(change.was) + " becomes " + quotation(change.now);
-    say(name + ":" + std::to_string(change.line) + ":" + std::to_string(change.column), what);
-}
-
-/// True for a tag of which nothing but the case was changed: a document that has one has many of them.
-bool isCaseOnly(const brackwell::RepairChange& change) noexcept {
-    return change.kind == brackwell::RepairKind::lowerCaseTag && change.was.size() == change.now.size();
-}
-
-/// All changes; of those of the case, how many there are.
-void sayList(const std::string& name, const brackwell::OpenedDocument& document) {
-    const auto& changes = document.changes();
-    if (const auto count = std::ranges::count_if(changes, isCaseOnly); count > 0)
-        say(name,
-            std::to_string(count) + (count == 1 ? " tag in" : " tags in") + " lower case put into capitals");
-    const auto secrets = brackwell::secretsInOFXText(document.text().bytes());
-    for (const brackwell::RepairChange& change : changes)
-        if (!isCaseOnly(change))
-            sayChange(name, change, overlapsAny(secrets, {change.offset, change.offset + change.was.size()}));
-}
-
-void sayChanges(const std::string& name, const brackwell::OpenedDocument& document, bool asDiff) {
-    if (asDiff)
-        sayText(unifiedDiff(name, name + " (repaired)", std::string(document.text().bytes()),
-                            document.changes()));
-    else
-        sayList(name, document);
+        list.sayGroups();
 }
 
 /// Writes a document; on a terminal, so that it can be looked at.
@@ -84,7 +111,7 @@ bool runRepair(Run& run) {
     return forEachFile(run, [&run](const Document& document) {
         for (const brackwell::OpenedDocument& opened : document.file.documents()) {
             run.progress.end();
-            if (!opened.changes().empty()) sayChanges(document.name, opened, run.options.asDiff);
+            if (!opened.changes().empty()) sayChanges(document.name, opened, run.options);
             writeRepaired(run, opened);
         }
     });

@@ -138,16 +138,18 @@ struct RepairedText {
 /// nothing, so a text with these does not count as one that it reads.
 BRACKWELL_EXPORT RepairedText repairOFXText(std::string_view text, RepairScope scope = RepairScope::unread);
 
-/// Changes of one kind, as one line for a person.
+/// Changes that are alike, as one line for a person.
 struct RepairGroup {
     RepairKind kind = RepairKind::comment;  ///< of all of them
     std::size_t count = 0;                  ///< of changes
     std::size_t first = 0;                  ///< the first one's position in the list
-    std::string text;                       ///< "126 comments dropped"
+    std::string text;                       ///< "126 comments dropped"; what was moved counts once
+    std::string reason{};                   ///< of all of them; may be empty, like that of a change
 };
 
-/// The changes of a repair, grouped by their kind: those of the structure first, as they say most about what
-/// is read, then those of tags, then the rest. What was moved counts once.
+/// The changes of a repair, those of one kind and one reason together: those of the structure first, as they
+/// say most about what is read, then those of tags, then the rest. Groups of one kind come in the order of
+/// their first changes.
 BRACKWELL_EXPORT std::vector<RepairGroup> summaryOf(const std::vector<RepairChange>& changes);
 
 /// True for a document of OFC, the forerunner of OFX: its first element is "<OFC>". Nothing in this library

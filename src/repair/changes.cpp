@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <utility>
 
 namespace brackwell {
@@ -52,6 +53,11 @@ constexpr auto kByWeight = std::to_array<RepairKind>(
      textBeforeDocument, instruction, comment});
 static_assert(kByWeight.size() == kWords.size());
 
+/// The kind's place in that order.
+std::size_t weightOf(RepairKind kind) noexcept {
+    return static_cast<std::size_t>(std::ranges::find(kByWeight, kind) - kByWeight.begin());
+}
+
 const KindWords& wordsOf(RepairKind kind) noexcept { return kWords[static_cast<std::size_t>(kind)]; }
 
 /// How many changes of a kind there are for a person: what is moved is dropped and put in, and two tags
@@ -66,25 +72,25 @@ std::size_t countOf(RepairKind kind, std::size_t drops, std::size_t all) noexcep
 std::string_view describe(RepairKind kind) noexcept { return wordsOf(kind).description; }
 
 std::vector<RepairGroup> summaryOf(const std::vector<RepairChange>& changes) {
-    struct Tally {
-        std::size_t all = 0;
-        std::size_t drops = 0;
-        std::size_t first = 0;
-    };
-    std::array<Tally, kWords.size()> tallies{};
-    for (std::size_t i = 0; i < changes.size(); ++i) {
-        Tally& tally = tallies[static_cast<std::size_t>(changes[i].kind)];
-        if (tally.all++ == 0) tally.first = i;
-        if (changes[i].now.empty()) ++tally.drops;
-    }
     std::vector<RepairGroup> groups;
-    for (const RepairKind kind : kByWeight) {
-        const Tally& tally = tallies[static_cast<std::size_t>(kind)];
-        if (tally.all == 0) continue;
-        const std::size_t count = countOf(kind, tally.drops, tally.all);
-        const std::string_view words = count == 1 ? wordsOf(kind).one : wordsOf(kind).many;
-        groups.push_back({kind, tally.all, tally.first, std::to_string(count) + " " + std::string(words)});
+    std::vector<std::size_t> drops;  // by group
+    std::map<std::pair<RepairKind, std::string_view>, std::size_t> known;
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        const RepairChange& change = changes[i];
+        const auto [entry, isNew] = known.try_emplace({change.kind, change.reason}, groups.size());
+        if (isNew) {
+            groups.push_back({change.kind, 0, i, {}, change.reason});
+            drops.push_back(0);
+        }
+        ++groups[entry->second].count;
+        if (change.now.empty()) ++drops[entry->second];
     }
+    for (std::size_t i = 0; i < groups.size(); ++i) {
+        const std::size_t count = countOf(groups[i].kind, drops[i], groups[i].count);
+        const KindWords& words = wordsOf(groups[i].kind);
+        groups[i].text.append(std::to_string(count)).append(" ").append(count == 1 ? words.one : words.many);
+    }
+    std::ranges::stable_sort(groups, {}, [](const RepairGroup& group) { return weightOf(group.kind); });
     return groups;
 }
 

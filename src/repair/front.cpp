@@ -95,17 +95,38 @@ bool beginsLine(std::string_view header, std::size_t at) noexcept {
 
 constexpr std::string_view kHides = "it hides fields of the header";
 
+/// The next place of something that is looked for from places further and further on: each part of the text
+/// is searched once.
+template <class Find>
+class NextPlace {
+public:
+    explicit NextPlace(Find find) : find_(find) {}
+
+    std::size_t from(std::size_t at) {
+        if (!isSearched_ || place_ < at) place_ = find_(at);
+        isSearched_ = true;
+        return place_;
+    }
+
+private:
+    Find find_;
+    std::size_t place_ = 0;
+    bool isSearched_ = false;
+};
+
 /// Takes the marks of comments away from around fields, and comments without fields. A comment that began
 /// before the header may be open.
 void dropComments(std::string_view header, std::size_t base, bool isOpen, Edits& edits) {
     const auto drop = [&](std::size_t at, std::size_t size, std::string reason) {
         edits.push_back({base + at, size, RepairKind::comment, {}, std::move(reason)});
     };
+    NextPlace closes(
+        [header](std::size_t at) { return std::min(header.find(kCommentEnd, at), header.size()); });
+    NextPlace fields([header](std::size_t at) { return findField(header, at); });
     for (std::size_t at = 0; at < header.size();) {
         if (header.substr(at).starts_with(kCommentBegin)) {
-            const std::size_t close = header.find(kCommentEnd, at + kCommentBegin.size());
-            const bool hidesField = findField(header, at) < std::min(close, header.size());
-            if (hidesField || close == std::string_view::npos) {
+            const std::size_t close = closes.from(at + kCommentBegin.size());
+            if (close == header.size() || fields.from(at) < close) {
                 drop(at, kCommentBegin.size(), std::string(kHides));
                 isOpen = true;
                 at += kCommentBegin.size();
@@ -170,10 +191,11 @@ Edits xmlHeaderEdits(std::string_view text, std::size_t base) {
 
 /// The first field of a header that lacks its first line; npos: there is none.
 std::size_t findPartOfHeader(std::string_view front) noexcept {
-    for (std::size_t at = findField(front, 0); at < front.size();
-         at = findField(front, front.find(':', at) + 1)) {
-        const std::string_view before = trimWhiteSpace(front.substr(0, at));
-        if (beginsLine(front, at) || before.ends_with("<!--"sv)) return at;
+    std::size_t done = 0;
+    for (std::size_t at = findField(front, 0); at < front.size(); at = findField(front, done)) {
+        const std::string_view before = trimWhiteSpace(front.substr(done, at - done));
+        if (beginsLine(front, at) || before.ends_with(kCommentBegin)) return at;
+        done = front.find(':', at) + 1;
     }
     return std::string_view::npos;
 }

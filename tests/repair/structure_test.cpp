@@ -440,21 +440,26 @@ TEST_CASE("a reason says why") {
           "a second <BANKTRANLIST> cannot stand in <STMTRS>, so both become one\n");
 }
 
-TEST_CASE("a summary has a line for each kind of change, those of the structure first") {
-    std::vector<RepairChange> changes(5);
+TEST_CASE("a summary has a line for each kind of change and reason, those of the structure first") {
+    std::vector<RepairChange> changes(6);
     changes[1].kind = RepairKind::misplaced;
     changes[1].was = "<A>1";
     changes[3].kind = RepairKind::misplaced;
     changes[3].now = "<A>1";
     changes[4].kind = RepairKind::missingClose;
+    changes[5].kind = RepairKind::missingClose;
+    changes[5].reason = "it ends here";
     const std::vector<RepairGroup> groups = summaryOf(changes);
-    REQUIRE(groups.size() == 3);
+    REQUIRE(groups.size() == 4);
     CHECK(groups[0].text == "1 part of the document moved");
     CHECK(groups[0].count == 2);
     CHECK(groups[0].first == 1);
     CHECK(groups[1].text == "1 close tag put in");
-    CHECK(groups[2].text == "2 comments dropped");
-    CHECK(groups[2].first == 0);
+    CHECK(groups[1].reason.empty());
+    CHECK(groups[2].text == "1 close tag put in");
+    CHECK(groups[2].reason == "it ends here");
+    CHECK(groups[3].text == "2 comments dropped");
+    CHECK(groups[3].first == 0);
     CHECK(summaryOf({}).empty());
 }
 

@@ -42,11 +42,48 @@ TEST_CASE("repair writes the document put right and lists the changes with their
     const Finished finished = tool({"repair", "-"}, kBroken);
     CHECK(finished.status == 0);
     CHECK(finished.output == kFixed);
-    CHECK(contains(finished.error,
-                   "-: repaired in 3 places\n"
-                   "-:6:8: comment: dropped \"<!-- y -->\"\n"
-                   "-:7:10: empty leaf without close tag: put in \"</MESSAGE>\"\n"
-                   "-:8:1: wrong close tag: \"</STATU>\" becomes \"</STATUS>\"\n"));
+    CHECK(
+        contains(finished.error,
+                 "-: repaired in 3 places\n"
+                 "-:8:1: wrong close tag: \"</STATU>\" becomes \"</STATUS>\"; <STATUS> is what ends here\n"
+                 "-:7:10: empty leaf without close tag: put in \"</MESSAGE>\"; <MESSAGE> has neither a text "
+                 "nor a close tag\n"
+                 "-:6:8: comment: dropped \"<!-- y -->\"\n"));
+}
+
+TEST_CASE("repair puts changes that are alike into one line, those that matter most first") {
+    const std::string leaves = "<TRNTYPE>DEBIT<DTPOSTED>20240101<TRNAMT>-1<FITID>";
+    const std::string document = transactionsWith("<STMTTRN>" + leaves + "a<!-- 1 -->\n<STMTTRN>" + leaves +
+                                                  "b<!-- 2 -->\n<STMTTRN>" + leaves + "c<!-- 3 -->\n");
+    const Finished grouped = tool({"repair", "-"}, document);
+    const std::vector<std::string> lines = linesOf(grouped.error);
+    REQUIRE(lines.size() == 4);
+    CHECK(lines[0] == "-: repaired in 6 places");
+    CHECK(lines[1].ends_with(
+        ": 2 close tags put in, the first \"</STMTTRN>\"; <STMTTRN> cannot stand in <STMTTRN>, "
+        "so that ends before it"));
+    CHECK(lines[2].find(": close tag missing: put in \"</STMTTRN>\"; ") != std::string::npos);
+    CHECK(lines[3].ends_with(": 3 comments dropped, the first \"<!-- 1 -->\""));
+    const Finished single = tool({"repair", "--all", "-"}, document);
+    CHECK(single.output == grouped.output);
+    CHECK(linesOf(single.error).size() == 7);
+    CHECK(contains(single.error, ": comment: dropped \"<!-- 2 -->\"\n"));
+}
+
+TEST_CASE("what repair moves is one change, and a secret in it is not shown at its new place") {
+    const std::string moved = "<STMTTRN><FITID>a<USERKEY>Sesame</STMTTRN>";
+    const std::string list = "<BANKTRANLIST><STMTTRN><FITID>b</STMTTRN></BANKTRANLIST>";
+    const std::string balances =
+        "<LEDGERBAL><BALAMT>1<DTASOF>20240131</LEDGERBAL><AVAILBAL><BALAMT>1<DTASOF>20240131</AVAILBAL>";
+    for (const std::string option : {"--all", "--quiet"}) {
+        CAPTURE(option);
+        const Finished finished = tool({"repair", option, "-"}, statementWith(list + balances + moved));
+        CHECK(contains(finished.output, moved + "</BANKTRANLIST>"));
+        CHECK_FALSE(contains(finished.error, "Sesame"));
+        CHECK(contains(finished.error,
+                       ": in a secret, which is not shown; <STMTTRN> cannot stand in <STMTRS>"));
+        CHECK(contains(finished.error, "1 part of the document moved: ") == (option == "--quiet"));
+    }
 }
 
 TEST_CASE("a document in lower case is read, and said to be empty with --as-is") {
@@ -65,13 +102,14 @@ TEST_CASE("a document in lower case is read, and said to be empty with --as-is")
     CHECK(tool({"csv", "-"}, bare).status == 0);
 }
 
-TEST_CASE("tags in lower case are counted, and what else was wrong with them is listed") {
+TEST_CASE("tags in lower case are one line") {
     const std::string document = "OFXHEADER:100\n\n<ofx>\n<name >x</name>\n<memo>\n</ofx>\n";
-    CHECK(tool({"repair", "-"}, document)
-              .error.ends_with("-: repaired in 6 places\n"
-                               "-: 4 tags in lower case put into capitals\n"
-                               "-:4:1: tag in lower case: \"<name >\" becomes \"<NAME>\"\n"
-                               "-:5:7: empty leaf without close tag: put in \"</MEMO>\"\n"));
+    CHECK(
+        tool({"repair", "-"}, document)
+            .error.ends_with("-: repaired in 6 places\n"
+                             "-:5:7: empty leaf without close tag: put in \"</MEMO>\"; <MEMO> has neither a "
+                             "text nor a close tag\n"
+                             "-:3:1: 5 tags in lower case put into capitals, the first \"<ofx>\"\n"));
     CHECK(tool({"repair", "--diff", "-"}, document).error.find("\n+</OFX>\n") != std::string::npos);
 }
 

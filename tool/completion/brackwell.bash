@@ -16,7 +16,7 @@ _brackwell_options() {
         tree) echo "$reading $output --original --help -h" ;;
         pretty) echo "$reading $output --help -h" ;;
         check) echo "$reading --help -h" ;;
-        repair) echo "$file $output --diff --help -h" ;;
+        repair) echo "$file $output --diff --all --help -h" ;;
         request) echo "$output --version --since --routing --help -h" ;;
     esac
 }
