@@ -29,6 +29,7 @@
 ///   no text is.
 /// - Blanks and attributes are taken out of tags, "<NAME/>" becomes "<NAME></NAME>". A tag that the end
 ///   of the document cuts off is dropped. Two neighbouring tags that have changed places change them back.
+///   Of two equal open tags in a row, of which only one is closed, the first is dropped.
 ///
 /// About close tags:
 /// - They first find their open tags, the innermost of the same name; all that was opened in between and is
@@ -86,7 +87,7 @@ enum class RepairKind : std::uint8_t {
     crossedTags,         ///< two neighbouring tags in the wrong order, put right
     header,              ///< a header that was not recognised, or not whole, completed
     misplaced,           ///< an element or close tag where it cannot stand: dropped here, put in elsewhere
-    repeated,            ///< an aggregate that stands twice where one may: what stands between both, dropped
+    repeated,            ///< an aggregate that stands, or is opened, twice where one may: tags dropped
     wrongName,           ///< an aggregate under the name of another, renamed
 };
 

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "open/answers.h"
 #include "open/contradictions.h"
 #include "open/delivery.h"
@@ -16,6 +18,7 @@
 #include "open/text_place.h"
 #include "open/values.h"
 #include "reading/node_ref.h"
+#include "repair/front.h"
 
 /// \file
 /// The road of one document: parse, survey the tree, make the objects, count what they deliver; when the
@@ -84,10 +87,9 @@ struct Interpreted {
 
     bool isRead() const noexcept { return interpreter != nullptr; }
     /// True when a repair has nothing to mend.
-    bool isWhole() const noexcept {
-        return isRead() && parsed.hasRoot() &&
-               repairable + survey.misplaced.count + survey.misplaced.repeated == 0;
-    }
+    bool isWhole() const noexcept { return isRead() && parsed.hasRoot() && repairable + faults() == 0; }
+    /// How many elements are not read where they stand.
+    std::size_t faults() const noexcept { return survey.misplaced.count + survey.misplaced.repeated; }
     const reading::Document& document() const noexcept {
         return NodeRef::of(*parsed.content.ofxData).document();
     }
@@ -137,14 +139,24 @@ Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDa
     return content;
 }
 
+/// How many fields of the standard the header has.
+std::size_t headerFields(const Interpreted& content) noexcept {
+    constexpr std::string_view fields[] = {"OFXHEADER", "DATA",        "VERSION",    "SECURITY",  "ENCODING",
+                                           "CHARSET",   "COMPRESSION", "OLDFILEUID", "NEWFILEUID"};
+    const auto& header = content.parsed.content.ofxHeader;
+    if (!header) return 0;
+    return static_cast<std::size_t>(std::ranges::count_if(
+        fields, [&header](std::string_view field) { return !(*header)[field].isNothing(); }));
+}
+
 /// True when the second content is more than the first.
 bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (!repaired.isRead()) return false;
     if (!before.isRead()) return true;
     if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
     if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
-    return repaired.survey.misplaced.count + repaired.survey.misplaced.repeated <
-           before.survey.misplaced.count + before.survey.misplaced.repeated;
+    if (repaired.faults() != before.faults()) return repaired.faults() < before.faults();
+    return headerFields(repaired) > headerFields(before);
 }
 
 /// The accounts of account lists, with the blocks that a record leaves out.
@@ -223,7 +235,8 @@ private:
     }
 
     void repair(Interpreted& content) {
-        if (!mayRepair() || content.isWhole() || state_->text.isEmpty()) return;
+        if (!mayRepair() || state_->text.isEmpty()) return;
+        if (content.isWhole() && repair::headerEdits(state_->text.bytes()).empty()) return;
         RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
         if (repaired.changes.empty()) return;
         const Data text = Data::adopt(std::move(repaired.text));

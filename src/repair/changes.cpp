@@ -38,8 +38,8 @@ constexpr auto kWords = std::to_array<KindWords>({
     {"neighbouring tags crossed", "pair of crossed tags put right", "pairs of crossed tags put right"},
     {"header incomplete", "place of the header mended", "places of the header mended"},
     {"element where it cannot stand", "part of the document moved", "parts of the document moved"},
-    {"aggregate repeated where one may stand", "tag between aggregates that become one dropped",
-     "tags between aggregates that become one dropped"},
+    {"aggregate repeated where one may stand", "repeated tag of an aggregate dropped",
+     "repeated tags of aggregates dropped"},
     {"aggregate under a wrong name", "tag of a misnamed aggregate renamed",
      "tags of misnamed aggregates renamed"},
 });

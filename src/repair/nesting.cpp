@@ -254,6 +254,7 @@ private:
 
     std::uint32_t open(std::uint32_t i) {
         const Tag& tag = tags_[i];
+        if (isOpenedTwice(i)) dropInnermost();
         endAggregatesBefore(tag);
         if (tag.hasText) return openWithText(i);
         if (tag.form == Tag::Form::selfClosed) {
@@ -266,6 +267,27 @@ private:
             openEmptyLeaf(i);
         }
         return i + 1;
+    }
+
+    /// True for an aggregate that was opened right before under the same name, and has a close tag fewer. No
+    /// known aggregate holds another of its name.
+    bool isOpenedTwice(std::uint32_t i) const noexcept {
+        return depth() > 0 && innermost() + 1 == i && tags_[i].name == tags_[innermost()].name &&
+               !hasPartner(innermost()) && isAggregateName(tags_[i]) && !tags_[i].hasText &&
+               tags_[i].form == Tag::Form::open;
+    }
+    /// Takes the open tag of the innermost aggregate away, which is the last tag that was seen.
+    void dropInnermost() {
+        const Tag& tag = tags_[innermost()];
+        pop();
+        Frame& frame = frames_.back();
+        children_.pop_back();
+        if (const auto* child = elements::findChild(tag.element, frame.element))
+            frame.seen.remove(*child, frame.element);
+        if (!edits_.empty() && edits_.back().offset == tag.begin && edits_.back().size != 0)
+            edits_.pop_back();
+        replace(tag, RepairKind::repeated, {},
+                openTag(tag.text) + " is opened twice in a row, and closed once");
     }
 
     /// A close tag that it has further on belongs to nothing any more.

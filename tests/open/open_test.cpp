@@ -450,3 +450,76 @@ TEST_CASE("every kind, severity and code has a name of its own") {
     std::ranges::sort(names);
     CHECK(std::ranges::adjacent_find(names) == names.end());
 }
+
+TEST_CASE("a header whose fields share a line or stand in comments is read whole") {
+    const std::string body = document("m").substr(document("m").find("<OFX>"));
+    for (const std::string header :
+         {"OFXHEADER:100 DATA:OFXSGML VERSION:102 SECURITY:NONE ",
+          "OFXHEADER:100\nDATA:OFXSGML VERSION:102\n"
+          "SECURITY:NONE\n",
+          "OFXHEADER:100\n<!-- x -->DATA:OFXSGML\nVERSION:102\n<!-- y -->SECURITY:NONE\n",
+          "OFXHEADER:100 <!-- x --> DATA:OFXSGML <!-- y --> VERSION:102 SECURITY:NONE\n",
+          "OFXHEADER:100\nDATA:OFXSGML\n<!-- VERSION:102\nSECURITY:NONE\n"}) {
+        CAPTURE(header);
+        const OpenedFile file = opened(header + body);
+        REQUIRE(file);
+        const auto message = file.documents()[0].message();
+        CHECK(message->headerVersion() == 100);
+        CHECK(message->ofxVersion() == 102);
+        CHECK(message->ofxSecurity() == "NONE");
+        CHECK(memosOf(file) == std::vector<std::string>{"m"});
+        CHECK(has(file, FindingKind::repaired));
+        CHECK_FALSE(has(file, FindingKind::cutOff));
+        OpenOptions asIs;
+        asIs.repair = OpenRepair::never;
+        CHECK(opened(header + body, asIs).documents()[0].changes().empty());
+    }
+}
+
+TEST_CASE("parts of a profile and of an account list that are not read are mended or told") {
+    const std::string profile(exampleData("profile.ofx").bytes());
+    const auto part = [&profile](const std::string& name) {
+        const std::size_t begin = profile.find("<" + name + ">");
+        const std::string close = "</" + name + ">";
+        return profile.substr(begin, profile.find(close, begin) + close.size() - begin);
+    };
+    const auto with = [&profile](const std::string& was, const std::string& now) {
+        std::string text = profile;
+        return text.replace(text.find(was), was.size(), now);
+    };
+    const std::string list = part("MSGSETLIST");
+    const auto without = [](std::string text, const std::string& piece) {
+        return text.erase(text.find(piece), piece.size());
+    };
+    const std::string sets = list.substr(12, list.size() - 25);
+    struct Row {
+        std::string name;
+        std::string text;
+        FindingKind kind;
+    };
+    const std::string accounts(exampleData("account_information.ofx").bytes());
+    for (const Row& row : {Row{"two lists of message sets",
+                               with(list, "<MSGSETLIST>" + part("SIGNONMSGSET") + "</MSGSETLIST>" +
+                                              without(list, part("SIGNONMSGSET"))),
+                               FindingKind::repaired},
+                           {"two lists of realms",
+                            with(part("SIGNONINFOLIST"), part("SIGNONINFOLIST") + part("SIGNONINFOLIST")),
+                            FindingKind::repaired},
+                           {"message sets without their list", with(list, sets), FindingKind::repaired},
+                           {"two profiles of a message set",
+                            with(part("SIGNONMSGSET"), part("SIGNONMSGSET") + part("SIGNONMSGSET")),
+                            FindingKind::notDelivered}}) {
+        CAPTURE(row.name);
+        const OpenedFile file = opened(row.text);
+        REQUIRE(file);
+        CHECK(has(file, row.kind));
+        REQUIRE(file.documents()[0].profile() != nullptr);
+    }
+    const OpenedFile bare = opened(
+        "OFXHEADER:100\n\n<OFX><SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS><ACCTINFO><DESC>x<BANKACCTFROM>"
+        "<BANKID>1<ACCTID>2</BANKACCTFROM></ACCTINFO></ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1></OFX>");
+    CHECK(has(bare, FindingKind::notDelivered));
+    CHECK_FALSE(has(openData(exampleData("profile.ofx")), FindingKind::notDelivered));
+    CHECK_FALSE(has(openData(exampleData("every_element.ofx")), FindingKind::repaired));
+    CHECK_FALSE(has(opened(accounts), FindingKind::notDelivered));
+}

@@ -421,6 +421,25 @@ TEST_CASE("neighbouring tags that have changed places change them back") {
           repairOFXText("<OFX><STMTTRN><FITID>1</FITID><NAME>Shop</NAME></STMTTRN></OFX></A>").text);
 }
 
+TEST_CASE("an open tag that stands twice in a row is dropped once") {
+    const std::string whole = inBank(list(kA + kB) + kLedger + kAvailable);
+    for (const std::string tag : {"<STATUS>", "<BANKMSGSRSV1>", "<STMTTRNRS>", "<STMTRS>", "<BANKACCTFROM>",
+                                  "<BANKTRANLIST>", "<STMTTRN>", "<LEDGERBAL>", "<AVAILBAL>"}) {
+        CAPTURE(tag);
+        std::string text = whole;
+        text.insert(text.find(tag), tag + "\n");
+        const RepairedText repaired = repairOFXText(text, RepairScope::structure);
+        REQUIRE(repaired.changes.size() == 1);
+        CHECK(repaired.changes[0].was == tag);
+        CHECK(repaired.changes[0].now.empty());
+        CHECK(repaired.changes[0].reason == tag + " is opened twice in a row, and closed once");
+        CHECK(delivered(repaired.text) == delivered(whole));
+        CHECK(repaired.remaining.empty());
+        text.insert(text.find(tag), tag);
+        CHECK(repairOFXText(text, RepairScope::structure).changes.size() == 2);
+    }
+}
+
 TEST_CASE("a reason says why") {
     const auto reasons = [](const std::string& text) {
         std::string all;
