@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Imports or opens one document of a shape that a careless reader takes quadratic time or memory for, and
-// says what it took.
+// Imports or opens one document of a shape that a careless reader takes quadratic time or memory for, or repairs
+// its text, and says what it took.
 //
 //     brackwell-growth                    lists the shapes
 //     brackwell-growth SHAPE SIZE         imports a document of at least SIZE KiB
@@ -23,6 +23,7 @@ struct Shape {
     const char* name;
     std::string_view begin;
     std::string_view piece;  ///< repeated; "#" stands for a running number
+    bool isRepaired = false;
 };
 
 constexpr std::string_view kList = "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKTRANLIST>";
@@ -62,6 +63,15 @@ constexpr Shape kShapes[] = {
     {"many-documents", "", "<OFX><A>x</A></OFX>\n"},
     {"many-documents-that-do-not-read", "", "<OFX></B></OFX>\n"},
     {"tags-that-do-not-match", "<OFX>", "<A>x</B></A>\n"},
+    {"repair-no-close-tags", kList, "<STMTTRN><TRNTYPE>DEBIT<TRNAMT>-12.34<FITID>#<NAME>Harbour Bakery\n",
+     true},
+    {"repair-crossed-tags", kList, "<TRNTYPE><STMTTRN>DEBIT<TRNAMT>-1<FITID>#</STMTTRN>\n", true},
+    {"repair-unclosed-aggregates", "<OFX>", "<STATUS><CODE>0<FI><ORG>x", true},
+    {"repair-stray-close-tags", kList, "<STMTTRN><NAME>x</STMTTRN></LEDGERBAL></A#>", true},
+    {"repair-deep-unknown", "<OFX></X>", "<A#>", true},
+    {"repair-header-comments", "OFXHEADER:100\n", "<!-- x ", true},
+    {"repair-transactions-outside", "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS>", "<STMTTRN><FITID>#</STMTTRN>",
+     true},
 };
 
 std::string makeDocument(const Shape& shape, std::size_t size) {
@@ -74,6 +84,7 @@ std::string makeDocument(const Shape& shape, std::size_t size) {
                 document.append(std::to_string(number));
             else
                 document.push_back(c);
+    if (shape.isRepaired) document.append("<OFX></OFX>");  // after a header; elsewhere one too many
     return document;
 }
 
@@ -98,7 +109,9 @@ void measure(const Shape& shape, std::size_t size, bool opens) {
     const std::string document = makeDocument(shape, size);
     const auto data = brackwell::Data::view(document);
     const rusage before = usage();
-    if (opens)
+    if (shape.isRepaired)
+        brackwell::repairOFXText(document, brackwell::RepairScope::structure);
+    else if (opens)
         brackwell::openData(data);
     else if (shape.begin == kInvestments)
         readInvestments(data);
