@@ -70,7 +70,8 @@ public:
     void mendStructure() {
         const Edits edits = repair::editsFor(repair::arranged(treeOf(text_)));
         if (edits.empty()) return;
-        if (readingOf(repair::applied(text_, edits)) >= readingOf(text_)) apply(edits);
+        const Reading reading = readingOf(repair::applied(text_, edits));
+        if (reading == Reading::reads || reading >= readingOf(text_)) apply(edits);
     }
 
     RepairedText finish() && {
@@ -87,7 +88,8 @@ private:
 
 /// How much of a text the import finds, from the worst to the best.
 struct Worth {
-    explicit Worth(std::string_view text) : reading(readingOf(text)) {
+    explicit Worth(std::string_view text) : Worth(text, readingOf(text)) {}
+    Worth(std::string_view text, Reading itsReading) : reading(itsReading) {
         if (reading == Reading::reads) loss = repair::lossOf(treeOf(text));
     }
     bool isWhole() const noexcept { return reading == Reading::reads && loss.faults == 0; }
@@ -120,7 +122,7 @@ RepairedText repairOFXText(std::string_view text, RepairScope scope) {
     }
     // Nearly always once is enough. What is found only after something else was mended takes another round.
     constexpr int kRounds = 8;
-    Worth worth(repair.text());
+    Worth worth = repair.text() == text ? Worth(text, reading) : Worth(repair.text());
     for (int round = 0; round < kRounds && !worth.isWhole(); ++round) {
         Repair next = repair;
         next.mendTags();
