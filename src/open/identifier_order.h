@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <compare>
+#include <cstdint>
 #include <string_view>
 
 #include "platform/load_word.h"
@@ -12,19 +12,16 @@ namespace brackwell::opening {
 /// the date; then all identifiers of a statement are different, and none has to be looked up.
 class IdentifierOrder {
 public:
-    void beginStatement() noexcept { isFirst_ = rises_ = falls_ = true; }
+    void beginStatement() noexcept { seen_ = Seen::none; }
 
     /// The next identifier of the statement.
     void add(std::string_view identifier) noexcept {
         const Key key = Key::of(identifier);
-        if (!isFirst_) {
-            const auto order = key <=> last_;
-            rises_ = rises_ && order > 0;
-            falls_ = falls_ && order < 0;
-            inOrder_ = inOrder_ && (rises_ || falls_);
-        }
+        if (seen_ == Seen::rising) [[likely]]
+            inOrder_ = inOrder_ & last_.isBefore(key);
+        else
+            addToOther(key);
         last_ = key;
-        isFirst_ = false;
     }
 
     /// True when those of every statement so far are in order.
@@ -50,13 +47,23 @@ private:
             }
             return key;
         }
-        auto operator<=>(const Key&) const = default;
+        bool isBefore(const Key& other) const noexcept {
+            if (size != other.size) return size < other.size;
+            return first != other.first ? first < other.first : last < other.last;
+        }
     };
 
+    /// The identifiers of the statement so far.
+    enum class Seen : std::uint8_t { none, one, rising, falling };
+
+    void addToOther(const Key& key) noexcept {
+        if (seen_ == Seen::one) seen_ = last_.isBefore(key) ? Seen::rising : Seen::falling;
+        if (seen_ == Seen::falling) inOrder_ = inOrder_ && key.isBefore(last_);
+        if (seen_ == Seen::none) seen_ = Seen::one;
+    }
+
     Key last_;
-    bool isFirst_ = true;
-    bool rises_ = true;
-    bool falls_ = true;
+    Seen seen_ = Seen::none;
     bool inOrder_ = true;
 };
 

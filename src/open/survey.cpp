@@ -9,39 +9,42 @@ namespace {
 
 /// An aggregate whose children are walked through.
 struct Around {
-    const reading::Node* node;
-    const reading::Node* end;
+    std::uint32_t node;
     NameFacts::Parents bit;
 };
 
 /// One walk over the nodes of a tree.
 class SurveyWalk {
 public:
-    explicit SurveyWalk(const reading::Document& document) noexcept : document_(document) {}
+    explicit SurveyWalk(const reading::Document& document) : document_(document) {
+        outer_.reserve(16);  // deeper than any document is without being odd
+    }
 
     Survey run() && {
         const NameFactsTable& names = names_;
-        const reading::Node* node = &document_.node(0);
-        Around around{node, node + document_.size(), NameFacts::kOtherParent};
-        std::vector<Around> outer;
-        outer.reserve(16);  // deeper than any document is without being odd
-        for (++node;;) {
-            while (node != around.end && names.isQuiet(*node, around.bit)) ++node;
-            if (node == around.end) {
-                if (outer.empty()) return std::move(survey_);
-                around = outer.back();
-                outer.pop_back();
+        const reading::Node* node = &document_.node(1);
+        const reading::Node* end = document_.behind(&document_.node(0));
+        Around around{0, NameFacts::kOtherParent};
+        while (true) {
+            while (node != end && names.isQuiet(*node, around.bit)) ++node;
+            if (node == end) {
+                if (outer_.empty()) return std::move(survey_);
+                around = outer_.back();
+                outer_.pop_back();
+                end = document_.behind(&document_.node(around.node));
                 continue;
             }
-            if (const Content value = names.valueOf(*node, around.bit); isLeafContent(value)) {
-                readValue(value, document_.text(*node++));
-                continue;
-            }
-            const NameFacts& facts = names.of(node->name());
-            look(*node, facts, *around.node, around.bit);
-            if (node->isAggregate()) {
-                outer.push_back(around);
-                around = {node, document_.behind(node), facts.asParent};
+            const Content value = names.valueOf(*node, around.bit);
+            if (isLeafContent(value)) {
+                readValue(value, document_.text(*node));
+            } else {
+                const NameFacts& facts = names.of(node->name());
+                look(*node, facts, around);
+                if (node->isAggregate()) {
+                    outer_.push_back(around);
+                    around = {document_.index(*node), facts.asParent};
+                    end = document_.behind(node);
+                }
             }
             ++node;
         }
@@ -57,11 +60,10 @@ private:
             survey_.identifiers.add(text);
     }
 
-    void look(const reading::Node& node, const NameFacts& facts, const reading::Node& parent,
-              NameFacts::Parents bit) {
-        if ((facts.standing & bit) == 0) [[unlikely]]
-            survey_.misplaced.add(document_.index(node), document_.index(parent));
-        else if (node.isRepeated() && (facts.repeating & bit) == 0) [[unlikely]]
+    void look(const reading::Node& node, const NameFacts& facts, Around around) {
+        if ((facts.standing & around.bit) == 0) [[unlikely]]
+            survey_.misplaced.add(document_.index(node), around.node);
+        else if (node.isRepeated() && (facts.repeating & around.bit) == 0) [[unlikely]]
             survey_.misplaced.addRepeated(document_.index(node));
         if (!isLeafContent(facts.content))
             survey_.found[static_cast<std::size_t>(facts.content)] += isCounted(facts.content, node);
@@ -73,6 +75,7 @@ private:
     const reading::Document& document_;
     const NameFactsTable& names_ = NameFactsTable::known();
     Survey survey_;
+    std::vector<Around> outer_;
 };
 
 }  // namespace

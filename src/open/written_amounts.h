@@ -62,20 +62,31 @@ private:
         const char* const end = text.data() + text.size() - 4;
         const char* digit = text.data();
         if (*digit == '-' && digit != end) ++digit;
-        for (; digit != end; ++digit)
-            if (digitValue(*digit) > 9) return false;
-        return endsPlainly(end);
+        for (; end - digit >= 4; digit += 4)
+            if (!matches(digit, kZeros)) return false;
+        // What is left overlaps the last four bytes, of which the first is a digit.
+        return matches(end, kPlainEnd) && matchesFirst(digit, static_cast<unsigned>(end - digit));
     }
 
-    /// True for a digit, a point and two digits, looked at in one word.
-    static constexpr bool endsPlainly(const char* fourBytes) noexcept {
-        constexpr std::uint32_t zeros = 0x30302E30;  // "0.00"
+    static constexpr std::uint32_t kZeros = 0x30303030;     // "0000"
+    static constexpr std::uint32_t kPlainEnd = 0x30302E30;  // "0.00"
+    static constexpr std::uint32_t kHighestBits = 0x80808080;
+
+    /// The highest bit of each of four bytes that is not one of the pattern: a digit for a "0", else the
+    /// same.
+    static constexpr std::uint32_t differences(const char* fourBytes, std::uint32_t pattern) noexcept {
         // What can be added to a byte below 0x80 that is right, and to no other, without setting its highest
-        // bit.
-        constexpr std::uint32_t room = 0x76767F76;
-        constexpr std::uint32_t highestBits = 0x80808080;
-        const std::uint32_t values = loadHalfWord(fourBytes) ^ zeros;
-        return ((((values & ~highestBits) + room) | values) & highestBits) == 0;
+        // bit: 0x76 to the value of a digit, 0x7F to nothing.
+        const std::uint32_t room = pattern == kZeros ? 0x76767676 : 0x76767F76;
+        const std::uint32_t values = loadHalfWord(fourBytes) ^ pattern;
+        return (((values & ~kHighestBits) + room) | values) & kHighestBits;
+    }
+    static constexpr bool matches(const char* fourBytes, std::uint32_t pattern) noexcept {
+        return differences(fourBytes, pattern) == 0;
+    }
+    /// True when the first of four bytes, three at most, are digits.
+    static constexpr bool matchesFirst(const char* fourBytes, unsigned count) noexcept {
+        return (differences(fourBytes, kZeros) & ((std::uint32_t{1} << 8 * count) - 1)) == 0;
     }
 
     /// What the amounts so far say of the decimal mark.
