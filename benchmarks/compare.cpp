@@ -3,10 +3,10 @@
 // builds and releases its plain tree of the same bytes, OFX 1 beside OFX 2, investments beside bank
 // statements, large beside small, and the layer that opens files and the command-line tool beside the import.
 //
-//     brackwell-compare SECONDS DOCUMENTS TOOL
+//     brackwell-compare SECONDS DOCUMENTS TOOL [opening]
 //
 // SECONDS is the time for each row, DOCUMENTS a folder that brackwell-write-documents filled, and TOOL
-// the command-line tool.
+// the command-line tool. "opening" leaves out all but the layer that opens files.
 #include <cstdio>
 #include <cstdlib>
 
@@ -155,11 +155,16 @@ void compareTool(const Setting& setting, const std::string& tool) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 4) {
-        std::fputs("usage: brackwell-compare SECONDS DOCUMENTS TOOL\n", stderr);
+    const bool isOpeningOnly = count == 5 && arguments[4] == std::string_view("opening");
+    if (count != 4 && !isOpeningOnly) {
+        std::fputs("usage: brackwell-compare SECONDS DOCUMENTS TOOL [opening]\n", stderr);
         return 2;
     }
     const Setting setting{std::atof(arguments[1]), arguments[2]};
+    if (isOpeningOnly) {
+        compareOpening(setting);
+        return 0;
+    }
     comparePeer(setting, Memory::asUsual);
     comparePeer(setting, Memory::kept);
     compareVersions(setting);
