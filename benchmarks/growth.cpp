@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Imports or opens one document of a shape that a careless reader takes quadratic time or memory for, or repairs
-// its text, and says what it took.
+// Imports or opens one document of a shape that a careless reader takes quadratic time or memory for, or
+// repairs its text, and says what it took.
 //
 //     brackwell-growth                    lists the shapes
 //     brackwell-growth SHAPE SIZE         imports a document of at least SIZE KiB

@@ -162,7 +162,8 @@ TEST_CASE("a document of a million levels is opened and detached from without re
           Row{"in a statement", inStatement + nested(), 1},
           // The source text of each reaches to the end, so that a copy would have a million of such texts.
           Row{"transactions", inStatement + "<BANKTRANLIST>" + nested("<STMTTRN><NAME>x"), 1, false, false},
-          Row{"statements", "<OFX><BANKMSGSRSV1>" + nested("<STMTRS><CURDEF>USD") + "<A>x", kDepth, true, false},
+          Row{"statements", "<OFX><BANKMSGSRSV1>" + nested("<STMTRS><CURDEF>USD") + "<A>x", kDepth, true,
+              false},
           Row{"to be repaired", inStatement + nested() + "</B></OFX>", 1, true, false},
           Row{"in lower case", "<ofx>" + repeated("<a>", kDepth) + "<b>x</c></ofx>", 0, true, false}}) {
         CAPTURE(row.name);

@@ -128,7 +128,8 @@ TEST_CASE("a person is told of amounts and dates that are read as the document w
              {{"31.12.2024", "1"}, "doubtfulValue", "note", 1, "31.12.2024", " is read as 2024-12-31"},
              {{"01-31-2024", "1"}, "doubtfulValue", "note", 1, "01-31-2024", " is read as 2024-01-31"},
              {{"20240101", "1,234,56"}, "doubtfulValue", "warning", 1, "1,234,56", " is read as 123456"},
-             {{"01/02/2024", "1", "soon", "1"}, "unreadableValue", "warning", 2, "01/02/2024", " left out"},
+             {{"someday", "1", "soon", "1"}, "unreadableValue", "warning", 2, "someday", " left out"},
+             {{"01/02/2024", "1"}, "unreadableValue", "warning", 1, "01/02/2024", " which; it is left out"},
              {{"2024/12/31 noon", "1"}, "unreadableValue", "warning", 1, "2024/12/31 noon", " left out"},
          })
         checkTold({}, row);
