@@ -50,7 +50,7 @@ int runCommand(const tool::Options& options) {
         for (const Command& command : kCommands)
             if (command.name == options.command) isDone = command.run(run);
     progress.end();
-    if (!output.close() || !isDone) return 1;
+    if (!output.close() || !isDone || !tool::areMessagesWritten()) return 1;
     return options.isStrict && run.findings != 0 ? kHasFindings : 0;
 }
 

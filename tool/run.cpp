@@ -3,6 +3,8 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+
 #include "console/messages.h"
 #include "console/terminal.h"
 #include "explain/explanation.h"
@@ -21,6 +23,12 @@ bool withEnoughMemory(Run& run, const std::string& name, const std::function<boo
     }
 }
 
+bool isWhollyRead(const brackwell::OpenedFile& file) {
+    return file && std::ranges::all_of(file.documents(), [](const brackwell::OpenedDocument& document) {
+               return static_cast<bool>(document);
+           });
+}
+
 namespace {
 
 /// "july.ofx:812:1", or the name alone where there is no one place.
@@ -29,11 +37,12 @@ std::string subjectOf(const std::string& name, std::size_t line, std::size_t col
     return name + ":" + std::to_string(line) + ":" + std::to_string(column);
 }
 
+/// A document that was not read is an error, also where the file has others.
 void sayFindings(Run& run, const Document& document) {
     run.findings += document.file.findings().size();
-    if (run.options.isQuiet) return;
     for (const brackwell::Finding& finding : document.file.findings())
-        say(subjectOf(document.name, finding.line, finding.column), finding.text);
+        if (!run.options.isQuiet || finding.kind == brackwell::FindingKind::unreadDocument)
+            say(subjectOf(document.name, finding.line, finding.column), finding.text);
 }
 
 void sayError(const Document& document) {
@@ -52,7 +61,7 @@ bool forEachFile(Run& run, const std::function<void(const Document&)>& use) {
             if (!document.file) return false;
             use(document);
             run.output.keep();
-            return true;
+            return isWhollyRead(document.file);
         });
         allRead = allRead && isRead;
         run.progress.end();

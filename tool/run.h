@@ -36,8 +36,11 @@ bool runRequest(Run& run);
 /// Does the work on a file; where memory does not suffice, that is said, and the answer is false.
 bool withEnoughMemory(Run& run, const std::string& name, const std::function<bool()>& work);
 
+/// True when every document of a file was read.
+bool isWhollyRead(const brackwell::OpenedFile& file);
+
 /// Reads the files one after the other, says what is to be said of them, and hands on those of which
-/// something was read. False when there was another one.
+/// something was read. False when there was another one, or one that was not wholly read.
 bool forEachFile(Run& run, const std::function<void(const Document&)>& use);
 
 /// Reads one file, with a progress line while it lasts, and says what is to be said of it: findings, or why

@@ -41,10 +41,11 @@ bool isUnderstood(const brackwell::OpenedDocument& document) noexcept {
 /// Shows what the parser made of the bytes, also when that is less than a document.
 bool writeTree(Run& run) {
     const Document document = readFile(run, run.options.files.front());
-    bool isRead = !document.file.documents().empty();
-    for (const brackwell::OpenedDocument& opened : document.file.documents()) {
+    const auto& documents = document.file.documents();
+    // Of several documents, one that is none is an error like any other.
+    const bool isRead = documents.size() == 1 ? isUnderstood(documents.front()) : isWhollyRead(document.file);
+    for (const brackwell::OpenedDocument& opened : documents) {
         writeDocument(run, opened);
-        isRead = isRead && isUnderstood(opened);
         if (isUnderstood(opened) || opened.content().ofxHeader) run.output.keep();
     }
     return isRead;

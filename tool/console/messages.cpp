@@ -32,8 +32,10 @@ void say(std::string_view subject, std::string_view text) {
 
 void sayText(std::string_view lines) {
     const std::string visible = ::isatty(STDERR_FILENO) != 0 ? visibleLines(lines) : std::string(lines);
-    // Where even this cannot be written, there is nobody left to tell.
+    // What cannot be written here is told by the exit status.
     std::fwrite(visible.data(), 1, visible.size(), stderr);
 }
+
+bool areMessagesWritten() noexcept { return std::ferror(stderr) == 0; }
 
 }  // namespace tool

@@ -12,4 +12,7 @@ void say(std::string_view subject, std::string_view text);
 /// The same for lines without a subject, which end in line feeds.
 void sayText(std::string_view lines);
 
+/// False once anything could not be written to standard error.
+bool areMessagesWritten() noexcept;
+
 }  // namespace tool
