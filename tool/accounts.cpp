@@ -124,6 +124,13 @@ void showRows(Page& page, const std::vector<Table::Row>& rows) {
     for (const Table::Row& row : rows) table.writeRow(page, row);
 }
 
+/// The end of a sentence. A list of accounts names them, and has neither balances nor transactions.
+std::string listedAccounts(const History& history) {
+    if (history.listed() == 0) return ".";
+    return ", but lists of accounts with " + std::to_string(history.listed()) +
+           (history.listed() == 1 ? " account" : " accounts") + "; \"brackwell show\" has them.";
+}
+
 }  // namespace
 
 bool runAccounts(Run& run) {
@@ -149,7 +156,7 @@ bool runAccounts(Run& run) {
     if (nameless > 0)
         page.paragraph("Statements that name no account: " + std::to_string(nameless));
     else if (rows.empty() && allRead)
-        page.paragraph("The documents have no bank, card or investment statements.");
+        page.paragraph("The documents have no bank, card or investment statements" + listedAccounts(history));
     return allRead;
 }
 

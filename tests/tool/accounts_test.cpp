@@ -103,6 +103,16 @@ TEST_CASE("statements without an account are counted, and documents without stat
           "The documents have no bank, card or investment statements.\n");
     CHECK(outputOf({"accounts"}, version1("<BANKMSGSRSV1><STMTTRNRS><STMTRS><CURDEF>EUR</STMTRS></STMTTRNRS>"
                                           "</BANKMSGSRSV1>")) == "Statements that name no account: 1\n");
+    const std::string listed = version1(
+        "<SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS><ACCTINFO><DESC>a</ACCTINFO>"
+        "</ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1>");
+    CHECK(outputOf({"accounts"}, listed) ==
+          "The documents have no bank, card or investment statements, but lists of accounts with 1 account; "
+          "\"brackwell show\" has them.\n");
+    const std::string three = tool({"accounts", examplePath("account_information.ofx")}).output;
+    std::string words;
+    for (const std::string& line : linesOf(three)) words += line + " ";
+    CHECK(contains(words, "but lists of accounts with 3 accounts;"));
     const Finished finished = tool({"accounts", "/nowhere", examplePath("card.ofx")});
     CHECK(finished.status == 1);
     CHECK(contains(finished.output, "****2290"));
