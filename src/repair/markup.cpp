@@ -32,6 +32,12 @@ bool isKnown(std::string_view name) noexcept { return elements::findElement(name
 /// True for a name in small letters that would be known in capitals.
 bool isKnownInCapitals(std::string_view name) { return hasSmallLetter(name) && isKnown(inCapitals(name)); }
 
+/// The name without the prefix of a namespace, when it then is one that the standard has.
+std::string_view withoutPrefix(std::string_view name) {
+    const std::string_view local = name.substr(name.rfind(':') + 1);
+    return local.size() == name.size() || (!isKnown(local) && !isKnownInCapitals(local)) ? name : local;
+}
+
 std::string escaped(std::string_view text) {
     std::string result;
     for (const char c : text) {
@@ -167,7 +173,8 @@ private:
         return open + 1;
     }
 
-    std::size_t addTag(const Inside& inside, std::size_t begin, std::size_t end, RepairKind flaw) {
+    std::size_t addTag(Inside inside, std::size_t begin, std::size_t end, RepairKind flaw) {
+        inside.name = withoutPrefix(inside.name);
         const bool changesCase = markup_.nameCase == NameCase::upper   ? false
                                  : markup_.nameCase == NameCase::mixed ? isKnownInCapitals(inside.name)
                                                                        : hasSmallLetter(inside.name);
