@@ -21,6 +21,17 @@ TEST_CASE("a file is split where a document ends and another one begins") {
               {"<?xml version=\"1.0\"?><?OFX A=\"1\"?><OFX></OFX>", " <?OFX?><OFX></OFX>", "x<ofx></ofx>"}},
              {"the first is cut off", {"OFXHEADER:100\n<OFX><A>1\n", "OFXHEADER:100\n<OFX></OFX>"}},
              {"a header's name inside of a text", {"<OFX><A>see OFXHEADER:100</A></OFX>"}},
+             {"cut off in a value",
+              {"OFXHEADER:100\n<OFX><A>-20.00", "OFXHEADER:100 DATA:OFXSGML\n<OFX></OFX>"}},
+             {"cut off before one without a header", {"<OFX><A>1\n", "<OFX>\n<BANKMSGSRSV1></OFX>"}},
+             {"the same in small letters", {"<ofx><a>1", "<ofx><bankmsgsrsv1></ofx>"}},
+             {"cut off before XML",
+              {"<?xml?><?OFX A=\"1\"?><OFX><A>1</A>", "<?xml?>\n<?OFX?>\n<OFX></OFX>", "<?xml?><OFX></OFX>"}},
+             {"cut off twice", {"<OFX><A>1", "<?OFX?><OFX><A>2", "<?OFX?><OFX><A></OFX>"}},
+             {"a root in a text", {"<OFX><A>see <OFX><B>the end</OFX>"}},
+             {"a root in a text before nothing", {"<OFX><A>see <OFX>"}},
+             {"a root that stands twice", {"<OFX><OFX><BANKMSGSRSV1></OFX>"}},
+             {"an instruction in a body", {"<OFX><A>1<?xml?><B>2</OFX>"}},
              {"no root in the first", {"OFXHEADER:100\n\nOFXHEADER:100\n<OFX></OFX>"}},
          }) {
         CAPTURE(row.why);
