@@ -404,7 +404,8 @@ public:
     explicit SecurityList(std::vector<Security> securities);  ///< takes them over
 
     /// In the order in which they were given.
-    const std::vector<Security>& all() const noexcept { return all_; }
+    const std::vector<Security>& all() const& noexcept { return all_; }
+    std::vector<Security> all() && { return all_; }
 
     /// @{
     /// The first security with this identifier and type of it (CUSIP). Where one of the two names no type,

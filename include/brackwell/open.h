@@ -8,8 +8,9 @@
 ///     brackwell::OpenedFile july = brackwell::openFile("july.ofx");
 ///     if (!july) std::cerr << july.error().text << '\n';
 ///     for (const auto& statement : july.statements())
-///         for (const auto& transaction : statement->statementTransactions()) std::cout <<
-///         *transaction->memo();
+///         for (const auto& transaction : statement->statementTransactions())
+///             std::cout << accountOf(*statement).accountID().value_or("?") << ": "
+///                       << transaction->memo().value_or("") << '\n';
 ///     for (const auto& finding : july.findings()) std::cerr << finding.line << ": " << finding.text << '\n';
 ///
 /// TovanaOFXController (reading.h) reads exactly what is prescribed and nothing else. This layer stands on
@@ -19,8 +20,10 @@
 /// Everything here is a value that shares what it refers to: copies cost a reference count, and the objects
 /// taken from a file stay valid when the OpenedFile is gone. What is handed out as a reference is valid as
 /// long as the object that was asked or a copy of it; so give an OpenedFile a name before you walk through
-/// its lists. Opening is linear in the size of the file and never recurses on a document's depth. Any number
-/// of threads may use one OpenedFile.
+/// its lists. A list of a temporary OpenedFile is handed out by value; what a document in that list hands out
+/// is not, so `openFile(path).documents()[0].statements()` must not outlive its full expression. Opening is
+/// linear in the size of the file and never recurses on a document's depth. Any number of threads may use one
+/// OpenedFile.
 
 #include <brackwell/investments.h>
 #include <brackwell/profile.h>
@@ -82,7 +85,7 @@ enum class FindingKind : std::uint8_t {
     doesNotAddUp,        ///< the parts of an investment transaction or position do not make its total
     noAccount,           ///< a statement does not say of which account it is
     noContent,           ///< the document reads, and holds no response
-    encodingGuessed,     ///< the text encoding is not the document's own statement
+    encodingGuessed,     ///< the text encoding is not the one that the document names, or it names none
     repaired,            ///< the document was changed so that it reads
 };
 
@@ -122,12 +125,12 @@ enum class OpenErrorCode : std::uint8_t {
     notPermitted,    ///< the file may not be read
     notReadable,     ///< the system could not read it
     invalidURL,      ///< a "file:" URL that names no file
-    otherComputer,   ///< a URL of another computer, or of another kind than "file:"
+    otherComputer,   ///< a URL of another computer, or of another scheme than "file:"; nothing is fetched
     empty,           ///< there are no bytes
     undecodable,     ///< the bytes are no text in any encoding that was tried
     notOFX,          ///< a text that is no OFX document
     html,            ///< a web page, mostly that of a session that has ended
-    otherFormat,     ///< a file of another format, which the text names
+    otherFormat,     ///< a file of another format, which the cause names
     ofc,             ///< an OFC document, the forerunner of OFX
     tagsDoNotMatch,  ///< a close tag closes nothing that is open
     tooLarge,        ///< more bytes than OpenOptions::maximumSize
@@ -200,6 +203,20 @@ struct ListedAccount {
     std::shared_ptr<const TvOFXInvestmentAccountInfo> investment;  ///< null: the record has none
 };
 
+/// The account of a bank or card statement, as the document names it.
+struct BRACKWELL_EXPORT StatementAccount {
+    std::shared_ptr<const TvOFXBankAccount> bank;        ///< null: it is no bank statement, or names none
+    std::shared_ptr<const TvOFXCreditCardAccount> card;  ///< null: it is no card statement, or names none
+
+    /// The number of the account (ACCTID); nothing when the document names none. Valid as long as the
+    /// account.
+    OptionalText accountID() const noexcept;
+};
+
+/// The account of a bank or card statement. The class of the statement says which of both it is: a
+/// TvOFXStatementResponse or a TvOFXCCStatementResponse.
+BRACKWELL_EXPORT StatementAccount accountOf(const TvOFXAccountStatement& statement) noexcept;
+
 /// One document of a file, read as far as possible.
 class BRACKWELL_EXPORT OpenedDocument {
 public:
@@ -257,7 +274,8 @@ private:
 };
 
 /// A file that was opened. Its lists are valid as long as a copy of it; those of a temporary are handed out
-/// by value, so that `for (const auto& finding : openFile(path).findings())` is safe.
+/// by value, so that `for (const auto& finding : openFile(path).findings())` is safe. What the documents hand
+/// out is valid as long as the documents: keep the file, or a copy of the document.
 class BRACKWELL_EXPORT OpenedFile {
 public:
     /// True when at least one document was read.
@@ -285,7 +303,8 @@ public:
     std::vector<std::shared_ptr<TvOFXAccountStatement>> statements() && { return statements(); }
     const std::vector<InvestmentStatement>& investmentStatements() const& noexcept;
     std::vector<InvestmentStatement> investmentStatements() && { return investmentStatements(); }
-    const SecurityList& securities() const noexcept;
+    const SecurityList& securities() const& noexcept;
+    SecurityList securities() && { return securities(); }
     std::shared_ptr<TvOFXSignOnResponse> signOn() const;
     std::shared_ptr<TvOFXFIProfileResponse> profile() const;
     const std::vector<ListedAccount>& accounts() const& noexcept;
@@ -301,7 +320,8 @@ private:
 
 /// @{
 /// Opens a file. A text that begins with "file:" is a URL in one of the forms of RFC 8089, any other text is
-/// a path. A std::filesystem::path is never taken for a URL.
+/// a path; where there is no such file and the text has the form of another URL ("https://..."), the error
+/// says so. A std::filesystem::path is never taken for a URL.
 BRACKWELL_EXPORT OpenedFile openFile(std::string_view pathOrURL, const OpenOptions& options = {});
 BRACKWELL_EXPORT OpenedFile openFile(const std::filesystem::path& path, const OpenOptions& options = {});
 inline OpenedFile openFile(const char* pathOrURL, const OpenOptions& options = {}) {

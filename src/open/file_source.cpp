@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/file_source.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <new>
@@ -76,6 +77,23 @@ Source readFile(const std::string& path, std::size_t maximumSize) {
     std::optional<Data> bytes = Data::fromFile(path);
     if (!bytes) return {{}, errorOfFile(path)};
     return {std::move(*bytes), {}};
+}
+
+bool isURLOfOtherScheme(std::string_view text) noexcept {
+    const std::string_view scheme = text.substr(0, text.find("://"));
+    const auto isInScheme = [](char c) {
+        return isASCIILetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+    };
+    return scheme.size() < text.size() && !scheme.empty() && isASCIILetter(scheme.front()) &&
+           std::ranges::all_of(scheme, isInScheme);
+}
+
+OpenError otherSchemeError(std::string_view url) {
+    OpenError error =
+        fileError(OpenErrorCode::otherComputer, "The URL is of another scheme than file: ", url, "");
+    error.cause = "Nothing is fetched from other computers.";
+    error.remedy = "Download the file first.";
+    return error;
 }
 
 PathOrError pathOf(std::string_view pathOrURL) {

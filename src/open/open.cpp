@@ -6,6 +6,7 @@
 #include "open/document_state.h"
 #include "open/file_findings.h"
 #include "open/file_source.h"
+#include "open/response_kind.h"
 #include "open/shown_text.h"
 
 namespace brackwell {
@@ -222,6 +223,20 @@ std::shared_ptr<TvOFXMessage> OpenedDocument::message() const {
     return message;
 }
 
+OptionalText StatementAccount::accountID() const noexcept {
+    if (bank) return bank->accountID();
+    return card ? card->accountID() : OptionalText();
+}
+
+StatementAccount accountOf(const TvOFXAccountStatement& statement) noexcept {
+    StatementAccount account;
+    if (const auto* bank = opening::responseAs<TvOFXStatementResponse>(statement))
+        account.bank = bank->bankAccountFrom();
+    if (const auto* card = opening::responseAs<TvOFXCCStatementResponse>(statement))
+        account.card = card->creditCardAccountFrom();
+    return account;
+}
+
 // ---------------------------------------------------------------------------------------------
 // Files
 
@@ -239,7 +254,7 @@ const std::vector<std::shared_ptr<TvOFXAccountStatement>>& OpenedFile::statement
 const std::vector<InvestmentStatement>& OpenedFile::investmentStatements() const& noexcept {
     return state_->investmentStatements;
 }
-const SecurityList& OpenedFile::securities() const noexcept { return state_->securities; }
+const SecurityList& OpenedFile::securities() const& noexcept { return state_->securities; }
 const std::vector<ListedAccount>& OpenedFile::accounts() const& noexcept { return state_->accounts; }
 
 namespace {
@@ -284,7 +299,10 @@ OpenedFile openPath(const std::string& path, const OpenOptions& options) {
 OpenedFile openFile(std::string_view pathOrURL, const OpenOptions& options) {
     opening::PathOrError path = opening::pathOf(pathOrURL);
     if (path.error.code != OpenErrorCode::none) return FileState::unread(std::move(path.error));
-    return openPath(path.path, options);
+    OpenedFile file = openPath(path.path, options);
+    const bool isFetchable =
+        file.error().code == OpenErrorCode::notFound && opening::isURLOfOtherScheme(pathOrURL);
+    return isFetchable ? FileState::unread(opening::otherSchemeError(pathOrURL)) : file;
 }
 
 OpenedFile openFile(const std::filesystem::path& path, const OpenOptions& options) {
