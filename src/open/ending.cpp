@@ -25,6 +25,8 @@ std::size_t findRootEnd(std::string_view text, std::string_view root) noexcept {
     return text.npos;
 }
 
+constexpr std::string_view kUsualRoot = "OFX";
+
 /// What old systems put after the end of a text.
 constexpr std::string_view kEndOfFileMarks = "\0\x1A"sv;
 
@@ -60,14 +62,20 @@ void addCut(FindingList& findings, std::string_view text, std::string_view root)
 
 }  // namespace
 
-void findCutsAndMargins(FindingList& findings, std::string_view text, std::string_view root) {
-    const std::size_t end = findRootEnd(text, root);
-    if (end == text.npos) return addCut(findings, text, root);
-    const std::size_t after = std::min(text.find('>', end), text.size() - 1) + 1;
-    if (const std::string_view rest = withoutMarks(text.substr(after)); !rest.empty())
+void findCutsAndMargins(FindingList& findings, std::string_view text, std::string_view root,
+                        std::string_view readText, const TreePlaces& places) {
+    const auto findEnd = [root](std::string_view where) {
+        const std::size_t end = findRootEnd(where, kUsualRoot);
+        return end == where.npos && root != kUsualRoot ? findRootEnd(where, root) : end;
+    };
+    if (findEnd(text) == text.npos) return addCut(findings, text, root);
+    const std::size_t end = findEnd(readText);
+    if (end == readText.npos) return;
+    const std::size_t after = std::min(readText.find('>', end), readText.size() - 1) + 1;
+    if (const std::string_view rest = withoutMarks(readText.substr(after)); !rest.empty())
         findings.add(FindingKind::textAround, FindingSeverity::note,
                      "Text stands after the end of the document and is no part of it: " + quoted(rest) + ".",
-                     1, static_cast<std::size_t>(rest.data() - text.data()));
+                     1, places.originalOffset(static_cast<std::size_t>(rest.data() - readText.data())));
 }
 
 }  // namespace brackwell::opening

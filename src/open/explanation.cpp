@@ -5,6 +5,7 @@
 
 #include "open/error_with.h"
 #include "open/nesting_error.h"
+#include "open/root_name.h"
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
 #include "platform/utf8.h"
@@ -128,6 +129,10 @@ struct Format {
     OpenErrorCode code = OpenErrorCode::otherFormat;
 };
 
+constexpr Format kOFC = {"<OFC>",
+                         "It is an OFC document, the forerunner of OFX; ask the institution for OFX.",
+                         OpenErrorCode::ofc};
+
 constexpr std::string_view kWebPage =
     "It is a web page, mostly one that says that the session with the institution has ended.";
 
@@ -136,8 +141,6 @@ constexpr Format kFormats[] = {
     {"<!DOCTYPE html", kWebPage, OpenErrorCode::html},
     {"<html", kWebPage, OpenErrorCode::html},
     {"<head", kWebPage, OpenErrorCode::html},
-    {"<OFC>", "It is an OFC document, the forerunner of OFX; ask the institution for OFX.",
-     OpenErrorCode::ofc},
     {"%PDF-", "It is a PDF document; ask the institution for OFX."},
     {"PK\x03\x04", "It is a ZIP archive or an office document; unpack it first."},
     {"\x1F\x8B", "It is compressed with gzip; unpack it first."},
@@ -151,6 +154,7 @@ constexpr Format kFormats[] = {
 };
 
 const Format* formatOf(std::string_view bytes) noexcept {
+    if (isOFCText(bytes)) return &kOFC;
     const std::string_view begin = trimWhiteSpace(bytes.substr(0, 512));
     const auto* const format = std::ranges::find_if(kFormats, [begin](const Format& row) {
         return equalsIgnoringCase(begin.substr(0, row.begin.size()), row.begin);
@@ -233,8 +237,14 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
         return errorWith(OpenErrorCode::empty, "no data to parse",
                          "The file has no bytes; mostly a download that was cut off.", "Download it again.");
     const bool isChosen = options.encoding != TextEncodingNone;
-    if (const Format* format = formatOf(bytes.bytes()); format != nullptr && !isChosen)
+    const Data unmarked = withoutMark(bytes);
+    if (const Format* format = formatOf(unmarked.bytes()); format != nullptr && !isChosen)
         return otherFormatError(*format);
+    const bool isWide = bytes.bytes().starts_with("\xFE\xFF") || bytes.bytes().starts_with("\xFF\xFE");
+    if (isWide && bytes.size() % 2 != 0 && !isChosen)
+        return errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.",
+                         "It is UTF-16, in which a character has two bytes, and it ends within one.",
+                         "Download it again.");
     OpenError error = errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.");
     const TextEncoding hidden = isChosen ? TextEncodingNone : encodingOfHiddenDocument(bytes);
     if (const std::optional<Data> text = decodeText(bytes, hidden)) {
@@ -263,6 +273,20 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
 
 bool isInLowerCase(const std::vector<RepairChange>& changes) noexcept {
     return std::ranges::find(changes, RepairKind::lowerCaseTag, &RepairChange::kind) != changes.end();
+}
+
+OpenError errorOfOtherContent(std::string_view text) {
+    if (isOFCText(text)) return otherFormatError(kOFC);
+    const std::string_view root = withoutPrefix(firstElementName(text));
+    for (const std::string_view name : {"html", "head", "body"})
+        if (equalsIgnoringCase(root, name)) return otherFormatError(kFormats[0]);
+    const bool isXML = equalsIgnoringCase(trimWhiteSpace(text).substr(0, 5), "<?xml");
+    const bool mayBeOFX =
+        root.empty() || equalsIgnoringCase(root, "OFX") || !repairOFXText(text).changes.empty();
+    if (!isXML || mayBeOFX) return {};
+    return errorWith(
+        OpenErrorCode::otherFormat, "not an OFX document",
+        "It is XML of another kind, with the root <" + shownText(root) + ">; ask the institution for OFX.");
 }
 
 OpenError errorOf(const Parsed& parsed, const Data& bytes, std::string_view text, const OpenOptions& options,

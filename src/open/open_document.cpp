@@ -10,9 +10,11 @@
 #include "open/error_with.h"
 #include "open/explanation.h"
 #include "open/identifiers.h"
+#include "open/named_encoding.h"
 #include "open/parsing.h"
 #include "open/placement.h"
 #include "open/response_kind.h"
+#include "open/root_name.h"
 #include "open/shown_text.h"
 #include "open/survey.h"
 #include "open/text_place.h"
@@ -83,11 +85,14 @@ struct Interpreted {
     std::vector<InvestmentStatement> investmentStatements;
     std::vector<Security> securities;
     Survey survey;
-    std::size_t repairable = 0;  ///< what is missing, and may be delivered after a repair
+    std::size_t repairable = 0;    ///< what is missing, and may be delivered after a repair
+    std::size_t headerFaults = 0;  ///< places of the header that hide fields of it
 
     bool isRead() const noexcept { return interpreter != nullptr; }
     /// True when a repair has nothing to mend.
-    bool isWhole() const noexcept { return isRead() && parsed.hasRoot() && repairable + faults() == 0; }
+    bool isWhole() const noexcept {
+        return isRead() && parsed.hasRoot() && repairable + faults() + headerFaults == 0;
+    }
     /// How many elements are not read where they stand.
     std::size_t faults() const noexcept { return survey.misplaced.count + survey.misplaced.repeated; }
     const reading::Document& document() const noexcept {
@@ -139,16 +144,6 @@ Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDa
     return content;
 }
 
-/// How many fields of the standard the header has.
-std::size_t headerFields(const Interpreted& content) noexcept {
-    constexpr std::string_view fields[] = {"OFXHEADER", "DATA",        "VERSION",    "SECURITY",  "ENCODING",
-                                           "CHARSET",   "COMPRESSION", "OLDFILEUID", "NEWFILEUID"};
-    const auto& header = content.parsed.content.ofxHeader;
-    if (!header) return 0;
-    return static_cast<std::size_t>(std::ranges::count_if(
-        fields, [&header](std::string_view field) { return !(*header)[field].isNothing(); }));
-}
-
 /// True when the second content is more than the first.
 bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (!repaired.isRead()) return false;
@@ -156,7 +151,7 @@ bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
     if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
     if (repaired.faults() != before.faults()) return repaired.faults() < before.faults();
-    return headerFields(repaired) > headerFields(before);
+    return repaired.headerFaults < before.headerFaults;
 }
 
 /// The accounts of account lists, with the blocks that a record leaves out.
@@ -179,11 +174,21 @@ std::vector<ListedAccount> accountsOf(const std::vector<const TvOFXAccountInfoRe
     return accounts;
 }
 
+/// What follows the lines of a header of OFX 1, or all of a text without one.
+std::string_view textAfterHeader(std::string_view text) noexcept {
+    for (std::string_view rest = trimWhiteSpace(text);; rest = trimWhiteSpace(rest)) {
+        const std::size_t colon = rest.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ");
+        if (colon == 0 || colon == rest.npos || rest[colon] != ':') return rest;
+        rest.remove_prefix(std::min(rest.find_first_of("\r\n"), rest.size()));
+    }
+}
+
 /// What stands before the text in the bytes. The parser counts the mark of UTF-8 among the bytes of a text.
 std::string_view markOf(std::string_view bytes, const Parsed& parsed) noexcept {
     constexpr std::string_view utf8 = "\xEF\xBB\xBF";
-    if (parsed.encoding == TextEncodingUTF8 && bytes.starts_with(utf8)) return utf8;
-    return bytes.substr(0, bytes.size() - parsed.data.size());
+    const std::string_view before = bytes.substr(0, bytes.size() - parsed.data.size());
+    const bool isCounted = parsed.encoding == TextEncodingUTF8 && parsed.data.bytes().starts_with(utf8);
+    return isCounted ? bytes.substr(0, before.size() + utf8.size()) : before;
 }
 
 /// Opens one document.
@@ -202,6 +207,7 @@ public:
         state_->encoding = content_.parsed.encoding;
         state_->mark = markOf(state_->bytes.bytes(), content_.parsed);
         state_->readText = state_->text;
+        content_.headerFaults = repair::headerEdits(state_->text.bytes()).size();
     }
 
     /// The documents in the text, when there may be several.
@@ -219,6 +225,7 @@ public:
     std::shared_ptr<DocumentState> finish(EncodingSearch search = EncodingSearch::all) {
         repair(content_);
         checkDepth(content_);
+        checkKind(content_);
         if (content_.isRead() && state_->error.code == OpenErrorCode::none)
             take(std::move(content_));
         else
@@ -235,12 +242,12 @@ private:
     }
 
     void repair(Interpreted& content) {
-        if (!mayRepair() || state_->text.isEmpty()) return;
-        if (content.isWhole() && repair::headerEdits(state_->text.bytes()).empty()) return;
+        if (!mayRepair() || content.isWhole() || state_->text.isEmpty()) return;
         RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
         if (repaired.changes.empty()) return;
         const Data text = Data::adopt(std::move(repaired.text));
         Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_, datesOfFile_);
+        after.headerFaults = repair::headerEdits(text.bytes()).size();
         if (!isBetter(after, content)) return;
         content = std::move(after);
         state_->changes = std::move(repaired.changes);
@@ -255,12 +262,19 @@ private:
                                                               " deep, which is the limit.");
     }
 
+    void checkKind(const Interpreted& content) {
+        if (!content.isRead() || content.parsed.hasRoot() || state_->error.code != OpenErrorCode::none)
+            return;
+        state_->error = errorOfOtherContent(state_->text.bytes());
+        state_->content.ofxData = content.parsed.content.ofxData;
+    }
+
     void fail(const Interpreted& content, EncodingSearch search) {
         state_->content.ofxHeader = content.parsed.content.ofxHeader;
         if (state_->error.code == OpenErrorCode::none)
             state_->error = errorOf(content.parsed, state_->bytes, state_->text.bytes(), options_, search);
         FindingList findings;
-        addNotes(findings);
+        addNotes(findings, content.parsed);
         state_->findings = std::move(findings).finish(state_->text.bytes());
     }
 
@@ -278,13 +292,16 @@ private:
     // -----------------------------------------------------------------------------------------
     // Findings
 
-    void addNotes(FindingList& findings) const {
-        if (isEncodingGuessed_)
-            findings.add(FindingKind::encodingGuessed, FindingSeverity::note,
-                         "read as " + std::string(nameOfTextEncoding(state_->encoding).value_or("")));
+    void addNotes(FindingList& findings, const Parsed& parsed) const {
+        if (options_.encoding == TextEncodingNone && state_->encoding != TextEncodingNone)
+            findEncodingDoubts(findings, state_->encoding, parsed.content.ofxHeader, state_->readText.bytes(),
+                               isEncodingGuessed_     ? EncodingOrigin::guess
+                               : state_->mark.empty() ? EncodingOrigin::bytes
+                                                      : EncodingOrigin::mark);
         if (const std::size_t count = state_->changes.size(); count != 0)
             findings.add(FindingKind::repaired, FindingSeverity::note,
-                         "repaired in " + counted(count, "place", "places"), count);
+                         "Repaired in " + counted(count, "place", "places") + ".", count,
+                         state_->changes.front().offset);
     }
 
     void addFindings(const Interpreted& content) {
@@ -292,8 +309,15 @@ private:
         const TreePlaces places(document, state_->changes);
         const TvOFXResponseList& responses = content.responses();
         FindingList findings;
-        addNotes(findings);
-        findCutsAndMargins(findings, state_->text.bytes(), rootName(document));
+        addNotes(findings, content.parsed);
+        const std::string_view text = state_->text.bytes();
+        const bool hasElements = !firstElementName(text).empty();
+        if (hasElements)
+            findCutsAndMargins(findings, text, rootNameOf(text), state_->readText.bytes(), places);
+        if (content.headerFaults != 0 && document.size() > 1)
+            findings.add(FindingKind::notDelivered, FindingSeverity::warning,
+                         "The header is not written as OFX has it, so not all of its fields are read.",
+                         content.headerFaults);
         content.delivery().addFindings(findings, document, places);
         if (content.repairable == 0) addMisplaced(findings, document, content.survey.misplaced, places);
         findOddValues(findings, document, content.survey, options_, places);
@@ -311,21 +335,20 @@ private:
         state_->findings = std::move(findings).finish(state_->text.bytes());
     }
 
-    /// Of the text as it came, so the name of the root there.
-    std::string_view rootName(const reading::Document& document) const {
-        const bool isOFX = document.size() < 2 || document.name(document.node(1)) == "OFX";
-        return isOFX || !state_->changes.empty() ? "OFX" : document.name(document.node(1));
-    }
-
     void addEmptiness(FindingList& findings, const Interpreted& content) const {
         const std::string_view text = state_->text.bytes();
         const bool isXML = text.find("<?xml") != text.npos || text.find("<?XML") != text.npos;
+        const std::string_view rest = textAfterHeader(text);
         std::string sentence =
             "The document has no responses: no statement, no sign-on, no list of accounts.";
         if (content.document().size() < 2 && isXML && text.find("<?OFX") == text.npos)
             sentence =
                 "The document is XML without the instruction <?OFX ...?>, so nothing in it is read. Put "
                 "<?OFX VERSION=\"211\"?> before <OFX>.";
+        else if (firstElementName(text).empty())
+            sentence = rest.empty() ? "The document ends after its header. Download it again."
+                                    : "The document has no elements after its header, but the text " +
+                                          quoted(rest) + ".";
         else if (!content.parsed.hasRoot() && isInLowerCase(repairOFXText(text).changes))
             sentence = "The document's tags are in lower case, so nothing is found in it without a repair.";
         findings.add(FindingKind::noContent, FindingSeverity::warning, std::move(sentence));

@@ -9,24 +9,25 @@ namespace {
 using namespace std::string_view_literals;
 using Outcome = Parsed::Outcome;
 
-/// The bytes after a byte order mark of any encoding, or all of them.
-Data withoutMark(const Data& data) noexcept {
-    for (const std::string_view mark :
-         {"\xEF\xBB\xBF"sv, "\xBF\xBB\xBF"sv, "\x00\x00\xFE\xFF"sv, "\xFE\xFF"sv, "\xFF\xFE"sv})
-        if (data.bytes().starts_with(mark)) return data.from(mark.size());
+constexpr std::string_view kMarks[] = {"\xEF\xBB\xBF"sv, "\xBF\xBB\xBF"sv, "\x00\x00\xFE\xFF"sv, "\xFE\xFF"sv,
+                                       "\xFF\xFE"sv};
+
+/// The bytes from the last of the same byte order marks on that they begin with.
+Data fromLastMark(const Data& data) noexcept {
+    for (const std::string_view mark : kMarks) {
+        std::size_t at = 0;
+        while (data.bytes().substr(at).starts_with(mark) &&
+               data.bytes().substr(at + mark.size()).starts_with(mark))
+            at += mark.size();
+        if (at != 0) return data.from(at);
+    }
     return data;
 }
 
-/// What the header says of the text's encoding; "" when it says nothing.
-std::string encodingNameIn(std::string_view text) {
-    ParseDictionary header;
-    if (text.starts_with("OFXHEADER:")) {
-        header = TvOFXParser::parseSGMLHeader(text);
-        return std::string(header["CHARSET"].text().value_or(""));
-    }
-    // Only what comes before the instruction, which may have an ENCODING of its own.
-    if (text.starts_with("<?xml")) TvOFXParser::parseXmlHeader(text.substr(0, text.find("<?OFX")), &header);
-    return std::string(header["ENCODING"].text().value_or(""));
+/// True for bytes that begin like ASCII in UTF-16 with the high bytes first. Without a mark, the parser tries
+/// the order of this machine only.
+bool beginsLikeBigEndianUTF16(std::string_view bytes) noexcept {
+    return bytes.size() >= 4 && bytes[0] == '\0' && bytes[1] != '\0' && bytes[2] == '\0' && bytes[3] != '\0';
 }
 
 /// The encodings to try on bytes that the parser could not decode; none when they do not look like OFX.
@@ -83,8 +84,29 @@ TextEncoding encodingOfHiddenDocument(const Data& data) {
     return TextEncodingNone;
 }
 
-Parsed parseInAnyEncoding(const Data& data, bool repairs, bool& isGuessed) {
+std::string encodingNameIn(std::string_view text) {
+    ParseDictionary header;
+    if (text.starts_with("OFXHEADER:")) {
+        header = TvOFXParser::parseSGMLHeader(text);
+        return std::string(header["CHARSET"].text().value_or(""));
+    }
+    if (text.starts_with("<?xml")) TvOFXParser::parseXmlHeader(text.substr(0, text.find("<?OFX")), &header);
+    return std::string(header["ENCODING"].text().value_or(""));
+}
+
+Data withoutMark(const Data& data) noexcept {
+    for (const std::string_view mark : kMarks)
+        if (data.bytes().starts_with(mark)) return data.from(mark.size());
+    return data;
+}
+
+Parsed parseInAnyEncoding(const Data& marked, bool repairs, bool& isGuessed) {
+    const Data data = fromLastMark(marked);
     Parsed parsed = parse(data, TextEncodingNone);
+    if (parsed.outcome == Outcome::notOFX && beginsLikeBigEndianUTF16(data.bytes())) {
+        Parsed other = parse(data, TextEncodingUTF16BigEndian);
+        if (other.outcome == Outcome::read || other.outcome == Outcome::malformed) return other;
+    }
     if (parsed.outcome != Outcome::undecoded || data.isEmpty()) return parsed;
     // A mark that the parser leaves in place is no text in another encoding than its own.
     const Data unmarked = withoutMark(data);

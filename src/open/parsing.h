@@ -26,12 +26,20 @@ struct Parsed {
 Parsed parse(const Data& data, TextEncoding encoding);
 
 /// The same, and for bytes that are no text, with the encoding that the document itself names and those that
-/// documents have in practice. `isGuessed` becomes true when one of these reads them.
+/// documents have in practice. `isGuessed` becomes true when one of these reads them. Of several byte order
+/// marks in a row, as programs leave that put one before another, the last one counts.
 Parsed parseInAnyEncoding(const Data& data, bool repairs, bool& isGuessed);
 
 /// The encoding in which a repair finds a document in bytes that do not begin like one; none when it finds
 /// none. The parser takes such bytes for ASCII, and for no text when they are not.
 TextEncoding encodingOfHiddenDocument(const Data& data);
+
+/// What the header of a document says of the text's encoding; "" when it says nothing. Of XML only the
+/// declaration counts: the instruction after it may have an ENCODING of its own.
+std::string encodingNameIn(std::string_view text);
+
+/// The bytes after a byte order mark of any encoding, or all of them.
+Data withoutMark(const Data& data) noexcept;
 
 /// The decoded text, which the caller owns; empty when the bytes were no text.
 Data textOf(const Parsed& parsed);

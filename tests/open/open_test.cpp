@@ -113,6 +113,12 @@ TEST_CASE("what cannot be opened has a code and says what it is") {
              {folder.file("empty", ""), OpenErrorCode::empty, "no data to parse"},
              {"file://example.com/july.ofx", OpenErrorCode::otherComputer,
               "The URL names another computer: example.com."},
+             {"https://example.com/july.ofx", OpenErrorCode::otherComputer,
+              "The URL is of another scheme than file: https://example.com/july.ofx"},
+             {"ofx+x.1-y://", OpenErrorCode::otherComputer, "The URL is of another scheme than file: ofx"},
+             {"://july.ofx", OpenErrorCode::notFound, "was not found."},
+             {"1st://july.ofx", OpenErrorCode::notFound, "was not found."},
+             {"a b://july.ofx", OpenErrorCode::notFound, "was not found."},
              {"file:july.ofx", OpenErrorCode::invalidURL, "The URL names no file: file:july.ofx"},
              {"file:///a%2", OpenErrorCode::invalidURL, "The URL names no file"},
              {"file:///a%zz", OpenErrorCode::invalidURL, "The URL names no file"},
@@ -204,9 +210,7 @@ TEST_CASE("the encoding is found out, and said when it is a guess") {
     REQUIRE(windows);
     CHECK(memosOf(windows) == std::vector<std::string>{"Café €"});
     CHECK(windows.documents()[0].encoding() == TextEncodingWindows1252);
-    REQUIRE(windows.findings().size() == 1);
-    CHECK(windows.findings()[0].kind == FindingKind::encodingGuessed);
-    CHECK(windows.findings()[0].text == "read as windows-1252");
+    CHECK(windows.findings().empty());
 
     OpenOptions latin;
     latin.encoding = TextEncodingISOLatin1;
@@ -218,6 +222,207 @@ TEST_CASE("the encoding is found out, and said when it is a guess") {
     CHECK(marked.documents()[0].mark() == "\xEF\xBB\xBF");
     CHECK(marked.findings().empty());
     CHECK(openData(exampleData("utf_16.ofx")).documents()[0].encoding() != TextEncodingUTF8);
+}
+
+TEST_CASE("an encoding is a finding where it is not the one that the document names") {
+    const auto sgml = [](const std::string& charset, const std::string& memo,
+                         const std::string& encoding = "") {
+        std::string text = document(memo);
+        const std::string field = encoding.empty() ? "" : "\nENCODING:" + encoding;
+        return text.replace(text.find("1252"), 4, charset + field);
+    };
+    const auto xml = [](const std::string& encoding, const std::string& memo) {
+        const std::string text = document(memo);
+        return "<?xml version=\"1.0\"" + encoding + "?><?OFX OFXHEADER=\"200\"?>" +
+               text.substr(text.find("<OFX>"));
+    };
+    const std::string latin = "Caf\xE9";
+    const std::string utf8 = "Café";
+    const std::string contradicted = ", which its bytes are not; it is read as ";
+    const std::string unknown = ", which is not known here; it is read as ";
+    const FindingSeverity warning = FindingSeverity::warning;
+    struct Row {
+        std::string bytes;
+        std::string text;  ///< of the finding, after its beginning; empty: there is none
+        FindingSeverity severity = FindingSeverity::note;
+    };
+    for (const Row& row : std::vector<Row>{
+             {sgml("1252", latin), ""},
+             {sgml("8859-1", latin, "USASCII"), ""},
+             {sgml("NONE", latin), "does not name its text encoding; it is read as windows-1252."},
+             {sgml("NONE", latin, "USASCII"),
+              "names the text encoding \"USASCII\"" + contradicted + "windows-1252."},
+             {sgml("UTF-8", latin), "names the text encoding \"UTF-8\"" + contradicted + "windows-1252."},
+             {sgml("UNICODE", latin), "names the text encoding \"UNICODE\"" + contradicted + "windows-1252."},
+             {sgml("936", latin),
+              "names the text encoding \"936\"" + unknown +
+                  "windows-1252, so letters beyond ASCII may be wrong.",
+              warning},
+             {sgml("8859-15", latin),
+              "names the text encoding \"8859-15\"" + unknown +
+                  "windows-1252, so letters beyond ASCII may be wrong.",
+              warning},
+             {sgml("936", utf8), "names the text encoding \"936\"" + unknown + "UTF-8."},
+             {sgml("1252", utf8), "names the text encoding \"1252\"" + contradicted + "UTF-8."},
+             {sgml("1252", utf8, "UTF-8"), ""},
+             {sgml("CSUNICODE", utf8), ""},
+             {sgml("NONE", utf8), ""},
+             {sgml("1252", "tea"), ""},
+             {sgml("936", "tea"), ""},
+             {"\xEF\xBB\xBF" + sgml("1252", utf8), ""},
+             {xml(" encoding=\"ISO-8859-1\"", latin), ""},
+             {xml(" encoding=\"ISO-8859-1\"", utf8),
+              "names the text encoding \"ISO-8859-1\"" + contradicted + "UTF-8."},
+             {xml(" encoding=\"UTF-16\"", utf8),
+              "names the text encoding \"UTF-16\"" + contradicted + "UTF-8."},
+             {xml(" encoding=\"UTF-8\"", utf8), ""},
+             {xml("", utf8), ""},
+         }) {
+        CAPTURE(row.bytes);
+        const OpenedFile file = opened(row.bytes);
+        REQUIRE(file);
+        CHECK(file.findings().size() == (row.text.empty() ? 0 : 1));
+        for (const Finding& finding : file.findings()) {
+            CHECK(finding.kind == FindingKind::encodingGuessed);
+            CHECK(finding.text == "The document " + row.text);
+            CHECK(finding.severity == row.severity);
+        }
+    }
+}
+
+TEST_CASE("marks that stand twice, and UTF-16 of the other order, are read") {
+    const auto wide = [](const std::string& text, bool isBigEndian) {
+        std::string bytes;
+        for (const char c : text) bytes += isBigEndian ? std::string{'\0', c} : std::string{c, '\0'};
+        return bytes;
+    };
+    struct Row {
+        std::string why, bytes, memo, mark;
+    };
+    const std::string utf8 = "\xEF\xBB\xBF";
+    for (const Row& row : std::vector<Row>{
+             {"two marks", utf8 + utf8 + document("Café"), "Café", utf8 + utf8},
+             {"three marks", utf8 + utf8 + utf8 + document("Café"), "Café", utf8 + utf8 + utf8},
+             {"two before windows-1252", utf8 + utf8 + document("Caf\xE9"), "Café", utf8 + utf8},
+             {"two of UTF-16", "\xFF\xFE\xFF\xFE" + wide(document("tea"), false), "tea", "\xFF\xFE\xFF\xFE"},
+             {"big-endian, with a mark", "\xFE\xFF" + wide(document("tea"), true), "tea", "\xFE\xFF"},
+             {"big-endian, without", wide(document("tea"), true), "tea", ""},
+             {"little-endian, without", wide(document("tea"), false), "tea", ""},
+         }) {
+        CAPTURE(row.why);
+        for (const OpenOptions& options : {OpenOptions(), OpenOptions::asIs()}) {
+            const OpenedFile file = opened(row.bytes, options);
+            REQUIRE(file);
+            CHECK(memosOf(file) == std::vector<std::string>{row.memo});
+            CHECK(file.documents()[0].mark() == row.mark);
+            CHECK(file.documents()[0].text().bytes().starts_with("OFXHEADER"));
+            CHECK(file.findings().empty());
+        }
+    }
+    const OpenError cut = opened("\xFF\xFE" + wide(document("tea"), false) + "x").error();
+    CHECK(cut.code == OpenErrorCode::undecodable);
+    CHECK(cut.cause == "It is UTF-16, in which a character has two bytes, and it ends within one.");
+}
+
+TEST_CASE("a text that reads and has no OFX in it is an error that names it") {
+    const std::string header = document("tea").substr(0, document("tea").find("<OFX>"));
+    struct Row {
+        std::string bytes;
+        OpenErrorCode code;
+        std::string cause;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"<?xml version=\"1.0\"?><Document xmlns=\"x\"><A/></Document>", OpenErrorCode::otherFormat,
+              "<Document>"},
+             {"<?xml version=\"1.0\"?>\n<!-- x -->\n<?style x?><ss:Workbook></ss:Workbook>",
+              OpenErrorCode::otherFormat, "<Workbook>"},
+             {"<?xml version=\"1.0\"?><rss></rss>", OpenErrorCode::otherFormat, "<rss>"},
+             {"<?xml version=\"1.0\"?><error>no session</error>", OpenErrorCode::otherFormat, "<error>"},
+             {"<?xml version=\"1.0\"?><!DOCTYPE html><html></html>", OpenErrorCode::html, "web page"},
+             {header + "<HTML><BODY>Sign in</BODY></HTML>", OpenErrorCode::html, "web page"},
+             {header + "<OFC><DTD>2<ACCTSTMT></ACCTSTMT></OFC>", OpenErrorCode::ofc, "OFC"},
+             {"<OFC version=\"2\"><DTD>2</OFC>", OpenErrorCode::ofc, "OFC"},
+             {"<ofc ><DTD>2</ofc>", OpenErrorCode::ofc, "OFC"},
+             {"Content-Type: x\n\n<OFC><DTD>2</OFC>", OpenErrorCode::ofc, "OFC"},
+             {"<!-- <x> -->\n<OFC><DTD>2</OFC>", OpenErrorCode::ofc, "OFC"},
+             {"<?xml version=\"1.0\"?><OFC><DTD>2</OFC>", OpenErrorCode::ofc, "OFC"},
+             {"\xEF\xBB\xBF<OFC><DTD>2</OFC>", OpenErrorCode::ofc, "OFC"},
+             {"<OFC><MEMO>\xE9</OFC>", OpenErrorCode::ofc, "OFC"},
+         })
+        for (const OpenOptions& options : {OpenOptions(), OpenOptions::asIs()}) {
+            CAPTURE(row.bytes);
+            const OpenedFile file = opened(row.bytes, options);
+            CHECK_FALSE(file);
+            CHECK(nameOf(file.error().code) == nameOf(row.code));
+            CHECK(file.error().cause.find(row.cause) != std::string::npos);
+            CHECK(file.findings().empty());
+        }
+}
+
+TEST_CASE("a document without the instruction of its XML, or without its root, is OFX all the same") {
+    const std::string body = document("tea").substr(document("tea").find("<OFX>"));
+    for (const std::string& bytes :
+         {"<?xml version=\"1.0\"?>" + body, "<?xml version=\"1.0\"?>" + body.substr(5, body.size() - 12)}) {
+        CAPTURE(bytes);
+        CHECK(opened(bytes, OpenOptions::asIs()));
+        CHECK(memosOf(opened(bytes)) == std::vector<std::string>{"tea"});
+    }
+}
+
+TEST_CASE("the header of a document is read whole, or a finding says that it is not") {
+    const std::string body = document("tea").substr(document("tea").find("<OFX>"));
+    struct Row {
+        std::string why;
+        std::string header;
+        std::int32_t headerVersion;
+        std::int32_t ofxVersion;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"in one line", "OFXHEADER:100 DATA:OFXSGML VERSION:102 SECURITY:NONE CHARSET:1252 ", 100, 102},
+             {"comments between fields", "OFXHEADER:100\n<!-- x -->VERSION:102\n<!-- y -->SECURITY:NONE\n",
+              100, 102},
+             {"the end of a comment", "OFXHEADER:100 -->\nVERSION:102\nSECURITY:NONE\n", 100, 102},
+             {"small letters", "ofxheader:100\ndata:OFXSGML\nversion:102\nsecurity:NONE\n", 100, 102},
+             {"small letters after the first line", "OFXHEADER:100\nVersion:102\nSecurity : NONE\n", 100,
+              102},
+             {"blanks before the colons", "OFXHEADER : 100\nVERSION : 102\nSECURITY\t: NONE\n", 100, 102},
+             {"small letters and one line", "ofxheader:100 data:OFXSGML version:102 security:NONE\n", 100,
+              102},
+             {"an instruction in small letters",
+              "<?ofx OFXHEADER=\"200\" VERSION=\"211\" SECURITY=\"NONE\"?>", 200, 211},
+             {"attributes in small letters",
+              "<?xml version=\"1.0\"?>\n<?OFX ofxheader=\"200\" version=\"211\" security=\"NONE\"?>", 200,
+              211},
+             {"apostrophes", "<?xml version='1.0'?>\n<?OFX OFXHEADER='200' VERSION='211' SECURITY='NONE'?>",
+              200, 211},
+             {"blanks around equals signs",
+              "<?OFX OFXHEADER = \"200\" VERSION = \"211\" SECURITY=\"NONE\" ?>", 200, 211},
+             {"lines of their own", "<?OFX OFXHEADER=\"200\"\r\n\tVERSION=\"211\"\r\n\tSECURITY=\"NONE\"?>",
+              200, 211},
+             {"a declaration before a header of OFX 1",
+              "<?xml version=\"1.0\"?>\nOFXHEADER:100\nVERSION:102\nSECURITY:NONE\n\n", 100, 102},
+         }) {
+        CAPTURE(row.why);
+        const OpenedFile file = opened(row.header + body);
+        REQUIRE(file);
+        CHECK(memosOf(file) == std::vector<std::string>{"tea"});
+        CHECK(file.message()->headerVersion() == row.headerVersion);
+        CHECK(file.message()->ofxVersion() == row.ofxVersion);
+        CHECK(file.message()->ofxSecurity().value_or("") == "NONE");
+        REQUIRE(file.findings().size() == 1);
+        CHECK(file.findings()[0].kind == FindingKind::repaired);
+        const OpenedFile asIs = opened(row.header + body, OpenOptions::asIs());
+        CHECK((!asIs || has(asIs, FindingKind::notDelivered) || has(asIs, FindingKind::noContent)));
+    }
+    for (const std::string& header : std::vector<std::string>{
+             "OFXHEADER:100\nDATA:OFXSGML\nVERSION:102\nSECURITY:NONE\nNEWFILEUID:NONE\n\n",
+             "OFXHEADER: 100\r\nVERSION : 102\r\n", "<?OFX OFXHEADER=\"200\" VERSION=\"211\"?>\n", "<?OFX?>",
+             "",
+             "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"no\"?>\n<?OFX "
+             "VERSION=\"211\"\nSECURITY=\"NONE\"?>"}) {
+        CAPTURE(header);
+        CHECK(opened(header + body).findings().empty());
+    }
 }
 
 TEST_CASE("a document that does not read is repaired, unless that is not wanted") {
@@ -270,6 +475,123 @@ TEST_CASE("a document that was cut off does not swallow the next one") {
     CHECK(memosOf(file) == std::vector<std::string>{"one", "two"});
     CHECK(has(file, FindingKind::cutOff));
     CHECK(has(file, FindingKind::severalDocuments));
+}
+
+TEST_CASE("a document that was cut off anywhere does not swallow the next one, whatever that begins with") {
+    const std::string whole = document("two", "2");
+    const std::string body = whole.substr(whole.find("<OFX>"));
+    const std::string xml = "<?xml version=\"1.0\"?>\n<?OFX OFXHEADER=\"200\"?>\n";
+    for (const std::string& next : {whole, body, xml + body})
+        for (const std::string end :
+             {"-5.00", "<MEMO>one", "</BANKTRANLIST>", "</STMTTRN></BANKTRANLIST></STMTRS>"})
+            for (const std::string& header : {std::string(), xml}) {
+                CAPTURE(next);
+                CAPTURE(end);
+                std::string cut = header.empty()
+                                      ? document("one")
+                                      : header + document("one").substr(document("one").find("<OFX>"));
+                cut.resize(cut.find(end) + end.size());
+                const OpenedFile file = opened(cut + next);
+                CHECK(file.documents().size() == 2);
+                CHECK(file.statements().size() == 2);
+                CHECK(has(file, FindingKind::cutOff));
+                CHECK(has(file, FindingKind::severalDocuments));
+                CHECK(accountOf(*file.statements().back()).accountID() == "2");
+                CHECK(memosOf(file).back() == "two");
+            }
+}
+
+TEST_CASE("a statement leads to its account") {
+    const OpenedFile bank = opened(document("tea", "17"));
+    const StatementAccount account = accountOf(*bank.statements().at(0));
+    REQUIRE(account.bank);
+    CHECK_FALSE(account.card);
+    CHECK(account.accountID() == "17");
+    const OpenedFile card = openData(exampleData("card.ofx"));
+    CHECK(accountOf(*card.statements().at(0)).card);
+    CHECK_FALSE(accountOf(*card.statements().at(0)).bank);
+    CHECK(accountOf(*card.statements().at(0)).accountID().has_value());
+    const OpenedFile nameless =
+        opened("<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS></STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>");
+    CHECK_FALSE(accountOf(*nameless.statements().at(0)).accountID());
+}
+
+TEST_CASE("the lists of a temporary file are safe to walk over") {
+    std::size_t count = 0;
+    for (const Security& security : openData(exampleData("investments.ofx")).securities().all())
+        count += security.name() ? 1U : 0U;
+    CHECK(count == openData(exampleData("investments.ofx")).securities().all().size());
+}
+
+TEST_CASE("text after the end that the repair takes in is no text after the end") {
+    const std::string whole = document("one");
+    const std::string more =
+        "<STMTTRN><TRNTYPE>DEBIT<DTPOSTED>20240106<TRNAMT>-6.00<FITID>2<MEMO>two</STMTTRN>";
+    const OpenedFile file = opened(whole + more);
+    CHECK(memosOf(file) == std::vector<std::string>{"one", "two"});
+    CHECK_FALSE(has(file, FindingKind::textAround));
+    CHECK(has(opened(whole + more + "Dear customer"), FindingKind::repaired));
+    CHECK(has(opened(whole + "Dear customer"), FindingKind::textAround));
+}
+
+TEST_CASE("a document with another root, or none, is cut off only where its own close tag is missing") {
+    const std::string whole = document("one");
+    const std::size_t begin = whole.find("<STMTRS>");
+    const std::string root = whole.substr(begin, whole.find("</STMTTRNRS>") - begin);
+    const OpenedFile file = opened(root);
+    CHECK(memosOf(file) == std::vector<std::string>{"one"});
+    CHECK_FALSE(has(file, FindingKind::cutOff));
+    CHECK(has(opened(root.substr(0, root.find("</STMTRS>"))), FindingKind::cutOff));
+    const OpenedFile rootless = opened(whole.substr(whole.find("<BANKMSGSRSV1>")));
+    CHECK(memosOf(rootless) == std::vector<std::string>{"one"});
+    CHECK_FALSE(has(rootless, FindingKind::cutOff));
+    CHECK_FALSE(has(rootless, FindingKind::textAround));
+}
+
+TEST_CASE("a text that begins with a transaction is a document") {
+    const std::string whole = document("one");
+    const std::size_t begin = whole.find("<STMTTRN>");
+    const std::string transaction = whole.substr(begin, whole.find("</BANKTRANLIST>") - begin);
+    CHECK(memosOf(opened(transaction)) == std::vector<std::string>{"one"});
+    CHECK(opened("Dear customer, see <STMTTRN>.").error().code == OpenErrorCode::notOFX);
+}
+
+TEST_CASE("tags with the prefix of a namespace are read") {
+    std::string text = "<?xml version=\"1.0\"?><?OFX OFXHEADER=\"200\" VERSION=\"211\"?>" +
+                       document("tea").substr(document("tea").find("<OFX>"));
+    for (std::size_t at = text.find("<OFX>"); at != std::string::npos; at = text.find('<', at + 1))
+        text.insert(at + (text[at + 1] == '/' ? 2 : 1), "ofx:");
+    const OpenedFile file = opened(text);
+    CHECK(memosOf(file) == std::vector<std::string>{"tea"});
+    CHECK(file.findings().size() == 1);
+    const OpenedFile asIs = opened(text, OpenOptions::asIs());
+    CHECK_FALSE(has(asIs, FindingKind::cutOff));
+    CHECK_FALSE(asIs.findings().empty());
+    std::string rootOnly = document("tea");
+    rootOnly.replace(rootOnly.find("<OFX>"), 5, "<ofx:OFX xmlns:ofx=\"x\">");
+    rootOnly.replace(rootOnly.find("</OFX>"), 6, "</ofx:OFX>");
+    CHECK(memosOf(opened(rootOnly)) == std::vector<std::string>{"tea"});
+    CHECK_FALSE(has(opened(rootOnly), FindingKind::cutOff));
+}
+
+TEST_CASE("a document of a header alone, or with a text after it, says so") {
+    const std::string header = document("tea").substr(0, document("tea").find("<OFX>"));
+    struct Row {
+        std::string bytes, text;
+    };
+    for (const Row& row : std::vector<Row>{
+             {header, "The document ends after its header. Download it again."},
+             {header + "An error has occurred\n",
+              "The document has no elements after its header, but the text \"An error has occurred\"."},
+             {header + "&lt;OFX&gt;&lt;/OFX&gt;",
+              "The document has no elements after its header, but the text \"&lt;OFX&gt;&lt;/OFX&gt;\"."}}) {
+        CAPTURE(row.bytes);
+        const OpenedFile file = opened(row.bytes);
+        REQUIRE(file);
+        REQUIRE(file.findings().size() == 1);
+        CHECK(file.findings()[0].kind == FindingKind::noContent);
+        CHECK(file.findings()[0].text == row.text);
+    }
 }
 
 TEST_CASE("a document that does not read is a finding when another one of the file reads") {

@@ -1,0 +1,72 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/named_encoding.h"
+
+#include <algorithm>
+#include <array>
+
+#include "open/parsing.h"
+#include "open/shown_text.h"
+#include "platform/ascii_case.h"
+#include "platform/utf8.h"
+
+namespace brackwell::opening {
+namespace {
+
+constexpr auto kWide = std::to_array<TextEncoding>(
+    {TextEncodingUTF16, TextEncodingUTF16BigEndian, TextEncodingUTF16LittleEndian});
+
+bool isWide(TextEncoding encoding) noexcept { return std::ranges::find(kWide, encoding) != kWide.end(); }
+
+/// The names of encodings in a header: OFX 1 has two fields for them.
+std::vector<std::string> namesIn(const std::optional<ParseDictionary>& header, std::string_view text) {
+    std::vector<std::string> names;
+    const std::string_view begin = trimWhiteSpace(text);
+    if (begin.starts_with('<')) {
+        names.push_back(encodingNameIn(begin));
+        if (names.front().empty()) names.clear();
+        return names;
+    }
+    if (!header) return names;
+    for (const std::string_view field : {"CHARSET", "ENCODING"}) {
+        const OptionalText name = (*header)[field].text();
+        if (name && !name->empty() && !equalsIgnoringCase(*name, "NONE")) names.emplace_back(*name);
+    }
+    return names;
+}
+
+/// True for what headers call the encodings of Unicode, without saying which.
+bool isUnicode(std::string_view name) noexcept {
+    return equalsIgnoringCase(name, "UNICODE") || equalsIgnoringCase(name, "CSUNICODE");
+}
+
+/// True when a name is one of the encoding that a text was read in.
+bool isNameOf(std::string_view name, TextEncoding used) noexcept {
+    const TextEncoding named = textEncodingNamed(name);
+    if (named == used || (isWide(named) && isWide(used))) return true;
+    return isUnicode(name) && (used == TextEncodingUTF8 || isWide(used));
+}
+
+}  // namespace
+
+void findEncodingDoubts(FindingList& findings, TextEncoding used,
+                        const std::optional<ParseDictionary>& header, std::string_view text,
+                        EncodingOrigin origin) {
+    if (origin == EncodingOrigin::mark) return;
+    const std::vector<std::string> names = namesIn(header, text);
+    if (std::ranges::any_of(names, [used](const std::string& name) { return isNameOf(name, used); })) return;
+    // Bytes that are valid UTF-8 by chance are hardly more than ASCII, which every encoding has.
+    const bool isGuess = origin == EncodingOrigin::guess && used != TextEncodingUTF8;
+    if (!isGuess && (names.empty() || asciiPrefix(text) == text.size())) return;
+    const std::string reading = "it is read as " + std::string(nameOfTextEncoding(used).value_or(""));
+    if (names.empty())
+        return findings.add(FindingKind::encodingGuessed, FindingSeverity::note,
+                            "The document does not name its text encoding; " + reading + ".");
+    const bool isKnown = isUnicode(names.front()) || textEncodingNamed(names.front()) != TextEncodingNone;
+    const bool mayBeWrong = isGuess && !isKnown;
+    findings.add(FindingKind::encodingGuessed, mayBeWrong ? FindingSeverity::warning : FindingSeverity::note,
+                 "The document names the text encoding " + opening::quoted(names.front()) +
+                     (isKnown ? ", which its bytes are not; " : ", which is not known here; ") + reading +
+                     (mayBeWrong ? ", so letters beyond ASCII may be wrong." : "."));
+}
+
+}  // namespace brackwell::opening

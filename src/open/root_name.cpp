@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/root_name.h"
+
+#include <algorithm>
+
+#include "platform/ascii_case.h"
+
+namespace brackwell::opening {
+namespace {
+
+constexpr std::string_view kRoot = "OFX";
+constexpr std::size_t kLongestName = 40;  // of those that stand in a sentence
+
+bool isInName(char c) noexcept {
+    return isASCIILetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '_' || c == ':';
+}
+
+/// Walks over the open tags of a text.
+class Names {
+public:
+    explicit Names(std::string_view text) noexcept : text_(text) {}
+
+    /// The name of the next open tag; empty at the end.
+    std::string_view next() noexcept {
+        for (at_ = text_.find('<', at_); at_ < text_.size(); at_ = text_.find('<', at_ + 1)) {
+            const std::string_view rest = text_.substr(at_ + 1);
+            if (rest.starts_with('?') || rest.starts_with('!')) {
+                at_ = std::min(text_.find(rest.starts_with("!--") ? "-->" : ">", at_ + 1), text_.size() - 1);
+                continue;
+            }
+            const auto* const end = std::ranges::find_if_not(rest, isInName);
+            const auto size = static_cast<std::size_t>(end - rest.begin());
+            if (size == 0 || size > kLongestName) continue;
+            at_ += size;
+            return rest.substr(0, size);
+        }
+        return {};
+    }
+
+private:
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+}  // namespace
+
+std::string_view firstElementName(std::string_view text) noexcept { return Names(text).next(); }
+
+std::string_view withoutPrefix(std::string_view name) noexcept { return name.substr(name.rfind(':') + 1); }
+
+std::string_view rootNameOf(std::string_view text) noexcept {
+    Names names(text);
+    const std::string_view first = names.next();
+    for (std::string_view name = first; !name.empty(); name = names.next()) {
+        if (equalsIgnoringCase(name, kRoot)) return kRoot;
+        if (equalsIgnoringCase(withoutPrefix(name), kRoot)) return name;
+    }
+    return first.empty() ? kRoot : first;
+}
+
+}  // namespace brackwell::opening
