@@ -77,7 +77,7 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"repair", document, document}, "FILE: At Most 1"},
         {{"repair", document, "--full"}, "--full"},
         {{"repair", document, "--output", document}, "is also a file to be read"},
-        {{"csv", "-", "--output", document}, "begins like an OFX document"},
+        {{"csv", "-", "--output", document}, "has the name of an OFX document"},
         {{"request", "accounts", "--output", ""}, "--output: the name is empty"},
         {{"show", document, "--diff"}, "--diff"},
         {{"json", document, "--encoding", "klingon"}, "unknown encoding \"klingon\""},

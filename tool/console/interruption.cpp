@@ -12,7 +12,8 @@ namespace {
 
 /// What ends a program from outside and can be caught. A write to a closed pipe or beyond a limit of size is
 /// no signal here, but a write that fails.
-constexpr std::array kEndingSignals = {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGXCPU};
+constexpr std::array kEndingSignals = {SIGHUP,  SIGINT,  SIGQUIT, SIGTERM,   SIGXCPU,
+                                       SIGUSR1, SIGUSR2, SIGALRM, SIGVTALRM, SIGPROF};
 
 // A handler may run in any thread and at any time, so it reads memory that is never released.
 std::array<char, PATH_MAX> pathToRemove{};

@@ -9,13 +9,16 @@
 
 #include "console/memory.h"
 #include "console/messages.h"
+#include "console/output_target.h"
 #include "console/progress.h"
 
 namespace tool {
 
 Output::Output(const std::optional<std::string>& fileName, bool replacesDocuments, Progress& progress)
     : name_(fileName.value_or("standard output")), progress_(progress) {
-    if (fileName) {
+    if (fileName == kStandardOutput) {
+        name_ = "standard output";
+    } else if (fileName) {
         file_.emplace(*fileName, replacesDocuments);
         descriptor_ = file_->descriptor();
         if (descriptor_ < 0) fail(file_->problem());

@@ -21,8 +21,8 @@ class Progress;
 class Output {
 public:
     /// Writes to the file of this name, and replaces an OFX document there only when that is said; to
-    /// standard output when there is no name. The progress line is erased before anything is written to a
-    /// terminal.
+    /// standard output when there is no name or it is "-". The progress line is erased before anything is
+    /// written to a terminal.
     Output(const std::optional<std::string>& fileName, bool replacesDocuments, Progress& progress);
     Output(const Output&) = delete;
     Output& operator=(const Output&) = delete;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// \file
@@ -29,9 +30,8 @@ OutputTarget outputTarget(const std::string& name);
 /// What a path begins with, up to the last slash; "" for a file of the working folder.
 std::string folderOf(const std::string& path);
 
-/// True when a file begins like an OFX document, in any form, encoding and case that the library or
-/// the tool recognises, after a mark and white space; also when it cannot be looked into.
-bool mayBeDocument(const std::string& path);
+/// The name that stands for standard output.
+inline constexpr std::string_view kStandardOutput = "-";
 
 /// What an output may take the place of besides files of no interest.
 struct OutputRules {
