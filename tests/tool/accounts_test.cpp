@@ -106,9 +106,7 @@ TEST_CASE("statements without an account are counted, and documents without stat
     const std::string listed = version1(
         "<SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS><ACCTINFO><DESC>a</ACCTINFO>"
         "</ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1>");
-    CHECK(outputOf({"accounts"}, listed) ==
-          "The documents have no bank, card or investment statements, but lists of accounts with 1 account; "
-          "\"brackwell show\" has them.\n");
+    CHECK(contains(outputOf({"accounts"}, listed), "statements, but lists of accounts with 1 account;"));
     const std::string three = tool({"accounts", examplePath("account_information.ofx")}).output;
     std::string words;
     for (const std::string& line : linesOf(three)) words += line + " ";

@@ -59,8 +59,7 @@ std::string errorsOf(const std::string& command, std::vector<std::string> files)
 bool isSaid(const std::vector<std::string>& messages, const std::string& file) {
     return std::ranges::any_of(messages, [&file](const std::string& message) {
         if (!message.starts_with(file + ":")) return false;
-        const std::string text = message.substr(file.size());
-        return !text.starts_with(": read as ") && !text.starts_with(": repaired in ");
+        return !contains(message, " text encoding") && !contains(message, ": Repaired in ");
     });
 }
 

@@ -205,7 +205,8 @@ TEST_CASE("bytes that are no text are explained with the first of them, and the 
              {{"--encoding", "utf-8"}, "<OFX><A>caf\xE9</OFX>", "offset 11 (hexadecimal E9)", "windows-1252"},
              {{"--encoding", "utf-8"}, "\xEF\xBB\xBF<OFX>\u00E9\uFFFD\xC0", "offset 13 (hexadecimal C0)", ""},
              {{"--encoding", "ascii"}, "<OFX><A>\u00E9</OFX>", "", "UTF-8"},
-             {{}, "\xFF\xFE<", "offset 0 (hexadecimal FF)", ""},
+             {{}, "\xFF\xFF<", "offset 0 (hexadecimal FF)", ""},
+             {{}, "\xFF\xFE<", "", ""},
          }) {
         CAPTURE(row.bytes);
         std::vector<std::string> arguments{"csv", "-"};

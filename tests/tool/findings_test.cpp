@@ -69,9 +69,10 @@ TEST_CASE("every command says that it repaired a document, and one of them what"
         CAPTURE(command);
         const std::vector<std::string> messages = linesOf(withFile(command, kBroken).error);
         REQUIRE(messages.size() == (command == "repair" ? 2 : 1));
-        CHECK(messages.front() == "july.ofx: repaired in 1 place");
+        CHECK(messages.front().starts_with("july.ofx:11:"));
+        CHECK(messages.front().ends_with(": Repaired in 1 place."));
         CHECK(messages.back().ends_with(command == "repair" ? "<MEMO> has neither a text nor a close tag"
-                                                            : "1 place"));
+                                                            : "1 place."));
     }
 }
 
@@ -200,7 +201,9 @@ TEST_CASE("the page of a report has the findings of each file among its notes") 
             return note.starts_with(odd + ", line 1") && note.ends_with(": " + text);
         }));
     }
-    CHECK(std::ranges::find(notes, broken + ": repaired in 1 place") != notes.end());
+    CHECK(std::ranges::any_of(notes, [&broken](const std::string& note) {
+        return note.starts_with(broken + ", line 11") && note.ends_with(": Repaired in 1 place.");
+    }));
 }
 
 TEST_CASE("check writes nothing to standard output, and messages of each file under its name") {
@@ -215,21 +218,59 @@ TEST_CASE("check writes nothing to standard output, and messages of each file un
     REQUIRE(messages.size() == 5);
     for (std::size_t i = 0; i < 3; ++i) CHECK(messages[i].starts_with(odd + ":"));
     CHECK(messages[3].starts_with("/nowhere: "));
-    CHECK(messages[4] == broken + ": repaired in 1 place");
+    CHECK(messages[4].starts_with(broken + ":11:"));
+    CHECK(messages[4].ends_with(": Repaired in 1 place."));
 }
 
 TEST_CASE("a document of several that does not read is a finding, and the others are delivered") {
     const std::string two = kClean + kBroken;
     for (const std::string& command : kReadingCommands) {
         CAPTURE(command);
-        if (command == "repair" || command == "tree") continue;
+        if (command == "repair") continue;
         const Finished finished = withFile(command, two, {"--as-is"});
-        CHECK(finished.status == 0);
-        CHECK(contains(finished.error, "july.ofx: The file holds 2 documents"));
-        CHECK(contains(finished.error, "documents was not read: Found close tag </STMTTRN>"));
+        CHECK(finished.status == 1);
+        const std::vector<std::string> messages = linesOf(finished.error);
+        REQUIRE(messages.size() == 2);
+        CHECK(messages[0] == "july.ofx: The file holds 2 documents, one after the other.");
+        CHECK(contains(messages[1], "documents was not read: Found close tag </STMTTRN>"));
+        const Finished quiet = withFile(command, two, {"--as-is", "--quiet"});
+        CHECK(quiet.status == 1);
+        CHECK(linesOf(quiet.error) == std::vector<std::string>{messages[1]});
         const bool showsNames = command != "accounts" && command != "duplicates" && command != "check";
         CHECK(contains(finished.output, "Shop") == showsNames);
     }
+}
+
+TEST_CASE("of several documents one that is no OFX is status 1 in every command") {
+    for (const std::string& command : kReadingCommands) {
+        CAPTURE(command);
+        const Finished finished = withFile(command, kClean + "OFXHEADER\n<html>", {});
+        CHECK(finished.status == 0);  // the rest is text after the document
+        if (command == "repair") continue;
+        CHECK(withFile(command, kClean + kClean, {"--as-is"}).status == 0);
+        CHECK(withFile(command, kClean + kClean + " <ofx></ofx>", {"--as-is"}).status == 1);
+    }
+}
+
+TEST_CASE("a message that cannot be written is status 1, since it may be all that a command has to say") {
+    const TemporaryFolder folder;
+    folder.file("july.ofx", kOdd);
+    folder.file("clean.ofx", kClean);
+    for (const std::string& command : kReadingCommands)
+        for (const std::string to : {"2>/dev/full", "2>&-"}) {
+            CAPTURE(command);
+            CAPTURE(to);
+            const auto statusOf = [&](const std::string& arguments) {
+                const std::string line = "exec \"$0\" " + command + " " + arguments + " " + to;
+                Command shell{{"/bin/sh", "-c", line, BRACKWELL_TOOL}};
+                shell.directory = folder.path();
+                return run(shell).status;
+            };
+            CHECK(statusOf("july.ofx") == 1);
+            CHECK(statusOf("--strict july.ofx") == 1);
+            CHECK(statusOf("--quiet july.ofx") == 0);
+            CHECK(statusOf("clean.ofx") == 0);
+        }
 }
 
 TEST_CASE("a file with investment statements only is not said to have no statements") {

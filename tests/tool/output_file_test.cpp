@@ -134,3 +134,23 @@ TEST_CASE("help goes to standard output, whatever --output says") {
     CHECK(contains(finished.output, "--output"));
     CHECK(folder.read("old") == kOld);
 }
+
+TEST_CASE("a hyphen is standard output, as it is standard input") {
+    const TemporaryFolder folder;
+    folder.file("a.ofx", kDocument);
+    const std::string output = toolIn(folder, {"csv", "a.ofx"}).output;
+    for (const char* option : {"-o-", "--output=-"}) {
+        CAPTURE(option);
+        const Finished finished = toolIn(folder, {"csv", "a.ofx", option});
+        CHECK(finished.status == 0);
+        CHECK(finished.output == output);
+        CHECK(toolIn(folder, {"csv", option, "-"}, kDocument).status == 0);
+    }
+    CHECK(namesIn(folder) == Names{"a.ofx"});
+    CHECK(toolIn(folder, {"csv", "a.ofx", "-o", "./-"}).status == 0);
+    CHECK(namesIn(folder) == Names{"-", "a.ofx"});
+    Command command = toolCommand({"csv", "-", "-o", "-"});
+    command.input = kDocument;
+    command.outputFile = "/dev/full";
+    CHECK(run(command).error == "standard output: No space left on device\n");
+}

@@ -50,14 +50,91 @@ TEST_CASE("a file that begins like an OFX document is replaced with --force only
         const Finished refused = toolIn(folder, {"csv", "-", "-o", "july"}, kDocument);
         CHECK(refused.status == 2);
         CHECK(refused.output == "");
-        CHECK(
-            refused.error ==
-            "--output: july begins like an OFX document, which would be lost; give --output another name, or "
-            "replace the document with --force\nRun with --help for more information.\n");
+        CHECK(refused.error ==
+              "--output: july may be an OFX document, which would be lost; give --output another name, or "
+              "replace the document with --force\nRun with --help for more information.\n");
         CHECK(folder.read("july") == bytes);
         CHECK(toolIn(folder, {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
         CHECK(contains(folder.read("july"), "Shop"));
         CHECK(namesIn(folder) == Names{"july"});
+    }
+}
+
+TEST_CASE("a file in which a document stands after something else is replaced with --force only") {
+    using namespace std::string_literals;
+    const std::string body = kDocument.substr(kDocument.find("<OFX>"));
+    const std::string inside = body.substr(5);
+    const auto wide = [](const std::string& text) {
+        std::string bytes;
+        for (const char c : text) bytes += std::string{c, '\0'};
+        return bytes;
+    };
+    struct Row {
+        std::string why, bytes;
+        bool isRead = true;  ///< by the reading commands
+    };
+    for (const Row& row : std::vector<Row>{
+             {"a header of a mail", "Content-Type: application/x-ofx\r\n\r\n" + kDocument},
+             {"a web page", "<html><body><pre>" + kDocument + "</pre></body></html>"},
+             {"a web page around the body alone", "<html><body><pre>" + body},
+             {"a NUL byte", "\0"s + kDocument},
+             {"a document type", "<!DOCTYPE OFX>\n" + body},
+             {"a comment", "<!-- x -->\n" + body},
+             {"a header without its first line", kDocument.substr(kDocument.find("DATA:"))},
+             {"a text", "Dear customer,\n<ofx>\n<signonmsgsrsv1></signonmsgsrsv1></ofx>"},
+             {"attributes", "text <OFX xmlns=\"x\">" + inside},
+             {"a prefix", "text <ofx:OFX xmlns:ofx=\"x\">" + inside, false},
+             {"an instruction", "text <?OFX OFXHEADER=\"200\"?>" + body},
+             {"no root", "text" + inside},
+             {"no root and no set", "text\n<STMTTRN>\n<TRNAMT>1</STMTTRN>", false},
+             {"a mark and a text in UTF-16", "\xFF\xFE" + wide("text " + body), false},
+             {"OFC", "<OFC><DTD>2<CPAGE>1252</OFC>", false},
+             {"OFC with an attribute", "<ofc version=\"2\">\n<DTD>2", false},
+             {"gzip", "\x1F\x8B\x08\x00"s, false},
+         }) {
+        CAPTURE(row.why);
+        const TemporaryFolder folder;
+        folder.file("july", row.bytes);
+        CHECK((toolIn(folder, {"json", "july"}).status == 0) >= row.isRead);
+        const Finished refused = toolIn(folder, {"csv", "-", "-o", "july"}, kDocument);
+        CHECK(refused.status == 2);
+        CHECK(contains(refused.error, "july may be an OFX document"));
+        CHECK(folder.read("july") == row.bytes);
+        CHECK(toolIn(folder, {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
+    }
+}
+
+TEST_CASE("a file with the name of a document is replaced with --force only, whatever is in it") {
+    for (const std::string name :
+         {"a.ofx", "a.OFX", "a.qfx", "a.Qbo", "a.ofc", "a.aso", ".ofx", "folder/b.qfx", "link.ofx", "link"}) {
+        CAPTURE(name);
+        const TemporaryFolder folder;
+        std::filesystem::create_directory(folder.path("folder"));
+        const bool isLink = name.starts_with("link");
+        const std::string file = name == "link" ? "a.qfx" : isLink ? "text" : name;
+        folder.file(file, kOld);
+        if (isLink) std::filesystem::create_symlink(file, folder.path(name));
+        const Finished refused = toolIn(folder, {"csv", "-", "-o", name}, kDocument);
+        CHECK(refused.status == 2);
+        CHECK(contains(refused.error, "--output: " + name + " has the name of an OFX document"));
+        CHECK(folder.read(file) == kOld);
+        CHECK(toolIn(folder, {"csv", "-", "-o", name, "--force"}, kDocument).status == 0);
+    }
+    const TemporaryFolder folder;
+    CHECK(toolIn(folder, {"repair", "-", "-o", "new.ofx"}, kDocument).status == 0);
+    CHECK(folder.read("new.ofx") == kDocument);
+}
+
+TEST_CASE("a result of the tool that quotes a document is replaced by the next one") {
+    const TemporaryFolder folder;
+    folder.file("two.ofx", kDocument + "<OFX></A></OFX> OFXHEADER:100 <OFX><BANKMSGSRSV1><STMTTRNRS>");
+    for (const std::string command : {"json", "tree", "report", "csv", "show", "accounts"}) {
+        CAPTURE(command);
+        const std::string line = "\"$TOOL\" -h >old; \"$TOOL\" " + command + " --as-is two.ofx -q -o old";
+        CHECK(!contains(shell(folder, line).error, "--force"));
+        const Finished again = shell(folder, line.substr(line.find(';') + 1));
+        CHECK(!contains(again.error, "--force"));
+        CHECK(again.status != 2);
     }
 }
 

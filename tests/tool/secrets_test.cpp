@@ -111,7 +111,7 @@ TEST_CASE("errors and notes have no keys and cookies, however the document is br
                                                    {"repair", "-"}}) {
             const Finished finished = tool(arguments, broken);
             CHECK(contains(finished.error,
-                           arguments.front() == "repair" ? "repaired in" : "without opening tag"));
+                           arguments.front() == "repair" ? "Repaired in" : "without opening tag"));
             CHECK_FALSE(contains(finished.error, "hush"));
         }
         const Finished repaired = tool({"show", "-"}, broken);

@@ -121,10 +121,10 @@ bool beginsDocument(std::string_view name) noexcept {
     const std::string_view local = name.substr(name.rfind(':') + 1);
     const bool isRoot = local.size() == 3 && (local[0] | 0x20) == 'o' && (local[1] | 0x20) == 'f' &&
                         ((local[2] | 0x20) == 'x' || (local[2] | 0x20) == 'c');
-    const bool isName = std::ranges::all_of(
-        name, [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
-    return isRoot ||
-           (isName && std::ranges::any_of(ends, [name](std::string_view end) { return name.ends_with(end); }));
+    const bool isName =
+        std::ranges::all_of(name, [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); });
+    return isRoot || (isName && std::ranges::any_of(
+                                    ends, [name](std::string_view end) { return name.ends_with(end); }));
 }
 
 /// True when a tag begins here that begins a document: one that is only mentioned has no tag after it.
@@ -190,8 +190,9 @@ bool hasNameOfDocument(std::string_view path) noexcept {
     constexpr std::string_view ends[] = {".OFX", ".QFX", ".QBO", ".OFC", ".ASO"};
     if (path.size() < ends[0].size()) return false;
     std::array<char, 4> end{};
-    std::ranges::transform(path.substr(path.size() - end.size()), end.begin(),
-                           [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; });
+    std::ranges::transform(path.substr(path.size() - end.size()), end.begin(), [](char c) {
+        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
+    });
     return std::ranges::find(ends, std::string_view(end.data(), end.size())) != std::end(ends);
 }
 
