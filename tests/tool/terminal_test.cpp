@@ -166,7 +166,7 @@ TEST_CASE("JSON on a terminal is the same JSON") {
     const std::string path = folder.file(
         "a", transactionsWith(
                  "<STMTTRN><NAME>\"\\\x1b\u009b\u202E</NAME><MEMO>\u00E9桜\U0001F4DA</MEMO></STMTTRN>"));
-    CHECK(Json::parse(onTerminal({"json", path}).output) == Json::parse(tool({"json", path}).output));
+    CHECK(Json::parse(onTerminal({"json", "-q", path}).output) == Json::parse(tool({"json", path}).output));
 }
 
 TEST_CASE("on a terminal of twenty columns no line is longer, but for what is never cut") {
