@@ -93,8 +93,12 @@ private:
     /// Reads the text behind a tag, which says what the pending element is; returns where it ends.
     std::size_t readText(std::size_t begin) {
         const TextEnd end = findOpen(body_, begin);
-        if (pending_.text.empty()) return end.position;
         const std::string_view text = trimmed(body_.substr(begin, end.position - begin));
+        if (pending_.text.empty()) {
+            if (!text.empty() && text != ">") noteLooseText(text);
+            return end.position;
+        }
+        if (text.find('>') != text.npos) writer_.leftovers().hasOddText = true;
         const NameID name = pendingNumber();
         if (text.empty())
             openAggregate(name, end.position);
@@ -182,9 +186,22 @@ private:
     }
 
     /// The next "<" behind a close tag: mostly there is but a line break before it.
-    std::size_t nextOpen(std::size_t from) const noexcept {
+    std::size_t nextOpen(std::size_t from) noexcept {
         if (from + 1 < body_.size() && body_[from] == '\n' && body_[from + 1] == '<') return from + 1;
-        return findOpen(body_, from).position;
+        const std::size_t ink = findInk(body_, from);
+        if (ink == body_.size() || body_[ink] == '<') return ink;
+        const std::size_t open = findOpen(body_, ink).position;
+        if (const std::string_view text = trimmed(body_.substr(ink, open - ink)); !text.empty())
+            noteLooseText(text);
+        return open;
+    }
+
+    /// Text that no element takes. What stands before and after all elements is no part of the document.
+    void noteLooseText(std::string_view text) noexcept {
+        if (!writer_.hasOpen()) return;
+        Leftovers& leftovers = writer_.leftovers();
+        if (leftovers.looseTexts++ == 0)
+            leftovers.firstLooseText = static_cast<std::uint32_t>(text.data() - body_.data());
     }
 
     Name nameInBody(std::string_view name) const noexcept {

@@ -23,6 +23,14 @@ public:
         for (unsigned i = 0; i < size; ++i) bits |= unsigned{bytes_[i] == character} << i;
         return bits;
     }
+    /// Which bytes are at least this character, as numbers from 0 to 255.
+    unsigned atLeast(char character) const noexcept {
+        const auto least = static_cast<unsigned char>(character);
+        unsigned bits = 0;
+        for (unsigned i = 0; i < size; ++i)
+            bits |= unsigned{static_cast<unsigned char>(bytes_[i]) >= least} << i;
+        return bits;
+    }
     /// Which bytes are those of another block.
     unsigned equal(const PortableByteBlock& other) const noexcept {
         unsigned bits = 0;
@@ -44,6 +52,9 @@ public:
 
     unsigned equal(char character) const noexcept { return equal(_mm_set1_epi8(character)); }
     unsigned equal(const ByteBlock& other) const noexcept { return equal(other.bytes_); }
+    unsigned atLeast(char character) const noexcept {
+        return equal(_mm_max_epu8(bytes_, _mm_set1_epi8(character)));
+    }
 
 private:
     unsigned equal(__m128i other) const noexcept {

@@ -26,6 +26,15 @@ struct Node {
 };
 static_assert(sizeof(Node) == 16);
 
+/// What a parser came by in a body and a tree does not show.
+struct Leftovers {
+    std::uint32_t looseTexts = 0;      ///< texts between elements, which are in none
+    std::uint32_t firstLooseText = 0;  ///< where in the body the first one begins
+    bool hasOddText = false;           ///< a leaf's text has a ">" in it, which may have been that of a tag
+
+    bool areAny() const noexcept { return looseTexts != 0 || hasOddText; }
+};
+
 /// A parse tree with the text that it refers to. Node 0 is the root.
 class Document {
 public:
@@ -59,12 +68,17 @@ public:
     /// How many nodes there are, the root included.
     std::uint32_t size() const noexcept { return nodes_.size(); }
     const NameTable& names() const noexcept { return names_; }
+    const Leftovers& leftovers() const noexcept { return leftovers_; }
+    /// Where the body begins in the source.
+    std::size_t bodyOffset() const noexcept {
+        return static_cast<std::size_t>(body_.data() - source_.bytes().data());
+    }
     /// The decoded text that the body lies in, header included; no bytes for a tree that was built in code.
     const Data& source() const noexcept { return source_; }
     /// Where in the source a leaf's text begins; nothing for a text of the tree's own.
     std::optional<std::size_t> sourceOffset(const Node& leaf) const noexcept {
         if ((leaf.begin & Node::kOwnText) != 0) return std::nullopt;
-        return static_cast<std::size_t>(body_.data() - source_.bytes().data()) + leaf.begin;
+        return bodyOffset() + leaf.begin;
     }
 
 private:
@@ -74,6 +88,7 @@ private:
     PodVector<Node> nodes_;
     PodVector<char> ownText_;  ///< leaves that held an entity, or that were built in code
     NameTable names_;
+    Leftovers leftovers_;
 };
 
 }  // namespace brackwell::reading

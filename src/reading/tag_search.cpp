@@ -13,11 +13,16 @@ TextEnd findOpenByBytes(std::string_view text, std::size_t from) noexcept {
 }
 
 std::size_t findMarkupByBytes(std::string_view text, std::size_t from) noexcept {
-    return std::min(text.find_first_of("<&", from), text.size());
+    return std::min(text.find_first_of("<>&", from), text.size());
 }
 
 std::size_t findCloseByBytes(std::string_view text, std::size_t from) noexcept {
     return std::min(text.find('>', from), text.size());
+}
+
+std::size_t findInkByBytes(std::string_view text, std::size_t from) noexcept {
+    while (from < text.size() && static_cast<unsigned char>(text[from]) < '!') ++from;
+    return std::min(from, text.size());
 }
 
 }  // namespace brackwell::reading

@@ -18,6 +18,7 @@ struct TextEnd {
 TextEnd findOpenByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findMarkupByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findCloseByBytes(std::string_view text, std::size_t from) noexcept;
+std::size_t findInkByBytes(std::string_view text, std::size_t from) noexcept;
 
 /// The next "<" at or behind `from`.
 template <class Block = ByteBlock>
@@ -33,15 +34,24 @@ TextEnd findOpen(std::string_view text, std::size_t from) noexcept {
     return {end.position, end.hasEntity || ampersands != 0};
 }
 
-/// Where the next "<" or "&" stands at or behind `from`, or the text's end.
+/// Where the next "<", ">" or "&" stands at or behind `from`, or the text's end.
 template <class Block = ByteBlock>
 std::size_t findMarkup(std::string_view text, std::size_t from) noexcept {
     for (; from + Block::size <= text.size(); from += Block::size) {
         const Block block(text.data() + from);
-        if (const unsigned found = block.equal('<') | block.equal('&'); found != 0)
+        if (const unsigned found = block.equal('<') | block.equal('>') | block.equal('&'); found != 0)
             return from + static_cast<unsigned>(std::countr_zero(found));
     }
     return findMarkupByBytes(text, from);
+}
+
+/// Where the next byte stands that is neither a blank nor a control character, or the text's end.
+template <class Block = ByteBlock>
+std::size_t findInk(std::string_view text, std::size_t from) noexcept {
+    for (; from + Block::size <= text.size(); from += Block::size)
+        if (const unsigned found = Block(text.data() + from).atLeast('!'); found != 0)
+            return from + static_cast<unsigned>(std::countr_zero(found));
+    return findInkByBytes(text, from);
 }
 
 /// Where the next ">" stands at or behind `from`, or the text's end.

@@ -15,6 +15,7 @@ public:
 
     NameTable& names() noexcept { return document_.names_; }
     const NameTable& names() const noexcept { return document_.names_; }
+    Leftovers& leftovers() noexcept { return document_.leftovers_; }
 
     /// Adds a leaf whose text is a slice of the document's body; returns its node.
     std::uint32_t leaf(NameID name, std::string_view slice) {

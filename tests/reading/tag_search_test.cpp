@@ -17,6 +17,10 @@ std::size_t firstOf(std::string_view text, std::string_view wanted, std::size_t 
     while (from < text.size() && wanted.find(text[from]) == std::string_view::npos) ++from;
     return std::min(from, text.size());
 }
+std::size_t firstInk(std::string_view text, std::size_t from) {
+    while (from < text.size() && static_cast<unsigned char>(text[from]) <= ' ') ++from;
+    return std::min(from, text.size());
+}
 bool hasAmpersand(std::string_view text, std::size_t from, std::size_t end) {
     return from < end && text.substr(from, end - from).find('&') != std::string_view::npos;
 }
@@ -28,8 +32,9 @@ void compareSearches(std::string_view text) {
         const reading::TextEnd end = reading::findOpen<Block>(text, from);
         REQUIRE(end.position == firstOf(text, "<", from));
         REQUIRE(end.hasEntity == hasAmpersand(text, from, end.position));
-        REQUIRE(reading::findMarkup<Block>(text, from) == firstOf(text, "<&", from));
+        REQUIRE(reading::findMarkup<Block>(text, from) == firstOf(text, "<>&", from));
         REQUIRE(reading::findClose<Block>(text, from) == firstOf(text, ">", from));
+        REQUIRE(reading::findInk<Block>(text, from) == firstInk(text, from));
     }
 }
 
