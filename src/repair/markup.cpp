@@ -2,8 +2,10 @@
 #include "repair/markup.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/ascii_case.h"
+#include "repair/remains.h"
 
 namespace brackwell::repair {
 namespace {
@@ -103,13 +105,24 @@ bool isInLowerCase(const std::vector<Tag>& tags, bool beginsWithRoot) noexcept {
     return hasLowerRoot;
 }
 
+/// True for a tag that stands where elements of its document do: at the beginning of a line, or directly
+/// after the text before it.
+bool standsLikeATag(std::string_view body, const Tag& tag) noexcept {
+    std::size_t begin = tag.begin;
+    while (begin > 0 && (body[begin - 1] == ' ' || body[begin - 1] == '\t')) --begin;
+    return begin == tag.begin || body[begin - 1] == '\n' || body[begin - 1] == '\r';
+}
+
 /// True when a document with its root in capitals has known elements in small letters that are no part of
-/// a text: the tag before them has none, or none follows them.
-bool hasSmallElements(const std::vector<Tag>& tags) {
-    for (std::size_t i = 1; i < tags.size(); ++i)
-        if (!tags[i].isClose() && !(tags[i - 1].hasText && tags[i].hasText) &&
-            isKnownInCapitals(tags[i].text))
-            return true;
+/// a text: the tag before them has none, none follows them, or they stand where a tag may and in one
+/// aggregate with the element before them.
+bool hasSmallElements(std::string_view body, const std::vector<Tag>& tags) {
+    for (std::size_t i = 1; i < tags.size(); ++i) {
+        if (tags[i].isClose() || !isKnownInCapitals(tags[i].text)) continue;
+        if (!tags[i - 1].hasText || !tags[i].hasText) return true;
+        const elements::Element element = elements::findElement(inCapitals(tags[i].text));
+        if (standsLikeATag(body, tags[i]) && areSiblings(tags[i - 1].element, element)) return true;
+    }
     return false;
 }
 
@@ -121,7 +134,7 @@ public:
     Markup read() {
         for (std::size_t at = 0;;) {
             const std::size_t open = findOrEnd('<', at);
-            noteText(at, open);
+            readText(at, open);
             if (open == body_.size()) return std::move(markup_);
             at = readMarkupAt(open);
         }
@@ -130,6 +143,29 @@ public:
 private:
     std::size_t findOrEnd(char wanted, std::size_t from) const noexcept {
         return std::min(body_.find(wanted, from), body_.size());
+    }
+
+    /// Reads what stands between two tags: a text, with what is left of tags that have lost their "<".
+    void readText(std::size_t begin, std::size_t end) {
+        if (dataEnd_ < end) {
+            const std::size_t at = std::exchange(dataEnd_, std::string_view::npos);
+            readText(begin, at);
+            change(at, at + kDataEnd.size(), RepairKind::characterData);
+            begin = at + kDataEnd.size();
+        }
+        for (std::size_t at = begin;;) {
+            const std::size_t close = body_.substr(0, end).find('>', at);
+            if (close == std::string_view::npos) break;
+            const bool isOfLeaf = !markup_.tags.empty() && !markup_.tags.back().isClose();
+            const elements::Element leaf = isOfLeaf ? markup_.tags.back().element : elements::kUnknown;
+            const std::string_view name = nameWithoutBegin(body_.substr(begin, close - begin), leaf);
+            at = close + 1;
+            if (name.empty()) continue;
+            const auto nameBegin = static_cast<std::size_t>(name.data() - body_.data());
+            noteText(begin, nameBegin);
+            begin = addTag(Inside(name), nameBegin, at, RepairKind::unfinishedTag);
+        }
+        noteText(begin, end);
     }
 
     /// Notes text of the last tag; true when this is where it begins.
@@ -158,28 +194,87 @@ private:
             return end + 1;
         }
         const Inside inside(body_.substr(open + 1, end - open - 1));
+        if (hasEnd && isWordOfText(inside, open, end + 1)) return readLessThan(open);
         if (hasEnd && inside.isTag()) return addTag(inside, open, end + 1, RepairKind::tagForm);
         if (end == body_.size() && inside.isCutOff(markup_.nameCase)) {
             change(open, end, RepairKind::unfinishedTag);
             return end;
         }
+        if (!hasEnd && end < body_.size())
+            if (const std::size_t tagEnd = readSplitTag(open, end); tagEnd != 0) return tagEnd;
         if (!hasEnd && end < body_.size() && inside.isTagWithoutEnd(markup_.nameCase)) {
             const char* const nameEnd = inside.name.data() + inside.name.size();
             return addTag(inside, open, static_cast<std::size_t>(nameEnd - body_.data()),
                           RepairKind::unfinishedTag);
         }
+        if (!hasEnd && end < body_.size()) {
+            const std::string_view name = nameWithoutEnd(rest.substr(1, end - open - 1));
+            if (!name.empty())
+                return addTag(Inside(name), open, open + 1 + name.size(), RepairKind::unfinishedTag);
+        }
+        return readLessThan(open);
+    }
+
+    std::size_t readLessThan(std::size_t open) {
         noteText(open, open + 1);
         change(open, open + 1, RepairKind::lessThan, "&lt;");
         return open + 1;
     }
 
-    std::size_t addTag(Inside inside, std::size_t begin, std::size_t end, RepairKind flaw) {
+    /// Reads a tag with a "<" in its name, "<TRN<AMT>"; returns where it ends, or 0.
+    std::size_t readSplitTag(std::size_t open, std::size_t second) {
+        const std::size_t end = std::min(body_.find_first_of("<>", second + 1), body_.size());
+        constexpr std::size_t longest = 40;
+        if (end == body_.size() || body_[end] != '>' || end - open > longest) return 0;
+        std::string joined(body_.substr(open + 1, second - open - 1));
+        joined += body_.substr(second + 1, end - second - 1);
+        const bool isClose = joined.starts_with('/');
+        if (second == open + (isClose ? 2 : 1)) return 0;  // what is split has letters on both sides
+        if (!isKnown(std::string_view(joined).substr(isClose ? 1 : 0))) return 0;
+        return addTag(Inside(joined), open, end + 1, RepairKind::unfinishedTag, true);
+    }
+
+    /// True for what looks like a tag and is a part of a leaf's text, "see <REF> 123": no known name, with
+    /// text before and after it in the line, and nothing but the leaf's close tag to follow in the line.
+    /// Where a word in brackets is closed, "<b>bold</b>", the close tag is one, too.
+    bool isWordOfText(const Inside& inside, std::size_t open, std::size_t end) {
+        if (inside.form == Tag::Form::close) {
+            const bool closesWord = !wordOfText_.empty() && inside.name == wordOfText_;
+            if (closesWord) wordOfText_ = {};
+            return closesWord;
+        }
+        wordOfText_ = {};
+        if (markup_.nameCase == NameCase::lower || markup_.tags.empty()) return false;
+        const Tag& leaf = markup_.tags.back();
+        constexpr std::size_t farthest = 1000;
+        const bool hasLine = leaf.form == Tag::Form::open && leaf.hasText && body_[open - 1] == ' ' &&
+                             open - leaf.textBegin < farthest &&
+                             elements::kindOf(leaf.element) == elements::Kind::leaf &&
+                             body_.substr(leaf.textBegin, open - leaf.textBegin).find_first_of("\r\n") ==
+                                 std::string_view::npos;
+        if (!hasLine || inside.name.find('.') != std::string_view::npos || isKnown(inCapitals(inside.name)))
+            return false;
+        const std::string_view ahead = body_.substr(end, farthest);
+        const std::size_t lineEnd = ahead.find_first_of("\r\n");
+        const std::string_view line = ahead.substr(0, lineEnd);
+        const std::string_view after = trimWhiteSpace(line.substr(0, line.find('<')));
+        const std::string_view rest = line.substr(std::min(line.find('<'), line.size()));
+        const std::string wordEnd = closeTag(inside.name);
+        const bool isClosed = rest.starts_with(wordEnd) && rest.substr(wordEnd.size()).find('<') == rest.npos;
+        const bool goesOn = rest.empty() ? lineEnd != ahead.npos : rest.starts_with(closeTag(leaf.text));
+        if (isClosed && !after.empty()) wordOfText_ = inside.name;
+        return !after.empty() && (isClosed || goesOn);
+    }
+
+    std::size_t addTag(Inside inside, std::size_t begin, std::size_t end, RepairKind flaw,
+                       bool copiesName = false) {
         inside.name = withoutPrefix(inside.name);
         const bool changesCase = markup_.nameCase == NameCase::upper   ? false
                                  : markup_.nameCase == NameCase::mixed ? isKnownInCapitals(inside.name)
                                                                        : hasSmallLetter(inside.name);
-        const reading::NameID name =
-            changesCase ? names_.numberOfCopy(inCapitals(inside.name)) : names_.number(inside.name);
+        const reading::NameID name = changesCase  ? names_.numberOfCopy(inCapitals(inside.name))
+                                     : copiesName ? names_.numberOfCopy(inside.name)
+                                                  : names_.number(inside.name);
         if (changesCase) flaw = RepairKind::lowerCaseTag;
         const std::string_view text = names_.name(name);
         markup_.tags.push_back(
@@ -207,10 +302,35 @@ private:
             change(open, begin, RepairKind::characterData);
             return begin;
         }
+        if (holdsElements(body_.substr(begin, end - begin))) {
+            change(open, begin, RepairKind::characterData);
+            dataEnd_ = end;
+            return begin;
+        }
         if (noteText(begin, end)) markup_.tags.back().textBegin = open;
         change(open, end + kDataEnd.size(), RepairKind::characterData,
                escaped(body_.substr(begin, end - begin)));
         return end + kDataEnd.size();
+    }
+
+    /// True for character data that is no text of a leaf but elements: it begins with the open tag of a known
+    /// one, and all of its tags are whole.
+    bool holdsElements(std::string_view data) const {
+        if (!markup_.tags.empty() && !markup_.tags.back().isClose() &&
+            !elements::isAggregate(markup_.tags.back().element))
+            return false;
+        data = trimWhiteSpace(data);
+        if (!data.starts_with('<')) return false;
+        const Inside first(data.substr(1, std::min(data.find('>'), data.size()) - 1));
+        if (first.form != Tag::Form::open || !isKnown(inCapitals(first.name))) return false;
+        for (std::size_t open = 0; open < data.size();
+             open = std::min(data.find('<', open + 1), data.size())) {
+            const std::size_t end = data.find_first_of("<>", open + 1);
+            if (end == data.npos || data[end] != '>' ||
+                !Inside(data.substr(open + 1, end - open - 1)).isTag())
+                return false;
+        }
+        return true;
     }
 
     /// Looks for an end, but not again after there was none.
@@ -225,6 +345,8 @@ private:
     Markup markup_;
     bool hasCommentEnd_ = true;
     bool hasDataEnd_ = true;
+    std::size_t dataEnd_ = std::string_view::npos;  ///< of character data that holds elements
+    std::string_view wordOfText_;                   ///< the name of an open tag that was a word of a text
 };
 
 }  // namespace
@@ -232,7 +354,7 @@ private:
 Markup readMarkup(std::string_view body, bool beginsWithRoot, reading::NameTable& names) {
     Markup markup = MarkupReader(body, NameCase::upper, names).read();
     if (isInLowerCase(markup.tags, beginsWithRoot)) return MarkupReader(body, NameCase::lower, names).read();
-    if (hasSmallElements(markup.tags)) return MarkupReader(body, NameCase::mixed, names).read();
+    if (hasSmallElements(body, markup.tags)) return MarkupReader(body, NameCase::mixed, names).read();
     return markup;
 }
 

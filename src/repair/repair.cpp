@@ -6,6 +6,7 @@
 #include "repair/changes.h"
 #include "repair/faults.h"
 #include "repair/front.h"
+#include "repair/oddities.h"
 #include "repair/rewriting.h"
 #include "repair/tags.h"
 
@@ -90,14 +91,19 @@ private:
 struct Worth {
     explicit Worth(std::string_view text) : Worth(text, readingOf(text)) {}
     Worth(std::string_view text, Reading itsReading) : reading(itsReading) {
-        if (reading == Reading::reads) loss = repair::lossOf(treeOf(text));
+        if (reading != Reading::reads) return;
+        const Tree tree = treeOf(text);
+        oddities = repair::odditiesOf(tree);
+        loss = repair::lossOf(tree);
     }
-    bool isWhole() const noexcept { return reading == Reading::reads && loss.faults == 0; }
+    bool isWhole() const noexcept { return reading == Reading::reads && loss.faults == 0 && oddities == 0; }
     bool operator<(const Worth& other) const noexcept {
-        return reading != other.reading ? reading < other.reading : other.loss < loss;
+        if (reading != other.reading) return reading < other.reading;
+        return oddities != other.oddities ? other.oddities < oddities : other.loss < loss;
     }
 
     Reading reading;
+    std::size_t oddities = 0;  ///< counted first: what they hide counts for nothing
     repair::Loss loss;
 };
 

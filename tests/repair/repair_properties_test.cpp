@@ -104,8 +104,15 @@ Leaves soundLeaves(std::string_view document) {
         const std::size_t end = std::min(text.find('<', valueBegin), text.size());
         const std::string_view next = soundTag(text.substr(end), letters);
         if (name.empty() || name.front() == '/' || next.empty()) continue;
+        // Without a ">" since the "<" before, the tag may be the second half of one.
+        const std::size_t bracket = open == 0 ? text.npos : text.find_last_of("<>", open - 1);
+        if (bracket != text.npos && text[bracket] == '<') continue;
+        // After a text and a blank it may be a word of that text.
+        const std::size_t before = open == 0 ? text.npos : text.find_last_not_of(' ', open - 1);
+        if (before != text.npos && before + 1 < open && text[before] != '>' && text[before] != '\n') continue;
         const std::string_view trimmed = trimWhiteSpace(text.substr(valueBegin, end - valueBegin));
-        if (trimmed.empty()) continue;
+        // A ">" may be that of a tag without "<", and of a word in brackets the value goes on after it.
+        if (trimmed.empty() || trimmed.find('>') != trimmed.npos || text[end - 1] == ' ') continue;
         const std::string value = *TvOFXParser::unescapeCharactersInOFXSGMLFormattedString(trimmed);
         ++leaves[{"", value}];
         // An aggregate with a value may have changed places with the tag before it.
