@@ -209,7 +209,8 @@ public:
     std::vector<ListedBalance> listed() const;               ///< BAL, in document order; of a balance only
 };
 
-/// What happened in a period: YEARTODATE, INCEPTTODATE or PERIODTODATE, which elementName tells.
+/// What happened in a period: YEARTODATE, INCEPTODATE or PERIODTODATE, which elementName tells. The
+/// second one is also written INCEPTTODATE.
 class BRACKWELL_EXPORT Period401k final : public InvestmentRecord {
 public:
     /// For the library only.

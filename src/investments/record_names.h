@@ -58,6 +58,7 @@ inline constexpr auto kRecordNames = [] {
         recordName("LOANINFO", Type::loan),
         recordName("YEARTODATE", Type::period),
         recordName("INCEPTTODATE", Type::period),
+        recordName("INCEPTODATE", Type::period),
         recordName("PERIODTODATE", Type::period),
         recordName("INV401KBAL", Type::amounts),
         recordName("CONTRIBUTIONS", Type::amounts),
