@@ -75,6 +75,11 @@ BRACKWELL_EXPORT bool overlapsAny(const std::vector<TextRange>& ranges, TextRang
 enum class FindingKind : std::uint8_t {
     cutOff,              ///< the document ends before its end
     notDelivered,        ///< the document holds something that no delivered object stands for
+    treeOnly,            ///< elements of the OFX standard that the library has no class for
+    unknownElement,      ///< elements under names that the OFX standard does not have
+    brokenTag,           ///< a tag that can be none, or text where one must have been
+    looseText,           ///< text between elements, which is in none of them
+    missingValue,        ///< transactions without amount or date, balances without amount
     unreadableValue,     ///< an amount, a balance or a date with a text that is none
     doubtfulValue,       ///< a value that was read by evidence, or that is improbable
     severalDocuments,    ///< the file holds more than one document

@@ -5,6 +5,7 @@
 
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
+#include "platform/ascii_digit.h"
 #include "reading/node_ref.h"
 
 namespace brackwell::opening {
@@ -59,14 +60,75 @@ std::string subjectOf(const TvOFXResponse& response) {
     return "a request (<" + shownText(response.transactionWrapperName().value_or("?"), 40) + ">)";
 }
 
-std::string sentenceFor(const TvOFXResponse& response, const TvOFXStatus& status, bool isError) {
-    std::string text = isError ? "The server refused " : "The server warns about ";
-    text.append(subjectOf(response)).append(" with code ").append(std::to_string(status.code()));
-    if (const std::string_view meaning = meaningOf(status.code()); !meaning.empty())
+/// What a status says of its answer.
+enum class Verdict : std::uint8_t { accepted, unclear, warned, refused };
+
+/// The text of the status code; nothing when there is none.
+OptionalText codeTextOf(const TvOFXStatus& status) {
+    if (!status.originalParseData()) return std::nullopt;
+    const reading::NodeRef code = reading::NodeRef::of(*status.originalParseData())[reading::element("CODE")];
+    if (!code.isText()) return std::nullopt;
+    return trimWhiteSpace(code.text());
+}
+
+/// The code as the document has it; nothing when it is no number. The class reads none without a severity.
+std::optional<std::uint64_t> codeOf(const TvOFXStatus& status) {
+    const OptionalText text = codeTextOf(status);
+    constexpr std::size_t mostDigits = 18;
+    if (!text || text->empty() || text->size() > mostDigits) return std::nullopt;
+    std::uint64_t code = 0;
+    for (const char c : *text) {
+        if (digitValue(c) > 9) return std::nullopt;
+        code = code * 10 + digitValue(c);
+    }
+    return code;
+}
+
+bool hasContent(const TvOFXResponse& response) {
+    const auto& node = response.originalParseData();
+    return node && reading::NodeRef::of(*node);
+}
+
+/// The severity decides. Where it is none that the standard has, or says that all is well and there is no
+/// answer, the code does: above 1, which says that there is nothing new.
+Verdict verdictOf(const TvOFXResponse& response, const TvOFXStatus& status) {
+    const std::string_view severity = trimWhiteSpace(status.severity().value_or(""));
+    if (equalsIgnoringCase(severity, "ERROR")) return Verdict::refused;
+    if (equalsIgnoringCase(severity, "WARN")) return Verdict::warned;
+    const std::optional<std::uint64_t> code = codeOf(status);
+    if (!code) return Verdict::unclear;
+    if (*code == 0) return Verdict::accepted;
+    if (!equalsIgnoringCase(severity, "INFO")) return Verdict::refused;
+    return *code > 1 && !hasContent(response) ? Verdict::refused : Verdict::accepted;
+}
+
+std::string sentenceForUnclear(const TvOFXResponse& response, const TvOFXStatus& status) {
+    const OptionalText code = codeTextOf(status);
+    return "The status of " + subjectOf(response) +
+           " does not say whether the server accepted it: its code " +
+           (code ? "is " + quoted(*code) : std::string("is missing")) + ".";
+}
+
+std::string sentenceFor(const TvOFXResponse& response, const TvOFXStatus& status, Verdict verdict) {
+    if (verdict == Verdict::unclear) return sentenceForUnclear(response, status);
+    const std::uint64_t code = codeOf(status).value_or(status.code());
+    std::string text = verdict == Verdict::refused ? "The server refused " : "The server warns about ";
+    text.append(subjectOf(response)).append(" with code ").append(std::to_string(code));
+    if (const std::string_view meaning = meaningOf(code); !meaning.empty())
         text.append(" (").append(meaning).append(")");
     if (const std::string_view message = trimWhiteSpace(status.message().value_or("")); !message.empty())
         text.append(": ").append(quoted(message, 200));
     return text.append(".");
+}
+
+/// True for an account that is there and has a number.
+template <class Account>
+bool hasNumber(const std::shared_ptr<Account>& account) {
+    if (!account) return false;
+    if constexpr (std::is_same_v<decltype(account->accountID()), OptionalText>)
+        return !trimWhiteSpace(account->accountID().value_or("")).empty();
+    else
+        return account->accountID().text().has_value();
 }
 
 }  // namespace
@@ -75,14 +137,14 @@ void findRefusals(FindingList& findings, const TvOFXResponseList& responses, con
     for (const auto& response : responses) {
         const auto& status = response->status();
         if (!status) continue;
-        const std::string_view severity = trimWhiteSpace(status->severity().value_or(""));
-        const bool isError = equalsIgnoringCase(severity, "ERROR");
-        if (!isError && !equalsIgnoringCase(severity, "WARN")) continue;
-        const FindingSeverity weight = isError ? FindingSeverity::error : FindingSeverity::warning;
+        const Verdict verdict = verdictOf(*response, *status);
+        if (verdict == Verdict::accepted) continue;
+        const FindingSeverity weight =
+            verdict == Verdict::refused ? FindingSeverity::error : FindingSeverity::warning;
         std::string sentence;
         std::optional<std::size_t> place;
         if (findings.keeps(FindingKind::refused)) {
-            sentence = sentenceFor(*response, *status, isError);
+            sentence = sentenceFor(*response, *status, verdict);
             if (status->originalParseData())
                 place = places.offsetOf(reading::NodeRef::of(*status->originalParseData()).index());
         }
@@ -102,20 +164,22 @@ void findNamelessStatements(FindingList& findings, const KnownResponses& respons
         const auto* const bank = responseAs<TvOFXStatementResponse>(*statement);
         const bool isNameless =
             bank != nullptr
-                ? !bank->bankAccountFrom()
-                : !static_cast<const TvOFXCCStatementResponse&>(*statement).creditCardAccountFrom();
+                ? !hasNumber(bank->bankAccountFrom())
+                : !hasNumber(
+                      static_cast<const TvOFXCCStatementResponse&>(*statement).creditCardAccountFrom());
         // A statement that the server refused has no content, which its status says.
         if (isNameless && statement->originalParseData()) add(*statement->originalParseData());
     }
     for (const InvestmentStatement& statement : investmentStatements)
-        if (!statement.account() && statement.elementName() == "INVSTMTRS")
+        if (!hasNumber(statement.account()) && statement.elementName() == "INVSTMTRS")
             add(statement.originalParseData());
     if (count != 0)
-        findings.add(
-            FindingKind::noAccount, FindingSeverity::warning,
-            counted(count, "statement does", "statements do") +
-                " not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is missing.",
-            count, place);
+        findings.add(FindingKind::noAccount, FindingSeverity::warning,
+                     counted(count, "statement does", "statements do") +
+                         " not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
+                         "missing, or has no "
+                         "<ACCTID>.",
+                     count, place);
 }
 
 }  // namespace brackwell::opening

@@ -4,6 +4,7 @@
 #include "elements/structure_tables.h"
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
+#include "open/odd_names.h"
 
 namespace brackwell::opening {
 namespace {
@@ -123,6 +124,18 @@ constexpr bool isBareResponse(std::string_view name) noexcept {
     return name.ends_with("RS") && !name.ends_with("TRNRS");
 }
 
+/// Lists of investments, of which the standard allows one and all are read.
+struct ReadOften {
+    reading::NameID name;
+    reading::NameID parent;
+};
+constexpr ReadOften kReadOften[] = {
+    {element("INVTRANLIST"), element("INVSTMTRS")},
+    {element("INVPOSLIST"), element("INVSTMTRS")},
+    {element("SECLIST"), element("SECLISTMSGSRSV1")},
+    {element("SECLISTMSGSRSV1"), element("OFX")},
+};
+
 }  // namespace
 
 constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
@@ -148,6 +161,7 @@ constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
             facts[name].standing |= facts[parent].asParent;
             if (child.mayRepeat) facts[name].repeating |= facts[parent].asParent;
         }
+    for (const ReadOften& row : kReadOften) facts[row.name].repeating |= facts[row.parent].asParent;
     return facts;
 }();
 
@@ -173,9 +187,8 @@ void NameFactsTable::addContents() noexcept {
 
 void NameFactsTable::addQuietLeaves() noexcept {
     for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name)
-        if (facts_[name].content == Content::none) quietIn_[name] = facts_[name].standing;
-    // Only those of bank and card transactions are compared.
-    quietIn_[element("FITID")] = facts_[element("FITID")].standing & ~facts_[element("STMTTRN")].asParent;
+        if (facts_[name].content == Content::none && kOddness[name] == Oddness::never)
+            quietIn_[name] = facts_[name].standing;
 }
 
 const NameFactsTable& NameFactsTable::known() noexcept {

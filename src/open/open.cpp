@@ -84,6 +84,16 @@ std::string_view nameOf(FindingKind kind) noexcept {
             return "cutOff";
         case FindingKind::notDelivered:
             return "notDelivered";
+        case FindingKind::treeOnly:
+            return "treeOnly";
+        case FindingKind::unknownElement:
+            return "unknownElement";
+        case FindingKind::brokenTag:
+            return "brokenTag";
+        case FindingKind::looseText:
+            return "looseText";
+        case FindingKind::missingValue:
+            return "missingValue";
         case FindingKind::unreadableValue:
             return "unreadableValue";
         case FindingKind::doubtfulValue:

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
-
+#include "open/accounting.h"
 #include "open/answers.h"
 #include "open/contradictions.h"
+#include "open/date_rests.h"
 #include "open/delivery.h"
 #include "open/document_split.h"
 #include "open/document_state.h"
@@ -10,9 +10,12 @@
 #include "open/error_with.h"
 #include "open/explanation.h"
 #include "open/identifiers.h"
+#include "open/investment_identifiers.h"
+#include "open/missing_values.h"
 #include "open/named_encoding.h"
 #include "open/parsing.h"
 #include "open/placement.h"
+#include "open/repair_losses.h"
 #include "open/response_kind.h"
 #include "open/root_name.h"
 #include "open/shown_text.h"
@@ -85,16 +88,19 @@ struct Interpreted {
     std::vector<InvestmentStatement> investmentStatements;
     std::vector<Security> securities;
     Survey survey;
+    Accounting accounting;
     std::size_t repairable = 0;    ///< what is missing, and may be delivered after a repair
     std::size_t headerFaults = 0;  ///< places of the header that hide fields of it
 
     bool isRead() const noexcept { return interpreter != nullptr; }
     /// True when a repair has nothing to mend.
     bool isWhole() const noexcept {
-        return isRead() && parsed.hasRoot() && repairable + faults() + headerFaults == 0;
+        return isRead() && parsed.hasRoot() && repairable + doubtful() + headerFaults == 0;
     }
-    /// How many elements are not read where they stand.
-    std::size_t faults() const noexcept { return survey.misplaced.count + survey.misplaced.repeated; }
+    /// How much of what is in the tree is not, or not surely, what its document means.
+    std::size_t doubtful() const noexcept {
+        return survey.misplaced.count + survey.misplaced.repeated + accounting.mendable();
+    }
     const reading::Document& document() const noexcept {
         return NodeRef::of(*parsed.content.ofxData).document();
     }
@@ -109,6 +115,10 @@ void interpret(Interpreted& content, const OpenOptions& options, const WrittenDa
     const reading::Document& document = content.document();
     content.survey = surveyOf(document);
     if (datesOfFile != nullptr) content.survey.dates.takeOrdersFrom(*datesOfFile);
+    if (content.survey.isOdd || document.leftovers().areAny()) {
+        content.accounting = Accounting(document);
+        content.survey.misplaced = content.accounting.misplaced();
+    }
     const Survey& survey = content.survey;
     const bool helpsNumbers = options.asWritten && !survey.amounts.arePlain();
     const bool helpsDates = options.asWritten && !survey.dates.arePlain();
@@ -150,7 +160,7 @@ bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (!before.isRead()) return true;
     if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
     if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
-    if (repaired.faults() != before.faults()) return repaired.faults() < before.faults();
+    if (repaired.doubtful() != before.doubtful()) return repaired.doubtful() < before.doubtful();
     return repaired.headerFaults < before.headerFaults;
 }
 
@@ -320,14 +330,21 @@ private:
                          content.headerFaults);
         content.delivery().addFindings(findings, document, places);
         if (content.repairable == 0) addMisplaced(findings, document, content.survey.misplaced, places);
+        content.accounting.addFindings(findings, document, places);
+        findRepairLosses(findings, state_->text.bytes(), state_->changes);
+        if (content.survey.required != 0 || content.survey.misplaced.repeated != 0)
+            findMissingValues(findings, document, places);
+        if (content.survey.hasDateRests) findDateRests(findings, document, places);
         findOddValues(findings, document, content.survey, options_, places);
         findRefusals(findings, responses, places);
         if (!content.investmentStatements.empty())
             findContradictions(findings, content.investmentStatements, SecurityList(content.securities),
                                places);
         findNamelessStatements(findings, content.known, content.investmentStatements, places);
-        if (!content.survey.hasDistinctIdentifiers())
+        if (!content.survey.hasDistinctIdentifiers()) {
             findRepeatedIdentifiers(findings, content.known, places);
+            findRepeatedInvestmentIdentifiers(findings, content.investmentStatements, places);
+        }
         // Where something is found that is not delivered, the cause is said already.
         const bool isEmpty =
             responses.empty() && content.investmentStatements.empty() && content.securities.empty();

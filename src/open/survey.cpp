@@ -3,6 +3,10 @@
 
 #include <algorithm>
 
+#include "open/date_rests.h"
+#include "open/odd_names.h"
+#include "open/required_values.h"
+
 namespace brackwell::opening {
 
 namespace {
@@ -36,6 +40,7 @@ public:
             }
             const Content value = names.valueOf(*node, around.bit);
             if (isLeafContent(value)) {
+                survey_.required += requiredBy(*node);
                 readValue(value, document_.text(*node));
             } else {
                 const NameFacts& facts = names.of(node->name());
@@ -55,9 +60,15 @@ private:
         if (content == Content::amount)
             survey_.amounts.add(text);
         else if (content == Content::date)
-            survey_.dates.add(text);
+            readDate(text);
         else
             survey_.identifiers.add(text);
+    }
+
+    void readDate(std::string_view text) {
+        survey_.dates.add(text);
+        if (mayHaveOddRest(text)) [[unlikely]]
+            survey_.hasDateRests = true;
     }
 
     void look(const reading::Node& node, const NameFacts& facts, Around around) {
@@ -65,11 +76,14 @@ private:
             survey_.misplaced.add(document_.index(node), around.node);
         else if (node.isRepeated() && (facts.repeating & around.bit) == 0) [[unlikely]]
             survey_.misplaced.addRepeated(document_.index(node));
+        survey_.required += requiredBy(node);
+        if (isOdd(node) || (node.isRepeated() && around.bit == NameFacts::kOtherParent)) survey_.isOdd = true;
         if (!isLeafContent(facts.content))
             survey_.found[static_cast<std::size_t>(facts.content)] += isCounted(facts.content, node);
         else if (!node.isAggregate())
             readValue(facts.content, document_.text(node));
-        if (facts.content == Content::statement) survey_.identifiers.beginStatement();
+        if (facts.content == Content::statement || facts.content == Content::investmentStatement)
+            survey_.identifiers.beginStatement();
     }
 
     const reading::Document& document_;

@@ -22,6 +22,11 @@ struct Survey {
     bool hasDistinctIdentifiers() const noexcept {
         return identifiers.areInOrder() && misplaced.count + misplaced.repeated == 0;
     }
+    /// What transactions and balances have less of than they must, or more: amounts and dates. 0 when each
+    /// has its own.
+    std::ptrdiff_t required = 0;
+    bool hasDateRests = false;  ///< a date has something after its day that is no time
+    bool isOdd = false;         ///< there may be elements that no class reads, which only an accounting shows
 };
 
 Survey surveyOf(const reading::Document& document);

@@ -375,13 +375,13 @@ TEST_CASE("a statement that names no account is said, and one that was refused i
     checkRows({{"a bank's", document(messageSet(wrapper("<STMTRS><CURDEF>EUR\n" + kBalance + "</STMTRS>"))),
                 FindingKind::noAccount, FindingSeverity::warning, 1, 5,
                 "1 statement does not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-                "missing."},
+                "missing, or has no <ACCTID>."},
                {"a card's",
                 document("<CREDITCARDMSGSRSV1><CCSTMTTRNRS><TRNUID>1<CCSTMTRS><CURDEF>EUR\n" + kBalance +
                          "</CCSTMTRS></CCSTMTTRNRS></CREDITCARDMSGSRSV1>"),
                 FindingKind::noAccount, FindingSeverity::warning, 1, 4,
                 "1 statement does not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-                "missing."}},
+                "missing, or has no <ACCTID>."}},
               OpenOptions::asIs());
 }
 
@@ -390,7 +390,7 @@ TEST_CASE("a document without a response says why") {
     const FindingSeverity warning = FindingSeverity::warning;
     checkRows(
         {
-            {"nothing in the root", document("<X>1</X>"), kind, warning, 1, 0,
+            {"nothing in the root", document(""), kind, warning, 1, 0,
              "The document has no responses: no statement, no sign-on, no list of accounts."},
             {"no instruction", "<?xml version=\"1.0\"?>\n<OFX></OFX>", kind, warning, 1, 0,
              "The document is XML without the instruction <?OFX ...?>, so nothing in it is read. Put <?OFX "

@@ -1,0 +1,227 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/accounting.h"
+
+#include <algorithm>
+
+#include "investments/record_names.h"
+#include "open/content.h"
+#include "open/judged_places.h"
+#include "open/tag_remains.h"
+#include "reading/extension_prefix.h"
+
+namespace brackwell::opening {
+namespace {
+
+using elements::Element;
+using reading::Document;
+using reading::element;
+using reading::NameID;
+using reading::Node;
+
+constexpr NameID kSource = element("TVOFX_ORIGINAL_STRING");
+
+/// What an element that is not read is to people.
+struct UnreadName {
+    std::string_view name;
+    Unread what;
+};
+constexpr UnreadName kUnreadNames[] = {
+    {"STMTTRN", Unread::transaction},
+    {"STMTTRNP", Unread::transaction},
+    {"LOANSTMTTRN", Unread::transaction},
+    {"INVTRAN", Unread::transaction},
+    {"XFERINFO", Unread::transfer},
+    {"PMTINFO", Unread::payment},
+    {"OO", Unread::order},
+    {"INVPOS", Unread::position},
+    {"SECINFO", Unread::security},
+    {"ACCTID", Unread::account},
+    {"LOANACCTID", Unread::account},
+    {"PRESACCTID", Unread::account},
+};
+
+/// What the library's classes read of every answer, whatever is in it.
+constexpr NameID kAnswerParts[] = {element("TRNUID"), element("CLTCOOKIE"), kSource};
+
+bool isAmountOfMoney(std::string_view text) noexcept {
+    const std::size_t mark = text.find_last_of(".,");
+    if (mark == text.npos || mark + 3 != text.size()) return false;
+    return text.find_first_not_of("+-0123456789.,' ") == text.npos;
+}
+
+}  // namespace
+
+bool UnreadGroup::holdsRecords() const noexcept {
+    return std::any_of(contents.begin(), contents.end() - 1, [](std::size_t number) { return number != 0; });
+}
+
+/// Walks through a tree once.
+class AccountingWalk {
+public:
+    AccountingWalk(Accounting& result, const Document& document)
+        : result_(result), document_(document), names_(document.names().end()) {}
+
+    void run() {
+        result_.leftovers_ = document_.leftovers();
+        for (std::uint32_t index = 1; index < document_.size(); ++index) {
+            while (open_.back().end <= index) open_.pop_back();
+            const Node& node = document_.node(index);
+            const std::uint32_t group = groupOf(index, node);
+            if (group != kRead) addContents(result_.groups_[group], node);
+            if (node.isAggregate()) open_.push_back({index, document_.behind(index), group});
+        }
+        result_.mendable_ += result_.leftovers_.looseTexts + result_.oddTexts_.count;
+    }
+
+private:
+    static constexpr std::uint32_t kRead = ~std::uint32_t{0};  ///< no group
+    /// More names than these are one group of their kind: nobody reads on.
+    static constexpr std::size_t kMostGroups = 12;
+
+    /// An aggregate whose children are walked through; the first one is the document.
+    struct Open {
+        std::uint32_t node;
+        std::uint32_t end;
+        std::uint32_t group = kRead;  ///< the one that it is in with all its children
+    };
+    /// What is known of a name of this document.
+    struct Name {
+        ElementNature nature;
+        bool isKnown = false;         ///< the nature was found out
+        std::uint32_t group = kRead;  ///< of the elements of this name
+    };
+
+    Name& nameOf(const Node& node) {
+        Name& name = names_[node.name()];
+        if (!name.isKnown) name = {natureOf(document_.name(node)), true, kRead};
+        return name;
+    }
+    Element elementOf(std::uint32_t node) {
+        return node == 0 ? elements::kUnknown : nameOf(document_.node(node)).nature.element;
+    }
+
+    /// The group of what is not read, that of the aggregate around it, or kRead.
+    std::uint32_t groupOf(std::uint32_t index, const Node& node) {
+        const Open& around = open_.back();
+        // Records are found wherever they stand.
+        if (around.group != kRead && investments::recordNamed(node.name()) == nullptr) return around.group;
+        Name& name = nameOf(node);
+        switch (name.nature.kind) {
+            case NameKind::read:
+                if (around.node != 0 &&
+                    isUnreadIn(document_.name(node), document_.name(document_.node(around.node))))
+                    return begin(name, NameKind::treeOnly, index);
+                judge(index, node, name.nature.element);
+                return node.name() == element("STMTTRNP") ? quietGroup() : kRead;
+            case NameKind::treeOnly:
+                return judge(index, node, name.nature.element) ? begin(name, NameKind::treeOnly, index)
+                                                               : quietGroup();
+            case NameKind::unknown:
+                return begin(name, isAnswer(node, around.node) ? NameKind::treeOnly : NameKind::unknown,
+                             index);
+            default:
+                return begin(name, name.nature.kind, index);
+        }
+    }
+
+    /// True for what is called like an answer in a message set: of sets that the list of elements does not
+    /// have one by one.
+    bool isAnswer(const Node& node, std::uint32_t around) const noexcept {
+        return around != 0 && document_.name(node).ends_with("RS") &&
+               document_.name(document_.node(around)).find("MSGSRSV") != std::string_view::npos;
+    }
+
+    /// Counts an element of a name that is not read.
+    std::uint32_t begin(Name& name, NameKind kind, std::uint32_t index) {
+        if (name.group == kRead) name.group = newGroup(kind);
+        UnreadGroup& group = result_.groups_[name.group];
+        if (group.count++ == 0) {
+            group.meant = name.nature.element;
+            group.first = index;
+            group.parent = open_.back().node;
+        }
+        const bool isCut = kind == NameKind::unknown && cutsText(document_, index);
+        if (isCut && group.firstCut == 0) group.firstCut = index;
+        if (kind == NameKind::notCapitals || kind == NameKind::noName || isCut) ++result_.mendable_;
+        return name.group;
+    }
+
+    std::uint32_t newGroup(NameKind kind) {
+        auto& groups = result_.groups_;
+        std::uint32_t& last = lastOfKind_[static_cast<std::size_t>(kind)];
+        // What is no name is not told apart by it.
+        const bool isOne = kind == NameKind::noName || groups.size() >= kMostGroups;
+        if (isOne && last != kRead) return last;
+        last = static_cast<std::uint32_t>(groups.size());
+        groups.emplace_back().kind = kind;
+        return last;
+    }
+
+    void addContents(UnreadGroup& group, const Node& node) {
+        const auto note = [&group](Unread what) { ++group.contents[static_cast<std::size_t>(what)]; };
+        if (std::ranges::find(kAnswerParts, node.name()) != std::end(kAnswerParts)) return;
+        const bool isLeaf = !node.isAggregate();
+        if (isLeaf) {
+            // The status of an answer is read whatever the answer is.
+            if (group.kind == NameKind::treeOnly && isInStatus()) return;
+            note(Unread::value);
+        }
+        const auto* const row = std::ranges::find(kUnreadNames, document_.name(node), &UnreadName::name);
+        if (row != std::end(kUnreadNames)) return note(row->what);
+        if (!isLeaf) return;
+        const Element known = nameOf(node).nature.element;
+        if (elements::valueTypeOf(known) == elements::ValueType::amount ||
+            (known == elements::kUnknown && isAmountOfMoney(document_.text(node))))
+            note(Unread::amount);
+    }
+    bool isInStatus() const noexcept {
+        const std::uint32_t around = open_.back().node;
+        return around != 0 && document_.node(around).name() == element("STATUS");
+    }
+
+    /// False for a known element that has no place where it stands, which is counted.
+    bool judge(std::uint32_t index, const Node& node, Element child) {
+        if (!node.isAggregate()) lookAtText(index, node, child);
+        const std::uint32_t around = open_.back().node;
+        if (around == 0) return true;
+        const Place place{child, elementOf(around), node.isRepeated()};
+        if (!standsWhereItIsRead(place)) {
+            result_.misplaced_.add(index, around);
+            return false;
+        }
+        if (!countsThere(place)) result_.misplaced_.addRepeated(index);
+        return true;
+    }
+
+    /// The group of what is in elements that are counted elsewhere; nothing more is said of it.
+    std::uint32_t quietGroup() {
+        if (quietGroup_ == kRead) {
+            quietGroup_ = static_cast<std::uint32_t>(result_.groups_.size());
+            result_.groups_.emplace_back();
+        }
+        return quietGroup_;
+    }
+
+    void lookAtText(std::uint32_t index, const Node& node, Element element) {
+        if (node.name() == kSource) return;
+        // What people look for is counted by itself.
+        if (elements::isAggregate(element) && !isSought(NameFactsTable::known().contentOf(node.name())))
+            count(result_.textOnly_, index);
+        if (result_.leftovers_.hasOddText && holdsRemains(document_.text(node), element))
+            count(result_.oddTexts_, index);
+    }
+    static void count(UnreadGroup& group, std::uint32_t index) noexcept {
+        if (group.count++ == 0) group.first = index;
+    }
+
+    Accounting& result_;
+    const Document& document_;
+    std::vector<Name> names_;  ///< by number
+    std::vector<Open> open_{{0, ~std::uint32_t{0}}};
+    std::uint32_t quietGroup_ = kRead;
+    std::array<std::uint32_t, 6> lastOfKind_{kRead, kRead, kRead, kRead, kRead, kRead};
+};
+
+Accounting::Accounting(const Document& document) { AccountingWalk(*this, document).run(); }
+
+}  // namespace brackwell::opening

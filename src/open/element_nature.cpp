@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/element_nature.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+
+#include "platform/ascii_case.h"
+#include "reading/element_names.h"
+#include "repair/markup.h"
+
+namespace brackwell::opening {
+namespace {
+
+/// No name of the standard is as long.
+constexpr std::size_t kLongest = 40;
+
+/// Names that the readers' list has for other reasons than that a class reads them.
+constexpr auto kUnread = std::to_array<std::string_view>({"EXTDNAME"});
+
+/// Names that the readers' list does not have, and of which nothing is to be said: what they hold is counted
+/// by itself.
+constexpr auto kReadElsewhere = std::to_array<std::string_view>({"BANKTRANLISTP"});
+
+bool isIn(const auto& names, std::string_view name) noexcept {
+    return std::ranges::find(names, name) != std::ranges::end(names);
+}
+
+/// Every message set is read, of whatever version.
+bool isMessageSet(std::string_view name) noexcept { return name.find("MSGSRSV") != name.npos; }
+
+bool isReadByClass(std::string_view name) noexcept {
+    if (isIn(kUnread, name)) return false;
+    return reading::findKnownElement(name) != reading::kKnownElementCount || isMessageSet(name) ||
+           isIn(kReadElsewhere, name);
+}
+
+/// True when a letter more, less or other makes one name of the other.
+bool differInALetter(std::string_view a, std::string_view b) noexcept {
+    if (a.size() > b.size()) std::swap(a, b);
+    if (b.size() - a.size() > 1) return false;
+    const auto same = static_cast<std::size_t>(std::ranges::mismatch(a, b).in1 - a.begin());
+    const std::string_view restOfLonger = b.substr(std::min(same + 1, b.size()));
+    const std::size_t restOfShorter = a.size() == b.size() ? same + 1 : same;
+    return a.substr(std::min(restOfShorter, a.size())) == restOfLonger;
+}
+
+}  // namespace
+
+ElementNature natureOf(std::string_view name) {
+    if (const elements::Element element = elements::findElement(name); element != elements::kUnknown)
+        return {isReadByClass(name) ? NameKind::read : NameKind::treeOnly, element};
+    if (reading::findKnownElement(name) != reading::kKnownElementCount) return {NameKind::read};
+    if (!repair::isName(name)) return {NameKind::noName};
+    if (name.size() <= kLongest && repair::hasSmallLetter(name)) {
+        std::string capitals(name);
+        std::ranges::transform(capitals, capitals.begin(), capitalLetter);
+        if (const elements::Element element = elements::findElement(capitals); element != elements::kUnknown)
+            return {NameKind::notCapitals, element};
+    }
+    return {name.find('.') != name.npos ? NameKind::extension : NameKind::unknown};
+}
+
+bool isUnreadIn(std::string_view child, std::string_view parent) noexcept {
+    return child == "PHONE" && parent == "PAYEE";
+}
+
+std::string_view similarElement(std::string_view name, elements::Element parent) noexcept {
+    if (name.size() > kLongest) return {};
+    for (const elements::Child& child : elements::childrenOf(parent))
+        if (differInALetter(name, elements::nameOf(child.element))) return elements::nameOf(child.element);
+    return {};
+}
+
+}  // namespace brackwell::opening

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <algorithm>
+
+#include "reading/document.h"
+
+namespace brackwell::opening {
+
+/// How many values an element must have, as a negative number, or that it is one of them: the amount and the
+/// date of a transaction, and the amount of a balance. In a document that is whole their sum is 0.
+inline std::ptrdiff_t requiredBy(const reading::Node& node) noexcept {
+    static constexpr auto values = [] {
+        using reading::element;
+        std::array<std::int8_t, reading::kKnownElementCount + 1> found{};
+        found[element("STMTTRN")] = -2;
+        found[element("STMTTRNP")] = -1;
+        found[element("LEDGERBAL")] = found[element("AVAILBAL")] = -1;
+        found[element("TRNAMT")] = found[element("DTPOSTED")] = found[element("BALAMT")] = 1;
+        return found;
+    }();
+    const std::int8_t value = values[std::min<reading::NameID>(node.name(), reading::kKnownElementCount)];
+    // What is empty is an aggregate of no names: as a record it asks for nothing, and as a value it is none.
+    const bool counts = value < 0 ? node.isAggregate() && node.size != 0 : !node.isAggregate();
+    return counts ? value : 0;
+}
+
+}  // namespace brackwell::opening
