@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "csv/investments.h"
 #include "csv/row.h"
+#include "currency.h"
 #include "run.h"
 
 namespace tool {
@@ -11,7 +12,8 @@ using brackwell::OptionalText;
 constexpr std::string_view kHeader =
     "file,accountClass,bankID,branchID,accountID,accountType,defaultCurrency,transactionType,datePosted,"
     "dateUserInit,dateFundsAvailable,amount,fiTransactionID,checkOrReferenceNumber,referenceNumber,payeeName,"
-    "memo\r\n";
+    "memo";
+constexpr std::string_view kCurrencyHeader = ",transactionCurrency,currencyRate,isConverted";
 
 /// The fields that are the same in all rows of a statement.
 void addStatement(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement) {
@@ -49,17 +51,42 @@ void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transa
     row.add(transaction.memo());
 }
 
-void writeStatement(Run& run, const std::string& file, const brackwell::TvOFXAccountStatement& statement) {
+/// As a table of investments has it.
+void addCurrency(Row& row, const std::optional<brackwell::TransactionCurrency>& currency) {
+    if (!currency) return row.addMade(",,,");
+    row.add(OptionalText(currency->symbol));
+    row.add(currency->rate);
+    row.add(OptionalText(currency->isConverted ? "Y" : "N"));
+}
+
+/// Returns how many of the rows have amounts in another currency, which the table does not say.
+std::size_t writeStatement(Run& run, const std::string& file,
+                           const brackwell::TvOFXAccountStatement& statement) {
     Row common;
     addStatement(common, file, statement);
     Row row;
+    std::size_t foreign = 0;
     for (const auto* transaction : run.options.filter.transactionsOf(statement)) {
-        if (!run.output.isGood()) return;
+        if (!run.output.isGood()) break;
         row.clear();
         row.addMade(common.text());
         addTransaction(row, *transaction);
+        const auto currency = currencyOf(*transaction);
+        if (run.options.hasCurrencies)
+            addCurrency(row, currency);
+        else if (transaction->amount() && isForeign(currency, statement.defaultCurrency()))
+            ++foreign;
         row.write(run.output);
     }
+    return foreign;
+}
+
+void sayForeign(Run& run, const Document& document, std::size_t foreign) {
+    if (foreign == 0) return;
+    sayNotInTable(
+        run, document,
+        std::to_string(foreign) + (foreign == 1 ? " amount is" : " amounts are") +
+            " in another currency than the account, which this table does not say; --currencies does.");
 }
 
 }  // namespace
@@ -67,9 +94,14 @@ void writeStatement(Run& run, const std::string& file, const brackwell::TvOFXAcc
 bool runCsv(Run& run) {
     if (run.options.table != TableKind::bank) return writeInvestmentTable(run);
     run.output.write(kHeader);
+    if (run.options.hasCurrencies) run.output.write(kCurrencyHeader);
+    run.output.write("\r\n");
     return forEachFile(run, [&run](const Document& document) {
+        std::size_t foreign = 0;
         for (const auto& statement : document.file.statements())
-            if (run.options.filter.takes(*statement)) writeStatement(run, document.name, *statement);
+            if (run.options.filter.takes(*statement))
+                foreign += writeStatement(run, document.name, *statement);
+        sayForeign(run, document, foreign);
         sayWhatIsLeftOut(run, document);
     });
 }

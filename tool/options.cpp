@@ -55,7 +55,8 @@ constexpr std::array kReadingCommands = {
         "investment statements, also the bank transactions in them, positions what is held, and\n"
         "securities what the files say of securities. Names and tickers come from the securities\n"
         "of the same document, else of all files. What a file has of another kind than the bank's\n"
-        "is counted on standard error when it is not asked for.\n"
+        "is counted on standard error when it is not asked for, and so are amounts in another currency\n"
+        "than the account's, unless --currencies is given.\n"
         "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
         "Examples:\n"
         "  brackwell csv *.ofx --output year.csv\n"
@@ -77,7 +78,9 @@ constexpr std::array kReadingCommands = {
         "An account that stands in several files is one row: with its latest balance, the number of\n"
         "its transactions without those that an earlier statement had already, and the days that\n"
         "its statements cover. Accounts are the same when number and currency are, and nothing else\n"
-        "that both name differs.\n\n"
+        "that both name differs. The balance of an investment account is what its positions are worth and\n"
+        "the available cash, without margin: what was borrowed has to be subtracted. Where a position has\n"
+        "no value there is none, and a line says so.\n\n"
         "Examples:\n"
         "  brackwell accounts *.ofx\n"
         "  brackwell accounts --full july.ofx august.ofx\n"},
@@ -226,6 +229,14 @@ void declareFiles(CLI::App* sub, unsigned traits, Options& options, Texts& texts
     declareFindings(*sub, options);
 }
 
+void declareTable(CLI::App& sub, Options& options, Texts& texts) {
+    sub.add_option("--kind", texts.tableKind, "The rows: bank, investments, positions or securities")
+        ->type_name("KIND")
+        ->check(CLI::IsMember({"bank", "investments", "positions", "securities"}).description(""));
+    sub.add_flag("--currencies", options.hasCurrencies,
+                 "Add columns for amounts in another currency to a table of bank transactions");
+}
+
 void declareReading(CLI::App& app, const ReadingCommand& command, Options& options, Texts& texts) {
     CLI::App* sub = app.add_subcommand(command.name, command.summary);
     declareFiles(sub, command.traits, options, texts);
@@ -245,10 +256,7 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
     if ((command.traits & kOriginal) != 0)
         sub->add_flag("--original", options.showsOriginals, "Write the source text of each transaction, too");
-    if ((command.traits & kTable) != 0)
-        sub->add_option("--kind", texts.tableKind, "The rows: bank, investments, positions or securities")
-            ->type_name("KIND")
-            ->check(CLI::IsMember({"bank", "investments", "positions", "securities"}).description(""));
+    if ((command.traits & kTable) != 0) declareTable(*sub, options, texts);
     const bool hasFilter = (command.traits & kFilter) != 0;
     if (hasFilter) declareFilter(*sub, texts.filter);
     sub->footer(hasFilter ? std::string(kFilterHelp) + command.examples : command.examples);

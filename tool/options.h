@@ -37,6 +37,7 @@ struct Options {
     bool asDiff = false;            ///< show what was repaired as a diff
     bool listsEveryChange = false;  ///< of a repair, also those that are alike
     TableKind table = TableKind::bank;
+    bool hasCurrencies = false;  ///< a table of bank transactions has the currency of each
     RequestOptions request;
 };
 

@@ -107,7 +107,8 @@ public:
     std::optional<Date> dateUserInit() const noexcept { return dateUserInit_; }
     /// From when on the money can be used (DTAVAIL).
     std::optional<Date> dateFundsAvailable() const noexcept { return dateFundsAvailable_; }
-    /// The amount (TRNAMT) in the statement's currency. Negative when money leaves the account.
+    /// The amount (TRNAMT), negative when money leaves the account. It is in the statement's currency unless
+    /// the transaction has one of its own, which currencyOf in investments.h tells.
     const std::optional<Decimal>& amount() const noexcept { return amount_; }
     /// @{
     /// The institution's own identifier of the transaction (FITID).
@@ -141,7 +142,8 @@ public:
     /// Further text (MEMO).
     OptionalText memo() const noexcept { return texts_.get(memo_); }
     /// @{
-    /// Only when the document holds a text here; the aggregate that the OFX standard has is not read.
+    /// Only when the document holds a text here; the aggregate that the OFX standard has is not read, but
+    /// by currencyOf.
     OptionalText currency() const noexcept { return texts_.get(currency_); }
     OptionalText origCurrency() const noexcept { return texts_.get(origCurrency_); }
     /// @}

@@ -170,3 +170,34 @@ TEST_CASE("a large table arrives whole") {
     REQUIRE(rows.size() == 20'001);
     CHECK(rows.at(20'000).at(12) == "19999");
 }
+
+TEST_CASE("a table has the currency of amounts where that is asked for") {
+    const std::string document = transactionsWith(
+        "<STMTTRN><TRNAMT>-4<CURRENCY><CURRATE>1.25<CURSYM>CHF</CURRENCY></STMTTRN>"
+        "<STMTTRN><TRNAMT>-3<ORIGCURRENCY><CURSYM>GBP</ORIGCURRENCY></STMTTRN><STMTTRN><TRNAMT>-2</STMTTRN>");
+    const auto rows = rowsOf(outputOf({"csv", "--currencies"}, document));
+    REQUIRE(rows.size() == 4);
+    const auto lastOf = [&rows](std::size_t row) {
+        return std::vector<std::string>(rows[row].end() - 4, rows[row].end());
+    };
+    CHECK(lastOf(0) ==
+          std::vector<std::string>{"memo", "transactionCurrency", "currencyRate", "isConverted"});
+    CHECK(lastOf(1) == std::vector<std::string>{"", "CHF", "1.25", "N"});
+    CHECK(lastOf(2) == std::vector<std::string>{"", "GBP", "", "Y"});
+    CHECK(lastOf(3) == std::vector<std::string>{"", "", "", ""});
+    CHECK(rows[1].size() == rows[3].size());
+}
+
+TEST_CASE("a table without currencies says how many amounts are in another one") {
+    const std::string one = "<STMTTRN><TRNAMT>-4<CURRENCY>CHF</STMTTRN><STMTTRN><CURRENCY>EUR</STMTTRN>";
+    const std::string said =
+        "in another currency than the account, which this table does not say; --currencies does.\n";
+    CHECK(contains(tool({"csv", "-"}, transactionsWith(one)).error, "-: 1 amount is " + said));
+    CHECK(contains(tool({"csv", "-"}, transactionsWith(one + one)).error, "-: 2 amounts are " + said));
+    CHECK(tool({"csv", "--strict", "-"}, transactionsWith(one)).status == 3);
+    CHECK_FALSE(contains(tool({"csv", "--quiet", "-"}, transactionsWith(one)).error, "another currency"));
+    CHECK_FALSE(
+        contains(tool({"csv", "--currencies", "-"}, transactionsWith(one)).error, "another currency"));
+    CHECK_FALSE(contains(tool({"csv", "-"}, transactionsWith("<STMTTRN><CURRENCY>EUR</STMTTRN>")).error,
+                         "another currency"));
+}

@@ -177,6 +177,15 @@ TEST_CASE("texts that may stand for currencies are written when they are texts")
     CHECK(keysOf(transaction) == Keys{"payeeName", "memo", "currency", "origCurrency", "originalDataString"});
 }
 
+TEST_CASE("the aggregate of a currency is written under a name of its own") {
+    const Json given = transactionWith("<TRNAMT>-4<CURRENCY><CURRATE>1.25<CURSYM>CHF</CURRENCY>");
+    CHECK(given["transactionCurrency"].dump() == R"({"symbol":"CHF","rate":"1.25","isConverted":false})");
+    CHECK_FALSE(given.contains("currency"));
+    const Json converted = transactionWith("<TRNAMT>-4<ORIGCURRENCY><CURSYM>GBP</ORIGCURRENCY>");
+    CHECK(converted["transactionCurrency"].dump() == R"({"symbol":"GBP","isConverted":true})");
+    CHECK_FALSE(transactionWith("<TRNAMT>-4").contains("transactionCurrency"));
+}
+
 TEST_CASE("dates have three decimals, in UTC") {
     struct Row {
         std::string text;

@@ -293,3 +293,25 @@ TEST_CASE("many transactions that are alike are told apart in little time") {
                                            bankDocument(statement("1", "EUR", alike + others))});
     CHECK(page.rows("transactions").size() == 80'000);
 }
+
+TEST_CASE("an amount in another currency counts at its rate, and is on the page as it is written") {
+    const MarkupPage page = reportOf(bankDocument(
+        statement("12345678", "USD",
+                  transaction("20240103", "-4", "<CURRENCY><CURRATE>1.25<CURSYM>CHF</CURRENCY>") +
+                      transaction("20240102", "-6", "<CURRENCY><CURSYM>SEK</CURRENCY>") +
+                      transaction("20240101", "-3", "<ORIGCURRENCY><CURRATE>1.1<CURSYM>GBP</ORIGCURRENCY>"),
+                  ledger("100", "20240131"))));
+    const auto rows = page.rows("transactions");
+    REQUIRE(rows.size() == 3);
+    CHECK(rows[0].back() == "\u22125.00");
+    CHECK(contains(rows[0].at(1), "\u22124.00 CHF"));
+    CHECK(rows[1].back() == "\u22126.00 SEK");
+    CHECK_FALSE(contains(rows[1].at(1), "SEK"));
+    CHECK(rows[2].back() == "\u22123.00");
+    CHECK_FALSE(contains(rows[2].at(1), "GBP"));
+    CHECK(factsOf(page).at("Out") == "\u22128.00");
+    CHECK(balanceOf(page).starts_with("From 108.00 USD on 2023-12-31 to 100.00 USD"));
+    const auto notes = page.texts("li");
+    CHECK(std::ranges::count(notes, "1 transaction is in another currency without a rate and not counted.") ==
+          1);
+}

@@ -157,6 +157,25 @@ TEST_CASE("totals are exact, count what has no amount, and say when they do not 
     }
 }
 
+TEST_CASE("amounts in another currency stand with it, and are summed up by their rate") {
+    const std::string chf =
+        "<STMTTRN><NAME>Inn<TRNAMT>-4<CURRENCY><CURRATE>1.25<CURSYM>CHF</CURRENCY></STMTTRN>";
+    const std::string sek = "<STMTTRN><NAME>Ferry<TRNAMT>-6<CURRENCY>SEK</STMTTRN>";
+    const std::string own =
+        "<STMTTRN><NAME>Shop<TRNAMT>-3<ORIGCURRENCY><CURRATE>1.1<CURSYM>GBP</ORIGCURRENCY></STMTTRN>";
+    const std::string output = shown(
+        version1("<BANKMSGSRSV1><STMTTRNRS><STMTRS><CURDEF>USD<BANKTRANLIST>" + chf + sek + own +
+                 "<STMTTRN><NAME>Bus<TRNAMT>-1<CURRENCY>USD</STMTTRN></BANKTRANLIST></STMTRS></STMTTRNRS>"
+                 "</BANKMSGSRSV1>"));
+    CHECK(lineWith(output, "Inn").ends_with(" -4.00  CHF"));
+    CHECK(lineWith(output, "Ferry").ends_with(" -6.00  SEK"));
+    CHECK(lineWith(output, "Shop").ends_with(" -3.00"));
+    CHECK(lineWith(output, "Bus").ends_with(" -1.00"));
+    CHECK(lineWith(output, "Total") ==
+          "Total             4 transactions: in 0.00, out -9.00, sum -9.00 USD (1 in another currency, not "
+          "counted)");
+}
+
 TEST_CASE("a statement that was refused shows why") {
     const std::string output =
         shown(version1("<BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STATUS><CODE>2003<SEVERITY>ERROR<MESSAGE>Account "

@@ -11,7 +11,7 @@ _brackwell_options() {
         "") echo "--help -h --version" ;;
         show | report) echo "$reading $output $transactions --full --help -h" ;;
         json) echo "$reading $output $transactions --help -h" ;;
-        csv) echo "$reading $output $transactions --kind --help -h" ;;
+        csv) echo "$reading $output $transactions --kind --currencies --help -h" ;;
         accounts | duplicates) echo "$reading $output --full --help -h" ;;
         tree) echo "$reading $output --original --help -h" ;;
         pretty) echo "$reading $output --help -h" ;;

@@ -128,10 +128,13 @@ void sayWhatIsLeftOut(Run& run, const Document& document) {
     }
     std::vector<LeftOut> leftOut;
     std::ranges::copy_if(counts, std::back_inserter(leftOut), &LeftOut::count);
-    if (leftOut.empty()) return;
+    if (!leftOut.empty()) sayNotInTable(run, document, sentenceOf(leftOut));
+}
+
+void sayNotInTable(Run& run, const Document& document, const std::string& sentence) {
     ++run.findings;
     run.progress.end();
-    if (!run.options.isQuiet) say(document.name, sentenceOf(leftOut));
+    if (!run.options.isQuiet) say(document.name, sentence);
 }
 
 }  // namespace tool

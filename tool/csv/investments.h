@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
+
 namespace tool {
 
 struct Document;
@@ -13,5 +15,8 @@ bool writeInvestmentTable(Run& run);
 /// Says how many investment transactions, positions and securities a table of bank transactions does not
 /// have.
 void sayWhatIsLeftOut(Run& run, const Document& document);
+
+/// Says that a table does not have something of a document; a finding like those of reading.
+void sayNotInTable(Run& run, const Document& document, const std::string& sentence);
 
 }  // namespace tool

@@ -3,6 +3,8 @@
 
 #include <array>
 
+#include "currency.h"
+
 namespace tool {
 namespace {
 
@@ -99,12 +101,9 @@ OptionalText memoOf(const InvestmentTransaction& transaction) {
     return transaction.memo();
 }
 
-std::optional<Decimal> inStatementCurrency(const std::optional<Decimal>& amount,
-                                           const std::optional<TransactionCurrency>& currency,
-                                           OptionalText statementCurrency) {
-    if (!amount || !currency || currency->isConverted) return amount;
-    if (statementCurrency && *statementCurrency == currency->symbol) return amount;
-    return currency->rate ? amount->times(*currency->rate) : std::nullopt;
+std::optional<TransactionCurrency> currencyOf(const InvestmentTransaction& transaction) {
+    const auto bank = transaction.bankTransaction();
+    return bank ? brackwell::currencyOf(*bank) : transaction.currency();
 }
 
 std::optional<Decimal> valueOf(const Position& position, const InvestmentStatement& statement) {
@@ -113,9 +112,7 @@ std::optional<Decimal> valueOf(const Position& position, const InvestmentStateme
 
 std::optional<Decimal> amountOf(const InvestmentTransaction& transaction,
                                 const InvestmentStatement& statement) {
-    const auto bank = transaction.bankTransaction();
-    return inStatementCurrency(amountOf(transaction), bank ? currencyOf(*bank) : transaction.currency(),
-                               statement.currency());
+    return inStatementCurrency(amountOf(transaction), currencyOf(transaction), statement.currency());
 }
 
 Worth worthOf(const InvestmentStatement& statement) {
@@ -135,6 +132,18 @@ std::optional<Decimal> totalWorthOf(const InvestmentStatement& statement) {
     if (worth.withoutValue > 0) return std::nullopt;
     if (cash) worth.positions.add(*cash);
     return worth.positions.value();
+}
+
+std::string whyNoWorth(const InvestmentStatement& statement) {
+    if (totalWorthOf(statement)) return {};
+    const std::size_t count = statement.positions().size();
+    if (count == 0) return "it states neither positions nor available cash";
+    const std::size_t missing = worthOf(statement).withoutValue;
+    if (missing == 0) return "the sum has too many digits";
+    const std::string currency(statement.currency().value_or("the statement's currency"));
+    return std::to_string(missing) + " of " + std::to_string(count) +
+           (count == 1 ? " position" : " positions") + (missing == 1 ? " has" : " have") + " no value in " +
+           currency;
 }
 
 std::string_view nameOf(const std::optional<Security>& security, OptionalText identifier) noexcept {

@@ -32,12 +32,12 @@ brackwell::OptionalText identifierOf(const brackwell::InvestmentTransaction& tra
 /// The memo, of a bank transaction its own.
 brackwell::OptionalText memoOf(const brackwell::InvestmentTransaction& transaction);
 
-/// The amount in the currency of the statement; nothing when it is in another one, whose rate is not given.
-std::optional<brackwell::Decimal> inStatementCurrency(
-    const std::optional<brackwell::Decimal>& amount,
-    const std::optional<brackwell::TransactionCurrency>& currency, brackwell::OptionalText statementCurrency);
+/// The currency of the amount; of a bank transaction its own.
+std::optional<brackwell::TransactionCurrency> currencyOf(const brackwell::InvestmentTransaction& transaction);
+
 /// @{
-/// The same of a position's market value, and of what a transaction comes to.
+/// A position's market value, and what a transaction comes to, in the currency of the statement; nothing when
+/// it is in another one, whose rate is not given.
 std::optional<brackwell::Decimal> valueOf(const brackwell::Position& position,
                                           const brackwell::InvestmentStatement& statement);
 std::optional<brackwell::Decimal> amountOf(const brackwell::InvestmentTransaction& transaction,
@@ -59,9 +59,13 @@ struct Worth {
 
 Worth worthOf(const brackwell::InvestmentStatement& statement);
 
-/// What an account is worth: positions and cash, or, without any of these, the balance of a retirement plan.
-/// Nothing when nothing is known, or not of all positions.
+/// What an account is worth: positions and available cash (AVAILCASH), or, without any of these, the balance
+/// of a retirement plan. Nothing when nothing is known, or not of all positions. A margin balance is not in
+/// it: documents do not say whether the available cash has it already.
 std::optional<brackwell::Decimal> totalWorthOf(const brackwell::InvestmentStatement& statement);
+
+/// "1 of 3 positions has no value in USD": why that is not known; "" where it is.
+std::string whyNoWorth(const brackwell::InvestmentStatement& statement);
 
 /// What a security is called: its name, else its ticker, else the identifier that is given.
 std::string_view nameOf(const std::optional<brackwell::Security>& security,

@@ -33,17 +33,6 @@ void writeFields(JsonWriter& json, const brackwell::InvestmentRecord& object) {
     for (const InvestmentField& field : object.fields()) writeValue(json, field);
 }
 
-void writeCurrency(JsonWriter& json, const std::optional<brackwell::TransactionCurrency>& currency,
-                   std::string_view name = "currency") {
-    if (!currency) return;
-    json.field(name);
-    json.beginObject();
-    writeField(json, "symbol", brackwell::OptionalText(currency->symbol));
-    writeField(json, "rate", currency->rate);
-    writeField(json, "isConverted", currency->isConverted);
-    json.endObject();
-}
-
 /// The kind of an object, first of its fields.
 void writeKind(JsonWriter& json, std::string_view kind) {
     writeField(json, "kind", brackwell::OptionalText(kind));
@@ -52,7 +41,7 @@ void writeKind(JsonWriter& json, std::string_view kind) {
 void writeListedBalance(JsonWriter& json, const brackwell::ListedBalance& balance) {
     json.beginObject();
     writeFields(json, balance);
-    writeCurrency(json, balance.currency());
+    writeCurrency(json, "currency", balance.currency());
     json.endObject();
 }
 
@@ -168,12 +157,9 @@ void writeInvestmentTransaction(JsonWriter& json, const brackwell::InvestmentTra
     // One that stands without its INVBANKTRAN is called like the others.
     writeKind(json, isBank ? "INVBANKTRAN" : transaction.elementName());
     writeFields(json, transaction);
-    writeCurrency(json, transaction.currency());
+    writeCurrency(json, "currency", transaction.currency());
     writeField(json, "transferAccount", transaction.transferAccount(), writeInvestmentAccount);
-    const auto bank = transaction.bankTransaction();
-    writeField(json, "transaction", bank, writeTransaction);
-    // The transaction's own getters do not read it.
-    if (bank) writeCurrency(json, currencyOf(*bank), "transactionCurrency");
+    writeField(json, "transaction", transaction.bankTransaction(), writeTransaction);
     json.endObject();
 }
 
@@ -181,7 +167,7 @@ void writePosition(JsonWriter& json, const brackwell::Position& position) {
     json.beginObject();
     writeKind(json, position.elementName());
     writeFields(json, position);
-    writeCurrency(json, position.currency());
+    writeCurrency(json, "currency", position.currency());
     json.endObject();
 }
 
@@ -189,7 +175,7 @@ void writeSecurity(JsonWriter& json, const brackwell::Security& security) {
     json.beginObject();
     writeKind(json, security.elementName());
     writeFields(json, security);
-    writeCurrency(json, security.currency());
+    writeCurrency(json, "currency", security.currency());
     if (const brackwell::SecurityIdentifier underlying = security.underlying(); underlying.id) {
         json.field("underlying");
         json.beginObject();

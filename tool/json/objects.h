@@ -27,6 +27,9 @@ void writeCreditCardAccount(JsonWriter& json, const brackwell::TvOFXCreditCardAc
 void writeAccountInfo(JsonWriter& json, const brackwell::TvOFXAccountInfo& record);
 
 // Statements
+/// The currency that amounts have of their own, or were converted from, if any.
+void writeCurrency(JsonWriter& json, std::string_view name,
+                   const std::optional<brackwell::TransactionCurrency>& currency);
 void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransaction& transaction);
 
 // The fields of each response class, without what all responses have.

@@ -49,6 +49,17 @@ void writeAccountStatement(JsonWriter& json, const brackwell::TvOFXAccountStatem
 
 }  // namespace
 
+void writeCurrency(JsonWriter& json, std::string_view name,
+                   const std::optional<brackwell::TransactionCurrency>& currency) {
+    if (!currency) return;
+    json.field(name);
+    json.beginObject();
+    writeField(json, "symbol", brackwell::OptionalText(currency->symbol));
+    writeField(json, "rate", currency->rate);
+    writeField(json, "isConverted", currency->isConverted);
+    json.endObject();
+}
+
 void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransaction& transaction) {
     json.beginObject();
     writeField(json, "transactionType", transaction.transactionType());
@@ -73,6 +84,9 @@ void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransacti
     writeField(json, "origCurrency", transaction.origCurrency());
     writeField(json, "originalDataString", ownSourceText(transaction));
     writeField(json, "originalDatePostedString", transaction.originalDatePostedString());
+    // The getters have a text only, which most documents do not have here.
+    if (!transaction.currency() && !transaction.origCurrency())
+        writeCurrency(json, "transactionCurrency", currencyOf(transaction));
     json.endObject();
 }
 

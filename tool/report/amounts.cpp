@@ -10,18 +10,24 @@ namespace {
 
 constexpr const char* kNotRepresentable = "not representable";
 
-}  // namespace
-
-std::string amountText(const brackwell::Decimal& amount) {
-    std::string text = shownAmount(amount);
-    const std::size_t first = amount.isNegative() ? 1 : 0;
-    std::string grouped = amount.isNegative() ? "\u2212" : "";
-    const std::size_t point = text.find('.');
+/// The text of a number with a sign that cannot be overlooked, and its thousands in groups.
+std::string grouped(const std::string& text) {
+    const std::size_t first = text.starts_with('-') ? 1 : 0;
+    std::string grouped = first == 1 ? "\u2212" : "";
+    const std::size_t point = std::min(text.find('.'), text.size());
     for (std::size_t i = first; i < point; ++i) {
         if (i > first && (point - i) % 3 == 0) grouped += ',';
         grouped += text[i];
     }
     return grouped.append(text, point);
+}
+
+}  // namespace
+
+std::string amountText(const brackwell::Decimal& amount) { return grouped(shownAmount(amount)); }
+
+std::string numberText(const std::optional<brackwell::Decimal>& number) {
+    return number ? grouped(number->toString()) : std::string();
 }
 
 std::string signedAmountText(const brackwell::Decimal& amount) {

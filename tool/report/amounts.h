@@ -11,6 +11,8 @@ namespace tool {
 std::string amountText(const brackwell::Decimal& amount);
 /// The same, with a plus when it is positive.
 std::string signedAmountText(const brackwell::Decimal& amount);
+/// "−1,234.5": as many decimals as there are; "" for nothing. Of units and prices.
+std::string numberText(const std::optional<brackwell::Decimal>& number);
 /// Of sums; "not representable" for one that does not fit into a number.
 std::string amountText(const Sum& sum);
 std::string signedAmountText(const Sum& sum);

@@ -4,6 +4,7 @@
 #include <map>
 #include <utility>
 
+#include "currency.h"
 #include "history/history.h"
 #include "options.h"
 #include "text/mask.h"
@@ -50,10 +51,10 @@ Transactions wantedOf(const AccountHistory& account, const Filter& filter) {
 
 void count(AccountFigures& figures, const brackwell::TvOFXStatementTransaction& transaction) {
     if (!transaction.datePosted()) ++figures.withoutDate;
-    if (transaction.amount())
-        figures.flow.add(*transaction.amount());
+    if (const auto amount = amountIn(transaction, figures.history->currency))
+        figures.flow.add(*amount);
     else
-        ++figures.withoutAmount;
+        ++(transaction.amount() ? figures.foreign : figures.withoutAmount);
 }
 
 AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& filter, bool showsFullNumbers) {
@@ -67,9 +68,9 @@ AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& fil
     figures.available = lastOf(availableBalances(account));
     figures.transactions = wantedOf(account, filter);
     for (const auto* transaction : figures.transactions) count(figures, *transaction);
-    figures.days = flowsByDay(figures.transactions);
+    figures.days = flowsByDay(figures.transactions, account.currency);
     figures.months = flowsByMonth(figures.days);
-    figures.balance = balanceCourse(flowsByDay(originalsOf(account)), ledger);
+    figures.balance = balanceCourse(flowsByDay(originalsOf(account), account.currency), ledger);
     limit(figures.balance, filter);
     return figures;
 }

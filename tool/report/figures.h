@@ -24,6 +24,7 @@ struct AccountFigures {
     Flow flow;
     std::size_t withoutDate = 0;
     std::size_t withoutAmount = 0;
+    std::size_t foreign = 0;  ///< how many have an amount, but none in the account's currency
     std::vector<DayFlow> days;
     std::vector<MonthFlow> months;
     BalanceCourse balance;  ///< over all transactions, in the time that is wanted

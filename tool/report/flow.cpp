@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "currency.h"
+
 namespace tool {
 namespace {
 
@@ -32,11 +34,12 @@ std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts) {
     return days;
 }
 
-std::vector<DayFlow> flowsByDay(const Transactions& transactions) {
+std::vector<DayFlow> flowsByDay(const Transactions& transactions, const std::string& currency) {
     std::vector<DatedAmount> amounts;
     for (const auto* transaction : transactions)
-        if (transaction->datePosted() && transaction->amount())
-            amounts.push_back({dayOf(*transaction->datePosted()), *transaction->amount()});
+        if (transaction->datePosted())
+            if (const auto amount = amountIn(*transaction, currency))
+                amounts.push_back({dayOf(*transaction->datePosted()), *amount});
     return flowsByDay(std::move(amounts));
 }
 

@@ -4,6 +4,7 @@
 #include <brackwell/statements.h>
 
 #include <chrono>
+#include <string>
 #include <vector>
 
 #include "history/sum.h"
@@ -53,8 +54,8 @@ inline std::chrono::sys_days dayOf(brackwell::Date date) noexcept {
 
 /// The days on which there are amounts, in order.
 std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts);
-/// The days on which there are transactions with a date and an amount, in order.
-std::vector<DayFlow> flowsByDay(const Transactions& transactions);
+/// The days on which there are transactions with a date and an amount in this currency, in order.
+std::vector<DayFlow> flowsByDay(const Transactions& transactions, const std::string& currency);
 
 /// The months in which there are, in order.
 std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days);

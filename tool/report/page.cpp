@@ -101,7 +101,8 @@ void writeNotes(Markup& markup, const Report& report) {
         sumOf(report.accounts, [](const auto& account) { return account.withoutDate; });
     const std::size_t withoutAmount =
         sumOf(report.accounts, [](const auto& account) { return account.withoutAmount; });
-    const bool hasNotes = report.repeats + withoutDate + withoutAmount != 0;
+    const std::size_t foreign = sumOf(report.accounts, [](const auto& account) { return account.foreign; });
+    const bool hasNotes = report.repeats + withoutDate + withoutAmount + foreign != 0;
     if (report.unread.empty() && report.findings.empty() && !hasNotes) return;
     markup.write("<ul class=\"notes\" aria-label=\"Notes\">\n");
     for (const std::string& file : report.unread)
@@ -116,6 +117,9 @@ void writeNotes(Markup& markup, const Report& report) {
     if (withoutAmount > 0)
         markup.write("<li>{} no amount and counted as nothing.</li>\n",
                      counted(withoutAmount, "transaction has", "transactions have"));
+    if (foreign > 0)
+        markup.write("<li>{} in another currency without a rate and not counted.</li>\n",
+                     counted(foreign, "transaction is", "transactions are"));
     markup.write("</ul>\n");
 }
 

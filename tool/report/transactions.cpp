@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "currency.h"
 #include "filter/filter.h"
 #include "history/history.h"
 #include "investments/facts.h"
@@ -35,7 +36,8 @@ std::vector<Row> rowsOf(const Report& report) {
     for (const AccountFigures& figures : report.accounts) {
         ++account;
         for (const auto* transaction : figures.transactions)
-            rows.push_back({transaction, nullptr, account, transaction->datePosted(), transaction->amount()});
+            rows.push_back({transaction, nullptr, account, transaction->datePosted(),
+                            amountIn(*transaction, figures.history->currency)});
     }
     for (const InvestmentFigures& figures : report.investments) {
         ++account;
@@ -86,22 +88,23 @@ OptionalText numberOf(const Row& row) {
 
 /// "2 at 12.50"; of a split, what the units have become.
 std::string quantityOf(const InvestmentTransaction& transaction) {
-    const std::string units = shownUnits(transaction.units());
-    const std::string price = shownUnits(transaction.unitPrice());
+    const std::string units = numberText(transaction.units());
+    const std::string price = numberText(transaction.unitPrice());
     if (!units.empty()) return units + (price.empty() ? " units" : " at " + price);
-    const std::string before = shownUnits(transaction.oldUnits());
-    const std::string after = shownUnits(transaction.newUnits());
+    const std::string before = numberText(transaction.oldUnits());
+    const std::string after = numberText(transaction.newUnits());
     if (after.empty()) return {};
     return before.empty() ? after + " units" : before + " became " + after + " units";
 }
 
-/// An amount that is not known in the account's currency as it is written.
-std::string foreignAmountOf(const InvestmentTransaction& transaction) {
-    const auto bank = transaction.bankTransaction();
-    const auto amount = amountOf(transaction);
-    const auto currency = bank ? currencyOf(*bank) : transaction.currency();
-    return amount ? withCurrency(amountText(*amount), currency ? currency->symbol : std::string())
-                  : std::string();
+/// An amount that is not in the account's currency as it is written.
+std::string foreignAmountOf(const Row& row, const std::string& accountCurrency) {
+    const bool isTrade = row.trade != nullptr;
+    const auto currency = isTrade ? currencyOf(row.trade->transaction) : currencyOf(*row.transaction);
+    const auto amount = isTrade ? amountOf(row.trade->transaction) : row.transaction->amount();
+    const std::string symbol = foreignSymbol(currency, accountCurrency);
+    if (!amount || (row.amount && symbol.empty())) return {};
+    return withCurrency(amountText(*amount), symbol);
 }
 
 /// "-999999.99" fits into the column of amounts together with a currency.
@@ -138,24 +141,27 @@ public:
 
     void write(const Row& row) {
         markup_.write("<tr data-account=\"{}\">", row.account);
+        const std::string foreign = foreignAmountOf(row, names_[row.account - 1].currency);
+        const std::string converted = row.amount ? foreign : std::string();
         if (row.transaction != nullptr)
-            writeBank(*row.transaction);
+            writeBank(*row.transaction, converted);
         else
-            writeTrade(*row.trade);
+            writeTrade(*row.trade, converted);
         if (columns_.account) markup_.write("<td>{}</td>", names_[row.account - 1].name);
         if (columns_.number) markup_.write("<td>{}</td>", numberOf(row).value_or(""));
-        writeAmount(row);
+        writeAmount(row, foreign);
         markup_.write("</tr>\n");
     }
 
 private:
-    void writeBank(const TvOFXStatementTransaction& transaction) {
+    void writeBank(const TvOFXStatementTransaction& transaction, const std::string& converted) {
         writeDate(transaction.datePosted(), transaction.originalDatePostedString());
         markup_.write("<th scope=\"row\">{}", payeeOf(transaction).value_or(""));
+        writeSmall(converted);
         writeSmall(transaction.memo());
         markup_.write("</th><td>{}</td>", transaction.transactionType().value_or(""));
     }
-    void writeTrade(const Trade& trade) {
+    void writeTrade(const Trade& trade, const std::string& converted) {
         const InvestmentTransaction& transaction = trade.transaction;
         const auto bank = transaction.bankTransaction();
         writeDate(trade.date, bank ? bank->originalDatePostedString() : transaction.text("tradeDate"));
@@ -164,6 +170,7 @@ private:
         else
             markup_.write("<th scope=\"row\">{}", nameOf(trade.security, transaction.securityID()));
         writeSmall(quantityOf(transaction));
+        writeSmall(converted);
         writeSmall(memoOf(transaction));
         markup_.write("</th><td>{}</td>", kindInWords(transaction));
     }
@@ -177,8 +184,8 @@ private:
         if (!text.value_or("").empty()) markup_.write("<small>{}</small>", *text);
     }
     /// What buys or sells securities is neither in nor out.
-    void writeAmount(const Row& row) {
-        if (!row.amount) return writeNoAmount(row);
+    void writeAmount(const Row& row, const std::string& foreign) {
+        if (!row.amount) return writeNoAmount(row, foreign);
         const bool movesMoney = row.trade == nullptr || row.trade->movesMoney;
         const std::string_view flow = row.amount->isNegative() ? "out" : "in";
         markup_.write("<td class=\"{}\">{}", movesMoney ? flow : "trade", signedAmountText(*row.amount));
@@ -186,10 +193,8 @@ private:
         markup_.write("</td>");
     }
     /// Most transactions that only move securities have none.
-    void writeNoAmount(const Row& row) {
+    void writeNoAmount(const Row& row, const std::string& foreign) {
         const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
-        const std::string foreign =
-            row.trade != nullptr ? foreignAmountOf(row.trade->transaction) : std::string();
         markup_.write("<td class=\"none\">{}</td>",
                       !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount"));
     }

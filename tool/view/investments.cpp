@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "account_number.h"
+#include "currency.h"
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
 #include "options.h"
@@ -27,12 +28,6 @@ std::string amountText(const std::optional<Decimal>& amount) {
 /// A day, or a text that is none, which is still worth seeing.
 std::string dayText(std::optional<Date> date, OptionalText text = std::nullopt) {
     return date ? std::string(DateText(*date).day()) : visibleText(text.value_or(""));
-}
-
-/// The currency of amounts that are not in the statement's.
-std::string symbolOf(const std::optional<TransactionCurrency>& currency, OptionalText statementCurrency) {
-    if (!currency || currency->isConverted || currency->symbol == statementCurrency.value_or("")) return {};
-    return visibleText(currency->symbol);
 }
 
 void showListed(Page& page, const std::vector<ListedBalance>& balances, OptionalText statementCurrency) {
@@ -99,7 +94,7 @@ Table::Row rowOf(const Position& position, const SecurityLookup& securities, Opt
         shownUnits(position.units()),
         shownUnits(position.unitPrice()),
         amountText(position.marketValue()),
-        symbolOf(position.currency(), currency),
+        visibleText(foreignSymbol(position.currency(), currency)),
         dayText(position.priceDate(), position.text("priceDate")),
     };
 }
@@ -160,7 +155,6 @@ std::optional<Decimal> unitsOf(const InvestmentTransaction& transaction) {
 
 Table::Row rowOf(const InvestmentTransaction& transaction, const SecurityLookup& securities,
                  OptionalText currency) {
-    const auto bank = transaction.bankTransaction();
     return {
         dayText(dateOf(transaction), writtenDateOf(transaction)),
         kindInWords(transaction),
@@ -168,7 +162,7 @@ Table::Row rowOf(const InvestmentTransaction& transaction, const SecurityLookup&
         shownUnits(unitsOf(transaction)),
         shownUnits(transaction.unitPrice()),
         amountText(amountOf(transaction)),
-        symbolOf(bank ? currencyOf(*bank) : transaction.currency(), currency),
+        visibleText(foreignSymbol(currencyOf(transaction), currency)),
         visibleText(memoOf(transaction).value_or("")),
     };
 }
@@ -192,7 +186,7 @@ void showTransactions(Page& page, const InvestmentStatement& statement, const Se
               });
     Totals totals;
     for (const InvestmentTransaction& transaction : transactions)
-        totals.add(amountOf(transaction, statement));
+        totals.add(amountOf(transaction), amountOf(transaction, statement));
     page.emptyLine();
     totals.show(page, statement.currency());
 }
@@ -209,7 +203,8 @@ std::string shownBalance(const ListedBalance& balance, OptionalText statementCur
     if (!balance.value()) return std::string(balance.text("value").value_or(""));
     if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
     if (balance.type() == BalanceType::number) return balance.value()->toString();
-    return withSymbol(shownAmount(*balance.value()), symbolOf(balance.currency(), statementCurrency));
+    return withSymbol(shownAmount(*balance.value()),
+                      visibleText(foreignSymbol(balance.currency(), statementCurrency)));
 }
 
 void showInvestments(Page& page, const InvestmentStatement& statement, const SecurityLookup& securities,

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "currency.h"
 #include "options.h"
 #include "text/display_width.h"
 #include "text/value_text.h"
@@ -58,7 +59,7 @@ std::string_view firstOf(OptionalText first, OptionalText second) noexcept {
     return first && !first->empty() ? *first : second.value_or("");
 }
 
-Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction) {
+Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, OptionalText currency) {
     const auto date = transaction.datePosted();
     const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
     return {
@@ -70,6 +71,7 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction) {
         visibleText(transaction.memo().value_or("")),
         visibleText(firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber())),
         transaction.amount() ? shownAmount(*transaction.amount()) : "",
+        visibleText(foreignSymbol(currencyOf(transaction), currency)),
     };
 }
 
@@ -86,21 +88,23 @@ void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement
                  {"Payee", Column::Kind::text, 8, 8},
                  {"Memo", Column::Kind::text, 8, 5},
                  {"Number", Column::Kind::text, 6, 4},
-                 {"Amount", Column::Kind::amount, 0, 9}});
+                 {"Amount", Column::Kind::amount, 0, 9},
+                 {"", Column::Kind::text, 3, 7}});  // the currency, where it is not the statement's
+    const OptionalText currency = statement.defaultCurrency();
     Totals totals;
     for (const auto* transaction : transactions) {
-        table.measure(rowOf(*transaction));
-        totals.add(transaction->amount());
+        table.measure(rowOf(*transaction, currency));
+        totals.add(transaction->amount(), amountIn(*transaction, currency));
     }
     table.fit(page.width());
     page.emptyLine();
     table.writeTitles(page);
     for (const auto* transaction : transactions) {
         if (!page.isGood()) return;
-        table.writeRow(page, rowOf(*transaction));
+        table.writeRow(page, rowOf(*transaction, currency));
     }
     page.emptyLine();
-    totals.show(page, statement.defaultCurrency());
+    totals.show(page, currency);
 }
 
 }  // namespace tool

@@ -8,10 +8,11 @@ namespace tool {
 
 std::string shownSum(const Sum& sum) { return sum.value() ? shownAmount(*sum.value()) : "not representable"; }
 
-void Totals::add(const std::optional<brackwell::Decimal>& amount) {
+void Totals::add(const std::optional<brackwell::Decimal>& written,
+                 const std::optional<brackwell::Decimal>& amount) {
     ++count_;
     if (!amount) {
-        ++withoutAmount_;
+        ++(written ? foreign_ : withoutAmount_);
         return;
     }
     (amount->isNegative() ? out_ : in_).add(*amount);
@@ -25,6 +26,8 @@ void Totals::show(Page& page, brackwell::OptionalText currency) const {
     if (currency && !currency->empty()) text.append(" ").append(*currency);
     if (withoutAmount_ > 0)
         text.append(" (").append(std::to_string(withoutAmount_)).append(" without an amount)");
+    if (foreign_ > 0)
+        text.append(" (").append(std::to_string(foreign_)).append(" in another currency, not counted)");
     page.fact("Total", text);
 }
 

@@ -12,13 +12,17 @@ class Page;
 /// What the transactions of a table come to together.
 class Totals {
 public:
-    void add(const std::optional<brackwell::Decimal>& amount);
+    /// A transaction's amount as it is written, and in the currency of the sums; nothing where that is not
+    /// known.
+    void add(const std::optional<brackwell::Decimal>& written,
+             const std::optional<brackwell::Decimal>& amount);
     /// "3 transactions: in 10.00, out -2.50, sum 7.50 USD (1 without an amount)"
     void show(Page& page, brackwell::OptionalText currency) const;
 
 private:
     std::size_t count_ = 0;
     std::size_t withoutAmount_ = 0;
+    std::size_t foreign_ = 0;
     Sum in_;
     Sum out_;
     Sum all_;
