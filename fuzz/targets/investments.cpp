@@ -44,7 +44,8 @@ void requireSoundStatement(const InvestmentStatement& statement, const SecurityL
         requireSoundFields(transaction);
         const bool isBank = transaction.kind() == InvestmentTransactionKind::bankTransaction;
         require(isBank || !transaction.bankTransaction(), "only bank transactions have one");
-        contradictingTotal(transaction);
+        const auto security = list.find(transaction);
+        contradictingTotal(transaction, security ? &*security : nullptr);
     }
     for (const Position& position : statement.positions()) {
         requireSoundFields(position);

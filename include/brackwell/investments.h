@@ -17,9 +17,10 @@
 /// object of the document.
 ///
 /// Fields are flat, however the document nests them (INVBUY, INVTRAN, SECINFO), and may stand in any order.
-/// What the document does not have is absent; of a field that it has twice the first one counts. An amount
-/// or date whose text is none is absent as well, but text() has it. Of a word of a closed list (BUYTYPE) the
-/// enumeration says `unknown` when it is none of the list; text() has the word.
+/// What the document does not have is absent; of a field that it has twice the first one counts, or the
+/// longer form (MEMO2) that the OFX standard has for it. An amount or date whose text is none is absent as
+/// well, but text() has it. Of a word of a closed list (BUYTYPE) the enumeration says `unknown` when it is
+/// none of the list; text() has the word.
 
 #include <brackwell/investment_records.h>
 #include <brackwell/statements.h>
@@ -65,10 +66,10 @@ public:
 
     InvestmentTransactionKind kind() const noexcept;        ///< the aggregate
     OptionalText fiTransactionID() const noexcept;          ///< FITID: the institution's identifier
-    OptionalText serverTransactionID() const noexcept;      ///< SRVRTID, SRVRTID2
+    OptionalText serverTransactionID() const noexcept;      ///< SRVRTID2, else SRVRTID
     std::optional<Date> tradeDate() const noexcept;         ///< DTTRADE
     std::optional<Date> settleDate() const noexcept;        ///< DTSETTLE
-    OptionalText memo() const noexcept;                     ///< MEMO, MEMO2
+    OptionalText memo() const noexcept;                     ///< MEMO2, else MEMO
     OptionalText reversalFITID() const noexcept;            ///< REVERSALFITID: of what this one reverses
     OptionalText securityID() const noexcept;               ///< UNIQUEID; see SecurityList
     OptionalText securityIDType() const noexcept;           ///< UNIQUEIDTYPE: CUSIP, ISIN and others
@@ -147,7 +148,7 @@ public:
     std::optional<Decimal> marketValue() const noexcept;        ///< MKTVAL
     std::optional<Date> priceDate() const noexcept;             ///< DTPRICEASOF
     std::optional<Decimal> averageCostBasis() const noexcept;   ///< AVGCOSTBASIS
-    OptionalText memo() const noexcept;                         ///< MEMO, MEMO2
+    OptionalText memo() const noexcept;                         ///< MEMO2, else MEMO
     std::optional<Source401k> source401k() const noexcept;      ///< INV401KSOURCE
     std::optional<OptionSecurity> secured() const noexcept;     ///< SECURED
     std::optional<Decimal> unitsStreet() const noexcept;        ///< UNITSSTREET: held by the institution
@@ -209,8 +210,8 @@ public:
     std::vector<ListedBalance> listed() const;               ///< BAL, in document order; of a balance only
 };
 
-/// What happened in a period: YEARTODATE, INCEPTODATE or PERIODTODATE, which elementName tells. The
-/// second one is also written INCEPTTODATE.
+/// What happened in a period: YEARTODATE, INCEPTODATE, also written INCEPTTODATE, or PERIODTODATE, which
+/// elementName tells.
 class BRACKWELL_EXPORT Period401k final : public InvestmentRecord {
 public:
     /// For the library only.
@@ -316,7 +317,7 @@ public:
     OptionalText rating() const noexcept;               ///< RATING
     std::optional<Decimal> unitPrice() const noexcept;  ///< UNITPRICE; of debts for 100 of face value
     std::optional<Date> priceDate() const noexcept;     ///< DTASOF
-    OptionalText memo() const noexcept;                 ///< MEMO, MEMO2
+    OptionalText memo() const noexcept;                 ///< MEMO2, else MEMO
 
     std::optional<AssetClass> assetClass() const noexcept;  ///< ASSETCLASS; of a fund see assetPortions
     OptionalText institutionAssetClass() const noexcept;    ///< FIASSETCLASS
@@ -409,9 +410,9 @@ public:
     std::vector<Security> all() && { return all_; }
 
     /// @{
-    /// The first security with this identifier and type of it (CUSIP). Where one of the two names no type,
-    /// the identifier alone decides. Nothing when there is none, or no identifier. Takes time in proportion
-    /// to the logarithm of the number of securities.
+    /// The first security with this identifier and type of it (CUSIP, in any case). Where one of the two
+    /// names no type, the identifier alone decides. Nothing when there is none, or no identifier. Takes time
+    /// in proportion to the logarithm of the number of securities.
     std::optional<Security> find(OptionalText id, OptionalText idType) const;
     std::optional<Security> find(const Position& position) const;
     std::optional<Security> find(const InvestmentTransaction& transaction) const;
@@ -431,15 +432,19 @@ BRACKWELL_EXPORT std::optional<TransactionCurrency> currencyOf(const TvOFXStatem
 
 /// What the units and the price of a position make, when that is not its market value; nothing when they
 /// agree, or when too little is known to say. Signs are not compared, and what rounding of units, price and
-/// value can explain is no difference. A debt's price is for 100 of face value, but one for 1 agrees, too;
-/// an option's is for one share, so `security` has to say how many a contract is for.
+/// value can explain is no difference: half of the last place of units and price, one of the value. A debt's
+/// price is for 100 of face value, but one for 1 agrees, too, and so do units that count bonds of the face
+/// value that `security` states. An option's price is for one share, so `security` has to say how many a
+/// contract is for.
 BRACKWELL_EXPORT std::optional<Decimal> contradictingMarketValue(const Position& position,
                                                                  const Security* security = nullptr);
 
 /// What the parts of a purchase, a sale or a reinvestment make, when that is not its total; nothing when
 /// they agree, when too little is known, and for other kinds. To units times price purchases add, and from
 /// it sales subtract, commission, fees, taxes and load, sales withholdings and penalty as well. Markup,
-/// markdown and accrued interest, which the OFX standard counts in two ways, may be in the total or not.
-BRACKWELL_EXPORT std::optional<Decimal> contradictingTotal(const InvestmentTransaction& transaction);
+/// markdown and accrued interest, which the OFX standard counts in two ways, may be in the total or not, and
+/// costs may be written as negative amounts. For rounding, debts and `security` see contradictingMarketValue.
+BRACKWELL_EXPORT std::optional<Decimal> contradictingTotal(const InvestmentTransaction& transaction,
+                                                           const Security* security = nullptr);
 
 }  // namespace brackwell

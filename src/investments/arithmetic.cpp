@@ -2,10 +2,70 @@
 #include <brackwell/investments.h>
 
 #include <algorithm>
+#include <array>
 #include <vector>
+
+#include "investments/trade_amounts.h"
 
 namespace brackwell {
 namespace {
+
+// ---------------------------------------------------------------------------------------------
+// Most of what is compared are amounts of few digits, which agree to the cent. That is found out first, in
+// whole numbers, since it is asked of every transaction of a document.
+
+// NOLINTNEXTLINE(modernize-use-using): "using" has no place for __extension__
+__extension__ typedef __int128 Whole;
+
+/// Numbers are whole multiples of 10^-kWholePlaces. Thirty of them can be added without an overflow.
+constexpr int kWholePlaces = 12;
+constexpr int kMostShift = 18;
+constexpr auto kPowers = [] {
+    std::array<std::int64_t, kMostShift + 1> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
+constexpr Whole kCent = kPowers[kWholePlaces - 2];
+
+/// A sum of signed numbers; of no value once one does not fit.
+class WholeSum {
+public:
+    void add(bool isNegative, std::uint64_t coefficient, int exponent) noexcept {
+        const int shift = exponent + kWholePlaces;
+        fits_ = fits_ && shift >= 0 && shift <= kMostShift && coefficient >> kMostBits == 0;
+        if (!fits_) return;
+        const Whole value =
+            Whole{static_cast<std::int64_t>(coefficient)} * kPowers[static_cast<unsigned>(shift)];
+        sum_ += isNegative ? -value : value;
+    }
+    void add(const Decimal& number, bool isNegated) noexcept {
+        fits_ = fits_ && number.coefficientHigh() == 0;
+        add(number.isNegative() != isNegated, number.coefficientLow(), number.exponent());
+    }
+    /// Two magnitudes, as long as each has so few digits that the product fits, too.
+    void addProduct(const Decimal& a, const Decimal& b) noexcept {
+        constexpr int half = kMostBits / 2;
+        fits_ = fits_ && (a.coefficientHigh() | b.coefficientHigh()) == 0 &&
+                (a.coefficientLow() | b.coefficientLow()) >> half == 0;
+        if (fits_) add(false, a.coefficientLow() * b.coefficientLow(), a.exponent() + b.exponent());
+    }
+    /// True when the magnitude is another one's to the cent.
+    bool agreesWith(const Decimal& number) const noexcept {
+        WholeSum other;
+        other.add(number, number.isNegative());
+        const Whole difference = (sum_ < 0 ? -sum_ : sum_) - other.sum_;
+        return fits_ && other.fits_ && difference <= kCent && difference >= -kCent;
+    }
+
+private:
+    static constexpr int kMostBits = 62;
+
+    Whole sum_ = 0;
+    bool fits_ = true;
+};
+
+// ---------------------------------------------------------------------------------------------
+// All else
 
 /// A number; nothing when a part of it is absent, or it has too many digits.
 using Number = std::optional<Decimal>;
@@ -29,10 +89,19 @@ int decimalPlaces(OptionalText text) noexcept {
     return static_cast<int>(std::ranges::count_if(text->substr(point + 1), isDigit));
 }
 
-// Institutions leave zeros at the end out: a text with fewer places is taken to be as exact as this.
+// Institutions leave zeros at the end out: a text with fewer places is taken to be as exact as this. Units
+// that are written as a whole number are one.
 constexpr int kPlacesOfPrice = 2;
 constexpr int kPlacesOfUnits = 3;
 constexpr int kPlacesOfMoney = 2;
+
+/// How far rounding to so many places may change a number.
+Number halfOfPlaces(int places) noexcept { return Decimal::fromParts(false, 0, 5, -places - 1); }
+
+Number roundingOfUnits(OptionalText units) noexcept {
+    const int places = decimalPlaces(units);
+    return places == 0 ? Decimal() : halfOfPlaces(std::max(kPlacesOfUnits, places));
+}
 
 /// Units times price without signs, and how much rounding of the two may have changed it.
 struct Gross {
@@ -44,21 +113,24 @@ template <class Object>
 Gross grossOf(const Object& object) {
     const Number units = magnitude(object.units());
     const Number price = magnitude(object.unitPrice());
-    const Number unitOfPrice =
-        unitOfPlaces(std::max(kPlacesOfPrice, decimalPlaces(object.text("unitPrice"))));
-    const Number unitOfUnits = unitOfPlaces(std::max(kPlacesOfUnits, decimalPlaces(object.text("units"))));
-    return {product(units, price), sum(product(units, unitOfPrice), product(price, unitOfUnits))};
+    const Number ofPrice = halfOfPlaces(std::max(kPlacesOfPrice, decimalPlaces(object.text("unitPrice"))));
+    return {product(units, price),
+            sum(product(units, ofPrice), product(price, roundingOfUnits(object.text("units"))))};
 }
 
 /// What units times price have to be multiplied with, the usual reading first.
 enum class Quotation : std::uint8_t { plain, perHundred, perShare };
 
-std::vector<Number> factorsOf(Quotation quotation, const Number& sharesPerContract) {
+std::vector<Number> factorsOf(Quotation quotation, const Number& sharesPerContract,
+                              const Security* security) {
     const Number one = Decimal::fromInteger(1);
-    if (quotation == Quotation::perHundred) return {unitOfPlaces(2), one};
+    if (quotation == Quotation::plain) return {one};
     // Without the shares for each contract there is nothing to compare with.
     if (quotation == Quotation::perShare) return {sharesPerContract, one};
-    return {one};
+    // Bonds may be counted by number instead of by their face value, which mostly is a thousand.
+    const Number stated = security != nullptr ? security->parValue() : std::nullopt;
+    const Number face = stated ? stated : Number(Decimal::fromInteger(1000));
+    return {unitOfPlaces(2), one, product(face, unitOfPlaces(2)), face};
 }
 
 /// True when two magnitudes differ by no more than rounding; also when that cannot be said.
@@ -67,7 +139,7 @@ bool agree(const Number& a, const Number& b, const Number& rounding) noexcept {
     return !difference || !rounding || *difference <= *rounding;
 }
 
-/// What rounding of an amount of money, and of what it was computed from, can explain.
+/// What rounding of an amount of money, up or down, and of what it was computed from can explain.
 Number roundingOf(OptionalText money, const Number& ofFactors) noexcept {
     return sum(ofFactors, unitOfPlaces(std::min(kPlacesOfMoney, decimalPlaces(money))));
 }
@@ -104,14 +176,16 @@ Rule ruleOf(InvestmentTransactionKind kind) noexcept {
     }
 }
 
-/// What a transaction costs beside the securities themselves.
-Number costsOf(const InvestmentTransaction& transaction) {
-    Number costs = Decimal();
-    for (const Number& part :
-         {transaction.commission(), transaction.fees(), transaction.taxes(), transaction.load(),
-          transaction.withholding(), transaction.stateWithholding(), transaction.penalty()})
-        costs = sum(costs, orZero(part));
-    return costs;
+/// The sum of the costs as they are written, and, since some institutions write costs as negative amounts,
+/// that of their magnitudes.
+std::array<Number, 2> sumsOfCosts(const InvestmentTransaction& transaction) noexcept {
+    std::array<Number, 2> sums{Decimal(), Decimal()};
+    for (const Decimal* cost : investments::tradeAmountsOf(transaction).costs) {
+        if (cost == nullptr) continue;
+        sums[0] = sum(sums[0], *cost);
+        sums[1] = sum(sums[1], magnitude(*cost));
+    }
+    return sums;
 }
 
 /// What the OFX standard counts in two ways, so that it may be in the total or not.
@@ -123,17 +197,40 @@ std::vector<Number> doubtfulParts(const InvestmentTransaction& transaction, Side
     return {Decimal(), accrued, change, sum(accrued, change)};
 }
 
+/// True when units and price make the market value to the cent.
+bool agreesAtOnce(const Position& position, const Decimal& value) noexcept {
+    const Number units = position.units();
+    const Number price = position.unitPrice();
+    if (!units || !price || position.kind() == PositionKind::option) return false;
+    WholeSum made;
+    made.addProduct(*units, *price);
+    return made.agreesWith(value);
+}
+
+/// True when the usual reading makes the total to the cent.
+bool agreesAtOnce(const InvestmentTransaction& transaction, const Rule& rule) noexcept {
+    const investments::TradeAmounts amounts = investments::tradeAmountsOf(transaction);
+    const bool isWhole = amounts.units != nullptr && amounts.unitPrice != nullptr && amounts.total != nullptr;
+    if (!isWhole || rule.quotation != Quotation::plain) return false;
+    WholeSum made;
+    made.addProduct(*amounts.units, *amounts.unitPrice);
+    for (const Decimal* cost : amounts.costs)
+        if (cost != nullptr) made.add(*cost, rule.side == Side::sells);
+    return made.agreesWith(*amounts.total);
+}
+
 }  // namespace
 
 std::optional<Decimal> contradictingMarketValue(const Position& position, const Security* security) {
     const Number value = position.marketValue();
+    if (!value || agreesAtOnce(position, *value)) return std::nullopt;
     const Gross gross = grossOf(position);
     const bool isOption = position.kind() == PositionKind::option;
     const Quotation quotation = isOption                                ? Quotation::perShare
                                 : position.kind() == PositionKind::debt ? Quotation::perHundred
                                                                         : Quotation::plain;
     const std::vector<Number> factors =
-        factorsOf(quotation, security != nullptr ? security->sharesPerContract() : std::nullopt);
+        factorsOf(quotation, security != nullptr ? security->sharesPerContract() : std::nullopt, security);
     for (const Number& factor : factors) {
         const Number rounding = roundingOf(position.text("marketValue"), product(gross.rounding, factor));
         if (agree(product(gross.value, factor), value, rounding)) return std::nullopt;
@@ -141,19 +238,23 @@ std::optional<Decimal> contradictingMarketValue(const Position& position, const 
     return product(gross.value, factors.front());
 }
 
-std::optional<Decimal> contradictingTotal(const InvestmentTransaction& transaction) {
-    const auto [side, quotation] = ruleOf(transaction.kind());
-    if (side == Side::none) return std::nullopt;
+std::optional<Decimal> contradictingTotal(const InvestmentTransaction& transaction,
+                                          const Security* security) {
+    const Rule rule = ruleOf(transaction.kind());
+    if (rule.side == Side::none || agreesAtOnce(transaction, rule)) return std::nullopt;
     const Gross gross = grossOf(transaction);
-    const Number costs = side == Side::buys ? costsOf(transaction) : negated(costsOf(transaction));
-    const std::vector<Number> factors = factorsOf(quotation, transaction.sharesPerContract());
-    for (const Number& factor : factors)
-        for (const Number& doubtful : doubtfulParts(transaction, side)) {
-            const Number expected = sum(sum(product(gross.value, factor), costs), doubtful);
-            const Number rounding = roundingOf(transaction.text("total"), product(gross.rounding, factor));
-            if (agree(expected, transaction.total(), rounding)) return std::nullopt;
-        }
-    return sum(product(gross.value, factors.front()), costs);
+    std::array<Number, 2> costs = sumsOfCosts(transaction);
+    if (rule.side == Side::sells) std::ranges::transform(costs, costs.begin(), negated);
+    const std::vector<Number> factors = factorsOf(rule.quotation, transaction.sharesPerContract(), security);
+    for (const Number& factor : factors) {
+        const Number value = product(gross.value, factor);
+        const Number rounding = roundingOf(transaction.text("total"), product(gross.rounding, factor));
+        for (const Number& doubtful : doubtfulParts(transaction, rule.side))
+            for (const Number& cost : costs)
+                if (agree(sum(sum(value, cost), doubtful), transaction.total(), rounding))
+                    return std::nullopt;
+    }
+    return sum(product(gross.value, factors.front()), costs.front());
 }
 
 }  // namespace brackwell

@@ -58,6 +58,11 @@ bool RecordReader::read(std::uint32_t aggregate) noexcept {
     return hasOthers;
 }
 
+bool RecordReader::isLongerForm(std::uint32_t node) const noexcept {
+    const NameID name = records_->node(node).name();
+    return name == reading::element("MEMO2") || name == reading::element("SRVRTID2");
+}
+
 /// Takes an aggregate that is a field; true when its leaves are to be read as well.
 bool RecordReader::takesAggregate(FieldTable::Entry entry, std::uint32_t node) noexcept {
     if (!entry.isField()) return false;

@@ -82,11 +82,16 @@ struct Records {
         return leaves[record.leaves + countBelow(record.found, bit)];
     }
     OptionalText text(const Record& record, std::size_t field) const noexcept;
-    std::optional<Decimal> amount(const Record& record, std::size_t field) const noexcept {
+    /// Null for one that the document does not have, or that is none.
+    const Decimal* amountAt(const Record& record, std::size_t field) const noexcept {
         const FieldTable::Fields bit = FieldTable::Fields{1} << field;
-        if ((record.values & bit) == 0) return std::nullopt;
+        if ((record.values & bit) == 0) return nullptr;
         const FieldTable::Fields all = record.values & fieldsOf(record.type).amounts();
-        return amounts[record.amounts + countBelow(all, bit)];
+        return &amounts[record.amounts + countBelow(all, bit)];
+    }
+    std::optional<Decimal> amount(const Record& record, std::size_t field) const noexcept {
+        const Decimal* found = amountAt(record, field);
+        return found != nullptr ? std::optional(*found) : std::nullopt;
     }
     std::optional<Date> date(const Record& record, std::size_t field) const noexcept {
         const FieldTable::Fields bit = FieldTable::Fields{1} << field;
@@ -128,10 +133,12 @@ private:
     }
     void take(std::size_t field, std::uint32_t node) noexcept {
         const FieldTable::Fields bit = FieldTable::Fields{1} << field;
-        if ((found_ & bit) != 0) return;  // the first one counts
+        if ((found_ & bit) != 0 && !isLongerForm(node)) return;  // else the first one counts
         found_ |= bit;
         nodes_[field] = node;
     }
+    /// True for a text that repeats another one in full.
+    bool isLongerForm(std::uint32_t node) const noexcept;
     bool takesAggregate(FieldTable::Entry entry, std::uint32_t node) noexcept;
     bool isObject(FieldTable::Entry entry, std::uint32_t taken) const noexcept;
     bool convert(std::size_t field, const TvOFXHelper& helper);

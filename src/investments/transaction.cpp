@@ -2,6 +2,7 @@
 #include <brackwell/investments.h>
 
 #include "investments/getters.h"
+#include "investments/trade_amounts.h"
 
 namespace brackwell {
 namespace investments {
@@ -251,4 +252,21 @@ InvestmentTransactionKind InvestmentTransaction::kind() const noexcept {
     return static_cast<InvestmentTransactionKind>(recordOf(*this).kind);
 }
 
+namespace investments {
+
+TradeAmounts tradeAmountsOf(const InvestmentTransaction& transaction) noexcept {
+    const Records& records = recordsOf(transaction);
+    const Record& record = recordOf(transaction);
+    const auto amount = [&](std::size_t field) { return records.amountAt(record, field); };
+    return {amount(kTransactionFields.amount("units")),
+            amount(kTransactionFields.amount("unitPrice")),
+            amount(kTransactionFields.amount("total")),
+            {amount(kTransactionFields.amount("commission")), amount(kTransactionFields.amount("fees")),
+             amount(kTransactionFields.amount("taxes")), amount(kTransactionFields.amount("load")),
+             amount(kTransactionFields.amount("withholding")),
+             amount(kTransactionFields.amount("stateWithholding")),
+             amount(kTransactionFields.amount("penalty"))}};
+}
+
+}  // namespace investments
 }  // namespace brackwell

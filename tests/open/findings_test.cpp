@@ -312,7 +312,7 @@ TEST_CASE("investments that do not add up are noted") {
         return investments(text.replace(text.find(">MKT<"), 5, ">" + value + "<"));
     };
     checkRows({{"a position", valued("51.00"), FindingKind::doesNotAddUp, FindingSeverity::note, 1, 5,
-                "1 position does not add up: its market value is 51.00, but its parts make 50."}},
+                "1 position does not add up: its market value is 51, but its parts make 50."}},
               OpenOptions());
     CHECK(findingsOf(valued("50.00"), {}).empty());
 }
