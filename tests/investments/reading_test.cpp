@@ -254,6 +254,29 @@ TEST_CASE("the source text begins at the aggregate's own tag, not at one that be
     CHECK(statementWith(plan).plan401k()->originalText() == plan);
 }
 
+TEST_CASE("of a text and its longer form the longer one counts, wherever it stands") {
+    for (const std::string& fields : {std::string("<SRVRTID>a<SRVRTID2>ab<MEMO>c<MEMO2>cd"),
+                                      std::string("<SRVRTID2>ab<SRVRTID>a<MEMO2>cd<MEMO>c")}) {
+        CAPTURE(fields);
+        const auto transaction = transactionWith("<INCOME><INVTRAN>" + fields + "</INVTRAN></INCOME>");
+        CHECK(transaction.serverTransactionID() == "ab");
+        CHECK(transaction.memo() == "cd");
+    }
+}
+
+TEST_CASE("the period since the plan began has two names") {
+    for (const std::string& name : {std::string("INCEPTODATE"), std::string("INCEPTTODATE")}) {
+        CAPTURE(name);
+        const auto plan = statementWith("<INV401K><INV401KSUMMARY><" + name +
+                                        "><DTSTART>20200101<CONTRIBUTIONS><TOTAL>5</CONTRIBUTIONS></" + name +
+                                        "></INV401KSUMMARY></INV401K>")
+                              .plan401k();
+        REQUIRE(plan->periods().size() == 1);
+        CHECK(plan->periods()[0].elementName() == name);
+        CHECK(plan->periods()[0].contributions()->total() == Decimal::fromInteger(5));
+    }
+}
+
 TEST_CASE("where the next text is far, the source text ends with the last leaf") {
     std::string body = "<OFX><INVSTMTRS><INCOME><TOTAL>5</INCOME>";
     for (int i = 0; i < 100; ++i) body += "<A></A>";

@@ -32,17 +32,13 @@ TEST_CASE("a security is found by its identifier and the type of it") {
         stock("1", "CUSIP", "again") + stock("3", "", "three") + "<STOCKINFO></STOCKINFO>"));
     CHECK(list.all().size() == 6);
     const std::vector<Row> rows{
-        {"1", "CUSIP", "one as CUSIP"},
-        {"1", "ISIN", "one as ISIN"},
-        {"1", "SEDOL", "none"},
-        {"2", "ISIN", "two"},
-        {"2", std::nullopt, "two"},
-        {"3", "CUSIP", "three"},
-        {"3", std::nullopt, "three"},
-        {"4", "CUSIP", "none"},
-        {"0", std::nullopt, "none"},
-        {std::nullopt, "ISIN", "none"},
-        {std::nullopt, std::nullopt, "none"},
+        {"1", "CUSIP", "one as CUSIP"}, {"1", "ISIN", "one as ISIN"},
+        {"1", "SEDOL", "none"},         {"1", "isin", "one as ISIN"},
+        {"1", "Cusip", "one as CUSIP"}, {"1", "CUSIPS", "none"},
+        {"2", "ISIN", "two"},           {"2", std::nullopt, "two"},
+        {"3", "CUSIP", "three"},        {"3", std::nullopt, "three"},
+        {"4", "CUSIP", "none"},         {"0", std::nullopt, "none"},
+        {std::nullopt, "ISIN", "none"}, {std::nullopt, std::nullopt, "none"},
     };
     for (const Row& row : rows) {
         CAPTURE(std::string(row.id.value_or("nothing")));
