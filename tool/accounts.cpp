@@ -108,6 +108,12 @@ Table::Row rowOf(const InvestmentAccount& account, bool isFull) {
     };
 }
 
+void showWhyNoBalance(Page& page, const InvestmentAccount& account, bool isFull) {
+    const std::string why = whyNoWorth(account.latest());
+    if (!why.empty())
+        page.paragraph("No balance of " + shownNumber(account.number, isFull) + ": " + why + ".");
+}
+
 void showRows(Page& page, const std::vector<Table::Row>& rows) {
     Table table({{"Institution", Column::Kind::text, 11, 4},
                  {"Account", Column::Kind::text, 8, 6},
@@ -153,6 +159,8 @@ bool runAccounts(Run& run) {
     }
     Page page(run.output);
     if (!rows.empty()) showRows(page, rows);
+    for (const InvestmentAccount& account : history.investments().accounts())
+        if (!account.number.empty()) showWhyNoBalance(page, account, isFull);
     if (nameless > 0)
         page.paragraph("Statements that name no account: " + std::to_string(nameless));
     else if (rows.empty() && allRead)

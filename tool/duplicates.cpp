@@ -3,6 +3,7 @@
 
 #include "history/history.h"
 #include "investments/facts.h"
+#include "investments/security_lookup.h"
 #include "run.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
@@ -13,6 +14,8 @@
 
 namespace tool {
 namespace {
+
+using brackwell::SecurityList;
 
 /// The entries of an account that are the same transaction, by the number of the first; those that occur once
 /// are not in it.
@@ -62,18 +65,22 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::s
     };
 }
 
-Table::Row rowOf(const brackwell::TvOFXStatementTransaction* transaction, std::size_t times) {
-    return rowOf(*transaction, times);
+Table::Row rowOf(const AccountHistory&, const HistoryEntry& entry, std::size_t times, const SecurityList&) {
+    return rowOf(*entry.transaction, times);
 }
 
-/// What it is stands in the place of the payee.
-Table::Row rowOf(const brackwell::InvestmentTransaction& transaction, std::size_t times) {
+/// What it is and of which security stands in the place of the payee. A bank transaction has its own.
+Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry, std::size_t times,
+                 const SecurityList& others) {
+    const brackwell::InvestmentTransaction& transaction = entry.transaction;
+    if (const auto bank = transaction.bankTransaction()) return rowOf(*bank, times);
     const auto date = dateOf(transaction);
     const auto amount = amountOf(transaction);
-    const brackwell::OptionalText security = transaction.securityID();
+    const SecurityLookup securities(*account.statements[entry.statement].securities, others);
+    const std::string_view name = nameOf(securities.find(transaction), transaction.securityID());
     return {
         date ? std::string(DateText(*date).day()) : "",
-        visibleText(kindInWords(transaction) + (security ? " " + std::string(*security) : "")),
+        visibleText(kindInWords(transaction) + (name.empty() ? "" : " ") + std::string(name)),
         visibleText(memoOf(transaction).value_or("")),
         visibleText(identifierOf(transaction).value_or("")),
         std::to_string(times),
@@ -82,19 +89,23 @@ Table::Row rowOf(const brackwell::InvestmentTransaction& transaction, std::size_
 }
 
 template <class Account, class Entry>
-void showGroups(Page& page, const Account& account, const Groups<Entry>& groups) {
+void showGroups(Page& page, const Account& account, const Groups<Entry>& groups,
+                const SecurityList& securities) {
+    const auto row = [&](const auto& group) {
+        return rowOf(account, *group.front(), group.size(), securities);
+    };
     Table table({{"Date", Column::Kind::text, 0, 9},
                  {"Payee", Column::Kind::text, 8, 8},
                  {"Memo", Column::Kind::text, 8, 4},
                  {"ID", Column::Kind::text, 6, 5},
                  {"Times", Column::Kind::text, 5, 6},
                  {"Amount", Column::Kind::amount, 0, 9}});
-    for (const auto& [number, group] : groups) table.measure(rowOf(group.front()->transaction, group.size()));
+    for (const auto& [number, group] : groups) table.measure(row(group));
     table.fit(page.width());
     table.writeTitles(page);
     for (const auto& [number, group] : groups) {
         if (!page.isGood()) return;
-        table.writeRow(page, rowOf(group.front()->transaction, group.size()));
+        table.writeRow(page, row(group));
         page.fact("", filesOf(account, group));
     }
 }
@@ -102,11 +113,11 @@ void showGroups(Page& page, const Account& account, const Groups<Entry>& groups)
 /// True when a transaction of the account stands in two statements.
 template <class Account>
 bool showRepeats(Page& page, const Account& account, std::string_view kind, brackwell::OptionalText number,
-                 bool isFull) {
+                 bool isFull, const SecurityList& securities) {
     const auto groups = groupsOf(account.entries);
     if (groups.empty()) return false;
     page.heading(std::string(kind) + " " + shownNumber(number, isFull));
-    showGroups(page, account, groups);
+    showGroups(page, account, groups, securities);
     return true;
 }
 
@@ -119,9 +130,10 @@ bool runDuplicates(Run& run) {
     Page page(run.output);
     bool isAny = false;
     for (const AccountHistory& account : history.accounts())
-        isAny = showRepeats(page, account, kindOf(account), account.number(), isFull) || isAny;
+        isAny = showRepeats(page, account, kindOf(account), account.number(), isFull, {}) || isAny;
+    const SecurityList securities(history.investments().securities());
     for (const InvestmentAccount& account : history.investments().accounts())
-        isAny = showRepeats(page, account, "Investment account", account.number, isFull) || isAny;
+        isAny = showRepeats(page, account, "Investment account", account.number, isFull, securities) || isAny;
     if (!isAny) page.paragraph("No transaction stands in two statements.");
     return allRead;
 }

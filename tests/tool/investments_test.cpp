@@ -258,6 +258,14 @@ TEST_CASE("an investment account is a row with what it is worth") {
     const std::string unknown = "<POSSTOCK><INVPOS><SECID><UNIQUEID>1</SECID></INVPOS></POSSTOCK>";
     CHECK_FALSE(contains(outputOf({"accounts"}, version1(held("1234567", "", unknown + position("2", "5")))),
                          "10.50"));
+    const std::string no =
+        outputOf({"accounts"}, version1(held("1234567", "", unknown + position("2", "5"))));
+    CHECK(contains(no, "\nNo balance of ****4567: 1 of 2 positions has no value in USD.\n"));
+    CHECK(contains(outputOf({"accounts"}, version1(held("1234567", "", unknown + unknown))),
+                   "\nNo balance of ****4567: 2 of 2 positions have no value in USD.\n"));
+    CHECK(contains(outputOf({"accounts", "--full"}, version1(held("1234567", "", "", ""))),
+                   "\nNo balance of 1234567: it states neither positions nor available cash.\n"));
+    CHECK_FALSE(contains(output, "No balance"));
     CHECK(contains(
         outputOf({"accounts"}, version1(held("1234567", "", "", "<INV401KBAL><TOTAL>77.25</INV401KBAL>"))),
         "77.25"));
@@ -291,6 +299,14 @@ TEST_CASE("an investment transaction that stands in two statements is found by i
     CHECK(contains(output, "Bought stock 100"));
     CHECK(contains(output, "in " + first.substr(0, 4)));
     CHECK_FALSE(contains(output, "B1"));  // of different amounts
+    const std::string list = securityList(security("100", "Alder", "ALDR"));
+    const std::string third =
+        folder.file("3.ofx", version1(held("1234567", twice + moneyIn("B9", "5"), "") + list));
+    const std::string fourth =
+        folder.file("4.ofx", version1(held("1234567", twice + moneyIn("B9", "5"), "")));
+    const std::string named = tool({"duplicates", "--quiet", fourth, third}).output;
+    CHECK(contains(named, "Bought stock Alder  "));
+    CHECK(contains(named, "Payroll  "));
     CHECK(tool({"duplicates", "--quiet", first}).output == "No transaction stands in two statements.\n");
 }
 
@@ -324,6 +340,7 @@ TEST_CASE("a report has a section for an investment account") {
     CHECK(holdings.at(0) == Cells{"Alder & Sons <b>ALDR", "2.5", "4", "10.00", "25.0 %", "2024-06-30"});
     CHECK(holdings.at(1).at(4) == "75.0 %");
     CHECK(page.all("svg", "share").size() == 3);
+    CHECK(page.texts("tfoot") == std::vector<std::string>{"\nSum40.00\n"});
     CHECK(page.rows("kinds").at(0) == Cells{"Stocks", "40.00", "100.0 %"});
     CHECK(page.texts("p", "note").empty());
     CHECK(contains(page.texts("h1").at(0), "Account report"));
@@ -348,13 +365,32 @@ TEST_CASE("what a holding is worth is as much as is known of it") {
         const MarkupPage page = reportOf(version1(held("1234567", "", row.position + position("2", "5"))));
         const auto cells = page.rows("holdings").at(0);
         CHECK(Cells{cells.at(3), cells.at(4)} == row.cells);
-        CHECK((page.texts("p", "balance").at(0) == "What it is worth is not stated") ==
+        CHECK((page.texts("p", "balance").at(0) ==
+               "What it is worth is not stated: 1 of 2 positions has no value in USD") ==
               (row.cells.at(1) == "\u2013"));
     }
     const MarkupPage page = reportOf(version1(held("1", "", position("1", "-5"))));
     CHECK(page.all("rect", "out").size() == 2);
     const std::string unknown = "<POSSTOCK><INVPOS><SECID><UNIQUEID>1</SECID></INVPOS></POSSTOCK>";
     CHECK(reportOf(version1(held("1", "", unknown))).rows("kinds").at(0).at(0) == "Stocks1 without a value");
+}
+
+TEST_CASE("what an account is worth is said to be without its margin balance") {
+    const auto balanceOf = [](const std::string& margin) {
+        const std::string rest = "<INVBAL><AVAILCASH>5.5<MARGINBALANCE>" + margin + "</INVBAL>";
+        return reportOf(version1(held("1234567", "", position("1", "10"), rest))).texts("p", "balance").at(0);
+    };
+    CHECK(balanceOf("-200") ==
+          "15.50 USDHoldings and cash, without the margin balance of \u2212200.00, 2024-06-30");
+    CHECK(balanceOf("0") == "15.50 USDHoldings and cash 2024-06-30");
+}
+
+TEST_CASE("units and prices of a report have groups of digits and a sign of minus") {
+    std::string many = position("1", "-10");
+    many.replace(many.find("<UNITS>2.5<UNITPRICE>4"), 22, "<UNITS>-4000.5<UNITPRICE>12345.678");
+    const Cells cells = reportOf(version1(held("1234567", "", many))).rows("holdings").at(0);
+    CHECK(cells.at(1) == "\u22124,000.5");
+    CHECK(cells.at(2) == "12,345.678");
 }
 
 TEST_CASE("a report draws the income of each month, with what was reinvested") {
@@ -366,6 +402,7 @@ TEST_CASE("a report draws the income of each month, with what was reinvested") {
              "")));
     CHECK(page.rows("income") ==
           std::vector<Cells>{{"2024-02", "5.00"}, {"2024-04", "2.00"}, {"no date", "7.00"}});
+    CHECK(page.texts("tfoot") == std::vector<std::string>{"\nSum14.00\n"});
     std::vector<std::string> titles;
     for (const MarkupElement& element : page.all("title")) titles.push_back(element.text);
     CHECK(std::ranges::count(titles, "Income of Investment account \u2022\u2022 1122 by month") == 1);

@@ -1,10 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "investments/named_securities.h"
 
+#include "text/folded_case.h"
+
 namespace tool {
 namespace {
 
 using namespace brackwell;
+
+std::string folded(std::string_view type) {
+    std::string text;
+    appendFoldedCase(text, type);
+    return text;
+}
 
 /// Most objects name what others named before: nothing is made for these.
 template <class Names>
@@ -18,8 +26,7 @@ void addName(Names& names, const Object& object) {
     const OptionalText id = object.securityID();
     if (!id) return;
     auto& types = placeOf(names, *id);
-    const std::string_view type = object.securityIDType().value_or("");
-    if (types.find(type) == types.end()) types.emplace(type);
+    types.insert(folded(object.securityIDType().value_or("")));
 }
 
 }  // namespace
@@ -32,7 +39,7 @@ void NamedSecurities::add(const InvestmentStatement& statement) {
 bool NamedSecurities::has(const Security& security) const {
     const auto named = names_.find(security.id().value_or(""));
     if (named == names_.end()) return false;
-    const std::string_view type = security.idType().value_or("");
+    const std::string type = folded(security.idType().value_or(""));
     const auto& types = named->second;
     return type.empty() || types.contains("") || types.contains(type);
 }

@@ -19,8 +19,8 @@ public:
     bool has(const brackwell::Security& security) const;
 
 private:
-    /// The types under which each identifier is named; "" where no type is given.
-    std::map<std::string, std::set<std::string, std::less<>>, std::less<>> names_;
+    /// The types under which each identifier is named, in folded case; "" where no type is given.
+    std::map<std::string, std::set<std::string>, std::less<>> names_;
 };
 
 }  // namespace tool

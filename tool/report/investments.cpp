@@ -20,16 +20,26 @@ void writeAmountFact(Markup& markup, std::string_view label, const std::optional
     if (amount) markup.write("<div><dt>{}</dt><dd>{}</dd></div>\n", label, amountText(*amount));
 }
 
+/// A margin balance is not in what an account is worth, which nobody should have to guess.
+std::string marginText(const InvestmentStatement& latest) {
+    const auto balance = latest.balance();
+    const auto margin = balance ? balance->margin() : std::nullopt;
+    if (!margin || margin->isZero()) return {};
+    return ", without the margin balance of " + amountText(*margin) + ",";
+}
+
 void writeHead(Markup& markup, const InvestmentFigures& figures, std::size_t place) {
     markup.write(
         "<section class=\"account\" id=\"investment-{}\" aria-labelledby=\"investment-title-{}\">\n<header>"
         "<div><h2 id=\"investment-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
         place, place, place, figures.name(), figures.account->institution());
     if (figures.worth)
-        markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Holdings and cash {}</p>",
-                     amountText(*figures.worth), figures.account->currency, dayText(figures.latest.asOf()));
+        markup.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Holdings and cash{} {}</p>",
+                     amountText(*figures.worth), figures.account->currency, marginText(figures.latest),
+                     dayText(figures.latest.asOf()));
     else
-        markup.write("<p class=\"balance\">What it is worth is not stated</p>");
+        markup.write("<p class=\"balance\">What it is worth is not stated: {}</p>",
+                     whyNoWorth(figures.latest));
     markup.write("</header>\n");
 }
 
@@ -104,10 +114,22 @@ void writeHolding(Markup& markup, const Holding& holding, double sum) {
     markup.write("<tr><th scope=\"row\"><bdi>{}</bdi>", nameOf(security, position.securityID()));
     if (!ticker.empty()) markup.write("<small>{}</small>", ticker);
     markup.write("</th><td class=\"amount\">{}</td><td class=\"amount\">{}</td>",
-                 shownUnits(position.units()), shownUnits(position.unitPrice()));
+                 numberText(position.units()), numberText(position.unitPrice()));
     markup.write("<td class=\"amount\">{}</td>", value ? amountText(*value) : unknownValueOf(position));
     writeShare(markup, value, sum);
     markup.write("<td class=\"amount more\">{}</td></tr>\n", dayText(position.priceDate()));
+}
+
+void writeSumOfHoldings(Markup& markup, const std::vector<Holding>& holdings) {
+    if (holdings.size() < 2) return;
+    Worth worth;
+    for (const Holding& holding : holdings) worth.add(holding.value);
+    markup.write("<tfoot>\n<tr><th scope=\"row\">Sum");
+    if (worth.withoutValue > 0) markup.write("<small>{} without a value</small>", worth.withoutValue);
+    markup.write(
+        "</th><td></td><td></td><td class=\"amount\">{}</td><td></td><td class=\"more\"></td></tr>\n"
+        "</tfoot>\n",
+        amountText(worth.positions));
 }
 
 void writeHoldings(Markup& markup, const InvestmentFigures& figures, double sum) {
@@ -122,7 +144,9 @@ void writeHoldings(Markup& markup, const InvestmentFigures& figures, double sum)
         if (!markup.isGood()) return;
         writeHolding(markup, holding, sum);
     }
-    markup.write("</tbody>\n</table></div>\n");
+    markup.write("</tbody>\n");
+    writeSumOfHoldings(markup, figures.holdings);
+    markup.write("</table></div>\n");
 }
 
 void writeKinds(Markup& markup, const InvestmentFigures& figures, double sum) {
@@ -154,7 +178,8 @@ double sumOfHoldings(const InvestmentFigures& figures) {
 
 void writeIncomeFigure(Markup& markup, const InvestmentFigures& figures, std::size_t place) {
     markup.write(
-        "<figure><figcaption>Income <span class=\"key\">with what was reinvested</span></figcaption>\n");
+        "<figure><figcaption>Income <span class=\"key\">from securities, with what was "
+        "reinvested</span></figcaption>\n");
     writeIncomePlot(markup, figures.income.months, figures.name(), figures.account->currency,
                     "income-" + std::to_string(place));
     markup.write("</figure>\n");
@@ -166,6 +191,12 @@ void writePlots(Markup& markup, const InvestmentFigures& figures, double sum, st
     if (!figures.holdings.empty()) writeKinds(markup, figures, sum);
     if (!figures.income.months.empty()) writeIncomeFigure(markup, figures, place);
     markup.write("</div>\n");
+}
+
+Sum sumOf(const Income& income) {
+    Sum sum = income.withoutDate;
+    for (const MonthFlow& month : income.months) sum.add(month.flow.net());
+    return sum;
 }
 
 void writeIncomeMonths(Markup& markup, const InvestmentFigures& figures) {
@@ -185,7 +216,10 @@ void writeIncomeMonths(Markup& markup, const InvestmentFigures& figures) {
     if (income.undated > 0)
         markup.write("<tr><th scope=\"row\">no date</th><td class=\"amount\">{}</td></tr>\n",
                      amountText(income.withoutDate));
-    markup.write("</tbody>\n</table></div></details>\n");
+    markup.write(
+        "</tbody>\n<tfoot>\n<tr><th scope=\"row\">Sum</th><td class=\"amount\">{}</td></tr>\n</tfoot>\n"
+        "</table></div></details>\n",
+        amountText(sumOf(income)));
 }
 
 void writeNotes(Markup& markup, const InvestmentFigures& figures) {
@@ -227,7 +261,7 @@ void writeOtherSecurities(Markup& markup, const Report& report) {
                      nameOf(security, security.id()), security.ticker().value_or(""),
                      kindInWords(security.kind()));
         markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td><td class=\"amount\">{}</td></tr>\n",
-                     shownUnits(security.unitPrice()), currency ? currency->symbol : std::string(),
+                     numberText(security.unitPrice()), currency ? currency->symbol : std::string(),
                      dayText(security.priceDate()));
     }
     markup.write("</tbody>\n</table></div>\n</section>\n");
