@@ -20,8 +20,8 @@ public:
 
     void run() {
         for (std::size_t i = 0; i < tags_.size(); ++i) {
-            if (i + 1 < tags_.size() && areCrossed(tags_[i], tags_[i + 1])) exchange(tags_[i], tags_[i + 1]);
-            follow(tags_[i]);
+            if (i + 1 < tags_.size() && areCrossed(i)) exchange(tags_[i], tags_[i + 1]);
+            follow(i);
         }
     }
 
@@ -29,17 +29,19 @@ private:
     Element innermost() const noexcept { return open_.empty() ? elements::kUnknown : open_.back(); }
     Element outer() const noexcept { return open_.size() < 2 ? elements::kUnknown : open_[open_.size() - 2]; }
 
-    bool areCrossed(const Tag& first, const Tag& second) const noexcept {
+    bool areCrossed(std::size_t i) const noexcept {
+        const Tag& first = tags_[i];
+        const Tag& second = tags_[i + 1];
         if (first.form != Tag::Form::open || first.hasText || first.element == elements::kUnknown)
             return false;
-        if (second.isClose()) return opensBeforeEnd(first, second);
+        if (second.isClose()) return opensBeforeEnd(first, second, isOpenedBefore(first, i + 2));
         return second.form == Tag::Form::open && isInsideOut(first, second);
     }
 
     /// An open tag right before the close tag of a leaf, or of an aggregate that it has no place in.
-    bool opensBeforeEnd(const Tag& first, const Tag& second) const noexcept {
+    bool opensBeforeEnd(const Tag& first, const Tag& second, bool isAggregate) const noexcept {
         if (second.name == first.name && second.element != innermost()) return false;
-        if (second.name == leaf_) return second.hasText || elements::isAggregate(first.element);
+        if (second.name == leaf_) return second.hasText || isAggregate;
         return second.element != elements::kUnknown && second.element == innermost() &&
                isKnownNotToStandIn(first.element, second.element) &&
                elements::findChild(first.element, outer()) != nullptr;
@@ -47,8 +49,7 @@ private:
 
     /// The open tag of an element right before that of the aggregate it belongs in.
     bool isInsideOut(const Tag& first, const Tag& second) const noexcept {
-        return elements::isAggregate(second.element) &&
-               elements::findChild(first.element, second.element) != nullptr &&
+        return elements::findChild(first.element, second.element) != nullptr &&
                isKnownNotToStandIn(second.element, first.element) &&
                elements::findChild(second.element, innermost()) != nullptr &&
                elements::findChild(first.element, innermost()) == nullptr &&
@@ -64,16 +65,24 @@ private:
     }
 
     /// Keeps the aggregates that are open, as far as their tags say.
-    void follow(const Tag& tag) {
+    void follow(std::size_t i) {
+        const Tag& tag = tags_[i];
         if (tag.isClose()) {
             close(tag.element);
             leaf_ = kNoName;
         } else if (tag.hasText) {
             leaf_ = tag.name;
-        } else if (elements::isAggregate(tag.element)) {
+        } else if (isOpenedBefore(tag, i + 1)) {
             open_.push_back(tag.element);
             leaf_ = kNoName;
         }
+    }
+
+    /// True for an aggregate, and for what may be a leaf as well (CURRENCY) when one of its own comes next.
+    bool isOpenedBefore(const Tag& tag, std::size_t next) const noexcept {
+        if (elements::isAggregate(tag.element)) return true;
+        return next < tags_.size() && tags_[next].form == Tag::Form::open &&
+               elements::findChild(tags_[next].element, tag.element) != nullptr;
     }
 
     /// No document that means well nests deeper than kDeepest.

@@ -417,6 +417,19 @@ TEST_CASE("neighbouring tags that have changed places change them back") {
         text.replace(at, std::string_view(row.is).size(), row.was);
         CHECK(repairOFXText(text, RepairScope::structure).text == whole);
     }
+    const std::string abroad =
+        inBank(list(in("STMTTRN", "<FITID>a<MEMO>m</MEMO>" + in("CURRENCY", "<CURRATE>1.00<CURSYM>USD") +
+                                      "<INV401KSOURCE>ROLLOVER")));
+    for (const Row& row :
+         {Row{"<CURRENCY><CURRATE>", "<CURRATE><CURRENCY>"}, {"</MEMO><CURRENCY>", "<CURRENCY></MEMO>"}}) {
+        CAPTURE(row.is);
+        std::string text = abroad;
+        text.replace(text.find(row.is), std::string_view(row.is).size(), row.was);
+        CHECK(repairOFXText(text, RepairScope::structure).text == abroad);
+    }
+    const std::string leaf = inBank(list(in("STMTTRN", "<FITID>a<MEMO>m<CURRENCY></MEMO>USD<NAME>n")));
+    CHECK(repairOFXText(leaf, RepairScope::structure).text ==
+          inBank(list(in("STMTTRN", "<FITID>a<MEMO>m</MEMO><CURRENCY>USD<NAME>n"))));
     CHECK(repairOFXText("<OFX><STMTTRN><FITID>1<NAME></FITID>Shop</NAME></STMTTRN></OFX></A>").text ==
           repairOFXText("<OFX><STMTTRN><FITID>1</FITID><NAME>Shop</NAME></STMTTRN></OFX></A>").text);
 }
