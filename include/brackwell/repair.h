@@ -25,7 +25,8 @@
 ///   With a blank after the "<" the name must be in capitals. Tags with small letters inside of a leaf
 ///   in capitals that has its close tag are text as well, and so is an unknown name in the middle of a leaf's
 ///   line: "see <REF> 123".
-/// - A tag that has lost its "<" at the beginning of a line or directly after a value ("20240105TRNAMT>-5.00"),
+/// - A tag that has lost its "<" at the beginning of a line or directly after a value
+/// ("20240105TRNAMT>-5.00"),
 ///   one that has lost its ">" and begins with the name of a leaf ("<TRNAMT-5.00"), and one with a "<" in its
 ///   name ("<TRN<AMT>") are completed. Elements in a character-data section become elements.
 /// - In a document without "<OFX>" but with "<ofx>", all names are put into capitals, and small letters
