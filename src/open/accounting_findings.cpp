@@ -59,7 +59,7 @@ public:
                 return add(group, FindingKind::brokenTag, FindingSeverity::warning,
                            counted(group.count, "tag is none, so what follows it",
                                    "tags are none, so what follows them") +
-                               " is not read" + first(group) + quoted(tagOf(group)) + ".");
+                               " is not read" + first(group) + shown(tagOf(group)) + ".");
         }
     }
 
@@ -68,7 +68,7 @@ public:
         add(odd, FindingKind::brokenTag, FindingSeverity::warning,
             counted(odd.count, "text seems to hold a tag that has lost its \"<\"",
                     "texts seem to hold tags that have lost their \"<\"") +
-                first(odd) + quoted(document_.text(document_.node(odd.first))) + " of " +
+                first(odd) + shown(document_.text(document_.node(odd.first))) + " of " +
                 tag(nameOf(odd.first)) + ".");
     }
 
@@ -78,7 +78,7 @@ public:
             counted(group.count, "aggregate has text in it and no elements, so it is not read",
                     "aggregates have text in them and no elements, so they are not read") +
                 first(group) + tag(nameOf(group.first)) + ", " +
-                quoted(document_.text(document_.node(group.first))) + ".");
+                shown(document_.text(document_.node(group.first))) + ".");
     }
 
     void sayLooseTexts(const reading::Leftovers& leftovers) {
@@ -89,7 +89,7 @@ public:
                       counted(leftovers.looseTexts, "text stands between elements and is in none",
                               "texts stand between elements and are in none") +
                           (leftovers.looseTexts == 1 ? ": " : "; the first is ") +
-                          quoted(trimWhiteSpace(text.substr(0, text.find('<')))) + ".",
+                          shown(trimWhiteSpace(text.substr(0, text.find('<')))) + ".",
                       leftovers.looseTexts, places_.originalOffset(offset));
     }
 
@@ -106,6 +106,14 @@ private:
         return document_.name(document_.node(node));
     }
     std::string_view tagOf(const UnreadGroup& group) const noexcept { return nameOf(group.first); }
+    /// A part of the text; what the tree has of its own, with entities in it, is not looked up.
+    std::string shown(std::string_view text) const {
+        const std::string_view source = document_.source().bytes();
+        const bool isPart =
+            text.data() >= source.data() && text.data() + text.size() <= source.data() + source.size();
+        if (!isPart) return "(not shown)";
+        return quotedUnlessSecret(source, static_cast<std::size_t>(text.data() - source.data()), text.size());
+    }
     static const char* first(const UnreadGroup& group) noexcept {
         return group.count == 1 ? ": " : "; the first is ";
     }

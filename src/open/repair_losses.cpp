@@ -79,7 +79,13 @@ void findRepairLosses(FindingList& findings, std::string_view text,
         const auto first = std::ranges::min_element(lost, {}, &Value::change);
         findings.add(FindingKind::looseText, FindingSeverity::warning,
                      counted(lost.size(), "text belongs to no element", "texts belong to no element") +
-                         (lost.size() == 1 ? ": " : "; the first is ") + quoted(first->text) + ".",
+                         (lost.size() == 1 ? ": " : "; the first is ") +
+                         (overlapsAny(secretsInOFXText(text),
+                                      {changes[first->change].offset,
+                                       changes[first->change].offset + changes[first->change].was.size()})
+                              ? std::string("(not shown)")
+                              : quoted(first->text)) +
+                         ".",
                      lost.size(), changes[first->change].offset);
     }
     std::size_t count = 0;
@@ -95,8 +101,8 @@ void findRepairLosses(FindingList& findings, std::string_view text,
     findings.add(FindingKind::brokenTag, FindingSeverity::warning,
                  counted(count, "\"<\" begins no tag and is read as text",
                          "\"<\" begin no tags and are read as text") +
-                     (count == 1 ? ": " : "; the first is in ") + quoted(text.substr(begin, end - begin)) +
-                     ".",
+                     (count == 1 ? ": " : "; the first is in ") +
+                     quotedUnlessSecret(text, begin, std::min(end, text.size()) - begin) + ".",
                  count, place);
 }
 

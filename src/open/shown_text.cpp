@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/shown_text.h"
 
+#include <brackwell/open.h>
 #include <brackwell/platform.h>
 
 #include "platform/utf8.h"
@@ -53,6 +54,11 @@ std::string quoted(std::string_view text, std::size_t longest) {
 
 std::string counted(std::size_t count, std::string_view one, std::string_view several) {
     return std::to_string(count).append(" ").append(count == 1 ? one : several);
+}
+
+std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size) {
+    if (overlapsAny(secretsInOFXText(document), {offset, offset + size})) return "(not shown)";
+    return quoted(document.substr(offset, size));
 }
 
 }  // namespace brackwell::opening

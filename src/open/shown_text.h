@@ -13,6 +13,10 @@ std::string shownText(std::string_view text, std::size_t longest = 60);
 /// The same in quotation marks.
 std::string quoted(std::string_view text, std::size_t longest = 40);
 
+/// A part of a document in quotation marks, or that it is not shown: no finding holds a password, a key or a
+/// cookie. Reads the whole document.
+std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size);
+
 /// "1 balance", "3 balances".
 std::string counted(std::size_t count, std::string_view one, std::string_view several);
 
