@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/accounting.h"
 #include "open/shown_text.h"
+#include "repair/remains.h"
 
 namespace brackwell::opening {
 namespace {
@@ -59,7 +60,7 @@ public:
                 return add(group, FindingKind::brokenTag, FindingSeverity::warning,
                            counted(group.count, "tag is none, so what follows it",
                                    "tags are none, so what follows them") +
-                               " is not read" + first(group) + shown(tagOf(group)) + ".");
+                               " is not read" + first(group) + shownBroken(tagOf(group)) + ".");
         }
     }
 
@@ -113,6 +114,11 @@ private:
             text.data() >= source.data() && text.data() + text.size() <= source.data() + source.size();
         if (!isPart) return "(not shown)";
         return quotedUnlessSecret(source, static_cast<std::size_t>(text.data() - source.data()), text.size());
+    }
+    /// Of a broken tag that begins with a known name no more than that: the rest may be a key.
+    std::string shownBroken(std::string_view text) const {
+        const std::string_view name = repair::nameWithoutEnd(text);
+        return name.empty() ? shown(text) : quoted(name);
     }
     static const char* first(const UnreadGroup& group) noexcept {
         return group.count == 1 ? ": " : "; the first is ";

@@ -80,9 +80,8 @@ void findRepairLosses(FindingList& findings, std::string_view text,
         findings.add(FindingKind::looseText, FindingSeverity::warning,
                      counted(lost.size(), "text belongs to no element", "texts belong to no element") +
                          (lost.size() == 1 ? ": " : "; the first is ") +
-                         (overlapsAny(secretsInOFXText(text),
-                                      {changes[first->change].offset,
-                                       changes[first->change].offset + changes[first->change].was.size()})
+                         (quotedUnlessSecret(text, changes[first->change].offset,
+                                             changes[first->change].was.size()) == "(not shown)"
                               ? std::string("(not shown)")
                               : quoted(first->text)) +
                          ".",

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/shown_text.h"
 
-#include <brackwell/open.h>
 #include <brackwell/platform.h>
 
+#include <algorithm>
+
+#include "platform/ascii_case.h"
 #include "platform/utf8.h"
 
 namespace brackwell::opening {
@@ -57,7 +59,13 @@ std::string counted(std::size_t count, std::string_view one, std::string_view se
 }
 
 std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size) {
-    if (overlapsAny(secretsInOFXText(document), {offset, offset + size})) return "(not shown)";
+    // Where tags are broken, nothing tells where the value of a secret ends. So one near is enough.
+    constexpr std::size_t near = 400;
+    const std::size_t begin = offset - std::min(offset, near);
+    const std::string_view around = document.substr(begin, offset - begin + size);
+    for (const std::string_view name : {"KEY", "COOKIE", "PASS", "TOKEN", "CRED", "PHRASE"})
+        for (std::size_t i = 0; i + name.size() <= around.size(); ++i)
+            if (equalsIgnoringCase(around.substr(i, name.size()), name)) return "(not shown)";
     return quoted(document.substr(offset, size));
 }
 

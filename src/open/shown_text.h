@@ -14,7 +14,7 @@ std::string shownText(std::string_view text, std::size_t longest = 60);
 std::string quoted(std::string_view text, std::size_t longest = 40);
 
 /// A part of a document in quotation marks, or that it is not shown: no finding holds a password, a key or a
-/// cookie. Reads the whole document.
+/// cookie, and where a document names one shortly before a broken tag, nothing is shown.
 std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size);
 
 /// "1 balance", "3 balances".
