@@ -434,8 +434,8 @@ BRACKWELL_EXPORT std::optional<TransactionCurrency> currencyOf(const TvOFXStatem
 /// agree, or when too little is known to say. Signs are not compared, and what rounding of units, price and
 /// value can explain is no difference: half of the last place of units and price, one of the value. A debt's
 /// price is for 100 of face value, but one for 1 agrees, too, and so do units that count bonds of the face
-/// value that `security` states. An option's price is for one share, so `security` has to say how many a
-/// contract is for.
+/// value that `security` states, or else of 1000. An option's price is for one share, so `security` has to
+/// say how many a contract is for.
 BRACKWELL_EXPORT std::optional<Decimal> contradictingMarketValue(const Position& position,
                                                                  const Security* security = nullptr);
 

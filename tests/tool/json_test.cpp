@@ -93,6 +93,9 @@ TEST_CASE("a transaction has its fields in the order of the class") {
     CHECK(transaction["originalDataString"].get<std::string>().find("<CHECKNUM>00412</CHECKNUM>") !=
           std::string::npos);
     transaction.erase("originalDataString");
+    CHECK(transaction["transactionCurrency"].dump() ==
+          R"({"symbol":"EUR","rate":"0.9512","isConverted":true})");
+    transaction.erase("transactionCurrency");
     CHECK(transaction.dump() == Json::parse(R"({
         "transactionType": "PAYMENT",
         "datePosted": "2023-10-12T14:15:30.125Z",

@@ -26,8 +26,7 @@ void Totals::show(Page& page, brackwell::OptionalText currency) const {
     if (currency && !currency->empty()) text.append(" ").append(*currency);
     if (withoutAmount_ > 0)
         text.append(" (").append(std::to_string(withoutAmount_)).append(" without an amount)");
-    if (foreign_ > 0)
-        text.append(" (").append(std::to_string(foreign_)).append(" in another currency, not counted)");
+    if (foreign_ > 0) text.append(" (").append(std::to_string(foreign_)).append(" in another currency)");
     page.fact("Total", text);
 }
 
