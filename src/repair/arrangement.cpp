@@ -6,6 +6,10 @@
 
 #include "elements/ways.h"
 #include "repair/faults.h"
+#include "repair/first_children.h"
+#include "repair/holders.h"
+#include "repair/period.h"
+#include "repair/place_rules.h"
 
 namespace brackwell::repair {
 namespace {
@@ -14,34 +18,6 @@ using elements::Element;
 
 /// No document that means well nests deeper.
 constexpr unsigned kDeepest = 16;
-
-/// The first child of each kind that a node has.
-class FirstChildren {
-public:
-    NodeID find(NodeID parent, Element element) const {
-        const auto found = nodes_.find(key(parent, element));
-        return found == nodes_.end() ? kNoNode : found->second;
-    }
-    bool add(NodeID parent, Element element, NodeID node) {
-        return nodes_.try_emplace(key(parent, element), node).second;
-    }
-    void remove(NodeID parent, Element element, NodeID node) {
-        const auto found = nodes_.find(key(parent, element));
-        if (found != nodes_.end() && found->second == node) nodes_.erase(found);
-    }
-
-private:
-    struct Hash {
-        std::size_t operator()(std::uint64_t key) const noexcept {
-            key = (key ^ key >> 31) * 0x9E3779B97F4A7C15U;
-            return key ^ key >> 29;
-        }
-    };
-    static std::uint64_t key(NodeID parent, Element element) noexcept {
-        return std::uint64_t{parent} << 16 | element;
-    }
-    std::unordered_map<std::uint64_t, NodeID, Hash> nodes_;
-};
 
 class Arranger {
 public:
@@ -148,43 +124,112 @@ private:
         return child->mayRepeat || isList(element) || firsts_.find(parent, element) == kNoNode;
     }
 
-    /// True for an aggregate of which two can become one.
-    static bool isList(Element element) noexcept {
-        return std::ranges::any_of(elements::childrenOf(element), &elements::Child::mayRepeat);
-    }
-
-    /// Few elements stand in so few aggregates that it is clear which one is missing.
-    static bool hasClearPlace(Element element) noexcept { return elements::parentsOf(element).size() <= 2; }
-
     /// The aggregates that are missing between a node and what stands in it; empty when that is not clear.
     std::vector<Element> wayFrom(NodeID parent, NodeID node) {
         const Element element = elementOf(node);
         const bool isOutside = parent == Tree::kDocument;
         if (isOutside && tree_[node].isLeaf) return {};
+        if (tree_[node].isLeaf && isMadeFor(tree_[node].previous, element))
+            return {elementOf(tree_[node].previous)};
         const Element from = isOutside ? elements::kRoot : elementOf(parent);
         std::vector<Element> way = ways_.between(from, element);
         if (isOutside) {
             if (way.empty() && elements::findChild(element, from) == nullptr) return {};
             way.insert(way.begin(), elements::kRoot);
         }
-        const bool isClear =
-            tree_[node].isLeaf
-                ? way.size() == 1 && isOnly(from, element)
-                : hasClearPlace(element) || (way.size() == 1 && (isOutside || isOnly(from, element)));
+        const bool isClear = tree_[node].isLeaf
+                                 ? way.size() == 1 && isOnly(from, element)
+                                 : hasClearPlace(element) ||
+                                       (way.size() == 1 && (isOutside || isOnly(from, element))) ||
+                                       (!way.empty() && isInfoOf(way.back(), element));
         return isClear ? way : std::vector<Element>();
     }
 
-    /// True when only one child of an aggregate may hold an element.
-    static bool isOnly(Element parent, Element element) {
-        return std::ranges::count_if(elements::parentsOf(element), [parent](Element between) {
-                   return elements::findChild(between, parent) != nullptr;
-               }) == 1;
+    /// True for a node that was made just now, and has room for an element.
+    bool isMadeFor(NodeID node, Element element) const {
+        return node != kNoNode && !tree_[node].open.isThere() && hasRoom(node, element);
     }
 
     /// Puts the aggregates around a node that are missing between it and its parent.
     bool wrap(NodeID node, NodeID parent) {
         const std::vector<Element> way = wayFrom(parent, node);
-        return !way.empty() && putInto(node, parent, way);
+        if (way.empty()) return false;
+        return (way.size() > 1 && putIntoNearest(node, parent)) || putInto(node, parent, way);
+    }
+
+    /// Puts a node that stands outside of all statements into the one before it: a STMTTRN after
+    /// </STMTTRNRS> into the list of that statement.
+    bool putIntoNearest(NodeID node, NodeID parent) {
+        if (!tree_[node].open.isThere()) return false;
+        if (!hasHolders_) holders_.addAll(tree_);
+        hasHolders_ = true;
+        const auto [holder, between] = nearestHolder(node, parent);
+        if (holder == kNoNode) return false;
+        NodeID around = holder;
+        std::string reason =
+            reasonToPut(node, parent,
+                        between == elements::kUnknown ? nameOf(holder) : openTag(elements::nameOf(between)));
+        detach(node);
+        if (between == elements::kUnknown)
+            mark(around).closeReason = reason;
+        else
+            around = makeIn(holder, between, tree_[holder].last, tree_[node].open.begin, reason);
+        insert(node, around, tree_[around].last);
+        explain(node, RepairKind::misplaced, std::move(reason));
+        return true;
+    }
+
+    struct Place {
+        NodeID holder = kNoNode;
+        Element between = elements::kUnknown;  ///< what has to be made in it around the node
+    };
+
+    /// The last aggregate before a node, and inside the one around it, that the node or its list has a place
+    /// in; none when that place is taken.
+    Place nearestHolder(NodeID node, NodeID parent) const {
+        const Element element = elementOf(node);
+        Holders::Holder nearest;
+        Element between = elements::kUnknown;
+        const auto look = [&](Element holder, Element list) {
+            const Holders::Holder found = holders_.lastBefore(tree_, holder, tree_[node].open.begin);
+            if (found.node == kNoNode || elementOf(found.node) != holder) return;
+            if (nearest.node != kNoNode && nearest.offset >= found.offset) return;
+            nearest = found;
+            between = list;
+        };
+        for (const Element holder : elements::parentsOf(element)) {
+            look(holder, elements::kUnknown);
+            if (elements::mayRepeatIn(element, holder))
+                for (const Element outer : elements::parentsOf(holder)) look(outer, holder);
+        }
+        const bool isWrapper = nearest.node != kNoNode && tree_[nearest.node].name.ends_with("TRNRS");
+        if (nearest.node == kNoNode || isWrapper || !isInside(nearest.node, parent) ||
+            !hasRoom(nearest.node, between == elements::kUnknown ? element : between))
+            return {};
+        return {nearest.node, between};
+    }
+
+    bool isInside(NodeID node, NodeID outer) const noexcept {
+        for (unsigned i = 0; i < kDeepest && node != kNoNode; ++i) {
+            node = tree_[node].parent;
+            if (node == outer) return true;
+        }
+        return false;
+    }
+
+    std::string reasonToPut(NodeID node, NodeID parent, const std::string& place) const {
+        return nameOf(node) + " cannot stand " +
+               (parent == Tree::kDocument ? "outside of <OFX>" : "in " + nameOf(tree_[node].parent)) +
+               ", but in " + place;
+    }
+
+    /// Makes an aggregate that an open tag is missing of.
+    NodeID makeIn(NodeID parent, Element element, NodeID after, std::size_t offset,
+                  const std::string& reason) {
+        const NodeID made = make(element, RepairKind::missingOpen, reason);
+        insert(made, parent, after);
+        holders_.add(element, offset, made);
+        return made;
     }
 
     /// Puts a node into a parent, through aggregates that are there or are made. False when its place is
@@ -199,10 +244,7 @@ private:
         }
         if (step == way.size() && !hasRoom(around, elementOf(node))) return false;
         const NodeID beside = childAround(node, parent);
-        std::string reason =
-            nameOf(node) + " cannot stand " +
-            (parent == Tree::kDocument ? "outside of <OFX>" : "in " + nameOf(tree_[node].parent)) +
-            ", but in " + openTag(elements::nameOf(way.back()));
+        std::string reason = reasonToPut(node, parent, openTag(elements::nameOf(way.back())));
         NodeID after = step == 0 ? (beside == node ? tree_[node].previous : lastAfter(beside)) : kNoNode;
         detach(node);
         if (step > 0) {
@@ -210,8 +252,7 @@ private:
             if (after != kNoNode && after == tree_[around].last) mark(around).closeReason = reason;
         }
         for (; step < way.size(); ++step) {
-            const NodeID made = make(way[step], RepairKind::missingOpen, reason);
-            insert(made, around, after);
+            const NodeID made = makeIn(around, way[step], after, tree_[node].open.begin, reason);
             if (around == parent && beside != node) moved_[beside] = made;
             around = made;
             after = kNoNode;
@@ -233,7 +274,18 @@ private:
         }
         const NodeID before = tree_[node].parent == parent ? tree_[node].previous : kNoNode;
         if (before == kNoNode || elementOf(before) != element || tree_[before].open.isThere()) return kNoNode;
-        return hasRoom(before, elementOf(node)) ? before : kNoNode;
+        return hasRoom(before, elementOf(node)) && !isFull(before, node) ? before : kNoNode;
+    }
+
+    /// True for a record of a list that was made for one of several things: each of two BANKACCTINFO in a
+    /// ACCTINFORS is an account of its own, although an ACCTINFO may hold both.
+    bool isFull(NodeID record, NodeID node) const {
+        const elements::Child* const child = elements::findChild(elementOf(node), elementOf(record));
+        if (child == nullptr || !child->mayRepeat || tree_[node].isLeaf) return false;
+        return std::ranges::any_of(
+            elements::childrenOf(elementOf(record)), [&](const elements::Child& other) {
+                return other.mayRepeat && firsts_.find(record, other.element) != kNoNode;
+            });
     }
 
     /// The child after which a node goes when it comes into an aggregate from outside: it keeps the order of
@@ -284,17 +336,6 @@ private:
                 elements::findChild(elementOf(child), candidate) == nullptr)
                 return false;
         return true;
-    }
-    static bool hasSameVersion(Element a, Element b) noexcept {
-        return elements::nameOf(a).back() == elements::nameOf(b).back();
-    }
-    /// True for two names that differ in the version at their end only, one of them that of the third.
-    static bool isVersionOf(Element a, Element b, Element wanted) noexcept {
-        const std::string_view first = elements::nameOf(a);
-        const std::string_view second = elements::nameOf(b);
-        return first.size() == second.size() &&
-               first.substr(0, first.size() - 1) == second.substr(0, second.size() - 1) &&
-               (hasSameVersion(a, wanted) || hasSameVersion(b, wanted));
     }
 
     /// Moves an aggregate into one further out.
@@ -363,6 +404,11 @@ private:
         const NodeID owner = tree_[wrapper].parent;
         if (owner == Tree::kDocument || !elements::mayRepeatIn(elementOf(wrapper), elementOf(owner)))
             return false;
+        for (NodeID node = tree_[wrapper].first; node != kNoNode;) {
+            const NodeID next = tree_[node].next;
+            if (tree_[node].name.ends_with("RS")) partAccounts(node);
+            node = next;
+        }
         NodeID made = kNoNode;
         for (NodeID node = tree_[wrapper].first; node != kNoNode;) {
             const NodeID next = tree_[node].next;
@@ -377,8 +423,27 @@ private:
         return made != kNoNode;
     }
 
+    /// Parts a statement that goes on with a second account after what belongs to the first.
+    void partAccounts(NodeID statement) {
+        NodeID made = kNoNode;
+        bool hasContent = false;
+        for (NodeID node = tree_[statement].first; node != kNoNode;) {
+            const NodeID next = tree_[node].next;
+            const bool isAccount = tree_[node].name.ends_with("ACCTFROM");
+            if (isAccount && hasContent && firstOfKind(node) != kNoNode) {
+                made = partBefore(node, statement, made == kNoNode ? statement : made);
+                hasContent = false;
+            } else if (made != kNoNode) {
+                detach(node);
+                insert(node, made, tree_[made].last);
+            }
+            hasContent = hasContent || (!isAccount && !tree_[node].isLeaf);
+            node = next;
+        }
+    }
+
     /// Makes a wrapper of its own for a response, after `before`, and takes along what stands in front of it
-    /// and is there a second time.
+    /// and is there a second time. For an account it makes a statement, and takes leaves alone along.
     NodeID partBefore(NodeID response, NodeID wrapper, NodeID before) {
         const NodeID made = make(elementOf(wrapper), RepairKind::missingOpen,
                                  "a second " + nameOf(response) + " cannot stand in one " + nameOf(wrapper));
@@ -386,10 +451,12 @@ private:
         insert(made, tree_[wrapper].parent, before);
         std::swap(tree_[made].close, tree_[before].close);  // the one that is there ends the last
         const Element kind = elementOf(response);
+        const bool takesAll = tree_[response].name.ends_with("RS");
         for (NodeID node = before == wrapper ? tree_[response].previous : tree_[before].last;
              node != kNoNode;) {
             const NodeID previous = tree_[node].previous;
             if (elementOf(node) == elements::kUnknown || elementOf(node) == kind) break;
+            if (!takesAll && !tree_[node].isLeaf) break;
             if (firsts_.find(wrapper, elementOf(node)) == node) break;
             detach(node);
             insert(node, made, kNoNode);
@@ -400,7 +467,7 @@ private:
         return made;
     }
 
-    /// Moves the children of the second into the first. Leaves that the first has already stay beside it.
+    /// Moves the children of the second into the first. Of leaves that both have, one stays beside it.
     void unite(NodeID first, NodeID second) {
         const Element element = elementOf(first);
         const NodeID owner = tree_[first].parent;
@@ -416,15 +483,17 @@ private:
         for (NodeID child = tree_[second].first; child != kNoNode;) {
             const NodeID next = tree_[child].next;
             detach(child);
-            const elements::Child* const row = elements::findChild(elementOf(child), element);
-            if (tree_[child].isLeaf && row != nullptr && !row->mayRepeat &&
-                firsts_.find(first, elementOf(child)) != kNoNode) {
+            const NodeID odd = exchangeBounds(first, child);
+            if (odd == child) {
                 insert(child, tree_[second].parent, beside);
-                beside = child;
             } else {
                 insert(child, first, tree_[first].last);
+                if (odd != kNoNode) insert(odd, tree_[second].parent, beside);
             }
-            if (mark(child).reason.empty()) explain(child, RepairKind::repeated, reason);
+            if (odd != kNoNode) beside = odd;
+            for (const NodeID moved : {child, odd})
+                if (moved != kNoNode && mark(moved).reason.empty())
+                    explain(moved, RepairKind::repeated, reason);
             child = next;
         }
         explain(second, RepairKind::repeated, reason);
@@ -432,10 +501,24 @@ private:
         detach(second);
     }
 
+    /// Of a leaf that goes into an aggregate that has one of its kind, the one of both that has to stand
+    /// beside it; kNoNode when there is none there. A period keeps the first begin and the last end.
+    NodeID exchangeBounds(NodeID around, NodeID leaf) {
+        const elements::Child* const row = elements::findChild(elementOf(leaf), elementOf(around));
+        if (!tree_[leaf].isLeaf || row == nullptr || row->mayRepeat) return kNoNode;
+        const NodeID there = firsts_.find(around, elementOf(leaf));
+        if (there == kNoNode || !tree_[there].isLeaf) return there == kNoNode ? kNoNode : leaf;
+        if (!widensPeriod(tree_, leaf, there)) return leaf;
+        detach(there);
+        return there;
+    }
+
     Arrangement result_;
     Tree& tree_;
     elements::Ways ways_;
     FirstChildren firsts_;
+    Holders holders_;
+    bool hasHolders_ = false;                     ///< those of the text are among them
     std::unordered_map<NodeID, NodeID> moved_;    ///< by child: the last node that left it to stand after it
     std::unordered_map<NodeID, NodeID> leading_;  ///< by aggregate: the last node that was put to its begin
 };

@@ -36,18 +36,18 @@ private:
     std::vector<NodeID> nodes_ = std::vector<NodeID>(elements::kElementCount, kNoNode);
 };
 
-bool mayRepeatByList(const Tree& tree, NodeID node) {
+/// True for an element directly in a message set.
+bool isInMessageSet(const Tree& tree, NodeID node) {
     const NodeID parent = tree[node].parent;
-    if (parent == Tree::kDocument) return tree[node].element != elements::kRoot;
-    return elements::mayRepeatIn(tree[node].element, tree[parent].element);
+    return parent != Tree::kDocument && tree[tree[parent].parent].element == elements::kRoot;
 }
 
 }  // namespace
 
 bool mayRepeat(const Tree& tree, NodeID node) {
     const NodeID parent = tree[node].parent;
-    const bool isInSet = parent != Tree::kDocument && tree[tree[parent].parent].element == elements::kRoot;
-    return isInSet || mayRepeatByList(tree, node);
+    if (parent == Tree::kDocument) return tree[node].element != elements::kRoot;
+    return elements::mayRepeatIn(tree[node].element, tree[parent].element);
 }
 
 bool isMisplaced(const Tree& tree, NodeID node) {
@@ -72,9 +72,9 @@ std::vector<Fault> faultsOf(const Tree& tree) {
                 faults.push_back({FaultKind::misplaced, node, kNoNode});
             else if (it.isLeaf && elements::isAggregate(it.element))
                 faults.push_back({FaultKind::hasText, node, kNoNode});
-            else if (first != node && !mayRepeatByList(tree, node))
+            else if (first != node && !mayRepeat(tree, node))
                 faults.push_back(
-                    {mayRepeat(tree, node) ? FaultKind::further : FaultKind::repeated, node, first});
+                    {isInMessageSet(tree, node) ? FaultKind::further : FaultKind::repeated, node, first});
         }
     return faults;
 }
@@ -100,8 +100,8 @@ Loss lossOf(const Tree& tree) {
     Loss loss;
     std::vector<bool> isLost(tree.size(), false);
     for (const Fault& fault : faultsOf(tree)) {
-        if (fault.kind == FaultKind::further) continue;
         ++loss.faults;
+        if (fault.kind == FaultKind::further) continue;
         isLost[fault.node] = true;
         if (fault.first != kNoNode) isLost[fault.first] = true;
     }

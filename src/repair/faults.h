@@ -31,7 +31,8 @@ std::vector<Fault> faultsOf(const Tree& tree);
 /// A fault as a sentence without its full stop.
 std::string reasonOf(const Tree& tree, const Fault& fault);
 
-/// What of a tree is of no use to a reader. What is repeated directly in a message set is.
+/// What of a tree is of no use to a reader, and how much of it is wrong. What is repeated directly in a
+/// message set is wrong, and read.
 struct Loss {
     std::size_t leaves = 0;  ///< at faults, or in aggregates at faults; of repeated elements those of all
     std::size_t faults = 0;
@@ -39,7 +40,7 @@ struct Loss {
 };
 Loss lossOf(const Tree& tree);
 
-/// True when an element may stand a second time in a parent, as far as it is read.
+/// True when an element may stand a second time in its parent.
 bool mayRepeat(const Tree& tree, NodeID node);
 
 /// True when the standard gives an element no place in its parent.

@@ -59,7 +59,8 @@ public:
           extended_(extendedNames(tags, names)),
           partners_(partnersOf(tags, extended_)),
           depths_(extended_.size(), 0),
-          uses_(extended_.size()) {
+          uses_(extended_.size()),
+          cuts_(extended_.size()) {
         frames_.push_back({kNone, 0, elements::kUnknown, 0, 0, {}});
         for (std::uint32_t i = 0; i < tags_.size(); ++i) {
             if (tags_[i].isClose()) continue;
@@ -107,6 +108,12 @@ private:
         std::size_t firstChild;  ///< in children_
         std::size_t settled;     ///< the children before this one have no open tag to get
         ChildSet seen;
+    };
+
+    /// The last aggregate of a name that was closed without a close tag of its own.
+    struct Cut {
+        std::uint32_t tag = kNone;
+        std::size_t closeEdit = 0;  ///< in edits_
     };
 
     /// A child of an open aggregate.
@@ -183,6 +190,7 @@ private:
         while (depth() > wanted) {
             const std::string_view name = tags_[innermost()].text;
             insert(offset, RepairKind::missingClose, closeTag(name), reason(name));
+            cuts_[tags_[innermost()].name] = {innermost(), edits_.size() - 1};
             pop();
         }
     }
@@ -246,6 +254,7 @@ private:
                        if (a.offset != b.offset) return a.offset < b.offset;
                        return closesThere(a) && !closesThere(b);
                    });
+        std::erase_if(edits, [](const Edit& edit) { return edit.size == 0 && edit.now.empty(); });
         return edits;
     }
 
@@ -391,12 +400,35 @@ private:
             frame.settled = children_.size();
             return false;
         }
-        opened_.push_back({begin->begin, 0, RepairKind::missingOpen, openTag(tag.text),
-                           "only the close tag of " + openTag(tag.text) +
-                               " is there; it begins with the first element that belongs in it"});
+        if (!raiseOpenTag(tag, begin->begin))
+            opened_.push_back({begin->begin, 0, RepairKind::missingOpen, openTag(tag.text),
+                               "only the close tag of " + openTag(tag.text) +
+                                   " is there; it begins with the first element that belongs in it"});
         keepClose(tag);
         closeOver(static_cast<std::size_t>(begin - children_.begin()), tag.element);
         return true;
+    }
+
+    /// Moves an open tag that stands inside of what belongs in it to this place. False when there is none.
+    bool raiseOpenTag(const Tag& close, std::size_t begin) {
+        Cut& cut = cuts_[close.name];
+        if (cut.tag == kNone || tags_[cut.tag].begin <= begin) return false;
+        const Tag& tag = tags_[cut.tag];
+        const auto flaw = std::ranges::lower_bound(edits_, tag.begin, {}, &Edit::offset);
+        for (auto edit = flaw; edit != edits_.end() && edit->offset == tag.begin; ++edit)
+            if (edit->size != 0) undo(*edit);
+        undo(edits_[cut.closeEdit]);
+        cut.tag = kNone;
+        const std::string reason =
+            openTag(tag.text) + " stands too far in; it begins with the first element that belongs in it";
+        opened_.push_back({begin, 0, RepairKind::misplaced, openTag(tag.text), reason});
+        opened_.push_back({tag.begin, tag.end - tag.begin, RepairKind::misplaced, {}, reason});
+        return true;
+    }
+    /// Makes an edit one that changes nothing.
+    static void undo(Edit& edit) noexcept {
+        edit.size = 0;
+        edit.now.clear();
     }
 
     static bool mayOpenIn(Element element, const Frame& frame) noexcept {
@@ -514,6 +546,7 @@ private:
     std::vector<std::uint32_t> partners_;
     std::vector<std::uint32_t> depths_;  ///< by name: of the innermost open aggregate; 0: none
     std::vector<Use> uses_;              ///< by name
+    std::vector<Cut> cuts_;              ///< by name
     std::vector<Frame> frames_;
     std::vector<Child> children_;  ///< of all open aggregates, those of an inner one after those before it
     std::size_t closedLater_ = 0;  ///< how many of these have a close tag of their own
