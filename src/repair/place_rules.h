@@ -17,7 +17,9 @@ inline bool isList(elements::Element element) noexcept {
 }
 
 /// Few elements stand in so few aggregates that it is clear which one is missing.
-inline bool hasClearPlace(elements::Element element) noexcept { return elements::parentsOf(element).size() <= 2; }
+inline bool hasClearPlace(elements::Element element) noexcept {
+    return elements::parentsOf(element).size() <= 2;
+}
 
 /// True when only one child of an aggregate may hold an element.
 inline bool isOnly(elements::Element parent, elements::Element element) {
@@ -34,8 +36,7 @@ inline bool isInfoOf(elements::Element info, elements::Element account) noexcept
     const std::string_view outer = elements::nameOf(info);
     const std::string_view inner = elements::nameOf(account);
     return outer.ends_with(kInfo) && inner.ends_with(kAccount) &&
-           outer.substr(0, outer.size() - kInfo.size()) ==
-               inner.substr(0, inner.size() - kAccount.size());
+           outer.substr(0, outer.size() - kInfo.size()) == inner.substr(0, inner.size() - kAccount.size());
 }
 
 inline bool hasSameVersion(elements::Element a, elements::Element b) noexcept {

@@ -93,7 +93,8 @@ TEST_CASE("however many transactions stand without a statement, they get one") {
 TEST_CASE("an account that is listed gets the records around it, each its own") {
     checkRows({
         {"a bank account in ACCTINFO",
-         signUp(in("ACCTINFO", "<DESC>x" + account("1") + "<SUPTXDL>Y<XFERSRC>N<XFERDEST>N<SVCSTATUS>ACTIVE")),
+         signUp(
+             in("ACCTINFO", "<DESC>x" + account("1") + "<SUPTXDL>Y<XFERSRC>N<XFERDEST>N<SVCSTATUS>ACTIVE")),
          signUp(in("ACCTINFO", "<DESC>x" + bankInfo("1")))},
         {"a card in ACCTINFO", signUp(in("ACCTINFO", cardAccount("1"))),
          signUp(in("ACCTINFO", in("CCACCTINFO", cardAccount("1"))))},
@@ -112,7 +113,8 @@ TEST_CASE("a statement with two accounts is parted at the second") {
     const std::string three = account("4") + list(kPeriod + kC) + kBalance;
     checkRows({
         {"two", ofx(bank(wrapped(one + two))), ofx(bank(wrapped(one) + wrapped(two)))},
-        {"three", ofx(bank(wrapped(one + two + three))), ofx(bank(wrapped(one) + wrapped(two) + wrapped(three)))},
+        {"three", ofx(bank(wrapped(one + two + three))),
+         ofx(bank(wrapped(one) + wrapped(two) + wrapped(three)))},
         {"with its currency", ofx(bank(wrapped(one + "<CURDEF>EUR" + two + "<CURDEF>CHF" + three))),
          ofx(bank(wrapped(one) + wrapped("<CURDEF>EUR" + two) + wrapped("<CURDEF>CHF" + three)))},
     });
@@ -161,7 +163,8 @@ TEST_CASE("two lists of securities become one, and two sign-ons stay, which are 
     const std::string two = in("MFINFO", "<YIELD>2");
     checkRows({{"SECLIST", ofx(in("SECLISTMSGSRSV1", in("SECLIST", one) + in("SECLIST", two))),
                 ofx(in("SECLISTMSGSRSV1", in("SECLIST", one + two)))}});
-    const std::string signOns = ofx(in("SIGNONMSGSRSV1", in("SONRS", "<DTSERVER>1") + in("SONRS", "<DTSERVER>2")));
+    const std::string signOns =
+        ofx(in("SIGNONMSGSRSV1", in("SONRS", "<DTSERVER>1") + in("SONRS", "<DTSERVER>2")));
     const RepairedText repaired = repairOFXText(signOns, RepairScope::structure);
     CHECK(repaired.changes.empty());
     CHECK(repaired.remaining.size() == 1);
