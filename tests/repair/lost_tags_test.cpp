@@ -88,7 +88,7 @@ Share shareAfter(Damage damage) {
     Share share;
     for (const char* name : {"account_information.ofx", "card.ofx", "checking.ofx", "checking_april.ofx",
                              "errors.ofx", "every_element.ofx", "extension_names.ofx", "household.ofx",
-                             "profile.ofx", "quirks.ofx", "sign_on_failure.ofx"}) {
+                             "investments.ofx", "profile.ofx", "quirks.ofx", "sign_on_failure.ofx"}) {
         const Data data = exampleData(name);
         const auto decoded = decodeText(data, TextEncodingUTF8);
         REQUIRE(decoded);
