@@ -86,11 +86,26 @@ void compare(Share& share, const std::string& damaged, const Sound& wanted) {
 template <class Damage>
 Share shareAfter(Damage damage) {
     Share share;
-    for (const char* name : {"account_information.ofx", "card.ofx", "checking.ofx", "checking_april.ofx",
-                             "errors.ofx", "every_element.ofx", "extension_names.ofx", "household.ofx",
-                             "investments.ofx", "profile.ofx", "quirks.ofx", "sign_on_failure.ofx"}) {
-        const Data data = exampleData(name);
-        const auto decoded = decodeText(data, TextEncodingUTF8);
+    struct Example {
+        const char* name;
+        TextEncoding encoding = TextEncodingUTF8;
+    };
+    for (const Example& example : {Example{"account_information.ofx"},
+                                   {"card.ofx"},
+                                   {"checking.ofx"},
+                                   {"checking_april.ofx"},
+                                   {"errors.ofx"},
+                                   {"every_element.ofx"},
+                                   {"extension_names.ofx"},
+                                   {"household.ofx"},
+                                   {"investments.ofx"},
+                                   {"profile.ofx"},
+                                   {"quirks.ofx"},
+                                   {"sign_on_failure.ofx"},
+                                   {"utf_16.ofx", TextEncodingUTF16},
+                                   {"windows_1252.ofx", TextEncodingWindows1252}}) {
+        const Data data = exampleData(example.name);
+        const auto decoded = decodeText(data, example.encoding);
         REQUIRE(decoded);
         const std::string whole(decoded->bytes());
         const Sound wanted{leavesOf(whole), invalidElementsOf(whole).size()};
