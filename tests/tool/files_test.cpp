@@ -120,7 +120,8 @@ TEST_CASE("no more files are read when the output is gone") {
     const TemporaryFolder folder;
     std::string transactions;
     for (int i = 0; i < 2000; ++i)
-        transactions += "<STMTTRN><TRNAMT>1<NAME>A name of some length that fills the buffer</STMTTRN>";
+        transactions +=
+            "<STMTTRN><DTPOSTED>20240101<TRNAMT>1<NAME>A name of some length that fills the buffer</STMTTRN>";
     const std::string big = folder.file("big.ofx", transactionsWith(transactions));
     const Finished finished = runIntoClosedPipe(toolCommand({"json", big, "/nowhere"}));
     CHECK(finished.status == 1);

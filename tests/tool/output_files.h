@@ -62,7 +62,8 @@ inline std::optional<std::uintmax_t> unfinishedSize(const TemporaryFolder& folde
 inline std::string largeDocument() {
     std::string transactions;
     for (int i = 0; i < 3000; ++i)
-        transactions += "<STMTTRN><TRNAMT>1<NAME>A name of some length that fills the buffer</STMTTRN>";
+        transactions +=
+            "<STMTTRN><DTPOSTED>20240101<TRNAMT>1<NAME>A name of some length that fills the buffer</STMTTRN>";
     return transactionsWith(transactions);
 }
 

@@ -216,8 +216,9 @@ TEST_CASE("repair keeps the encoding and the mark of a document") {
 }
 
 TEST_CASE("every reading command repairs unless it is told not to, and says so") {
-    const std::string document =
-        transactionsWith("<STMTTRN><TRNTYPE>DEBIT<TRNAMT>-1<FITID>a<NAME>Bakery<MEMO></STMTTRN><!-- end -->");
+    const std::string document = transactionsWith(
+        "<STMTTRN><TRNTYPE>DEBIT<DTPOSTED>20240101<TRNAMT>-1<FITID>a<NAME>Bakery<MEMO></STMTTRN><!-- end "
+        "-->");
     for (const std::string command :
          {"show", "json", "csv", "report", "accounts", "duplicates", "check", "tree", "pretty"}) {
         CAPTURE(command);

@@ -116,11 +116,12 @@ TEST_CASE("transactions without date or amount are listed and counted") {
     CHECK(rows.at(2).front() == "soon");
     CHECK(rows.at(3).front() == "no date");
     const auto notes = page.texts("li");
-    REQUIRE(notes.size() == 4);
+    REQUIRE(notes.size() == 5);
     CHECK(contains(notes.at(0), "line 11: The date \"soon\" "));
-    CHECK(contains(notes.at(1), "line 11: The amount \"much\" "));
-    CHECK(notes.at(2).starts_with("2 transactions have no date"));
-    CHECK(notes.at(3).starts_with("1 transaction has no amount"));
+    CHECK(contains(notes.at(1), "line 11: 1 transaction has no date: "));
+    CHECK(contains(notes.at(2), "line 11: The amount \"much\" "));
+    CHECK(notes.at(3).starts_with("2 transactions have no date"));
+    CHECK(notes.at(4).starts_with("1 transaction has no amount"));
     CHECK(factsOf(page).at("In") == "+7.00");
 }
 
