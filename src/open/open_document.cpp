@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
 #include "open/accounting.h"
 #include "open/answers.h"
 #include "open/contradictions.h"
@@ -154,6 +156,22 @@ Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDa
     return content;
 }
 
+/// True for a header of which nothing can be hidden, since it has all fields of its kind.
+bool isHeaderWhole(const ParseDictionary& header) noexcept {
+    constexpr std::string_view ofBoth[] = {"VERSION", "SECURITY", "OLDFILEUID", "NEWFILEUID"};
+    constexpr std::string_view ofPlain[] = {"DATA", "ENCODING", "CHARSET", "COMPRESSION"};
+    const auto has = [&header](std::string_view field) { return !header[field].isNothing(); };
+    const bool isXML = header["OFXHEADER"].text() == "200";
+    return std::ranges::all_of(ofBoth, has) && (isXML || std::ranges::all_of(ofPlain, has));
+}
+
+/// In how many places the header of a text hides fields. Reading it as a repair does takes longer than
+/// importing a small statement, so only a header that lacks something is read.
+std::size_t headerFaultsOf(const Parsed& parsed, std::string_view text) {
+    const auto& header = parsed.content.ofxHeader;
+    return header && isHeaderWhole(*header) ? 0 : repair::headerEdits(text).size();
+}
+
 /// True when the second content is more than the first.
 bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (!repaired.isRead()) return false;
@@ -217,7 +235,7 @@ public:
         state_->encoding = content_.parsed.encoding;
         state_->mark = markOf(state_->bytes.bytes(), content_.parsed);
         state_->readText = state_->text;
-        content_.headerFaults = repair::headerEdits(state_->text.bytes()).size();
+        content_.headerFaults = headerFaultsOf(content_.parsed, state_->text.bytes());
     }
 
     /// The documents in the text, when there may be several.
@@ -257,7 +275,7 @@ private:
         if (repaired.changes.empty()) return;
         const Data text = Data::adopt(std::move(repaired.text));
         Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_, datesOfFile_);
-        after.headerFaults = repair::headerEdits(text.bytes()).size();
+        after.headerFaults = headerFaultsOf(after.parsed, text.bytes());
         if (!isBetter(after, content)) return;
         content = std::move(after);
         state_->changes = std::move(repaired.changes);
