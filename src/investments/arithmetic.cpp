@@ -22,7 +22,7 @@ constexpr int kWholePlaces = 12;
 constexpr int kMostShift = 18;
 constexpr auto kPowers = [] {
     std::array<std::int64_t, kMostShift + 1> powers{1};
-    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    for (std::size_t i = 1; i != powers.size(); ++i) powers[i] = powers[i - 1] * 10;
     return powers;
 }();
 constexpr Whole kCent = kPowers[kWholePlaces - 2];

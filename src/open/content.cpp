@@ -104,7 +104,7 @@ static_assert(kParents.size() < 32, "a set of parents has 32 bits, of which one 
 /// The element of each name in the standard's list.
 constexpr auto kElementOfName = [] {
     std::array<elements::Element, reading::kKnownElementCount> found{};
-    for (std::size_t name = 0; name < found.size(); ++name)
+    for (std::size_t name = 0; name != found.size(); ++name)
         found[name] = elements::tables::find(reading::kElementNames[name]);
     return found;
 }();
@@ -113,7 +113,7 @@ constexpr auto kElementOfName = [] {
 constexpr auto kNameOfElement = [] {
     std::array<reading::NameID, elements::kElementCount> found{};
     found.fill(reading::kKnownElementCount);
-    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name)
+    for (reading::NameID name = 0; name != reading::kKnownElementCount; ++name)
         if (kElementOfName[name] != elements::kUnknown) found[kElementOfName[name]] = name;
     return found;
 }();
@@ -143,13 +143,13 @@ constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
     facts.fill(NameFacts());  // said once more for g++ 12, which makes zeros of what is not touched
     NameFacts::Parents unlisted = NameFacts::kOtherParent;
     NameFacts::Parents messageSets = 0;
-    for (std::size_t i = 0; i < kParents.size(); ++i) {
+    for (std::size_t i = 0; i != kParents.size(); ++i) {
         const NameFacts::Parents bit = NameFacts::Parents{1} << i;
         facts[kParents[i]].asParent = bit;
         if (!elements::tables::knowsChildren(kElementOfName[kParents[i]])) unlisted |= bit;
         if (reading::kElementNames[kParents[i]].find("MSGSRSV") != std::string_view::npos) messageSets |= bit;
     }
-    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name) {
+    for (reading::NameID name = 0; name != reading::kKnownElementCount; ++name) {
         if (!elements::tables::knowsPlaces(kElementOfName[name])) continue;
         const bool isBare = isBareResponse(reading::kElementNames[name]);
         facts[name].standing = facts[name].repeating = unlisted | (isBare ? messageSets : 0);
