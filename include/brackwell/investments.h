@@ -407,7 +407,7 @@ public:
 
     /// In the order in which they were given.
     const std::vector<Security>& all() const& noexcept { return all_; }
-    std::vector<Security> all() && { return all_; }
+    std::vector<Security> all() && { return all_; }  ///< by value, since the list goes
 
     /// @{
     /// The first security with this identifier and type of it (CUSIP, in any case). Where one of the two
