@@ -5,6 +5,7 @@
 #include <array>
 
 #include "open/shown_text.h"
+#include "platform/text_parts.h"
 #include "repair/remains.h"
 
 namespace brackwell::opening {
@@ -95,7 +96,7 @@ void findRepairLosses(FindingList& findings, std::string_view text,
             place = change.offset;
     }
     if (count == 0) return;
-    const std::size_t begin = text.find_last_of("<>\r\n", place - 1) + 1;
+    const std::size_t begin = place - afterLast(text.substr(0, place), "<>\r\n").size();
     const std::size_t end = text.find_first_of("<>\r\n", place + 1);
     findings.add(FindingKind::brokenTag, FindingSeverity::warning,
                  counted(count, "\"<\" begins no tag and is read as text",

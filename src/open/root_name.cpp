@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "platform/ascii_case.h"
+#include "platform/text_parts.h"
 
 namespace brackwell::opening {
 namespace {
@@ -46,7 +47,7 @@ private:
 
 std::string_view firstElementName(std::string_view text) noexcept { return Names(text).next(); }
 
-std::string_view withoutPrefix(std::string_view name) noexcept { return name.substr(name.rfind(':') + 1); }
+std::string_view withoutPrefix(std::string_view name) noexcept { return afterLast(name, ":"); }
 
 std::string_view rootNameOf(std::string_view text) noexcept {
     Names names(text);

@@ -8,6 +8,7 @@
 
 #include "elements/structure.h"
 #include "platform/ascii_case.h"
+#include "platform/text_parts.h"
 #include "repair/markup.h"
 
 namespace brackwell::repair {
@@ -247,7 +248,7 @@ std::string plainInstruction(std::string_view attributes) {
     for (std::size_t equals = attributes.find('='); equals != std::string_view::npos;
          equals = attributes.find('=')) {
         const std::string_view before = trimWhiteSpace(attributes.substr(0, equals));
-        const std::string_view name = before.substr(before.find_last_of(kBlanks) + 1);
+        const std::string_view name = afterLast(before, kBlanks);
         const Value value = valueAt(attributes, equals + 1);
         plain += ' ';
         for (const char c : name) plain += capitalLetter(c);

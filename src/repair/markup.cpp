@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/ascii_case.h"
+#include "platform/text_parts.h"
 #include "repair/remains.h"
 
 namespace brackwell::repair {
@@ -36,7 +37,7 @@ bool isKnownInCapitals(std::string_view name) { return hasSmallLetter(name) && i
 
 /// The name without the prefix of a namespace, when it then is one that the standard has.
 std::string_view withoutPrefix(std::string_view name) {
-    const std::string_view local = name.substr(name.rfind(':') + 1);
+    const std::string_view local = afterLast(name, ":");
     return local.size() == name.size() || (!isKnown(local) && !isKnownInCapitals(local)) ? name : local;
 }
 
