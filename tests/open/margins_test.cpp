@@ -35,6 +35,9 @@ TEST_CASE("what a repair takes in is no text around the document, and what ends 
                            {"a statement as the root", statement},
                            {"transactions as the root", one + one},
                            {"other text after the end", "<OFX>" + set + "</OFX>bye", true, false},
+                           {"other text after a transaction after the end",
+                            "<OFX>" + set + "</OFX>" + one + "bye", true, false},
+                           {"other text after a statement as the root", statement + "Thank you", true, false},
                            {"no end", "<OFX>" + set, false, true},
                            {"a list as the root, without an end",
                             list.substr(0, list.find("</BANKTRANLIST>")), false, true}}) {
@@ -45,4 +48,12 @@ TEST_CASE("what a repair takes in is no text around the document, and what ends 
         CHECK(has(file, FindingKind::textAround) == row.isAround);
         CHECK(has(file, FindingKind::cutOff) == row.isCut);
     }
+}
+
+TEST_CASE("other text before a transaction after the end is named") {
+    const std::string_view text =
+        "OFXHEADER:100\n\n<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><CURDEF>USD<BANKTRANLIST></BANKTRANLIST></"
+        "STMTRS>"
+        "</STMTTRNRS></BANKMSGSRSV1></OFX>bye<STMTTRN><DTPOSTED>20240101<TRNAMT>-1<FITID>a</STMTTRN>";
+    CHECK(has(openData(Data::view(text)), FindingKind::looseText));
 }
