@@ -118,7 +118,8 @@ bool isHeaderLine(std::string_view line) noexcept {
 /// with any prefix, or in capitals an element that stands for its root where that is missing.
 bool beginsDocument(std::string_view name) noexcept {
     constexpr std::string_view ends[] = {"RS", "RSV1", "RSV2", "LIST", "STMTTRN"};
-    const std::string_view local = name.substr(name.rfind(':') + 1);
+    const std::size_t colon = name.rfind(':');
+    const std::string_view local = colon == name.npos ? name : name.substr(colon + 1);
     const bool isRoot = local.size() == 3 && (local[0] | 0x20) == 'o' && (local[1] | 0x20) == 'f' &&
                         ((local[2] | 0x20) == 'x' || (local[2] | 0x20) == 'c');
     const bool isName =
