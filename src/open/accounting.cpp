@@ -59,7 +59,9 @@ bool UnreadGroup::holdsRecords() const noexcept {
 class AccountingWalk {
 public:
     AccountingWalk(Accounting& result, const Document& document)
-        : result_(result), document_(document), names_(document.names().end()) {}
+        : result_(result), document_(document), names_(document.names().end()) {
+        lastOfKind_.fill(kRead);
+    }
 
     void run() {
         result_.leftovers_ = document_.leftovers();
@@ -219,7 +221,7 @@ private:
     std::vector<Name> names_;  ///< by number
     std::vector<Open> open_{{0, ~std::uint32_t{0}}};
     std::uint32_t quietGroup_ = kRead;
-    std::array<std::uint32_t, 6> lastOfKind_{kRead, kRead, kRead, kRead, kRead, kRead};
+    std::array<std::uint32_t, kNameKindCount> lastOfKind_;  ///< the last group of each kind, or kRead
 };
 
 Accounting::Accounting(const Document& document) { AccountingWalk(*this, document).run(); }

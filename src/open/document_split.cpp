@@ -16,7 +16,7 @@ constexpr std::string_view kHeader = "OFXHEADER:";
 
 /// True where a document begins. The root tag is looked for in any case, as a repair finds it.
 bool beginsDocument(std::string_view text) noexcept {
-    for (const std::string_view begin : {kHeader, "<?xml"sv, "<?OFX"sv, "<OFX>"sv})
+    for (const std::string_view begin : {kHeader, "<?xml"sv, "<?OFX"sv, kRoot})
         if (equalsIgnoringCase(text.substr(0, begin.size()), begin)) return true;
     return false;
 }

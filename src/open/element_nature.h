@@ -17,6 +17,8 @@ enum class NameKind : std::uint8_t {
     noName,       ///< what stands between the brackets can be no name, so it is no tag
 };
 
+inline constexpr std::size_t kNameKindCount = static_cast<std::size_t>(NameKind::noName) + 1;
+
 /// A name with the element that it is, or would be in capitals; elements::kUnknown: none.
 struct ElementNature {
     NameKind kind = NameKind::unknown;

@@ -81,10 +81,8 @@ void findRepairLosses(FindingList& findings, std::string_view text,
         findings.add(FindingKind::looseText, FindingSeverity::warning,
                      counted(lost.size(), "text belongs to no element", "texts belong to no element") +
                          (lost.size() == 1 ? ": " : "; the first is ") +
-                         (quotedUnlessSecret(text, changes[first->change].offset,
-                                             changes[first->change].was.size()) == "(not shown)"
-                              ? std::string("(not shown)")
-                              : quoted(first->text)) +
+                         quotedUnlessSecret(text, changes[first->change].offset,
+                                            changes[first->change].was.size(), first->text) +
                          ".",
                      lost.size(), changes[first->change].offset);
     }

@@ -59,6 +59,11 @@ std::string counted(std::size_t count, std::string_view one, std::string_view se
 }
 
 std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size) {
+    return quotedUnlessSecret(document, offset, size, document.substr(offset, size));
+}
+
+std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size,
+                               std::string_view part) {
     // Where tags are broken, nothing tells where the value of a secret ends. So one near is enough.
     constexpr std::size_t near = 400;
     const std::size_t begin = offset - std::min(offset, near);
@@ -66,7 +71,7 @@ std::string quotedUnlessSecret(std::string_view document, std::size_t offset, st
     for (const std::string_view name : {"KEY", "COOKIE", "PASS", "TOKEN", "CRED", "PHRASE"})
         for (std::size_t i = 0; i + name.size() <= around.size(); ++i)
             if (equalsIgnoringCase(around.substr(i, name.size()), name)) return "(not shown)";
-    return quoted(document.substr(offset, size));
+    return quoted(part);
 }
 
 }  // namespace brackwell::opening

@@ -16,6 +16,9 @@ std::string quoted(std::string_view text, std::size_t longest = 40);
 /// A part of a document in quotation marks, or that it is not shown: no finding holds a password, a key or a
 /// cookie, and where a document names one shortly before a broken tag, nothing is shown.
 std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size);
+/// The same, of which only a part is quoted.
+std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size,
+                               std::string_view part);
 
 /// "1 balance", "3 balances".
 std::string counted(std::size_t count, std::string_view one, std::string_view several);

@@ -3,6 +3,9 @@
 
 #include <doctest/doctest.h>
 
+#include <algorithm>
+#include <filesystem>
+
 namespace brackwell::tests {
 
 std::string withTagsInLowerCase(std::string_view document) {
@@ -44,6 +47,18 @@ std::shared_ptr<TvOFXMessage> importedData(const Data& data, TextEncoding encodi
 
 std::shared_ptr<TvOFXMessage> imported(std::string_view document, TextEncoding encoding) {
     return importedData(Data::copy(document), encoding);
+}
+
+std::vector<Example> examples() {
+    std::vector<Example> all;
+    for (const auto& entry : std::filesystem::directory_iterator(BRACKWELL_EXAMPLES_DIR)) {
+        const std::string name = entry.path().filename().string();
+        if (!name.ends_with(".ofx")) continue;
+        // Without being told, an import tries the Unicode encodings only, whatever CHARSET says.
+        all.push_back({name, name == "windows_1252.ofx" ? TextEncodingWindows1252 : TextEncodingNone});
+    }
+    std::ranges::sort(all, {}, &Example::name);
+    return all;
 }
 
 Data exampleData(const std::string& name) {

@@ -3,6 +3,8 @@
 
 #include <brackwell/model.h>
 
+#include <vector>
+
 /// \file
 /// Documents and trees for tests.
 
@@ -16,6 +18,14 @@ ParseDictionary at(const ParseDictionary& tree, std::initializer_list<std::strin
 
 /// The message of a document that must import.
 std::shared_ptr<TvOFXMessage> imported(std::string_view document, TextEncoding encoding = TextEncodingNone);
+
+/// A document of the examples folder, with the encoding that an import has to be told; none: it finds it out.
+struct Example {
+    std::string name;
+    TextEncoding encoding = TextEncodingNone;
+};
+/// All of them, by name.
+std::vector<Example> examples();
 
 /// The bytes of a document of the examples folder.
 Data exampleData(const std::string& name);

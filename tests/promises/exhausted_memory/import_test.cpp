@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/brackwell.h>
 
+#include "support/documents.h"
 #include "survival.h"
 
 using namespace brackwell;
@@ -13,28 +14,6 @@ using Message = std::shared_ptr<TvOFXMessage>;
 std::string transcript(const Message& message) { return message ? transcriptOf(*message) : "nothing"; }
 
 std::string examplePath(const std::string& name) { return std::string(BRACKWELL_EXAMPLES_DIR) + "/" + name; }
-
-struct Example {
-    std::string name;
-    TextEncoding encoding = TextEncodingNone;
-};
-
-std::vector<Example> examples() {
-    return {{"account_information.ofx"},
-            {"card.ofx"},
-            {"checking.ofx"},
-            {"checking_april.ofx"},
-            {"errors.ofx"},
-            {"every_element.ofx"},
-            {"extension_names.ofx"},
-            {"household.ofx"},
-            {"investments.ofx"},
-            {"profile.ofx"},
-            {"quirks.ofx"},
-            {"sign_on_failure.ofx"},
-            {"utf_16.ofx"},
-            {"windows_1252.ofx", TextEncodingWindows1252}};
-}
 
 }  // namespace
 
