@@ -19,10 +19,10 @@ using namespace brackwell::benchmarks;
 
 void readNothing(std::string_view, const Shape&) {}
 void readByImport(std::string_view bytes, const Shape& shape) {
-    if (!importDocument(bytes, shape)) std::exit(1);
+    if (!importDocument(brackwell::Data::view(bytes), shape)) std::exit(1);
 }
 void readByOpening(std::string_view bytes, const Shape& shape) {
-    if (!openDocument(bytes, shape)) std::exit(1);
+    if (!openDocument(brackwell::Data::view(bytes), shape)) std::exit(1);
 }
 void readByPeer(std::string_view bytes, const Shape& shape) {
     pugi::xml_document tree;

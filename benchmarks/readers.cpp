@@ -53,8 +53,8 @@ void add(Totals& totals, const InvestmentStatement& statement) {
 }
 
 /// The import with the investments, which a message does not hold.
-std::shared_ptr<TvOFXMessage> importInvestments(std::string_view bytes, Totals* totals) {
-    const auto result = TvOFXParser(Data::view(bytes)).parseWithError();
+std::shared_ptr<TvOFXMessage> importInvestments(const Data& data, Totals* totals) {
+    const auto result = TvOFXParser(data).parseWithError();
     if (!result) return nullptr;
     auto message = std::make_shared<TvOFXMessage>();
     message->processParserResult(*result);
@@ -67,16 +67,15 @@ std::shared_ptr<TvOFXMessage> importInvestments(std::string_view bytes, Totals* 
 
 }  // namespace
 
-std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape& shape) {
-    if (shape.positions > 0) return importInvestments(bytes, nullptr);
-    return TovanaOFXController::importOFXFileFromData(Data::view(bytes), presetEncoding(shape), nullptr,
-                                                      nullptr);
+std::shared_ptr<TvOFXMessage> importDocument(const Data& data, const Shape& shape) {
+    if (shape.positions > 0) return importInvestments(data, nullptr);
+    return TovanaOFXController::importOFXFileFromData(data, presetEncoding(shape), nullptr, nullptr);
 }
 
-OpenedFile openDocument(std::string_view bytes, const Shape& shape) {
+OpenedFile openDocument(const Data& data, const Shape& shape) {
     OpenOptions options;
     options.encoding = presetEncoding(shape);
-    return openData(Data::view(bytes), options);
+    return openData(data, options);
 }
 
 bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& shape) {
@@ -86,10 +85,11 @@ bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& sha
 }
 
 Totals totalsOfImport(const Case& document, std::string_view bytes) {
-    const auto message = importDocument(bytes, document.shape);
+    const Data data = Data::view(bytes);
+    const auto message = importDocument(data, document.shape);
     if (!message) fail(document, "not imported");
     Totals totals;
-    if (document.shape.positions > 0) importInvestments(bytes, &totals);
+    if (document.shape.positions > 0) importInvestments(data, &totals);
     for (const auto& response : message->bankingMsgSet()) add(totals, *response);
     if (document.shape.realms == 0) return totals;
     // A message has no way to its profile; the interpreter has.
@@ -101,7 +101,7 @@ Totals totalsOfImport(const Case& document, std::string_view bytes) {
 }
 
 Totals totalsOfOpening(const Case& document, std::string_view bytes) {
-    const OpenedFile file = openDocument(bytes, document.shape);
+    const OpenedFile file = openDocument(Data::view(bytes), document.shape);
     if (!file || !file.findings().empty()) fail(document, "not opened without a finding");
     Totals totals;
     for (const auto& response : file.responses()) add(totals, *response);

@@ -21,10 +21,10 @@ struct Totals {
 
 /// The import, as an application calls it. A Windows-1252 document needs its encoding told; the others
 /// show theirs.
-std::shared_ptr<TvOFXMessage> importDocument(std::string_view bytes, const Shape& shape);
+std::shared_ptr<TvOFXMessage> importDocument(const Data& data, const Shape& shape);
 
 /// The layer above it, which opens the same bytes with its default options.
-OpenedFile openDocument(std::string_view bytes, const Shape& shape);
+OpenedFile openDocument(const Data& data, const Shape& shape);
 
 /// The peer's plain tree of an OFX 2 document with its default options. It knows no Windows-1252 and
 /// reads such a document as Latin-1, which is the same for the letters that are generated.

@@ -47,7 +47,7 @@ bool measure(const Damage& damage, const Shape& shape, std::size_t wanted, doubl
     for (double all = 0; all < seconds;) {
         const double begin = cpuSeconds();
         {
-            const brackwell::OpenedFile file = openDocument(damage.text, shape);
+            const brackwell::OpenedFile file = openDocument(brackwell::Data::view(damage.text), shape);
             found = 0;
             for (const auto& statement : file.statements())
                 found += statement->statementTransactions().size();

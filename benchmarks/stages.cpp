@@ -56,12 +56,12 @@ double interpretation(const Subject& subject) {
 }
 
 double release(const Subject& subject) {
-    auto message = importDocument(subject.bytes, subject.document.shape);
+    auto message = importDocument(Data::view(subject.bytes), subject.document.shape);
     return timed([&] { message.reset(); });
 }
 
 double together(const Subject& subject) {
-    return timed([&] { importDocument(subject.bytes, subject.document.shape); });
+    return timed([&] { importDocument(Data::view(subject.bytes), subject.document.shape); });
 }
 
 double readBytes(const Subject& subject) {
