@@ -61,6 +61,7 @@ public:
     AccountingWalk(Accounting& result, const Document& document)
         : result_(result), document_(document), names_(document.names().end()) {
         lastOfKind_.fill(kRead);
+        quietPlaces_.fill(~std::uint64_t{0});  // of no element
     }
 
     void run() {
@@ -104,6 +105,24 @@ private:
 
     /// The group of what is not read, that of the aggregate around it, or kRead.
     std::uint32_t groupOf(std::uint32_t index, const Node& node) {
+        const Open& around = open_.back();
+        if (around.node == 0 || around.group != kRead || result_.leftovers_.hasOddText)
+            return findGroup(index, node);
+        // Most elements are like others before them, of which nothing was to be said.
+        const NameID parent = document_.node(around.node).name();
+        const std::uint64_t place = std::uint64_t{parent} << 32U | node.nameAndKind;
+        std::uint64_t& quiet = quietPlaces_[(place ^ place >> 29U) % quietPlaces_.size()];
+        if (quiet == place) return kRead;
+        const std::size_t remarks = remarkCount();
+        const std::uint32_t group = findGroup(index, node);
+        if (group == kRead && remarkCount() == remarks) quiet = place;
+        return group;
+    }
+    std::size_t remarkCount() const noexcept {
+        return result_.misplaced_.count + result_.misplaced_.repeated + result_.textOnly_.count;
+    }
+
+    std::uint32_t findGroup(std::uint32_t index, const Node& node) {
         const Open& around = open_.back();
         // Records are found wherever they stand.
         if (around.group != kRead && investments::recordNamed(node.name()) == nullptr) return around.group;
@@ -219,6 +238,8 @@ private:
     Accounting& result_;
     const Document& document_;
     std::vector<Name> names_;  ///< by number
+    /// Elements of which nothing is to be said: name and kind, and the name of the aggregate around them.
+    std::array<std::uint64_t, 256> quietPlaces_;
     std::vector<Open> open_{{0, ~std::uint32_t{0}}};
     std::uint32_t quietGroup_ = kRead;
     std::array<std::uint32_t, kNameKindCount> lastOfKind_;  ///< the last group of each kind, or kRead
