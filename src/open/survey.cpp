@@ -5,6 +5,7 @@
 
 #include "open/date_rests.h"
 #include "open/odd_names.h"
+#include "open/record_shape.h"
 #include "open/required_values.h"
 
 namespace brackwell::opening {
@@ -33,6 +34,7 @@ public:
             while (node != end && names.isQuiet(*node, around.bit)) ++node;
             if (node == end) {
                 if (outer_.empty()) return std::move(survey_);
+                if (recorded_ == around.node) keepShape();
                 around = outer_.back();
                 outer_.pop_back();
                 end = document_.behind(&document_.node(around.node));
@@ -41,7 +43,10 @@ public:
             const Content value = names.valueOf(*node, around.bit);
             if (isLeafContent(value)) {
                 survey_.required += requiredBy(*node);
-                readValue(value, document_.text(*node));
+                take(*node, value);
+            } else if (RecordShape::isRecord(document_, *node) && takeKnown(*node, around.bit)) {
+                node = document_.behind(node);
+                continue;
             } else {
                 const NameFacts& facts = names.of(node->name());
                 look(*node, facts, around);
@@ -56,14 +61,19 @@ public:
     }
 
 private:
-    void readValue(Content content, std::string_view text) {
+    void take(const reading::Node& node, Content content) {
+        if (recorded_ != 0 && !recording_.add(node, content)) recorded_ = 0;
         if (content == Content::amount)
-            survey_.amounts.add(text);
+            survey_.amounts.add(document_.text(node));
         else if (content == Content::date)
-            readDate(text);
+            readDate(document_.text(node));
+        else if (content == Content::identifier)
+            survey_.identifiers.add(document_.text(node));
         else
-            survey_.identifiers.add(text);
+            count(content);
     }
+
+    void count(Content content) noexcept { ++survey_.found[static_cast<std::size_t>(content)]; }
 
     void readDate(std::string_view text) {
         survey_.dates.add(text);
@@ -72,24 +82,60 @@ private:
     }
 
     void look(const reading::Node& node, const NameFacts& facts, Around around) {
-        if ((facts.standing & around.bit) == 0) [[unlikely]]
+        if ((facts.standing & around.bit) == 0) [[unlikely]] {
             survey_.misplaced.add(document_.index(node), around.node);
-        else if (node.isRepeated() && (facts.repeating & around.bit) == 0) [[unlikely]]
+            recorded_ = 0;
+        } else if (node.isRepeated() && (facts.repeating & around.bit) == 0) [[unlikely]] {
             survey_.misplaced.addRepeated(document_.index(node));
+            recorded_ = 0;
+        }
         survey_.required += requiredBy(node);
         if (isOdd(node) || (node.isRepeated() && around.bit == NameFacts::kOtherParent)) survey_.isOdd = true;
-        if (!isLeafContent(facts.content))
-            survey_.found[static_cast<std::size_t>(facts.content)] += isCounted(facts.content, node);
-        else if (!node.isAggregate())
-            readValue(facts.content, document_.text(node));
-        if (facts.content == Content::statement || facts.content == Content::investmentStatement)
+        if (isCounted(facts.content, node)) take(node, facts.content);
+        if (facts.content == Content::statement || facts.content == Content::investmentStatement) {
             survey_.identifiers.beginStatement();
+            recorded_ = 0;
+        }
+    }
+
+    /// Takes a record whose shape is known. The shape of another one is recorded, as far as there is nothing
+    /// in it that is not the same in all of that shape.
+    bool takeKnown(const reading::Node& record, NameFacts::Parents around) {
+        if (recorded_ != 0) return false;
+        for (const RecordShape& shape : shapes_) {
+            if (!shape.isOf(document_, record, around)) continue;
+            takeValues(&record, shape);
+            return true;
+        }
+        recording_ = RecordShape(document_, record, around);
+        recorded_ = document_.index(record);
+        requiredBefore_ = survey_.required;
+        return false;
+    }
+
+    void takeValues(const reading::Node* record, const RecordShape& shape) {
+        survey_.required += shape.required;
+        for (const Content content : shape.counted) count(content);
+        for (const auto offset : shape.amounts) survey_.amounts.add(document_.text(record[offset]));
+        for (const auto offset : shape.dates) readDate(document_.text(record[offset]));
+        for (const auto offset : shape.identifiers) survey_.identifiers.add(document_.text(record[offset]));
+    }
+
+    void keepShape() noexcept {
+        recording_.required = survey_.required - requiredBefore_;
+        shapes_[nextShape_++ % shapes_.size()] = recording_;
+        recorded_ = 0;
     }
 
     const reading::Document& document_;
     const NameFactsTable& names_ = NameFactsTable::known();
     Survey survey_;
     std::vector<Around> outer_;
+    std::array<RecordShape, 8> shapes_;  ///< the last ones
+    std::size_t nextShape_ = 0;
+    RecordShape recording_;
+    std::uint32_t recorded_ = 0;         ///< the record whose shape is recorded; 0: none
+    std::ptrdiff_t requiredBefore_ = 0;  ///< Survey::required before it
 };
 
 }  // namespace

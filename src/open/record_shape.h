@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <array>
+
+#include "open/content.h"
+
+namespace brackwell::opening {
+
+/// What a survey finds in a record, an aggregate that is not the first of its name, but for the texts of its
+/// values. All of it holds for every record with the same elements in the same order, and the records of a
+/// document have few shapes.
+class RecordShape {
+public:
+    /// A few elements of the record, in its order.
+    template <class Element>
+    class Few {
+    public:
+        /// False when there are too many.
+        bool add(Element element) noexcept {
+            if (count_ == all_.size()) return false;
+            all_[count_++] = element;
+            return true;
+        }
+        const Element* begin() const noexcept { return all_.data(); }
+        const Element* end() const noexcept { return all_.data() + count_; }
+
+    private:
+        std::array<Element, 16> all_{};
+        std::size_t count_ = 0;
+    };
+    /// How many nodes after that of the record itself.
+    using Offset = std::uint16_t;
+
+    /// Of no record.
+    RecordShape() = default;
+    /// Of a record in which nothing was found so far. The document must outlive this object.
+    RecordShape(const reading::Document& document, const reading::Node& record,
+                NameFacts::Parents around) noexcept
+        : record_(&record), end_(document.behind(&record)), around_(around) {
+        for (const reading::Node* node = record_ + 1; node < end_; ++node)
+            if (node->isAggregate() && !aggregates_.add(static_cast<Offset>(node - record_)))
+                end_ = record_;  // too many: the shape of no record
+    }
+
+    /// False for what is rather a part of a document than one of its records.
+    static bool isRecord(const reading::Document& document, const reading::Node& node) noexcept {
+        constexpr std::ptrdiff_t mostNodes = 64;
+        return node.isRepeated() && node.isAggregate() && document.behind(&node) - &node <= mostNodes;
+    }
+
+    /// Adds what was found in the record; false when it is too much.
+    bool add(const reading::Node& node, Content content) noexcept {
+        if (!isLeafContent(content)) return counted.add(content);
+        Few<Offset>& leaves = content == Content::amount ? amounts
+                              : content == Content::date ? dates
+                                                         : identifiers;
+        return leaves.add(static_cast<Offset>(&node - record_));
+    }
+
+    /// True when another record has the same elements in the same order.
+    bool isOf(const reading::Document& document, const reading::Node& record,
+              NameFacts::Parents around) const noexcept {
+        if (around_ != around || document.behind(&record) - &record != end_ - record_) return false;
+        const reading::Node* other = &record;
+        for (const reading::Node *node = record_, *end = end_; node != end; ++node, ++other)
+            if (node->nameAndKind != other->nameAndKind) return false;
+        const std::uint32_t shift = document.index(record) - document.index(*record_);
+        for (const Offset offset : aggregates_)
+            if (record_[offset].begin + shift != (&record)[offset].begin) return false;
+        return true;
+    }
+
+    Few<Content> counted;  ///< elements that are counted
+    Few<Offset> amounts;
+    Few<Offset> dates;
+    Few<Offset> identifiers;
+    std::ptrdiff_t required = 0;  ///< what the record adds to Survey::required
+
+private:
+    const reading::Node* record_ = nullptr;
+    const reading::Node* end_ = nullptr;
+    NameFacts::Parents around_ = 0;
+    Few<Offset> aggregates_;  ///< in the record
+};
+
+}  // namespace brackwell::opening
