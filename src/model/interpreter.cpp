@@ -2,6 +2,7 @@
 #include <brackwell/profile.h>
 #include <brackwell/statements.h>
 
+#include "elements/roles.h"
 #include "model/wrapper_name.h"
 #include "platform/make_room.h"
 #include "platform/rollback.h"
@@ -130,7 +131,7 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
     std::string innerName(withMessageSetKey);
     std::optional<ParseDictionary> innerNode = node;
     OptionalText uid;
-    if (isWrapperName(withMessageSetKey)) {
+    if (elements::isWrapper(withMessageSetKey)) {
         innerName = innerResponseName(withMessageSetKey);
         // An inner node that is no dictionary counts as absent.
         innerNode = node ? (*node)[innerName].dictionary() : std::nullopt;

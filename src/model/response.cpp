@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/model.h>
 
+#include "elements/roles.h"
 #include "model/wrapper_name.h"
 #include "reading/node_ref.h"
 
@@ -14,7 +15,7 @@ TvOFXResponse::TvOFXResponse(const std::optional<ParseDictionary>& node) : TvOFX
     const NodeRef response = NodeRef::of(*node);
     std::string_view wrapper;
     for (const NodeRef& child : response.children()) {
-        if (isWrapperName(child.name()))
+        if (elements::isWrapper(child.name()))
             wrapper = child.name();  // the last one decides, also when what it should hold is absent
         else if (child.nameID() == element("STATUS") && child.isDictionary())
             status_ = TvOFXStatus::initWithParseDict(child.dictionary());

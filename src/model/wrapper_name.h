@@ -6,9 +6,6 @@
 
 namespace brackwell {
 
-/// The name of a transaction wrapper ends so.
-inline bool isWrapperName(std::string_view name) noexcept { return name.ends_with("TRNRS"); }
-
 /// The name of the response inside a wrapper: "STMTTRNRS" holds "STMTRS".
 inline std::string innerResponseName(std::string_view wrapperName) {
     constexpr std::size_t fromEnd = 5;

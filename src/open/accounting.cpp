@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "elements/roles.h"
 #include "investments/record_names.h"
 #include "open/content.h"
 #include "open/judged_places.h"
@@ -149,7 +150,7 @@ private:
     /// have one by one.
     bool isAnswer(const Node& node, std::uint32_t around) const noexcept {
         return around != 0 && document_.name(node).ends_with("RS") &&
-               document_.name(document_.node(around)).find("MSGSRSV") != std::string_view::npos;
+               elements::isMessageSet(document_.name(document_.node(around)));
     }
 
     /// Counts an element of a name that is not read.

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/content.h"
 
+#include "elements/roles.h"
 #include "elements/structure_tables.h"
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
+#include "open/judged_places.h"
 #include "open/odd_names.h"
 
 namespace brackwell::opening {
@@ -118,23 +120,9 @@ constexpr auto kNameOfElement = [] {
     return found;
 }();
 
-/// The responses that may stand in a message set without their wrapper, which the standard does not have and
-/// the reader takes.
-constexpr bool isBareResponse(std::string_view name) noexcept {
-    return name.ends_with("RS") && !name.ends_with("TRNRS");
+constexpr reading::NameID nameOf(std::string_view name) noexcept {
+    return kNameOfElement[elements::tables::find(name)];
 }
-
-/// Lists of investments, of which the standard allows one and all are read.
-struct ReadOften {
-    reading::NameID name;
-    reading::NameID parent;
-};
-constexpr ReadOften kReadOften[] = {
-    {element("INVTRANLIST"), element("INVSTMTRS")},
-    {element("INVPOSLIST"), element("INVSTMTRS")},
-    {element("SECLIST"), element("SECLISTMSGSRSV1")},
-    {element("SECLISTMSGSRSV1"), element("OFX")},
-};
 
 }  // namespace
 
@@ -147,11 +135,11 @@ constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
         const NameFacts::Parents bit = NameFacts::Parents{1} << i;
         facts[kParents[i]].asParent = bit;
         if (!elements::tables::knowsChildren(kElementOfName[kParents[i]])) unlisted |= bit;
-        if (reading::kElementNames[kParents[i]].find("MSGSRSV") != std::string_view::npos) messageSets |= bit;
+        if (elements::isMessageSet(reading::kElementNames[kParents[i]])) messageSets |= bit;
     }
     for (reading::NameID name = 0; name != reading::kKnownElementCount; ++name) {
         if (!elements::tables::knowsPlaces(kElementOfName[name])) continue;
-        const bool isBare = isBareResponse(reading::kElementNames[name]);
+        const bool isBare = elements::isResponse(reading::kElementNames[name]);
         facts[name].standing = facts[name].repeating = unlisted | (isBare ? messageSets : 0);
     }
     for (const reading::NameID parent : kParents)
@@ -161,7 +149,8 @@ constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
             facts[name].standing |= facts[parent].asParent;
             if (child.mayRepeat) facts[name].repeating |= facts[parent].asParent;
         }
-    for (const ReadOften& row : kReadOften) facts[row.name].repeating |= facts[row.parent].asParent;
+    for (const PlaceNames& place : kReadOften)
+        facts[nameOf(place.child)].repeating |= facts[nameOf(place.parent)].asParent;
     return facts;
 }();
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "elements/roles.h"
 #include "open/shown_text.h"
 #include "reading/node_ref.h"
 
@@ -165,7 +166,7 @@ private:
     bool isTakenOnce(std::uint32_t node, std::uint32_t parent, std::size_t level) const noexcept {
         if (level < 2) return true;
         const std::string_view child = name(node);
-        return name(parent).ends_with("TRNRS") || child == "BANKTRANLIST" || child == "LEDGERBAL" ||
+        return elements::isWrapper(name(parent)) || child == "BANKTRANLIST" || child == "LEDGERBAL" ||
                child == "AVAILBAL";
     }
 

@@ -5,6 +5,7 @@
 #include <array>
 #include <string>
 
+#include "elements/roles.h"
 #include "platform/ascii_case.h"
 #include "reading/element_names.h"
 #include "repair/markup.h"
@@ -26,12 +27,9 @@ bool isIn(const auto& names, std::string_view name) noexcept {
     return std::ranges::find(names, name) != std::ranges::end(names);
 }
 
-/// Every message set is read, of whatever version.
-bool isMessageSet(std::string_view name) noexcept { return name.find("MSGSRSV") != name.npos; }
-
 bool isReadByClass(std::string_view name) noexcept {
     if (isIn(kUnread, name)) return false;
-    return reading::findKnownElement(name) != reading::kKnownElementCount || isMessageSet(name) ||
+    return reading::findKnownElement(name) != reading::kKnownElementCount || elements::isMessageSet(name) ||
            isIn(kReadElsewhere, name);
 }
 

@@ -2,36 +2,25 @@
 #include "open/judged_places.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
+
+#include "elements/roles.h"
 
 namespace brackwell::opening {
 namespace {
-
-struct Pair {
-    std::string_view child;
-    std::string_view parent;
-};
 
 bool isOneOf(const auto& pairs, const Place& place) noexcept {
     const std::string_view child = elements::nameOf(place.child);
     const std::string_view parent = elements::nameOf(place.parent);
     return std::ranges::any_of(
-        pairs, [&](const Pair& pair) { return pair.child == child && pair.parent == parent; });
+        pairs, [&](const PlaceNames& pair) { return pair.child == child && pair.parent == parent; });
 }
 
 /// Where elements are read although the standard has no place for them there.
-constexpr auto kReadAnyway = std::to_array<Pair>({{"SVCSTATUS", "ACCTINFO"}});
+constexpr auto kReadAnyway = std::to_array<PlaceNames>({{"SVCSTATUS", "ACCTINFO"}});
 
 /// Of these the standard allows several, and one is read.
-constexpr auto kReadOnce = std::to_array<Pair>(
+constexpr auto kReadOnce = std::to_array<PlaceNames>(
     {{"BANKACCTINFO", "ACCTINFO"}, {"CCACCTINFO", "ACCTINFO"}, {"INVACCTINFO", "ACCTINFO"}});
-
-/// Of these the standard allows one, and all are read.
-constexpr auto kReadOften = std::to_array<Pair>({{"INVTRANLIST", "INVSTMTRS"},
-                                                 {"INVPOSLIST", "INVSTMTRS"},
-                                                 {"SECLIST", "SECLISTMSGSRSV1"},
-                                                 {"SECLISTMSGSRSV1", "OFX"}});
 
 /// The aggregates of which a class reads its own elements only, beside message sets and their profiles. The
 /// records of investments are not among them: they take what they look for from whatever is in them.
@@ -45,14 +34,12 @@ constexpr auto kStrict = std::to_array<std::string_view>({
     "SIGNONINFO",   "WEBENROLL",    "OTHERENROLL", "CLIENTENROLL", "CURRENCY",      "ORIGCURRENCY",
 });
 
-bool isMessageSet(std::string_view name) noexcept { return name.find("MSGSRSV") != name.npos; }
-
 bool isStrict(elements::Element parent) noexcept {
     static const auto strict = [] {
         std::array<bool, elements::kElementCount> found{};
         for (elements::Element i = 0; i < found.size(); ++i) {
             const std::string_view name = elements::nameOf(i);
-            found[i] = isMessageSet(name) || name.find("MSGSET") != name.npos ||
+            found[i] = elements::isMessageSet(name) || name.find("MSGSET") != name.npos ||
                        std::ranges::find(kStrict, name) != kStrict.end();
         }
         return found;
@@ -60,11 +47,8 @@ bool isStrict(elements::Element parent) noexcept {
     return parent < strict.size() && strict[parent];
 }
 
-/// True for a response in a message set without its wrapper, which the standard does not have and the reader
-/// takes.
 bool isBareResponse(const Place& place) noexcept {
-    const std::string_view child = elements::nameOf(place.child);
-    return child.ends_with("RS") && !child.ends_with("TRNRS") && isMessageSet(elements::nameOf(place.parent));
+    return elements::isBareResponse(elements::nameOf(place.child), elements::nameOf(place.parent));
 }
 
 }  // namespace

@@ -1,9 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
+#include <string_view>
+
 #include "elements/structure.h"
 
 namespace brackwell::opening {
+
+/// The names of an element and of the aggregate around it.
+struct PlaceNames {
+    std::string_view child;
+    std::string_view parent;
+};
+
+/// Of these the standard allows one, and all are read.
+inline constexpr auto kReadOften = std::to_array<PlaceNames>({{"INVTRANLIST", "INVSTMTRS"},
+                                                              {"INVPOSLIST", "INVSTMTRS"},
+                                                              {"SECLIST", "SECLISTMSGSRSV1"},
+                                                              {"SECLISTMSGSRSV1", "OFX"}});
 
 /// A known element in a parent.
 struct Place {
