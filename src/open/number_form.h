@@ -34,6 +34,10 @@ public:
     /// True when the number is one in a document with a decimal point and another one with a decimal comma.
     bool isAmbiguous() const noexcept { return ambiguous_; }
 
+    /// True for such a number with a comma. The OFX standard has it for a decimal mark, and the prescribed
+    /// reading for one that groups.
+    bool hasAmbiguousComma() const noexcept { return ambiguous_ && mark_ == DecimalMark::comma; }
+
     /// The number. Only an ambiguous one asks for the document's mark. Nothing when it does not fit exactly.
     std::optional<Decimal> value(bool negative, DecimalMark documentMark) const noexcept;
 

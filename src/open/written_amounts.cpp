@@ -73,6 +73,7 @@ void WrittenAmounts::addOther(std::string_view text) {
     commas_ += amount->form.evidence() == DecimalMark::comma;
     // A decimal comma counts even where it is harmless, as in "0,00": it decides of others.
     plain_ = plain_ && commas_ == 0 && isReadRightly(text, *amount);
+    haveAmbiguousComma_ = haveAmbiguousComma_ || amount->form.hasAmbiguousComma();
 }
 
 WrittenAmounts::Evidence WrittenAmounts::evidence() const noexcept {
@@ -89,9 +90,9 @@ AmountReading WrittenAmounts::read(std::string_view text) const {
     const std::optional<Decimal> value = amount ? amount->value(mark) : std::nullopt;
     if (!value) return {prescribed, prescribed ? ReadingKind::doubtful : ReadingKind::unreadable};
 
-    const bool isSilent = points_ == 0 && commas_ == 0;
+    const bool isStandard = points_ == 0 && commas_ == 0 && !amount->form.hasAmbiguousComma();
     const bool isPrescribed = value == prescribed;
-    if (amount->form.isAmbiguous() && !isClear && !(isSilent && isPrescribed))
+    if (amount->form.isAmbiguous() && !isClear && !(isStandard && isPrescribed))
         return {value, ReadingKind::doubtful};
     return {value, isPrescribed ? ReadingKind::prescribed : ReadingKind::byEvidence};
 }

@@ -25,11 +25,12 @@ using AmountReading = WrittenValue<Decimal>;
 ///
 /// Two kinds of amounts are doubtful, with the value of the standard's way:
 /// - ambiguous ones, when the other amounts do not agree, or when they say nothing and the amount has a
-/// currency
-///   or the like that the standard does not know;
+/// comma,
+///   which the OFX standard has for a decimal mark, or a currency or the like, which it does not know;
 /// - texts that make no sense, or no number that fits, but that the prescribed reading makes a number of,
-/// such as
-///   "12,34,56". It delivers that number whatever is said of it here, so that it cannot be called unreadable.
+/// such
+///   as "12,34,56". It delivers that number whatever is said of it here, so that it cannot be called
+///   unreadable.
 ///
 /// Show it every amount of the document first, then ask.
 class WrittenAmounts {
@@ -42,8 +43,9 @@ public:
             addOther(text);
     }
 
-    /// True when the prescribed reading is right for every amount so far, and so needs no help.
-    bool arePlain() const noexcept { return plain_; }
+    /// True when the prescribed reading is surely right for every amount so far, and so needs no help. Only a
+    /// decimal point elsewhere shows that the comma of "1,234" groups.
+    bool arePlain() const noexcept { return plain_ && (!haveAmbiguousComma_ || points_ > 0); }
 
     /// What the text of an amount stands for. Its value is that of the prescribed reading unless it is read
     /// by evidence, or is doubtful.
@@ -100,6 +102,7 @@ private:
     std::size_t points_ = 0;  // amounts that show a decimal point
     std::size_t commas_ = 0;  // amounts that show a decimal comma
     bool plain_ = true;
+    bool haveAmbiguousComma_ = false;
 };
 
 }  // namespace brackwell::opening
