@@ -3,6 +3,7 @@
 
 #include "open/accounting.h"
 #include "open/answers.h"
+#include "open/beginning.h"
 #include "open/contradictions.h"
 #include "open/date_rests.h"
 #include "open/delivery.h"
@@ -342,6 +343,9 @@ private:
         const bool hasElements = !firstElementName(text).empty();
         if (hasElements)
             findCutsAndMargins(findings, text, rootNameOf(text), state_->readText.bytes(), places);
+        // A header with faults is named as a whole.
+        if (content.headerFaults == 0)
+            findTextBefore(findings, text, state_->changes, state_->readText.bytes(), places);
         if (content.headerFaults != 0 && document.size() > 1)
             findings.add(FindingKind::notDelivered, FindingSeverity::warning,
                          "The header is not written as OFX has it, so not all of its fields are read.",

@@ -57,3 +57,58 @@ TEST_CASE("other text before a transaction after the end is named") {
         "</STMTTRNRS></BANKMSGSRSV1></OFX>bye<STMTTRN><DTPOSTED>20240101<TRNAMT>-1<FITID>a</STMTTRN>";
     CHECK(has(openData(Data::view(text)), FindingKind::looseText));
 }
+
+TEST_CASE("text before the first element is named, and what belongs to a document is none") {
+    const std::string fields =
+        "OFXHEADER:100\nDATA:OFXSGML\nVERSION:102\nSECURITY:NONE\nENCODING:USASCII\n"
+        "CHARSET:1252\nCOMPRESSION:NONE\nOLDFILEUID:NONE\nNEWFILEUID:NONE\n";
+    const std::string instruction =
+        "<?OFX OFXHEADER=\"200\" VERSION=\"211\" SECURITY=\"NONE\" OLDFILEUID=\"NONE\" "
+        "NEWFILEUID=\"NONE\"?>\n";
+    const std::string body =
+        "<OFX><SIGNONMSGSRSV1><SONRS><STATUS><CODE>0<SEVERITY>INFO</STATUS></SONRS>"
+        "</SIGNONMSGSRSV1></OFX>\n";
+    const std::string begin = "Text stands before the beginning of the document and is no part of it: ";
+    struct Row {
+        std::string name;
+        std::string text;
+        std::string shown;  ///< empty: nothing is named
+        std::size_t line = 0;
+        std::size_t column = 0;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"a letter", "Dear customer,\n\n" + fields + "\n" + body, "\"Dear customer\".", 1, 1},
+             {"a header of mail", "Content-Type: application/x-ofx\n\n" + fields + body,
+              "\"Content-Type: application/x-ofx\".", 1, 1},
+             {"words in a page", "<html><body>\n  My bank <br>" + fields + body, "\"My bank\".", 2, 3},
+             {"a cookie", "Set-Cookie: session=1234\n\n" + fields + body, "(not shown).", 1, 1},
+             {"a payment between two documents", fields + body + "paid -5.00\n" + fields + body,
+              "\"paid -5.00\".", 11, 1},
+             {"a line after the header", fields + "\npaid -5.00 for bread\n" + body,
+              "\"paid -5.00 for bread\".", 11, 1},
+             {"a line with a time in it", fields + "at 12:30: -5.00\n" + body, "\"at 12:30: -5.00\".", 10, 1},
+             {"a line before an instruction", "<?xml version=\"1.0\"?>\npaid -5.00\n" + instruction + body,
+              "\"paid -5.00\".", 2, 1},
+             {"a line after an instruction", instruction + "paid -5.00\n" + body, "\"paid -5.00\".", 2, 1},
+             {"only tags", "<html><body><pre>\n" + fields + body, ""},
+             {"a byte order mark and zeros", std::string("\0\0\xEF\xBB\xBF", 5) + fields + body, ""},
+             {"a header in one line", "OFXHEADER:100 DATA:OFXSGML VERSION:102 SECURITY:NONE " + body, ""},
+             {"a field of the institution", fields + "COPYRIGHT:my bank\n" + body, ""},
+             {"a comment", fields + "<!-- made > today -->\n" + body, ""},
+             {"a declaration with a subset",
+              "<?xml version=\"1.0\"?><!DOCTYPE OFX [<!ELEMENT OFX ANY>]>\n" + instruction + body, ""},
+             {"no header", body, ""},
+         }) {
+        CAPTURE(row.name);
+        const OpenedFile file = openData(Data::view(row.text));
+        REQUIRE(file);
+        CHECK(file.signOn() != nullptr);
+        const auto finding = std::ranges::find(file.findings(), FindingKind::textAround, &Finding::kind);
+        REQUIRE((finding != file.findings().end()) == !row.shown.empty());
+        if (row.shown.empty()) continue;
+        CHECK(finding->text == begin + row.shown);
+        CHECK(finding->severity == FindingSeverity::note);
+        CHECK(finding->line == row.line);
+        CHECK(finding->column == row.column);
+    }
+}

@@ -1,0 +1,85 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "open/beginning.h"
+
+#include <algorithm>
+
+#include "open/root_name.h"
+#include "open/shown_text.h"
+#include "platform/ascii_case.h"
+#include "platform/ascii_digit.h"
+
+namespace brackwell::opening {
+namespace {
+
+using namespace std::string_view_literals;
+
+/// True for a letter or digit, in whatever writing.
+bool isInWord(char c) noexcept {
+    return isASCIILetter(c) || digitValue(c) <= 9 || static_cast<unsigned char>(c) >= 0x80;
+}
+
+/// A text without what stands around its words, such as white space, a byte order mark and zeros; empty when
+/// it has no words.
+std::string_view inked(std::string_view text) noexcept {
+    constexpr std::string_view mark = "\xEF\xBB\xBF";
+    while (!text.empty() && (!isInWord(text.front()) || text.starts_with(mark)))
+        text.remove_prefix(isInWord(text.front()) ? mark.size() : 1);
+    while (!text.empty() && !isInWord(text.back())) text.remove_suffix(1);
+    return text;
+}
+
+/// True for a line that the import reads as a field of a header.
+bool isHeaderLine(std::string_view line) noexcept { return std::ranges::count(line, ':') == 1; }
+
+/// The first line of a text that is no field of a header; empty when there is none.
+std::string_view firstOtherLine(std::string_view text) noexcept {
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+        if (const std::string_view ink = inked(line); !ink.empty() && !isHeaderLine(ink)) return ink;
+        text.remove_prefix(std::min(line.size() + 1, text.size()));
+    }
+    return {};
+}
+
+/// The first text of a piece that stands in no tag, instruction or comment, as `firstIn` finds it.
+template <class FirstIn>
+std::string_view firstTextIn(std::string_view piece, FirstIn firstIn) {
+    while (!piece.empty()) {
+        const std::string_view between = piece.substr(0, piece.find('<'));
+        if (const std::string_view text = firstIn(between); !text.empty()) return text;
+        piece.remove_prefix(between.size());
+        const std::string_view end = piece.starts_with("<!--") ? "-->"sv : ">"sv;
+        const std::size_t at = piece.find(end);
+        piece.remove_prefix(at == piece.npos ? piece.size() : at + end.size());
+    }
+    return {};
+}
+
+void add(FindingList& findings, std::string_view document, std::size_t offset, std::string_view text) {
+    constexpr std::size_t shown = 40;
+    findings.add(FindingKind::textAround, FindingSeverity::note,
+                 "Text stands before the beginning of the document and is no part of it: " +
+                     quotedUnlessSecret(document, offset, std::min(text.size(), shown), text) + ".",
+                 1, offset);
+}
+
+}  // namespace
+
+void findTextBefore(FindingList& findings, std::string_view text, const std::vector<RepairChange>& changes,
+                    std::string_view readText, const TreePlaces& places) {
+    const auto dropped = std::ranges::find(changes, RepairKind::textBeforeDocument, &RepairChange::kind);
+    if (dropped != changes.end()) {
+        const std::string_view was = text.substr(dropped->offset, dropped->was.size());
+        if (const std::string_view ink = firstTextIn(was, inked); !ink.empty())
+            return add(findings, text, static_cast<std::size_t>(ink.data() - text.data()), ink);
+    }
+    const std::string_view name = firstElementName(readText);
+    if (name.empty()) return;
+    const std::string_view front =
+        readText.substr(0, static_cast<std::size_t>(name.data() - readText.data()) - 1);
+    if (const std::string_view line = firstTextIn(front, firstOtherLine); !line.empty())
+        add(findings, text, places.originalOffset(static_cast<std::size_t>(line.data() - readText.data())),
+            line);
+}
+
+}  // namespace brackwell::opening
