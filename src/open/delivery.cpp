@@ -182,6 +182,8 @@ private:
             {"AVAILBAL", {"STMTRS", "CCSTMTRS"}},
             {"STMTRS", {"STMTTRNRS"}},
             {"CCSTMTRS", {"CCSTMTTRNRS"}},
+            {"INVTRANLIST", {"INVSTMTRS"}},
+            {"INVPOSLIST", {"INVSTMTRS"}},
             {"ACCTINFO", {"ACCTINFORS"}},
             {"ACCTINFORS", {"ACCTINFOTRNRS"}},
         };

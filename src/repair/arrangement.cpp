@@ -343,10 +343,14 @@ private:
         const NodeID from = tree_[node].parent;
         if (from == Tree::kDocument) return;
         NodeID around = tree_[from].parent;
+        bool isInStatement = isStatement(elementOf(from));
         for (unsigned i = 0; i < kDeepest && around != kNoNode; ++i, around = tree_[around].parent) {
             if (hasRoom(around, elementOf(node))) return moveTo(around, node);
             const std::vector<Element> way = wayFrom(around, node);
-            if (!way.empty() && moveThrough(around, node, way)) return;
+            // What stands in a statement gets none of its own: that would be one of no account.
+            const bool isInvented = isInStatement && std::ranges::any_of(way, isStatement);
+            if (!way.empty() && !isInvented && moveThrough(around, node, way)) return;
+            isInStatement = isInStatement || isStatement(elementOf(around));
         }
     }
 

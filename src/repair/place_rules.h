@@ -39,6 +39,11 @@ inline bool isInfoOf(elements::Element info, elements::Element account) noexcept
            outer.substr(0, outer.size() - kInfo.size()) == inner.substr(0, inner.size() - kAccount.size());
 }
 
+/// True for the statement of an account: STMTRS, CCSTMTRS, INVSTMTRS and others of such names.
+inline bool isStatement(elements::Element element) noexcept {
+    return elements::nameOf(element).ends_with("STMTRS");
+}
+
 inline bool hasSameVersion(elements::Element a, elements::Element b) noexcept {
     return elements::nameOf(a).back() == elements::nameOf(b).back();
 }

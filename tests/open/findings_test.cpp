@@ -130,6 +130,37 @@ TEST_CASE("what no object stands for is counted by cause, with the first place")
         OpenOptions::asIs());
 }
 
+TEST_CASE("what of an investment statement stands in a bank's is named, and makes no statement") {
+    const std::string position = "<POSSTOCK><INVPOS><UNITS>1</INVPOS></POSSTOCK>";
+    const std::string payments = list(transaction("1"));
+    const FindingKind kind = FindingKind::notDelivered;
+    const FindingSeverity warning = FindingSeverity::warning;
+    const std::vector<Row> rows = {
+        {"a balance of investments",
+         statementWith(payments + "<INVBAL><AVAILCASH>9<MARGINBALANCE>0<SHORTBALANCE>0</INVBAL>"), kind,
+         warning, 1, 9,
+         "1 element stands where the OFX standard has no place for it, so it is not read: <INVBAL> in "
+         "<STMTRS>."},
+        {"a balance under the name of a leaf",
+         statementWith(payments + "<CASHBAL><BALAMT>9<DTASOF>20240131</CASHBAL>"), kind, warning, 1, 9,
+         "1 element stands where the OFX standard has no place for it, so it is not read: <CASHBAL> in "
+         "<STMTRS>."},
+        {"positions", statementWith(payments + "<INVPOSLIST>" + position + "</INVPOSLIST>"), kind, warning, 1,
+         9, "1 position is left out: <INVPOSLIST> stands in <STMTRS>, where it is not read."},
+        {"a purchase", statementWith(list(transaction("1") + "<BUYSTOCK><BUYTYPE>BUY</BUYSTOCK>")), kind,
+         warning, 1, 8,
+         "1 investment transaction is left out: <BUYSTOCK> stands in <BANKTRANLIST>, where it is not read."},
+    };
+    checkRows(rows, OpenOptions());
+    for (const Row& row : rows) {
+        CAPTURE(row.why);
+        const OpenedFile file = openData(Data::view(row.document));
+        CHECK(file.investmentStatements().empty());
+        REQUIRE(file.statements().size() == 1);
+        CHECK(file.statements()[0]->statementTransactions().size() == 1);
+    }
+}
+
 TEST_CASE("elements outside of the root are not delivered, and stand after the end") {
     const std::vector<Finding> findings =
         findingsOf(document("<SIGNONMSGSRSV1><SONRS><LANGUAGE>ENG</SONRS></SIGNONMSGSRSV1>") +

@@ -322,6 +322,22 @@ TEST_CASE("statements among those of the other kind are delivered with their acc
     });
 }
 
+TEST_CASE("what of an investment statement stands in another statement gets none of its own") {
+    const std::string position = in("INVPOSLIST", in("POSSTOCK", in("INVPOS", "<UNITS>1")));
+    for (const std::string& content :
+         {in("INVBAL", "<AVAILCASH>9<MARGINBALANCE>0<SHORTBALANCE>0"),
+          in("CASHBAL", "<BALAMT>9<DTASOF>20240131"), position, in("POSSTOCK", in("INVPOS", "<UNITS>1")),
+          in("INVTRANLIST", kPeriod)}) {
+        for (const std::string& text : {inBank(list(kA) + kLedger + content), inBank(content + list(kA)),
+                                        inCards(list(kA) + kLedger + content)}) {
+            CAPTURE(text);
+            CHECK(repairOFXText(text, RepairScope::structure).text == text);
+        }
+    }
+    const std::string inList = inBank(list(kA + in("BUYSTOCK", "<BUYTYPE>BUY")) + kLedger);
+    CHECK(repairOFXText(inList, RepairScope::structure).text == inList);
+}
+
 TEST_CASE("an aggregate ends before what cannot stand in it") {
     const std::string whole = inBank(list(kA) + kLedger + kAvailable);
     checkShapes({
