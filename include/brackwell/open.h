@@ -151,7 +151,7 @@ struct BRACKWELL_EXPORT OpenError {
     OpenErrorCode code = OpenErrorCode::none;  ///< for programs; none when it was read
     std::string text;                          ///< what happened, for a person; empty when nothing did
     std::string cause;                         ///< the likely cause, in a sentence; may be empty
-    std::string remedy;                        ///< what to do, in a sentence; may be empty
+    std::string remedy;                        ///< what to do, in a sentence or two; empty when it was read
     std::size_t line = 0;                      ///< of the place where reading ended; 0: there is none
     std::size_t column = 0;                    ///< in characters; 0 like the line
     std::size_t offset = 0;                    ///< of that place, in the bytes of OpenedDocument::text

@@ -100,7 +100,8 @@ void setPlace(OpenError& error, std::string_view text, std::size_t offset) {
 }
 
 OpenError nestingError(std::string_view text) {
-    OpenError error = errorWith(OpenErrorCode::tagsDoNotMatch, {});
+    OpenError error = errorWith(OpenErrorCode::tagsDoNotMatch, "Found a close tag without opening tag.", {},
+                                std::string(kRepairRemedy));
     const std::optional<NestingError> nesting = findNestingError(text);
     if (!nesting) return error;
     const std::vector<TextRange> secrets = secretsInOFXText(text);
@@ -116,41 +117,45 @@ OpenError nestingError(std::string_view text) {
     error.cause = likelyCause(*nesting, repaired.changes);
     if (const std::size_t place = error.cause.find('@'); place != error.cause.npos)
         error.cause.replace(place, 1, open);
-    error.remedy = kRepairRemedy;
     return error;
 }
 
 // ---------------------------------------------------------------------------------------------
 // Texts and bytes that are something else
 
+constexpr std::string_view kAskForOFX = "Ask the institution for OFX.";
+constexpr std::string_view kUnpack = "Unpack it first.";
+
 struct Format {
     std::string_view begin;
     std::string_view cause;
+    std::string_view remedy = kAskForOFX;
     OpenErrorCode code = OpenErrorCode::otherFormat;
 };
 
-constexpr Format kOFC = {"<OFC>",
-                         "It is an OFC document, the forerunner of OFX; ask the institution for OFX.",
-                         OpenErrorCode::ofc};
+constexpr Format kOFC{"<OFC>", "It is an OFC document, the forerunner of OFX.", kAskForOFX,
+                      OpenErrorCode::ofc};
 
-constexpr std::string_view kWebPage =
-    "It is a web page, mostly one that says that the session with the institution has ended.";
+constexpr Format webPage(std::string_view begin) noexcept {
+    return {begin, "It is a web page, mostly one that says that the session with the institution has ended.",
+            "Sign in again, and repeat the download.", OpenErrorCode::html};
+}
 
 /// What people hand over for an OFX document, by how it begins, in whatever case.
 constexpr Format kFormats[] = {
-    {"<!DOCTYPE html", kWebPage, OpenErrorCode::html},
-    {"<html", kWebPage, OpenErrorCode::html},
-    {"<head", kWebPage, OpenErrorCode::html},
-    {"%PDF-", "It is a PDF document; ask the institution for OFX."},
-    {"PK\x03\x04", "It is a ZIP archive or an office document; unpack it first."},
-    {"\x1F\x8B", "It is compressed with gzip; unpack it first."},
-    {"\xD0\xCF\x11\xE0", "It is an office document; ask the institution for OFX."},
-    {"{\\rtf", "It is an RTF document; ask the institution for OFX."},
-    {"!Type:", "It is a QIF file; ask the institution for OFX."},
-    {"!Account", "It is a QIF file; ask the institution for OFX."},
-    {":20:", "It is an MT940 statement; ask the institution for OFX."},
-    {"{1:F01", "It is an MT940 statement; ask the institution for OFX."},
-    {"{\"", "It is a JSON document; ask the institution for OFX."},
+    webPage("<!DOCTYPE html"),
+    webPage("<html"),
+    webPage("<head"),
+    {"%PDF-", "It is a PDF document."},
+    {"PK\x03\x04", "It is a ZIP archive or an office document.", kUnpack},
+    {"\x1F\x8B", "It is compressed with gzip.", kUnpack},
+    {"\xD0\xCF\x11\xE0", "It is an office document."},
+    {"{\\rtf", "It is an RTF document."},
+    {"!Type:", "It is a QIF file."},
+    {"!Account", "It is a QIF file."},
+    {":20:", "It is an MT940 statement."},
+    {"{1:F01", "It is an MT940 statement."},
+    {"{\"", "It is a JSON document."},
 };
 
 const Format* formatOf(std::string_view bytes) noexcept {
@@ -171,7 +176,8 @@ bool mentionsWebPage(std::string_view text) noexcept {
 }
 
 OpenError otherFormatError(const Format& format) {
-    return errorWith(format.code, "not an OFX document", std::string(format.cause));
+    return errorWith(format.code, "not an OFX document", std::string(format.cause),
+                     std::string(format.remedy));
 }
 
 OpenError notOFXError(std::string_view text) {
@@ -260,12 +266,14 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
                       hexadecimal(bytes.bytes()[*invalid]) + ") is not UTF-8.";
     }
     if (search == EncodingSearch::none) {
-        error.remedy = "Its encoding has to be told.";
+        error.remedy = "Say which encoding it is in.";
         return error;
     }
     const std::string names = readingEncodings(bytes);
-    error.remedy = names.empty() ? "No encoding that is known here makes an OFX document of it."
-                                 : "One of these encodings reads it: " + names + ".";
+    error.remedy =
+        names.empty()
+            ? "No encoding that is known here makes an OFX document of it. Ask the institution for OFX."
+            : "One of these encodings reads it: " + names + ".";
     return error;
 }
 
@@ -284,9 +292,9 @@ OpenError errorOfOtherContent(std::string_view text) {
     const bool mayBeOFX =
         root.empty() || equalsIgnoringCase(root, "OFX") || !repairOFXText(text).changes.empty();
     if (!isXML || mayBeOFX) return {};
-    return errorWith(
-        OpenErrorCode::otherFormat, "not an OFX document",
-        "It is XML of another kind, with the root <" + shownText(root) + ">; ask the institution for OFX.");
+    return errorWith(OpenErrorCode::otherFormat, "not an OFX document",
+                     "It is XML of another kind, with the root <" + shownText(root) + ">.",
+                     std::string(kAskForOFX));
 }
 
 OpenError errorOf(const Parsed& parsed, const Data& bytes, std::string_view text, const OpenOptions& options,

@@ -15,28 +15,53 @@ namespace {
 
 constexpr std::size_t kLongestName = 200;
 
-OpenError fileError(OpenErrorCode code, std::string_view begin, std::string_view name, std::string_view end) {
-    return errorWith(code, std::string(begin).append(shownText(name, kLongestName)).append(end));
-}
+constexpr std::string_view kFetchesNothing = "Nothing is fetched from other computers.";
+constexpr std::string_view kDownloadFirst = "Download the file first.";
+
+/// An error that names a file or a URL.
+struct Sentence {
+    OpenErrorCode code;
+    std::string_view begin;  ///< before the name
+    std::string_view end;    ///< after it
+    std::string_view cause;
+    std::string_view remedy;
+
+    OpenError with(std::string_view name) const {
+        return errorWith(code, std::string(begin).append(shownText(name, kLongestName)).append(end),
+                         std::string(cause), std::string(remedy));
+    }
+};
+
+constexpr Sentence kFolder{OpenErrorCode::isFolder, "", " is a folder.", "", "Name a file in it."};
+constexpr Sentence kNotFound{OpenErrorCode::notFound, "The file at ", " was not found.", "",
+                             "Check the path; a relative one begins in the current folder."};
+constexpr Sentence kNotPermitted{OpenErrorCode::notPermitted, "The file at ", " may not be read.", "",
+                                 "Ask its owner for the right to read it."};
+constexpr Sentence kNotReadable{OpenErrorCode::notReadable, "The file at ", " could not be read.", "",
+                                "Check the disk or the connection that it is on, and try again."};
+constexpr Sentence kOtherHost{OpenErrorCode::otherComputer, "The URL names another computer: ", ".",
+                              kFetchesNothing, kDownloadFirst};
+constexpr Sentence kOtherScheme{OpenErrorCode::otherComputer, "The URL is of another scheme than file: ", "",
+                                kFetchesNothing, kDownloadFirst};
+constexpr Sentence kInvalidURL{OpenErrorCode::invalidURL, "The URL names no file: ", "", "",
+                               "Write it like file:///home/me/july.ofx: with three slashes and an absolute "
+                               "path, and \"%\" only before two hexadecimal digits."};
 
 /// Why a file could not be read.
 OpenError errorOfFile(const std::string& path) {
     std::error_code error;
-    if (std::filesystem::is_directory(path, error))
-        return fileError(OpenErrorCode::isFolder, "", path, " is a folder.");
+    if (std::filesystem::is_directory(path, error)) return kFolder.with(path);
     errno = 0;
     std::FILE* const file = path.find('\0') == path.npos ? std::fopen(path.c_str(), "rb") : nullptr;
     const int number = errno;
     if (number == ENOMEM) throw std::bad_alloc();
     if (file != nullptr) {
         std::fclose(file);
-        return fileError(OpenErrorCode::notReadable, "The file at ", path, " could not be read.");
+        return kNotReadable.with(path);
     }
-    if (number == EACCES || number == EPERM)
-        return fileError(OpenErrorCode::notPermitted, "The file at ", path, " may not be read.");
-    if (number != 0 && number != ENOENT && number != ENOTDIR)
-        return fileError(OpenErrorCode::notReadable, "The file at ", path, " could not be read.");
-    return fileError(OpenErrorCode::notFound, "The file at ", path, " was not found.");
+    if (number == EACCES || number == EPERM) return kNotPermitted.with(path);
+    const bool isMissing = number == 0 || number == ENOENT || number == ENOTDIR;
+    return (isMissing ? kNotFound : kNotReadable).with(path);
 }
 
 int hexValue(char c) noexcept {
@@ -67,7 +92,8 @@ std::optional<std::string> decodedPath(std::string_view text) {
 
 OpenError tooLargeError(std::size_t maximumSize) {
     return errorWith(OpenErrorCode::tooLarge,
-                     "The file has more than " + std::to_string(maximumSize) + " bytes, which is the limit.");
+                     "The file has more than " + std::to_string(maximumSize) + " bytes, which is the limit.",
+                     {}, "Raise OpenOptions::maximumSize, if its sender is trusted.");
 }
 
 Source readFile(const std::string& path, std::size_t maximumSize) {
@@ -85,16 +111,10 @@ bool isURLOfOtherScheme(std::string_view text) noexcept {
         return isASCIILetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
     };
     return scheme.size() < text.size() && !scheme.empty() && isASCIILetter(scheme.front()) &&
-           std::ranges::all_of(scheme, isInScheme);
+           std::ranges::all_of(scheme, isInScheme) && !equalsIgnoringCase(scheme, "file");
 }
 
-OpenError otherSchemeError(std::string_view url) {
-    OpenError error =
-        fileError(OpenErrorCode::otherComputer, "The URL is of another scheme than file: ", url, "");
-    error.cause = "Nothing is fetched from other computers.";
-    error.remedy = "Download the file first.";
-    return error;
-}
+OpenError otherSchemeError(std::string_view url) { return kOtherScheme.with(url); }
 
 PathOrError pathOf(std::string_view pathOrURL) {
     constexpr std::string_view scheme = "file:";
@@ -104,14 +124,11 @@ PathOrError pathOf(std::string_view pathOrURL) {
         rest.remove_prefix(2);
         const std::string_view host = rest.substr(0, rest.find('/'));
         rest.remove_prefix(host.size());
-        if (!host.empty() && !equalsIgnoringCase(host, "localhost"))
-            return {{},
-                    fileError(OpenErrorCode::otherComputer, "The URL names another computer: ", host, ".")};
+        if (!host.empty() && !equalsIgnoringCase(host, "localhost")) return {{}, kOtherHost.with(host)};
     }
     // A query or a fragment is no part of a file's URL.
     const std::optional<std::string> path = decodedPath(rest);
-    if (!rest.starts_with('/') || !path)
-        return {{}, fileError(OpenErrorCode::invalidURL, "The URL names no file: ", pathOrURL, "")};
+    if (!rest.starts_with('/') || !path) return {{}, kInvalidURL.with(pathOrURL)};
     return {*path, {}};
 }
 

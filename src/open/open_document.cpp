@@ -286,9 +286,10 @@ private:
     void checkDepth(const Interpreted& content) {
         if (!content.isRead() || options_.maximumDepth == std::numeric_limits<std::size_t>::max()) return;
         if (depthOf(content.document()) <= options_.maximumDepth) return;
-        state_->error = errorWith(OpenErrorCode::tooDeep, "The document's elements are nested more than " +
-                                                              std::to_string(options_.maximumDepth) +
-                                                              " deep, which is the limit.");
+        state_->error = errorWith(OpenErrorCode::tooDeep,
+                                  "The document's elements are nested more than " +
+                                      std::to_string(options_.maximumDepth) + " deep, which is the limit.",
+                                  {}, "Raise OpenOptions::maximumDepth, if its sender is trusted.");
     }
 
     void checkKind(const Interpreted& content) {

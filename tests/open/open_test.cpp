@@ -119,6 +119,8 @@ TEST_CASE("what cannot be opened has a code and says what it is") {
              {"://july.ofx", OpenErrorCode::notFound, "was not found."},
              {"1st://july.ofx", OpenErrorCode::notFound, "was not found."},
              {"a b://july.ofx", OpenErrorCode::notFound, "was not found."},
+             {"file://" + missing, OpenErrorCode::notFound, "was not found."},
+             {"FILE:" + missing, OpenErrorCode::notFound, "was not found."},
              {"file:july.ofx", OpenErrorCode::invalidURL, "The URL names no file: file:july.ofx"},
              {"file:///a%2", OpenErrorCode::invalidURL, "The URL names no file"},
              {"file:///a%zz", OpenErrorCode::invalidURL, "The URL names no file"},
@@ -130,6 +132,7 @@ TEST_CASE("what cannot be opened has a code and says what it is") {
         CHECK_FALSE(file);
         CHECK(nameOf(file.error().code) == nameOf(row.code));
         CHECK(file.error().text.find(row.text) != std::string::npos);
+        CHECK_FALSE(file.error().remedy.empty());
         CHECK(file.statements().empty());
         CHECK(file.responses().empty());
         CHECK(file.message() == nullptr);
@@ -166,7 +169,9 @@ TEST_CASE("bytes that are no OFX document are named as what they are") {
         CHECK_FALSE(file);
         CHECK(nameOf(file.error().code) == nameOf(row.code));
         CHECK(file.error().cause.find(row.cause) != std::string::npos);
+        CHECK_FALSE(file.error().remedy.empty());
         CHECK(file.error().description().find(file.error().cause) != std::string::npos);
+        CHECK(file.error().description().ends_with(file.error().remedy));
     }
 }
 
@@ -193,6 +198,7 @@ TEST_CASE("tags that do not match have both places, a cause and a remedy when re
     REQUIRE(error.openedAt);
     CHECK(document.substr(*error.openedAt, 8) == "<STATUS>");
     CHECK(error.cause == "The close tag is misspelt, or belongs to another element than <STATUS>.");
+    CHECK_FALSE(error.remedy.empty());
     CHECK(error.isRepairable);
     REQUIRE(file.documents().size() == 1);
     CHECK(file.documents()[0].error().code == OpenErrorCode::tagsDoNotMatch);
@@ -355,6 +361,7 @@ TEST_CASE("a text that reads and has no OFX in it is an error that names it") {
             CHECK_FALSE(file);
             CHECK(nameOf(file.error().code) == nameOf(row.code));
             CHECK(file.error().cause.find(row.cause) != std::string::npos);
+            CHECK_FALSE(file.error().remedy.empty());
             CHECK(file.findings().empty());
         }
 }
@@ -616,7 +623,7 @@ TEST_CASE("of many documents that are no text only the first ones name the encod
         const OpenError& error = file.documents()[i].error();
         CHECK(error.code == OpenErrorCode::undecodable);
         CHECK(error.remedy.starts_with(i < 4 ? "One of these encodings reads it: "
-                                             : "Its encoding has to be told."));
+                                             : "Say which encoding it is in."));
     }
 }
 
@@ -624,6 +631,7 @@ TEST_CASE("limits on size and depth are held") {
     OpenOptions limited;
     limited.maximumSize = 100;
     CHECK(opened(document("tea"), limited).error().code == OpenErrorCode::tooLarge);
+    CHECK_FALSE(opened(document("tea"), limited).error().remedy.empty());
     const TemporaryFolder folder;
     CHECK(openFile(folder.file("a", document("tea")), limited).error().code == OpenErrorCode::tooLarge);
     limited.maximumSize = 10'000;
@@ -632,6 +640,7 @@ TEST_CASE("limits on size and depth are held") {
     limited.maximumDepth = 5;
     const OpenedFile deep = opened(document("tea"), limited);
     CHECK(deep.error().code == OpenErrorCode::tooDeep);
+    CHECK(deep.error().remedy == "Raise OpenOptions::maximumDepth, if its sender is trusted.");
     CHECK(deep.statements().empty());
 }
 

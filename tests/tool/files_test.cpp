@@ -21,7 +21,7 @@ TEST_CASE("the other files are done when one cannot be read") {
     const std::string good = examplePath("card.ofx");
     const Finished finished = tool({"json", good, "/nowhere/july.ofx", examplePath("checking.ofx")});
     CHECK(finished.status == 1);
-    CHECK(finished.error == "/nowhere/july.ofx: The file at /nowhere/july.ofx was not found.\n");
+    CHECK(finished.error == notFound("/nowhere/july.ofx"));
     const std::vector<std::string> lines = linesOf(finished.output);
     REQUIRE(lines.size() == 2);
     CHECK(Json::parse(lines[0])["file"] == good);
@@ -61,7 +61,7 @@ TEST_CASE("a folder is no file") {
     const TemporaryFolder folder;
     const Finished finished = tool({"json", folder.path()});
     CHECK(finished.status == 1);
-    CHECK(finished.error == folder.path() + ": " + folder.path() + " is a folder.\n");
+    CHECK(finished.error == folder.path() + ": " + folder.path() + " is a folder.\n  Name a file in it.\n");
 }
 
 TEST_CASE("a standard input that cannot be read is status 1 and said") {
@@ -69,7 +69,7 @@ TEST_CASE("a standard input that cannot be read is status 1 and said") {
         CAPTURE(command);
         Finished finished = run({{"/bin/sh", "-c", "exec \"$0\" \"$1\" - </", BRACKWELL_TOOL, command}});
         CHECK(finished.status == 1);
-        CHECK(finished.error == "-: /dev/stdin is a folder.\n");
+        CHECK(finished.error == "-: /dev/stdin is a folder.\n  Name a file in it.\n");
         finished = run({{"/bin/sh", "-c", "exec \"$0\" \"$1\" - <&-", BRACKWELL_TOOL, command}});
         CHECK(finished.status == 1);
         CHECK(finished.error.starts_with("-: no data to parse\n"));

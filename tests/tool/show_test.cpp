@@ -278,9 +278,9 @@ TEST_CASE("several files are shown one after the other, each under its name") {
     CHECK(finished.output.starts_with("== " + examplePath("card.ofx") + "\nInstitution  "));
     CHECK(contains(finished.output, "\n\n== " + examplePath("sign_on_failure.ofx") + "\nInstitution  "));
     const std::vector<std::string> messages = linesOf(finished.error);
-    REQUIRE(messages.size() == 2);
+    REQUIRE(messages.size() == 3);
     CHECK(messages[0] == "/nowhere: The file at /nowhere was not found.");
-    CHECK(messages[1].starts_with(examplePath("sign_on_failure.ofx") +
+    CHECK(messages[2].starts_with(examplePath("sign_on_failure.ofx") +
                                   ":6:7: The server refused the sign-on "));
 }
 
