@@ -22,9 +22,13 @@ bool isInWord(char c) noexcept {
 /// it has no words.
 std::string_view inked(std::string_view text) noexcept {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
-    while (!text.empty() && (!isInWord(text.front()) || text.starts_with(mark)))
-        text.remove_prefix(isInWord(text.front()) ? mark.size() : 1);
-    while (!text.empty() && !isInWord(text.back())) text.remove_suffix(1);
+    for (std::size_t size = text.npos; size != text.size();) {
+        size = text.size();
+        text = trimWhiteSpace(text);
+        if (text.starts_with(mark)) text.remove_prefix(mark.size());
+        while (!text.empty() && !isInWord(text.front())) text.remove_prefix(1);
+        while (!text.empty() && !isInWord(text.back())) text.remove_suffix(1);
+    }
     return text;
 }
 

@@ -132,10 +132,10 @@ TEST_CASE("a document that only its repair finds is read in UTF-8, windows-1252 
         const bool isGuess = row.name != "UTF-8";
         CHECK(contains(mended.error, "-: The document does not name its text encoding; it is read as " +
                                          row.name + ".\n") == isGuess);
-        CHECK(mended.error.ends_with("-:1:1: Repaired in 1 place.\n"));
+        CHECK(contains(mended.error, "-:1:1: Repaired in 1 place.\n"));
     }
     const Finished latin = tool({"tree", "-"}, "\x81\n<OFX><A>\xE9</A></OFX>");
-    CHECK(latin.error.ends_with("it is read as ISO-8859-1.\n-:1:1: Repaired in 1 place.\n"));
+    CHECK(contains(latin.error, "it is read as ISO-8859-1.\n-:1:1: Repaired in 1 place.\n"));
     CHECK(Json::parse(latin.output)["data"]["OFX"]["A"] == "\u00E9");
     CHECK(tool({"tree", "-"}, "Dear customer,\n\u00E9").status == 1);
 }
