@@ -66,7 +66,7 @@ void writeFindings(JsonWriter& json, const Document& document) {
 
 void writeDocument(Run& run, const Document& document, const SecurityList& others) {
     const Filter& filter = run.options.filter;
-    JsonWriter json(run.output);
+    JsonWriter json(run.output, run.options.isIndented ? JsonLayout::indented : JsonLayout::oneLine);
     json.beginObject();
     writeField(json, "file", OptionalText(document.name));
     json.field("message");

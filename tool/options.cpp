@@ -22,6 +22,7 @@ enum Trait : unsigned {
     kOriginal = 8,   ///< --original
     kNoOutput = 16,  ///< nothing but messages, so there is no --output
     kTable = 32,     ///< --kind
+    kIndent = 64,    ///< --indent
 };
 
 /// The commands that read files.
@@ -43,12 +44,15 @@ constexpr std::array kReadingCommands = {
         "  brackwell show july.ofx\n"
         "  brackwell show --full *.ofx | less\n"
         "  brackwell show --since 2024-01-01 --until 2024-03-31 --search \"card payment\" *.ofx\n"},
-    ReadingCommand{"json", "Everything that was read, as JSON", kSeveralFiles | kFilter,
-                   "One object for each FILE, a line each, with a first key \"file\".\n\n"
-                   "Examples:\n"
-                   "  brackwell json july.ofx --output july.json\n"
-                   "  brackwell json --account 5678 --sort date july.ofx\n"
-                   "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n"},
+    ReadingCommand{
+        "json", "Everything that was read, as JSON", kSeveralFiles | kFilter | kIndent,
+        "One object for each FILE, a line each, with a first key \"file\"; over several lines with\n"
+        "--indent.\n\n"
+        "Examples:\n"
+        "  brackwell json july.ofx --output july.json\n"
+        "  brackwell json --account 5678 --sort date july.ofx\n"
+        "  brackwell json --indent july.ofx | less\n"
+        "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n"},
     ReadingCommand{
         "csv", "One row per transaction, with a header row", kSeveralFiles | kFilter | kTable,
         "--kind bank has the transactions of bank and card statements, investments those of\n"
@@ -256,6 +260,8 @@ void declareReading(CLI::App& app, const ReadingCommand& command, Options& optio
         sub->add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
     if ((command.traits & kOriginal) != 0)
         sub->add_flag("--original", options.showsOriginals, "Write the source text of each transaction, too");
+    if ((command.traits & kIndent) != 0)
+        sub->add_flag("--indent", options.isIndented, "Write over several lines, for people to read");
     if ((command.traits & kTable) != 0) declareTable(*sub, options, texts);
     const bool hasFilter = (command.traits & kFilter) != 0;
     if (hasFilter) declareFilter(*sub, texts.filter);
@@ -396,6 +402,9 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
         line.exitStatus = app.exit(outcome, text, error) == 0 ? 0 : 2;
         line.text = text.str();
         line.error = error.str();
+        if (outcome.get_name() == "ArgumentMismatch" && line.error.starts_with("FILE:"))
+            line.error =
+                "FILE: this command takes a single document\nRun with --help for more information.\n";
         if (*line.exitStatus != 0 && count > 1 && arguments[1][0] != '-' && app.get_subcommands().empty())
             line.error = "unknown command \"" + std::string(arguments[1]) +
                          "\"\nRun with --help for a list of the commands.\n";

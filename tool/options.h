@@ -32,6 +32,7 @@ struct Options {
     Filter filter;
     bool showsFullNumbers = false;
     bool showsOriginals = false;    ///< the source texts of transactions
+    bool isIndented = false;        ///< JSON over several lines
     bool isQuiet = false;           ///< say no findings
     bool isStrict = false;          ///< a finding is worth an exit status of its own
     bool asDiff = false;            ///< show what was repaired as a diff

@@ -476,3 +476,22 @@ TEST_CASE("a file name that is not UTF-8 is written with replacement characters"
         CHECK(Json::parse(line)["file"] == folder.path(row.shown));
     }
 }
+
+TEST_CASE("--indent writes the same over lines, two blanks deeper in each object and array") {
+    CHECK(outputOf({"json", "--indent"}, version1(""))
+              .starts_with("{\n  \"file\": \"-\",\n  \"message\": {\n    "));
+    for (const std::string name : {"card.ofx", "investments.ofx", "profile.ofx", "quirks.ofx"}) {
+        CAPTURE(name);
+        const std::vector<std::string> arguments{"json", examplePath(name), examplePath("checking.ofx")};
+        const std::string plain = tool(arguments).output;
+        const std::string indented = tool({"json", "--indent", arguments[1], arguments[2]}).output;
+        const std::size_t second = indented.find("\n{\n") + 1;
+        REQUIRE(second != 0);
+        const std::vector<std::string> lines = linesOf(plain);
+        REQUIRE(lines.size() == 2);
+        const Json first = Json::parse(indented.substr(0, second));
+        CHECK(first == Json::parse(lines[0]));
+        CHECK(indented.substr(0, second) == first.dump(2) + "\n");
+        CHECK(Json::parse(indented.substr(second)) == Json::parse(lines[1]));
+    }
+}

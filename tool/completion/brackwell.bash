@@ -10,7 +10,7 @@ _brackwell_options() {
     case $1 in
         "") echo "--help -h --version" ;;
         show | report) echo "$reading $output $transactions --full --help -h" ;;
-        json) echo "$reading $output $transactions --help -h" ;;
+        json) echo "$reading $output $transactions --indent --help -h" ;;
         csv) echo "$reading $output $transactions --kind --currencies --help -h" ;;
         accounts | duplicates) echo "$reading $output --full --help -h" ;;
         tree) echo "$reading $output --original --help -h" ;;

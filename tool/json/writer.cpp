@@ -75,7 +75,7 @@ void JsonWriter::key(std::string_view name) {
     separate();
     quoted(name);
     output_.write(':');
-    needsComma_ = false;
+    endKey();
 }
 
 void JsonWriter::field(std::string_view name) {
@@ -83,7 +83,7 @@ void JsonWriter::field(std::string_view name) {
     output_.write('"');
     output_.write(name);
     output_.write("\":");
-    needsComma_ = false;
+    endKey();
 }
 
 void JsonWriter::text(std::string_view value) {
@@ -108,9 +108,12 @@ void JsonWriter::begin(char bracket) {
     separate();
     output_.write(bracket);
     needsComma_ = false;
+    ++depth_;
 }
 
 void JsonWriter::end(char bracket) {
+    --depth_;
+    if (isIndented_ && needsComma_) beginLine();
     output_.write(bracket);
     needsComma_ = true;
 }
@@ -123,6 +126,22 @@ void JsonWriter::plain(std::string_view value) {
 
 void JsonWriter::separate() {
     if (needsComma_) output_.write(',');
+    if (!isIndented_) return;
+    if (!isAfterKey_ && depth_ != 0) beginLine();
+    isAfterKey_ = false;
+}
+
+void JsonWriter::endKey() {
+    needsComma_ = false;
+    if (!isIndented_) return;
+    output_.write(' ');
+    isAfterKey_ = true;
+}
+
+void JsonWriter::beginLine() {
+    constexpr std::string_view step = "  ";
+    output_.write('\n');
+    for (std::size_t i = 0; i != depth_; ++i) output_.write(step);
 }
 
 void JsonWriter::quoted(std::string_view value) {

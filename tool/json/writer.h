@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -8,11 +9,17 @@ namespace tool {
 
 class Output;
 
+enum class JsonLayout : std::uint8_t {
+    oneLine,
+    indented,  ///< a line for each key and element; for objects of little depth
+};
+
 /// Writes JSON as it goes, without keeping any of it: objects and arrays may be of any size and depth.
 /// The caller closes what it opens and gives a key before each value of an object.
 class JsonWriter {
 public:
-    explicit JsonWriter(Output& output) noexcept : output_(output) {}
+    explicit JsonWriter(Output& output, JsonLayout layout = JsonLayout::oneLine) noexcept
+        : output_(output), isIndented_(layout == JsonLayout::indented) {}
 
     void beginObject() { begin('{'); }
     void endObject() { end('}'); }
@@ -37,11 +44,16 @@ private:
     void end(char bracket);
     void plain(std::string_view value);
     void separate();
+    void endKey();
+    void beginLine();
     void quoted(std::string_view value);
     void quotedOnTerminal(std::string_view value);
 
     Output& output_;
+    bool isIndented_;
     bool needsComma_ = false;
+    bool isAfterKey_ = false;  // of indented JSON
+    std::size_t depth_ = 0;    // of the objects and arrays that are open
 };
 
 }  // namespace tool
