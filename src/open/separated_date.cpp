@@ -3,7 +3,9 @@
 
 #include <algorithm>
 
+#include "platform/ascii_case.h"
 #include "platform/ascii_digit.h"
+#include "platform/zone_text.h"
 
 namespace brackwell::opening {
 namespace {
@@ -46,41 +48,84 @@ milliseconds takeFraction(std::string_view& text) noexcept {
     return fraction;
 }
 
-/// True for "Z", an offset ("+2", "-05:00", "+0530"), a zone in brackets, and for none.
-bool isZone(std::string_view text) noexcept {
-    if (text.empty() || text == "Z" || text == "z") return true;
-    if (takeCharacter(text, '[')) return text.ends_with(']') && text.find(']') == text.size() - 1;
-    if (!takeCharacter(text, '+') && !takeCharacter(text, '-')) return false;
-    const Digits hour = takeDigits(text);
-    if (text.empty()) return hour.count > 0 && hour.count != 3;
-    return hour.count == 2 && takeCharacter(text, ':') && takePair(text, 60) && text.empty();
+constexpr seconds kLargestOffset = hours(14);
+
+/// What may stand after the whole hours in brackets: a part of an hour, or minutes. No zone has others.
+struct PartOfHour {
+    std::string_view text;
+    minutes value;
+};
+constexpr PartOfHour kPartsOfHours[] = {
+    {"", minutes(0)},     {".0", minutes(0)},   {".00", minutes(0)},
+    {".5", minutes(30)},  {".50", minutes(30)}, {".30", minutes(30)},
+    {".25", minutes(15)}, {".75", minutes(45)}, {".45", minutes(45)},
+};
+
+/// The offset from UTC that the OFX standard writes in brackets: "-5:EST", "+5.30:IST", "0". That of a name
+/// alone is none where the name is not known.
+std::optional<seconds> offsetInBrackets(std::string_view text) noexcept {
+    if (text.find_first_of("[]") != text.npos) return std::nullopt;
+    if (!text.empty() && isASCIILetter(text.front())) return offsetOfAbbreviation(text).value_or(seconds(0));
+    std::string_view rest = text.substr(0, text.find(':'));
+    const bool isBehind = takeCharacter(rest, '-');
+    if (!isBehind) takeCharacter(rest, '+');
+    const Digits hour = takeDigits(rest);
+    const auto* const part = std::ranges::find(kPartsOfHours, rest, &PartOfHour::text);
+    if (hour.count == 0 || hour.count > 2 || part == std::end(kPartsOfHours)) return std::nullopt;
+    const seconds offset = hours(hour.value) + part->value;
+    return isBehind ? -offset : offset;
 }
 
-/// The time that stands after a date, with what is between them; midnight when there is none.
-std::optional<milliseconds> timeAfterDate(std::string_view text) noexcept {
-    if (text.empty()) return milliseconds(0);
-    const std::string_view apart = trimWhiteSpace(text);
-    const bool hasBlank = apart.size() != text.size();
-    text = apart;
-    if (!hasBlank && !takeCharacter(text, 'T')) return std::nullopt;
+/// The offset from UTC of what may stand after a time: nothing, "Z", "+2", "-05:00", "EST", "[-5:EST]".
+std::optional<seconds> offsetOf(std::string_view zone) noexcept {
+    if (zone.empty()) return seconds(0);
+    std::optional<seconds> offset;
+    if (takeCharacter(zone, '[')) {
+        if (zone.ends_with(']')) offset = offsetInBrackets(zone.substr(0, zone.size() - 1));
+    } else if (const auto known = takeZone(zone, 'z', false); known && zone.empty()) {
+        offset = known->offset ? known->offset : offsetOfAbbreviation(known->abbreviation);
+    }
+    if (!offset || *offset > kLargestOffset || *offset < -kLargestOffset) return std::nullopt;
+    return offset;
+}
 
+/// True for what may be a zone directly after a day: "Z", "+02:00", "[-5:EST]".
+bool mayBeZoneOfDay(std::string_view text) noexcept {
+    const bool isOffset = (text.starts_with('+') || text.starts_with('-')) && text.find(':') != text.npos;
+    return isOffset || text == "Z" || text == "z" || text.starts_with('[');
+}
+
+/// The time of day at the beginning of the text; nothing when there is none.
+std::optional<milliseconds> takeTime(std::string_view& text) noexcept {
     const Digits hour = takeDigits(text);
     if (hour.count == 0 || hour.count > 2 || hour.value > 23 || !takeCharacter(text, ':'))
         return std::nullopt;
     const std::optional<unsigned> minute = takePair(text, 60);
     if (!minute) return std::nullopt;
-    milliseconds time = hours(hour.value) + minutes(*minute);
-    if (takeCharacter(text, ':')) {
-        const std::optional<unsigned> second = takePair(text, 60);
-        if (!second) return std::nullopt;
-        time += seconds(*second);
-        if (takeCharacter(text, '.')) {
-            if (!beginsWithDigits(text, 1)) return std::nullopt;
-            time += takeFraction(text);
-        }
+    const milliseconds time = hours(hour.value) + minutes(*minute);
+    if (!takeCharacter(text, ':')) return time;
+    const std::optional<unsigned> second = takePair(text, 60);
+    if (!second) return std::nullopt;
+    if (!takeCharacter(text, '.') && !takeCharacter(text, ',')) return time + seconds(*second);
+    if (!beginsWithDigits(text, 1)) return std::nullopt;
+    return time + seconds(*second) + takeFraction(text);
+}
+
+/// The time that stands after a date, with what is between them, as time of UTC; midnight when there is none.
+std::optional<milliseconds> timeAfterDate(std::string_view text) noexcept {
+    if (text.empty()) return milliseconds(0);
+    std::optional<milliseconds> time(0);
+    const std::string_view apart = trimWhiteSpace(text);
+    const bool hasBlank = apart.size() != text.size();
+    text = apart;
+    if (!mayBeZoneOfDay(text)) {
+        if (!hasBlank && !takeCharacter(text, 'T')) return std::nullopt;
+        time = takeTime(text);
     }
-    if (!isZone(trimWhiteSpace(text))) return std::nullopt;
-    return time;
+    const std::optional<seconds> offset = offsetOf(trimWhiteSpace(text));
+    if (!time || !offset) return std::nullopt;
+    // Midnight stands for the day, which an offset would make another one.
+    return *time == milliseconds(0) ? time : *time - *offset;
 }
 
 std::optional<Date> dateOf(unsigned yearNumber, unsigned monthNumber, unsigned dayNumber,

@@ -7,7 +7,17 @@ namespace brackwell::opening {
 namespace {
 
 std::string shown(const Decimal& amount) { return amount.toString(); }
-std::string shown(Date date) { return dateDescription(date).substr(0, 10); }
+std::string dayOf(Date date) { return dateDescription(date).substr(0, 10); }
+
+/// The day, and the time where there is one.
+std::string shown(Date date) {
+    const bool isDay = date == std::chrono::floor<std::chrono::days>(date);
+    return isDay ? dayOf(date) : dateDescription(date).substr(0, 19) + " UTC";
+}
+
+/// Two formats may read more or less of the time.
+bool isSame(const Decimal& a, const Decimal& b) { return a == b; }
+bool isSame(Date a, Date b) { return dayOf(a) == dayOf(b); }
 
 /// Values of which the same is to be said: how many, and the first of them.
 struct Odd {
@@ -46,7 +56,7 @@ void sort(OddValues& odd, std::uint32_t node, std::string_view text, const Writt
     if (given) {
         // Whoever gives a format knows it, unless the document clearly says otherwise.
         const bool isClear = reading.how == ReadingKind::prescribed || reading.how == ReadingKind::byEvidence;
-        if (isClear && shown(*given) != shown(*reading.value))
+        if (isClear && !isSame(*given, *reading.value))
             odd.contradicted.add(node, text, *given, *reading.value);
         return;
     }

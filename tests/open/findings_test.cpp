@@ -270,6 +270,10 @@ TEST_CASE("values that are read by evidence, or are improbable, are named") {
              "The amount \"1,234\" can be read in two ways; it is read as 1234."},
             {"a date by country", balance("1.00", "30/06/2025"), doubtful, FindingSeverity::note, 1, 6,
              "The date \"30/06/2025\" is not written as OFX has it; it is read as 2025-06-30."},
+            {"a date with a zone", balance("1.00", "2025-06-30T23:30-05:00"), doubtful, FindingSeverity::note,
+             1, 6,
+             "The date \"2025-06-30T23:30-05:00\" is not written as OFX has it; it is read as 2025-07-01 "
+             "04:30:00 UTC."},
             {"a date of long ago", balance("1.00", "19010101"), doubtful, FindingSeverity::note, 1, 6,
              "The date \"19010101\" is improbable; it is read as 1901-01-01."},
             {"a date of the far future", balance("1.00", "22000101"), doubtful, FindingSeverity::note, 1, 6,
