@@ -23,14 +23,12 @@ using AmountReading = WrittenValue<Decimal>;
 /// is read as the document's others say. When they contradict each other, four times as many outvote the
 /// rest. When they say nothing or do not agree, the standard's way holds: a comma groups.
 ///
-/// Two kinds of amounts are doubtful, with the value of the standard's way:
-/// - ambiguous ones, when the other amounts do not agree, or when they say nothing and the amount has a
-/// comma,
-///   which the OFX standard has for a decimal mark, or a currency or the like, which it does not know;
-/// - texts that make no sense, or no number that fits, but that the prescribed reading makes a number of,
-/// such
-///   as "12,34,56". It delivers that number whatever is said of it here, so that it cannot be called
-///   unreadable.
+/// Two kinds of amounts are doubtful, with the value of the standard's way. Of the first kind are ambiguous
+/// ones, when the other amounts do not agree, or when they say nothing and the amount has a comma, which the
+/// OFX standard has for a decimal mark, or a currency or the like, which it does not know. Of the second kind
+/// are texts that make no sense, or no number that fits, but that the prescribed reading makes a number of,
+/// such as "12,34,56": it delivers that number whatever is said of it here, so that the text cannot be called
+/// unreadable.
 ///
 /// Show it every amount of the document first, then ask.
 class WrittenAmounts {
