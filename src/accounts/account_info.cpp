@@ -7,11 +7,11 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXAccountInfo::Elements {
     using Self = TvOFXAccountInfo;
-    static constexpr ElementTable<Self, 3> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("DESC"), text<&Self::texts_, accountDescription_>},
         {element("PHONE"), text<&Self::texts_, accountPhone_>},
         {element("SVCSTATUS"), choice<&Self::serviceStatus_, kServiceStatuses>},
-    }};
+    });
 
     /// Of the blocks (names that end in "ACCTINFO") only those of banks are read: intended.
     static bool isBankBlock(std::string_view name) noexcept {
@@ -24,7 +24,7 @@ std::shared_ptr<TvOFXAccountInfo> TvOFXAccountInfo::initWithParserDict(
     auto info = std::make_shared<TvOFXAccountInfo>();
     if (!node) return info;
     const NodeRef record = NodeRef::of(*node);
-    Elements::table.read(*info, record);
+    Elements::kTable.read(*info, record);
     for (const NodeRef& child : record.children())
         if (Elements::isBankBlock(child.name()) && child.isDictionary())
             info->bankAccountInfo_ = TvOFXBankAccountInfo::initWithParserDict(child.dictionary());

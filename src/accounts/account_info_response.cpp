@@ -13,15 +13,15 @@ struct BRACKWELL_INTERNAL TvOFXAccountInfoResponse::Elements {
     static void records(Self& self, const NodeRef& value) {
         appendObjects<TvOFXAccountInfo::initWithParserDict>(self.accountInfos_, value);
     }
-    static constexpr ElementTable<Self, 2> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("DTACCTUP"), lastUpdate},
         {element("ACCTINFO"), records},
-    }};
+    });
 };
 
 TvOFXAccountInfoResponse::TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node)
     : TvOFXResponse(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXAccountInfoResponse> TvOFXAccountInfoResponse::initWithParseDict(

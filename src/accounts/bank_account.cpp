@@ -25,13 +25,13 @@ struct BRACKWELL_INTERNAL TvOFXBankAccount::Elements {
     static void type(Self& account, const NodeRef& value) {
         if (value.isText()) account.setAccountType(accountTypeFromString(value.text()));
     }
-    static constexpr ElementTable<Self, 5> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("BANKID"), text<&Self::texts_, bankID_>},
         {element("BRANCHID"), text<&Self::texts_, branchID_>},
         {element("ACCTID"), text<&Self::texts_, accountID_>},
         {element("ACCTKEY"), text<&Self::texts_, acctKeyChecksum_>},
         {element("ACCTTYPE"), type},
-    }};
+    });
     static constexpr std::array<TextKey, 4> archive{
         {{bankID_, "bID"}, {branchID_, "branchID"}, {accountID_, "aID"}, {acctKeyChecksum_, "aKC"}}};
     static constexpr std::array<std::size_t, 4> compared{acctKeyChecksum_, accountID_, bankID_, branchID_};
@@ -56,7 +56,7 @@ std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithParserDict(
     const std::optional<ParseDictionary>& node) {
     // The base does not see the node, so the account keeps no parse data: intended.
     auto account = std::make_shared<TvOFXBankAccount>();
-    if (node) Elements::table.read(*account, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*account, NodeRef::of(*node));
     return account;
 }
 

@@ -7,19 +7,19 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXBankAccountInfo::Elements {
     using Self = TvOFXBankAccountInfo;
-    static constexpr ElementTable<Self, 5> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("BANKACCTFROM"), object<&Self::bankAcctFrom_, TvOFXBankAccount::initWithParserDict>},
         {element("SUPTXDL"), flag<&Self::supportsTransactionDownload_>},
         {element("XFERSRC"), flag<&Self::isTransferSourceAccount_>},
         {element("XFERDEST"), flag<&Self::isTransferDestinationAccount_>},
         {element("SVCSTATUS"), choice<&Self::serviceStatus_, kServiceStatuses>},
-    }};
+    });
 };
 
 std::shared_ptr<TvOFXBankAccountInfo> TvOFXBankAccountInfo::initWithParserDict(
     const std::optional<ParseDictionary>& node) {
     auto info = std::make_shared<TvOFXBankAccountInfo>();
-    if (node) Elements::table.read(*info, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*info, NodeRef::of(*node));
     return info;
 }
 

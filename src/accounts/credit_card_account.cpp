@@ -8,17 +8,17 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXCreditCardAccount::Elements {
     using Self = TvOFXCreditCardAccount;
-    static constexpr ElementTable<Self, 2> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("ACCTID"), text<&Self::texts_, accountID_>},
         {element("ACCTKEY"), text<&Self::texts_, acctKeyChecksum_>},
-    }};
+    });
     static constexpr std::array<TextKey, 2> archive{{{accountID_, "aID"}, {acctKeyChecksum_, "aKC"}}};
     static constexpr std::array<std::size_t, 2> compared{acctKeyChecksum_, accountID_};
 };
 
 TvOFXCreditCardAccount::TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node)
     : TvOFXAggregate(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 TvOFXCreditCardAccount::TvOFXCreditCardAccount(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {

@@ -7,19 +7,19 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXCreditCardAccountInfo::Elements {
     using Self = TvOFXCreditCardAccountInfo;
-    static constexpr ElementTable<Self, 5> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("CCACCTFROM"), object<&Self::creditCardAccountFrom_>},
         {element("SUPTXDL"), flag<&Self::supportsTransactionDownload_>},
         {element("XFERSRC"), flag<&Self::isTransferSourceAccount_>},
         {element("XFERDEST"), flag<&Self::isTransferDestinationAccount_>},
         {element("SVCSTATUS"), choice<&Self::serviceStatus_, kServiceStatuses>},
-    }};
+    });
 };
 
 std::shared_ptr<TvOFXCreditCardAccountInfo> TvOFXCreditCardAccountInfo::initWithParserDict(
     const std::optional<ParseDictionary>& node) {
     auto info = std::make_shared<TvOFXCreditCardAccountInfo>();
-    if (node) Elements::table.read(*info, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*info, NodeRef::of(*node));
     return info;
 }
 

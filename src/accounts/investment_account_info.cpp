@@ -16,19 +16,19 @@ constexpr std::array<Choice<TvOFXInvestmentAccountType>, 4> kAccountTypes{
 
 struct BRACKWELL_INTERNAL TvOFXInvestmentAccountInfo::Elements {
     using Self = TvOFXInvestmentAccountInfo;
-    static constexpr ElementTable<Self, 6> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("INVACCTFROM"), object<&Self::investmentAccount_>},
         {element("USPRODUCTTYPE"), text<&Self::texts_, usproductType_>},
         {element("CHECKING"), flag<&Self::hasCheckWritingPrivileges_>},
         {element("INVACCTTYPE"), choice<&Self::accountType_, kAccountTypes>},
         {element("OPTIONLEVEL"), text<&Self::texts_, optionLevel_>},
         {element("SVCSTATUS"), choice<&Self::serviceStatus_, kServiceStatuses>},
-    }};
+    });
 };
 
 TvOFXInvestmentAccountInfo::TvOFXInvestmentAccountInfo(const std::optional<ParseDictionary>& node)
     : TvOFXAggregate(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXInvestmentAccountInfo> TvOFXInvestmentAccountInfo::initWithParseDict(

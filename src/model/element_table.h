@@ -13,12 +13,12 @@
 ///
 ///     struct BRACKWELL_INTERNAL TvOFXBankAccountInfo::Elements {
 ///         using Self = TvOFXBankAccountInfo;
-///         static constexpr ElementTable<Self, 2> table{{
+///         static constexpr auto kTable = elementTable<Self>({
 ///             {element("SUPTXDL"), flag<&Self::supportsTransactionDownload_>},
 ///             {element("XFERSRC"), flag<&Self::isTransferSourceAccount_>},
-///         }};
+///         });
 ///     };
-///     Elements::table.read(*this, NodeRef::of(*node));
+///     Elements::kTable.read(*this, NodeRef::of(*node));
 ///
 /// The rules that more than one class needs are written once, here. A rule that finds a value of
 /// another kind than its element should have leaves the field as it is. A name stands once among the
@@ -47,8 +47,10 @@ public:
     using Reader = Object;
 
     consteval explicit ElementTable(const ElementEntry<Object> (&entries)[Count]) {
+        static_assert(Count < kNone);
         rows_.fill(kNone);
         for (std::size_t row = 0; row < Count; ++row) {
+            if (entries[row].rule == nullptr) throw "an element has no rule";
             rules_[row] = entries[row].rule;
             if (rows_[entries[row].name] != kNone) throw "an element stands in a table twice";
             rows_[entries[row].name] = static_cast<std::uint8_t>(row);
@@ -68,6 +70,13 @@ private:
     std::array<ElementRule<Object>, Count> rules_{};
     std::array<std::uint8_t, reading::kKnownElementCount> rows_{};
 };
+
+/// A table of as many rows as there are entries. A number that is written beside them could be larger, and
+/// the rows that are missing would be rules to call nothing.
+template <class Object, std::size_t Count>
+consteval ElementTable<Object, Count> elementTable(const ElementEntry<Object> (&entries)[Count]) {
+    return ElementTable<Object, Count>(entries);
+}
 
 /// The class and the type of a member, from a pointer to it.
 template <class Member>

@@ -29,18 +29,18 @@ struct BRACKWELL_INTERNAL TvOFXFIProfileResponse::Elements {
         self.setAddress(lines);
     }
 
-    static constexpr ElementTable<Self, 1> realmList{{
+    static constexpr auto kRealmList = elementTable<Self>({
         {element("SIGNONINFO"), realms},
-    }};
+    });
     /// Other message sets have no field.
-    static constexpr ElementTable<Self, 4> messageSets{{
+    static constexpr auto kMessageSets = elementTable<Self>({
         {element("BANKMSGSET"), messageSet<&Self::messageSetProfileBanking_, element("BANKMSGSETV1")>},
         {element("SIGNONMSGSET"), messageSet<&Self::messageSetProfileSignOn_, element("SIGNONMSGSETV1")>},
         {element("CREDITCARDMSGSET"),
          messageSet<&Self::messageSetProfileCreditCard_, element("CREDITCARDMSGSETV1")>},
         {element("SIGNUPMSGSET"), messageSet<&Self::messageSetProfileSignUp_, element("SIGNUPMSGSETV1")>},
-    }};
-    static constexpr ElementTable<Self, 13> table{{
+    });
+    static constexpr auto kTable = elementTable<Self>({
         {element("FINAME"), text<&Self::texts_, fiName_>},
         {element("CITY"), text<&Self::texts_, city_>},
         {element("STATE"), text<&Self::texts_, state_>},
@@ -52,16 +52,16 @@ struct BRACKWELL_INTERNAL TvOFXFIProfileResponse::Elements {
         {element("URL"), text<&Self::texts_, informationURL_>},
         {element("EMAIL"), text<&Self::texts_, email_>},
         {element("DTPROFUP"), date<&Self::updateTime_>},
-        {element("SIGNONINFOLIST"), inner<realmList>},
-        {element("MSGSETLIST"), inner<messageSets>},
-    }};
+        {element("SIGNONINFOLIST"), inner<kRealmList>},
+        {element("MSGSETLIST"), inner<kMessageSets>},
+    });
 };
 
 TvOFXFIProfileResponse::TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node)
     : TvOFXResponse(node) {
     if (!node) return;
     const NodeRef profile = NodeRef::of(*node);
-    Elements::table.read(*this, profile);
+    Elements::kTable.read(*this, profile);
     Elements::readAddress(*this, profile);
 }
 

@@ -27,7 +27,7 @@ std::string_view wordFor(const Choices& choices, Value value) noexcept {
 
 struct BRACKWELL_INTERNAL TvOFXMessageSetCore::Elements {
     using Self = TvOFXMessageSetCore;
-    static constexpr ElementTable<Self, 9> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("VER"), integer<&Self::version_>},
         {element("SPNAME"), text<&Self::texts_, serviceProviderName_>},
         {element("URL"), text<&Self::texts_, url_>},
@@ -37,11 +37,11 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetCore::Elements {
         {element("LANGUAGE"), list<&Self::languages_>},
         {element("SYNCMODE"), choice<&Self::syncMode_, kSyncModes>},
         {element("RESPFILEER"), flag<&Self::supportsErrorRecovery_>},
-    }};
+    });
 };
 
 TvOFXMessageSetCore::TvOFXMessageSetCore(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXMessageSetCore> TvOFXMessageSetCore::initWithParseDict(

@@ -8,11 +8,11 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
     using Self = TvOFXMessageSetProfileBanking;
-    static constexpr ElementTable<Self, 2> email{{
+    static constexpr auto kEmail = elementTable<Self>({
         {element("CANEMAIL"), flag<&Self::supportsEMail_>},
         {element("CANNOTIFY"), flag<&Self::supportsNotification_>},
-    }};
-    static constexpr ElementTable<Self, 9> transfers{{
+    });
+    static constexpr auto kTransfers = elementTable<Self>({
         {element("PROCDAYSOFF"), list<&Self::noProcessingDays_>},
         {element("PROCENDTM"), text<&Self::texts_, processingEndTime_>},
         {element("CANSCHED"), flag<&Self::supportsScheduledTransfers_>},
@@ -22,12 +22,12 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
         {element("MODELWND"), integer<&Self::modelWindow_>},
         {element("DAYSWITH"), integer<&Self::daysWith_>},
         {element("DFLTDAYSTOPAY"), integer<&Self::defaultNumberOfDaysToPay_>},
-    }};
-    static constexpr ElementTable<Self, 3> table{{
+    });
+    static constexpr auto kTable = elementTable<Self>({
         {element("CLOSINGAVAIL"), flag<&Self::closingStatementInformationAvailable_>},
-        {element("EMAILPROF"), inner<email>},
-        {element("XFERPROF"), inner<transfers>},
-    }};
+        {element("EMAILPROF"), inner<kEmail>},
+        {element("XFERPROF"), inner<kTransfers>},
+    });
 
     struct FlagLine {
         std::string_view label;
@@ -45,7 +45,7 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
 
 TvOFXMessageSetProfileBanking::TvOFXMessageSetProfileBanking(const std::optional<ParseDictionary>& node)
     : TvOFXMessageSetProfile(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXMessageSetProfileBanking> TvOFXMessageSetProfileBanking::initWithParseDict(

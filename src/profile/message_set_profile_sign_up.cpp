@@ -7,29 +7,29 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXMessageSetProfileSignUp::Elements {
     using Self = TvOFXMessageSetProfileSignUp;
-    static constexpr ElementTable<Self, 1> clientEnroll{{
+    static constexpr auto kClientEnroll = elementTable<Self>({
         {element("ACCTREQUIRED"), flag<&Self::clientEnrollAccountRequired_>},
-    }};
-    static constexpr ElementTable<Self, 1> webEnroll{{
+    });
+    static constexpr auto kWebEnroll = elementTable<Self>({
         {element("URL"), text<&Self::texts_, webEnrollUrl_>},
-    }};
+    });
     /// The same field as the address, so the last of the two aggregates wins: intended.
-    static constexpr ElementTable<Self, 1> otherEnroll{{
+    static constexpr auto kOtherEnroll = elementTable<Self>({
         {element("MESSAGE"), text<&Self::texts_, webEnrollUrl_>},
-    }};
-    static constexpr ElementTable<Self, 6> table{{
-        {element("CLIENTENROLL"), inner<clientEnroll>},
-        {element("WEBENROLL"), inner<webEnroll>},
-        {element("OTHERENROLL"), inner<otherEnroll>},
+    });
+    static constexpr auto kTable = elementTable<Self>({
+        {element("CLIENTENROLL"), inner<kClientEnroll>},
+        {element("WEBENROLL"), inner<kWebEnroll>},
+        {element("OTHERENROLL"), inner<kOtherEnroll>},
         {element("CHGUSERINFO"), flag<&Self::serverSupportsClientBasedUserInformationChange_>},
         {element("AVAILACCTS"), flag<&Self::serverProvidesAccountInfos_>},
         {element("CLIENTACTREQ"), flag<&Self::serverAllowsServiceActivationRequest_>},
-    }};
+    });
 };
 
 TvOFXMessageSetProfileSignUp::TvOFXMessageSetProfileSignUp(const std::optional<ParseDictionary>& node)
     : TvOFXMessageSetProfile(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXMessageSetProfileSignUp> TvOFXMessageSetProfileSignUp::initWithParseDict(

@@ -21,7 +21,7 @@ constexpr std::array<std::string_view, 5> kDisplayTexts{"unknown", "alpha or num
 
 struct BRACKWELL_INTERNAL TvOFXSignOnInfo::Elements {
     using Self = TvOFXSignOnInfo;
-    static constexpr ElementTable<Self, 17> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("SIGNONREALM"), text<&Self::texts_, signonRealm_>},
         {element("MIN"), integer<&Self::minPasswordChars_>},
         {element("MAX"), integer<&Self::maxPasswordChars_>},
@@ -39,11 +39,11 @@ struct BRACKWELL_INTERNAL TvOFXSignOnInfo::Elements {
         {element("AUTHTOKENINFOURL"), text<&Self::texts_, authTokenURL_>},
         {element("MFACHALLENGESUPT"), flag<&Self::mfaSupport_>},
         {element("MFACHALLENGEFIRST"), flag<&Self::requiresMFAChallengeRequest_>},
-    }};
+    });
 };
 
 TvOFXSignOnInfo::TvOFXSignOnInfo(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXSignOnInfo> TvOFXSignOnInfo::initWithParseDict(

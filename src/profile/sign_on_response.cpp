@@ -27,7 +27,7 @@ void appendLineIfPresent(std::string& text, std::string_view name, const Value& 
 
 struct BRACKWELL_INTERNAL TvOFXSignOnResponse::Elements {
     using Self = TvOFXSignOnResponse;
-    static constexpr ElementTable<Self, 9> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("DTSERVER"), date<&Self::dateOfServer_>},
         {element("USERKEY"), text<&Self::texts_, userKey_>},
         {element("TSKEYEXPIRE"), date<&Self::tskeyExpire_>},
@@ -37,11 +37,11 @@ struct BRACKWELL_INTERNAL TvOFXSignOnResponse::Elements {
         {element("FI"), object<&Self::financialInstitutionID_>},
         {element("SESSCOOKIE"), text<&Self::texts_, sessionCookie_>},
         {element("ACCESSKEY"), text<&Self::texts_, accessKey_>},
-    }};
+    });
 };
 
 TvOFXSignOnResponse::TvOFXSignOnResponse(const std::optional<ParseDictionary>& node) : TvOFXResponse(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 std::shared_ptr<TvOFXSignOnResponse> TvOFXSignOnResponse::initWithParseDict(

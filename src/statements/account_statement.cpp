@@ -22,25 +22,25 @@ struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
 
     static void transactions(Self& self, const NodeRef& value) { self.readTransactions(value); }
 
-    static constexpr ElementTable<Self, 3> transactionList{{
+    static constexpr auto kTransactionList = elementTable<Self>({
         {element("DTSTART"), date<&Self::transactionStartDateTime_>},
         {element("DTEND"), date<&Self::transactionEndDateTime_>},
         {kTransaction, transactions},
-    }};
-    static constexpr ElementTable<Self, 2> ledgerBalance{{
+    });
+    static constexpr auto kLedgerBalance = elementTable<Self>({
         {element("BALAMT"), amount<&Self::ledgerBalanceAmount_>},
         {element("DTASOF"), date<&Self::ledgerBalanceDateTime_>},
-    }};
-    static constexpr ElementTable<Self, 2> availableBalance{{
+    });
+    static constexpr auto kAvailableBalance = elementTable<Self>({
         {element("BALAMT"), amount<&Self::availableBalanceAmount_>},
         {element("DTASOF"), date<&Self::availableBalanceDateTime_>},
-    }};
-    static constexpr ElementTable<Self, 4> table{{
+    });
+    static constexpr auto kTable = elementTable<Self>({
         {element("CURDEF"), text<&Self::texts_, defaultCurrency_>},
-        {element("BANKTRANLIST"), inner<transactionList>},
-        {element("LEDGERBAL"), inner<ledgerBalance>},
-        {element("AVAILBAL"), inner<availableBalance>},
-    }};
+        {element("BANKTRANLIST"), inner<kTransactionList>},
+        {element("LEDGERBAL"), inner<kLedgerBalance>},
+        {element("AVAILBAL"), inner<kAvailableBalance>},
+    });
 };
 
 void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>& node) {
@@ -49,7 +49,7 @@ void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>
         Rollback before(texts_, transactionStartDateTime_, transactionEndDateTime_, statementTransactions_,
                         ledgerBalanceAmount_, ledgerBalanceDateTime_, availableBalanceAmount_,
                         availableBalanceDateTime_);
-        Elements::table.read(*this, statement);
+        Elements::kTable.read(*this, statement);
         const NodeRef account = statement[accountElement()];
         if (account.isDictionary()) readAccount(account.dictionary());
         before.keep();

@@ -8,7 +8,7 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
     using Self = TvOFXPayee;
-    static constexpr ElementTable<Self, 9> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("NAME"), text<&Self::texts_, name_>},
         {element("ADDR1"), text<&Self::texts_, addr1_>},
         {element("ADDR2"), text<&Self::texts_, addr2_>},
@@ -19,7 +19,7 @@ struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
         {element("COUNTRY"), text<&Self::texts_, country_>},
         // Not PHONE: intended.
         {element("PHONENUMBER"), text<&Self::texts_, phoneNumber_>},
-    }};
+    });
     static constexpr std::array<TextKey, 9> archive{{{name_, "name"},
                                                      {addr1_, "addr1"},
                                                      {addr2_, "addr2"},
@@ -34,7 +34,7 @@ struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
 };
 
 TvOFXPayee::TvOFXPayee(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
-    if (node) Elements::table.read(*this, NodeRef::of(*node));
+    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
 TvOFXPayee::TvOFXPayee(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {

@@ -33,7 +33,7 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
                 TvOFXCreditCardAccount::initWithParseDict(value.dictionary());
     }
 
-    static constexpr ElementTable<Self, 21> table{{
+    static constexpr auto kTable = elementTable<Self>({
         {element("TRNTYPE"), text<&Self::texts_, transactionType_>},
         {element("DTPOSTED"), datePosted},
         {element("DTUSER"), date<&Self::dateUserInit_>},
@@ -55,7 +55,7 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
         {element("CURRENCY"), text<&Self::texts_, currency_>},
         {element("ORIGCURRENCY"), text<&Self::texts_, origCurrency_>},
         {element("TVOFX_ORIGINAL_STRING"), text<&Self::texts_, originalDataString_>},
-    }};
+    });
 
     static constexpr std::array<TextKey, 14> archive{{{transactionType_, "type"},
                                                       {fiTransactionID_, "fiTID"},
@@ -153,7 +153,7 @@ void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDiction
 
 /// The same for an object that nobody has yet, and without a copy of the node but the one that is kept.
 void TvOFXStatementTransaction::read(const NodeRef& node) {
-    Elements::table.read(*this, node);
+    Elements::kTable.read(*this, node);
     setOriginalParseData(node ? node.dictionary() : ParseDictionary());
 }
 
