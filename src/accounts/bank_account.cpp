@@ -3,7 +3,6 @@
 
 #include "model/element_table.h"
 #include "model/ofx_text.h"
-#include "model/text_table.h"
 
 namespace brackwell {
 namespace {
@@ -25,20 +24,17 @@ struct BRACKWELL_INTERNAL TvOFXBankAccount::Elements {
     static void type(Self& account, const NodeRef& value) {
         if (value.isText()) account.setAccountType(accountTypeFromString(value.text()));
     }
-    static constexpr auto kTable = elementTable<Self>({
-        {element("BANKID"), text<&Self::texts_, bankID_>},
-        {element("BRANCHID"), text<&Self::texts_, branchID_>},
-        {element("ACCTID"), text<&Self::texts_, accountID_>},
-        {element("ACCTKEY"), text<&Self::texts_, acctKeyChecksum_>},
-        {element("ACCTTYPE"), type},
-    });
-    static constexpr std::array<TextKey, 4> archive{
-        {{bankID_, "bID"}, {branchID_, "branchID"}, {accountID_, "aID"}, {acctKeyChecksum_, "aKC"}}};
-    static constexpr std::array<std::size_t, 4> compared{acctKeyChecksum_, accountID_, bankID_, branchID_};
+    static constexpr TextTable<textCount> kTexts{{
+        {bankID_, element("BANKID"), "bID"},
+        {branchID_, element("BRANCHID"), "branchID"},
+        {accountID_, element("ACCTID"), "aID"},
+        {acctKeyChecksum_, element("ACCTKEY"), "aKC"},
+    }};
+    static constexpr auto kTable = elementTable<&Self::texts_, kTexts>({{element("ACCTTYPE"), type}});
 };
 
 TvOFXBankAccount::TvOFXBankAccount(const KeyedUnarchiver& coder) {
-    decodeTexts(coder, texts_, Elements::archive);
+    decodeTexts(coder, texts_, Elements::kTexts);
     accountType_ = static_cast<TvOFXBankAccountType>(coder.decodeUnsigned(kTypeKey).value_or(0));
 }
 
@@ -75,7 +71,7 @@ std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithCoder(const KeyedUna
 }
 
 void TvOFXBankAccount::encodeWithCoder(KeyedArchiver& coder) const {
-    encodeTexts(coder, texts_, Elements::archive);
+    encodeTexts(coder, texts_, Elements::kTexts);
     coder.encodeUnsigned(kTypeKey, accountType_);
 }
 
@@ -95,7 +91,7 @@ std::string_view TvOFXBankAccount::accountTypeStringFromAccountType(TvOFXBankAcc
 
 bool TvOFXBankAccount::isEqualToOFXBankAccount(const TvOFXBankAccount* other) const noexcept {
     return other != nullptr && accountType_ == other->accountType_ &&
-           agreeOnTexts(texts_, other->texts_, Elements::compared);
+           agreeOnTexts(texts_, other->texts_, Elements::kTexts);
 }
 
 }  // namespace brackwell

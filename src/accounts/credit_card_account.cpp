@@ -2,18 +2,16 @@
 #include <brackwell/accounts.h>
 
 #include "model/element_table.h"
-#include "model/text_table.h"
 
 namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXCreditCardAccount::Elements {
     using Self = TvOFXCreditCardAccount;
-    static constexpr auto kTable = elementTable<Self>({
-        {element("ACCTID"), text<&Self::texts_, accountID_>},
-        {element("ACCTKEY"), text<&Self::texts_, acctKeyChecksum_>},
-    });
-    static constexpr std::array<TextKey, 2> archive{{{accountID_, "aID"}, {acctKeyChecksum_, "aKC"}}};
-    static constexpr std::array<std::size_t, 2> compared{acctKeyChecksum_, accountID_};
+    static constexpr TextTable<textCount> kTexts{{
+        {accountID_, element("ACCTID"), "aID"},
+        {acctKeyChecksum_, element("ACCTKEY"), "aKC"},
+    }};
+    static constexpr auto kTable = elementTable<&Self::texts_, kTexts>();
 };
 
 TvOFXCreditCardAccount::TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node)
@@ -22,7 +20,7 @@ TvOFXCreditCardAccount::TvOFXCreditCardAccount(const std::optional<ParseDictiona
 }
 
 TvOFXCreditCardAccount::TvOFXCreditCardAccount(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {
-    decodeTexts(coder, texts_, Elements::archive);
+    decodeTexts(coder, texts_, Elements::kTexts);
 }
 
 std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithAccountID(OptionalText accountID) {
@@ -42,14 +40,14 @@ std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithCoder(co
 
 void TvOFXCreditCardAccount::encodeWithCoder(KeyedArchiver& coder) const {
     TvOFXAggregate::encodeWithCoder(coder);
-    encodeTexts(coder, texts_, Elements::archive);
+    encodeTexts(coder, texts_, Elements::kTexts);
 }
 
 std::string_view TvOFXCreditCardAccount::className() const noexcept { return "TvOFXCreditCardAccount"; }
 
 bool TvOFXCreditCardAccount::isEqualToOFXCreditCardAccount(
     const TvOFXCreditCardAccount* other) const noexcept {
-    return other != nullptr && agreeOnTexts(texts_, other->texts_, Elements::compared);
+    return other != nullptr && agreeOnTexts(texts_, other->texts_, Elements::kTexts);
 }
 
 }  // namespace brackwell

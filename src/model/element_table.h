@@ -3,8 +3,14 @@
 
 #include <brackwell/model.h>
 
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <type_traits>
+#include <utility>
 
+#include "model/text_table.h"
 #include "platform/internal.h"
 #include "reading/node_ref.h"
 
@@ -46,14 +52,16 @@ class ElementTable {
 public:
     using Reader = Object;
 
-    consteval explicit ElementTable(const ElementEntry<Object> (&entries)[Count]) {
+    consteval explicit ElementTable(const std::array<ElementEntry<Object>, Count>& entries) {
         static_assert(Count < kNone);
         rows_.fill(kNone);
         for (std::size_t row = 0; row < Count; ++row) {
-            if (entries[row].rule == nullptr) throw "an element has no rule";
-            rules_[row] = entries[row].rule;
-            if (rows_[entries[row].name] != kNone) throw "an element stands in a table twice";
-            rows_[entries[row].name] = static_cast<std::uint8_t>(row);
+            const auto& [name, rule] = entries[row];
+            if (rule == nullptr) throw "an element has no rule";
+            rules_[row] = rule;
+            if (name == kNoElement) continue;
+            if (rows_[name] != kNone) throw "an element stands in a table twice";
+            rows_[name] = static_cast<std::uint8_t>(row);
         }
     }
 
@@ -70,13 +78,6 @@ private:
     std::array<ElementRule<Object>, Count> rules_{};
     std::array<std::uint8_t, reading::kKnownElementCount> rows_{};
 };
-
-/// A table of as many rows as there are entries. A number that is written beside them could be larger, and
-/// the rows that are missing would be rules to call nothing.
-template <class Object, std::size_t Count>
-consteval ElementTable<Object, Count> elementTable(const ElementEntry<Object> (&entries)[Count]) {
-    return ElementTable<Object, Count>(entries);
-}
 
 /// The class and the type of a member, from a pointer to it.
 template <class Member>
@@ -95,6 +96,36 @@ using FieldOf = typename MemberOf<decltype(member)>::Type;
 template <auto texts, std::size_t field>
 void text(ClassOf<texts>& object, const NodeRef& value) {
     if (value.isText()) (object.*texts).setLeaf(field, *value.owner, value.index());
+}
+
+/// A table of as many rows as there are entries. A number that is written beside them could be larger, and
+/// the rows that are missing would be rules to call nothing.
+template <class Object, std::size_t Count>
+consteval ElementTable<Object, Count> elementTable(const ElementEntry<Object> (&entries)[Count]) {
+    return ElementTable<Object, Count>(std::to_array(entries));
+}
+
+/// The entries of a class's texts.
+template <auto texts, const auto& table, std::size_t... field>
+consteval auto textEntries(std::index_sequence<field...>) {
+    return std::to_array<ElementEntry<ClassOf<texts>>>({{table.row(field).element, text<texts, field>}...});
+}
+
+/// A table of a class's texts, which a TextTable describes, and of further entries.
+template <auto texts, const auto& table, std::size_t Others>
+consteval auto elementTable(const ElementEntry<ClassOf<texts>> (&others)[Others]) {
+    constexpr std::size_t count = table.size();
+    std::array<ElementEntry<ClassOf<texts>>, count + Others> entries{};
+    const auto own = textEntries<texts, table>(std::make_index_sequence<count>());
+    std::ranges::copy(others, std::ranges::copy(own, entries.begin()).out);
+    return ElementTable<ClassOf<texts>, count + Others>(entries);
+}
+
+/// A table of nothing but a class's texts.
+template <auto texts, const auto& table>
+consteval auto elementTable() {
+    constexpr std::size_t count = table.size();
+    return ElementTable<ClassOf<texts>, count>(textEntries<texts, table>(std::make_index_sequence<count>()));
 }
 
 /// A yes/no element: true exactly for "Y", false for every other text.

@@ -2,35 +2,25 @@
 #include <brackwell/statements.h>
 
 #include "model/element_table.h"
-#include "model/text_table.h"
 
 namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
     using Self = TvOFXPayee;
-    static constexpr auto kTable = elementTable<Self>({
-        {element("NAME"), text<&Self::texts_, name_>},
-        {element("ADDR1"), text<&Self::texts_, addr1_>},
-        {element("ADDR2"), text<&Self::texts_, addr2_>},
-        {element("ADDR3"), text<&Self::texts_, addr3_>},
-        {element("CITY"), text<&Self::texts_, city_>},
-        {element("STATE"), text<&Self::texts_, state_>},
-        {element("POSTALCODE"), text<&Self::texts_, postalCode_>},
-        {element("COUNTRY"), text<&Self::texts_, country_>},
+    static constexpr TextTable<textCount> kTexts{{
+        {name_, element("NAME"), "name"},
+        // The lines are compared as one address, in which an absent line differs from one that is present.
+        {addr1_, element("ADDR1"), "addr1", kNotCompared},
+        {addr2_, element("ADDR2"), "addr2", kNotCompared},
+        {addr3_, element("ADDR3"), "addr3", kNotCompared},
+        {city_, element("CITY"), "city"},
+        {state_, element("STATE"), "state"},
+        {postalCode_, element("POSTALCODE"), "pC"},
+        {country_, element("COUNTRY"), "country"},
         // Not PHONE: intended.
-        {element("PHONENUMBER"), text<&Self::texts_, phoneNumber_>},
-    });
-    static constexpr std::array<TextKey, 9> archive{{{name_, "name"},
-                                                     {addr1_, "addr1"},
-                                                     {addr2_, "addr2"},
-                                                     {addr3_, "addr3"},
-                                                     {city_, "city"},
-                                                     {state_, "state"},
-                                                     {postalCode_, "pC"},
-                                                     {country_, "country"},
-                                                     {phoneNumber_, "pN"}}};
-    static constexpr std::array<std::size_t, 6> compared{name_,       city_,    state_,
-                                                         postalCode_, country_, phoneNumber_};
+        {phoneNumber_, element("PHONENUMBER"), "pN"},
+    }};
+    static constexpr auto kTable = elementTable<&Self::texts_, kTexts>();
 };
 
 TvOFXPayee::TvOFXPayee(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
@@ -38,7 +28,7 @@ TvOFXPayee::TvOFXPayee(const std::optional<ParseDictionary>& node) : TvOFXAggreg
 }
 
 TvOFXPayee::TvOFXPayee(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {
-    decodeTexts(coder, texts_, Elements::archive);
+    decodeTexts(coder, texts_, Elements::kTexts);
 }
 
 std::shared_ptr<TvOFXPayee> TvOFXPayee::initWithParseDict(const std::optional<ParseDictionary>& node) {
@@ -51,7 +41,7 @@ std::shared_ptr<TvOFXPayee> TvOFXPayee::initWithCoder(const KeyedUnarchiver& cod
 
 void TvOFXPayee::encodeWithCoder(KeyedArchiver& coder) const {
     TvOFXAggregate::encodeWithCoder(coder);
-    encodeTexts(coder, texts_, Elements::archive);
+    encodeTexts(coder, texts_, Elements::kTexts);
 }
 
 std::string_view TvOFXPayee::className() const noexcept { return "TvOFXPayee"; }
@@ -72,7 +62,7 @@ std::vector<std::string> TvOFXPayee::addressLines() const {
 }
 
 bool TvOFXPayee::isEqualToOFXPayee(const TvOFXPayee* other) const {
-    return other != nullptr && agreeOnTexts(texts_, other->texts_, Elements::compared) &&
+    return other != nullptr && agreeOnTexts(texts_, other->texts_, Elements::kTexts) &&
            address() == other->address();
 }
 

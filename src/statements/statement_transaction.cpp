@@ -2,7 +2,6 @@
 #include <brackwell/statements.h>
 
 #include "model/element_table.h"
-#include "model/text_table.h"
 #include "platform/rollback.h"
 
 namespace brackwell {
@@ -33,68 +32,49 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
                 TvOFXCreditCardAccount::initWithParseDict(value.dictionary());
     }
 
-    static constexpr auto kTable = elementTable<Self>({
-        {element("TRNTYPE"), text<&Self::texts_, transactionType_>},
+    static constexpr TextTable<textCount> kTexts{{
+        {transactionType_, element("TRNTYPE"), "type"},
+        // Where both transactions have it, it decides alone.
+        {fiTransactionID_, element("FITID"), "fiTID", kNotCompared},
+        {correctionFITID_, element("CORRECTFITID"), "cFITID"},
+        {correctionAction_, element("CORRECTACTION"), "cA"},
+        {serverTransactionID_, element("SRVRTID"), "sTID"},
+        {checkOrReferenceNumber_, element("CHECKNUM"), "cORN"},
+        {referenceNumber_, element("REFNUM"), "rN"},
+        {standardIndustrialCode_, element("SIC"), "sIC"},
+        {payeeID_, element("PAYEEID"), "pID"},
+        {payeeName_, element("NAME"), "pN"},
+        {memo_, element("MEMO"), "memo"},
+        {currency_, element("CURRENCY"), "cur"},
+        {origCurrency_, element("ORIGCURRENCY"), "oCur"},
+        {originalDataString_, element("TVOFX_ORIGINAL_STRING"), "oDS", kNotCompared},
+        // DTPOSTED fills a date as well.
+        {originalDatePostedString_, kNoElement, kNotArchived, kNotCompared},
+    }};
+
+    static constexpr auto kTable = elementTable<&Self::texts_, kTexts>({
         {element("DTPOSTED"), datePosted},
         {element("DTUSER"), date<&Self::dateUserInit_>},
         {element("DTAVAIL"), date<&Self::dateFundsAvailable_>},
         {element("TRNAMT"), brackwell::amount<&Self::amount_>},
-        {element("FITID"), text<&Self::texts_, fiTransactionID_>},
-        {element("CORRECTFITID"), text<&Self::texts_, correctionFITID_>},
-        {element("CORRECTACTION"), text<&Self::texts_, correctionAction_>},
-        {element("SRVRTID"), text<&Self::texts_, serverTransactionID_>},
-        {element("CHECKNUM"), text<&Self::texts_, checkOrReferenceNumber_>},
-        {element("REFNUM"), text<&Self::texts_, referenceNumber_>},
-        {element("SIC"), text<&Self::texts_, standardIndustrialCode_>},
-        {element("PAYEEID"), text<&Self::texts_, payeeID_>},
-        {element("NAME"), text<&Self::texts_, payeeName_>},
         {element("PAYEE"), payee},
         {element("BANKACCTTO"), bankAccountTo},
         {element("CCACCTTO"), creditCardAccountTo},
-        {element("MEMO"), text<&Self::texts_, memo_>},
-        {element("CURRENCY"), text<&Self::texts_, currency_>},
-        {element("ORIGCURRENCY"), text<&Self::texts_, origCurrency_>},
-        {element("TVOFX_ORIGINAL_STRING"), text<&Self::texts_, originalDataString_>},
     });
-
-    static constexpr std::array<TextKey, 14> archive{{{transactionType_, "type"},
-                                                      {fiTransactionID_, "fiTID"},
-                                                      {correctionFITID_, "cFITID"},
-                                                      {correctionAction_, "cA"},
-                                                      {serverTransactionID_, "sTID"},
-                                                      {checkOrReferenceNumber_, "cORN"},
-                                                      {referenceNumber_, "rN"},
-                                                      {standardIndustrialCode_, "sIC"},
-                                                      {payeeID_, "pID"},
-                                                      {payeeName_, "pN"},
-                                                      {memo_, "memo"},
-                                                      {currency_, "cur"},
-                                                      {origCurrency_, "oCur"},
-                                                      {originalDataString_, "oDS"}}};
-
-    static constexpr std::array<std::size_t, 12> compared{transactionType_,
-                                                          serverTransactionID_,
-                                                          correctionFITID_,
-                                                          correctionAction_,
-                                                          checkOrReferenceNumber_,
-                                                          referenceNumber_,
-                                                          standardIndustrialCode_,
-                                                          payeeID_,
-                                                          payeeName_,
-                                                          memo_,
-                                                          currency_,
-                                                          origCurrency_};
 
     struct DateKey {
         std::optional<Date> Self::*date;
         std::string_view key;
     };
-    static constexpr std::array<DateKey, 3> dates{
-        {{&Self::datePosted_, "dP"}, {&Self::dateUserInit_, "dUI"}, {&Self::dateFundsAvailable_, "dFA"}}};
-    static constexpr std::string_view amountKey = "at";
-    static constexpr std::string_view payeeKey = "pObj";
-    static constexpr std::string_view bankAccountKey = "bAObj";
-    static constexpr std::string_view creditCardAccountKey = "cCAObj";
+    static constexpr auto kDates = std::to_array<DateKey>({
+        {&Self::datePosted_, "dP"},
+        {&Self::dateUserInit_, "dUI"},
+        {&Self::dateFundsAvailable_, "dFA"},
+    });
+    static constexpr std::string_view kAmountKey = "at";
+    static constexpr std::string_view kPayeeKey = "pObj";
+    static constexpr std::string_view kBankAccountKey = "bAObj";
+    static constexpr std::string_view kCreditCardAccountKey = "cCAObj";
 };
 
 namespace {
@@ -118,12 +98,12 @@ std::shared_ptr<Object> decodeObject(const KeyedUnarchiver& coder, std::string_v
 TvOFXStatementTransaction::TvOFXStatementTransaction() noexcept = default;
 
 TvOFXStatementTransaction::TvOFXStatementTransaction(const KeyedUnarchiver& coder) {
-    decodeTexts(coder, texts_, Elements::archive);
-    for (const auto& [date, key] : Elements::dates) this->*date = coder.decodeDate(key);
-    amount_ = coder.decodeDecimal(Elements::amountKey);
-    Parties restored{decodeObject<TvOFXPayee>(coder, Elements::payeeKey),
-                     decodeObject<TvOFXBankAccount>(coder, Elements::bankAccountKey),
-                     decodeObject<TvOFXCreditCardAccount>(coder, Elements::creditCardAccountKey)};
+    decodeTexts(coder, texts_, Elements::kTexts);
+    for (const auto& [date, key] : Elements::kDates) this->*date = coder.decodeDate(key);
+    amount_ = coder.decodeDecimal(Elements::kAmountKey);
+    Parties restored{decodeObject<TvOFXPayee>(coder, Elements::kPayeeKey),
+                     decodeObject<TvOFXBankAccount>(coder, Elements::kBankAccountKey),
+                     decodeObject<TvOFXCreditCardAccount>(coder, Elements::kCreditCardAccountKey)};
     if (restored.payee || restored.bankAccountTo || restored.creditCardAccountTo)
         parties() = std::move(restored);
 }
@@ -177,13 +157,13 @@ std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithCo
 }
 
 void TvOFXStatementTransaction::encodeWithCoder(KeyedArchiver& coder) const {
-    encodeTexts(coder, texts_, Elements::archive);
-    for (const auto& [date, key] : Elements::dates)
+    encodeTexts(coder, texts_, Elements::kTexts);
+    for (const auto& [date, key] : Elements::kDates)
         if (this->*date) coder.encodeDate(key, *(this->*date));
-    if (amount_) coder.encodeDecimal(Elements::amountKey, *amount_);
-    encodeObject(coder, Elements::payeeKey, payee());
-    encodeObject(coder, Elements::bankAccountKey, bankAccountTo());
-    encodeObject(coder, Elements::creditCardAccountKey, creditCardAccountTo());
+    if (amount_) coder.encodeDecimal(Elements::kAmountKey, *amount_);
+    encodeObject(coder, Elements::kPayeeKey, payee());
+    encodeObject(coder, Elements::kBankAccountKey, bankAccountTo());
+    encodeObject(coder, Elements::kCreditCardAccountKey, creditCardAccountTo());
 }
 
 std::string_view TvOFXStatementTransaction::className() const noexcept { return "TvOFXStatementTransaction"; }
@@ -228,9 +208,9 @@ bool TvOFXStatementTransaction::isEqualOFXStatementTransaction(const TvOFXStatem
     if (other == nullptr || !agree(amount_, other->amount_)) return false;
     // Once the amounts agree, the institution's identifier alone decides: intended.
     if (fiTransactionID() && other->fiTransactionID()) return *fiTransactionID() == *other->fiTransactionID();
-    for (const auto& [date, key] : Elements::dates)
+    for (const auto& [date, key] : Elements::kDates)
         if (!agree(this->*date, other->*date)) return false;
-    return agreeOnTexts(texts_, other->texts_, Elements::compared) && agreesOnParties(*other);
+    return agreeOnTexts(texts_, other->texts_, Elements::kTexts) && agreesOnParties(*other);
 }
 
 TvOFXStatementTransaction::Parties& TvOFXStatementTransaction::parties() {
