@@ -46,7 +46,7 @@ public:
         if (beginsWithTag(block, expected)) return expected;
         const unsigned closes = block.equal('>');
         if (closes == 0) return kKnownElementCount;
-        return findKnownElement(nameKeyOfReadable(name, static_cast<unsigned>(std::countr_zero(closes))), {});
+        return findKnownElement(nameKeyOfShort(name, static_cast<unsigned>(std::countr_zero(closes))), {});
     }
     /// Says which tag, or end of an aggregate, came by.
     void found(NameID id) noexcept {

@@ -112,7 +112,7 @@ struct KnownElements {
     bool isPerfect = false;
 
     constexpr std::uint64_t mixed(const NameKey& key) const noexcept {
-        return (key.head ^ std::rotl(key.tail, 23) ^ std::uint64_t{key.size} << 59) * multiplier;
+        return (key.head ^ std::rotl(key.tail, 29) ^ std::uint64_t{key.size} << 59) * multiplier;
     }
     static constexpr std::size_t bucket(std::uint64_t mixed) noexcept { return mixed >> (64 - kBucketBits); }
     static constexpr std::size_t slot(std::uint64_t mixed, unsigned shift) noexcept {
@@ -196,7 +196,7 @@ private:
 
 inline constexpr KnownElements kKnownElements = KnownElementsMaker::make();
 static_assert(kKnownElements.isPerfect,
-              "a name stands there twice, or two have one length and the same first 16 bytes");
+              "a name stands there twice, or two have one length, one begin and one end");
 
 /// The number of the known name that has this key, otherwise kKnownElementCount: one look-up and one
 /// comparison. The empty name has the key of the place after the last name, which is the right answer.

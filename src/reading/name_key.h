@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -13,7 +14,9 @@ namespace brackwell::reading {
 /// Names of up to so many bytes are equal when their keys are.
 inline constexpr std::size_t kKeyedBytes = 16;
 
-/// What two names are compared by first: their length and their first 16 bytes, padded with zeros.
+/// What two names are compared by first: their length, their first eight bytes, and their next eight, or,
+/// of a name of more than 16 bytes, its last eight. Long names of the OFX standard differ at their end:
+/// CREDITCARDMSGSRSV1 and CREDITCARDMSGSRSV2. Bytes that a name has not are zero.
 struct NameKey {
     std::uint64_t head = 0;
     std::uint64_t tail = 0;
@@ -37,17 +40,25 @@ inline constexpr std::array<KeyMask, kKeyedBytes + 1> kKeyMasks = [] {
     return masks;
 }();
 
-/// The key of a name behind whose begin 16 bytes can be read, whatever its length: no branch depends on
-/// the length, which no processor could predict.
-constexpr NameKey nameKeyOfReadable(const char* name, std::size_t size) noexcept {
-    const KeyMask& mask = kKeyMasks[std::min(size, kKeyedBytes)];
+/// The key of a name of at most 16 bytes, of which 16 can be read, whatever the name's length: no branch
+/// depends on the length, which no processor could predict.
+constexpr NameKey nameKeyOfShort(const char* name, std::size_t size) noexcept {
+    const KeyMask& mask = kKeyMasks[size];
     return {loadWord(name) & mask.head, loadWord(name + 8) & mask.tail, size};
+}
+
+/// The key of any name from whose start 16 bytes can be read.
+constexpr NameKey nameKeyOfReadable(const char* name, std::size_t size) noexcept {
+    if (size <= kKeyedBytes) [[likely]]
+        return nameKeyOfShort(name, size);
+    return {loadWord(name), loadWord(name + size - 8), size};
 }
 
 /// The key of any name.
 constexpr NameKey nameKey(std::string_view name) noexcept {
+    if (name.size() >= kKeyedBytes) return nameKeyOfReadable(name.data(), name.size());
     std::array<char, kKeyedBytes> padded{};
-    std::copy_n(name.data(), std::min(name.size(), kKeyedBytes), padded.data());
+    std::copy_n(name.data(), name.size(), padded.data());
     return nameKeyOfReadable(padded.data(), name.size());
 }
 
