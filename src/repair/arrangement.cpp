@@ -121,7 +121,8 @@ private:
         if (parent == Tree::kDocument) return element == elements::kRoot;
         const elements::Child* const child = elements::findChild(element, elementOf(parent));
         if (child == nullptr) return false;
-        return child->mayRepeat || isList(element) || firsts_.find(parent, element) == kNoNode;
+        return child->mayRepeat || isList(element) || elementOf(parent) == elements::kRoot ||
+               firsts_.find(parent, element) == kNoNode;
     }
 
     /// The aggregates that are missing between a node and what stands in it; empty when that is not clear.
@@ -218,9 +219,10 @@ private:
     }
 
     std::string reasonToPut(NodeID node, NodeID parent, const std::string& place) const {
-        return nameOf(node) + " cannot stand " +
-               (parent == Tree::kDocument ? "outside of <OFX>" : "in " + nameOf(tree_[node].parent)) +
-               ", but in " + place;
+        const bool isOutside = parent == Tree::kDocument;
+        const std::string reason = nameOf(node) + " cannot stand " +
+                                   (isOutside ? "outside of <OFX>" : "in " + nameOf(tree_[node].parent));
+        return isOutside && place == openTag("OFX") ? reason : reason + ", but in " + place;
     }
 
     /// Makes an aggregate that an open tag is missing of.
