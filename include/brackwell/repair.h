@@ -34,7 +34,8 @@
 ///   no text is.
 /// - Blanks and attributes are taken out of tags, "<NAME/>" becomes "<NAME></NAME>". A tag that the end
 ///   of the document cuts off is dropped. Two neighbouring tags that have changed places change them back.
-///   Of two equal open tags in a row, of which only one is closed, the first is dropped.
+///   Of two equal open tags in a row, of which only one is closed, the first is dropped. An open tag of the
+///   aggregate that is open, after which nothing comes that belongs in another, is its close tag.
 ///
 /// About close tags:
 /// - They first find their open tags, the innermost of the same name; all that was opened in between and is
@@ -42,7 +43,8 @@
 ///   that cannot stand in it, but can in one around it; else where the one around it ends, where a second of
 ///   its name begins, or at the end of the document.
 /// - One that found nothing, of an aggregate, gets an open tag before the elements in front of it that
-///   belong in that aggregate, when they cannot stand where they are. One that has a value after it becomes
+///   belong in that aggregate, when they cannot stand where they are; an unknown tag before these that is
+///   called alike and holds nothing is that open tag. One that has a value after it becomes
 ///   an open tag, unless it is called like the element before it or like an aggregate. Any other closes the
 ///   leaf before it under a wrong name, or the innermost aggregate when that has no close tag of its own, and
 ///   is called alike or stands in one that has; else it gets an open tag before the text in front of it when
@@ -86,14 +88,14 @@ enum class RepairKind : std::uint8_t {
     selfClosedTag,       ///< "<NAME/>", written as open and close tag
     emptyLeaf,           ///< a leaf without text and close tag, closed
     missingClose,        ///< an aggregate without close tag, closed
-    wrongClose,          ///< a misspelt close tag, or one in place of an open tag, corrected
+    wrongClose,          ///< a misspelt close tag, or one in place of an open tag or the reverse
     strayClose,          ///< a close tag that matches nothing open, dropped
     missingOpen,         ///< a text or aggregate with a close tag only, or what is missing around it, opened
     crossedTags,         ///< two neighbouring tags in the wrong order, put right
     header,              ///< a header that was not recognised, or not whole, completed
     misplaced,           ///< an element or close tag where it cannot stand: dropped here, put in elsewhere
     repeated,            ///< an aggregate that stands, or is opened, twice where one may: tags dropped
-    wrongName,           ///< an aggregate under the name of another, renamed
+    wrongName,           ///< an aggregate under the name of another, or misspelt, renamed
 };
 
 /// The kind in a few words for a person ("close tag missing"); never destroyed.

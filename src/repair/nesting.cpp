@@ -120,6 +120,7 @@ private:
     struct Child {
         Element element;
         std::size_t begin;
+        std::uint32_t tag;
     };
 
     // -----------------------------------------------------------------------------------------
@@ -138,7 +139,7 @@ private:
             case Kind::leaf:
                 return hasPartner(tag) && !holdsNothing(tag);
             case Kind::either:
-                return hasPartner(tag) || isInside(tag + 1, tags_[tag].element);
+                return hasPartner(tag) || holdsOwn(tag);
             default:
                 break;
         }
@@ -149,12 +150,21 @@ private:
         return child < tags_.size() && !tags_[child].isClose() &&
                elements::findChild(tags_[child].element, parent) != nullptr;
     }
+    /// True when an element of its own comes next, after the same tag once more perhaps.
+    bool holdsOwn(std::uint32_t tag) const noexcept {
+        const bool isTwice = tag + 1 < tags_.size() && tags_[tag + 1].form == Tag::Form::open &&
+                             tags_[tag + 1].name == tags_[tag].name && !tags_[tag + 1].hasText;
+        return isInside(tag + (isTwice ? 2U : 1U), tags_[tag].element);
+    }
     /// True for a leaf that has a close tag further on, although the next element belongs to the aggregate
     /// around it.
     bool holdsNothing(std::uint32_t leaf) const noexcept {
         return isInside(leaf + 1, frames_.back().element);
     }
     static bool isAggregateName(const Tag& tag) noexcept { return elements::isAggregate(tag.element); }
+    static bool mayBeAggregate(const Tag& tag) noexcept {
+        return isAggregateName(tag) || elements::kindOf(tag.element) == Kind::either;
+    }
     static bool isLeafName(const Tag& tag) noexcept {
         return tag.element != elements::kUnknown && !isAggregateName(tag);
     }
@@ -196,11 +206,12 @@ private:
     }
 
     /// Notes an element of the innermost aggregate.
-    void addChild(const Tag& tag) {
+    void addChild(std::uint32_t i) {
+        const Tag& tag = tags_[i];
         Frame& frame = frames_.back();
         const elements::Child* const child = elements::findChild(tag.element, frame.element);
         if (child != nullptr) frame.seen.add(*child, frame.element);
-        children_.push_back({tag.element, tag.begin});
+        children_.push_back({tag.element, tag.begin, i});
     }
 
     /// True when an element has a place in an aggregate that is not taken.
@@ -263,11 +274,12 @@ private:
 
     std::uint32_t open(std::uint32_t i) {
         const Tag& tag = tags_[i];
+        if (isCloseWithoutSlash(i)) return closeWithoutSlash(i);
         if (isOpenedTwice(i)) dropInnermost();
         endAggregatesBefore(tag);
         if (tag.hasText) return openWithText(i);
         if (tag.form == Tag::Form::selfClosed) {
-            addChild(tag);
+            addChild(i);
             replace(tag, RepairKind::selfClosedTag, openTag(tag.text) + closeTag(tag.text));
             pending_ = Pending::nothing;
         } else if (isAggregate(i)) {
@@ -282,8 +294,27 @@ private:
     /// known aggregate holds another of its name.
     bool isOpenedTwice(std::uint32_t i) const noexcept {
         return depth() > 0 && innermost() + 1 == i && tags_[i].name == tags_[innermost()].name &&
-               !hasPartner(innermost()) && isAggregateName(tags_[i]) && !tags_[i].hasText &&
+               !hasPartner(innermost()) && mayBeAggregate(tags_[i]) && !tags_[i].hasText &&
                tags_[i].form == Tag::Form::open;
+    }
+
+    /// True for the open tag of the aggregate that is open, when neither has a close tag, the aggregate has
+    /// elements, and what comes next is none of its own.
+    bool isCloseWithoutSlash(std::uint32_t i) const noexcept {
+        const Tag& tag = tags_[i];
+        if (depth() == 0 || tag.name != tags_[innermost()].name || tag.form != Tag::Form::open) return false;
+        if (hasPartner(innermost()) || hasPartner(i) || !isAggregateName(tag) || tag.hasText) return false;
+        if (innermost() + 1 == i || i + 1 == tags_.size()) return false;
+        const Tag& next = tags_[i + 1];
+        return next.isClose() ||
+               (next.element != elements::kUnknown && !elements::mayStandIn(next.element, tag.element));
+    }
+    std::uint32_t closeWithoutSlash(std::uint32_t i) {
+        const Tag& tag = tags_[i];
+        replace(tag, RepairKind::wrongClose, closeTag(tag.text),
+                openTag(tag.text) + " is open, and what follows does not belong in another");
+        pop();
+        return i + 1;
     }
     /// Takes the open tag of the innermost aggregate away, which is the last tag that was seen.
     void dropInnermost() {
@@ -302,7 +333,7 @@ private:
     /// A close tag that it has further on belongs to nothing any more.
     void openEmptyLeaf(std::uint32_t i) {
         const Tag& tag = tags_[i];
-        addChild(tag);
+        addChild(i);
         keepOpen(tag);
         insert(tag.end, RepairKind::emptyLeaf, closeTag(tag.text),
                openTag(tag.text) + " has neither a text nor a close tag");
@@ -321,7 +352,7 @@ private:
                 return openTag(tag.text) + " cannot stand in another, so " + openTag(name) +
                        " ends before it";
             });
-        addChild(tag);
+        addChild(i);
         keepOpen(tag);
         push(i);
     }
@@ -331,7 +362,7 @@ private:
             openAggregate(i);
             return i + 1;
         }
-        addChild(tags_[i]);
+        addChild(i);
         keepOpen(tags_[i]);
         pending_ = Pending::leaf;
         leaf_ = i;
@@ -390,7 +421,7 @@ private:
     bool opensBefore(std::uint32_t i) {
         const Tag& tag = tags_[i];
         Frame& frame = frames_.back();
-        if (!isAggregateName(tag) || tag.hasText || !mayOpenIn(tag.element, frame)) return false;
+        if (!mayBeAggregate(tag) || tag.hasText || !mayOpenIn(tag.element, frame)) return false;
         const auto begin =
             children_.begin() + static_cast<std::ptrdiff_t>(beginOfContent(tag.element, frame));
         const auto isLost = [&frame](const Child& child) {
@@ -400,13 +431,35 @@ private:
             frame.settled = children_.size();
             return false;
         }
-        if (!raiseOpenTag(tag, begin->begin))
+        auto first = static_cast<std::size_t>(begin - children_.begin());
+        if (isMisspeltOpenTag(first, tag))
+            correctOpenTag(children_[--first], tag);
+        else if (!raiseOpenTag(tag, begin->begin))
             opened_.push_back({begin->begin, 0, RepairKind::missingOpen, openTag(tag.text),
                                "only the close tag of " + openTag(tag.text) +
                                    " is there; it begins with the first element that belongs in it"});
         keepClose(tag);
-        closeOver(static_cast<std::size_t>(begin - children_.begin()), tag.element);
+        closeOver(first, tag.element);
         return true;
+    }
+
+    /// True when right before this child an unknown tag stands that holds nothing and is called like a close
+    /// tag that found nothing.
+    bool isMisspeltOpenTag(std::size_t child, const Tag& close) const noexcept {
+        if (child == frames_.back().firstChild || children_[child - 1].element != elements::kUnknown)
+            return false;
+        const std::uint32_t i = children_[child - 1].tag;
+        return i + 1 == children_[child].tag && !tags_[i].hasText && !hasPartner(i) &&
+               resembles(tags_[i].text, close.text);
+    }
+    void correctOpenTag(const Child& child, const Tag& close) {
+        const Tag& tag = tags_[child.tag];
+        for (auto edit = std::ranges::lower_bound(edits_, tag.begin, {}, &Edit::offset);
+             edit != edits_.end() && edit->offset <= tag.end && edit->kind != RepairKind::missingClose;
+             ++edit)
+            undo(*edit);
+        opened_.push_back({tag.begin, tag.end - tag.begin, RepairKind::wrongName, openTag(close.text),
+                           closeTag(close.text) + " ends what begins here"});
     }
 
     /// Moves an open tag that stands inside of what belongs in it to this place. False when there is none.
@@ -466,7 +519,7 @@ private:
     void openText(std::uint32_t i) {
         insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text),
                "the text has a close tag only");
-        addChild(tags_[i]);
+        addChild(i);
         children_.back().begin = tags_[i - 1].textBegin;
         keepClose(tags_[i]);
         pending_ = Pending::nothing;
@@ -475,7 +528,7 @@ private:
     void turnIntoOpen(std::uint32_t i) {
         replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text),
                 closeTag(tags_[i].text) + " closes nothing, and a text follows it");
-        addChild(tags_[i]);
+        addChild(i);
         pending_ = Pending::leaf;
         leaf_ = i;
     }

@@ -294,13 +294,62 @@ TEST_CASE("an aggregate without open tag is opened before the first element that
          "<STMTTRN><TRNAMT>3<MEMO></MEMO></STMTTRN>" +
              last,
          {missingOpen, missingOpen, emptyLeaf}},
-        {"<OFX><BANKTRANLIST>" + first + "<STMTRN><TRNAMT>2</STMTTRN>" + last,
-         "<OFX><BANKTRANLIST>" + first + "<STMTRN></STMTRN><STMTTRN><TRNAMT>2</STMTTRN>" + last,
-         {emptyLeaf, missingOpen}},
+        {"<OFX><INVBUY><TOTAL>1<CURRATE>2<CURSYM>EUR</CURRENCY></INVBUY></OFX>",
+         "<OFX><INVBUY><TOTAL>1<CURRENCY><CURRATE>2<CURSYM>EUR</CURRENCY></INVBUY></OFX>",
+         {missingOpen}},
         {"<OFX><STATUS><CODE>0</STATUS><CURDEF>EUR</CURDEF></STATUS></OFX>",
          "<OFX><STATUS><CODE>0</STATUS><CURDEF>EUR</CURDEF></OFX>",
          {strayClose}},
         {"<OFX><STATUS><CODE>0</STATUS></STATUS></OFX>", "<OFX><STATUS><CODE>0</STATUS></OFX>", {strayClose}},
+    });
+}
+
+TEST_CASE("an aggregate whose open tag is misspelt, and holds nothing, gets its name") {
+    checkTags({
+        {"<OFX><BANKTRANLIST><STMTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {wrongName}},
+        {"<OFX><BANKTRANLIST><STMTRN ><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {wrongName}},
+        {"<OFX><BANKTRANLIST><X.FLAG><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST><X.FLAG></X.FLAG><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {emptyLeaf, missingOpen}},
+        {"<OFX><BANKTRANLIST><STMTRN>x<TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST><STMTRN>x<STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {missingOpen}},
+        {"<OFX><BANKTRANLIST><STMTRN></STMTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST><STMTRN></STMTRN><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {missingOpen}},
+    });
+}
+
+TEST_CASE("a close tag that has lost its slash gets it back") {
+    const std::string first = "<STMTTRN><TRNAMT>1<NAME>a";
+    checkTags({
+        {"<OFX><BANKTRANLIST>" + first + "<STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST>" + first + "</STMTTRN></BANKTRANLIST></OFX>",
+         {wrongClose}},
+        {"<OFX><BANKTRANLIST>" + first + "<STMTTRN><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST>" + first + "</STMTTRN><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {wrongClose}},
+        {"<OFX><SONRS><STATUS><CODE>0<STATUS><DTSERVER>1</SONRS></OFX>",
+         "<OFX><SONRS><STATUS><CODE>0</STATUS><DTSERVER>1</SONRS></OFX>",
+         {wrongClose}},
+        // What follows belongs in it, or may.
+        {"<OFX><BANKTRANLIST>" + first + "<STMTTRN><TRNAMT>2</BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST>" + first + "</STMTTRN><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
+         {missingClose, missingClose}},
+        {"<OFX><BANKTRANLIST>" + first + "<STMTTRN><X.A>2</BANKTRANLIST></OFX>",
+         "<OFX><BANKTRANLIST>" + first + "</STMTTRN><STMTTRN><X.A>2</STMTTRN></BANKTRANLIST></OFX>",
+         {missingClose, missingClose}},
+        {"<OFX><BANKTRANLIST>" + first + "<STMTTRN>",
+         "<OFX><BANKTRANLIST>" + first + "</STMTTRN><STMTTRN></STMTTRN></BANKTRANLIST></OFX>",
+         {missingClose, missingClose, missingClose, missingClose}},
+        // It has a close tag of its own.
+        {"<OFX><SONRS><STATUS><CODE>0<STATUS><DTSERVER>1</STATUS></SONRS></OFX>",
+         "<OFX><SONRS><STATUS><CODE>0</STATUS><STATUS><DTSERVER>1</STATUS></SONRS></OFX>",
+         {missingClose}},
     });
 }
 

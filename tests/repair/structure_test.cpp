@@ -215,6 +215,13 @@ TEST_CASE("what stands twice where one may is delivered twice, or becomes one") 
          "card: a b period; "},
         {"two BANKMSGSRSV1", kHeader + ofx(bank(wrapped(first)) + bank(wrapped(second))), kHeader + ofx(both),
          "bank: a ledger period; bank: b ledger period; "},
+        {"two BANKMSGSRSV1 without a root", kHeader + bank(wrapped(first)) + bank(wrapped(second)),
+         kHeader + ofx(both), "bank: a ledger period; bank: b ledger period; "},
+        {"two SIGNONMSGSRSV1 without a root", kHeader + kSignOn + kSignOn + bank(wrapped(first)),
+         kHeader + ofx(in("SIGNONMSGSRSV1",
+                          kSignOn.substr(16, kSignOn.size() - 33) + kSignOn.substr(16, kSignOn.size() - 33)) +
+                       bank(wrapped(first))),
+         "bank: a ledger period; "},
         {"two <OFX>", kHeader + ofx(bank(wrapped(first))) + ofx(bank(wrapped(second))), kHeader + ofx(both),
          "bank: a ledger period; bank: b ledger period; "},
         {"two whole documents",
@@ -226,7 +233,7 @@ TEST_CASE("what stands twice where one may is delivered twice, or becomes one") 
                  both) +
              "",
          "bank: a ledger period; bank: b ledger period; "},
-        {"two SECLIST apart",
+        {"two INVPOSLIST",
          inInvestments(in("INVSTMTRS", "<DTASOF>1" + in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>1"))) +
                                            in("INVPOSLIST", in("POSMF", in("INVPOS", "<UNITS>2"))))),
          inInvestments(
@@ -466,6 +473,35 @@ TEST_CASE("an open tag that stands twice in a row is dropped once") {
         CHECK(repaired.remaining.empty());
         text.insert(text.find(tag), tag);
         CHECK(repairOFXText(text, RepairScope::structure).changes.size() == 2);
+    }
+}
+
+TEST_CASE("of a currency that is opened twice in a row, one open tag is dropped") {
+    const std::string whole =
+        inBank(list(in("STMTTRN", "<FITID>a" + in("CURRENCY", "<CURRATE>1<CURSYM>USD"))));
+    std::string text = whole;
+    text.insert(text.find("<CURRENCY>"), "<CURRENCY>");
+    CHECK(repairOFXText(text, RepairScope::structure).text == whole);
+}
+
+TEST_CASE("a close tag without its slash makes no second, empty element") {
+    const std::string whole =
+        kHeader + ofx(kSignOn + bank(wrapped(statement(list(kA + kB) + kLedger + kAvailable))));
+    for (const std::string name : {"STATUS", "SONRS", "STMTTRNRS", "STMTRS", "BANKACCTFROM", "BANKTRANLIST",
+                                   "STMTTRN", "LEDGERBAL", "AVAILBAL"}) {
+        CAPTURE(name);
+        for (std::size_t at = whole.find("</" + name + ">"); at != std::string::npos;
+             at = whole.find("</" + name + ">", at + 1)) {
+            CAPTURE(at);
+            const RepairedText repaired =
+                repairOFXText(std::string(whole).erase(at + 1, 1), RepairScope::structure);
+            CHECK(repaired.text == whole);
+            REQUIRE(repaired.changes.size() == 1);
+            CHECK(repaired.changes[0].kind == RepairKind::wrongClose);
+            CHECK(repaired.changes[0].offset == at);
+            CHECK(repaired.changes[0].reason ==
+                  "<" + name + "> is open, and what follows does not belong in another");
+        }
     }
 }
 
