@@ -72,6 +72,22 @@ constexpr Shape kShapes[] = {
     {"repair-header-comments", "OFXHEADER:100\n", "<!-- x ", true},
     {"repair-transactions-outside", "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS>", "<STMTTRN><FITID>#</STMTTRN>",
      true},
+    {"repair-nearest-statements", "<OFX><BANKMSGSRSV1>",
+     "<STMTTRNRS><STMTRS><CURDEF>USD</STMTRS></STMTTRNRS><STMTTRN><FITID>#</STMTTRN>", true},
+    {"repair-one-nearest-statement", "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS></STMTRS></STMTTRNRS>",
+     "<STMTTRN><FITID>#</STMTTRN>", true},
+    {"repair-raised-open-tags", "<OFX><SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS>",
+     "<ACCTINFO><BANKACCTFROM><BANKID>#<BANKACCTINFO><ACCTID>2</BANKACCTFROM><SUPTXDL>Y</BANKACCTINFO>"
+     "</ACCTINFO>",
+     true},
+    {"repair-parted-accounts", "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS>",
+     "<BANKACCTFROM><ACCTID>#</BANKACCTFROM><LEDGERBAL><BALAMT>1</LEDGERBAL>", true},
+    {"repair-parted-responses", "<OFX><BANKMSGSRSV1><STMTTRNRS>", "<TRNUID>#<STMTRS></STMTRS>", true},
+    {"repair-united-lists", "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS>",
+     "<BANKTRANLIST><DTEND>2#<STMTTRN></STMTTRN></BANKTRANLIST>", true},
+    {"repair-misnamed-wrappers", "<OFX><BANKMSGSRSV1>", "<STMTTRNRS><CCSTMTRS></CCSTMTRS></STMTTRNRS>", true},
+    {"repair-close-tags-without-slash", kList, "<STMTTRN><FITID>#<STMTTRN>", true},
+    {"repair-misspelt-open-tags", kList, "<STMTRN><FITID>#</STMTTRN>", true},
 };
 
 std::string makeDocument(const Shape& shape, std::size_t size) {
