@@ -277,7 +277,14 @@ Edits instructionEdits(std::string_view header, std::size_t at, std::size_t base
              "the import reads this instruction in one form only"}};
 }
 
-/// Without its instruction the import takes the whole document for a header.
+/// True when an open tag begins in a text: of an envelope around a document.
+bool holdsElement(std::string_view text) noexcept {
+    for (std::size_t at = text.find('<'); at < text.size(); at = text.find('<', at + 1))
+        if (at + 1 < text.size() && isASCIILetter(text[at + 1])) return true;
+    return false;
+}
+
+/// Without its instruction the import takes the whole document for a header. An envelope is dropped.
 Edits xmlHeaderEdits(std::string_view text, std::size_t element, std::size_t base) {
     const std::string_view header = text.substr(0, element);
     if (const std::size_t at = findInstruction(header); at != std::string_view::npos)
@@ -288,7 +295,9 @@ Edits xmlHeaderEdits(std::string_view text, std::size_t element, std::size_t bas
     const std::size_t next = text.find('<', 1);
     const std::size_t end = text.find("?>"sv);
     const bool hasEnd = end < next;
-    return {{base + (hasEnd ? end + 2 : next), 0, RepairKind::header,
+    const std::size_t begin = hasEnd ? end + 2 : next;
+    const std::size_t size = holdsElement(text.substr(begin, element - begin)) ? element - begin : 0;
+    return {{base + begin, size, RepairKind::header,
              std::string(hasEnd ? "" : "?>") + "<?OFX OFXHEADER=\"200\"?>",
              "without this instruction nothing is found in a document that begins with <?xml"}};
 }

@@ -405,6 +405,10 @@ TEST_CASE("a header is completed") {
           {"XML without the instruction", "<?xml version=\"1.0\"?>\n",
            "<?xml version=\"1.0\"?><?OFX OFXHEADER=\"200\"?>\n"},
           {"XML without an end", "<?xml ", "<?xml ?><?OFX OFXHEADER=\"200\"?>"},
+          {"XML in an envelope", "<?xml version=\"1.0\"?>\n<s:Envelope><s:Body id=\"1\">\n",
+           "<?xml version=\"1.0\"?><?OFX OFXHEADER=\"200\"?>"},
+          {"XML after a comment", "<?xml version=\"1.0\"?><!-- 1 < 2 -->",
+           "<?xml version=\"1.0\"?><?OFX OFXHEADER=\"200\"?>"},
           {"after other text", "Dear customer\nDATA:OFXSGML\n", "OFXHEADER:100\nDATA:OFXSGML\n"}}) {
         CAPTURE(row.name);
         const RepairedText repaired = repairOFXText(row.before + body, RepairScope::structure);
