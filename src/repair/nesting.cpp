@@ -303,7 +303,7 @@ private:
     bool isCloseWithoutSlash(std::uint32_t i) const noexcept {
         const Tag& tag = tags_[i];
         if (depth() == 0 || tag.name != tags_[innermost()].name || tag.form != Tag::Form::open) return false;
-        if (hasPartner(innermost()) || hasPartner(i) || !isAggregateName(tag) || tag.hasText) return false;
+        if (hasPartner(innermost()) || hasPartner(i) || !mayBeAggregate(tag) || tag.hasText) return false;
         if (innermost() + 1 == i || i + 1 == tags_.size()) return false;
         const Tag& next = tags_[i + 1];
         return next.isClose() ||

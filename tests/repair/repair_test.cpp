@@ -336,6 +336,9 @@ TEST_CASE("a close tag that has lost its slash gets it back") {
         {"<OFX><SONRS><STATUS><CODE>0<STATUS><DTSERVER>1</SONRS></OFX>",
          "<OFX><SONRS><STATUS><CODE>0</STATUS><DTSERVER>1</SONRS></OFX>",
          {wrongClose}},
+        {"<OFX><STMTTRN><CURRENCY><CURRATE>1<CURRENCY><MEMO>x</STMTTRN></OFX>",
+         "<OFX><STMTTRN><CURRENCY><CURRATE>1</CURRENCY><MEMO>x</STMTTRN></OFX>",
+         {wrongClose}},
         // What follows belongs in it, or may.
         {"<OFX><BANKTRANLIST>" + first + "<STMTTRN><TRNAMT>2</BANKTRANLIST></OFX>",
          "<OFX><BANKTRANLIST>" + first + "</STMTTRN><STMTTRN><TRNAMT>2</STMTTRN></BANKTRANLIST></OFX>",
