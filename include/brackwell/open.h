@@ -240,7 +240,7 @@ public:
     /// Its text in UTF-8, without a byte order mark and before a repair; empty when the bytes are no text.
     const Data& text() const noexcept;
     /// What was changed so that the document could be read, in the order of the places in `text`; empty when
-    /// nothing was.
+    /// nothing was. Their offsets are those of `text`, their lines and columns those of the file.
     const std::vector<RepairChange>& changes() const noexcept;
     /// The text after these changes; `text` when there were none.
     const Data& readText() const noexcept;

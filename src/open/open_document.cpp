@@ -413,6 +413,7 @@ void moveBy(const TextPlace& begin, DocumentState& state) {
 
 using DocumentStates = std::vector<std::shared_ptr<DocumentState>>;
 
+    for (RepairChange& change : state.changes) move(change.line, change.column);
 /// The documents of a file that has several.
 class Parts {
 public:

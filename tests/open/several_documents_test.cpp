@@ -83,6 +83,23 @@ TEST_CASE("what a document has more than the limit is added to that of the other
     CHECK(refused.back().count == 80);
 }
 
+TEST_CASE("changes of a repair have their lines in the file, and their offsets in their document") {
+    const std::string whole = document(transaction("20240105"));
+    std::string cut = whole;
+    cut.erase(cut.find("</BANKTRANLIST>"), 15);
+    const OpenedFile file = openData(Data::copy(whole + cut));
+    REQUIRE(file.documents().size() == 2);
+    REQUIRE(file.documents()[0].changes().empty());
+    REQUIRE(file.documents()[1].changes().size() == 1);
+    const RepairChange& change = file.documents()[1].changes()[0];
+    const std::vector<Finding> said = ofKind(file, FindingKind::repaired);
+    REQUIRE(said.size() == 1);
+    CHECK(change.line == 12);
+    CHECK(change.line == said[0].line);
+    CHECK(change.column == said[0].column);
+    CHECK(file.documents()[1].text().bytes().substr(change.offset).starts_with("</STMTRS>"));
+}
+
 TEST_CASE("a date that can mean two days is read as another document of the file shows, and that is said") {
     struct Row {
         std::string other;
