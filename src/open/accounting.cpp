@@ -211,7 +211,11 @@ private:
             result_.misplaced_.add(index, around);
             return false;
         }
-        if (!countsThere(place)) result_.misplaced_.addRepeated(index);
+        if (countsThere(place)) return true;
+        if (isReadOften(place))
+            result_.misplaced_.addFurther(index);
+        else
+            result_.misplaced_.addRepeated(index);
         return true;
     }
 

@@ -5,7 +5,6 @@
 #include "elements/structure_tables.h"
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
-#include "open/judged_places.h"
 #include "open/odd_names.h"
 
 namespace brackwell::opening {
@@ -120,10 +119,6 @@ constexpr auto kNameOfElement = [] {
     return found;
 }();
 
-constexpr reading::NameID nameOf(std::string_view name) noexcept {
-    return kNameOfElement[elements::tables::find(name)];
-}
-
 }  // namespace
 
 constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
@@ -149,8 +144,6 @@ constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
             facts[name].standing |= facts[parent].asParent;
             if (child.mayRepeat) facts[name].repeating |= facts[parent].asParent;
         }
-    for (const PlaceNames& place : kReadOften)
-        facts[nameOf(place.child)].repeating |= facts[nameOf(place.parent)].asParent;
     return facts;
 }();
 

@@ -2,11 +2,19 @@
 #include "open/judged_places.h"
 
 #include <algorithm>
+#include <array>
+#include <string_view>
 
 #include "elements/roles.h"
 
 namespace brackwell::opening {
 namespace {
+
+/// The names of an element and of the aggregate around it.
+struct PlaceNames {
+    std::string_view child;
+    std::string_view parent;
+};
 
 bool isOneOf(const auto& pairs, const Place& place) noexcept {
     const std::string_view child = elements::nameOf(place.child);
@@ -21,6 +29,12 @@ constexpr auto kReadAnyway = std::to_array<PlaceNames>({{"SVCSTATUS", "ACCTINFO"
 /// Of these the standard allows several, and one is read.
 constexpr auto kReadOnce = std::to_array<PlaceNames>(
     {{"BANKACCTINFO", "ACCTINFO"}, {"CCACCTINFO", "ACCTINFO"}, {"INVACCTINFO", "ACCTINFO"}});
+
+/// Of these the standard allows one, and what is in all of them is read.
+constexpr auto kReadOften = std::to_array<PlaceNames>({{"INVTRANLIST", "INVSTMTRS"},
+                                                       {"INVPOSLIST", "INVSTMTRS"},
+                                                       {"SECLIST", "SECLISTMSGSRSV1"},
+                                                       {"SECLISTMSGSRSV1", "OFX"}});
 
 /// The aggregates of which a class reads its own elements only, beside message sets and their profiles. The
 /// records of investments are not among them: they take what they look for from whatever is in them.
@@ -61,8 +75,9 @@ bool standsWhereItIsRead(const Place& place) noexcept {
 bool countsThere(const Place& place) noexcept {
     if (!place.isRepeated) return true;
     if (isOneOf(kReadOnce, place)) return false;
-    return elements::mayRepeatIn(place.child, place.parent) || isBareResponse(place) ||
-           isOneOf(kReadOften, place);
+    return elements::mayRepeatIn(place.child, place.parent) || isBareResponse(place);
 }
+
+bool isReadOften(const Place& place) noexcept { return isOneOf(kReadOften, place); }
 
 }  // namespace brackwell::opening

@@ -1,24 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
-#include <string_view>
-
 #include "elements/structure.h"
 
 namespace brackwell::opening {
-
-/// The names of an element and of the aggregate around it.
-struct PlaceNames {
-    std::string_view child;
-    std::string_view parent;
-};
-
-/// Of these the standard allows one, and all are read.
-inline constexpr auto kReadOften = std::to_array<PlaceNames>({{"INVTRANLIST", "INVSTMTRS"},
-                                                              {"INVPOSLIST", "INVSTMTRS"},
-                                                              {"SECLIST", "SECLISTMSGSRSV1"},
-                                                              {"SECLISTMSGSRSV1", "OFX"}});
 
 /// A known element in a parent.
 struct Place {
@@ -31,7 +16,10 @@ struct Place {
 /// their own aggregate only; those of investments take theirs from whatever is in it.
 bool standsWhereItIsRead(const Place& place) noexcept;
 
-/// False for an element that stands once more where one is read.
+/// False for an element that stands once more where one may.
 bool countsThere(const Place& place) noexcept;
+
+/// True for lists of investments, of which the standard has one, and the elements of all are read.
+bool isReadOften(const Place& place) noexcept;
 
 }  // namespace brackwell::opening

@@ -98,12 +98,15 @@ struct Interpreted {
     bool isRead() const noexcept { return interpreter != nullptr; }
     /// True when a repair has nothing to mend.
     bool isWhole() const noexcept {
-        return isRead() && parsed.hasRoot() && repairable + doubtful() + headerFaults == 0;
+        return isRead() && parsed.hasRoot() && repairable + furtherLists() + doubtful() + headerFaults == 0;
     }
     /// How much of what is in the tree is not, or not surely, what its document means.
     std::size_t doubtful() const noexcept {
         return survey.misplaced.count + survey.misplaced.repeated + accounting.mendable();
     }
+    /// Lists that stand twice. A repair makes one of them, which may leave a period beside it; so they count
+    /// before what is doubtful.
+    std::size_t furtherLists() const noexcept { return survey.misplaced.further; }
     const reading::Document& document() const noexcept {
         return NodeRef::of(*parsed.content.ofxData).document();
     }
@@ -179,6 +182,8 @@ bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (!before.isRead()) return true;
     if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
     if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
+    if (repaired.furtherLists() != before.furtherLists())
+        return repaired.furtherLists() < before.furtherLists();
     if (repaired.doubtful() != before.doubtful()) return repaired.doubtful() < before.doubtful();
     return repaired.headerFaults < before.headerFaults;
 }
@@ -408,12 +413,12 @@ void moveBy(const TextPlace& begin, DocumentState& state) {
         if (line != 0) line += begin.line - 1;
     };
     for (Finding& finding : state.findings) move(finding.line, finding.column);
+    for (RepairChange& change : state.changes) move(change.line, change.column);
     move(state.error.line, state.error.column);
 }
 
 using DocumentStates = std::vector<std::shared_ptr<DocumentState>>;
 
-    for (RepairChange& change : state.changes) move(change.line, change.column);
 /// The documents of a file that has several.
 class Parts {
 public:

@@ -30,6 +30,14 @@ void addMisplaced(FindingList& findings, const reading::Document& document, cons
                          (misplaced.repeated == 1 ? ": " : "; the first is ") +
                          tag(document, misplaced.firstRepeated) + ".",
                      misplaced.repeated, places.offsetOf(misplaced.firstRepeated));
+    if (misplaced.further != 0)
+        findings.add(FindingKind::notDelivered, FindingSeverity::note,
+                     counted(misplaced.further, "list stands", "lists stand") +
+                         " once more where there may be one; what is in all of them is read, the period of "
+                         "the first only" +
+                         (misplaced.further == 1 ? ": " : "; the first is ") +
+                         tag(document, misplaced.firstFurther) + ".",
+                     misplaced.further, places.offsetOf(misplaced.firstFurther));
 }
 
 }  // namespace brackwell::opening

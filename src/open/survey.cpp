@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "open/date_rests.h"
+#include "open/judged_places.h"
 #include "open/odd_names.h"
 #include "open/record_shape.h"
 #include "open/required_values.h"
@@ -86,7 +87,7 @@ private:
             survey_.misplaced.add(document_.index(node), around.node);
             recorded_ = 0;
         } else if (node.isRepeated() && (facts.repeating & around.bit) == 0) [[unlikely]] {
-            survey_.misplaced.addRepeated(document_.index(node));
+            noteRepeated(document_.index(node), around.node);
             recorded_ = 0;
         }
         survey_.required += requiredBy(node);
@@ -125,6 +126,16 @@ private:
         recording_.required = survey_.required - requiredBefore_;
         shapes_[nextShape_++ % shapes_.size()] = recording_;
         recorded_ = 0;
+    }
+
+    void noteRepeated(std::uint32_t index, std::uint32_t around) {
+        const auto elementOf = [this](std::uint32_t node) {
+            return elements::findElement(document_.name(document_.node(node)));
+        };
+        if (isReadOften({elementOf(index), elementOf(around), true}))
+            survey_.misplaced.addFurther(index);
+        else
+            survey_.misplaced.addRepeated(index);
     }
 
     const reading::Document& document_;

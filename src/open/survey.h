@@ -19,9 +19,7 @@ struct Survey {
 
     /// True when no statement has two transactions with one identifier. Where statements stand in each other,
     /// or something else stands where it should not, nothing is known.
-    bool hasDistinctIdentifiers() const noexcept {
-        return identifiers.areInOrder() && misplaced.count + misplaced.repeated == 0;
-    }
+    bool hasDistinctIdentifiers() const noexcept { return identifiers.areInOrder() && !misplaced.areAny(); }
     /// What transactions and balances have less of than they must, or more: amounts and dates. 0 when each
     /// has its own.
     std::ptrdiff_t required = 0;

@@ -16,13 +16,6 @@ bool isBareResponse(std::string_view child, std::string_view parent) {
     return parent.find("MSGSRSV") != parent.npos && child.ends_with("RS") && !child.ends_with("TRNRS");
 }
 
-/// Lists of investments are read however many there are.
-bool isReadOften(std::string_view child, std::string_view parent) {
-    if (parent == "INVSTMTRS") return child == "INVTRANLIST" || child == "INVPOSLIST";
-    return (parent == "SECLISTMSGSRSV1" && child == "SECLIST") ||
-           (parent == "OFX" && child == "SECLISTMSGSRSV1");
-}
-
 reading::Node leafOf(reading::NameID name) { return {name, 0, 0, 0}; }
 
 }  // namespace
@@ -43,7 +36,7 @@ TEST_CASE("the table of names says what the list of elements says of what may st
             const elements::Element a = elements::findElement(child);
             const elements::Element b = elements::findElement(around);
             REQUIRE(((table.of(name).standing & bit) != 0) == (isBare || elements::mayStandIn(a, b)));
-            const bool mayRepeat = isBare || isReadOften(child, around) || elements::mayRepeatIn(a, b);
+            const bool mayRepeat = isBare || elements::mayRepeatIn(a, b);
             REQUIRE(((table.of(name).repeating & bit) != 0) == mayRepeat);
         }
     }
