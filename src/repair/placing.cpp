@@ -31,7 +31,8 @@ private:
         bool mayBeMisnamed = parent != Tree::kDocument;
         for (NodeID node = tree_[parent].first; node != kNoNode;) {
             const NodeID next = tree_[node].next;
-            if (isMovable(node) && isMisplaced(tree_.tree(), node) && !wrap(node, parent) && !tree_[node].isLeaf) {
+            if (isMovable(node) && isMisplaced(tree_.tree(), node) && !wrap(node, parent) &&
+                !tree_[node].isLeaf) {
                 if (mayBeMisnamed && rename(parent, node)) break;
                 mayBeMisnamed = false;
                 moveOut(node);
@@ -116,9 +117,9 @@ private:
         const auto [holder, between] = nearestHolder(node, parent);
         if (holder == kNoNode) return false;
         NodeID around = holder;
-        std::string reason =
-            reasonToPut(node, parent,
-                        between == elements::kUnknown ? tree_.nameOf(holder) : openTag(elements::nameOf(between)));
+        std::string reason = reasonToPut(
+            node, parent,
+            between == elements::kUnknown ? tree_.nameOf(holder) : openTag(elements::nameOf(between)));
         tree_.detach(node);
         if (between == elements::kUnknown)
             tree_.mark(around).closeReason = reason;
@@ -169,8 +170,9 @@ private:
 
     std::string reasonToPut(NodeID node, NodeID parent, const std::string& place) const {
         const bool isOutside = parent == Tree::kDocument;
-        const std::string reason = tree_.nameOf(node) + " cannot stand " +
-                                   (isOutside ? "outside of <OFX>" : "in " + tree_.nameOf(tree_[node].parent));
+        const std::string reason =
+            tree_.nameOf(node) + " cannot stand " +
+            (isOutside ? "outside of <OFX>" : "in " + tree_.nameOf(tree_[node].parent));
         return isOutside && place == openTag("OFX") ? reason : reason + ", but in " + place;
     }
 
@@ -224,14 +226,16 @@ private:
             return found != kNoNode && !tree_[found].isLeaf && found != node ? found : kNoNode;
         }
         const NodeID before = tree_[node].parent == parent ? tree_[node].previous : kNoNode;
-        if (before == kNoNode || tree_.elementOf(before) != element || tree_[before].open.isThere()) return kNoNode;
+        if (before == kNoNode || tree_.elementOf(before) != element || tree_[before].open.isThere())
+            return kNoNode;
         return hasRoom(before, tree_.elementOf(node)) && !isFull(before, node) ? before : kNoNode;
     }
 
     /// True for a record of a list that was made for one of several things: each of two BANKACCTINFO in a
     /// ACCTINFORS is an account of its own, although an ACCTINFO may hold both.
     bool isFull(NodeID record, NodeID node) const {
-        const elements::Child* const child = elements::findChild(tree_.elementOf(node), tree_.elementOf(record));
+        const elements::Child* const child =
+            elements::findChild(tree_.elementOf(node), tree_.elementOf(record));
         if (child == nullptr || !child->mayRepeat || tree_[node].isLeaf) return false;
         return std::ranges::any_of(
             elements::childrenOf(tree_.elementOf(record)), [&](const elements::Child& other) {

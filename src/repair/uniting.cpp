@@ -42,7 +42,8 @@ private:
     bool isParted(NodeID wrapper) {
         if (wrapper == Tree::kDocument || !tree_[wrapper].name.ends_with("TRNRS")) return false;
         const NodeID owner = tree_[wrapper].parent;
-        if (owner == Tree::kDocument || !elements::mayRepeatIn(tree_.elementOf(wrapper), tree_.elementOf(owner)))
+        if (owner == Tree::kDocument ||
+            !elements::mayRepeatIn(tree_.elementOf(wrapper), tree_.elementOf(owner)))
             return false;
         for (NodeID node = tree_[wrapper].first; node != kNoNode;) {
             const NodeID next = tree_[node].next;
@@ -85,8 +86,9 @@ private:
     /// Makes a wrapper of its own for a response, after `before`, and takes along what stands in front of it
     /// and is there a second time. For an account it makes a statement, and takes leaves alone along.
     NodeID partBefore(NodeID response, NodeID wrapper, NodeID before) {
-        const NodeID made = tree_.make(tree_.elementOf(wrapper), RepairKind::missingOpen,
-                                 "a second " + tree_.nameOf(response) + " cannot stand in one " + tree_.nameOf(wrapper));
+        const NodeID made = tree_.make(
+            tree_.elementOf(wrapper), RepairKind::missingOpen,
+            "a second " + tree_.nameOf(response) + " cannot stand in one " + tree_.nameOf(wrapper));
         tree_.mark(before).closeReason = tree_.mark(made).reason;
         tree_.insert(made, tree_[wrapper].parent, before);
         tree_.swapCloseTags(made, before);  // the one that is there ends the last
@@ -144,7 +146,8 @@ private:
     /// Of a leaf that goes into an aggregate that has one of its kind, the one of both that has to stand
     /// beside it; kNoNode when there is none there. A period keeps the first begin and the last end.
     NodeID exchangeBounds(NodeID around, NodeID leaf) {
-        const elements::Child* const row = elements::findChild(tree_.elementOf(leaf), tree_.elementOf(around));
+        const elements::Child* const row =
+            elements::findChild(tree_.elementOf(leaf), tree_.elementOf(around));
         if (!tree_[leaf].isLeaf || row == nullptr || row->mayRepeat) return kNoNode;
         const NodeID there = tree_.first(around, tree_.elementOf(leaf));
         if (there == kNoNode || !tree_[there].isLeaf) return there == kNoNode ? kNoNode : leaf;
