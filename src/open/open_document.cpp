@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "open/account_types.h"
 #include "open/accounting.h"
 #include "open/answers.h"
 #include "open/beginning.h"
@@ -369,6 +370,7 @@ private:
             findContradictions(findings, content.investmentStatements, SecurityList(content.securities),
                                places);
         findNamelessStatements(findings, content.known, content.investmentStatements, places);
+        findUnknownAccountTypes(findings, content.known, places);
         if (!content.survey.hasDistinctIdentifiers()) {
             findRepeatedIdentifiers(findings, content.known, places);
             findRepeatedInvestmentIdentifiers(findings, content.investmentStatements, places);

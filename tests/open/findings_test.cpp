@@ -293,6 +293,38 @@ TEST_CASE("values that are read by evidence, or are improbable, are named") {
         OpenOptions::asIs());
 }
 
+TEST_CASE("types of accounts that no class has are named") {
+    const auto account = [](const std::string& type) {
+        return "<BANKACCTFROM><BANKID>1<ACCTID>2<ACCTTYPE>" + type + "</BANKACCTFROM>\n";
+    };
+    const auto statementOf = [&account](const std::string& type) {
+        return wrapper("<STMTRS><CURDEF>EUR" + account(type) + kBalance + "</STMTRS>\n");
+    };
+    const auto listed = [&account](const std::string& type) {
+        return "<ACCTINFO><BANKACCTINFO>" + account(type) +
+               "<SUPTXDL>Y<XFERSRC>N<XFERDEST>N<SVCSTATUS>ACTIVE</BANKACCTINFO></ACCTINFO>";
+    };
+    const auto list = [](const std::string& records) {
+        return document("<SIGNUPMSGSRSV1><ACCTINFOTRNRS><TRNUID>1\n<ACCTINFORS>" + records +
+                        "</ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1>");
+    };
+    const FindingKind kind = FindingKind::treeOnly;
+    const FindingSeverity note = FindingSeverity::note;
+    checkRows(
+        {
+            {"a newer one", document(messageSet(statementOf("CD"))), kind, note, 1, 5,
+             "1 account has a type that can be had from the document's tree only: \"CD\"."},
+            {"of two statements", document(messageSet(statementOf("GIRO") + statementOf("CD"))), kind, note,
+             2, 5,
+             "2 accounts have a type that can be had from the document's tree only: the first is \"GIRO\"."},
+            {"in an account list", list(listed("CHECKING") + listed("checking")), kind, note, 1, 6,
+             "1 account has a type that can be had from the document's tree only: \"checking\"."},
+        },
+        OpenOptions());
+    for (const std::string type : {"CHECKING", "SAVINGS", "MONEYMARKET", "CREDITLINE"})
+        CHECK(findingsOf(document(messageSet(statementOf(type))), OpenOptions()).empty());
+}
+
 TEST_CASE("values that the caller's formats make something else of are named") {
     OpenOptions options;
     options.numberFormatter = std::make_shared<DecimalNumberFormatter>(
