@@ -19,7 +19,7 @@ struct Delivered {
 class Delivery {
 public:
     /// `found` is what the tree holds; the objects were made from it and must outlive this one.
-    Delivery(const Delivered& delivered, const ContentCounts& found);
+    Delivery(const Delivered& objects, const ContentCounts& found);
 
     /// How much is in the tree and in no object.
     std::size_t missing() const noexcept { return missing_; }
