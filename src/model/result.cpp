@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/model.h>
 #include <brackwell/statements.h>
 
 #include "platform/make_room.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "archive_values.h"
+#include "platform/archive_values.h"
 
-#include "cbor.h"
-#include "decimal_coefficient.h"
+#include "platform/cbor.h"
+#include "platform/decimal_coefficient.h"
 
 namespace brackwell {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "brackwell/platform.h"
+#include <brackwell/platform.h>
 
 /// \file
 /// How dates and decimal numbers stand in an archive: as integers, so that they are exact. Each value has one

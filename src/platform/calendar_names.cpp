@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "calendar_names.h"
+#include "platform/calendar_names.h"
 
+#include <brackwell/platform.h>
 #include <langinfo.h>
 #include <locale.h>  // NOLINT(modernize-deprecated-headers): newlocale is of POSIX
 
@@ -10,9 +11,8 @@
 #include <new>
 #include <span>
 
-#include "ascii_case.h"
-#include "brackwell/platform.h"
-#include "utf8.h"
+#include "platform/ascii_case.h"
+#include "platform/utf8.h"
 
 namespace brackwell {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "cbor.h"
+#include "platform/cbor.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "civil_time.h"
+#include "platform/civil_time.h"
 
 namespace brackwell {
 

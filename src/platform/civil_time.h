@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/platform.h>
+
 #include <chrono>
 #include <cstdint>
 #include <string>
-
-#include "brackwell/platform.h"
 
 namespace brackwell {
 

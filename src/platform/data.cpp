@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -7,8 +8,7 @@
 #include <cerrno>
 #include <cstring>
 
-#include "brackwell/platform.h"
-#include "large_pages.h"
+#include "platform/large_pages.h"
 
 namespace brackwell {
 

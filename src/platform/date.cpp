@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "brackwell/platform.h"
-#include "civil_time.h"
+#include <brackwell/platform.h>
+
+#include "platform/civil_time.h"
 
 namespace brackwell {
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "brackwell/platform.h"
-#include "date_text.h"
+#include <brackwell/platform.h>
+
+#include "platform/date_text.h"
 
 namespace brackwell {
 

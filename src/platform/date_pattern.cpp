@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "date_pattern.h"
+#include "platform/date_pattern.h"
 
 #include <algorithm>
 #include <array>
 #include <iterator>
 #include <optional>
 
-#include "ascii_case.h"
-#include "ascii_digit.h"
-#include "zone_text.h"
+#include "platform/ascii_case.h"
+#include "platform/ascii_digit.h"
+#include "platform/zone_text.h"
 
 namespace brackwell {
 

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "calendar_names.h"
+#include "platform/calendar_names.h"
 
 /// \file
 /// A date pattern of Unicode Technical Standard 35, taken apart.

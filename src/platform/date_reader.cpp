@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
+
 #include <algorithm>
 #include <array>
 
-#include "ascii_case.h"
-#include "ascii_digit.h"
-#include "date_text.h"
-#include "zone_text.h"
+#include "platform/ascii_case.h"
+#include "platform/ascii_digit.h"
+#include "platform/date_text.h"
+#include "platform/zone_text.h"
 
 namespace brackwell {
 

@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/platform.h>
+
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include "brackwell/platform.h"
-#include "calendar_names.h"
-#include "date_pattern.h"
+#include "platform/calendar_names.h"
+#include "platform/date_pattern.h"
 
 namespace brackwell {
 

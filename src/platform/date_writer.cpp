@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
+
 #include <algorithm>
 #include <cstdlib>
 
-#include "civil_time.h"
-#include "date_text.h"
-#include "zone_text.h"
+#include "platform/civil_time.h"
+#include "platform/date_text.h"
+#include "platform/zone_text.h"
 
 namespace brackwell {
 

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
+
 #include <algorithm>
 
-#include "brackwell/platform.h"
-#include "decimal_coefficient.h"
-#include "decimal_digits.h"
+#include "platform/decimal_coefficient.h"
+#include "platform/decimal_digits.h"
 
 namespace brackwell {
 namespace {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <array>
+#include <brackwell/platform.h>
 
-#include "brackwell/platform.h"
+#include <array>
 
 namespace brackwell {
 

@@ -3,8 +3,8 @@
 
 #include <string_view>
 
-#include "ascii_digit.h"
-#include "decimal_coefficient.h"
+#include "platform/ascii_digit.h"
+#include "platform/decimal_coefficient.h"
 
 namespace brackwell {
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "archive_values.h"
-#include "brackwell/platform.h"
-#include "cbor.h"
+#include <brackwell/platform.h>
+
+#include "platform/archive_values.h"
+#include "platform/cbor.h"
 
 namespace brackwell {
 

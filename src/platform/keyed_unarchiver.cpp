@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
+
 #include <algorithm>
 #include <utility>
 
-#include "archive_values.h"
-#include "brackwell/platform.h"
-#include "cbor.h"
+#include "platform/archive_values.h"
+#include "platform/cbor.h"
 
 namespace brackwell {
 

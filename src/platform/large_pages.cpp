@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "large_pages.h"
+#include "platform/large_pages.h"
 
 #include <sys/mman.h>
 #include <unistd.h>

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
+
 #include <limits>
 
-#include "ascii_digit.h"
-#include "brackwell/platform.h"
+#include "platform/ascii_digit.h"
 
 namespace brackwell {
 

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
-#include "brackwell/platform.h"
-#include "decimal_coefficient.h"
-#include "decimal_digits.h"
+#include "platform/decimal_coefficient.h"
+#include "platform/decimal_digits.h"
 
 namespace brackwell {
 namespace {

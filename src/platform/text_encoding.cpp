@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <iconv.h>
 
 #include <algorithm>
@@ -7,9 +8,8 @@
 #include <new>
 #include <span>
 
-#include "ascii_case.h"
-#include "brackwell/platform.h"
-#include "utf8.h"
+#include "platform/ascii_case.h"
+#include "platform/utf8.h"
 
 namespace brackwell {
 

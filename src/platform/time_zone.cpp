@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <time.h>  // NOLINT(modernize-deprecated-headers): localtime_r is of POSIX
 
 #include <algorithm>
 
-#include "brackwell/platform.h"
-#include "civil_time.h"
-#include "zone_file.h"
-#include "zone_text.h"
+#include "platform/civil_time.h"
+#include "platform/zone_file.h"
+#include "platform/zone_text.h"
 
 namespace brackwell {
 

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "utf8.h"
+#include "platform/utf8.h"
 
 #include <array>
 #include <bit>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/platform.h>
+
 #include <cstddef>
 #include <string>
 #include <string_view>
-
-#include "brackwell/platform.h"
 
 /// \file
 /// UTF-8, one character at a time, and the two ways in which whole texts are checked.

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <sys/random.h>
-
-#include "brackwell/platform.h"
 
 namespace brackwell {
 

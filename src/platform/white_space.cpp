@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "brackwell/platform.h"
-#include "utf8.h"
+#include <brackwell/platform.h>
+
+#include "platform/utf8.h"
 
 namespace brackwell {
 

@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "zone_file.h"
+#include "platform/zone_file.h"
+
+#include <brackwell/platform.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <string>
 
-#include "ascii_digit.h"
-#include "brackwell/platform.h"
+#include "platform/ascii_digit.h"
 
 namespace brackwell {
 

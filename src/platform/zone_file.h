@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "zone_rule.h"
+#include "platform/zone_rule.h"
 
 /// \file
 /// The rules of one zone as files of the format TZif (RFC 9636) hold them: moments at which clocks

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "zone_rule.h"
+#include "platform/zone_rule.h"
 
 #include <algorithm>
 #include <chrono>
 #include <limits>
 
-#include "ascii_digit.h"
-#include "civil_time.h"
+#include "platform/ascii_digit.h"
+#include "platform/civil_time.h"
 
 namespace brackwell {
 

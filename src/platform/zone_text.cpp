@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "zone_text.h"
+#include "platform/zone_text.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 
-#include "ascii_case.h"
-#include "ascii_digit.h"
-#include "civil_time.h"
+#include "platform/ascii_case.h"
+#include "platform/ascii_digit.h"
+#include "platform/civil_time.h"
 
 namespace brackwell {
 

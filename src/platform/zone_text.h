@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/platform.h>
+
 #include <chrono>
 #include <optional>
 #include <string>
 #include <string_view>
-
-#include "brackwell/platform.h"
 
 /// \file
 /// Time zones as dates show them: "+0100", "+01:00", "Z", "GMT+1", "CET".

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include "brackwell/platform.h"
 
 /// \file
 /// Short ways to write archives, for their tests.

@@ -5,7 +5,7 @@
 
 #include <clocale>
 
-#include "locale_folder.h"
+#include "platform/locale_folder.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;

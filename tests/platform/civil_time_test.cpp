@@ -3,7 +3,7 @@
 
 #include <doctest/doctest.h>
 
-#include "date_samples.h"
+#include "platform/date_samples.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;

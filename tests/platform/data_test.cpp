@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -10,8 +11,6 @@
 #include <string>
 #include <thread>
 #include <type_traits>
-
-#include "brackwell/platform.h"
 
 using brackwell::Data;
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <vector>
 
-#include "brackwell/platform.h"
-#include "date_samples.h"
-#include "environment_guard.h"
-#include "locale_folder.h"
+#include "platform/date_samples.h"
+#include "platform/environment_guard.h"
+#include "platform/locale_folder.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;

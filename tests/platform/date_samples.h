@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/platform.h>
+
 #include <chrono>
 #include <filesystem>
 #include <random>
 #include <string>
-
-#include "brackwell/platform.h"
 
 namespace brackwell::tests {
 

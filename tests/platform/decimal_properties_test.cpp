@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // Properties of Decimal that hold for every number, tried on many.
 
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <algorithm>
 #include <random>
 #include <string>
-
-#include "brackwell/platform.h"
 
 using brackwell::Decimal;
 

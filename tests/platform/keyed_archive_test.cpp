@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <array>
@@ -7,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "brackwell/platform.h"
 #include "platform/archive_samples.h"
 
 using namespace brackwell;

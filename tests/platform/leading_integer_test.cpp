@@ -1,10 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <limits>
 #include <string>
-
-#include "brackwell/platform.h"
 
 using brackwell::leadingInteger;
 

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "date_samples.h"
-#include "environment_guard.h"
+#include "platform/date_samples.h"
+#include "platform/environment_guard.h"
 
 namespace brackwell::tests {
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <memory>
 #include <random>
 #include <string>
 #include <vector>
-
-#include "brackwell/platform.h"
 
 using brackwell::Decimal;
 using brackwell::DecimalNumberFormatter;

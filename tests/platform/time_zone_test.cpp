@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <vector>
 
-#include "brackwell/platform.h"
-#include "date_samples.h"
-#include "environment_guard.h"
+#include "platform/date_samples.h"
+#include "platform/environment_guard.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;

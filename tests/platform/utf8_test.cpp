@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "platform/utf8.h"
 
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <array>
@@ -8,8 +9,6 @@
 #include <random>
 #include <string>
 #include <vector>
-
-#include "brackwell/platform.h"
 
 using brackwell::firstCharacter;
 using brackwell::lastCharacter;

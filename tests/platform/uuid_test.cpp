@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
 #include <array>
 #include <set>
 #include <string>
-
-#include "brackwell/platform.h"
 
 using brackwell::newUUID;
 

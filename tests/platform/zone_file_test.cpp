@@ -8,10 +8,10 @@
 #include <limits>
 #include <random>
 
-#include "date_samples.h"
-#include "environment_guard.h"
 #include "platform/civil_time.h"
-#include "tz_samples.h"
+#include "platform/date_samples.h"
+#include "platform/environment_guard.h"
+#include "platform/tz_samples.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;

@@ -6,9 +6,9 @@
 
 #include <vector>
 
-#include "date_samples.h"
-#include "environment_guard.h"
 #include "platform/civil_time.h"
+#include "platform/date_samples.h"
+#include "platform/environment_guard.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;
