@@ -46,8 +46,8 @@ std::vector<Element> findWay(Element parent, Element child) {
 }  // namespace
 
 const std::vector<Element>& Ways::between(Element parent, Element child) {
-    static const std::vector<Element> none;
-    if (parent >= kElementCount || child >= kElementCount) return none;
+    static const std::vector<Element> kNone;
+    if (parent >= kElementCount || child >= kElementCount) return kNone;
     const auto [entry, isNew] = known_.try_emplace(std::uint32_t{parent} << 16 | child);
     if (isNew) entry->second = findWay(parent, child);
     return entry->second;

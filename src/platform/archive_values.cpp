@@ -11,29 +11,29 @@ namespace {
 using cbor::Major;
 
 // The keys of an extended time: seconds since 1970, and milliseconds to be added to them.
-constexpr std::int64_t keySeconds = 1;
-constexpr std::int64_t keyMilliseconds = -3;
+constexpr std::int64_t kKeySeconds = 1;
+constexpr std::int64_t kKeyMilliseconds = -3;
 
-constexpr std::int64_t millisecondsPerSecond = 1000;
+constexpr std::int64_t kMillisecondsPerSecond = 1000;
 
 std::optional<Date> dateFrom(std::int64_t seconds, std::int64_t milliseconds) noexcept {
-    if (milliseconds < 0 || milliseconds >= millisecondsPerSecond) return std::nullopt;
+    if (milliseconds < 0 || milliseconds >= kMillisecondsPerSecond) return std::nullopt;
     // The seconds of the earliest date, which are rounded down, would not fit as milliseconds alone.
     if (seconds < 0 && milliseconds > 0) {
         ++seconds;
-        milliseconds -= millisecondsPerSecond;
+        milliseconds -= kMillisecondsPerSecond;
     }
     std::int64_t count = 0;
-    if (__builtin_mul_overflow(seconds, millisecondsPerSecond, &count)) return std::nullopt;
+    if (__builtin_mul_overflow(seconds, kMillisecondsPerSecond, &count)) return std::nullopt;
     if (__builtin_add_overflow(count, milliseconds, &count)) return std::nullopt;
     return Date(std::chrono::milliseconds(count));
 }
 
 std::optional<Date> takeExtendedTime(std::string_view& bytes) noexcept {
     if (cbor::takeArgument(bytes, Major::map) != 2U) return std::nullopt;
-    if (cbor::takeInteger(bytes) != keySeconds) return std::nullopt;
+    if (cbor::takeInteger(bytes) != kKeySeconds) return std::nullopt;
     const auto seconds = cbor::takeInteger(bytes);
-    if (!seconds || cbor::takeInteger(bytes) != keyMilliseconds) return std::nullopt;
+    if (!seconds || cbor::takeInteger(bytes) != kKeyMilliseconds) return std::nullopt;
     const auto milliseconds = cbor::takeInteger(bytes);
     if (!milliseconds) return std::nullopt;
     return dateFrom(*seconds, *milliseconds);
@@ -55,7 +55,7 @@ void appendMantissa(std::string& bytes, const Mantissa& mantissa) {
     unsigned size = sizeof value;
     while (value >> 8 * (size - 1) == 0) --size;
     cbor::appendHead(bytes, Major::tag,
-                     mantissa.negative ? cbor::tagNegativeBignum : cbor::tagUnsignedBignum);
+                     mantissa.negative ? cbor::kTagNegativeBignum : cbor::kTagUnsignedBignum);
     cbor::appendHead(bytes, Major::bytes, size);
     for (; size != 0; --size) bytes += static_cast<char>(value >> 8 * (size - 1) & 0xFFU);
 }
@@ -66,8 +66,8 @@ std::optional<Mantissa> takeMantissa(std::string_view& bytes) noexcept {
     if (head->major == Major::unsignedInteger) return Mantissa{false, head->argument};
     if (head->major == Major::negativeInteger) return Mantissa{true, Wide{head->argument} + 1};
 
-    const bool negative = head->argument == cbor::tagNegativeBignum;
-    if (head->major != Major::tag || (!negative && head->argument != cbor::tagUnsignedBignum))
+    const bool negative = head->argument == cbor::kTagNegativeBignum;
+    if (head->major != Major::tag || (!negative && head->argument != cbor::kTagUnsignedBignum))
         return std::nullopt;
     const auto digits = cbor::takeString(bytes, Major::bytes);
     if (!digits || digits->size() > sizeof(Wide)) return std::nullopt;
@@ -82,40 +82,40 @@ std::optional<Mantissa> takeMantissa(std::string_view& bytes) noexcept {
 
 void appendDate(std::string& bytes, const Date& date) {
     const std::int64_t count = date.time_since_epoch().count();
-    std::int64_t seconds = count / millisecondsPerSecond;
-    std::int64_t milliseconds = count % millisecondsPerSecond;
+    std::int64_t seconds = count / kMillisecondsPerSecond;
+    std::int64_t milliseconds = count % kMillisecondsPerSecond;
     if (milliseconds == 0) {
-        cbor::appendHead(bytes, Major::tag, cbor::tagUnixTime);
+        cbor::appendHead(bytes, Major::tag, cbor::kTagUnixTime);
         return cbor::appendInteger(bytes, seconds);
     }
     if (milliseconds < 0) {
         --seconds;
-        milliseconds += millisecondsPerSecond;
+        milliseconds += kMillisecondsPerSecond;
     }
-    cbor::appendHead(bytes, Major::tag, cbor::tagExtendedTime);
+    cbor::appendHead(bytes, Major::tag, cbor::kTagExtendedTime);
     cbor::appendHead(bytes, Major::map, 2);
-    for (const std::int64_t value : {keySeconds, seconds, keyMilliseconds, milliseconds})
+    for (const std::int64_t value : {kKeySeconds, seconds, kKeyMilliseconds, milliseconds})
         cbor::appendInteger(bytes, value);
 }
 
 std::optional<Date> takeDate(std::string_view& bytes) noexcept {
     const auto tag = cbor::takeArgument(bytes, Major::tag);
-    if (tag == cbor::tagExtendedTime) return takeExtendedTime(bytes);
-    if (tag != cbor::tagUnixTime) return std::nullopt;
+    if (tag == cbor::kTagExtendedTime) return takeExtendedTime(bytes);
+    if (tag != cbor::kTagUnixTime) return std::nullopt;
     const auto seconds = cbor::takeInteger(bytes);
     if (!seconds) return std::nullopt;
     return dateFrom(*seconds, 0);
 }
 
 void appendDecimal(std::string& bytes, const Decimal& number) {
-    cbor::appendHead(bytes, Major::tag, cbor::tagDecimalFraction);
+    cbor::appendHead(bytes, Major::tag, cbor::kTagDecimalFraction);
     cbor::appendHead(bytes, Major::array, 2);
     cbor::appendInteger(bytes, number.exponent());
     appendMantissa(bytes, {number.isNegative(), coefficientOf(number)});
 }
 
 std::optional<Decimal> takeDecimal(std::string_view& bytes) noexcept {
-    if (cbor::takeArgument(bytes, Major::tag) != cbor::tagDecimalFraction) return std::nullopt;
+    if (cbor::takeArgument(bytes, Major::tag) != cbor::kTagDecimalFraction) return std::nullopt;
     if (cbor::takeArgument(bytes, Major::array) != 2U) return std::nullopt;
     const auto exponent = cbor::takeInteger(bytes);
     if (!exponent) return std::nullopt;

@@ -18,38 +18,39 @@ namespace brackwell {
 
 namespace {
 
-constexpr std::array<std::string_view, 12> englishMonths = {"January",   "February", "March",    "April",
-                                                            "May",       "June",     "July",     "August",
-                                                            "September", "October",  "November", "December"};
-constexpr std::array<std::string_view, 7> englishWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                             "Thursday", "Friday", "Saturday"};
-constexpr std::array<std::string_view, 2> englishDayHalves = {"AM", "PM"};
+constexpr std::array<std::string_view, 12> kEnglishMonths = {"January",   "February", "March",    "April",
+                                                             "May",       "June",     "July",     "August",
+                                                             "September", "October",  "November", "December"};
+constexpr std::array<std::string_view, 7> kEnglishWeekdays = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                                              "Thursday", "Friday", "Saturday"};
+constexpr std::array<std::string_view, 2> kEnglishDayHalves = {"AM", "PM"};
 
-constexpr std::array<nl_item, 12> monthItems = {MON_1, MON_2, MON_3, MON_4,  MON_5,  MON_6,
-                                                MON_7, MON_8, MON_9, MON_10, MON_11, MON_12};
-constexpr std::array<nl_item, 12> shortMonthItems = {ABMON_1, ABMON_2, ABMON_3, ABMON_4,  ABMON_5,  ABMON_6,
-                                                     ABMON_7, ABMON_8, ABMON_9, ABMON_10, ABMON_11, ABMON_12};
+constexpr std::array<nl_item, 12> kMonthItems = {MON_1, MON_2, MON_3, MON_4,  MON_5,  MON_6,
+                                                 MON_7, MON_8, MON_9, MON_10, MON_11, MON_12};
+constexpr std::array<nl_item, 12> kShortMonthItems = {ABMON_1, ABMON_2,  ABMON_3,  ABMON_4,
+                                                      ABMON_5, ABMON_6,  ABMON_7,  ABMON_8,
+                                                      ABMON_9, ABMON_10, ABMON_11, ABMON_12};
 // Not every C library knows the forms of months that stand alone.
 #if defined(ALTMON_1)
-constexpr std::array<nl_item, 12> aloneMonthItems = {ALTMON_1, ALTMON_2,  ALTMON_3,  ALTMON_4,
-                                                     ALTMON_5, ALTMON_6,  ALTMON_7,  ALTMON_8,
-                                                     ALTMON_9, ALTMON_10, ALTMON_11, ALTMON_12};
+constexpr std::array<nl_item, 12> kAloneMonthItems = {ALTMON_1, ALTMON_2,  ALTMON_3,  ALTMON_4,
+                                                      ALTMON_5, ALTMON_6,  ALTMON_7,  ALTMON_8,
+                                                      ALTMON_9, ALTMON_10, ALTMON_11, ALTMON_12};
 #else
-constexpr std::array<nl_item, 12> aloneMonthItems = monthItems;
+constexpr std::array<nl_item, 12> kAloneMonthItems = kMonthItems;
 #endif
 #if defined(ALTMON_1) && defined(__GLIBC__)
-constexpr std::array<nl_item, 12> shortAloneMonthItems = {
+constexpr std::array<nl_item, 12> kShortAloneMonthItems = {
     _NL_ABALTMON_1, _NL_ABALTMON_2, _NL_ABALTMON_3, _NL_ABALTMON_4,  _NL_ABALTMON_5,  _NL_ABALTMON_6,
     _NL_ABALTMON_7, _NL_ABALTMON_8, _NL_ABALTMON_9, _NL_ABALTMON_10, _NL_ABALTMON_11, _NL_ABALTMON_12};
 #else
-constexpr std::array<nl_item, 12> shortAloneMonthItems = shortMonthItems;
+constexpr std::array<nl_item, 12> kShortAloneMonthItems = kShortMonthItems;
 #endif
-constexpr std::array<nl_item, 7> weekdayItems = {DAY_1, DAY_2, DAY_3, DAY_4, DAY_5, DAY_6, DAY_7};
-constexpr std::array<nl_item, 7> shortWeekdayItems = {ABDAY_1, ABDAY_2, ABDAY_3, ABDAY_4,
-                                                      ABDAY_5, ABDAY_6, ABDAY_7};
-constexpr std::array<nl_item, 2> dayHalfItems = {AM_STR, PM_STR};
+constexpr std::array<nl_item, 7> kWeekdayItems = {DAY_1, DAY_2, DAY_3, DAY_4, DAY_5, DAY_6, DAY_7};
+constexpr std::array<nl_item, 7> kShortWeekdayItems = {ABDAY_1, ABDAY_2, ABDAY_3, ABDAY_4,
+                                                       ABDAY_5, ABDAY_6, ABDAY_7};
+constexpr std::array<nl_item, 2> kDayHalfItems = {AM_STR, PM_STR};
 
-constexpr std::size_t allCharacters = 99;
+constexpr std::size_t kAllCharacters = 99;
 
 /// Where the names of a list come from, and how many of their characters make up the list's form.
 struct NameSource {
@@ -60,18 +61,18 @@ struct NameSource {
 };
 
 /// In the order of NameList.
-constexpr std::array<NameSource, nameListCount> sources = {{
-    {monthItems, allCharacters, englishMonths, allCharacters},
-    {shortMonthItems, allCharacters, englishMonths, 3},
-    {monthItems, 1, englishMonths, 1},
-    {aloneMonthItems, allCharacters, englishMonths, allCharacters},
-    {shortAloneMonthItems, allCharacters, englishMonths, 3},
-    {aloneMonthItems, 1, englishMonths, 1},
-    {weekdayItems, allCharacters, englishWeekdays, allCharacters},
-    {shortWeekdayItems, allCharacters, englishWeekdays, 3},
-    {weekdayItems, 1, englishWeekdays, 1},
-    {shortWeekdayItems, 2, englishWeekdays, 2},
-    {dayHalfItems, allCharacters, englishDayHalves, allCharacters},
+constexpr std::array<NameSource, kNameListCount> kSources = {{
+    {kMonthItems, kAllCharacters, kEnglishMonths, kAllCharacters},
+    {kShortMonthItems, kAllCharacters, kEnglishMonths, 3},
+    {kMonthItems, 1, kEnglishMonths, 1},
+    {kAloneMonthItems, kAllCharacters, kEnglishMonths, kAllCharacters},
+    {kShortAloneMonthItems, kAllCharacters, kEnglishMonths, 3},
+    {kAloneMonthItems, 1, kEnglishMonths, 1},
+    {kWeekdayItems, kAllCharacters, kEnglishWeekdays, kAllCharacters},
+    {kShortWeekdayItems, kAllCharacters, kEnglishWeekdays, 3},
+    {kWeekdayItems, 1, kEnglishWeekdays, 1},
+    {kShortWeekdayItems, 2, kEnglishWeekdays, 2},
+    {kDayHalfItems, kAllCharacters, kEnglishDayHalves, kAllCharacters},
 }};
 
 /// A locale of the C library for the names of dates; closed on every way out.
@@ -145,9 +146,9 @@ std::vector<std::string> localNames(const Locale& locale, const NameSource& sour
 bool loadFrom(const std::string& name, NameLists wanted, CalendarNames& names) {
     const Locale locale(name);
     if (!locale.isOpen()) return false;
-    for (std::size_t i = 0; i < nameListCount; ++i) {
+    for (std::size_t i = 0; i < kNameListCount; ++i) {
         if (!wanted[i]) continue;
-        names.lists[i] = localNames(locale, sources[i]);
+        names.lists[i] = localNames(locale, kSources[i]);
         if (names.lists[i].empty()) return false;
     }
     return true;
@@ -160,8 +161,8 @@ CalendarNames loadCalendarNames(const std::string& locale, NameLists wanted) {
     if (wanted.none()) return names;
     const std::string& name = locale.empty() ? processLocale() : locale;
     if (loadFrom(name, wanted, names) || loadFrom(inUTF8(name), wanted, names)) return names;
-    for (std::size_t i = 0; i < nameListCount; ++i)
-        if (wanted[i]) names.lists[i] = englishNames(sources[i]);
+    for (std::size_t i = 0; i < kNameListCount; ++i)
+        if (wanted[i]) names.lists[i] = englishNames(kSources[i]);
     return names;
 }
 

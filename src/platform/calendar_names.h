@@ -27,13 +27,13 @@ enum class NameList : std::uint8_t {
     twoLetterWeekdays,  ///< "Su": the first two characters of the short name
     dayHalves,          ///< "AM" and "PM"
 };
-inline constexpr std::size_t nameListCount = 11;
+inline constexpr std::size_t kNameListCount = 11;
 
 /// Which lists to load.
-using NameLists = std::bitset<nameListCount>;
+using NameLists = std::bitset<kNameListCount>;
 
 struct CalendarNames {
-    std::array<std::vector<std::string>, nameListCount> lists;  ///< empty where not loaded
+    std::array<std::vector<std::string>, kNameListCount> lists;  ///< empty where not loaded
 
     const std::vector<std::string>& operator[](NameList list) const noexcept {
         return lists[static_cast<std::size_t>(list)];

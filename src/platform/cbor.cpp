@@ -9,26 +9,26 @@ namespace {
 
 // In the lower five bits of a head stands its argument, or how many bytes with the argument follow: these
 // numbers mean 1, 2, 4 and 8. The numbers above are reserved or begin items of indefinite length.
-constexpr unsigned oneByteFollows = 24;
-constexpr unsigned eightBytesFollow = 27;
+constexpr unsigned kOneByteFollows = 24;
+constexpr unsigned kEightBytesFollow = 27;
 
-constexpr unsigned majorShift = 5;
-constexpr unsigned lowerBits = (1U << majorShift) - 1;
+constexpr unsigned kMajorShift = 5;
+constexpr unsigned kLowerBits = (1U << kMajorShift) - 1;
 
 /// The smallest argument that needs so many bytes.
 constexpr std::uint64_t smallestArgument(unsigned size) noexcept {
-    return size == 1 ? oneByteFollows : std::uint64_t{1} << size * 4;
+    return size == 1 ? kOneByteFollows : std::uint64_t{1} << size * 4;
 }
 
 }  // namespace
 
 void appendHead(std::string& bytes, Major major, std::uint64_t argument) {
-    const unsigned upper = static_cast<unsigned>(major) << majorShift;
-    if (argument < oneByteFollows) {
+    const unsigned upper = static_cast<unsigned>(major) << kMajorShift;
+    if (argument < kOneByteFollows) {
         bytes += static_cast<char>(upper | argument);
         return;
     }
-    unsigned lower = oneByteFollows;
+    unsigned lower = kOneByteFollows;
     unsigned size = 1;
     while (size < 8 && argument >= smallestArgument(size * 2)) {
         ++lower;
@@ -54,13 +54,13 @@ void appendText(std::string& bytes, std::string_view text) {
 std::optional<Head> takeHead(std::string_view& bytes) noexcept {
     if (bytes.empty()) return std::nullopt;
     const unsigned first = static_cast<unsigned char>(bytes.front());
-    const unsigned lower = first & lowerBits;
-    const auto major = static_cast<Major>(first >> majorShift);
-    if (major > Major::tag || lower > eightBytesFollow) return std::nullopt;
+    const unsigned lower = first & kLowerBits;
+    const auto major = static_cast<Major>(first >> kMajorShift);
+    if (major > Major::tag || lower > kEightBytesFollow) return std::nullopt;
     bytes.remove_prefix(1);
-    if (lower < oneByteFollows) return Head{major, lower};
+    if (lower < kOneByteFollows) return Head{major, lower};
 
-    const unsigned size = 1U << (lower - oneByteFollows);
+    const unsigned size = 1U << (lower - kOneByteFollows);
     if (bytes.size() < size) return std::nullopt;
     std::uint64_t argument = 0;
     for (const char byte : bytes.substr(0, size)) argument = argument << 8 | static_cast<unsigned char>(byte);

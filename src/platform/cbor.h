@@ -25,11 +25,11 @@ struct Head {
     std::uint64_t argument;
 };
 
-inline constexpr std::uint64_t tagUnixTime = 1;
-inline constexpr std::uint64_t tagUnsignedBignum = 2;
-inline constexpr std::uint64_t tagNegativeBignum = 3;
-inline constexpr std::uint64_t tagDecimalFraction = 4;
-inline constexpr std::uint64_t tagExtendedTime = 1001;  // RFC 9581
+inline constexpr std::uint64_t kTagUnixTime = 1;
+inline constexpr std::uint64_t kTagUnsignedBignum = 2;
+inline constexpr std::uint64_t kTagNegativeBignum = 3;
+inline constexpr std::uint64_t kTagDecimalFraction = 4;
+inline constexpr std::uint64_t kTagExtendedTime = 1001;  // RFC 9581
 
 void appendHead(std::string& bytes, Major major, std::uint64_t argument);
 void appendInteger(std::string& bytes, std::int64_t value);

@@ -5,17 +5,17 @@ namespace brackwell {
 
 CivilTime civilTime(Date date, std::chrono::seconds offset) noexcept {
     const std::int64_t seconds = secondsOf(date) + offset.count();
-    const std::int64_t dayNumber = floorDivide(seconds, secondsPerDay);
-    const auto secondOfDay = static_cast<unsigned>(floorRemainder(seconds, secondsPerDay));
+    const std::int64_t dayNumber = floorDivide(seconds, kSecondsPerDay);
+    const auto secondOfDay = static_cast<unsigned>(floorRemainder(seconds, kSecondsPerDay));
 
     // The library's calendar has 65,536 years, a Date millions: the day is looked up in one cycle.
     const std::chrono::sys_days day{
-        std::chrono::days(static_cast<int>(floorRemainder(dayNumber, daysPerCycle)))};
+        std::chrono::days(static_cast<int>(floorRemainder(dayNumber, kDaysPerCycle)))};
     const std::chrono::year_month_day date400(day);
     const std::chrono::sys_days firstDay = date400.year() / std::chrono::January / 1;
 
     CivilTime civil;
-    civil.year = int{date400.year()} + yearsPerCycle * floorDivide(dayNumber, daysPerCycle);
+    civil.year = int{date400.year()} + kYearsPerCycle * floorDivide(dayNumber, kDaysPerCycle);
     civil.month = unsigned{date400.month()};
     civil.day = unsigned{date400.day()};
     civil.dayOfYear = static_cast<unsigned>((day - firstDay).count()) + 1;

@@ -9,11 +9,11 @@
 
 namespace brackwell {
 
-inline constexpr std::int64_t secondsPerDay = 86400;
+inline constexpr std::int64_t kSecondsPerDay = 86400;
 
 /// The Gregorian calendar repeats itself, weekdays included, every 400 years.
-inline constexpr std::int64_t daysPerCycle = 146097;
-inline constexpr std::int64_t yearsPerCycle = 400;
+inline constexpr std::int64_t kDaysPerCycle = 146097;
+inline constexpr std::int64_t kYearsPerCycle = 400;
 
 /// The quotient rounded towards negative infinity, for a divisor above zero.
 constexpr std::int64_t floorDivide(std::int64_t number, std::int64_t divisor) noexcept {

@@ -15,7 +15,7 @@ namespace brackwell {
 namespace {
 
 /// What is set aside at first for a file that does not tell its size.
-constexpr std::size_t minimumCapacity = 4096;
+constexpr std::size_t kMinimumCapacity = 4096;
 
 /// An open file that is closed on every way out.
 class File {
@@ -97,7 +97,7 @@ std::optional<Data> Data::fromFile(const std::string& path) {
     if (!file.isOpen()) return std::nullopt;
 
     // The room for one byte more lets the end be seen without a second buffer.
-    Buffer buffer(std::max(file.expectedSize() + 1, minimumCapacity));
+    Buffer buffer(std::max(file.expectedSize() + 1, kMinimumCapacity));
     for (;;) {
         if (buffer.size == buffer.capacity) buffer.grow();
         const ssize_t count = file.read(buffer.start.get() + buffer.size, buffer.capacity - buffer.size);

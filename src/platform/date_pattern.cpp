@@ -16,9 +16,9 @@ namespace {
 
 using Kind = PatternPart::Kind;
 
-constexpr std::string_view numberLetters = "yMLdDhHKkmsS";
-constexpr std::string_view zoneLetters = "zZXx";
-constexpr std::string_view monthLetters = "ML";
+constexpr std::string_view kNumberLetters = "yMLdDhHKkmsS";
+constexpr std::string_view kZoneLetters = "zZXx";
+constexpr std::string_view kMonthLetters = "ML";
 
 /// The lists for widths of a letter that stands for a name.
 struct NameWidths {
@@ -28,7 +28,7 @@ struct NameWidths {
     NameList list;
 };
 
-constexpr auto nameWidths = std::to_array<NameWidths>({
+constexpr auto kNameWidths = std::to_array<NameWidths>({
     {'M', 3, 3, NameList::shortMonths},
     {'M', 4, 4, NameList::months},
     {'M', 5, 5, NameList::narrowMonths},
@@ -51,15 +51,15 @@ PatternPart field(char letter, std::size_t width) {
     PatternPart part;
     part.letter = letter;
     part.width = width;
-    const auto named = std::ranges::find_if(nameWidths, [letter, width](const NameWidths& each) {
+    const auto named = std::ranges::find_if(kNameWidths, [letter, width](const NameWidths& each) {
         return each.letter == letter && width >= each.narrowest && width <= each.widest;
     });
-    if (named != nameWidths.end()) {
+    if (named != kNameWidths.end()) {
         part.kind = Kind::name;
         part.names = named->list;
-    } else if (contains(numberLetters, letter) && !(contains(monthLetters, letter) && width > 2)) {
+    } else if (contains(kNumberLetters, letter) && !(contains(kMonthLetters, letter) && width > 2)) {
         part.kind = Kind::number;
-    } else if (contains(zoneLetters, letter) && width <= longestZoneField(letter)) {
+    } else if (contains(kZoneLetters, letter) && width <= longestZoneField(letter)) {
         part.kind = Kind::zone;
     } else {
         part.kind = Kind::unknown;

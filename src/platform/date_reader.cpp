@@ -40,7 +40,7 @@ struct NumberField {
     std::optional<unsigned> Fields::*place;
 };
 
-constexpr auto numberFields = std::to_array<NumberField>({
+constexpr auto kNumberFields = std::to_array<NumberField>({
     {'y', 1, 9999, &Fields::year},
     {'M', 1, 12, &Fields::month},
     {'L', 1, 12, &Fields::month},
@@ -122,8 +122,8 @@ private:
             if (number > 99) return false;
             number += number < 50 ? 2000 : 1900;
         }
-        const auto field = std::ranges::find(numberFields, part.letter, &NumberField::letter);
-        if (field == numberFields.end() || number < field->lowest || number > field->highest) return false;
+        const auto field = std::ranges::find(kNumberFields, part.letter, &NumberField::letter);
+        if (field == kNumberFields.end() || number < field->lowest || number > field->highest) return false;
         fields_.*(field->place) = number;
         return true;
     }
@@ -197,8 +197,8 @@ std::optional<Date> momentOf(const Fields& fields, Local local, const TimeZone& 
     return Date(local.time_since_epoch() - *offset);
 }
 
-constexpr Date firstMoment = sys_days(year(1) / January / 1);
-constexpr Date lastMoment = sys_days(year(9999) / December / 31) + days(1) - milliseconds(1);
+constexpr Date kFirstMoment = sys_days(year(1) / January / 1);
+constexpr Date kLastMoment = sys_days(year(9999) / December / 31) + days(1) - milliseconds(1);
 
 }  // namespace
 
@@ -210,7 +210,7 @@ std::optional<Date> readDate(const DateStyle& style, std::string_view text) {
     const std::optional<local_days> day = dayOf(reader.fields());
     if (!day) return std::nullopt;
     const std::optional<Date> date = momentOf(reader.fields(), timeOf(reader.fields(), *day), style.zone);
-    if (!date || *date < firstMoment || *date > lastMoment) return std::nullopt;
+    if (!date || *date < kFirstMoment || *date > kLastMoment) return std::nullopt;
     return date;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 /// How many digits a coefficient has.
 int digitCount(Wide coefficient) noexcept {
-    return static_cast<int>(std::ranges::upper_bound(powersOfTen, coefficient) - powersOfTen.begin());
+    return static_cast<int>(std::ranges::upper_bound(kPowersOfTen, coefficient) - kPowersOfTen.begin());
 }
 
 /// Removes zeros from the end of a number other than zero and says how many there were.

@@ -12,13 +12,13 @@ namespace brackwell {
 __extension__ typedef unsigned __int128 Wide;
 
 /// 10^0 to 10^38.
-inline constexpr auto powersOfTen = [] {
+inline constexpr auto kPowersOfTen = [] {
     std::array<Wide, Decimal::maximumDigits + 1> powers{1};
     for (std::size_t i = 1; i != powers.size(); ++i) powers[i] = powers[i - 1] * 10;
     return powers;
 }();
 
-constexpr Wide powerOfTen(int exponent) noexcept { return powersOfTen[static_cast<std::size_t>(exponent)]; }
+constexpr Wide powerOfTen(int exponent) noexcept { return kPowersOfTen[static_cast<std::size_t>(exponent)]; }
 
 inline Wide coefficientOf(const Decimal& number) noexcept {
     return Wide{number.coefficientHigh()} << 64 | number.coefficientLow();

@@ -47,7 +47,7 @@ public:
         if (!beginsWithDigits(rest, 1)) return;
         std::int64_t exponent = 0;
         for (; beginsWithDigits(rest, 1); rest.remove_prefix(1)) {
-            if (exponent < beyondAnyText) exponent = exponent * 10 + digitValue(rest.front());
+            if (exponent < kBeyondAnyText) exponent = exponent * 10 + digitValue(rest.front());
         }
         exponent_ += negative ? -exponent : exponent;
         text = rest;
@@ -56,16 +56,16 @@ public:
     /// The number; nothing when no digit was taken or the number does not fit exactly.
     std::optional<Decimal> number(bool negative) const noexcept {
         if (!any_ || tooLong_) return std::nullopt;
-        if (count_ <= half) return Decimal::fromParts(negative, 0, upper_, exponent_);
-        return decimalFrom(negative, upper_ * powerOfTen(count_ - half) + lower_, exponent_);
+        if (count_ <= kHalf) return Decimal::fromParts(negative, 0, upper_, exponent_);
+        return decimalFrom(negative, upper_ * powerOfTen(count_ - kHalf) + lower_, exponent_);
     }
 
 private:
-    static constexpr int half = Decimal::maximumDigits / 2;
+    static constexpr int kHalf = Decimal::maximumDigits / 2;
 
     /// An exponent that no number of zeros in a text makes up for. It keeps growing by one digit
     /// at most, so that sums with the length of a text stay in range.
-    static constexpr std::int64_t beyondAnyText = 100'000'000'000'000'000;
+    static constexpr std::int64_t kBeyondAnyText = 100'000'000'000'000'000;
 
     std::int64_t takeRun(std::string_view& text) noexcept {
         std::size_t length = 0;
@@ -80,7 +80,7 @@ private:
     }
 
     void append(unsigned digit) noexcept {
-        if (count_ < half) [[likely]] {
+        if (count_ < kHalf) [[likely]] {
             upper_ = upper_ * 10 + digit;
             count_ += upper_ != 0;  // zeros in front do not count
         } else if (count_ < Decimal::maximumDigits) {

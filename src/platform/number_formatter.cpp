@@ -12,8 +12,8 @@ namespace brackwell {
 namespace {
 
 /// Read as grouping marks whatever the format's own is: space, U+00A0, U+202F, ' and U+2019.
-constexpr std::array<std::string_view, 5> commonGroupingMarks = {" ", "\xC2\xA0", "\xE2\x80\xAF", "'",
-                                                                 "\xE2\x80\x99"};
+constexpr std::array<std::string_view, 5> kCommonGroupingMarks = {" ", "\xC2\xA0", "\xE2\x80\xAF", "'",
+                                                                  "\xE2\x80\x99"};
 
 /// An empty mark stands nowhere.
 bool beginsWithMark(std::string_view text, std::string_view mark) noexcept {
@@ -29,7 +29,7 @@ bool takeMark(std::string_view& text, std::string_view mark) noexcept {
 /// Takes a grouping mark off the beginning of the text, if two digits follow it.
 bool takeGroupingMark(std::string_view& text, std::string_view ownMark) noexcept {
     std::string_view rest = text;
-    const bool taken = takeMark(rest, ownMark) || std::ranges::any_of(commonGroupingMarks, [&](auto mark) {
+    const bool taken = takeMark(rest, ownMark) || std::ranges::any_of(kCommonGroupingMarks, [&](auto mark) {
                            return takeMark(rest, mark);
                        });
     if (!taken || !beginsWithDigits(rest, 2)) return false;

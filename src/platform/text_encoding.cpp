@@ -16,19 +16,19 @@ namespace brackwell {
 namespace {
 
 // Encodings that have no constant in the header.
-constexpr TextEncoding encodingEUCJP = 3;
-constexpr TextEncoding encodingShiftJIS = 8;
-constexpr TextEncoding encodingISOLatin2 = 9;
-constexpr TextEncoding encodingWindows1251 = 11;
-constexpr TextEncoding encodingWindows1253 = 13;
-constexpr TextEncoding encodingWindows1254 = 14;
-constexpr TextEncoding encodingWindows1250 = 15;
-constexpr TextEncoding encodingISO2022JP = 21;
-constexpr TextEncoding encodingMacRoman = 30;
-constexpr TextEncoding encodingUTF32 = 0x8c000100;
-constexpr TextEncoding encodingUTF32LittleEndian = 0x9c000100;
+constexpr TextEncoding kEncodingEUCJP = 3;
+constexpr TextEncoding kEncodingShiftJIS = 8;
+constexpr TextEncoding kEncodingISOLatin2 = 9;
+constexpr TextEncoding kEncodingWindows1251 = 11;
+constexpr TextEncoding kEncodingWindows1253 = 13;
+constexpr TextEncoding kEncodingWindows1254 = 14;
+constexpr TextEncoding kEncodingWindows1250 = 15;
+constexpr TextEncoding kEncodingISO2022JP = 21;
+constexpr TextEncoding kEncodingMacRoman = 30;
+constexpr TextEncoding kEncodingUTF32 = 0x8c000100;
+constexpr TextEncoding kEncodingUTF32LittleEndian = 0x9c000100;
 
-constexpr bool hostIsBigEndian = std::endian::native == std::endian::big;
+constexpr bool kHostIsBigEndian = std::endian::native == std::endian::big;
 
 /// How bytes become text.
 enum class Method : std::uint8_t {
@@ -50,7 +50,7 @@ struct Encoding {
 };
 
 // Shift_JIS as it is found in files is the code page of Windows, in which 5C and 7E are ASCII.
-constexpr std::array encodings = {
+constexpr std::array kEncodings = {
     Encoding{TextEncodingASCII, Method::ascii, "ASCII", "ASCII", {"US-ASCII", "USASCII", "ISO646-US"}},
     Encoding{TextEncodingUTF8, Method::utf8, "UTF-8", "UTF-8", {"UTF8"}},
     Encoding{TextEncodingISOLatin1,
@@ -59,35 +59,36 @@ constexpr std::array encodings = {
              "ISO-8859-1",
              {"ISO8859-1", "ISO_8859-1", "8859-1", "LATIN1", "LATIN-1"}},
     Encoding{
-        TextEncodingUTF16, Method::marked16, hostIsBigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-16", {"UTF16"}},
+        TextEncodingUTF16, Method::marked16, kHostIsBigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-16", {"UTF16"}},
     Encoding{TextEncodingWindows1252, Method::singleByte, "CP1252", "windows-1252", {"CP1252", "1252"}},
     Encoding{TextEncodingUTF16BigEndian, Method::other, "UTF-16BE", "UTF-16BE", {"UTF16BE"}},
     Encoding{TextEncodingUTF16LittleEndian, Method::other, "UTF-16LE", "UTF-16LE", {"UTF16LE"}},
     Encoding{TextEncodingUTF32BigEndian, Method::other, "UTF-32BE", "UTF-32BE", {"UTF32BE"}},
-    Encoding{encodingUTF32LittleEndian, Method::other, "UTF-32LE", "UTF-32LE", {"UTF32LE"}},
-    Encoding{encodingUTF32, Method::marked32, hostIsBigEndian ? "UTF-32BE" : "UTF-32LE", "UTF-32", {"UTF32"}},
-    Encoding{encodingISOLatin2,
+    Encoding{kEncodingUTF32LittleEndian, Method::other, "UTF-32LE", "UTF-32LE", {"UTF32LE"}},
+    Encoding{
+        kEncodingUTF32, Method::marked32, kHostIsBigEndian ? "UTF-32BE" : "UTF-32LE", "UTF-32", {"UTF32"}},
+    Encoding{kEncodingISOLatin2,
              Method::singleByte,
              "ISO-8859-2",
              "ISO-8859-2",
              {"ISO8859-2", "ISO_8859-2", "8859-2", "LATIN2", "LATIN-2"}},
-    Encoding{encodingWindows1250, Method::singleByte, "CP1250", "windows-1250", {"CP1250", "1250"}},
-    Encoding{encodingWindows1251, Method::singleByte, "CP1251", "windows-1251", {"CP1251", "1251"}},
-    Encoding{encodingWindows1253, Method::singleByte, "CP1253", "windows-1253", {"CP1253", "1253"}},
-    Encoding{encodingWindows1254, Method::singleByte, "CP1254", "windows-1254", {"CP1254", "1254"}},
-    Encoding{encodingMacRoman, Method::singleByte, "MACINTOSH", "macintosh", {"MACROMAN", "x-mac-roman"}},
-    Encoding{encodingEUCJP, Method::asciiExtension, "EUC-JP", "EUC-JP", {"EUCJP", "EUC_JP"}},
-    Encoding{encodingShiftJIS,
+    Encoding{kEncodingWindows1250, Method::singleByte, "CP1250", "windows-1250", {"CP1250", "1250"}},
+    Encoding{kEncodingWindows1251, Method::singleByte, "CP1251", "windows-1251", {"CP1251", "1251"}},
+    Encoding{kEncodingWindows1253, Method::singleByte, "CP1253", "windows-1253", {"CP1253", "1253"}},
+    Encoding{kEncodingWindows1254, Method::singleByte, "CP1254", "windows-1254", {"CP1254", "1254"}},
+    Encoding{kEncodingMacRoman, Method::singleByte, "MACINTOSH", "macintosh", {"MACROMAN", "x-mac-roman"}},
+    Encoding{kEncodingEUCJP, Method::asciiExtension, "EUC-JP", "EUC-JP", {"EUCJP", "EUC_JP"}},
+    Encoding{kEncodingShiftJIS,
              Method::asciiExtension,
              "CP932",
              "Shift_JIS",
              {"SHIFT-JIS", "SHIFTJIS", "SJIS", "CP932", "932"}},
-    Encoding{encodingISO2022JP, Method::other, "ISO-2022-JP", "ISO-2022-JP", {"ISO2022-JP", "ISO2022JP"}},
+    Encoding{kEncodingISO2022JP, Method::other, "ISO-2022-JP", "ISO-2022-JP", {"ISO2022-JP", "ISO2022JP"}},
 };
 
 const Encoding* findEncoding(TextEncoding number) noexcept {
-    const auto found = std::ranges::find(encodings, number, &Encoding::number);
-    return found == encodings.end() ? nullptr : &*found;
+    const auto found = std::ranges::find(kEncodings, number, &Encoding::number);
+    return found == kEncodings.end() ? nullptr : &*found;
 }
 
 /// Throws when there is less memory than it takes to load an encoding.
@@ -190,8 +191,9 @@ struct Mark {
     const char* iconvName;
 };
 
-constexpr std::array marks16 = {Mark{{"\xFE\xFF", 2}, "UTF-16BE"}, Mark{{"\xFF\xFE", 2}, "UTF-16LE"}};
-constexpr std::array marks32 = {Mark{{"\0\0\xFE\xFF", 4}, "UTF-32BE"}, Mark{{"\xFF\xFE\0\0", 4}, "UTF-32LE"}};
+constexpr std::array kMarks16 = {Mark{{"\xFE\xFF", 2}, "UTF-16BE"}, Mark{{"\xFF\xFE", 2}, "UTF-16LE"}};
+constexpr std::array kMarks32 = {Mark{{"\0\0\xFE\xFF", 4}, "UTF-32BE"},
+                                 Mark{{"\xFF\xFE\0\0", 4}, "UTF-32LE"}};
 
 std::optional<Data> decodeMarked(std::string_view bytes, std::span<const Mark> marks, const char* unmarked) {
     for (const Mark& mark : marks) {
@@ -213,9 +215,9 @@ std::optional<Data> decodeText(const Data& data, TextEncoding encoding) {
         case Method::utf8:
             return decodeUTF8(data);
         case Method::marked16:
-            return decodeMarked(data.bytes(), marks16, found->iconvName);
+            return decodeMarked(data.bytes(), kMarks16, found->iconvName);
         case Method::marked32:
-            return decodeMarked(data.bytes(), marks32, found->iconvName);
+            return decodeMarked(data.bytes(), kMarks32, found->iconvName);
         case Method::singleByte:
             return isASCII() ? data : decodeSingleBytes(data.bytes(), found->iconvName);
         case Method::asciiExtension:
@@ -251,14 +253,14 @@ TextEncoding textEncodingNamed(std::string_view name) noexcept {
         const auto matches = [&](std::string_view other) { return equalsIgnoringCase(name, other); };
         return matches(encoding.name) || std::ranges::any_of(encoding.otherNames, matches);
     };
-    const auto found = std::ranges::find_if(encodings, isNamed);
-    return found == encodings.end() ? TextEncodingNone : found->number;
+    const auto found = std::ranges::find_if(kEncodings, isNamed);
+    return found == kEncodings.end() ? TextEncodingNone : found->number;
 }
 
 std::vector<TextEncoding> knownTextEncodings() {
     std::vector<TextEncoding> numbers;
-    numbers.reserve(encodings.size());
-    for (const Encoding& encoding : encodings) numbers.push_back(encoding.number);
+    numbers.reserve(kEncodings.size());
+    for (const Encoding& encoding : kEncodings) numbers.push_back(encoding.number);
     return numbers;
 }
 

@@ -30,7 +30,7 @@ struct TimeZone::Rules {
 };
 
 TimeZone TimeZone::fixed(seconds offset) noexcept {
-    constexpr seconds largest(secondsPerDay - 1);
+    constexpr seconds largest(kSecondsPerDay - 1);
     TimeZone zone;
     zone.offset_ = std::clamp(offset, -largest, largest);
     return zone;
@@ -73,7 +73,7 @@ Date TimeZone::fromLocal(std::chrono::local_time<std::chrono::milliseconds> loca
     // before or the one after it is in force. When clocks go back, the larger one leads to the earlier of
     // two moments. When they go forward, and skip what is looked for, neither leads to itself; the one
     // before the gap, which then is the smaller, leads just as far behind it.
-    constexpr seconds reach(zoneOffsetLimit);
+    constexpr seconds reach(kZoneOffsetLimit);
     const auto [smaller, larger] =
         std::minmax({offsetAt(shown - reach).fromUTC, offsetAt(shown + reach).fromUTC});
     const Date earlier = shown - larger;

@@ -14,7 +14,7 @@ namespace brackwell {
 
 namespace {
 
-constexpr std::size_t longestCharacter = 4;
+constexpr std::size_t kLongestCharacter = 4;
 
 unsigned byteAt(std::string_view text, std::size_t index) noexcept {
     return static_cast<unsigned char>(text[index]);
@@ -80,7 +80,7 @@ UTF8Character firstCharacter(std::string_view text) noexcept {
 
 UTF8Character lastCharacter(std::string_view text) noexcept {
     std::size_t size = 1;
-    while (size < longestCharacter && size < text.size() && isContinuation(byteAt(text, text.size() - size)))
+    while (size < kLongestCharacter && size < text.size() && isContinuation(byteAt(text, text.size() - size)))
         ++size;
     if (size > text.size()) return {};
     const UTF8Character character = firstCharacter(text.substr(text.size() - size));

@@ -13,7 +13,7 @@ namespace brackwell {
 
 namespace {
 
-constexpr std::size_t typeSize = 6;  // four bytes of offset, the flag of daylight saving, an index
+constexpr std::size_t kTypeSize = 6;  // four bytes of offset, the flag of daylight saving, an index
 
 /// The big-endian number that two's complement bytes stand for.
 std::int64_t signedNumber(std::string_view bytes) noexcept {
@@ -83,7 +83,7 @@ Block takeBlock(Bytes& bytes, const Header& header, std::size_t timeSize) {
     Block block;
     block.times = bytes.take(header.changes * timeSize);
     block.typeOfChange = bytes.take(header.changes);
-    block.types = bytes.take(header.types * typeSize);
+    block.types = bytes.take(header.types * kTypeSize);
     block.characters = bytes.take(header.characters);
     bytes.take(header.leapSeconds * (timeSize + 4));
     bytes.take(header.standardFlags);
@@ -112,7 +112,7 @@ bool isAbbreviation(std::string_view text) noexcept {
 std::optional<LocalTimeType> parseType(std::string_view bytes, std::string_view characters) {
     const std::int64_t fromUTC = signedNumber(bytes.substr(0, 4));
     const std::size_t begin = static_cast<unsigned char>(bytes[5]);
-    if (fromUTC <= -zoneOffsetLimit || fromUTC >= zoneOffsetLimit) return std::nullopt;
+    if (fromUTC <= -kZoneOffsetLimit || fromUTC >= kZoneOffsetLimit) return std::nullopt;
     if (static_cast<unsigned char>(bytes[4]) > 1 || begin >= characters.size()) return std::nullopt;
     const std::size_t end = characters.find('\0', begin);
     if (end == std::string_view::npos) return std::nullopt;
@@ -123,8 +123,8 @@ std::optional<LocalTimeType> parseType(std::string_view bytes, std::string_view 
 
 std::optional<ZoneFile> parseBlock(const Block& block, std::size_t timeSize) {
     ZoneFile file;
-    for (std::size_t i = 0; i < block.types.size(); i += typeSize) {
-        std::optional<LocalTimeType> type = parseType(block.types.substr(i, typeSize), block.characters);
+    for (std::size_t i = 0; i < block.types.size(); i += kTypeSize) {
+        std::optional<LocalTimeType> type = parseType(block.types.substr(i, kTypeSize), block.characters);
         if (!type) return std::nullopt;
         file.types.push_back(std::move(*type));
     }

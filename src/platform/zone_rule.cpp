@@ -113,7 +113,7 @@ std::int64_t YearlyMoment::inYear(int number) const noexcept {
         const bool counted = form == Form::dayFromZero || (ofYear.is_leap() && day > endOfFebruary);
         date += days(day) - days(counted ? 0 : 1);
     }
-    return date.time_since_epoch().count() * secondsPerDay + time;
+    return date.time_since_epoch().count() * kSecondsPerDay + time;
 }
 
 std::optional<ZoneRule> ZoneRule::parse(std::string_view text) {
@@ -138,7 +138,7 @@ std::optional<ZoneRule> ZoneRule::parse(std::string_view text) {
 
 const LocalTimeType& ZoneRule::typeAt(std::int64_t seconds) const noexcept {
     if (!daylight_) return standard_;
-    const std::int64_t moment = floorRemainder(seconds, daysPerCycle * secondsPerDay);
+    const std::int64_t moment = floorRemainder(seconds, kDaysPerCycle * kSecondsPerDay);
     const auto year = static_cast<int>(civilTime(Date(std::chrono::seconds(moment)), {}).year);
 
     // What changed last before the moment. A time of a week shifts a change into the next year or the

@@ -19,7 +19,7 @@ struct LocalTimeType {
 };
 
 /// Every offset of a zone is smaller than this many seconds, either way.
-inline constexpr std::int32_t zoneOffsetLimit = 26 * 3600;
+inline constexpr std::int32_t kZoneOffsetLimit = 26 * 3600;
 
 /// A day of every year, and a time on it.
 struct YearlyMoment {

@@ -18,16 +18,16 @@ using std::chrono::seconds;
 // ---------------------------------------------------------------------------------------------
 // Reading
 
-constexpr std::array<std::string_view, 4> universalNames = {"UTC", "GMT", "UT", "Z"};
+constexpr std::array<std::string_view, 4> kUniversalNames = {"UTC", "GMT", "UT", "Z"};
 
 bool isUniversal(std::string_view name) noexcept {
-    return std::ranges::any_of(universalNames,
+    return std::ranges::any_of(kUniversalNames,
                                [name](std::string_view other) { return equalsIgnoringCase(name, other); });
 }
 
 /// Takes one of UTC's names off the beginning, or none.
 std::string_view takeUniversalName(std::string_view& text) noexcept {
-    for (const std::string_view name : universalNames)
+    for (const std::string_view name : kUniversalNames)
         if (equalsIgnoringCase(text.substr(0, name.size()), name)) {
             text.remove_prefix(name.size());
             return name;
@@ -123,15 +123,15 @@ void appendNamedOffset(std::string& text, seconds offset, const OffsetForm& form
     if (offset != seconds(0)) appendOffset(text, offset, form);
 }
 
-constexpr OffsetForm longForm{":"};
-constexpr OffsetForm shortForm{":", Minutes::unlessZero, Seconds::unlessZero, 1};
+constexpr OffsetForm kLongForm{":"};
+constexpr OffsetForm kShortForm{":", Minutes::unlessZero, Seconds::unlessZero, 1};
 
 /// The forms of X and x, by the number of letters less one.
-constexpr std::array<OffsetForm, 5> isoForms{{{"", Minutes::unlessZero, Seconds::never},
-                                              {"", Minutes::always, Seconds::never},
-                                              {":", Minutes::always, Seconds::never},
-                                              {"", Minutes::always, Seconds::unlessZero},
-                                              {":", Minutes::always, Seconds::unlessZero}}};
+constexpr std::array<OffsetForm, 5> kIsoForms{{{"", Minutes::unlessZero, Seconds::never},
+                                               {"", Minutes::always, Seconds::never},
+                                               {":", Minutes::always, Seconds::never},
+                                               {"", Minutes::always, Seconds::unlessZero},
+                                               {":", Minutes::always, Seconds::unlessZero}}};
 
 void appendISO(std::string& text, seconds offset, const OffsetForm& form, bool zeroIsZ) {
     // What is not written must not leave a sign behind: "-00:00" is not allowed.
@@ -149,7 +149,7 @@ struct KnownAbbreviation {
     std::chrono::hours offset;
 };
 
-constexpr auto knownAbbreviations = [] {
+constexpr auto kKnownAbbreviations = [] {
     using std::chrono::hours;
     return std::to_array<KnownAbbreviation>({
         {"UTC", hours(0)},
@@ -197,27 +197,27 @@ void appendZone(std::string& text, char letter, std::size_t width, const TimeZon
             !offset.abbreviation.empty() && std::ranges::all_of(offset.abbreviation, isASCIILetter);
         text += isName ? offset.abbreviation : shortOffsetName(fromUTC);
     } else if (letter == 'z' || (letter == 'Z' && width == 4)) {
-        appendNamedOffset(text, fromUTC, longForm);
+        appendNamedOffset(text, fromUTC, kLongForm);
     } else if (letter == 'Z') {
         const bool extended = width == 5;
-        appendISO(text, fromUTC, isoForms[extended ? 4 : 3], extended);
+        appendISO(text, fromUTC, kIsoForms[extended ? 4 : 3], extended);
     } else {
-        appendISO(text, fromUTC, isoForms[width - 1], letter == 'X');
+        appendISO(text, fromUTC, kIsoForms[width - 1], letter == 'X');
     }
 }
 
 std::string shortOffsetName(seconds offset) {
     std::string name;
-    appendNamedOffset(name, offset, shortForm);
+    appendNamedOffset(name, offset, kShortForm);
     return name;
 }
 
 std::optional<seconds> offsetOfAbbreviation(std::string_view abbreviation) noexcept {
     const auto known =
-        std::ranges::find_if(knownAbbreviations, [abbreviation](const KnownAbbreviation& each) {
+        std::ranges::find_if(kKnownAbbreviations, [abbreviation](const KnownAbbreviation& each) {
             return equalsIgnoringCase(each.name, abbreviation);
         });
-    if (known == knownAbbreviations.end()) return std::nullopt;
+    if (known == kKnownAbbreviations.end()) return std::nullopt;
     return known->offset;
 }
 

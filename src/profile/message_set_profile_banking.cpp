@@ -34,7 +34,7 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
         bool Self::*flag;
     };
     /// The doubled word is intended.
-    static constexpr std::array<FlagLine, 6> flagLines{
+    static constexpr std::array<FlagLine, 6> kFlagLines{
         {{"\n   supports scheduled transfers: ", &Self::supportsScheduledTransfers_},
          {"\n   supports recurring transfers: ", &Self::supportsRecurringTransfers_},
          {"\n   supports modify transfers: ", &Self::supportsModifyTransfers_},
@@ -60,7 +60,7 @@ std::string TvOFXMessageSetProfileBanking::description() const {
         .append(yesOrNo(closingStatementInformationAvailable_));
     appendList(text, "\n   no processing days: (", noProcessingDays_, ")");
     appendFilled(text, "\n   processing end time: ", processingEndTime());
-    for (const auto& [label, flag] : Elements::flagLines) text.append(label).append(yesOrNo(this->*flag));
+    for (const auto& [label, flag] : Elements::kFlagLines) text.append(label).append(yesOrNo(this->*flag));
     text.append("\n   model window: ").append(std::to_string(modelWindow_));
     text.append("\n   days with: ").append(std::to_string(daysWith_));
     text.append("\n   default number of days to pay: ").append(std::to_string(defaultNumberOfDaysToPay_));

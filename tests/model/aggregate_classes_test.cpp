@@ -23,10 +23,10 @@ using Archived = std::tuple<TvOFXBankAccount, TvOFXCreditCardAccount, TvOFXState
 using Written = std::tuple<TvOFXStatus, TvOFXSignOnResponse, TvOFXFinancialInstitutionIdentification>;
 
 template <class Base, class... Classes>
-constexpr bool isBaseOfAll = (std::is_base_of_v<Base, Classes> && ...);
+constexpr bool kIsBaseOfAll = (std::is_base_of_v<Base, Classes> && ...);
 
 template <class Base, class... Classes>
-constexpr bool isBaseOfNone = !(std::is_base_of_v<Base, Classes> || ...);
+constexpr bool kIsBaseOfNone = !(std::is_base_of_v<Base, Classes> || ...);
 
 const ParseDictionary kNode{{"A", ParseDictionary{{"B", "1"}}}, {"C", "2"}};
 constexpr std::string_view kNodeText = "<A>\n<B>1\n</A>\n<C>2\n";
@@ -48,17 +48,18 @@ void checkWritesItself(TvOFXAggregate& object) {
 }  // namespace
 
 TEST_CASE("responses, requests and message sets are families of aggregates") {
-    CHECK(isBaseOfAll<TvOFXResponse, TvOFXSignOnResponse, TvOFXFIProfileResponse, TvOFXAccountInfoResponse,
-                      TvOFXStatementResponse, TvOFXCCStatementResponse>);
-    CHECK(isBaseOfAll<TvOFXRequest, TvOFXAccountInfoRequest, TvOFXFIProfileRequest, TvOFXChallengeRequest>);
-    CHECK(isBaseOfAll<TvOFXMessageSetProfile, TvOFXMessageSetProfileBanking, TvOFXMessageSetProfileCreditCard,
-                      TvOFXMessageSetProfileSignOn, TvOFXMessageSetProfileSignUp>);
-    CHECK(isBaseOfAll<TvOFXAggregate, TvOFXResponse, TvOFXRequest, TvOFXMessageSetProfile>);
-    CHECK(isBaseOfNone<TvOFXResponse, TvOFXRequest, TvOFXMessageSetProfile>);
-    CHECK(isBaseOfNone<TvOFXRequest, TvOFXResponse, TvOFXMessageSetProfile>);
+    CHECK(kIsBaseOfAll<TvOFXResponse, TvOFXSignOnResponse, TvOFXFIProfileResponse, TvOFXAccountInfoResponse,
+                       TvOFXStatementResponse, TvOFXCCStatementResponse>);
+    CHECK(kIsBaseOfAll<TvOFXRequest, TvOFXAccountInfoRequest, TvOFXFIProfileRequest, TvOFXChallengeRequest>);
+    CHECK(
+        kIsBaseOfAll<TvOFXMessageSetProfile, TvOFXMessageSetProfileBanking, TvOFXMessageSetProfileCreditCard,
+                     TvOFXMessageSetProfileSignOn, TvOFXMessageSetProfileSignUp>);
+    CHECK(kIsBaseOfAll<TvOFXAggregate, TvOFXResponse, TvOFXRequest, TvOFXMessageSetProfile>);
+    CHECK(kIsBaseOfNone<TvOFXResponse, TvOFXRequest, TvOFXMessageSetProfile>);
+    CHECK(kIsBaseOfNone<TvOFXRequest, TvOFXResponse, TvOFXMessageSetProfile>);
     // A card statement is not a bank statement.
-    CHECK(isBaseOfNone<TvOFXStatementResponse, TvOFXCCStatementResponse>);
-    CHECK(isBaseOfNone<TvOFXCCStatementResponse, TvOFXStatementResponse>);
+    CHECK(kIsBaseOfNone<TvOFXStatementResponse, TvOFXCCStatementResponse>);
+    CHECK(kIsBaseOfNone<TvOFXCCStatementResponse, TvOFXStatementResponse>);
 }
 
 TEST_CASE_TEMPLATE("an aggregate of no family stands on the base alone", Aggregate, TvOFXStatus,
@@ -72,10 +73,10 @@ TEST_CASE_TEMPLATE("an aggregate of no family stands on the base alone", Aggrega
 }
 
 TEST_CASE("records, views and what ties the model together are no aggregates") {
-    CHECK(isBaseOfNone<TvOFXAggregate, TvOFXAccountInfo, TvOFXBankAccountInfo, TvOFXCreditCardAccountInfo,
-                       TvOFXPaymentsAccountInfo, TvOFXUserAccountInfo>);
-    CHECK(isBaseOfNone<TvOFXAggregate, TvOFXFIProfile, TvOFXInterpreter, TvOFXMessage, TvOFXResult,
-                       TvOFXFIMessage, TvOFXAccount>);
+    CHECK(kIsBaseOfNone<TvOFXAggregate, TvOFXAccountInfo, TvOFXBankAccountInfo, TvOFXCreditCardAccountInfo,
+                        TvOFXPaymentsAccountInfo, TvOFXUserAccountInfo>);
+    CHECK(kIsBaseOfNone<TvOFXAggregate, TvOFXFIProfile, TvOFXInterpreter, TvOFXMessage, TvOFXResult,
+                        TvOFXFIMessage, TvOFXAccount>);
 }
 
 TEST_CASE_TEMPLATE_DEFINE("an aggregate without a text of its own is written as its node", Aggregate,

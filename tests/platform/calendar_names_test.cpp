@@ -13,14 +13,14 @@ using Names = std::vector<std::string>;
 
 namespace {
 
-const std::string unknownLocale = "xx_NOWHERE";
+const std::string kUnknownLocale = "xx_NOWHERE";
 
 Names namesIn(const std::string& locale, NameList list) {
     return loadCalendarNames(locale, NameLists().set(static_cast<std::size_t>(list)))[list];
 }
 
 /// The texts of all lists in English.
-const std::vector<std::pair<NameList, Names>> english = {
+const std::vector<std::pair<NameList, Names>> kEnglish = {
     {NameList::months,
      {"January", "February", "March", "April", "May", "June", "July", "August", "September", "October",
       "November", "December"}},
@@ -42,20 +42,20 @@ const std::vector<std::pair<NameList, Names>> english = {
 
 void checkEnglish(const std::string& locale) {
     CAPTURE(locale);
-    for (const auto& row : english) {
+    for (const auto& row : kEnglish) {
         CAPTURE(row.second.front());
         CHECK(namesIn(locale, row.first) == row.second);
     }
 }
 
-constexpr const char* notReached = "No locale could be made on this machine; only English is tested.";
+constexpr const char* kNotReached = "No locale could be made on this machine; only English is tested.";
 
 }  // namespace
 
 TEST_CASE("names are English in the C locale and where the system has no such locale") {
     checkEnglish("C");
     checkEnglish("POSIX");
-    checkEnglish(unknownLocale);
+    checkEnglish(kUnknownLocale);
     checkEnglish("../../../etc");
     checkEnglish(std::string(5000, 'x'));
     checkEnglish("@");
@@ -63,7 +63,7 @@ TEST_CASE("names are English in the C locale and where the system has no such lo
 }
 
 TEST_CASE("only the lists that are wanted are loaded") {
-    const CalendarNames none = loadCalendarNames(unknownLocale, {});
+    const CalendarNames none = loadCalendarNames(kUnknownLocale, {});
     for (const Names& list : none.lists) CHECK(list.empty());
     const CalendarNames some =
         loadCalendarNames("C", NameLists().set(static_cast<std::size_t>(NameList::weekdays)));
@@ -74,7 +74,7 @@ TEST_CASE("only the lists that are wanted are loaded") {
 TEST_CASE("names are those of the locale, found by its plain name") {
     LocaleFolder folder;
     if (!folder.add("de_DE", "UTF-8", "de_DE.UTF-8")) {
-        MESSAGE(notReached);
+        MESSAGE(kNotReached);
         checkEnglish("de_DE");
         return;
     }
@@ -98,7 +98,7 @@ TEST_CASE("a locale in another encoding than UTF-8 gives way to its form in UTF-
     {
         LocaleFolder folder;
         if (!folder.add("de_DE", "ISO-8859-15", "de_DE@euro")) {
-            MESSAGE(notReached);
+            MESSAGE(kNotReached);
             return;
         }
         CHECK(namesIn("de_DE@euro", NameList::months)[2] == "March");
@@ -114,7 +114,7 @@ TEST_CASE("a locale in another encoding than UTF-8 gives way to its form in UTF-
 TEST_CASE("months in a date and months alone differ where the language tells them apart") {
     LocaleFolder folder;
     if (!folder.add("ru_RU", "UTF-8", "ru_RU.UTF-8")) {
-        MESSAGE(notReached);
+        MESSAGE(kNotReached);
         return;
     }
     const std::string stem = "\xD1\x8F\xD0\xBD\xD0\xB2\xD0\xB0\xD1\x80";  // yanvar
@@ -129,7 +129,7 @@ TEST_CASE("months in a date and months alone differ where the language tells the
 TEST_CASE("the empty locale is the one of the process's environment") {
     LocaleFolder folder;
     const bool made = folder.add("de_DE", "UTF-8", "de_DE.UTF-8");
-    if (!made) MESSAGE(notReached);
+    if (!made) MESSAGE(kNotReached);
     const std::string german = made ? "Montag" : "Monday";
     struct Row {
         std::optional<std::string> all, time, language;
@@ -144,7 +144,7 @@ TEST_CASE("the empty locale is the one of the process's environment") {
         {"de_DE.UTF-8", "C", "C", german},
         {"C", "de_DE.UTF-8", "de_DE.UTF-8", "Monday"},
         {"", "", "de_DE.UTF-8", german},
-        {unknownLocale, {}, {}, "Monday"},
+        {kUnknownLocale, {}, {}, "Monday"},
     };
     for (const Row& row : rows) {
         CAPTURE(row.all.value_or("unset"));

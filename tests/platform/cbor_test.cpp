@@ -19,7 +19,7 @@ struct HeadRow {
     std::string bytes;
 };
 
-const std::vector<HeadRow> heads = {
+const std::vector<HeadRow> kHeads = {
     {0, "\x00"s},
     {1, "\x01"},
     {23, "\x17"},
@@ -33,13 +33,13 @@ const std::vector<HeadRow> heads = {
     {0xFFFFFFFFFFFFFFFF, "\x1B\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF"},
 };
 
-constexpr std::array majors = {Major::unsignedInteger,
-                               Major::negativeInteger,
-                               Major::bytes,
-                               Major::text,
-                               Major::array,
-                               Major::map,
-                               Major::tag};
+constexpr std::array kMajors = {Major::unsignedInteger,
+                                Major::negativeInteger,
+                                Major::bytes,
+                                Major::text,
+                                Major::array,
+                                Major::map,
+                                Major::tag};
 
 /// The same head for another kind of item.
 std::string withMajor(std::string bytes, Major major) {
@@ -50,8 +50,8 @@ std::string withMajor(std::string bytes, Major major) {
 }  // namespace
 
 TEST_CASE("heads are as short as possible and read back") {
-    for (const HeadRow& row : heads) {
-        for (const Major major : majors) {
+    for (const HeadRow& row : kHeads) {
+        for (const Major major : kMajors) {
             CAPTURE(row.argument);
             const std::string expected = withMajor(row.bytes, major);
             std::string bytes;
@@ -69,7 +69,7 @@ TEST_CASE("heads are as short as possible and read back") {
 }
 
 TEST_CASE("a head that is cut is none") {
-    for (const HeadRow& row : heads) {
+    for (const HeadRow& row : kHeads) {
         for (std::size_t size = 0; size < row.bytes.size(); ++size) {
             CAPTURE(row.argument);
             std::string_view rest = std::string_view(row.bytes).substr(0, size);
@@ -83,7 +83,7 @@ TEST_CASE("a head that could be shorter is none") {
          {"\x18\x00"s, "\x18\x17"s, "\x19\x00\x18"s, "\x19\x00\xFF"s, "\x1A\x00\x00\x01\x00"s,
           "\x1A\x00\x00\xFF\xFF"s, "\x1B\x00\x00\x00\x00\x00\x01\x00\x00"s,
           "\x1B\x00\x00\x00\x00\xFF\xFF\xFF\xFF"s}) {
-        for (const Major major : majors) {
+        for (const Major major : kMajors) {
             const std::string head = withMajor(bytes, major);
             std::string_view rest = head;
             CHECK_FALSE(takeHead(rest));

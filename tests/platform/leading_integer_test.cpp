@@ -9,8 +9,8 @@ using brackwell::leadingInteger;
 
 namespace {
 
-constexpr std::int64_t highest = std::numeric_limits<std::int64_t>::max();
-constexpr std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
+constexpr std::int64_t kHighest = std::numeric_limits<std::int64_t>::max();
+constexpr std::int64_t kLowest = std::numeric_limits<std::int64_t>::min();
 
 struct Row {
     std::string text;
@@ -77,21 +77,21 @@ TEST_CASE("a text without digits at its beginning gives the integer 0") {
 TEST_CASE("a digit of another script ends an integer") { check({{"4\xD9\xA3", 4}}); }
 
 TEST_CASE("an integer beyond the range saturates") {
-    check({{"9223372036854775806", highest - 1},
-           {"9223372036854775807", highest},
-           {"9223372036854775808", highest},
-           {"9223372036854775809", highest},
-           {"9223372036854775810", highest},
-           {"18446744073709551617", highest},
-           {"99999999999999999999x", highest},
-           {"-9223372036854775807", -highest},
-           {"-9223372036854775808", lowest},
-           {"-9223372036854775809", lowest},
-           {"-9223372036854775810", lowest},
-           {"-18446744073709551617", lowest},
+    check({{"9223372036854775806", kHighest - 1},
+           {"9223372036854775807", kHighest},
+           {"9223372036854775808", kHighest},
+           {"9223372036854775809", kHighest},
+           {"9223372036854775810", kHighest},
+           {"18446744073709551617", kHighest},
+           {"99999999999999999999x", kHighest},
+           {"-9223372036854775807", -kHighest},
+           {"-9223372036854775808", kLowest},
+           {"-9223372036854775809", kLowest},
+           {"-9223372036854775810", kLowest},
+           {"-18446744073709551617", kLowest},
            {"000000000000000000000000000000123", 123}});
     const std::string nines(4'000'000, '9');
-    CHECK(leadingInteger(nines) == highest);
-    CHECK(leadingInteger("-" + nines) == lowest);
+    CHECK(leadingInteger(nines) == kHighest);
+    CHECK(leadingInteger("-" + nines) == kLowest);
     CHECK(leadingInteger(std::string(4'000'000, '0') + "8") == 8);
 }

@@ -13,10 +13,10 @@ using brackwell::NumberFormat;
 
 namespace {
 
-const std::string minusSign = "\xE2\x88\x92";
-const std::string noBreakSpace = "\xC2\xA0";
-const std::string narrowSpace = "\xE2\x80\xAF";
-const std::string quotationMark = "\xE2\x80\x99";
+const std::string kMinusSign = "\xE2\x88\x92";
+const std::string kNoBreakSpace = "\xC2\xA0";
+const std::string kNarrowSpace = "\xE2\x80\xAF";
+const std::string kQuotationMark = "\xE2\x80\x99";
 
 std::string zeros(std::size_t count) { return std::string(count, '0'); }
 
@@ -107,15 +107,15 @@ TEST_CASE("amounts are read with any number of fraction digits") {
 TEST_CASE("at most one sign is read, in front, with white space after it") {
     checkReadings({{"+5", "5"},
                    {"-5", "-5"},
-                   {minusSign + "5", "-5"},
+                   {kMinusSign + "5", "-5"},
                    {"- 5", "-5"},
                    {"+ \t5", "5"},
-                   {minusSign + noBreakSpace + "5", "-5"},
+                   {kMinusSign + kNoBreakSpace + "5", "-5"},
                    {"-\xE3\x80\x80"
                     "5",
                     "-5"}});
-    checkNothing({"--5", "+-5", "-+5", "- -5", minusSign + minusSign + "5", "-" + minusSign + "5", "5-", "5+",
-                  "5" + minusSign, "1-5", "1 -5", "-", "+", minusSign, "- ",
+    checkNothing({"--5", "+-5", "-+5", "- -5", kMinusSign + kMinusSign + "5", "-" + kMinusSign + "5", "5-",
+                  "5+", "5" + kMinusSign, "1-5", "1 -5", "-", "+", kMinusSign, "- ",
                   "\xE2\x88"
                   "5",
                   "\xE2\x88\x93"
@@ -127,11 +127,11 @@ TEST_CASE("white space is read around a number") {
                    {"5 ", "5"},
                    {"\r\n\t 12.5 \v\f\n", "12.5"},
                    {" - 5 ", "-5"},
-                   {noBreakSpace + "5" + narrowSpace, "5"},
+                   {kNoBreakSpace + "5" + kNarrowSpace, "5"},
                    {"\xE2\x80\xA8"
                     "5\xC2\x85",
                     "5"}});
-    checkNothing({"", " ", "\t\n", noBreakSpace, "1 .5", "1. 5", "1.5 e3", "1.5e 3", "1.5e+ 3", "1\t000",
+    checkNothing({"", " ", "\t\n", kNoBreakSpace, "1 .5", "1. 5", "1.5 e3", "1.5e 3", "1.5e+ 3", "1\t000",
                   "1\n234",
                   "\xE2\x80\x8B"
                   "5"});  // U+200B, zero width space, is not white space
@@ -153,16 +153,17 @@ TEST_CASE("a grouping mark needs two digits after it") {
 }
 
 TEST_CASE("spaces and apostrophes group digits as the format's own mark does, and may be mixed with it") {
-    checkReadings({{"1 234.56", "1234.56"},
-                   {"1" + noBreakSpace + "234.56", "1234.56"},
-                   {"1" + narrowSpace + "234.56", "1234.56"},
-                   {"1'234.56", "1234.56"},
-                   {"1" + quotationMark + "234.56", "1234.56"},
-                   {"1 234'567,890" + noBreakSpace + "123" + narrowSpace + "456" + quotationMark + "789.01",
-                    "1234567890123456789.01"},
-                   {"1 23", "123"}});
-    checkNothing({"1 2", "1'2", "1" + noBreakSpace + "2", "1  234", "1' 234", "1''234", "'12", "1'",
-                  "1" + noBreakSpace + " 23", "1_234", "1.234.567",
+    checkReadings(
+        {{"1 234.56", "1234.56"},
+         {"1" + kNoBreakSpace + "234.56", "1234.56"},
+         {"1" + kNarrowSpace + "234.56", "1234.56"},
+         {"1'234.56", "1234.56"},
+         {"1" + kQuotationMark + "234.56", "1234.56"},
+         {"1 234'567,890" + kNoBreakSpace + "123" + kNarrowSpace + "456" + kQuotationMark + "789.01",
+          "1234567890123456789.01"},
+         {"1 23", "123"}});
+    checkNothing({"1 2", "1'2", "1" + kNoBreakSpace + "2", "1  234", "1' 234", "1''234", "'12", "1'",
+                  "1" + kNoBreakSpace + " 23", "1_234", "1.234.567",
                   "1\xE2\x80\x98"
                   "234",
                   "1\xE2\x80\x89"
@@ -179,7 +180,7 @@ TEST_CASE("an exponent is read after the digits") {
                    {"1E3", "1000"},
                    {"1.5e+3", "1500"},
                    {"1,500.5e-1", "150.05"},
-                   {"15e" + minusSign + "1", "1.5"},
+                   {"15e" + kMinusSign + "1", "1.5"},
                    {"-1e0", "-1"},
                    {"0e99999999999999999999", "0"},
                    {"5.e1", "50"},
@@ -275,7 +276,7 @@ TEST_CASE("a format's own separators are read, of whatever length they are") {
     checkReadings(
         {{"1<>234::5", "1234.5"}, {"1<>2", std::nullopt}, {"1<234", std::nullopt}, {"1:5", std::nullopt}},
         separators("::", "<>"));
-    checkReadings({{"1" + narrowSpace + "234,5", "1234.5"}}, separators(",", narrowSpace));
+    checkReadings({{"1" + kNarrowSpace + "234,5", "1234.5"}}, separators(",", kNarrowSpace));
 }
 
 TEST_CASE("a decimal separator wins over a grouping mark that looks the same") {
@@ -283,7 +284,7 @@ TEST_CASE("a decimal separator wins over a grouping mark that looks the same") {
         {{"1'234", "1.234"}, {"1,234'56", "1234.56"}, {"1 234'5", "1234.5"}, {"1'234'567", std::nullopt}},
         separators("'", ","));
     checkReadings({{"1 234", "1.234"}, {"1'234 5", "1234.5"}, {" 5 ", "5"}}, separators(" ", ","));
-    checkReadings({{"1" + noBreakSpace + "50", "1.5"}}, separators(noBreakSpace, ","));
+    checkReadings({{"1" + kNoBreakSpace + "50", "1.5"}}, separators(kNoBreakSpace, ","));
     checkReadings({{"1.234", "1.234"}, {"1.2", "1.2"}, {"1.234.56", std::nullopt}, {"1 234.5", "1234.5"}},
                   separators(".", "."));
 }
@@ -300,7 +301,7 @@ TEST_CASE("texts of megabytes are read by the standard formatter as exactly as s
     std::string grouped = "1";
     for (std::size_t i = 0; i < million; ++i) grouped += ",000";
     std::string groupedZeros = "0";
-    for (std::size_t i = 0; i < million; ++i) groupedZeros += quotationMark + "00";
+    for (std::size_t i = 0; i < million; ++i) groupedZeros += kQuotationMark + "00";
     checkReadings(
         {{grouped + "e-2999998", "100"},
          {grouped, std::nullopt},
@@ -399,8 +400,8 @@ TEST_CASE("integer digits are filled up with zeros, and those above the largest 
 
 TEST_CASE("a format's own separators are written") {
     checkWritings({{"-1234567.5", "-1.234.567,50"}}, separators(",", "."));
-    checkWritings({{"1234567.5", "1" + narrowSpace + "234" + narrowSpace + "567,50"}},
-                  separators(",", narrowSpace));
+    checkWritings({{"1234567.5", "1" + kNarrowSpace + "234" + kNarrowSpace + "567,50"}},
+                  separators(",", kNarrowSpace));
     checkWritings({{"1234.5", "1234.50"}}, separators(".", ""));
     NumberFormat ungrouped;
     ungrouped.usesGroupingSeparator = false;
@@ -421,7 +422,7 @@ TEST_CASE("without a decimal separator only numbers without fraction digits are 
 TEST_CASE("what the standard formatter writes it reads as the same number") {
     std::vector<NumberFormat> formats = {{},
                                          separators(",", "."),
-                                         separators(",", narrowSpace),
+                                         separators(",", kNarrowSpace),
                                          separators("\xD9\xAB", "\xD9\xAC"),
                                          separators("'", "'"),
                                          separators(" ", "")};

@@ -14,7 +14,7 @@ using namespace std::string_literals;
 
 namespace {
 
-constexpr bool hostIsBigEndian = std::endian::native == std::endian::big;
+constexpr bool kHostIsBigEndian = std::endian::native == std::endian::big;
 
 std::optional<std::string> decoded(std::string_view bytes, TextEncoding encoding) {
     const auto text = decodeText(Data::view(bytes), encoding);
@@ -61,7 +61,7 @@ struct Sample {
     std::string bytes;
 };
 
-const std::vector<Sample> samples = {
+const std::vector<Sample> kSamples = {
     {"ASCII", "plain\r\n\t~", "plain\r\n\t~"},
     {"UTF-8", "M\u00FCller \u20AC \U0001F600", "M\xC3\xBCller \xE2\x82\xAC \xF0\x9F\x98\x80"},
     {"ISO-8859-1", "M\u00FCller\u00A0\u0080", "M\xFCller\xA0\x80"},
@@ -83,15 +83,15 @@ const std::vector<Sample> samples = {
     {"UTF-16LE", "A\u20AC\U0001F600\0\uFEFF"s, "A\0\xAC\x20\x3D\xD8\0\xDE\0\0\xFF\xFE"s},
     {"UTF-32BE", "A\U0001F600\uFEFF", "\0\0\0A\0\x01\xF6\0\0\0\xFE\xFF"s},
     {"UTF-32LE", "A\U0001F600\uFEFF", "A\0\0\0\0\xF6\x01\0\xFF\xFE\0\0"s},
-    {"UTF-16", "A\u20AC", hostIsBigEndian ? "\0A\x20\xAC"s : "A\0\xAC\x20"s},
-    {"UTF-32", "A\u20AC", hostIsBigEndian ? "\0\0\0A\0\0\x20\xAC"s : "A\0\0\0\xAC\x20\0\0"s},
+    {"UTF-16", "A\u20AC", kHostIsBigEndian ? "\0A\x20\xAC"s : "A\0\xAC\x20"s},
+    {"UTF-32", "A\u20AC", kHostIsBigEndian ? "\0\0\0A\0\0\x20\xAC"s : "A\0\0\0\xAC\x20\0\0"s},
 };
 
 }  // namespace
 
 TEST_CASE("every encoding reads and writes a known sample") {
-    CHECK(samples.size() == knownTextEncodings().size());
-    for (const Sample& sample : samples) {
+    CHECK(kSamples.size() == knownTextEncodings().size());
+    for (const Sample& sample : kSamples) {
         CAPTURE(sample.name);
         const TextEncoding encoding = named(sample.name);
         CHECK(decoded(sample.bytes, encoding) == sample.text);
@@ -302,7 +302,7 @@ TEST_CASE("UTF-16 goes by its mark, else by the host's byte order") {
     CHECK(decoded("\xFF\xFE"
                   "A\0"s,
                   TextEncodingUTF16) == "A");
-    CHECK(decoded(hostIsBigEndian ? "\0A"s : "A\0"s, TextEncodingUTF16) == "A");
+    CHECK(decoded(kHostIsBigEndian ? "\0A"s : "A\0"s, TextEncodingUTF16) == "A");
     CHECK(decoded("\xFE\xFF", TextEncodingUTF16) == "");
     CHECK(decoded("\xFE\xFF\xFE\xFF", TextEncodingUTF16) == "\uFEFF");
     CHECK(decoded("\0\0\xFE\xFF\0\0\0A"s, named("UTF-32")) == "A");
@@ -325,8 +325,8 @@ TEST_CASE("encodings with a byte order of their own keep a mark as a character")
 
 TEST_CASE("no mark is written, but one in the text is kept") {
     CHECK(encoded("A", TextEncodingUTF8) == "A");
-    CHECK(encoded("A", TextEncodingUTF16) == (hostIsBigEndian ? "\0A"s : "A\0"s));
-    CHECK(encoded("\uFEFF", TextEncodingUTF16) == (hostIsBigEndian ? "\xFE\xFF"s : "\xFF\xFE"s));
+    CHECK(encoded("A", TextEncodingUTF16) == (kHostIsBigEndian ? "\0A"s : "A\0"s));
+    CHECK(encoded("\uFEFF", TextEncodingUTF16) == (kHostIsBigEndian ? "\xFE\xFF"s : "\xFF\xFE"s));
     CHECK(encoded("\uFEFF", TextEncodingUTF8) == "\xEF\xBB\xBF");
 }
 

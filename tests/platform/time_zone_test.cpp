@@ -34,7 +34,7 @@ struct OffsetRow {
     std::string abbreviation;
 };
 
-const std::vector<OffsetRow> offsetRows = {
+const std::vector<OffsetRow> kOffsetRows = {
     {"UTC", utc(2024, 7, 1), hours(0), "UTC"},
     {"Europe/Berlin", utc(1890, 1, 1), seconds(3208), "LMT"},
     {"Europe/Berlin", utc(2024, 1, 1), hours(1), "CET"},
@@ -93,7 +93,7 @@ TEST_CASE("a fixed offset holds always and is less than 24 hours") {
 }
 
 TEST_CASE("a named zone has the offset and the abbreviation of the moment") {
-    for (const OffsetRow& row : offsetRows) {
+    for (const OffsetRow& row : kOffsetRows) {
         CAPTURE(row.zone);
         CAPTURE(dateDescription(row.moment));
         const TimeZone::Offset offset = zoneNamed(row.zone).offsetAt(row.moment);
@@ -103,7 +103,7 @@ TEST_CASE("a named zone has the offset and the abbreviation of the moment") {
 }
 
 TEST_CASE("the system's zone has the offset and the abbreviation of the moment") {
-    for (const OffsetRow& row : offsetRows) {
+    for (const OffsetRow& row : kOffsetRows) {
         CAPTURE(row.zone);
         CAPTURE(dateDescription(row.moment));
         const EnvironmentGuard guard("TZ", row.zone);
@@ -151,7 +151,7 @@ struct LocalRow {
     Date moment;
 };
 
-const std::vector<LocalRow> localRows = {
+const std::vector<LocalRow> kLocalRows = {
     {"Europe/Berlin", local(2024, 1, 1, {12}), utc(2024, 1, 1, {11})},
     {"Europe/Berlin", local(2024, 7, 1, {12}), utc(2024, 7, 1, {10})},
     // skipped from 02:00 to 03:00
@@ -192,14 +192,14 @@ void checkLocal(const TimeZone& zone, const LocalRow& row) {
 }  // namespace
 
 TEST_CASE("a named zone finds the moment at which its clocks show a time") {
-    for (const LocalRow& row : localRows) {
+    for (const LocalRow& row : kLocalRows) {
         CAPTURE(row.zone);
         checkLocal(zoneNamed(row.zone), row);
     }
 }
 
 TEST_CASE("the system's zone finds the moment at which its clocks show a time") {
-    for (const LocalRow& row : localRows) {
+    for (const LocalRow& row : kLocalRows) {
         CAPTURE(row.zone);
         const EnvironmentGuard guard("TZ", row.zone);
         checkLocal(TimeZone::system(), row);

@@ -23,7 +23,7 @@ struct Way {
     std::size_t (*asciiPrefix)(std::string_view) noexcept;
 };
 
-const std::vector<Way> ways = {
+const std::vector<Way> kWays = {
     {"chosen", brackwell::isValidUTF8, brackwell::asciiPrefix},
     {"portable", brackwell::isValidUTF8Portable, brackwell::asciiPrefixPortable},
 #if defined(__SSE2__)
@@ -40,7 +40,7 @@ auto onExactMemory(std::string_view bytes, Function function) {
 }
 
 bool everyWaySays(bool expected, std::string_view bytes) {
-    for (const Way& way : ways) {
+    for (const Way& way : kWays) {
         if (onExactMemory(bytes, way.isValid) != expected) {
             MESSAGE(way.name);
             return false;
@@ -85,7 +85,7 @@ bool isWellFormed(std::string_view text) {
     return true;
 }
 
-const std::vector<std::string_view> illFormed = {
+const std::vector<std::string_view> kIllFormed = {
     "\x80",              // a continuation alone
     "\xBF",              //
     "\xC0\x80",          // overlong NUL
@@ -126,7 +126,7 @@ TEST_CASE("every character is written, read from both ends and valid") {
         if (text.size() != size || !isWellFormed(text)) ++wrong;
         if (firstCharacter(text) != expected || lastCharacter(text) != expected) ++wrong;
         if (firstCharacter(text + "\x80") != expected || lastCharacter("\xC3" + text) != expected) ++wrong;
-        for (const Way& way : ways) wrong += way.isValid(text) ? 0 : 1;
+        for (const Way& way : kWays) wrong += way.isValid(text) ? 0 : 1;
     }
     CHECK(wrong == 0);
 }
@@ -148,7 +148,7 @@ TEST_CASE("surrogates written as characters are invalid") {
 }
 
 TEST_CASE("ill-formed bytes are invalid and no character") {
-    for (const std::string_view bytes : illFormed) {
+    for (const std::string_view bytes : kIllFormed) {
         CAPTURE(bytes);
         CHECK_FALSE(isWellFormed(bytes));
         CHECK(everyWaySays(false, bytes));
@@ -177,7 +177,7 @@ TEST_CASE("every sequence of up to three bytes is judged rightly") {
     int wrong = 0;
     const auto check = [&](std::string_view bytes) {
         const bool expected = isWellFormed(bytes);
-        for (const Way& way : ways) wrong += way.isValid(bytes) == expected ? 0 : 1;
+        for (const Way& way : kWays) wrong += way.isValid(bytes) == expected ? 0 : 1;
     };
     for (unsigned a = 0; a < 0x100; ++a) {
         check(std::string{static_cast<char>(a)});
@@ -201,7 +201,7 @@ TEST_CASE("four-byte sequences are judged rightly at the bounds of each byte") {
                 for (const unsigned d : bounds) {
                     const std::string bytes = {static_cast<char>(a), static_cast<char>(b),
                                                static_cast<char>(c), static_cast<char>(d)};
-                    for (const Way& way : ways) wrong += way.isValid(bytes) == isWellFormed(bytes) ? 0 : 1;
+                    for (const Way& way : kWays) wrong += way.isValid(bytes) == isWellFormed(bytes) ? 0 : 1;
                 }
             }
         }
@@ -217,12 +217,12 @@ TEST_CASE("the place of a character or an error among ASCII does not matter") {
                 const std::string text =
                     std::string(before, 'a') + std::string(piece) + std::string(behind, 'b');
                 if (!everyWaySays(expected, text)) ++wrong;
-                for (const Way& way : ways) wrong += onExactMemory(text, way.asciiPrefix) == before ? 0 : 1;
+                for (const Way& way : kWays) wrong += onExactMemory(text, way.asciiPrefix) == before ? 0 : 1;
             }
         }
     };
     for (const std::string_view piece : {"\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80"}) check(true, piece);
-    for (const std::string_view piece : illFormed) check(false, piece);
+    for (const std::string_view piece : kIllFormed) check(false, piece);
     CHECK(wrong == 0);
 }
 
@@ -230,7 +230,7 @@ TEST_CASE("the ASCII at the beginning is measured exactly") {
     for (std::size_t size = 0; size <= 200; ++size) {
         CAPTURE(size);
         const std::string text(size, '\x7F');
-        for (const Way& way : ways) {
+        for (const Way& way : kWays) {
             CHECK(onExactMemory(text, way.asciiPrefix) == size);
             CHECK(onExactMemory(text, way.isValid));
         }

@@ -16,10 +16,10 @@ using brackwell::trimWhiteSpace;
 
 namespace {
 
-constexpr std::array<char32_t, 25> whiteSpace = {
+constexpr std::array<char32_t, 25> kWhiteSpace = {
     0x09,   0x0A,   0x0B,   0x0C,   0x0D,   0x20,   0x85,   0xA0,   0x1680, 0x2000, 0x2001, 0x2002, 0x2003,
     0x2004, 0x2005, 0x2006, 0x2007, 0x2008, 0x2009, 0x200A, 0x2028, 0x2029, 0x202F, 0x205F, 0x3000};
-constexpr std::array<char32_t, 7> lineBreaks = {0x0A, 0x0B, 0x0C, 0x0D, 0x85, 0x2028, 0x2029};
+constexpr std::array<char32_t, 7> kLineBreaks = {0x0A, 0x0B, 0x0C, 0x0D, 0x85, 0x2028, 0x2029};
 
 std::string utf8(char32_t character) {
     std::string text;
@@ -32,8 +32,8 @@ std::string utf8(char32_t character) {
 TEST_CASE("exactly the listed characters are white space and line breaks") {
     int wrong = 0;
     for (char32_t character = 0; character <= 0x110000; ++character) {
-        const bool space = std::ranges::find(whiteSpace, character) != whiteSpace.end();
-        const bool lineBreak = std::ranges::find(lineBreaks, character) != lineBreaks.end();
+        const bool space = std::ranges::find(kWhiteSpace, character) != kWhiteSpace.end();
+        const bool lineBreak = std::ranges::find(kLineBreaks, character) != kLineBreaks.end();
         if (isWhiteSpace(character) != space || isLineBreak(character) != lineBreak) ++wrong;
     }
     CHECK(wrong == 0);
@@ -42,7 +42,7 @@ TEST_CASE("exactly the listed characters are white space and line breaks") {
 }
 
 TEST_CASE("every white space is trimmed from both ends and kept inside") {
-    for (const char32_t character : whiteSpace) {
+    for (const char32_t character : kWhiteSpace) {
         CAPTURE(static_cast<unsigned>(character));
         const std::string space = utf8(character);
         CHECK(trimWhiteSpace(space + "a" + space + "b" + space) == "a" + space + "b");

@@ -172,7 +172,7 @@ TEST_CASE("spoilt zone files are read or rejected without harm") {
         ++accepted;
         for (const Date moment :
              {Date::min(), utc(1950, 1, 1), utc(2024, 7, 1), utc(2200, 7, 1), Date::max()})
-            REQUIRE(std::abs(file->typeAt(secondsOf(moment)).fromUTC) < zoneOffsetLimit);
+            REQUIRE(std::abs(file->typeAt(secondsOf(moment)).fromUTC) < kZoneOffsetLimit);
     }
     CHECK(accepted > 0);  // most bytes of the first block do not count
 }

@@ -15,7 +15,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-const char* const countFile = std::getenv("BRACKWELL_ALLOCATIONS");
+const char* const kCountFile = std::getenv("BRACKWELL_ALLOCATIONS");
 
 [[gnu::constructor]] void begin() {
     const char* const refused = std::getenv("BRACKWELL_REFUSE");
@@ -27,7 +27,7 @@ const char* const countFile = std::getenv("BRACKWELL_ALLOCATIONS");
 [[gnu::destructor]] void end() {
     stopRefusing();
     const std::size_t count = allocations();
-    std::FILE* const file = countFile != nullptr ? std::fopen(countFile, "w") : nullptr;
+    std::FILE* const file = kCountFile != nullptr ? std::fopen(kCountFile, "w") : nullptr;
     if (file == nullptr) return;
     std::fprintf(file, "%zu", count);
     std::fclose(file);
