@@ -8,6 +8,7 @@
 #include "support/effort.h"
 #include "support/elements_text.h"
 #include "support/random_text.h"
+#include "support/repeated.h"
 #include "support/tree_text.h"
 
 using namespace brackwell;
@@ -23,12 +24,6 @@ std::string problemOf(const ParseDictionary& tree, const std::string& text) {
     const std::string wanted = elementsText(tree);
     const std::string found = elementsText(*read);
     return wanted == found ? "" : "read as " + found + " instead of " + wanted;
-}
-
-std::string repeated(std::string_view piece, std::size_t count) {
-    std::string text;
-    while (count-- > 0) text.append(piece);
-    return text;
 }
 
 struct Row {

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "support/decimals.h"
+
 /// \file
 /// Short ways to write archives, for their tests.
 
@@ -21,12 +23,6 @@ inline Item begin(std::size_t count) { return {Kind::beginList, {}, count}; }
 inline Item end() { return {Kind::endList, {}, 0}; }
 
 inline Date dateOf(std::int64_t milliseconds) { return Date(std::chrono::milliseconds(milliseconds)); }
-
-inline Decimal decimal(std::string_view text) {
-    const auto number = Decimal::fromString(text);
-    REQUIRE(number);
-    return *number;
-}
 
 inline std::string bytesOf(const KeyedArchiver& archiver) {
     return std::string(archiver.archivedData().bytes());

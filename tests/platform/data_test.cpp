@@ -12,33 +12,12 @@
 #include <thread>
 #include <type_traits>
 
+#include "support/temporary_folder.h"
+
 using brackwell::Data;
+using brackwell::tests::TemporaryFolder;
 
 namespace {
-
-/// A folder of its own for one test, removed with all that is in it.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "brackwell-XXXXXX").string();
-        REQUIRE(::mkdtemp(name.data()) != nullptr);
-        path_ = name;
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    std::string path(const std::string& name) const { return (path_ / name).string(); }
-
-    std::string write(const std::string& name, std::string_view bytes) const {
-        std::ofstream file(path(name), std::ios::binary);
-        file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        return path(name);
-    }
-
-private:
-    std::filesystem::path path_;
-};
 
 /// Bytes that do not repeat soon, so that a part at a wrong place is seen.
 std::string someBytes(std::size_t size) {
@@ -170,7 +149,7 @@ TEST_CASE("a file is read as a whole") {
     for (const std::size_t size : {0U, 1U, 2047U, 2048U, 4095U, 4096U, 4097U, 65536U, 1000003U}) {
         CAPTURE(size);
         const std::string expected = someBytes(size);
-        const auto data = Data::fromFile(folder.write("file", expected));
+        const auto data = Data::fromFile(folder.file("file", expected));
         REQUIRE(data);
         CHECK(data->bytes() == expected);
         CHECK_FALSE(data->isView());
@@ -185,7 +164,7 @@ TEST_CASE("a name that is not a readable file gives nothing") {
     std::filesystem::create_symlink("nowhere", folder.path("dangling"));
     CHECK_FALSE(Data::fromFile(folder.path("dangling")));
     if (::geteuid() != 0) {  // the superuser may read everything
-        const std::string secret = folder.write("secret", "abc");
+        const std::string secret = folder.file("secret", "abc");
         REQUIRE(::chmod(secret.c_str(), 0) == 0);
         CHECK_FALSE(Data::fromFile(secret));
     }
@@ -193,7 +172,7 @@ TEST_CASE("a name that is not a readable file gives nothing") {
 
 TEST_CASE("a file is closed again, whether it could be read or not") {
     const TemporaryFolder folder;
-    const std::string path = folder.write("file", "abc");
+    const std::string path = folder.file("file", "abc");
     const std::ptrdiff_t before = openFiles();
     CHECK(Data::fromFile(path));
     CHECK(openFiles() == before);
@@ -203,7 +182,7 @@ TEST_CASE("a file is closed again, whether it could be read or not") {
 
 TEST_CASE("a name with a NUL is not cut to the name before it") {
     const TemporaryFolder folder;
-    const std::string path = folder.write("file", "abc");
+    const std::string path = folder.file("file", "abc");
     CHECK(Data::fromFile(path));
     CHECK_FALSE(Data::fromFile(path + '\0' + "x"));
 }

@@ -16,12 +16,6 @@ using std::chrono::seconds;
 
 namespace {
 
-TimeZone zoneNamed(const std::string& name) {
-    const auto zone = TimeZone::named(name);
-    REQUIRE_MESSAGE(zone, "the system's zone files are needed");
-    return *zone;
-}
-
 /// Checks for dates of all years that what is written is read as the date, cut to what the pattern shows.
 void checkRoundTrip(const std::string& pattern, milliseconds unit, const TimeZone& zone = {}) {
     CAPTURE(pattern);

@@ -42,12 +42,6 @@ void checkNothing(const std::string& pattern, const std::vector<std::string>& te
     }
 }
 
-TimeZone zoneNamed(const std::string& name) {
-    const auto zone = TimeZone::named(name);
-    REQUIRE_MESSAGE(zone, "the system's zone files are needed");
-    return *zone;
-}
-
 }  // namespace
 
 TEST_CASE("every letter is read in each of its widths") {

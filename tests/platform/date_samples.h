@@ -2,9 +2,9 @@
 #pragma once
 
 #include <brackwell/platform.h>
+#include <doctest/doctest.h>
 
 #include <chrono>
-#include <filesystem>
 #include <random>
 #include <string>
 
@@ -47,23 +47,12 @@ private:
     std::uniform_int_distribution<std::int64_t> count_;
 };
 
-/// A new folder for files of one test; removed with all that it holds.
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "brackwell-XXXXXX").string();
-        if (::mkdtemp(name.data()) != nullptr) path_ = name;
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() {
-        std::error_code ignored;
-        if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-    }
-    const std::filesystem::path& path() const noexcept { return path_; }
-
-private:
-    std::filesystem::path path_;
-};
+/// A zone of the system's zone files.
+inline TimeZone zoneNamed(const std::string& name) {
+    CAPTURE(name);
+    const auto zone = TimeZone::named(name);
+    REQUIRE_MESSAGE(zone, "the system's zone files are needed");
+    return *zone;
+}
 
 }  // namespace brackwell::tests

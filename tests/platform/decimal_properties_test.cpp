@@ -8,18 +8,13 @@
 #include <random>
 #include <string>
 
+#include "support/decimals.h"
+
 using brackwell::Decimal;
+using brackwell::tests::decimal;
+using brackwell::tests::zeros;
 
 namespace {
-
-std::string zeros(std::size_t count) { return std::string(count, '0'); }
-
-Decimal decimal(std::string_view text) {
-    const auto number = Decimal::fromString(text);
-    INFO("not a number: " << std::string(text));
-    REQUIRE(number);
-    return *number;
-}
 
 // A second, plain implementation on texts of digits, which the properties below are held against.
 

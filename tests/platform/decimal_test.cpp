@@ -7,20 +7,15 @@
 #include <type_traits>
 #include <vector>
 
+#include "support/decimals.h"
+
 using brackwell::Decimal;
+using brackwell::tests::decimal;
+using brackwell::tests::zeros;
 
 namespace {
 
 const std::string nines38(38, '9');
-
-std::string zeros(std::size_t count) { return std::string(count, '0'); }
-
-Decimal decimal(std::string_view text) {
-    const auto number = Decimal::fromString(text);
-    INFO("not a number: " << std::string(text));
-    REQUIRE(number);
-    return *number;
-}
 
 /// For comparisons whose failure shows both numbers.
 std::string plain(const std::optional<Decimal>& number) { return number ? number->toString() : "nothing"; }

@@ -4,8 +4,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "platform/date_samples.h"
 #include "platform/environment_guard.h"
+#include "support/temporary_folder.h"
 
 namespace brackwell::tests {
 
@@ -14,15 +14,15 @@ class LocaleFolder {
 public:
     /// Makes the locale from its source; false where the machine has no means to do so.
     bool add(const std::string& source, const std::string& characters, const std::string& name) {
-        const std::string path = (folder_.path() / name).string();
+        const std::string path = folder_.path(name);
         const std::string command = "localedef -c -i " + source + " -f " + characters + " '" + path + "' >'" +
-                                    (folder_.path() / "log").string() + "' 2>&1";
+                                    folder_.path("log") + "' 2>&1";
         return std::system(command.c_str()) == 0;
     }
 
 private:
     TemporaryFolder folder_;
-    EnvironmentGuard guard_{"LOCPATH", folder_.path().string()};
+    EnvironmentGuard guard_{"LOCPATH", folder_.path()};
 };
 
 }  // namespace brackwell::tests

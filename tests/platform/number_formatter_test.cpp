@@ -7,9 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "support/decimals.h"
+
 using brackwell::Decimal;
 using brackwell::DecimalNumberFormatter;
 using brackwell::NumberFormat;
+using brackwell::tests::zeros;
 
 namespace {
 
@@ -17,8 +20,6 @@ const std::string kMinusSign = "\xE2\x88\x92";
 const std::string kNoBreakSpace = "\xC2\xA0";
 const std::string kNarrowSpace = "\xE2\x80\xAF";
 const std::string kQuotationMark = "\xE2\x80\x99";
-
-std::string zeros(std::size_t count) { return std::string(count, '0'); }
 
 struct Reading {
     std::string text;

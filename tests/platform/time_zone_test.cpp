@@ -16,13 +16,6 @@ using std::chrono::seconds;
 
 namespace {
 
-TimeZone zoneNamed(const std::string& name) {
-    CAPTURE(name);
-    const auto zone = TimeZone::named(name);
-    REQUIRE_MESSAGE(zone, "the system's zone files are needed");
-    return *zone;
-}
-
 LocalDate shown(const TimeZone& zone, Date moment) {
     return LocalDate(moment.time_since_epoch() + zone.offsetAt(moment).fromUTC);
 }

@@ -12,6 +12,7 @@
 #include "platform/date_samples.h"
 #include "platform/environment_guard.h"
 #include "platform/tz_samples.h"
+#include "support/temporary_folder.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;
@@ -26,11 +27,6 @@ std::string berlinFile() {
     const auto data = Data::fromFile("/usr/share/zoneinfo/Europe/Berlin");
     REQUIRE_MESSAGE(data, "the system's zone files are needed");
     return std::string(data->bytes());
-}
-
-void write(const std::filesystem::path& path, const std::string& bytes) {
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream(path, std::ios::binary) << bytes;
 }
 
 }  // namespace
@@ -179,9 +175,9 @@ TEST_CASE("spoilt zone files are read or rejected without harm") {
 
 TEST_CASE("zones are looked for in the folder that TZDIR names") {
     const TemporaryFolder folder;
-    write(folder.path() / "Here/There_1", berlinParts().bytes());
-    write(folder.path() / "Broken", "TZif");
-    const EnvironmentGuard guard("TZDIR", folder.path().string());
+    folder.file("Here/There_1", berlinParts().bytes());
+    folder.file("Broken", "TZif");
+    const EnvironmentGuard guard("TZDIR", folder.path());
     CHECK(loadZoneFile("Here/There_1"));
     CHECK_FALSE(loadZoneFile("Here"));
     CHECK_FALSE(loadZoneFile("Broken"));
@@ -201,10 +197,10 @@ TEST_CASE("without TZDIR zones are the system's own") {
 TEST_CASE("a zone's name cannot lead out of the folder of zones") {
     const TemporaryFolder folder;
     const std::string bytes = berlinParts().bytes();
-    write(folder.path() / "zones/In/Side", bytes);
-    write(folder.path() / "Outside", bytes);
-    write(folder.path() / "zones/.hidden", bytes);
-    const EnvironmentGuard guard("TZDIR", (folder.path() / "zones").string());
+    folder.file("zones/In/Side", bytes);
+    folder.file("Outside", bytes);
+    folder.file("zones/.hidden", bytes);
+    const EnvironmentGuard guard("TZDIR", folder.path("zones"));
     REQUIRE(loadZoneFile("In/Side"));
     const std::vector<std::string> names = {"",
                                             "/",
@@ -218,7 +214,7 @@ TEST_CASE("a zone's name cannot lead out of the folder of zones") {
                                             "In//Side",
                                             "In/Side/",
                                             "/In/Side",
-                                            (folder.path() / "Outside").string(),
+                                            folder.path("Outside"),
                                             ".hidden",
                                             std::string("In/Side\0", 8),
                                             std::string("In/Side\0../../Outside", 21),

@@ -10,6 +10,7 @@
 
 #include "support/documents.h"
 #include "support/effort.h"
+#include "support/repeated.h"
 
 /// \file
 /// The promise: no document costs more than time in proportion to its size. Each shape is done at one
@@ -25,13 +26,6 @@ struct Shape {
     std::function<std::string(std::size_t)> document;
     std::size_t count = 8000;
 };
-
-std::string repeated(std::string_view piece, std::size_t count) {
-    std::string text;
-    text.reserve(piece.size() * count);
-    while (count-- > 0) text.append(piece);
-    return text;
-}
 
 /// A piece with a running number after each "#".
 std::string numbered(std::string_view piece, std::size_t count) {

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "support/effort.h"
+#include "support/repeated.h"
 
 /// \file
 /// The promise: nothing recurses on a document's depth. A tree that is a million levels deep is read,
@@ -35,13 +36,6 @@ void onSmallStack(std::function<void()> action) {
     pthread_attr_destroy(&attributes);
     REQUIRE(failure == 0);
     REQUIRE(pthread_join(thread, nullptr) == 0);
-}
-
-std::string repeated(std::string_view piece, std::size_t count) {
-    std::string text;
-    text.reserve(piece.size() * count);
-    while (count-- > 0) text.append(piece);
-    return text;
 }
 
 std::string nested(std::string_view piece = "<A>") { return repeated(piece, kDepth); }

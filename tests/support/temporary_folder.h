@@ -29,8 +29,9 @@ public:
     /// The path of a file in it, which need not be there.
     std::string path(std::string_view name = "") const { return (path_ / name).string(); }
 
-    /// Writes a file and returns its path.
+    /// Writes a file, in folders that are made where they are missing, and returns its path.
     std::string file(std::string_view name, std::string_view bytes) const {
+        std::filesystem::create_directories((path_ / name).parent_path());
         std::ofstream(path_ / name, std::ios::binary)
             .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
         return path(name);
