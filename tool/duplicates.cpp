@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <map>
 
+#include "currency.h"
 #include "history/history.h"
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
@@ -50,7 +51,8 @@ std::string filesOf(const Account& account, const std::vector<const Entry*>& gro
     return text;
 }
 
-Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::size_t times) {
+Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::size_t times,
+                 const std::string& accountCurrency) {
     const auto payee = transaction.payee();
     const auto date = transaction.datePosted();
     brackwell::OptionalText name = transaction.payeeName();
@@ -62,18 +64,20 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::s
         visibleText(transaction.fiTransactionID().value_or("")),
         std::to_string(times),
         transaction.amount() ? shownAmount(*transaction.amount()) : "",
+        visibleText(foreignSymbol(currencyOf(transaction), accountCurrency)),
     };
 }
 
-Table::Row rowOf(const AccountHistory&, const HistoryEntry& entry, std::size_t times, const SecurityList&) {
-    return rowOf(*entry.transaction, times);
+Table::Row rowOf(const AccountHistory& account, const HistoryEntry& entry, std::size_t times,
+                 const SecurityList&) {
+    return rowOf(*entry.transaction, times, account.currency);
 }
 
 /// What it is and of which security stands in the place of the payee. A bank transaction has its own.
 Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry, std::size_t times,
                  const SecurityList& others) {
     const brackwell::InvestmentTransaction& transaction = entry.transaction;
-    if (const auto bank = transaction.bankTransaction()) return rowOf(*bank, times);
+    if (const auto bank = transaction.bankTransaction()) return rowOf(*bank, times, account.currency);
     const auto date = dateOf(transaction);
     const auto amount = amountOf(transaction);
     const SecurityLookup securities(*account.statements[entry.statement].securities, others);
@@ -85,6 +89,7 @@ Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry,
         visibleText(identifierOf(transaction).value_or("")),
         std::to_string(times),
         amount ? shownAmount(*amount) : "",
+        visibleText(foreignSymbol(currencyOf(transaction), account.currency)),
     };
 }
 
@@ -99,7 +104,8 @@ void showGroups(Page& page, const Account& account, const Groups<Entry>& groups,
                  {"Memo", Column::Kind::text, 8, 4},
                  {"ID", Column::Kind::text, 6, 5},
                  {"Times", Column::Kind::text, 5, 6},
-                 {"Amount", Column::Kind::amount, 0, 9}});
+                 {"Amount", Column::Kind::amount, 0, 9},
+                 {"", Column::Kind::text, 3, 7}});  // the currency, where it is not the account's
     for (const auto& [number, group] : groups) table.measure(row(group));
     table.fit(page.width());
     table.writeTitles(page);

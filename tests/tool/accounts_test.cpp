@@ -159,6 +159,8 @@ TEST_CASE("transactions that stand in several files are listed with their files"
           "                  in a.ofx, b.ofx, c.ofx, b.ofx\n");
     CHECK_FALSE(contains(finished.output, "Once"));
 }
+const std::string kFrancs = "<CURRENCY><CURRATE>2<CURSYM>CHF</CURRENCY>";
+
 
 TEST_CASE(
     "two transactions are one when nothing differs that both have, and amount and identifier or date agree") {
@@ -198,6 +200,13 @@ TEST_CASE("equal transactions of one statement, and of different accounts, are n
               .output == none);
 }
 
+             {bought("1", "<FITID>x" + kFrancs), bought("1", "<FITID>x"), false},
+             {bought("1", "<FITID>x" + kFrancs),
+              bought("1", "<FITID>x<CURRENCY><CURRATE>3<CURSYM>CHF</CURRENCY>"), true},
+             {bought("1", "<FITID>x" + kFrancs),
+              bought("1", "<FITID>x<CURRENCY><CURRATE>2<CURSYM>GBP</CURRENCY>"), false},
+             {bought("1", "<FITID>x<ORIGCURRENCY><CURRATE>2<CURSYM>CHF</ORIGCURRENCY>"),
+              bought("1", "<FITID>x"), true},
 TEST_CASE("duplicates are found in time, however many transactions look alike") {
     const TemporaryFolder folder;
     std::string same;
@@ -211,6 +220,14 @@ TEST_CASE("duplicates are found in time, however many transactions look alike") 
     for (const auto& [first, second] : {std::pair(a, a), std::pair(a, b), std::pair(b, b)}) {
         const Finished finished = tool({"duplicates", first, second});
         CHECK(finished.status == 0);
+TEST_CASE("the amount of a duplicate has its currency, where that is not the account's") {
+    const std::string paid = list(bought("-1.5", "<FITID>x<NAME>Shop" + kFrancs));
+    const TemporaryFolder folder;
+    CHECK(contains(tool({"duplicates", folder.file("a", paid), folder.file("b", paid)}).output,
+                   "Date        Payee  ID  Times  Amount\n"
+                   "2024-07-02  Shop   x   2       -1.50  CHF\n"));
+}
+
         CHECK(linesOf(finished.output).size() > 60);
     }
 }

@@ -62,3 +62,20 @@ TEST_CASE("an investment transaction that stands in two statements is found by i
     CHECK(contains(named, "Payroll  "));
     CHECK(tool({"duplicates", "--quiet", first}).output == "No transaction stands in two statements.\n");
 }
+
+TEST_CASE("investment transactions in different currencies are not the same") {
+    std::string bought = purchase("T1", "20240110", "100", "-7");
+    bought.insert(bought.find("</INVBUY>"), "<CURRENCY><CURRATE>2<CURSYM>EUR</CURRENCY>");
+    std::string paid = moneyIn("B1", "5");
+    paid.insert(paid.find("</STMTTRN>"), "<CURRENCY><CURRATE>2<CURSYM>CHF</CURRENCY>");
+    const TemporaryFolder folder;
+    const std::string plain = folder.file(
+        "1.ofx", version1(held("1234567", purchase("T1", "20240110", "100", "-7") + moneyIn("B1", "5"), "")));
+    const std::string foreign = folder.file("2.ofx", version1(held("1234567", bought + paid, "")));
+    const std::string again = folder.file("3.ofx", version1(held("1234567", bought + paid, "")));
+    CHECK(tool({"duplicates", "--quiet", plain, foreign}).output ==
+          "No transaction stands in two statements.\n");
+    const std::string output = tool({"duplicates", "--quiet", foreign, again}).output;
+    CHECK(contains(output, "T1  2       -7.00  EUR\n"));
+    CHECK(contains(output, "B1  2        5.00  CHF\n"));
+}

@@ -87,8 +87,8 @@ std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
     for (std::size_t i = 0; i < count; ++i)
         if (isSameAccount(account, accounts_[places[i]])) return places[i];
     places.push_back(accounts_.size());
+    repeats_.emplace_back(account.currency);
     accounts_.push_back(std::move(account));
-    repeats_.emplace_back();
     return places.back();
 }
 

@@ -5,6 +5,7 @@
 #include <set>
 #include <utility>
 
+#include "currency.h"
 #include "investments/facts.h"
 
 namespace tool {
@@ -17,7 +18,7 @@ constexpr char kBetween = '\n';  ///< between the parts of a key
 std::string textOf(OptionalText text) { return std::string(text.value_or("")); }
 
 /// What is the same of transactions that cannot be told apart; "" for one without an identifier.
-std::string keyOf(const InvestmentTransaction& transaction) {
+std::string keyOf(const InvestmentTransaction& transaction, const std::string& accountCurrency) {
     const std::string identifier = textOf(identifierOf(transaction));
     if (identifier.empty()) return {};
     const auto units = transaction.units();
@@ -27,6 +28,7 @@ std::string keyOf(const InvestmentTransaction& transaction) {
     key.append(1, kBetween).append(transaction.securityID().value_or(""));
     key.append(1, kBetween).append(units ? units->toString() : "");
     key.append(1, kBetween).append(amount ? amount->toString() : "");
+    key.append(1, kBetween).append(foreignSymbol(currencyOf(transaction), accountCurrency));
     return key;
 }
 
@@ -82,15 +84,15 @@ void InvestmentHistory::add(InvestmentSource source) {
     account.statements.push_back(std::move(source));
     for (const InvestmentTransaction& transaction : account.statements.back().statement.transactions()) {
         const auto number = static_cast<std::uint32_t>(account.entries.size());
-        const std::uint32_t original = originalOf(repeats_[place], transaction, number, statement);
+        const std::uint32_t original =
+            originalOf(repeats_[place], keyOf(transaction, account.currency), number, statement);
         account.entries.push_back({transaction, statement, original});
         if (original != number) ++account.repeats;
     }
 }
 
-std::uint32_t InvestmentHistory::originalOf(Repeats& repeats, const InvestmentTransaction& transaction,
-                                            std::uint32_t number, std::uint32_t statement) {
-    const std::string key = keyOf(transaction);
+std::uint32_t InvestmentHistory::originalOf(Repeats& repeats, const std::string& key, std::uint32_t number,
+                                            std::uint32_t statement) {
     if (key.empty()) return number;
     Equal& equal = repeats[key];
     if (equal.statement != statement) {

@@ -53,7 +53,8 @@ struct InvestmentAccount {
 /// says nothing but that it was refused is left out.
 ///
 /// Two transactions of different statements are the same when they have the same identifier of the
-/// institution (FITID), kind, security, units and total. Equal ones of one statement are different ones.
+/// institution (FITID), kind, security, units, total and currency. Equal ones of one statement are different
+/// ones.
 class InvestmentHistory {
 public:
     void add(const brackwell::OpenedDocument& document, const std::string& file,
@@ -77,8 +78,8 @@ private:
 
     void add(InvestmentSource source);
     std::size_t placeOf(const brackwell::InvestmentStatement& statement);
-    static std::uint32_t originalOf(Repeats& repeats, const brackwell::InvestmentTransaction& transaction,
-                                    std::uint32_t number, std::uint32_t statement);
+    static std::uint32_t originalOf(Repeats& repeats, const std::string& key, std::uint32_t number,
+                                    std::uint32_t statement);
 
     std::vector<InvestmentAccount> accounts_;
     std::vector<Repeats> repeats_;  ///< for each of these

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "history/repeats.h"
 
-#include <utility>
+#include "currency.h"
 
 namespace tool {
 namespace {
@@ -58,13 +58,18 @@ Repeats::Original* Repeats::findEqualIn(Bucket& bucket, const Transaction& trans
         Original& original = originals_[bucket.places[i]];
         const bool isMatched = original.matchedIn == statement_;
         if (!isMatched) ++compared;
-        const bool isFound = !isMatched && transaction.isEqualOFXStatementTransaction(original.transaction);
+        const bool isFound = !isMatched && areSame(transaction, *original.transaction);
         if (!isMatched && !isFound) continue;
         // Never looked at again in this statement; what was in this place has been compared above.
         std::swap(bucket.places[i], bucket.places[bucket.matched++]);
         if (isFound) return &original;
     }
     return nullptr;
+}
+
+bool Repeats::areSame(const Transaction& a, const Transaction& b) const {
+    return a.isEqualOFXStatementTransaction(&b) &&
+           foreignSymbol(currencyOf(a), currency_) == foreignSymbol(currencyOf(b), currency_);
 }
 
 }  // namespace tool

@@ -5,13 +5,15 @@
 
 #include <cstdint>
 #include <map>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace tool {
 
 /// Finds the transactions of one account that an earlier statement of it had already: those that the
 /// library calls equal, if besides
-///   - their amounts are the same, or both have none; and
+///   - their amounts are the same, and in the same currency, or both have none; and
 ///   - their FITIDs are the same, or one has no FITID and the dates posted are the same, or both have none.
 /// The library skips what one of two transactions lacks, so to it one without fields equals every other;
 /// nobody means that when he says that he has it twice.
@@ -25,6 +27,9 @@ namespace tool {
 class Repeats {
 public:
     using Transaction = brackwell::TvOFXStatementTransaction;
+
+    /// `currency` is that of the account.
+    explicit Repeats(std::string currency) : currency_(std::move(currency)) {}
 
     /// What comes from now on stands in another statement.
     void beginStatement();
@@ -55,7 +60,9 @@ private:
     template <class Second>
     Original* findEqualIn(Index<Second>& index, const Transaction& transaction, Second second);
     Original* findEqualIn(Bucket& bucket, const Transaction& transaction);
+    bool areSame(const Transaction& a, const Transaction& b) const;
 
+    std::string currency_;
     std::vector<Original> originals_;
     std::size_t entered_ = 0;  ///< how many of these are in the indexes: those of earlier statements
     std::size_t statement_ = 0;
