@@ -13,16 +13,4 @@ OptionalText accountNumber(const TvOFXAggregate* account) noexcept {
     return std::nullopt;
 }
 
-OptionalText accountNumber(const TvOFXAccountInfo& record) noexcept {
-    return record.bankAccountInfo() ? record.bankAccountInfo()->accountID() : std::nullopt;
-}
-
-const TvOFXAggregate* accountOf(const TvOFXAccountStatement& statement) noexcept {
-    if (const auto* bank = dynamic_cast<const TvOFXStatementResponse*>(&statement))
-        return bank->bankAccountFrom().get();
-    if (const auto* card = dynamic_cast<const TvOFXCCStatementResponse*>(&statement))
-        return card->creditCardAccountFrom().get();
-    return nullptr;
-}
-
 }  // namespace tool

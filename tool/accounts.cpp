@@ -130,13 +130,6 @@ void showRows(Page& page, const std::vector<Table::Row>& rows) {
     for (const Table::Row& row : rows) table.writeRow(page, row);
 }
 
-/// The end of a sentence. A list of accounts names them, and has neither balances nor transactions.
-std::string listedAccounts(const History& history) {
-    if (history.listed() == 0) return ".";
-    return ", but lists of accounts with " + std::to_string(history.listed()) +
-           (history.listed() == 1 ? " account" : " accounts") + "; \"brackwell show\" has them.";
-}
-
 }  // namespace
 
 bool runAccounts(Run& run) {
@@ -163,8 +156,9 @@ bool runAccounts(Run& run) {
         if (!account.number.empty()) showWhyNoBalance(page, account, isFull);
     if (nameless > 0)
         page.paragraph("Statements that name no account: " + std::to_string(nameless));
-    else if (rows.empty() && allRead)
-        page.paragraph("The documents have no bank, card or investment statements" + listedAccounts(history));
+    else if (rows.empty() && history.listed().empty() && allRead)
+        page.paragraph("The documents have neither statements nor lists of accounts.");
+    if (!history.listed().empty()) showListedAccounts(page, history.listed(), isFull);
     return allRead;
 }
 

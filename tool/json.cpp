@@ -4,6 +4,7 @@
 #include "json/fields.h"
 #include "json/investments.h"
 #include "json/objects.h"
+#include "listed_accounts.h"
 #include "run.h"
 
 namespace tool {
@@ -72,9 +73,10 @@ void writeDocument(Run& run, const Document& document, const SecurityList& other
     json.field("message");
     writeMessage(json, *document.file.message());
     writeAccounts(json, document, filter);
+    const ListedAccounts listed(document.file.accounts());
     writeList(json, "responses", document.file.responses(),
-              [&filter](JsonWriter& writer, const TvOFXResponse& response) {
-                  writeResponse(writer, response, filter);
+              [&](JsonWriter& writer, const TvOFXResponse& response) {
+                  writeResponse(writer, response, {filter, listed});
               });
     writeInvestmentStatements(json, document, others, filter);
     writeSecurities(json, document, filter);

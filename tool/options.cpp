@@ -84,7 +84,8 @@ constexpr std::array kReadingCommands = {
         "its statements cover. Accounts are the same when number and currency are, and nothing else\n"
         "that both name differs. The balance of an investment account is what its positions are worth and\n"
         "the available cash, without margin: what was borrowed has to be subtracted. Where a position has\n"
-        "no value there is none, and a line says so.\n\n"
+        "no value there is none, and a line says so. The accounts of account lists follow in a table of\n"
+        "their own.\n\n"
         "Examples:\n"
         "  brackwell accounts *.ofx\n"
         "  brackwell accounts --full july.ofx august.ofx\n"},

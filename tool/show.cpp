@@ -5,6 +5,7 @@
 #include <set>
 
 #include "investments/security_lookup.h"
+#include "listed_accounts.h"
 #include "run.h"
 #include "view/page.h"
 #include "view/sections.h"
@@ -58,11 +59,12 @@ void showOthers(Page& page, const TvOFXResponseList& responses) {
             page.fact(response->transactionWrapperName().value_or(""), shownStatus(*response->status()));
 }
 
-void showResponse(Page& page, const TvOFXResponse& response, const Options& options) {
+void showResponse(Page& page, const TvOFXResponse& response, const ListedAccounts& listed,
+                  const Options& options) {
     if (const auto* statement = dynamic_cast<const TvOFXAccountStatement*>(&response))
         showStatement(page, *statement, options);
     else if (const auto* accounts = dynamic_cast<const TvOFXAccountInfoResponse*>(&response))
-        showAccountInfo(page, *accounts, options);
+        showAccountInfo(page, *accounts, listed, options);
     else if (const auto* profile = dynamic_cast<const TvOFXFIProfileResponse*>(&response))
         showProfile(page, *profile);
 }
@@ -81,9 +83,10 @@ void showResponses(Page& page, const OpenedDocument& document, const Options& op
     const auto isStatement = [](const TvOFXResponse& response) {
         return dynamic_cast<const TvOFXAccountStatement*>(&response) != nullptr;
     };
+    const ListedAccounts listed(document.accounts());
     for (const bool areStatements : {false, true})
         for (const auto& response : document.responses())
-            if (isStatement(*response) == areStatements) showResponse(page, *response, options);
+            if (isStatement(*response) == areStatements) showResponse(page, *response, listed, options);
 }
 
 void showAllInvestments(Page& page, const OpenedDocument& document, const SecurityList& others,

@@ -239,6 +239,30 @@ TEST_CASE("show leaves out the statements and records of accounts that were not 
     CHECK(records.find("Rainy day savings") != std::string::npos);
     CHECK(records.find("Everyday account") == std::string::npos);
     CHECK(records.find("Lantern card") == std::string::npos);
+    const std::string card =
+        tool({"show", "--account", "2222", examplePath("account_information.ofx")}).output;
+    CHECK(card.find("Lantern card") != std::string::npos);
+    CHECK(card.find("Everyday account") == std::string::npos);
+}
+
+TEST_CASE("of a record with several accounts only those are shown that were asked for") {
+    const std::string document = version1(
+        "<SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS><ACCTINFO><DESC>all<BANKACCTINFO><BANKACCTFROM>"
+        "<ACCTID>100111</BANKACCTFROM></BANKACCTINFO><CCACCTINFO><CCACCTFROM><ACCTID>100222</CCACCTFROM>"
+        "</CCACCTINFO><INVACCTINFO><INVACCTFROM><ACCTID>100333</INVACCTFROM></INVACCTINFO></ACCTINFO>"
+        "</ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1>");
+    const std::vector<std::string> numbers{"111", "222", "333"};
+    for (const std::string& wanted : numbers)
+        for (const char* command : {"show", "json"}) {
+            CAPTURE(wanted);
+            CAPTURE(command);
+            std::vector<std::string> arguments{command, "--account", wanted};
+            if (arguments[0] == "show") arguments.emplace_back("--full");
+            const std::string output = outputOf(arguments, document);
+            for (const std::string& number : numbers)
+                CHECK((output.find("100" + number) != std::string::npos) == (number == wanted));
+        }
+    CHECK(outputOf({"json", "--account", "999"}, document).find("\"accountInfos\":[]") != std::string::npos);
 }
 
 TEST_CASE("show says when no statement is of an account that was asked for") {

@@ -23,7 +23,7 @@ TEST_CASE("an investment account is a row with what it is worth") {
         outputOf({"accounts"}, version1(held("1234567", "", "", "<INV401KBAL><TOTAL>77.25</INV401KBAL>"))),
         "77.25"));
     CHECK(outputOf({"accounts"}, version1("")) ==
-          "The documents have no bank, card or investment statements.\n");
+          "The documents have neither statements nor lists of accounts.\n");
 }
 
 TEST_CASE("an investment account of several files is one row, with the latest value") {

@@ -321,7 +321,7 @@ TEST_CASE("a card statement has its fields in the order of the class") {
                "availableBalanceAmount", "availableBalanceDateTime"});
 }
 
-TEST_CASE("account information has its records with their bank blocks") {
+TEST_CASE("account information has its records with the blocks of bank and card accounts") {
     const Json response = responseOf(exampleJson("account_information.ofx"), "TvOFXAccountInfoResponse");
     CHECK(keysOf(response) == Keys{"class", "transactionWrapperName", "transactionUID", "status",
                                    "lastUpdateDateTime", "accountInfos"});
@@ -339,8 +339,39 @@ TEST_CASE("account information has its records with their bank blocks") {
             "serviceStatus": 3},
         "serviceStatus": 0})")
                                                     .dump());
-    CHECK(response["accountInfos"][2].dump() ==
-          R"({"accountDescription":"Lantern card","accountPhone":"+44 20 5550 0102","serviceStatus":1})");
+    CHECK(response["accountInfos"][2].dump() == Json::parse(R"({
+        "accountDescription": "Lantern card",
+        "accountPhone": "+44 20 5550 0102",
+        "creditCardAccountInfo": {
+            "creditCardAccountFrom": {"class": "TvOFXCreditCardAccount", "accountID": "5555000011112222"},
+            "supportsTransactionDownload": true,
+            "isTransferSourceAccount": false,
+            "isTransferDestinationAccount": false,
+            "serviceStatus": 3},
+        "serviceStatus": 1})")
+                                                    .dump());
+}
+
+TEST_CASE("account information has the blocks of investment accounts") {
+    const std::string records =
+        "<ACCTINFO><INVACCTINFO><INVACCTFROM><BROKERID>b<ACCTID>9</INVACCTFROM><USPRODUCTTYPE>IRA<CHECKING>Y"
+        "<SVCSTATUS>ACTIVE<INVACCTTYPE>JOINT<OPTIONLEVEL>covered</INVACCTINFO></ACCTINFO>"
+        "<ACCTINFO><INVACCTINFO><CHECKING>N</INVACCTINFO></ACCTINFO>";
+    const Json document = jsonOf("json", version1("<SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS>" + records +
+                                                  "</ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1>"));
+    CHECK(document["responses"][0]["accountInfos"].dump() == Json::parse(R"([
+        {"investmentAccountInfo": {
+            "investmentAccount": {"class": "TvOFXInvestmentAccount", "brokerID": "b", "accountID": "9"},
+            "usproductType": "IRA",
+            "hasCheckWritingPrivileges": true,
+            "accountType": 2,
+            "optionLevel": "covered",
+            "serviceStatus": 3},
+         "serviceStatus": 0},
+        {"investmentAccountInfo": {
+            "hasCheckWritingPrivileges": false, "accountType": 0, "serviceStatus": 0},
+         "serviceStatus": 0}])")
+                                                                 .dump());
 }
 
 TEST_CASE("account information without records has an empty list") {

@@ -213,10 +213,10 @@ TEST_CASE("account information is a list of accounts") {
     CHECK(contains(output,
                    "Accounts at the institution\n"
                    "Changed           2024-05-30 12:00\n"
-                   "Description        Number    Type              Bank    Status     Phone\n"
-                   "Everyday account   ****7734  Checking account  400515  active     +44 20 5550 0100\n"
+                   "Description        Number    Type              Bank    Status   Phone\n"
+                   "Everyday account   ****7734  Checking account  400515  active   +44 20 5550 0100\n"
                    "Rainy day savings  ****7742  Savings account   400515  pending\n"
-                   "Lantern card                                           available  +44 20 5550 0102\n"));
+                   "Lantern card       ****2222  Credit card               active   +44 20 5550 0102\n"));
     const Finished full = tool({"show", "--full", examplePath("account_information.ofx")});
     CHECK(contains(full.output, "  20117734  "));
 }

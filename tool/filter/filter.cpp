@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "filter/filter.h"
 
+#include <brackwell/open.h>
+
 #include <algorithm>
 
 #include "account_number.h"
@@ -34,7 +36,19 @@ bool Filter::takesDate(const std::optional<brackwell::Date>& date) const noexcep
 }
 
 bool Filter::takes(const brackwell::TvOFXAccountStatement& statement) const noexcept {
-    return takesAccount(accountNumber(accountOf(statement)));
+    return takesAccount(brackwell::accountOf(statement).accountID());
+}
+
+std::optional<brackwell::ListedAccount> Filter::chosenOf(const brackwell::ListedAccount& listed) const {
+    if (accounts.empty()) return listed;
+    const auto isWanted = [this](const auto& account) { return takesAccount(accountNumber(account.get())); };
+    brackwell::ListedAccount chosen{listed.record, {}, {}, {}};
+    if (listed.bank && isWanted(listed.bank->bankAcctFrom())) chosen.bank = listed.bank;
+    if (listed.card && isWanted(listed.card->creditCardAccountFrom())) chosen.card = listed.card;
+    if (listed.investment && isWanted(listed.investment->investmentAccount()))
+        chosen.investment = listed.investment;
+    const bool isAny = chosen.bank || chosen.card || chosen.investment;
+    return isAny ? std::optional(chosen) : std::nullopt;
 }
 
 Filter::Transactions Filter::transactionsOf(const brackwell::TvOFXAccountStatement& statement) const {

@@ -9,7 +9,8 @@
 
 namespace brackwell {
 class OpenedDocument;
-}
+struct ListedAccount;
+}  // namespace brackwell
 
 namespace tool {
 
@@ -46,6 +47,8 @@ struct Filter {
     bool takes(const brackwell::TvOFXAccountStatement& statement) const noexcept;
     bool takes(const brackwell::InvestmentStatement& statement) const;
     /// @}
+    /// The record of an account list with the accounts that are wanted; nothing when it has none of them.
+    std::optional<brackwell::ListedAccount> chosenOf(const brackwell::ListedAccount& listed) const;
     /// True when a transaction of this date is wanted.
     bool takesDate(const std::optional<brackwell::Date>& date) const noexcept;
 

@@ -74,7 +74,7 @@ void History::add(const Document& document, const Filter& filter) {
         for (const auto& statement : opened.statements())
             if (filter.takes(*statement)) add({statement, document.name, institution});
         investments_.add(opened, document.name, institution, filter);
-        listed_ += opened.accounts().size();
+        listed_.insert(listed_.end(), opened.accounts().begin(), opened.accounts().end());
     }
     for (const Finding& finding : document.file.findings()) findings_.push_back({document.name, finding});
 }

@@ -83,8 +83,8 @@ public:
 
     const std::vector<AccountHistory>& accounts() const noexcept { return accounts_; }
     const InvestmentHistory& investments() const noexcept { return investments_; }
-    /// How many accounts the lists of accounts hold.
-    std::size_t listed() const noexcept { return listed_; }
+    /// The accounts of account lists.
+    const std::vector<brackwell::ListedAccount>& listed() const noexcept { return listed_; }
     /// The files that could not be read.
     const std::vector<std::string>& unread() const noexcept { return unread_; }
     /// What is to be said of those that were, in their order.
@@ -98,7 +98,7 @@ private:
     std::vector<Repeats> repeats_;  ///< for each of these
     std::map<Key, std::vector<std::size_t>> places_;
     InvestmentHistory investments_;
-    std::size_t listed_ = 0;
+    std::vector<brackwell::ListedAccount> listed_;
     std::vector<std::string> unread_;
     std::vector<FileFinding> findings_;
 };

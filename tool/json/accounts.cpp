@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "account_number.h"
 #include "filter/filter.h"
 #include "json/fields.h"
 #include "json/objects.h"
+#include "json/parse_tree.h"
+#include "listed_accounts.h"
 
 namespace tool {
 namespace {
@@ -15,6 +16,33 @@ void writeBankAccountInfo(JsonWriter& json, const brackwell::TvOFXBankAccountInf
     writeField(json, "isTransferDestinationAccount", block.isTransferDestinationAccount());
     writeField(json, "serviceStatus", block.serviceStatus());
     json.endObject();
+}
+
+void writeCreditCardAccountInfo(JsonWriter& json, const brackwell::TvOFXCreditCardAccountInfo& block) {
+    json.beginObject();
+    writeField(json, "creditCardAccountFrom", block.creditCardAccountFrom(), writeCreditCardAccount);
+    writeField(json, "supportsTransactionDownload", block.supportsTransactionDownload());
+    writeField(json, "isTransferSourceAccount", block.isTransferSourceAccount());
+    writeField(json, "isTransferDestinationAccount", block.isTransferDestinationAccount());
+    writeField(json, "serviceStatus", block.serviceStatus());
+    json.endObject();
+}
+
+void writeInvestmentAccountInfo(JsonWriter& json, const brackwell::TvOFXInvestmentAccountInfo& block) {
+    json.beginObject();
+    writeField(json, "investmentAccount", block.investmentAccount(), writeInvestmentAccount);
+    writeField(json, "usproductType", block.usproductType());
+    writeField(json, "hasCheckWritingPrivileges", block.hasCheckWritingPrivileges());
+    writeField(json, "accountType", block.accountType());
+    writeField(json, "optionLevel", block.optionLevel());
+    writeField(json, "serviceStatus", block.serviceStatus());
+    json.endObject();
+}
+
+void writeIdentifier(JsonWriter& json, std::string_view name, const brackwell::ParseValue& value) {
+    if (value.isNothing()) return;
+    json.field(name);
+    writeParseValue(json, value, OriginalStrings::leftOut);
 }
 
 }  // namespace
@@ -45,23 +73,37 @@ void writeCreditCardAccount(JsonWriter& json, const brackwell::TvOFXCreditCardAc
     json.endObject();
 }
 
-void writeAccountInfo(JsonWriter& json, const brackwell::TvOFXAccountInfo& record) {
+void writeInvestmentAccount(JsonWriter& json, const brackwell::TvOFXInvestmentAccount& account) {
     json.beginObject();
-    writeField(json, "accountDescription", record.accountDescription());
-    writeField(json, "accountPhone", record.accountPhone());
-    writeField(json, "bankAccountInfo", record.bankAccountInfo(), writeBankAccountInfo);
-    writeField(json, "serviceStatus", record.serviceStatus());
+    writeField(json, "class", brackwell::OptionalText(account.className()));
+    writeIdentifier(json, "brokerID", account.brokerID());
+    writeIdentifier(json, "accountID", account.accountID());
+    json.endObject();
+}
+
+void writeAccountInfo(JsonWriter& json, const brackwell::ListedAccount& account) {
+    json.beginObject();
+    writeField(json, "accountDescription", account.record->accountDescription());
+    writeField(json, "accountPhone", account.record->accountPhone());
+    writeField(json, "bankAccountInfo", account.bank, writeBankAccountInfo);
+    writeField(json, "creditCardAccountInfo", account.card, writeCreditCardAccountInfo);
+    writeField(json, "investmentAccountInfo", account.investment, writeInvestmentAccountInfo);
+    writeField(json, "serviceStatus", account.record->serviceStatus());
     json.endObject();
 }
 
 void writeAccountInfoFields(JsonWriter& json, const brackwell::TvOFXResponse& response,
-                            const Filter& filter) {
+                            const Choice& choice) {
     const auto& accounts = static_cast<const brackwell::TvOFXAccountInfoResponse&>(response);
     writeField(json, "lastUpdateDateTime", accounts.lastUpdateDateTime());
-    writeList(json, "accountInfos", accounts.accountInfos(),
-              [&filter](JsonWriter& writer, const brackwell::TvOFXAccountInfo& record) {
-                  if (filter.takesAccount(accountNumber(record))) writeAccountInfo(writer, record);
-              });
+    json.field("accountInfos");
+    json.beginArray();
+    for (const auto& record : accounts.accountInfos()) {
+        if (!json.isGood()) break;
+        const auto account = choice.filter.chosenOf(choice.listed.of(record));
+        if (account) writeAccountInfo(json, *account);
+    }
+    json.endArray();
 }
 
 }  // namespace tool

@@ -4,7 +4,6 @@
 #include "filter/filter.h"
 #include "json/fields.h"
 #include "json/objects.h"
-#include "json/parse_tree.h"
 #include "json/writer.h"
 
 namespace tool {
@@ -118,20 +117,6 @@ void writePlan(JsonWriter& json, const brackwell::Plan401k& plan) {
 void writePortion(JsonWriter& json, const brackwell::AssetPortion& portion) {
     json.beginObject();
     writeFields(json, portion);
-    json.endObject();
-}
-
-void writeIdentifier(JsonWriter& json, std::string_view name, const brackwell::ParseValue& value) {
-    if (value.isNothing()) return;
-    json.field(name);
-    writeParseValue(json, value, OriginalStrings::leftOut);
-}
-
-void writeInvestmentAccount(JsonWriter& json, const brackwell::TvOFXInvestmentAccount& account) {
-    json.beginObject();
-    writeField(json, "class", brackwell::OptionalText(account.className()));
-    writeIdentifier(json, "brokerID", account.brokerID());
-    writeIdentifier(json, "accountID", account.accountID());
     json.endObject();
 }
 

@@ -102,7 +102,7 @@ void writeCreditCardSet(JsonWriter& json, const brackwell::TvOFXMessageSetProfil
 
 }  // namespace
 
-void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter&) {
+void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Choice&) {
     const auto& signOn = static_cast<const brackwell::TvOFXSignOnResponse&>(response);
     writeField(json, "dateOfServer", signOn.dateOfServer());
     writeField(json, "userKey", signOn.userKey());
@@ -115,7 +115,7 @@ void writeSignOnFields(JsonWriter& json, const brackwell::TvOFXResponse& respons
     writeField(json, "accessKey", signOn.accessKey());
 }
 
-void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter&) {
+void writeProfileFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Choice&) {
     const auto& profile = static_cast<const brackwell::TvOFXFIProfileResponse&>(response);
     writeField(json, "messageSetProfileSignOn", profile.messageSetProfileSignOn(), writeSignOnSet);
     writeField(json, "messageSetProfileSignUp", profile.messageSetProfileSignUp(), writeSignUpSet);

@@ -9,7 +9,7 @@ namespace {
 /// What the responses of a class have besides what all responses have.
 struct ResponseClass {
     std::string_view name;
-    void (*writeFields)(JsonWriter&, const brackwell::TvOFXResponse&, const Filter&);
+    void (*writeFields)(JsonWriter&, const brackwell::TvOFXResponse&, const Choice&);
 };
 
 constexpr ResponseClass kResponseClasses[] = {
@@ -44,16 +44,16 @@ void writeStatus(JsonWriter& json, const brackwell::TvOFXStatus& status) {
     json.endObject();
 }
 
-void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter) {
+void writeResponse(JsonWriter& json, const brackwell::TvOFXResponse& response, const Choice& choice) {
     const auto* statement = dynamic_cast<const brackwell::TvOFXAccountStatement*>(&response);
-    if (statement != nullptr && !filter.takes(*statement)) return;
+    if (statement != nullptr && !choice.filter.takes(*statement)) return;
     json.beginObject();
     writeField(json, "class", response.className());
     writeField(json, "transactionWrapperName", response.transactionWrapperName());
     writeField(json, "transactionUID", response.transactionUID());
     writeField(json, "status", response.status(), writeStatus);
     for (const ResponseClass& known : kResponseClasses)
-        if (known.name == response.className()) known.writeFields(json, response, filter);
+        if (known.name == response.className()) known.writeFields(json, response, choice);
     json.endObject();
 }
 

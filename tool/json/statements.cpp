@@ -90,19 +90,19 @@ void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransacti
     json.endObject();
 }
 
-void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Filter& filter) {
+void writeStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response, const Choice& choice) {
     const auto& statement = static_cast<const brackwell::TvOFXStatementResponse&>(response);
     writeField(json, "defaultCurrency", statement.defaultCurrency());
     writeField(json, "bankAccountFrom", statement.bankAccountFrom(), writeBankAccount);
-    writeAccountStatement(json, statement, filter);
+    writeAccountStatement(json, statement, choice.filter);
 }
 
 void writeCCStatementFields(JsonWriter& json, const brackwell::TvOFXResponse& response,
-                            const Filter& filter) {
+                            const Choice& choice) {
     const auto& statement = static_cast<const brackwell::TvOFXCCStatementResponse&>(response);
     writeField(json, "defaultCurrency", statement.defaultCurrency());
     writeField(json, "creditCardAccountFrom", statement.creditCardAccountFrom(), writeCreditCardAccount);
-    writeAccountStatement(json, statement, filter);
+    writeAccountStatement(json, statement, choice.filter);
 }
 
 }  // namespace tool

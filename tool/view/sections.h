@@ -7,9 +7,11 @@
 #include <brackwell/open.h>
 
 #include <string>
+#include <vector>
 
 namespace tool {
 
+class ListedAccounts;
 class Page;
 class SecurityLookup;
 struct Options;
@@ -29,7 +31,10 @@ std::string shownStatus(const brackwell::TvOFXStatus& status);
 bool isTrouble(const brackwell::TvOFXStatus* status);
 
 void showSignOn(Page& page, const brackwell::TvOFXSignOnResponse& signOn);
-void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response, const Options& options);
+void showAccountInfo(Page& page, const brackwell::TvOFXAccountInfoResponse& response,
+                     const ListedAccounts& listed, const Options& options);
+/// The accounts of all account lists; what several of them say alike once.
+void showListedAccounts(Page& page, const std::vector<brackwell::ListedAccount>& accounts, bool isFull);
 void showProfile(Page& page, const brackwell::TvOFXFIProfileResponse& profile);
 /// Nothing for the statement of an account that is not wanted.
 void showStatement(Page& page, const brackwell::TvOFXAccountStatement& statement, const Options& options);
