@@ -18,9 +18,9 @@
 ///
 /// Fields are flat, however the document nests them (INVBUY, INVTRAN, SECINFO), and may stand in any order.
 /// What the document does not have is absent; of a field that it has twice the first one counts, or the
-/// longer form (MEMO2) that the OFX standard has for it. An amount or date whose text is none is absent as
-/// well, but text() has it. Of a word of a closed list (BUYTYPE) the enumeration says `unknown` when it is
-/// none of the list; text() has the word.
+/// longer form (MEMO2) that the OFX standard has for it, and the other is in originalParseData. An amount or
+/// date whose text is none is absent as well, but text() has it. Of a word of a closed list (BUYTYPE) the
+/// enumeration says `unknown` when it is none of the list; text() has the word.
 
 #include <brackwell/investment_records.h>
 #include <brackwell/statements.h>

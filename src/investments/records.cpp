@@ -32,20 +32,23 @@ ParseDictionary Records::dictionaryAt(std::uint32_t index) const {
     return reading::NodeRef{&document, &node(index), true}.dictionary();
 }
 
-bool RecordReader::read(std::uint32_t aggregate) noexcept {
+bool RecordReader::read(std::uint32_t aggregate) {
     const reading::Document& document = *records_->document;
     const std::uint32_t end = document.behind(aggregate);
     bool hasOthers = false;
     std::uint32_t endOfScope = 0;
+    std::uint32_t endOfRepetition = 0;
     for (std::uint32_t at = aggregate + 1; at < end;) {
         const reading::Node& node = document.node(at);
         const FieldTable::Entry entry = table_->entry(node.name());
         if (!node.isAggregate()) {
             if (entry.isField() && table_->fields()[entry.field()].rule != FieldRule::object)
-                take(entry.field(), at);
+                takeLeaf(entry.field(), at, node.isRepeated() || at < endOfRepetition);
             ++at;
             continue;
         }
+        // A statement may have several lists, and all are read.
+        if (node.isRepeated() && type_ != RecordType::statement) endOfRepetition = document.behind(at);
         if (node.name() == table_->scope()) endOfScope = document.behind(at);
         const bool isPart = entry.isPart() || (entry.isScopedPart() && at < endOfScope);
         if (isPart || takesAggregate(entry, at))
@@ -56,6 +59,16 @@ bool RecordReader::read(std::uint32_t aggregate) noexcept {
         }
     }
     return hasOthers;
+}
+
+/// A repetition, which no record should have, is another's to name.
+void RecordReader::takeLeaf(std::size_t field, std::uint32_t node, bool isRepetition) {
+    const std::uint32_t before = this->node(field);
+    take(field, node);
+    if (before == 0 || isRepetition) return;
+    const auto textOf = [this](std::uint32_t leaf) { return records_->document->text(records_->node(leaf)); };
+    const std::uint32_t rival = nodes_[field] == node ? before : node;
+    if (!textOf(nodes_[field]).starts_with(textOf(rival))) records_->rivals.push(rival);
 }
 
 bool RecordReader::isLongerForm(std::uint32_t node) const noexcept {

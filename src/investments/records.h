@@ -71,6 +71,8 @@ struct Records {
     std::array<reading::PodVector<std::uint32_t>, kRecordTypes> numbers;  ///< of the records, by type
     std::vector<StatementParts> statements;
     std::vector<std::shared_ptr<TvOFXStatementTransaction>> bankTransactions;
+    /// Leaves that say something else than the element of another name or place that a field was taken from.
+    reading::PodVector<std::uint32_t> rivals;
 
     const reading::Node& node(std::uint32_t index) const noexcept { return document->node(index); }
     std::uint32_t behind(const Record& record) const noexcept { return document->behind(record.node); }
@@ -117,7 +119,7 @@ public:
         : records_(&records), table_(&fieldsOf(type)), type_(type) {}
 
     /// Takes the fields of an aggregate and of its parts; true when there are other aggregates in it.
-    bool read(std::uint32_t aggregate) noexcept;
+    bool read(std::uint32_t aggregate);
     /// The node of a field that has been read, by one of its elements; 0 when there is none.
     std::uint32_t nodeOf(NameID element) const noexcept {
         const FieldTable::Entry entry = table_->entry(element);
@@ -131,12 +133,14 @@ private:
     std::uint32_t node(std::size_t field) const noexcept {
         return (found_ >> field & 1) != 0 ? nodes_[field] : 0;
     }
+    /// The first element of a field counts, or the longer form of it.
     void take(std::size_t field, std::uint32_t node) noexcept {
         const FieldTable::Fields bit = FieldTable::Fields{1} << field;
-        if ((found_ & bit) != 0 && !isLongerForm(node)) return;  // else the first one counts
+        if ((found_ & bit) != 0 && !isLongerForm(node)) return;
         found_ |= bit;
         nodes_[field] = node;
     }
+    void takeLeaf(std::size_t field, std::uint32_t node, bool isRepetition);
     /// True for a text that repeats another one in full.
     bool isLongerForm(std::uint32_t node) const noexcept;
     bool takesAggregate(FieldTable::Entry entry, std::uint32_t node) noexcept;

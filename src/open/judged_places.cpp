@@ -30,6 +30,9 @@ constexpr auto kReadAnyway = std::to_array<PlaceNames>({{"SVCSTATUS", "ACCTINFO"
 constexpr auto kReadOnce = std::to_array<PlaceNames>(
     {{"BANKACCTINFO", "ACCTINFO"}, {"CCACCTINFO", "ACCTINFO"}, {"INVACCTINFO", "ACCTINFO"}});
 
+/// Of these the standard allows one, and each is read for itself.
+constexpr auto kReadEach = std::to_array<PlaceNames>({{"STMTTRN", "INVBANKTRAN"}});
+
 /// Of these the standard allows one, and what is in all of them is read.
 constexpr auto kReadOften = std::to_array<PlaceNames>({{"INVTRANLIST", "INVSTMTRS"},
                                                        {"INVPOSLIST", "INVSTMTRS"},
@@ -75,7 +78,8 @@ bool standsWhereItIsRead(const Place& place) noexcept {
 bool countsThere(const Place& place) noexcept {
     if (!place.isRepeated) return true;
     if (isOneOf(kReadOnce, place)) return false;
-    return elements::mayRepeatIn(place.child, place.parent) || isBareResponse(place);
+    return elements::mayRepeatIn(place.child, place.parent) || isBareResponse(place) ||
+           isOneOf(kReadEach, place);
 }
 
 bool isReadOften(const Place& place) noexcept { return isOneOf(kReadOften, place); }

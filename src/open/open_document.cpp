@@ -21,6 +21,7 @@
 #include "open/placement.h"
 #include "open/repair_losses.h"
 #include "open/response_kind.h"
+#include "open/rival_values.h"
 #include "open/root_name.h"
 #include "open/shown_text.h"
 #include "open/survey.h"
@@ -369,6 +370,7 @@ private:
         if (!content.investmentStatements.empty())
             findContradictions(findings, content.investmentStatements, SecurityList(content.securities),
                                places);
+        findRivalValues(findings, content.investmentStatements, content.securities, places);
         findNamelessStatements(findings, content.known, content.investmentStatements, places);
         findUnknownAccountTypes(findings, content.known, places);
         if (!content.survey.hasDistinctIdentifiers()) {

@@ -313,6 +313,47 @@ TEST_CASE("lists of investments that stand twice are delivered whole, with the p
     CHECK(shown(file.investmentStatements().at(0).end()) == "2024-02-29 00:00:00.000");
 }
 
+TEST_CASE("a value of investments that gives way to another one of the same field is named") {
+    const auto buying = [](const std::string& trade, const std::string& purchase) {
+        return withInvestments(
+            "<INVTRANLIST><DTSTART>20240101<DTEND>20240131\n<BUYSTOCK><INVBUY>\n<INVTRAN>"
+            "<FITID>1<DTTRADE>20240105" +
+            trade + "</INVTRAN>\n" + purchase + "<UNITS>5</INVBUY><BUYTYPE>BUY</BUYSTOCK></INVTRANLIST>\n");
+    };
+    const std::string one =
+        "1 value differs from another element of the same field, which is delivered instead: ";
+    const std::string stock =
+        "<SECLISTMSGSRSV1><SECLIST>\n<STOCKINFO><SECINFO><SECID><UNIQUEID>1<UNIQUEIDTYPE>CUSIP</SECID>"
+        "<SECNAME>x</SECINFO>\n<YIELD>3\n<YLD>4</STOCKINFO></SECLIST></SECLISTMSGSRSV1>";
+    const Row rows[] = {
+        {"MEMO", buying("<MEMO>dividend<MEMO2>other", ""), FindingKind::treeOnly, kNote, 9,
+         one + "<MEMO>, \"dividend\"."},
+        {"order", buying("<MEMO2>other<MEMO>dividend", ""), FindingKind::treeOnly, kNote, 9,
+         one + "<MEMO>, \"dividend\"."},
+        {"identifiers", buying("<SRVRTID>A<SRVRTID2>B", ""), FindingKind::treeOnly, kNote, 9,
+         one + "<SRVRTID>, \"A\"."},
+        {"two places", buying("<REVERSALFITID>A", "<REVERSALFITID>B\n"), FindingKind::treeOnly, kNote, 10,
+         one + "<REVERSALFITID>, \"B\"."},
+        {"two currencies",
+         buying("",
+                "<CURRENCY><CURRATE>2<CURSYM>EUR</CURRENCY>\n<ORIGCURRENCY><CURRATE>3<CURSYM>GBP"
+                "</ORIGCURRENCY>"),
+         FindingKind::treeOnly, kNote, 11,
+         "2 values differ from another element of the same field, which is delivered instead; the first is "
+         "<CURRATE>, \"3\"."},
+        {"a security", document(stock), FindingKind::treeOnly, kNote, 8, one + "<YLD>, \"4\"."},
+    };
+    for (const Row& row : rows) check(row);
+    CHECK(findingsOf(buying("<MEMO>divid<MEMO2>dividend", "")).empty());
+    CHECK(findingsOf(buying("<REVERSALFITID>A", "<REVERSALFITID>A")).empty());
+    const std::string bank = "<STMTTRN><TRNTYPE>CREDIT<DTPOSTED>20240105<TRNAMT>1<FITID>";
+    CHECK(findingsOf(withInvestments("<INVTRANLIST><DTSTART>20240101<DTEND>20240131<INVBANKTRAN>" + bank +
+                                     "1</STMTTRN>" + bank +
+                                     "2</STMTTRN><SUBACCTFUND>CASH</INVBANKTRAN>"
+                                     "</INVTRANLIST>\n"))
+              .empty());
+}
+
 TEST_CASE("profiles and account lists are read where the standard has their elements") {
     const auto accounts = [](const std::string& record) {
         return document("<SIGNUPMSGSRSV1><ACCTINFOTRNRS><TRNUID>1" + kStatus +
