@@ -46,7 +46,7 @@ TEST_CASE("amounts in another currency are summed up by their rate") {
 TEST_CASE("all that is known of a retirement plan is shown") {
     const std::string plan =
         "<INV401K><EMPLOYERNAME>Quarry<PLANID>P1<MATCHINFO><MATCHPCT>50<MAXMATCHAMT>1200.5</MATCHINFO>"
-        "<LOANINFO><LOANID>L1<CURRENTLOANBAL>640.25<LOANRATE>4.5</LOANINFO>"
+        "<LOANINFO><LOANID>L1<CURRENTLOANBAL>640.25<LOANRATE>4.5<LOANPMTSINITIAL>60</LOANINFO>"
         "<INV401KSUMMARY><YEARTODATE><DTSTART>20240101<DTEND>20240630"
         "<CONTRIBUTIONS><PRETAX>100<TOTAL>100</CONTRIBUTIONS><EARNINGS><TOTAL>7.5</EARNINGS></YEARTODATE>"
         "</INV401KSUMMARY></INV401K><INV401KBAL><PRETAX>90<TOTAL>90</INV401KBAL>";
@@ -66,9 +66,10 @@ TEST_CASE("all that is known of a retirement plan is shown") {
     CHECK(has("Plan", "employer name  Quarry"));
     CHECK(has("Plan", "plan ID  P1"));
     CHECK(has("Plan", "match percent  50 %"));
-    CHECK(has("Plan", "maximum match amount  1200.5"));
+    CHECK(has("Plan", "maximum match amount  1200.50"));
     CHECK(has("Loan", "current balance  640.25"));
-    CHECK(has("Loan", "rate  4.5"));
+    CHECK(has("Loan", "rate  4.5 %"));
+    CHECK(has("Loan", "initial payments  60"));
     CHECK(has("Year to date", "end  2024-06-30"));
     CHECK(has("Year to date, contributions", "pre tax  100.00"));
     CHECK(has("Year to date, earnings", "total  7.50"));

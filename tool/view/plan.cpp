@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+#include <array>
+
 #include "text/visible_text.h"
 #include "view/page.h"
 #include "view/sections.h"
@@ -25,26 +28,33 @@ std::string inWords(std::string_view getter) {
     return words;
 }
 
-/// Of money with two decimals at least; counts and rates are as exact as they are.
-enum class Style : unsigned char { money, exact };
+constexpr std::array<std::string_view, 3> kPercentages = {"preTaxDeferral", "afterTaxDeferral", "rate"};
+constexpr std::array<std::string_view, 2> kCounts = {"initialPayments", "remainingPayments"};
 
-std::string valueText(const InvestmentField& field, Style style) {
+template <std::size_t Count>
+bool isOneOf(const std::array<std::string_view, Count>& names, std::string_view name) noexcept {
+    return std::ranges::find(names, name) != names.end();
+}
+
+/// All numbers of a plan are money but for some.
+std::string valueText(const InvestmentField& field) {
     if (field.date) return shownDate(field.date);
     if (!field.amount) return visibleText(field.text);
-    if (style == Style::money) return shownAmount(*field.amount);
-    return field.amount->toString() + (field.name.ends_with("Percent") ? " %" : "");
+    if (field.name.ends_with("Percent") || isOneOf(kPercentages, field.name))
+        return field.amount->toString() + " %";
+    return isOneOf(kCounts, field.name) ? field.amount->toString() : shownAmount(*field.amount);
 }
 
 /// A row for each field; adding one to the library adds it here.
-void addFields(Rows& rows, const std::string& part, const InvestmentRecord& record, Style style) {
+void addFields(Rows& rows, const std::string& part, const InvestmentRecord& record) {
     for (const InvestmentField& field : record.fields())
-        rows.push_back({part, inWords(field.name), valueText(field, style)});
+        rows.push_back({part, inWords(field.name), valueText(field)});
 }
 
 void addAmounts(Rows& rows, const std::string& part, const std::optional<Amounts401k>& amounts,
                 OptionalText currency) {
     if (!amounts) return;
-    addFields(rows, part, *amounts, Style::money);
+    addFields(rows, part, *amounts);
     for (const ListedBalance& balance : amounts->listed())
         rows.push_back(
             {part, visibleText(balance.name().value_or("")), visibleText(shownBalance(balance, currency))});
@@ -57,15 +67,15 @@ std::string titleOf(const Period401k& period) {
 
 void addPeriod(Rows& rows, const Period401k& period, OptionalText currency) {
     const std::string title = titleOf(period);
-    addFields(rows, title, period, Style::exact);
+    addFields(rows, title, period);
     addAmounts(rows, title + ", contributions", period.contributions(), currency);
     addAmounts(rows, title + ", withdrawals", period.withdrawals(), currency);
     addAmounts(rows, title + ", earnings", period.earnings(), currency);
 }
 
 void addPlan(Rows& rows, const Plan401k& plan, OptionalText currency) {
-    addFields(rows, "Plan", plan, Style::exact);
-    for (const Loan401k& loan : plan.loans()) addFields(rows, "Loan", loan, Style::exact);
+    addFields(rows, "Plan", plan);
+    for (const Loan401k& loan : plan.loans()) addFields(rows, "Loan", loan);
     for (const Period401k& period : plan.periods()) addPeriod(rows, period, currency);
 }
 
