@@ -82,40 +82,48 @@ void writeBar(Markup& markup, const char* kind, double middle, double width, dou
                  plotWidth(middle - width / 2), Coordinate{top}, plotWidth(width), Coordinate{height});
 }
 
+/// From where to where the bars of a flow go.
+struct Range {
+    double low;
+    double high;
+};
+
+Range bothOf(const Flow& flow) noexcept { return {approximate(flow.out), approximate(flow.in)}; }
+Range netOf(const Flow& flow) noexcept {
+    const double net = approximate(flow.net());
+    return {net, net};
+}
+
 /// A bar of money in and one of money out, with a mark for the net.
-void writeFlowBars(Markup& markup, const Bar& bar, const Row& row, const ValueAxis& axis) {
-    const double middle = row.middle(bar.number);
-    const double net = axis.place(approximate(bar.flow.net()));
-    writeBar(markup, "in", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.in)));
-    writeBar(markup, "out", middle, row.width(), axis.place(0), axis.place(approximate(bar.flow.out)));
-    markup.write("<path class=\"net\" d=\"M{} {}h{}\"/>", plotWidth(middle - row.width() * 0.7),
-                 plotHeight(net), plotWidth(row.width() * 1.4));
+void writeBoth(Markup& markup, const Flow& flow, double middle, double width, const ValueAxis& axis) {
+    const double net = axis.place(approximate(flow.net()));
+    writeBar(markup, "in", middle, width, axis.place(0), axis.place(approximate(flow.in)));
+    writeBar(markup, "out", middle, width, axis.place(0), axis.place(approximate(flow.out)));
+    markup.write("<path class=\"net\" d=\"M{} {}h{}\"/>", plotWidth(middle - width * 0.7), plotHeight(net),
+                 plotWidth(width * 1.4));
 }
 
-void writeFlows(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
-                const Unit& unit) {
-    beginStretched(markup);
-    for (const Bar& bar : bars) {
-        markup.write("<g><title>{}: in {}, out {}, net {}</title>", barName(bar.number, unit),
-                     amountText(bar.flow.in), amountText(bar.flow.out), signedAmountText(bar.flow.net()));
-        writeFlowBars(markup, bar, row, axis);
-        markup.write("</g>");
-    }
-    endStretched(markup);
+void writeNet(Markup& markup, const Flow& flow, double middle, double width, const ValueAxis& axis) {
+    const double net = approximate(flow.net());
+    writeBar(markup, net < 0 ? "out" : "in", middle, width, axis.place(0), axis.place(net));
 }
 
-void writeIncomes(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
-                  const Unit& unit) {
-    beginStretched(markup);
-    for (const Bar& bar : bars) {
-        const double net = approximate(bar.flow.net());
-        markup.write("<g><title>{}: {}</title>", barName(bar.number, unit), amountText(bar.flow.net()));
-        writeBar(markup, net < 0 ? "out" : "in", row.middle(bar.number), row.width(), axis.place(0),
-                 axis.place(net));
-        markup.write("</g>");
-    }
-    endStretched(markup);
+std::string bothInWords(const Flow& flow) {
+    return "in " + amountText(flow.in) + ", out " + amountText(flow.out) + ", net " +
+           signedAmountText(flow.net());
 }
+std::string netInWords(const Flow& flow) { return amountText(flow.net()); }
+
+/// What is drawn of flows.
+struct Drawing {
+    const char* title;  ///< before the name of whose they are
+    Range (*range)(const Flow&) noexcept;
+    void (*write)(Markup&, const Flow&, double middle, double width, const ValueAxis&);
+    std::string (*inWords)(const Flow&);
+    bool hasOut;  ///< else there is a net only
+};
+constexpr Drawing kBoth{"Money in and out of", bothOf, writeBoth, bothInWords, true};
+constexpr Drawing kNet{"Income of", netOf, writeNet, netInWords, false};
 
 std::vector<Tick> labelsOf(const Row& row, const Unit& unit) {
     std::vector<Tick> labels;
@@ -125,75 +133,67 @@ std::vector<Tick> labelsOf(const Row& row, const Unit& unit) {
     return labels;
 }
 
-ValueAxis incomeAxisOf(const std::vector<Bar>& bars) {
+ValueAxis axisOf(const std::vector<Bar>& bars, const Drawing& drawing) {
     double low = 0;
     double high = 0;
     for (const Bar& bar : bars) {
-        low = std::min(low, approximate(bar.flow.net()));
-        high = std::max(high, approximate(bar.flow.net()));
+        const Range range = drawing.range(bar.flow);
+        low = std::min(low, range.low);
+        high = std::max(high, range.high);
     }
     return valueAxis(low, high);
 }
 
-ValueAxis axisOf(const std::vector<Bar>& bars) {
-    double low = 0;
-    double high = 0;
+void writeBars(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
+               const Unit& unit, const Drawing& drawing) {
+    beginStretched(markup);
     for (const Bar& bar : bars) {
-        low = std::min(low, approximate(bar.flow.out));
-        high = std::max(high, approximate(bar.flow.in));
+        markup.write("<g><title>{}: {}</title>", barName(bar.number, unit), drawing.inWords(bar.flow));
+        drawing.write(markup, bar.flow, row.middle(bar.number), row.width(), axis);
+        markup.write("</g>");
     }
-    return valueAxis(low, high);
+    endStretched(markup);
 }
 
-void writeDescription(Markup& markup, const std::vector<Bar>& bars, const Unit& unit, const std::string& name,
-                      const std::string& currency, std::string_view id) {
+void describe(Markup& markup, const std::vector<Bar>& bars, const Unit& unit, const std::string& currency,
+              std::string_view id, const Drawing& drawing) {
     const auto greatest = [&](auto value) { return std::ranges::max_element(bars, {}, value); };
-    const auto in = greatest([](const Bar& bar) { return approximate(bar.flow.in); });
-    const auto out = greatest([](const Bar& bar) { return -approximate(bar.flow.out); });
-    markup.write("<title id=\"{}-title\">Money in and out of {} by {}</title>", id, name, unit.name);
-    markup.write(
-        "<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}. Most went out in {}: {}.</desc>", id,
-        barName(bars.front().number, unit), barName(bars.back().number, unit), barName(in->number, unit),
-        withCurrency(amountText(in->flow.in), currency), barName(out->number, unit),
-        withCurrency(amountText(out->flow.out), currency));
+    const auto in = greatest([&](const Bar& bar) { return drawing.range(bar.flow).high; });
+    const auto out = greatest([&](const Bar& bar) { return -drawing.range(bar.flow).low; });
+    markup.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}.", id,
+                 barName(bars.front().number, unit), barName(bars.back().number, unit),
+                 barName(in->number, unit),
+                 withCurrency(amountText(drawing.hasOut ? in->flow.in : in->flow.net()), currency));
+    if (drawing.hasOut)
+        markup.write(" Most went out in {}: {}.", barName(out->number, unit),
+                     withCurrency(amountText(out->flow.out), currency));
+    markup.write("</desc>");
 }
 
-void describeIncome(Markup& markup, const std::vector<Bar>& bars, const Unit& unit, const std::string& name,
-                    const std::string& currency, std::string_view id) {
-    const auto most =
-        std::ranges::max_element(bars, {}, [](const Bar& bar) { return approximate(bar.flow.net()); });
-    markup.write("<title id=\"{}-title\">Income of {} by {}</title>", id, name, unit.name);
-    markup.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}.</desc>", id,
-                 barName(bars.front().number, unit), barName(bars.back().number, unit),
-                 barName(most->number, unit), withCurrency(amountText(most->flow.net()), currency));
+void writePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+               const std::string& currency, std::string_view id, const Drawing& drawing) {
+    const Unit& unit = unitFor(months);
+    const std::vector<Bar> bars = barsOf(months, unit);
+    const Row row(bars);
+    const ValueAxis axis = axisOf(bars, drawing);
+    beginPlot(markup, axis, id);
+    markup.write("<title id=\"{}-title\">{} {} by {}</title>", id, drawing.title, name, unit.name);
+    describe(markup, bars, unit, currency, id, drawing);
+    writeGrid(markup, axis);
+    writeBars(markup, bars, row, axis, unit, drawing);
+    endPlot(markup, labelsOf(row, unit));
 }
 
 }  // namespace
 
 void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
                    const std::string& currency, std::string_view id) {
-    const Unit& unit = unitFor(months);
-    const std::vector<Bar> bars = barsOf(months, unit);
-    const Row row(bars);
-    const ValueAxis axis = axisOf(bars);
-    beginPlot(markup, axis, id);
-    writeDescription(markup, bars, unit, name, currency, id);
-    writeGrid(markup, axis);
-    writeFlows(markup, bars, row, axis, unit);
-    endPlot(markup, labelsOf(row, unit));
+    writePlot(markup, months, name, currency, id, kBoth);
 }
 
 void writeIncomePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
                      const std::string& currency, std::string_view id) {
-    const Unit& unit = unitFor(months);
-    const std::vector<Bar> bars = barsOf(months, unit);
-    const Row row(bars);
-    const ValueAxis axis = incomeAxisOf(bars);
-    beginPlot(markup, axis, id);
-    describeIncome(markup, bars, unit, name, currency, id);
-    writeGrid(markup, axis);
-    writeIncomes(markup, bars, row, axis, unit);
-    endPlot(markup, labelsOf(row, unit));
+    writePlot(markup, months, name, currency, id, kNet);
 }
 
 }  // namespace tool
