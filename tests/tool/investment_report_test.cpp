@@ -103,13 +103,13 @@ TEST_CASE("transactions of investment accounts stand in the table of all") {
                       purchase("T1", "20240110", "100", "-7") + moneyIn("B1", "50") + split + foreign, "") +
                  securityList(security("100", "Alder", "ALDR"))));
     const std::string account = "Investment account \u2022\u2022 1122";
-    CHECK(
-        page.rows("transactions") ==
-        std::vector<Cells>{{"2024-03-02", "Alder2 at 3", "Bought stock", account, "\u22127.00 EUR"},
-                           {"2024-03-01", "Alder60 became 120 units", "Split", account, "\u2013"},
-                           {"2024-01-10", "Alder2 at 3", "Bought stock", account, "\u22127.00"},
-                           {"2024-01-05", "PayrollSalary", "Bank transaction", account, "+50.00"},
-                           {"2024-01-02", "Grocer", "", "Checking account \u2022\u2022 7788", "\u22123.00"}});
+    CHECK(page.rows("transactions") ==
+          std::vector<Cells>{
+              {"2024-03-02", "Alder2 at 3, costs 1.00", "Bought stock", account, "\u22127.00 EUR"},
+              {"2024-03-01", "Alder60 became 120 units", "Split", account, "\u2013"},
+              {"2024-01-10", "Alder2 at 3, costs 1.00", "Bought stock", account, "\u22127.00"},
+              {"2024-01-05", "PayrollSalary", "Bank transaction", account, "+50.00"},
+              {"2024-01-02", "Grocer", "", "Checking account \u2022\u2022 7788", "\u22123.00"}});
     CHECK(page.texts("td", "trade") == std::vector<std::string>{"\u22127.00"});
     CHECK(page.texts("td", "in").back() == "+50.00");
     CHECK(page.texts("option") == std::vector<std::string>{"All", "Checking account \u2022\u2022 7788",
@@ -189,4 +189,14 @@ TEST_CASE("the order that is wanted is that of a report's investments, too") {
     CHECK(reportOf(sample(), {"--sort", "date"}).rows("transactions").at(0).at(0) == "2024-01-05");
     CHECK(reportOf(sample(), {"--sort", "amount"}).rows("transactions").at(0).at(0) == "2024-01-10");
     CHECK(reportOf(sample()).rows("transactions").at(0).at(0) == "2024-01-10");
+}
+
+TEST_CASE("money that moves within an account, or without a security, is described") {
+    const std::string moved =
+        "<JRNLFUND><INVTRAN><FITID>1<DTTRADE>20240302</INVTRAN><SUBACCTTO>MARGIN<SUBACCTFROM>CASH<TOTAL>5"
+        "</JRNLFUND><MARGININTEREST><INVTRAN><FITID>2<DTTRADE>20240301</INVTRAN><TOTAL>-7</MARGININTEREST>";
+    const MarkupPage page = reportOf(version1(held("1", moved, "")));
+    CHECK(page.rows("transactions") ==
+          std::vector<Cells>{{"2024-03-02", "CASH to MARGIN", "Cash moved", "+5.00"},
+                             {"2024-03-01", "Margin interest", "Margin interest", "\u22127.00"}});
 }

@@ -30,7 +30,8 @@ std::string marginText(const InvestmentStatement& latest) {
 
 void writeHead(Markup& markup, const InvestmentFigures& figures, std::size_t place) {
     markup.write(
-        "<section class=\"account\" id=\"investment-{}\" aria-labelledby=\"investment-title-{}\">\n<header>"
+        "<section class=\"account investment\" id=\"investment-{}\" "
+        "aria-labelledby=\"investment-title-{}\">\n<header>"
         "<div><h2 id=\"investment-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
         place, place, place, figures.name(), figures.account->institution());
     if (figures.worth)

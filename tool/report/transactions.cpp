@@ -86,15 +86,35 @@ OptionalText numberOf(const Row& row) {
     return bank ? numberOf(*bank) : std::nullopt;
 }
 
-/// "2 at 12.50"; of a split, what the units have become.
+/// ", costs 6.50": what a purchase or a sale cost beside the securities; "" for nothing.
+std::string costsOf(const InvestmentTransaction& transaction) {
+    Sum costs;
+    for (const auto& cost :
+         {transaction.commission(), transaction.fees(), transaction.taxes(), transaction.load()})
+        if (cost) costs.add(*cost);
+    return costs.value() == Decimal() ? std::string() : ", costs " + amountText(costs);
+}
+
+/// "2 at 12.50, costs 1.00"; of a split, what the units have become.
 std::string quantityOf(const InvestmentTransaction& transaction) {
     const std::string units = numberText(transaction.units());
     const std::string price = numberText(transaction.unitPrice());
-    if (!units.empty()) return units + (price.empty() ? " units" : " at " + price);
+    if (!units.empty()) return units + (price.empty() ? " units" : " at " + price) + costsOf(transaction);
     const std::string before = numberText(transaction.oldUnits());
     const std::string after = numberText(transaction.newUnits());
     if (after.empty()) return {};
     return before.empty() ? after + " units" : before + " became " + after + " units";
+}
+
+/// What a transaction is about: its security; where money is moved, between which parts of the account.
+std::string subjectOf(const Trade& trade) {
+    const InvestmentTransaction& transaction = trade.transaction;
+    const std::string_view name = nameOf(trade.security, transaction.securityID());
+    if (!name.empty()) return std::string(name);
+    const OptionalText from = transaction.text("fromSubAccount");
+    const OptionalText to = transaction.text("toSubAccount");
+    if (!from || !to) return kindInWords(transaction);
+    return std::string(*from).append(" to ").append(*to);
 }
 
 /// An amount that is not in the account's currency as it is written.
@@ -115,6 +135,7 @@ struct Columns {
     bool account = false;        ///< there are several
     bool number = false;         ///< a transaction has one
     bool currency = false;       ///< stands beside every amount, since there are several
+    bool trades = false;         ///< what they are called needs more room than the types of banks
     bool longAmounts = false;    ///< need more room than amounts mostly do
     std::string commonCurrency;  ///< of all amounts otherwise
 };
@@ -128,6 +149,7 @@ Columns columnsOf(const std::vector<Named>& names, const std::vector<Row>& rows)
     columns.currency = std::ranges::any_of(
         names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
     if (columns.currency) columns.commonCurrency.clear();
+    columns.trades = std::ranges::any_of(rows, [](const Row& row) { return row.trade != nullptr; });
     columns.longAmounts = std::ranges::any_of(
         rows, [](const Row& row) { return row.amount && row.amount->toString().size() > kUsualAmount; });
     return columns;
@@ -168,7 +190,7 @@ private:
         if (bank)
             markup_.write("<th scope=\"row\">{}", payeeOf(*bank).value_or(""));
         else
-            markup_.write("<th scope=\"row\">{}", nameOf(trade.security, transaction.securityID()));
+            markup_.write("<th scope=\"row\">{}", subjectOf(trade));
         writeSmall(quantityOf(transaction));
         writeSmall(converted);
         writeSmall(memoOf(transaction));
@@ -228,9 +250,9 @@ void writeFilter(Markup& markup, const std::vector<Named>& names, bool hasTrades
 
 void writeHead(Markup& markup, const Columns& columns) {
     markup.write(
-        "<table id=\"transactions\" class=\"transactions {}\" data-currency=\"{}\">\n<thead><tr>"
+        "<table id=\"transactions\" class=\"transactions {}{}\" data-currency=\"{}\">\n<thead><tr>"
         "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
-        columns.longAmounts ? "long" : "usual", columns.commonCurrency);
+        columns.longAmounts ? "long" : "usual", columns.trades ? " trades" : "", columns.commonCurrency);
     if (columns.account) markup.write("<th scope=\"col\" class=\"whose\">Account</th>");
     if (columns.number) markup.write("<th scope=\"col\" class=\"number\">Number</th>");
     markup.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
