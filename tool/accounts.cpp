@@ -99,7 +99,7 @@ Table::Row rowOf(const InvestmentAccount& account, bool isFull) {
         visibleText(account.institution()),
         "Investment",
         visibleText(shownNumber(account.number, isFull)),
-        worth ? shownAmount(*worth) : "",
+        worth ? shownAmount(worth->shown()) : "",
         visibleText(account.currency),
         worth ? dayText(account.latest().asOf()) : "",
         std::to_string(account.entries.size() - account.repeats),

@@ -200,3 +200,53 @@ TEST_CASE("money that moves within an account, or without a security, is describ
           std::vector<Cells>{{"2024-03-02", "CASH to MARGIN", "Cash moved", "+5.00"},
                              {"2024-03-01", "Margin interest", "Margin interest", "\u22127.00"}});
 }
+
+TEST_CASE("what a rate has converted is added up exactly and shown with the decimals of the currency") {
+    struct Row {
+        std::string currency;
+        Cells cells;   ///< of both holdings and of the sum
+        Cells income;  ///< of the month and of the sum
+    };
+    const std::string rate = "<CURRENCY><CURRATE>1.23456<CURSYM>XYZ</CURRENCY>";
+    for (const Row& row : std::vector<Row>{{"USD", {"12.35", "12.35", "24.69"}, {"24.69", "24.69"}},
+                                           {"JPY", {"12.00", "12.00", "25.00"}, {"25.00", "25.00"}},
+                                           {"KWD", {"12.346", "12.346", "24.691"}, {"24.691", "24.691"}}}) {
+        CAPTURE(row.currency);
+        std::string document = version1(held(
+            "1",
+            income("INCOME", "1", "20240101", "10", rate) + income("INCOME", "2", "20240102", "10", rate),
+            position("1", "10", rate) + position("2", "10", rate), ""));
+        document.replace(document.find("USD"), 3, row.currency);
+        const MarkupPage page = reportOf(document);
+        const auto holdings = page.rows("holdings");
+        CHECK(Cells{holdings.at(0).at(3), holdings.at(1).at(3)} == Cells{row.cells[0], row.cells[1]});
+        CHECK(page.texts("p", "balance").at(0) ==
+              row.cells[2] + " " + row.currency + "Holdings and cash 2024-06-30");
+        CHECK(page.texts("tfoot") ==
+              std::vector<std::string>{"\nSum" + row.income[1] + "\n", "\nSum" + row.cells[2] + "\n"});
+        CHECK(page.rows("income").at(0).at(1) == row.income[0]);
+        CHECK(page.rows("transactions").at(0).back() == "+" + row.cells[0]);
+        CHECK(contains(outputOf({"show"}, document), "2 positions: worth " + row.cells[2]));
+        CHECK(contains(outputOf({"accounts"}, document), row.cells[2] + "  " + row.currency));
+    }
+    const MarkupPage asWritten = reportOf(version1(held("1", "", position("1", "10.12345"), "")));
+    CHECK(asWritten.rows("holdings").at(0).at(3) == "10.12345");
+}
+
+TEST_CASE("a balance is followed through amounts as an institution books what it has converted") {
+    const std::string paid = "<CURRENCY><CURRATE>1.0789<CURSYM>EUR</CURRENCY>";
+    const std::string earlier =
+        "<BANKMSGSRSV1>" + statement("55667788", "USD", "", ledger("100", "20240101")) + "</BANKMSGSRSV1>";
+    const std::string later =
+        "<BANKMSGSRSV1>" +
+        statement("55667788", "USD",
+                  transaction("20240102", "-10.01", paid) + transaction("20240103", "-10.01", paid),
+                  ledger("78.40", "20240104")) +
+        "</BANKMSGSRSV1>";
+    const TemporaryFolder folder;
+    const MarkupPage page(
+        tool({"report", folder.file("a.ofx", version1(earlier)), folder.file("b.ofx", version1(later))})
+            .output);
+    CHECK(page.all("ul", "notes").empty());
+    CHECK(factsOf(page).at("Out") == "\u221221.60");
+}

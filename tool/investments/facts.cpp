@@ -106,12 +106,12 @@ std::optional<TransactionCurrency> currencyOf(const InvestmentTransaction& trans
     return bank ? brackwell::currencyOf(*bank) : transaction.currency();
 }
 
-std::optional<Decimal> valueOf(const Position& position, const InvestmentStatement& statement) {
+std::optional<Amount> valueOf(const Position& position, const InvestmentStatement& statement) {
     return inStatementCurrency(position.marketValue(), position.currency(), statement.currency());
 }
 
-std::optional<Decimal> amountOf(const InvestmentTransaction& transaction,
-                                const InvestmentStatement& statement) {
+std::optional<Amount> amountOf(const InvestmentTransaction& transaction,
+                               const InvestmentStatement& statement) {
     return inStatementCurrency(amountOf(transaction), currencyOf(transaction), statement.currency());
 }
 
@@ -121,17 +121,18 @@ Worth worthOf(const InvestmentStatement& statement) {
     return worth;
 }
 
-std::optional<Decimal> totalWorthOf(const InvestmentStatement& statement) {
+std::optional<Amount> totalWorthOf(const InvestmentStatement& statement) {
     const auto balance = statement.balance();
     const auto cash = balance ? balance->cash() : std::nullopt;
     if (statement.positions().isEmpty() && !cash) {
         const auto plan = statement.balance401k();
-        return plan ? plan->total() : std::nullopt;
+        const auto total = plan ? plan->total() : std::nullopt;
+        return total ? std::optional<Amount>(*total) : std::nullopt;
     }
     Worth worth = worthOf(statement);
     if (worth.withoutValue > 0) return std::nullopt;
     if (cash) worth.positions.add(*cash);
-    return worth.positions.value();
+    return worth.positions.amount();
 }
 
 std::string whyNoWorth(const InvestmentStatement& statement) {

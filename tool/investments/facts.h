@@ -38,10 +38,10 @@ std::optional<brackwell::TransactionCurrency> currencyOf(const brackwell::Invest
 /// @{
 /// A position's market value, and what a transaction comes to, in the currency of the statement; nothing when
 /// it is in another one, whose rate is not given.
-std::optional<brackwell::Decimal> valueOf(const brackwell::Position& position,
-                                          const brackwell::InvestmentStatement& statement);
-std::optional<brackwell::Decimal> amountOf(const brackwell::InvestmentTransaction& transaction,
-                                           const brackwell::InvestmentStatement& statement);
+std::optional<Amount> valueOf(const brackwell::Position& position,
+                              const brackwell::InvestmentStatement& statement);
+std::optional<Amount> amountOf(const brackwell::InvestmentTransaction& transaction,
+                               const brackwell::InvestmentStatement& statement);
 /// @}
 
 /// What the positions of a statement are worth together, in its currency.
@@ -49,7 +49,7 @@ struct Worth {
     Sum positions;
     std::size_t withoutValue = 0;  ///< positions of which it is not known
 
-    void add(const std::optional<brackwell::Decimal>& value) {
+    void add(const std::optional<Amount>& value) {
         if (value)
             positions.add(*value);
         else
@@ -62,7 +62,7 @@ Worth worthOf(const brackwell::InvestmentStatement& statement);
 /// What an account is worth: positions and available cash (AVAILCASH), or, without any of these, the balance
 /// of a retirement plan. Nothing when nothing is known, or not of all positions. A margin balance is not in
 /// it: documents do not say whether the available cash has it already.
-std::optional<brackwell::Decimal> totalWorthOf(const brackwell::InvestmentStatement& statement);
+std::optional<Amount> totalWorthOf(const brackwell::InvestmentStatement& statement);
 
 /// "1 of 3 positions has no value in USD": why that is not known; "" where it is.
 std::string whyNoWorth(const brackwell::InvestmentStatement& statement);

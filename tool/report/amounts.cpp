@@ -24,21 +24,22 @@ std::string grouped(const std::string& text) {
 
 }  // namespace
 
-std::string amountText(const brackwell::Decimal& amount) { return grouped(shownAmount(amount)); }
+std::string amountText(const Amount& amount) { return grouped(shownAmount(amount.shown())); }
 
 std::string numberText(const std::optional<brackwell::Decimal>& number) {
     return number ? grouped(number->toString()) : std::string();
 }
 
-std::string signedAmountText(const brackwell::Decimal& amount) {
-    const bool isPositive = !amount.isNegative() && !amount.isZero();
-    return (isPositive ? "+" : "") + amountText(amount);
+std::string signedAmountText(const Amount& amount) {
+    const brackwell::Decimal shown = amount.shown();
+    const bool isPositive = !shown.isNegative() && !shown.isZero();
+    return (isPositive ? "+" : "") + amountText(shown);
 }
 
-std::string amountText(const Sum& sum) { return sum.value() ? amountText(*sum.value()) : kNotRepresentable; }
+std::string amountText(const Sum& sum) { return sum.value() ? amountText(*sum.amount()) : kNotRepresentable; }
 
 std::string signedAmountText(const Sum& sum) {
-    return sum.value() ? signedAmountText(*sum.value()) : kNotRepresentable;
+    return sum.value() ? signedAmountText(*sum.amount()) : kNotRepresentable;
 }
 
 std::string withCurrency(const std::string& amount, const std::string& currency) {

@@ -7,10 +7,11 @@
 
 namespace tool {
 
-/// "−1,234.50": at least two decimals, thousands in groups, a sign of minus that cannot be overlooked.
-std::string amountText(const brackwell::Decimal& amount);
+/// "−1,234.50": as much of it as is worth showing, at least two decimals, thousands in groups, a sign of
+/// minus that cannot be overlooked.
+std::string amountText(const Amount& amount);
 /// The same, with a plus when it is positive.
-std::string signedAmountText(const brackwell::Decimal& amount);
+std::string signedAmountText(const Amount& amount);
 /// "−1,234.5": as many decimals as there are; "" for nothing. Of units and prices.
 std::string numberText(const std::optional<brackwell::Decimal>& number);
 /// Of sums; "not representable" for one that does not fit into a number.

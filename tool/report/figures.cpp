@@ -14,8 +14,6 @@
 namespace tool {
 namespace {
 
-using brackwell::Decimal;
-
 /// Leaves out what lies outside the time that is wanted.
 void limit(BalanceCourse& course, const Filter& filter) {
     using namespace std::chrono;
@@ -27,6 +25,12 @@ void limit(BalanceCourse& course, const Filter& filter) {
 
 std::optional<StatedBalance> lastOf(const std::vector<StatedBalance>& balances) {
     return balances.empty() ? std::nullopt : std::optional(balances.back());
+}
+
+/// As an institution books them: it rounds what a rate has converted before it adds it to a balance.
+std::vector<DatedAmount> booked(std::vector<DatedAmount> amounts) {
+    for (DatedAmount& dated : amounts) dated.amount = dated.amount.shown();
+    return amounts;
 }
 
 /// All transactions, each once.
@@ -68,15 +72,16 @@ AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& fil
     figures.available = lastOf(availableBalances(account));
     figures.transactions = wantedOf(account, filter);
     for (const auto* transaction : figures.transactions) count(figures, *transaction);
-    figures.days = flowsByDay(figures.transactions, account.currency);
+    figures.days = flowsByDay(amountsOf(figures.transactions, account.currency));
     figures.months = flowsByMonth(figures.days);
-    figures.balance = balanceCourse(flowsByDay(originalsOf(account), account.currency), ledger);
+    figures.balance =
+        balanceCourse(flowsByDay(booked(amountsOf(originalsOf(account), account.currency))), ledger);
     limit(figures.balance, filter);
     return figures;
 }
 
 /// The sum of what is known of all accounts; nothing after one of which it is not.
-void addBalance(CurrencyFigures& figures, const std::optional<Decimal>& balance) {
+void addBalance(CurrencyFigures& figures, const std::optional<Amount>& balance) {
     if (!balance)
         figures.balance.reset();
     else if (figures.balance)
@@ -87,7 +92,7 @@ void addTogether(CurrencyFigures& figures) {
     figures.balance = Sum();
     std::vector<const std::vector<MonthFlow>*> months;
     for (const AccountFigures* account : figures.accounts) {
-        addBalance(figures, account->ledger ? std::optional(account->ledger->amount) : std::nullopt);
+        addBalance(figures, account->ledger ? std::optional<Amount>(account->ledger->amount) : std::nullopt);
         figures.flow.add(account->flow);
         figures.transactions += account->transactions.size();
         months.push_back(&account->months);

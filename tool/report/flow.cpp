@@ -34,13 +34,13 @@ std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts) {
     return days;
 }
 
-std::vector<DayFlow> flowsByDay(const Transactions& transactions, const std::string& currency) {
+std::vector<DatedAmount> amountsOf(const Transactions& transactions, const std::string& currency) {
     std::vector<DatedAmount> amounts;
     for (const auto* transaction : transactions)
         if (transaction->datePosted())
             if (const auto amount = amountIn(*transaction, currency))
                 amounts.push_back({dayOf(*transaction->datePosted()), *amount});
-    return flowsByDay(std::move(amounts));
+    return amounts;
 }
 
 std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days) {

@@ -16,7 +16,7 @@ struct Flow {
     Sum in;
     Sum out;
 
-    void add(const brackwell::Decimal& amount) { (amount.isNegative() ? out : in).add(amount); }
+    void add(const Amount& amount) { (amount.isNegative() ? out : in).add(amount); }
     void add(const Flow& other) {
         in.add(other.in);
         out.add(other.out);
@@ -45,7 +45,7 @@ using Transactions = std::vector<const brackwell::TvOFXStatementTransaction*>;
 /// An amount on a day of UTC.
 struct DatedAmount {
     std::chrono::sys_days day;
-    brackwell::Decimal amount;
+    Amount amount;
 };
 
 inline std::chrono::sys_days dayOf(brackwell::Date date) noexcept {
@@ -54,8 +54,8 @@ inline std::chrono::sys_days dayOf(brackwell::Date date) noexcept {
 
 /// The days on which there are amounts, in order.
 std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts);
-/// The days on which there are transactions with a date and an amount in this currency, in order.
-std::vector<DayFlow> flowsByDay(const Transactions& transactions, const std::string& currency);
+/// The amounts of transactions that have a date, and an amount in this currency.
+std::vector<DatedAmount> amountsOf(const Transactions& transactions, const std::string& currency);
 
 /// The months in which there are, in order.
 std::vector<MonthFlow> flowsByMonth(const std::vector<DayFlow>& days);

@@ -41,7 +41,7 @@ std::vector<Holding> holdingsOf(const InvestmentSource& source, const Filter& fi
 }
 
 /// Income that was reinvested at once is written as money that leaves the account.
-std::optional<Decimal> incomeOf(const Trade& trade) {
+std::optional<Amount> incomeOf(const Trade& trade) {
     const bool isReinvested = trade.transaction.kind() == InvestmentTransactionKind::reinvestment;
     if (!isReinvested || !trade.amount || !trade.amount->isNegative()) return trade.amount;
     return trade.amount->negated();

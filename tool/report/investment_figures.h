@@ -20,15 +20,15 @@ struct Trade {
     brackwell::InvestmentTransaction transaction;
     std::optional<brackwell::Security> security;
     std::optional<brackwell::Date> date;
-    std::optional<brackwell::Decimal> amount;  ///< in the account's currency
-    bool movesMoney;  ///< in or out; what buys or sells securities only changes what is held
+    std::optional<Amount> amount;  ///< in the account's currency
+    bool movesMoney;               ///< in or out; what buys or sells securities only changes what is held
 };
 
 /// A position of an investment account.
 struct Holding {
     brackwell::Position position;
     std::optional<brackwell::Security> security;
-    std::optional<brackwell::Decimal> value;  ///< in the account's currency
+    std::optional<Amount> value;  ///< in the account's currency
 };
 
 /// What an account received from its securities.
@@ -44,7 +44,7 @@ struct InvestmentFigures {
     const InvestmentAccount* account = nullptr;
     brackwell::InvestmentStatement latest;  ///< of the holdings and balances
     std::string number;                     ///< masked, unless it is to be shown in full
-    std::optional<brackwell::Decimal> worth;
+    std::optional<Amount> worth;
     std::vector<Holding> holdings;  ///< of the latest statement, those that are wanted
     std::vector<Trade> trades;      ///< those that are wanted, each once, in the order of the files
     Flow flow;

@@ -91,9 +91,9 @@ void writeFacts(Markup& markup, const InvestmentFigures& figures) {
 }
 
 /// A bar and the share of all that is held that it stands for. What is owed has its own colour.
-void writeShare(Markup& markup, const std::optional<Decimal>& known, double sum) {
+void writeShare(Markup& markup, const std::optional<Amount>& known, double sum) {
     if (!known) return markup.write("<td class=\"amount\">\u2013</td>");
-    const double value = approximate(*known);
+    const double value = approximate(known->exact);
     const double share = sum > 0 ? std::abs(value) / sum * 100 : 0;
     markup.write(
         "<td class=\"amount\"><svg class=\"share\" viewBox=\"0 0 100 10\" preserveAspectRatio=\"none\" "
@@ -163,7 +163,7 @@ void writeKinds(Markup& markup, const InvestmentFigures& figures, double sum) {
         markup.write("<tr><th scope=\"row\">{}", kind);
         if (worth.withoutValue > 0) markup.write("<small>{} without a value</small>", worth.withoutValue);
         markup.write("</th><td class=\"amount\">{}</td>", amountText(worth.positions));
-        writeShare(markup, worth.positions.value(), sum);
+        writeShare(markup, worth.positions.amount(), sum);
         markup.write("</tr>\n");
     }
     markup.write("</tbody>\n</table></div></figure>\n");
@@ -173,7 +173,7 @@ void writeKinds(Markup& markup, const InvestmentFigures& figures, double sum) {
 double sumOfHoldings(const InvestmentFigures& figures) {
     double sum = 0;
     for (const Holding& holding : figures.holdings)
-        if (holding.value) sum += std::abs(approximate(*holding.value));
+        if (holding.value) sum += std::abs(approximate(holding.value->exact));
     return sum;
 }
 

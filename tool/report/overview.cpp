@@ -42,8 +42,9 @@ void writeRow(Markup& markup, const AccountFigures& figures, std::size_t number)
 void writeRow(Markup& markup, const InvestmentFigures& figures, std::size_t number) {
     markup.write("<tr><th scope=\"row\"><a href=\"#investment-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
                  number, figures.name(), figures.account->institution());
-    const auto worth = figures.worth ? std::optional(StatedBalance{*figures.worth, figures.latest.asOf(), {}})
-                                     : std::nullopt;
+    const auto worth = figures.worth
+                           ? std::optional(StatedBalance{figures.worth->shown(), figures.latest.asOf(), {}})
+                           : std::nullopt;
     writeBalance(markup, worth, figures.account->currency, "amount");
     writeBalance(markup, std::nullopt, {}, "amount more");
     writeFlow(markup, figures.flow, figures.trades.size());

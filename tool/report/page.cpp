@@ -125,7 +125,8 @@ void writeNotes(Markup& markup, const Report& report) {
 
 void writeFoot(Markup& markup) {
     markup.write(
-        "<footer><p>Days and months are those of UTC. Amounts are exact; only the plots are rounded. "
+        "<footer><p>Days and months are those of UTC. Amounts are exact but for those that a rate has "
+        "converted; these and the plots are rounded. "
         "Made with brackwell " BRACKWELL_VERSION ".</p></footer>\n</main>\n<script>");
     markup.write(kPageScript);
     markup.write("</script>\n</body>\n</html>\n");

@@ -26,7 +26,7 @@ struct Row {
     const Trade* trade;
     std::size_t account;  ///< its number on the page
     std::optional<Date> date;
-    std::optional<Decimal> amount;
+    std::optional<Amount> amount;
 };
 
 /// In the order that is wanted; otherwise the newest first. Those without a date or amount come last.
@@ -47,7 +47,7 @@ std::vector<Row> rowsOf(const Report& report) {
     const Order order = report.filter->order;
     if (order == Order::document) std::ranges::stable_sort(rows, std::ranges::greater(), &Row::date);
     if (order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, &Row::date);
-    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Decimal>, &Row::amount);
+    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Amount>, &Row::amount);
     return rows;
 }
 
@@ -150,8 +150,9 @@ Columns columnsOf(const std::vector<Named>& names, const std::vector<Row>& rows)
         names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
     if (columns.currency) columns.commonCurrency.clear();
     columns.trades = std::ranges::any_of(rows, [](const Row& row) { return row.trade != nullptr; });
-    columns.longAmounts = std::ranges::any_of(
-        rows, [](const Row& row) { return row.amount && row.amount->toString().size() > kUsualAmount; });
+    columns.longAmounts = std::ranges::any_of(rows, [](const Row& row) {
+        return row.amount && row.amount->shown().toString().size() > kUsualAmount;
+    });
     return columns;
 }
 

@@ -6,10 +6,12 @@
 
 namespace tool {
 
-std::string shownSum(const Sum& sum) { return sum.value() ? shownAmount(*sum.value()) : "not representable"; }
+std::string shownSum(const Sum& sum) {
+    const auto shown = sum.shown();
+    return shown ? shownAmount(*shown) : "not representable";
+}
 
-void Totals::add(const std::optional<brackwell::Decimal>& written,
-                 const std::optional<brackwell::Decimal>& amount) {
+void Totals::add(const std::optional<brackwell::Decimal>& written, const std::optional<Amount>& amount) {
     ++count_;
     if (!amount) {
         ++(written ? foreign_ : withoutAmount_);

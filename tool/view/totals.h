@@ -14,8 +14,7 @@ class Totals {
 public:
     /// A transaction's amount as it is written, and in the currency of the sums; nothing where that is not
     /// known.
-    void add(const std::optional<brackwell::Decimal>& written,
-             const std::optional<brackwell::Decimal>& amount);
+    void add(const std::optional<brackwell::Decimal>& written, const std::optional<Amount>& amount);
     /// "3 transactions: in 10.00, out -2.50, sum 7.50 USD (1 without an amount)"
     void show(Page& page, brackwell::OptionalText currency) const;
 
