@@ -75,7 +75,7 @@ BRACKWELL_EXPORT bool overlapsAny(const std::vector<TextRange>& ranges, TextRang
 enum class FindingKind : std::uint8_t {
     cutOff,              ///< the document ends before its end
     notDelivered,        ///< the document holds something that no delivered object stands for
-    treeOnly,            ///< elements of the OFX standard that the library has no class for
+    treeOnly,            ///< elements and account types of the OFX standard that no class has
     unknownElement,      ///< elements under names that the OFX standard does not have
     brokenTag,           ///< a tag that can be none, or text where one must have been
     looseText,           ///< text between elements, which is in none of them
