@@ -259,55 +259,58 @@ TEST_CASE("records of investments are compared by identifier and read from every
          "1 element stands once more where there may be one, so none or only the first is read: <INVBUY>."});
 }
 
-TEST_CASE("lists of investments that stand twice are delivered whole, with the period of both") {
-    const auto listOf = [](const std::string& period, const std::string& content) {
-        return "<INVTRANLIST>" + period + content + "</INVTRANLIST>\n";
+namespace {
+
+struct Lists {
+    std::string document;
+    std::size_t transactions, positions, securities;
+    std::string unrepaired;  ///< what is said of them without a repair
+};
+
+void checkLists(const Lists& lists, OpenRepair repair) {
+    CAPTURE(lists.document);
+    OpenOptions options;
+    options.repair = repair;
+    const bool isRepaired = repair == OpenRepair::whenNeeded;
+    const OpenedFile file = openData(Data::copy(lists.document), options);
+    REQUIRE(file);
+    std::size_t transactions = 0;
+    std::size_t positions = 0;
+    for (const InvestmentStatement& statement : file.investmentStatements()) {
+        transactions += statement.transactions().size();
+        positions += statement.positions().size();
+    }
+    CHECK(transactions == lists.transactions);
+    CHECK(positions == lists.positions);
+    CHECK(file.documents()[0].securities().size() == lists.securities);
+    CHECK(file.documents()[0].changes().empty() != isRepaired);
+    const auto isSaid = [&](const Finding& finding) {
+        return isRepaired ? finding.kind == FindingKind::repaired : finding.text == lists.unrepaired;
     };
-    const std::string january = "<DTSTART>20240101<DTEND>20240131\n";
-    const std::string february = "<DTSTART>20240201<DTEND>20240229\n";
+    CHECK(std::ranges::count_if(file.findings(), isSaid) == 1);
+}
+
+}  // namespace
+
+TEST_CASE("lists of investments that stand twice are delivered whole, with the period of both") {
+    const std::string transactions =
+        withInvestments("<INVTRANLIST><DTSTART>20240101<DTEND>20240131\n" + bought("1", "5") +
+                        "</INVTRANLIST>\n<INVTRANLIST><DTSTART>20240201<DTEND>20240229\n" + bought("2", "6") +
+                        "</INVTRANLIST>\n");
     const std::string position = "<INVPOSLIST><POSSTOCK><INVPOS><UNITS>1</INVPOS></POSSTOCK></INVPOSLIST>\n";
     const std::string security = "<SECLIST><MFINFO><SECINFO><SECNAME>x</SECINFO></MFINFO></SECLIST>\n";
-    const std::string transactions =
-        withInvestments(listOf(january, bought("1", "5")) + listOf(february, bought("2", "6")));
+    const std::string set = "SECLISTMSGSRSV1>";
     const std::string further =
-        " once more where there may be one; what is in all of them is read, the "
-        "period of the first only: ";
-    struct Lists {
-        std::string document;
-        std::size_t transactions, positions, securities;
-        std::string unrepaired;
-    };
-    const Lists all[] = {
-        {transactions, 2, 0, 0, "1 list stands" + further + "<INVTRANLIST>."},
-        {withInvestments(position + position), 0, 2, 0, "1 list stands" + further + "<INVPOSLIST>."},
-        {document("<SECLISTMSGSRSV1>" + security + security + "</SECLISTMSGSRSV1>\n"), 0, 0, 2,
-         "1 list stands" + further + "<SECLIST>."},
-        {document("<SECLISTMSGSRSV1>" + security + "</SECLISTMSGSRSV1><SECLISTMSGSRSV1>" + security +
-                  "</SECLISTMSGSRSV1>\n"),
-         0, 0, 2, "1 list stands" + further + "<SECLISTMSGSRSV1>."}};
-    for (const Lists& lists : all) {
-        CAPTURE(lists.document);
-        for (const bool isRepaired : {true, false}) {
-            OpenOptions options;
-            if (!isRepaired) options.repair = OpenRepair::never;
-            const OpenedFile file = openData(Data::copy(lists.document), options);
-            REQUIRE(file);
-            std::size_t found = 0;
-            std::size_t positions = 0;
-            for (const InvestmentStatement& statement : file.investmentStatements()) {
-                found += statement.transactions().size();
-                positions += statement.positions().size();
-            }
-            CHECK(found == lists.transactions);
-            CHECK(positions == lists.positions);
-            CHECK(file.documents()[0].securities().size() == lists.securities);
-            CHECK(file.documents()[0].changes().empty() != isRepaired);
-            const auto isSaid = [&](const Finding& finding) {
-                return isRepaired ? finding.kind == FindingKind::repaired : finding.text == lists.unrepaired;
-            };
-            CHECK(std::ranges::count_if(file.findings(), isSaid) == 1);
-        }
-    }
+        "1 list stands once more where there may be one; what is in all of them is "
+        "read, the period of the first only: ";
+    for (const OpenRepair repair : {OpenRepair::whenNeeded, OpenRepair::never})
+        for (const Lists& lists :
+             {Lists{transactions, 2, 0, 0, further + "<INVTRANLIST>."},
+              Lists{withInvestments(position + position), 0, 2, 0, further + "<INVPOSLIST>."},
+              Lists{document("<" + set + security + security + "</" + set), 0, 0, 2, further + "<SECLIST>."},
+              Lists{document("<" + set + security + "</" + set + "<" + set + security + "</" + set), 0, 0, 2,
+                    further + "<SECLISTMSGSRSV1>."}})
+            checkLists(lists, repair);
     const OpenedFile file = openData(Data::copy(transactions));
     CHECK(shown(file.investmentStatements().at(0).start()) == "2024-01-01 00:00:00.000");
     CHECK(shown(file.investmentStatements().at(0).end()) == "2024-02-29 00:00:00.000");
