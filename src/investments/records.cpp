@@ -12,6 +12,9 @@ constexpr std::array<const FieldTable*, kRecordTypes> kTables{
     &kListedBalanceFields, &kPlanFields,        &kLoanFields,     &kPeriodFields,
     &kAmountsFields,       &kSecurityFields,    &kPortionFields};
 
+constexpr NameID kLongMemo = reading::element("MEMO2");
+constexpr NameID kLongIdentifier = reading::element("SRVRTID2");
+
 }  // namespace
 
 const FieldTable& fieldsOf(RecordType type) noexcept { return *kTables[static_cast<std::size_t>(type)]; }
@@ -28,8 +31,8 @@ std::optional<ParseDictionary> Records::dictionary(const Record& record, std::si
     return dictionaryAt(found);
 }
 
-ParseDictionary Records::dictionaryAt(std::uint32_t index) const {
-    return reading::NodeRef{&document, &node(index), true}.dictionary();
+ParseDictionary Records::dictionaryAt(std::uint32_t node) const {
+    return reading::NodeRef{&document, &this->node(node), true}.dictionary();
 }
 
 bool RecordReader::read(std::uint32_t aggregate) {
@@ -73,7 +76,7 @@ void RecordReader::takeLeaf(std::size_t field, std::uint32_t node, bool isRepeti
 
 bool RecordReader::isLongerForm(std::uint32_t node) const noexcept {
     const NameID name = records_->node(node).name();
-    return name == reading::element("MEMO2") || name == reading::element("SRVRTID2");
+    return name == kLongMemo || name == kLongIdentifier;
 }
 
 /// Takes an aggregate that is a field; true when its leaves are to be read as well.
