@@ -110,6 +110,7 @@ TEST_CASE("transactions of investment accounts stand in the table of all") {
               {"2024-01-10", "Alder2 at 3, costs 1.00", "Bought stock", account, "\u22127.00"},
               {"2024-01-05", "PayrollSalary", "Bank transaction", account, "+50.00"},
               {"2024-01-02", "Grocer", "", "Checking account \u2022\u2022 7788", "\u22123.00"}});
+    CHECK(page.all("table", "trades").size() == 1);
     CHECK(page.texts("td", "trade") == std::vector<std::string>{"\u22127.00"});
     CHECK(page.texts("td", "in").back() == "+50.00");
     CHECK(page.texts("option") == std::vector<std::string>{"All", "Checking account \u2022\u2022 7788",

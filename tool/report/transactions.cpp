@@ -251,9 +251,10 @@ void writeFilter(Markup& markup, const std::vector<Named>& names, bool hasTrades
 
 void writeHead(Markup& markup, const Columns& columns) {
     markup.write(
-        "<table id=\"transactions\" class=\"transactions {}{}\" data-currency=\"{}\">\n<thead><tr>"
+        "<table id=\"transactions\" class=\"transactions {} {}\" data-currency=\"{}\">\n<thead><tr>"
         "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
-        columns.longAmounts ? "long" : "usual", columns.trades ? " trades" : "", columns.commonCurrency);
+        columns.longAmounts ? "long" : "usual", columns.trades ? "trades" : "payments",
+        columns.commonCurrency);
     if (columns.account) markup.write("<th scope=\"col\" class=\"whose\">Account</th>");
     if (columns.number) markup.write("<th scope=\"col\" class=\"number\">Number</th>");
     markup.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
