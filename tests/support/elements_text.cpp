@@ -40,7 +40,7 @@ std::string elementsText(const ParseDictionary& tree) {
             text += '{';
             open.push_back(opened(name, *aggregate));
         } else {
-            text += quoted(value.text().value());
+            text += inQuotes(value.text().value());
         }
     }
     return text;

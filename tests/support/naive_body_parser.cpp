@@ -145,14 +145,14 @@ private:
 NaiveResult parseNaively(const std::string& body) { return NaiveParser(body).parse(); }
 
 std::string treeText(const NaiveNode& node) {
-    if (node.kind == NaiveNode::Kind::text) return quoted(node.text);
+    if (node.kind == NaiveNode::Kind::text) return inQuotes(node.text);
     std::string text;
     if (node.kind == NaiveNode::Kind::array) {
         for (const Node& element : node.elements) text += (text.empty() ? "" : ", ") + treeText(*element);
         return "[" + text + "]";
     }
     for (const auto& [name, value] : node.entries)
-        text += (text.empty() ? "" : ", ") + quoted(name) + ": " + treeText(*value);
+        text += (text.empty() ? "" : ", ") + inQuotes(name) + ": " + treeText(*value);
     return "{" + text + "}";
 }
 

@@ -12,7 +12,7 @@ void appendDictionary(std::string& text, const ParseDictionary& dictionary, int 
     const char* separator = "";
     text += '{';
     for (const auto& [name, value] : dictionary) {
-        text.append(separator).append(quoted(name)).append(": ");
+        text.append(separator).append(inQuotes(name)).append(": ");
         appendValue(text, value, depth + 1);
         separator = ", ";
     }
@@ -40,7 +40,7 @@ void appendValue(std::string& text, const ParseValue& value, int depth) {
             text += "nothing";
             break;
         case ParseValue::Kind::text:
-            text += quoted(value.text().value());
+            text += inQuotes(value.text().value());
             break;
         case ParseValue::Kind::dictionary:
             appendDictionary(text, value.dictionary().value(), depth);
@@ -61,7 +61,7 @@ std::string treeText(const ParseValue& value) {
 
 std::string treeText(const ParseDictionary& tree) { return treeText(ParseValue(tree)); }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     std::string quoted = "\"";
     for (const char c : text) {
         if (c == '"' || c == '\\') quoted += '\\';

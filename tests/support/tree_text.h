@@ -15,7 +15,7 @@ std::string treeText(const ParseValue& value);
 std::string treeText(const ParseDictionary& tree);
 
 /// A text in double quotes, with a backslash before quotes and backslashes in it.
-std::string quoted(std::string_view text);
+std::string inQuotes(std::string_view text);
 
 }  // namespace brackwell::tests
 
