@@ -9,6 +9,7 @@
 ///                                                                brackwell::TvOFXBankAccountTypeChecking);
 ///     if (account->isEqualToOFXBankAccount(statement->bankAccountFrom().get())) ...
 
+#include <brackwell/internal/text_fields.h>
 #include <brackwell/model.h>
 
 namespace brackwell {
@@ -75,7 +76,7 @@ public:
 private:
     struct Elements;
     enum Text : std::size_t { bankID_, branchID_, accountID_, acctKeyChecksum_, textCount };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     TvOFXBankAccountType accountType_ = TvOFXBankAccountTypeUnknown;
 };
 
@@ -113,7 +114,7 @@ public:
 private:
     struct Elements;
     enum Text : std::size_t { accountID_, acctKeyChecksum_, textCount };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
 };
 
 /// An investment account (INVACCTFROM). Its fields are kept as the document has them, whatever their
@@ -266,7 +267,7 @@ private:
     struct Elements;
     enum Text : std::size_t { usproductType_, optionLevel_, textCount };
     std::shared_ptr<TvOFXInvestmentAccount> investmentAccount_;
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     bool hasCheckWritingPrivileges_ = false;
     TvOFXInvestmentAccountType accountType_ = TvOFXInvestmentAccountTypeUnknown;
     TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
@@ -312,7 +313,7 @@ public:
 private:
     struct Elements;
     enum Text : std::size_t { accountDescription_, accountPhone_, textCount };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::shared_ptr<TvOFXBankAccountInfo> bankAccountInfo_;
     std::shared_ptr<TvOFXCreditCardAccountInfo> creditCardAccountInfo_;
     std::shared_ptr<TvOFXPaymentsAccountInfo> paymentsAccountInfo_;

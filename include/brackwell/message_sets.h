@@ -8,6 +8,7 @@
 ///     if (auto banking = profile->messageSetProfileBanking())
 ///         if (banking->messageSetCore()) connect(banking->messageSetCore()->url().value_or(""));
 
+#include <brackwell/internal/text_fields.h>
 #include <brackwell/model.h>
 
 namespace brackwell {
@@ -84,7 +85,7 @@ private:
     struct Elements;
     enum Text : std::size_t { serviceProviderName_, url_, signonRealm_, textCount };
     std::int64_t version_ = 0;
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     OptionalList languages_;
     TvOFXMessageSetSecurity security_ = TvOFXMessageSetSecurityNone;
     TvOFXSyncMode syncMode_ = TvOFXSyncModeUnknown;
@@ -196,7 +197,7 @@ private:
         defaultStopCheckFee_,
         textCount
     };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     OptionalList unsupportedAccountTypes_;
     OptionalList noProcessingDays_;
     [[maybe_unused]] OptionalList stopCheckNoProcessingDays_;
@@ -289,7 +290,7 @@ public:
 private:
     struct Elements;
     enum Text : std::size_t { webEnrollUrl_, textCount };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::optional<bool> clientEnrollAccountRequired_;
     bool serverSupportsClientBasedUserInformationChange_ = false;
     bool serverProvidesAccountInfos_ = false;

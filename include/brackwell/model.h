@@ -17,6 +17,7 @@
 /// document does not fill is absent; nothing in a readable document is an error.
 
 #include <brackwell/convert.h>
+#include <brackwell/internal/text_fields.h>
 
 #include <map>
 
@@ -126,7 +127,7 @@ public:
 private:
     enum Text : std::size_t { severity_, message_, textCount };
     std::uint64_t code_ = 0;
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
 };
 
 /// The base of every response: what its transaction wrapper says of it. An object of this very class
@@ -165,7 +166,7 @@ public:
 private:
     enum Text : std::size_t { transactionUID_, transactionWrapperName_, textCount };
     std::shared_ptr<TvOFXStatus> status_;
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
 };
 
 // ---------------------------------------------------------------------------------------------
@@ -242,20 +243,37 @@ public:
     /// @{
     /// The responses of each message set, whatever its version digit. The spelling of two of the names
     /// is that of the system.
-    const TvOFXResponseList& signonMsgSetResponses() const noexcept { return messageSets_[0]; }
-    const TvOFXResponseList& signupMsgSetResponses() const noexcept { return messageSets_[1]; }
-    const TvOFXResponseList& bankingMsgSetResponses() const noexcept { return messageSets_[2]; }
-    const TvOFXResponseList& creditCardMsgSetResponses() const noexcept { return messageSets_[3]; }
-    const TvOFXResponseList& investmentMgsSetResponses() const noexcept { return messageSets_[4]; }
-    const TvOFXResponseList& interbankFundsMsgSetResponses() const noexcept { return messageSets_[5]; }
-    const TvOFXResponseList& wireFundsMsgSetResponses() const noexcept { return messageSets_[6]; }
-    const TvOFXResponseList& billPaymentMsgSetResponses() const noexcept { return messageSets_[7]; }
-    const TvOFXResponseList& emailMsgSetReponses() const noexcept { return messageSets_[8]; }
-    const TvOFXResponseList& investmentSecListMsgSetResponses() const noexcept { return messageSets_[9]; }
+    const TvOFXResponseList& signonMsgSetResponses() const noexcept { return messageSets_[signOn]; }
+    const TvOFXResponseList& signupMsgSetResponses() const noexcept { return messageSets_[signUp]; }
+    const TvOFXResponseList& bankingMsgSetResponses() const noexcept { return messageSets_[banking]; }
+    const TvOFXResponseList& creditCardMsgSetResponses() const noexcept { return messageSets_[creditCard]; }
+    const TvOFXResponseList& investmentMgsSetResponses() const noexcept { return messageSets_[investment]; }
+    const TvOFXResponseList& interbankFundsMsgSetResponses() const noexcept {
+        return messageSets_[interbankTransfers];
+    }
+    const TvOFXResponseList& wireFundsMsgSetResponses() const noexcept { return messageSets_[wireTransfers]; }
+    const TvOFXResponseList& billPaymentMsgSetResponses() const noexcept { return messageSets_[billPayment]; }
+    const TvOFXResponseList& emailMsgSetReponses() const noexcept { return messageSets_[email]; }
+    const TvOFXResponseList& investmentSecListMsgSetResponses() const noexcept {
+        return messageSets_[securities];
+    }
     /// @}
 
 private:
-    void file(const std::shared_ptr<TvOFXResponse>& response, std::string_view name);
+    enum MessageSet : std::size_t {
+        signOn,
+        signUp,
+        banking,
+        creditCard,
+        investment,
+        interbankTransfers,
+        wireTransfers,
+        billPayment,
+        email,
+        securities,
+        messageSetCount
+    };
+    BRACKWELL_INTERNAL void file(const std::shared_ptr<TvOFXResponse>& response, std::string_view name);
 
     std::optional<ParseDictionary> parserDict_;
     std::shared_ptr<TvOFXHelper> helperObject_;
@@ -265,7 +283,7 @@ private:
     TextMap<TvOFXResponseList> responseObjectsPerTranUID_;
     TextMap<TvOFXResponseList> responseObjectsPerSGMLKey_;
     TextMap<std::shared_ptr<TvOFXStatus>> statusObjects_;
-    std::array<TvOFXResponseList, 10> messageSets_;
+    std::array<TvOFXResponseList, messageSetCount> messageSets_;
 };
 
 /// Settings for a message that an application builds; without content today.
@@ -345,13 +363,14 @@ private:
         textCount
     };
     friend class OpenedDocument;
-    static TextFields<textCount> headerTexts(const reading::NodeRef& header);
-    void take(const std::optional<ParseDictionary>& header, const TvOFXInterpreter& interpreter);
-    void takeResponses(const TvOFXInterpreter& interpreter);
+    BRACKWELL_INTERNAL static internal::TextFields<textCount> headerTexts(const reading::NodeRef& header);
+    BRACKWELL_INTERNAL void take(const std::optional<ParseDictionary>& header,
+                                 const TvOFXInterpreter& interpreter);
+    BRACKWELL_INTERNAL void takeResponses(const TvOFXInterpreter& interpreter);
 
     std::uint64_t headerVersion_ = 0;
     std::uint64_t ofxVersion_ = 0;
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::optional<std::vector<std::shared_ptr<TvOFXRequest>>> allRequests_;
     std::optional<std::vector<std::shared_ptr<TvOFXAggregate>>> accountsFound_;
     std::shared_ptr<TvOFXSignOnResponse> signonResponse_;

@@ -34,6 +34,8 @@
 
 /// Marks what a shared library exports; everything else stays hidden.
 #define BRACKWELL_EXPORT __attribute__((visibility("default")))
+/// Marks a part of an exported class that only the library itself uses, and so keeps hidden.
+#define BRACKWELL_INTERNAL __attribute__((visibility("hidden")))
 
 namespace brackwell {
 
@@ -413,8 +415,8 @@ public:
     Data archivedData() const;
 
 private:
-    std::string encodedMap() const;
-    void store(std::string_view key, std::string encoded);
+    BRACKWELL_INTERNAL std::string encodedMap() const;
+    BRACKWELL_INTERNAL void store(std::string_view key, std::string encoded);
     std::map<std::string, std::string> entries_;  // both encoded; the order so is that of the archive
 };
 
@@ -445,9 +447,9 @@ private:
         std::string_view key;
         std::string_view value;  // encoded
     };
-    KeyedUnarchiver(Data data, std::string_view map);
+    BRACKWELL_INTERNAL KeyedUnarchiver(Data data, std::string_view map);
     /// No bytes when there is no such key; no value has none.
-    std::string_view valueOf(std::string_view key) const noexcept;
+    BRACKWELL_INTERNAL std::string_view valueOf(std::string_view key) const noexcept;
     Data data_;
     std::vector<Entry> entries_;  // in the order of the archive
 };

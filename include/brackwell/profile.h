@@ -15,6 +15,7 @@
 /// default. Nothing is checked against the lists of the OFX standard. The classes write nothing but
 /// their base's archive, and only the sign-on classes write OFX text of their own.
 
+#include <brackwell/internal/text_fields.h>
 #include <brackwell/message_sets.h>
 
 namespace brackwell {
@@ -50,7 +51,7 @@ public:
 
 private:
     enum Text : std::size_t { organization_, fid_, textCount };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
 };
 
 /// The reply to a sign-on (SONRS). Texts are those of the document, empty ones included.
@@ -121,7 +122,7 @@ public:
 private:
     struct Elements;
     enum Text : std::size_t { userKey_, language_, sessionCookie_, accessKey_, textCount };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::optional<Date> dateOfServer_;
     std::optional<Date> tskeyExpire_;
     std::optional<Date> dateOflastProfileInfoUpdate_;
@@ -201,7 +202,7 @@ private:
         authTokenURL_,
         textCount
     };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::int64_t minPasswordChars_ = 0;
     std::int64_t maxPasswordChars_ = 0;
     TvOFXCharacterSet allowedPasswordCharacters_ = TvOFXCharacterSetUnknown;
@@ -332,7 +333,7 @@ private:
     std::shared_ptr<TvOFXMessageSetProfileCreditCard> messageSetProfileCreditCard_;
     std::optional<std::vector<std::shared_ptr<TvOFXSignOnInfo>>> signonInfoList_;
     std::optional<Date> updateTime_;
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
 };
 
 /// The number of a message set, for TvOFXFIProfile::profileForMessageSet.

@@ -9,6 +9,7 @@
 ///             std::cout << transaction->amount()->toString() << '\n';
 
 #include <brackwell/accounts.h>
+#include <brackwell/internal/text_fields.h>
 
 namespace brackwell {
 
@@ -66,7 +67,7 @@ private:
         phoneNumber_,
         textCount
     };
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
 };
 
 /// One booked or pending movement of money (STMTTRN). Texts are those of the document, unchanged; they
@@ -185,11 +186,11 @@ private:
         originalDatePostedString_,
         textCount
     };
-    void read(const reading::NodeRef& node);
-    Parties& parties();
-    bool agreesOnParties(const TvOFXStatementTransaction& other) const;
+    BRACKWELL_INTERNAL void read(const reading::NodeRef& node);
+    BRACKWELL_INTERNAL Parties& parties();
+    BRACKWELL_INTERNAL bool agreesOnParties(const TvOFXStatementTransaction& other) const;
 
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::optional<Date> datePosted_;
     std::optional<Date> dateUserInit_;
     std::optional<Date> dateFundsAvailable_;
@@ -230,18 +231,17 @@ public:
 protected:
     TvOFXAccountStatement() noexcept = default;
 
-    /// @{
-    /// The number of the element that names the account, and what to do with its aggregate.
-    virtual std::uint32_t accountElement() const noexcept = 0;
-    virtual void readAccount(const ParseDictionary& node) = 0;
-    /// @}
-
 private:
     struct Elements;
     enum Text : std::size_t { defaultCurrency_, textCount };
-    void readTransactions(const reading::NodeRef& list);
+    /// @{
+    /// The number of the element that names the account, and what to do with its aggregate.
+    BRACKWELL_INTERNAL virtual std::uint32_t accountElement() const noexcept = 0;
+    BRACKWELL_INTERNAL virtual void readAccount(const ParseDictionary& node) = 0;
+    /// @}
+    BRACKWELL_INTERNAL void readTransactions(const reading::NodeRef& list);
 
-    TextFields<textCount> texts_;
+    internal::TextFields<textCount> texts_;
     std::optional<Date> transactionStartDateTime_;
     std::optional<Date> transactionEndDateTime_;
     std::vector<std::shared_ptr<TvOFXStatementTransaction>> statementTransactions_;
@@ -264,8 +264,8 @@ public:
     const std::shared_ptr<TvOFXBankAccount>& bankAccountFrom() const noexcept { return bankAccountFrom_; }
 
 private:
-    std::uint32_t accountElement() const noexcept override;
-    void readAccount(const ParseDictionary& node) override;
+    BRACKWELL_INTERNAL std::uint32_t accountElement() const noexcept override;
+    BRACKWELL_INTERNAL void readAccount(const ParseDictionary& node) override;
 
     std::shared_ptr<TvOFXBankAccount> bankAccountFrom_;
 };
@@ -285,8 +285,8 @@ public:
     }
 
 private:
-    std::uint32_t accountElement() const noexcept override;
-    void readAccount(const ParseDictionary& node) override;
+    BRACKWELL_INTERNAL std::uint32_t accountElement() const noexcept override;
+    BRACKWELL_INTERNAL void readAccount(const ParseDictionary& node) override;
 
     std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountFrom_;
 };

@@ -11,7 +11,6 @@
 #include <utility>
 
 #include "model/text_table.h"
-#include "platform/internal.h"
 #include "reading/node_ref.h"
 
 /// \file

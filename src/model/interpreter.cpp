@@ -16,12 +16,6 @@ using reading::NodeRef;
 
 namespace {
 
-/// The prefixes of the message sets, in the order of the interpreter's lists. They leave out the
-/// version digit at the end.
-constexpr std::array<std::string_view, 10> kMessageSets{
-    "SIGNONMSGSRSV",    "SIGNUPMSGSRSV",   "BANKMSGSRSV",    "CREDITCARDMSGSRSV", "INVSTMTMSGSRSV",
-    "INTERXFERMSGSRSV", "WIREXFERMSGSRSV", "BILLPAYMSGSRSV", "EMAILMSGSRSV",      "SECLISTMSGSRSV"};
-
 std::optional<ParseDictionary> dictionaryOf(const NodeRef& value) {
     if (!value.isDictionary()) return std::nullopt;
     return value.dictionary();
@@ -178,10 +172,10 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
     for (const ResponseClass& row : kResponseClasses) {
         if (row.name != name) continue;
         std::shared_ptr<TvOFXResponse> response = row.make(andResponseDict, helperObject_);
-        if (auto signOn = std::dynamic_pointer_cast<TvOFXSignOnResponse>(response))
-            signOnResponse_ = std::move(signOn);
-        else if (auto profile = std::dynamic_pointer_cast<TvOFXFIProfileResponse>(response))
-            fiProfileResponse_ = std::move(profile);
+        if (auto asSignOn = std::dynamic_pointer_cast<TvOFXSignOnResponse>(response))
+            signOnResponse_ = std::move(asSignOn);
+        else if (auto asProfile = std::dynamic_pointer_cast<TvOFXFIProfileResponse>(response))
+            fiProfileResponse_ = std::move(asProfile);
         return response;
     }
     return TvOFXResponse::initWithParseDict(andResponseDict);
@@ -189,11 +183,25 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
 
 void TvOFXInterpreter::addResponse(const std::shared_ptr<TvOFXResponse>& response,
                                    std::string_view toMessageSet) {
-    for (std::size_t i = 0; i < kMessageSets.size(); ++i) {
-        if (!toMessageSet.starts_with(kMessageSets[i])) continue;
-        messageSets_[i].push_back(response);
-        return;
-    }
+    struct Row {
+        std::string_view prefix;  ///< of the name, without the digit of the version
+        MessageSet list;
+    };
+    static constexpr auto kRows = std::to_array<Row>({
+        {"SIGNONMSGSRSV", signOn},
+        {"SIGNUPMSGSRSV", signUp},
+        {"BANKMSGSRSV", banking},
+        {"CREDITCARDMSGSRSV", creditCard},
+        {"INVSTMTMSGSRSV", investment},
+        {"INTERXFERMSGSRSV", interbankTransfers},
+        {"WIREXFERMSGSRSV", wireTransfers},
+        {"BILLPAYMSGSRSV", billPayment},
+        {"EMAILMSGSRSV", email},
+        {"SECLISTMSGSRSV", securities},
+    });
+    static_assert(kRows.size() == messageSetCount);
+    for (const Row& row : kRows)
+        if (toMessageSet.starts_with(row.prefix)) return messageSets_[row.list].push_back(response);
 }
 
 const TvOFXResponseList* TvOFXInterpreter::responsesForKey(std::string_view name) const {

@@ -71,7 +71,7 @@ void TvOFXMessage::processParserResult(const TvOFXParserResult& parserResult,
 void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
                         const TvOFXInterpreter& interpreter) {
     const NodeRef header = headerDictionary ? NodeRef::of(*headerDictionary) : NodeRef();
-    TextFields<textCount> texts = headerTexts(header);
+    internal::TextFields<textCount> texts = headerTexts(header);
     takeResponses(interpreter);
     // The texts are always overwritten, with nothing when the header lacks them.
     texts_ = std::move(texts);
@@ -79,7 +79,7 @@ void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
     ofxVersion_ = versionIn(header, element("VERSION"), ofxVersion_);
 }
 
-TextFields<TvOFXMessage::textCount> TvOFXMessage::headerTexts(const NodeRef& header) {
+internal::TextFields<TvOFXMessage::textCount> TvOFXMessage::headerTexts(const NodeRef& header) {
     struct HeaderText {
         Text field;
         reading::NameID name;
@@ -91,7 +91,7 @@ TextFields<TvOFXMessage::textCount> TvOFXMessage::headerTexts(const NodeRef& hea
                                                        {charset_, element("CHARSET")},
                                                        {ofxSecurity_, element("SECURITY")},
                                                        {compression_, element("COMPRESSION")}}};
-    TextFields<textCount> texts;
+    internal::TextFields<textCount> texts;
     for (const auto& [field, name] : names)
         if (const NodeRef value = header[name]; value.isText())
             texts.setLeaf(field, *value.owner, value.index());

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <brackwell/reading.h>
+#include <brackwell/internal/text_fields.h>
+#include <brackwell/platform.h>
 
 #include <array>
 #include <cstddef>
@@ -56,7 +57,8 @@ private:
 
 /// Writes the texts that are present.
 template <std::size_t Count>
-void encodeTexts(KeyedArchiver& coder, const TextFields<Count>& texts, const TextTable<Count>& table) {
+void encodeTexts(KeyedArchiver& coder, const internal::TextFields<Count>& texts,
+                 const TextTable<Count>& table) {
     for (const TextRow& row : table) {
         if (row.archiveKey == kNotArchived) continue;
         if (const OptionalText text = texts.get(row.field)) coder.encodeText(row.archiveKey, *text);
@@ -65,7 +67,8 @@ void encodeTexts(KeyedArchiver& coder, const TextFields<Count>& texts, const Tex
 
 /// Reads the texts; a missing key leaves its field absent.
 template <std::size_t Count>
-void decodeTexts(const KeyedUnarchiver& coder, TextFields<Count>& texts, const TextTable<Count>& table) {
+void decodeTexts(const KeyedUnarchiver& coder, internal::TextFields<Count>& texts,
+                 const TextTable<Count>& table) {
     for (const TextRow& row : table)
         if (row.archiveKey != kNotArchived) texts.set(row.field, coder.decodeText(row.archiveKey));
 }
@@ -78,7 +81,8 @@ bool agree(const std::optional<Value>& a, const std::optional<Value>& b) {
 
 /// True when all the texts agree that are compared.
 template <std::size_t Count>
-bool agreeOnTexts(const TextFields<Count>& a, const TextFields<Count>& b, const TextTable<Count>& table) {
+bool agreeOnTexts(const internal::TextFields<Count>& a, const internal::TextFields<Count>& b,
+                  const TextTable<Count>& table) {
     for (const TextRow& row : table)
         if (row.isCompared && !agree(a.get(row.field), b.get(row.field))) return false;
     return true;

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/internal/text_fields.h>
 #include <brackwell/reading.h>
 
 #include "reading/node_ref.h"
@@ -75,7 +76,7 @@ ParseDictionary::DocumentOrder::Iterator ParseDictionary::DocumentOrder::Iterato
     return before;
 }
 
-std::string_view reading::leafText(const Document& document, std::uint32_t node) noexcept {
+std::string_view internal::leafText(const reading::Document& document, std::uint32_t node) noexcept {
     return document.text(document.node(node));
 }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/reading.h>
 
-#include "platform/internal.h"
 #include "reading/node_ref.h"
 #include "reading/tree_writer.h"
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <brackwell/internal/text_fields.h>
 #include <brackwell/reading.h>
 #include <doctest/doctest.h>
 
@@ -15,7 +16,7 @@ namespace {
 
 enum Field : std::size_t { first, second, fieldCount };
 
-void setName(TextFields<fieldCount>& fields, Field field, const ParseDictionary& tree) {
+void setName(internal::TextFields<fieldCount>& fields, Field field, const ParseDictionary& tree) {
     const NodeRef name = NodeRef::of(tree)[element("NAME")];
     fields.setLeaf(field, *name.owner, name.index());
 }
@@ -23,7 +24,7 @@ void setName(TextFields<fieldCount>& fields, Field field, const ParseDictionary&
 }  // namespace
 
 TEST_CASE("a text field is absent until it is set, and again when it is set to nothing") {
-    TextFields<fieldCount> fields;
+    internal::TextFields<fieldCount> fields;
     CHECK(shown(fields.get(first)) == "nothing");
     fields.set(first, std::nullopt);
     CHECK(shown(fields.get(first)) == "nothing");
@@ -37,7 +38,7 @@ TEST_CASE("a text field is absent until it is set, and again when it is set to n
 }
 
 TEST_CASE("a text field copies a text and shares a leaf") {
-    TextFields<fieldCount> fields;
+    internal::TextFields<fieldCount> fields;
     {
         const std::string text(100, 'x');
         fields.set(first, text);
@@ -51,7 +52,7 @@ TEST_CASE("a text field copies a text and shares a leaf") {
 
 TEST_CASE("the last that a text field was set to holds") {
     const ParseDictionary tree = parsed("<NAME>leaf");
-    TextFields<fieldCount> fields;
+    internal::TextFields<fieldCount> fields;
     fields.set(first, "own");
     setName(fields, first, tree);
     CHECK(fields.get(first) == "leaf");
@@ -63,7 +64,7 @@ TEST_CASE("the last that a text field was set to holds") {
 }
 
 TEST_CASE("a leaf of a second tree is copied") {
-    TextFields<fieldCount> fields;
+    internal::TextFields<fieldCount> fields;
     setName(fields, first, parsed("<NAME>of the first"));
     {
         const ParseDictionary other = parsed("<NAME>of the other");
@@ -77,7 +78,7 @@ TEST_CASE("a leaf of a second tree is copied") {
 }
 
 TEST_CASE("a text may be set to what the field holds already") {
-    TextFields<fieldCount> fields;
+    internal::TextFields<fieldCount> fields;
     fields.set(first, std::string(100, 'x'));
     fields.set(first, fields.get(first));
     CHECK(fields.get(first) == std::string(100, 'x'));
