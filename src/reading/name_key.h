@@ -30,9 +30,9 @@ struct KeyMask {
 };
 
 /// By the length of a name: which of 16 bytes belong to it.
-inline constexpr std::array<KeyMask, kKeyedBytes + 1> kKeyMasks = [] {
+inline constexpr auto kKeyMasks = [] {
     std::array<KeyMask, kKeyedBytes + 1> masks{};
-    for (std::size_t size = 1; size <= kKeyedBytes; ++size) {
+    for (std::size_t size = 1; size != masks.size(); ++size) {
         masks[size] = masks[size - 1];
         std::uint64_t& word = size <= 8 ? masks[size].head : masks[size].tail;
         word = word << 8 | 0xFF;
