@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "elements/roles.h"
 #include "elements/ways.h"
 #include "repair/faults.h"
 #include "repair/holders.h"
@@ -153,7 +154,7 @@ private:
             if (elements::mayRepeatIn(element, holder))
                 for (const Element outer : elements::parentsOf(holder)) look(outer, holder);
         }
-        const bool isWrapper = nearest.node != kNoNode && tree_[nearest.node].name.ends_with("TRNRS");
+        const bool isWrapper = nearest.node != kNoNode && elements::isWrapper(tree_[nearest.node].name);
         if (nearest.node == kNoNode || isWrapper || !isInside(nearest.node, parent) ||
             !hasRoom(nearest.node, between == elements::kUnknown ? element : between))
             return {};

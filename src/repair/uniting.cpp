@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "repair/uniting.h"
 
+#include "elements/roles.h"
 #include "repair/faults.h"
 #include "repair/period.h"
 #include "repair/place_rules.h"
@@ -40,7 +41,7 @@ private:
 
     /// Parts a wrapper that holds several responses, so that each has its own.
     bool isParted(NodeID wrapper) {
-        if (wrapper == Tree::kDocument || !tree_[wrapper].name.ends_with("TRNRS")) return false;
+        if (wrapper == Tree::kDocument || !elements::isWrapper(tree_[wrapper].name)) return false;
         const NodeID owner = tree_[wrapper].parent;
         if (owner == Tree::kDocument ||
             !elements::mayRepeatIn(tree_.elementOf(wrapper), tree_.elementOf(owner)))

@@ -8,23 +8,26 @@
 namespace tool {
 namespace {
 
-void writeBankAccountInfo(JsonWriter& json, const brackwell::TvOFXBankAccountInfo& block) {
-    json.beginObject();
-    writeField(json, "bankAcctFrom", block.bankAcctFrom(), writeBankAccount);
+/// What bank and card accounts can be used for.
+template <class Block>
+void writeServices(JsonWriter& json, const Block& block) {
     writeField(json, "supportsTransactionDownload", block.supportsTransactionDownload());
     writeField(json, "isTransferSourceAccount", block.isTransferSourceAccount());
     writeField(json, "isTransferDestinationAccount", block.isTransferDestinationAccount());
     writeField(json, "serviceStatus", block.serviceStatus());
+}
+
+void writeBankAccountInfo(JsonWriter& json, const brackwell::TvOFXBankAccountInfo& block) {
+    json.beginObject();
+    writeField(json, "bankAcctFrom", block.bankAcctFrom(), writeBankAccount);
+    writeServices(json, block);
     json.endObject();
 }
 
 void writeCreditCardAccountInfo(JsonWriter& json, const brackwell::TvOFXCreditCardAccountInfo& block) {
     json.beginObject();
     writeField(json, "creditCardAccountFrom", block.creditCardAccountFrom(), writeCreditCardAccount);
-    writeField(json, "supportsTransactionDownload", block.supportsTransactionDownload());
-    writeField(json, "isTransferSourceAccount", block.isTransferSourceAccount());
-    writeField(json, "isTransferDestinationAccount", block.isTransferDestinationAccount());
-    writeField(json, "serviceStatus", block.serviceStatus());
+    writeServices(json, block);
     json.endObject();
 }
 
