@@ -23,7 +23,7 @@ inline constexpr bool kSanitized = true;
 inline constexpr bool kSanitized = false;
 #endif
 
-#ifdef __OPTIMIZE__
+#ifdef NDEBUG
 inline constexpr bool kOptimized = true;
 #else
 inline constexpr bool kOptimized = false;

@@ -300,26 +300,28 @@ const std::vector<Shape> kFiles{
 
 using Action = std::function<void(const std::string&)>;
 
-/// The least processor time of an action in a few runs, or what was measured before.
-double least(const Action& action, const std::string& document, double before) {
+/// The least processor time of an action in a few runs.
+double leastTime(const Action& action, const std::string& document) {
+    double least = std::numeric_limits<double>::infinity();
     for (int run = 0; run < 3; ++run) {
         const std::clock_t start = std::clock();
         action(document);
-        before = std::min(before, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
+        least = std::min(least, static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC);
     }
-    return before;
+    return least;
 }
 
 struct Times {
-    double once = std::numeric_limits<double>::infinity();
-    double fourTimes = once;
+    double once = 0;
+    double fourTimes = std::numeric_limits<double>::infinity();
+
+    double growth() const noexcept {
+        constexpr double resolution = 0.0002;  // s; below it the clock, not the work, is measured
+        return fourTimes / std::max(once, resolution);
+    }
 
     /// Four times the time for four times the size, and some more for a cache that becomes too small.
-    bool isLinear() const noexcept {
-        constexpr double limit = 4 * 1.6;
-        constexpr double resolution = 0.0002;  // s; below it the clock, not the work, is measured
-        return fourTimes <= limit * std::max(once, resolution);
-    }
+    bool isLinear() const noexcept { return growth() <= 4 * 1.6; }
 };
 
 /// Keeps freed memory in the process. Otherwise large blocks come fresh from the system each time, and
@@ -327,17 +329,17 @@ struct Times {
 [[maybe_unused]] const bool kKeepsMemory =
     mallopt(M_MMAP_MAX, 0) == 1 && mallopt(M_TRIM_THRESHOLD, 1 << 30) == 1;
 
-/// A machine that is busy must not make a test fail, so there are more tries.
+/// The pair of times that grew least. A busy machine must not make a test fail, so there are more tries, and each
+/// measures both sizes, one right after the other: the processor may be twice as fast at one time as at another.
 Times timesOf(const Shape& shape, std::size_t count, const Action& action) {
     const std::string small = shape.document(count);
     const std::string large = shape.document(4 * count);
-    Times times;
-    for (int attempt = 0; attempt < 12; ++attempt) {
-        times.once = least(action, small, times.once);
-        times.fourTimes = least(action, large, times.fourTimes);
-        if (times.isLinear()) break;
+    Times best;
+    for (int attempt = 0; attempt < 12 && !best.isLinear(); ++attempt) {
+        const Times times{leastTime(action, small), leastTime(action, large)};
+        if (times.growth() < best.growth()) best = times;
     }
-    return times;
+    return best;
 }
 
 /// Where a cache ends between the two sizes, it does not between their doubles.
