@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -19,6 +21,9 @@ using Element = std::uint16_t;
 inline constexpr Element kElementCount = kElementRows.size();
 /// Stands for any name that is not in the list. All functions below take it.
 inline constexpr Element kUnknown = kElementCount;
+
+inline constexpr std::size_t kLongestName =
+    std::ranges::max(kElementRows, {}, [](const ElementRow& row) { return row.name.size(); }).name.size();
 
 /// The element of a name; names count in capitals only.
 Element findElement(std::string_view name) noexcept;

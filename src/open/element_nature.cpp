@@ -2,7 +2,6 @@
 #include "open/element_nature.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 
 #include "elements/roles.h"
@@ -13,24 +12,12 @@
 namespace brackwell::opening {
 namespace {
 
-/// No name of the standard is as long.
-constexpr std::size_t kLongest = 40;
-
-/// Names that the readers' list has for other reasons than that a class reads them.
-constexpr auto kUnread = std::to_array<std::string_view>({"EXTDNAME"});
-
-/// Names that the readers' list does not have, and of which nothing is to be said: what they hold is counted
-/// by itself.
-constexpr auto kReadElsewhere = std::to_array<std::string_view>({"BANKTRANLISTP"});
-
-bool isIn(const auto& names, std::string_view name) noexcept {
-    return std::ranges::find(names, name) != std::ranges::end(names);
-}
+/// Known, so that the survey can count it, but no class reads it.
+constexpr std::string_view kOnlyCounted = "EXTDNAME";
 
 bool isReadByClass(std::string_view name) noexcept {
-    if (isIn(kUnread, name)) return false;
-    return reading::findKnownElement(name) != reading::kKnownElementCount || elements::isMessageSet(name) ||
-           isIn(kReadElsewhere, name);
+    return elements::isMessageSet(name) ||
+           (reading::findKnownElement(name) != reading::kKnownElementCount && name != kOnlyCounted);
 }
 
 /// True when a letter more, less or other makes one name of the other.
@@ -48,9 +35,8 @@ bool differInALetter(std::string_view a, std::string_view b) noexcept {
 ElementNature natureOf(std::string_view name) {
     if (const elements::Element element = elements::findElement(name); element != elements::kUnknown)
         return {isReadByClass(name) ? NameKind::read : NameKind::treeOnly, element};
-    if (reading::findKnownElement(name) != reading::kKnownElementCount) return {NameKind::read};
     if (!repair::isName(name)) return {NameKind::noName};
-    if (name.size() <= kLongest && repair::hasSmallLetter(name)) {
+    if (name.size() <= elements::kLongestName && repair::hasSmallLetter(name)) {
         std::string capitals(name);
         std::ranges::transform(capitals, capitals.begin(), capitalLetter);
         if (const elements::Element element = elements::findElement(capitals); element != elements::kUnknown)
@@ -64,7 +50,7 @@ bool isUnreadIn(std::string_view child, std::string_view parent) noexcept {
 }
 
 std::string_view similarElement(std::string_view name, elements::Element parent) noexcept {
-    if (name.size() > kLongest) return {};
+    if (name.size() > elements::kLongestName) return {};
     for (const elements::Child& child : elements::childrenOf(parent))
         if (differInALetter(name, elements::nameOf(child.element))) return elements::nameOf(child.element);
     return {};

@@ -17,9 +17,8 @@ inline constexpr auto kOddness = [] {
     using reading::element;
     std::array<Oddness, reading::kKnownElementCount + 1> odd{};
     for (std::size_t name = 0; name + 1 != odd.size(); ++name) {
-        const elements::Element known = elements::tables::find(reading::kElementNames[name]);
-        if (known == elements::kUnknown) continue;
-        const elements::ElementRow& row = elements::kElementRows[known];
+        const elements::ElementRow& row =
+            elements::kElementRows[elements::tables::find(reading::kElementNames[name])];
         if (row.isAggregate && row.type == elements::ValueType::none) odd[name] = Oddness::asLeaf;
     }
     for (const reading::NameID name :

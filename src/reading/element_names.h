@@ -8,91 +8,29 @@
 #include <limits>
 #include <string_view>
 
+#include "elements/element_list.h"
 #include "reading/byte_block.h"
 #include "reading/name_key.h"
 
 /// \file
-/// The element names that documents are known to hold, each with a small number, so that readers
-/// compare integers. Names that are not known get their numbers per document (name_table.h).
+/// The names that the list of elements marks as known, each with a small number, so that readers compare
+/// integers. Other names get their numbers per document (name_table.h).
 
 namespace brackwell::reading {
 
 /// The number of an element name: below kKnownElementCount one of the names here.
 using NameID = std::uint32_t;
 
-/// The order is free; the position is the number.
-// clang-format off
-inline constexpr auto kElementNames = std::to_array<std::string_view>({
-    // Headers
-    "OFXHEADER", "DATA", "VERSION", "SECURITY", "ENCODING", "CHARSET", "COMPRESSION", "OLDFILEUID",
-    "NEWFILEUID",
-    // Document and message sets
-    "OFX", "SIGNONMSGSRSV1", "SIGNUPMSGSRSV1", "BANKMSGSRSV1", "CREDITCARDMSGSRSV1", "INVSTMTMSGSRSV1",
-    "INTERXFERMSGSRSV1", "WIREXFERMSGSRSV1", "BILLPAYMSGSRSV1", "EMAILMSGSRSV1", "SECLISTMSGSRSV1",
-    "PROFMSGSRSV1",
-    // Wrappers, responses, status
-    "SONRS", "ACCTINFOTRNRS", "ACCTINFORS", "PROFTRNRS", "PROFRS", "STMTTRNRS", "STMTRS", "CCSTMTTRNRS",
-    "CCSTMTRS", "INVSTMTTRNRS", "INVSTMTRS", "TRNUID", "CLTCOOKIE", "STATUS", "CODE", "SEVERITY", "MESSAGE",
-    // Sign-on
-    "DTSERVER", "USERKEY", "TSKEYEXPIRE", "LANGUAGE", "DTPROFUP", "DTACCTUP", "FI", "ORG", "FID",
-    "SESSCOOKIE", "ACCESSKEY", "INTU.BID", "INTU.USERID",
-    // Accounts and account information
-    "BANKACCTFROM", "BANKACCTTO", "CCACCTFROM", "CCACCTTO", "INVACCTFROM", "BANKID", "BRANCHID", "ACCTID",
-    "ACCTTYPE", "ACCTKEY", "BROKERID", "ACCTINFO", "BANKACCTINFO", "CCACCTINFO", "INVACCTINFO", "DESC",
-    "PHONE", "SUPTXDL", "XFERSRC", "XFERDEST", "SVCSTATUS", "USPRODUCTTYPE", "CHECKING", "OPTIONLEVEL",
-    "INVACCTTYPE",
-    // Statements and transactions
-    "CURDEF", "BANKTRANLIST", "DTSTART", "DTEND", "STMTTRN", "STMTTRNP", "LEDGERBAL", "AVAILBAL", "BALAMT", "DTASOF",
-    "MKTGINFO", "TRNTYPE", "DTPOSTED", "DTUSER", "DTAVAIL", "TRNAMT", "FITID", "CORRECTFITID",
-    "CORRECTACTION", "SRVRTID", "CHECKNUM", "REFNUM", "SIC", "PAYEEID", "NAME", "EXTDNAME", "PAYEE", "MEMO",
-    "CURRENCY", "ORIGCURRENCY", "CURRATE", "CURSYM", "TVOFX_ORIGINAL_STRING",
-    // Payees and addresses
-    "ADDR1", "ADDR2", "ADDR3", "CITY", "STATE", "POSTALCODE", "COUNTRY", "PHONENUMBER",
-    // Profile
-    "FINAME", "URL", "EMAIL", "TSPHONE", "CSPHONE", "FAXPHONE", "SIGNONINFOLIST", "SIGNONINFO",
-    "MSGSETLIST", "BANKMSGSET", "BANKMSGSETV1", "SIGNONMSGSET", "SIGNONMSGSETV1", "CREDITCARDMSGSET",
-    "CREDITCARDMSGSETV1", "SIGNUPMSGSET", "SIGNUPMSGSETV1", "EMAILMSGSET", "EMAILMSGSETV1", "PROFMSGSET",
-    "PROFMSGSETV1", "BILLPAYMSGSET", "BILLPAYMSGSETV1", "MSGSETCORE", "VER", "SPNAME", "OFXSEC",
-    "TRANSPSEC", "SIGNONREALM", "SYNCMODE", "RESPFILEER", "CLOSINGAVAIL", "XFERPROF", "PROCDAYSOFF",
-    "PROCENDTM", "CANSCHED", "CANRECUR", "CANMODXFERS", "CANMODMDLS", "MODELWND", "DAYSWITH",
-    "DFLTDAYSTOPAY", "EMAILPROF", "CANEMAIL", "CANNOTIFY", "CLIENTENROLL", "ACCTREQUIRED", "WEBENROLL",
-    "OTHERENROLL", "CHGUSERINFO", "AVAILACCTS", "CLIENTACTREQ", "MIN", "MAX", "CHARTYPE", "CASESEN",
-    "SPECIAL", "SPACES", "PINCH", "CHGPINFIRST", "USERCRED1LABEL", "USERCRED2LABEL", "CLIENTUIDREQ",
-    "AUTHTOKENFIRST", "AUTHTOKENLABEL", "AUTHTOKENINFOURL", "MFACHALLENGESUPT", "MFACHALLENGEFIRST",
-    // Investments: wrappers, lists, what securities are called
-    "SECLISTTRNRS", "SECLISTRS", "SECLIST", "INVTRANLIST", "INVPOSLIST", "SECID", "UNIQUEID", "UNIQUEIDTYPE",
-    // Investment transactions
-    "BUYDEBT", "BUYMF", "BUYOPT", "BUYOTHER", "BUYSTOCK", "CLOSUREOPT", "INCOME", "INVEXPENSE", "JRNLFUND",
-    "JRNLSEC", "MARGININTEREST", "REINVEST", "RETOFCAP", "SELLDEBT", "SELLMF", "SELLOPT", "SELLOTHER",
-    "SELLSTOCK", "SPLIT", "TRANSFER", "INVBANKTRAN", "INVTRAN", "INVBUY", "INVSELL", "SRVRTID2", "DTTRADE",
-    "DTSETTLE", "REVERSALFITID", "MEMO2", "UNITS", "UNITPRICE", "MARKUP", "MARKDOWN", "COMMISSION", "TAXES",
-    "FEES", "LOAD", "WITHHOLDING", "STATEWITHHOLDING", "PENALTY", "TAXEXEMPT", "TOTAL", "REVERSALFEES",
-    "GAIN", "ACCRDINT", "BUYTYPE", "SELLTYPE", "OPTBUYTYPE", "OPTSELLTYPE", "OPTACTION", "SHPERCTRCT",
-    "RELFITID", "RELTYPE", "SECURED", "SELLREASON", "AVGCOSTBASIS", "INCOMETYPE", "SUBACCTSEC",
-    "SUBACCTFUND", "SUBACCTTO", "SUBACCTFROM", "OLDUNITS", "NEWUNITS", "NUMERATOR", "DENOMINATOR",
-    "FRACCASH", "TFERACTION", "POSTYPE", "DTPURCHASE", "LOANID", "LOANPRINCIPAL", "LOANINTEREST",
-    "INV401KSOURCE", "DTPAYROLL", "PRIORYEARCONTRIB",
-    // Positions and balances
-    "POSDEBT", "POSMF", "POSOPT", "POSOTHER", "POSSTOCK", "INVPOS", "HELDINACCT", "MKTVAL", "DTPRICEASOF",
-    "UNITSSTREET", "UNITSUSER", "REINVDIV", "REINVCG", "INVBAL", "AVAILCASH", "MARGINBALANCE",
-    "SHORTBALANCE", "BUYPOWER", "BALLIST", "BAL", "BALTYPE", "VALUE",
-    // Securities
-    "DEBTINFO", "MFINFO", "OPTINFO", "OTHERINFO", "STOCKINFO", "SECINFO", "SECNAME", "TICKER", "FIID",
-    "RATING", "PARVALUE", "DEBTTYPE", "DEBTCLASS", "COUPONRT", "DTCOUPON", "COUPONFREQ", "CALLPRICE",
-    "YIELDTOCALL", "DTCALL", "CALLTYPE", "YIELDTOMAT", "DTMAT", "MFTYPE", "YIELD", "YLD", "DTYIELDASOF",
-    "OPTTYPE", "STRIKEPRICE", "DTEXPIRE", "STOCKTYPE", "TYPEDESC", "ASSETCLASS", "FIASSETCLASS",
-    "PORTION", "FIPORTION", "PERCENT",
-    // Retirement plans
-    "INV401K", "INV401KBAL", "CASHBAL", "PRETAX", "AFTERTAX", "MATCH", "PROFITSHARING", "ROLLOVER",
-    "OTHERVEST", "OTHERNONVEST", "EMPLOYERNAME", "PLANID", "PLANJOINDATE", "EMPLOYERCONTACTINFO",
-    "BROKERCONTACTINFO", "DEFERPCTPRETAX", "DEFERPCTAFTERTAX", "MATCHINFO", "MATCHPCT", "MAXMATCHAMT",
-    "MAXMATCHPCT", "STARTOFYEAR", "BASEMATCHAMT", "BASEMATCHPCT", "CURRENTVESTPCT", "VESTINFO", "VESTDATE",
-    "VESTPCT", "LOANINFO", "LOANDESC", "INITIALLOANBAL", "LOANSTARTDATE", "CURRENTLOANBAL", "LOANRATE",
-    "LOANPMTAMT", "LOANPMTFREQ", "LOANPMTSINITIAL", "LOANPMTSREMAINING", "LOANMATURITYDATE",
-    "LOANTOTALPROJINTEREST", "LOANINTERESTTODATE", "LOANNEXTPMTDATE", "YEARTODATE", "INCEPTTODATE",
-    "INCEPTODATE", "PERIODTODATE", "CONTRIBUTIONS", "WITHDRAWALS", "EARNINGS",
-});
-// clang-format on
+/// The names; the position is the number.
+inline constexpr auto kElementNames = [] {
+    std::array<std::string_view,
+               std::ranges::count(elements::kElementRows, true, &elements::ElementRow::isKnown)>
+        names;
+    std::size_t count = 0;
+    for (const elements::ElementRow& row : elements::kElementRows)
+        if (row.isKnown) names[count++] = row.name;
+    return names;
+}();
 
 inline constexpr NameID kKnownElementCount = kElementNames.size();
 

@@ -8,7 +8,6 @@ namespace {
 
 using elements::Element;
 
-constexpr std::size_t kLongest = 40;  ///< no name of the standard is as long
 constexpr std::size_t kShortest = 4;  ///< after a value; shorter ones are words of texts, too
 
 bool isCapital(char c) noexcept { return c >= 'A' && c <= 'Z'; }
@@ -34,7 +33,7 @@ bool areSiblings(Element a, Element b) noexcept {
 
 std::string_view nameWithoutBegin(std::string_view text, Element before) noexcept {
     std::size_t begin = text.size();
-    while (begin > 0 && text.size() - begin < kLongest && isInName(text[begin - 1])) --begin;
+    while (begin > 0 && text.size() - begin < elements::kLongestName && isInName(text[begin - 1])) --begin;
     const bool isClose = begin > 0 && text[begin - 1] == '/';
     if (elements::findElement(text.substr(begin)) != elements::kUnknown) {
         if (isClose) return text.substr(begin - 1);
@@ -51,7 +50,7 @@ std::string_view nameWithoutBegin(std::string_view text, Element before) noexcep
 
 bool mayEndWithName(std::string_view text, Element before) noexcept {
     if (!nameWithoutBegin(text, before).empty()) return true;
-    for (std::size_t size = 2; size <= std::min(text.size(), kLongest); ++size) {
+    for (std::size_t size = 2; size <= std::min(text.size(), elements::kLongestName); ++size) {
         const std::string_view name = text.substr(text.size() - size);
         if (!isInName(name.front())) return false;
         const Element element = elements::findElement(name);
@@ -62,7 +61,7 @@ bool mayEndWithName(std::string_view text, Element before) noexcept {
 
 std::string_view nameWithoutEnd(std::string_view inside) noexcept {
     constexpr std::size_t shortest = 3;
-    for (std::size_t size = std::min(inside.size(), kLongest); size >= shortest; --size)
+    for (std::size_t size = std::min(inside.size(), elements::kLongestName); size >= shortest; --size)
         if (isLeaf(elements::findElement(inside.substr(0, size)))) return inside.substr(0, size);
     return {};
 }

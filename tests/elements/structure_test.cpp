@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "reading/element_names.h"
 #include "support/standard_places.h"
 
 using namespace brackwell::elements;
@@ -49,13 +48,6 @@ TEST_CASE("aggregates, leaves and header fields each stand in alphabetical order
         return kind(a) != kind(b) ? kind(a) < kind(b) : kind(a) != 2 && a.name < b.name;
     };
     CHECK(std::ranges::is_sorted(kElementRows, stands));
-}
-
-TEST_CASE("every name that the parser knows is in the list") {
-    for (const std::string_view name : brackwell::reading::kElementNames) {
-        CAPTURE(name);
-        CHECK(findElement(name) != kUnknown);
-    }
 }
 
 TEST_CASE("a name that is not in the list is unknown") {

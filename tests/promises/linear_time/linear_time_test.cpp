@@ -329,8 +329,9 @@ struct Times {
 [[maybe_unused]] const bool kKeepsMemory =
     mallopt(M_MMAP_MAX, 0) == 1 && mallopt(M_TRIM_THRESHOLD, 1 << 30) == 1;
 
-/// The pair of times that grew least. A busy machine must not make a test fail, so there are more tries, and each
-/// measures both sizes, one right after the other: the processor may be twice as fast at one time as at another.
+/// The pair of times that grew least. A busy machine must not make a test fail, so there are more tries, and
+/// each measures both sizes, one right after the other: the processor may be twice as fast at one time as at
+/// another.
 Times timesOf(const Shape& shape, std::size_t count, const Action& action) {
     const std::string small = shape.document(count);
     const std::string large = shape.document(4 * count);
