@@ -4,8 +4,8 @@
 #include "elements/element_list.h"
 
 /// \file
-/// Prints the tags of all known elements as entries of a dictionary of libFuzzer; ofx.dict has what documents are
-/// made of besides.
+/// Prints the tags of all known elements as entries of a dictionary of libFuzzer; ofx.dict has what documents
+/// are made of besides.
 
 int main() {
     for (const brackwell::elements::ElementRow& row : brackwell::elements::kElementRows)

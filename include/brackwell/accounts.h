@@ -19,7 +19,7 @@ namespace brackwell {
 
 /// The kind of a bank account (ACCTTYPE). Certificates of deposit and every other text are unknown.
 enum TvOFXBankAccountType : std::uint64_t {
-    TvOFXBankAccountTypeUnknown = 0,      ///< none of the others, or not said
+    TvOFXBankAccountTypeUnknown = 0,      ///< another text, or no text
     TvOFXBankAccountTypeChecking = 1,     ///< CHECKING
     TvOFXBankAccountTypeSavings = 2,      ///< SAVINGS
     TvOFXBankAccountTypeMoneyMarket = 3,  ///< MONEYMARKET
@@ -145,17 +145,17 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Account information
 
-/// The status of a service (SVCSTATUS); every other text, and none, is none.
+/// The status of a service (SVCSTATUS). Any other text, or no text, gives None.
 enum TvOFXServiceStatus : std::uint64_t {
-    TvOFXServiceStatusNone = 0,       ///< none of the others, or not said
+    TvOFXServiceStatusNone = 0,       ///< another text, or no text
     TvOFXServiceStatusAvailable = 1,  ///< AVAIL: the user may ask for it
     TvOFXServiceStatusPending = 2,    ///< PEND: asked for, not yet active
     TvOFXServiceStatusActive = 3,     ///< ACTIVE
 };
 
-/// The kind of an investment account (INVACCTTYPE); every other text, and none, is unknown.
+/// The kind of an investment account (INVACCTTYPE). Any other text, or no text, gives Unknown.
 enum TvOFXInvestmentAccountType : std::uint64_t {
-    TvOFXInvestmentAccountTypeUnknown = 0,     ///< none of the others, or not said
+    TvOFXInvestmentAccountTypeUnknown = 0,     ///< another text, or no text
     TvOFXInvestmentAccountTypeIndividual = 1,  ///< INDIVIDUAL
     TvOFXInvestmentAccountTypeJoint = 2,       ///< JOINT
     TvOFXInvestmentAccountTypeTrust = 3,       ///< TRUST

@@ -34,8 +34,8 @@ struct InvestmentField {
     std::string_view name;          ///< the name of its getter, such as "unitPrice"; never destroyed
     Kind kind = Kind::text;         ///< a word is one of a closed list
     std::string_view text;          ///< as the document has it
-    std::optional<Decimal> amount;  ///< of an amount whose text is one
-    std::optional<Date> date;       ///< of a date whose text is one
+    std::optional<Decimal> amount;  ///< when the text is an amount
+    std::optional<Date> date;       ///< when the text is a date
 };
 
 /// The base of the classes of this header. It cannot be made by an application.

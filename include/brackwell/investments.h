@@ -19,8 +19,8 @@
 /// Fields are flat, however the document nests them (INVBUY, INVTRAN, SECINFO), and may stand in any order.
 /// What the document does not have is absent; of a field that it has twice the first one counts, or the
 /// longer form (MEMO2) that the OFX standard has for it, and the other is in originalParseData. An amount or
-/// date whose text is none is absent as well, but text() has it. Of a word of a closed list (BUYTYPE) the
-/// enumeration says `unknown` when it is none of the list; text() has the word.
+/// date whose text is not one is absent as well, but text() has it. A word of a closed list (BUYTYPE) that
+/// the list does not have is `unknown`; text() has the word.
 
 #include <brackwell/investment_records.h>
 #include <brackwell/statements.h>
@@ -117,7 +117,7 @@ public:
     std::optional<Date> payrollDate() const noexcept;           ///< DTPAYROLL
     std::optional<bool> isPriorYearContribution() const noexcept;  ///< PRIORYEARCONTRIB: "Y" or "N"
     std::optional<TransactionCurrency> currency() const;           ///< CURRENCY or ORIGCURRENCY
-    /// The other account of a transfer (INVACCTFROM); made anew by each call, null when there is none.
+    /// The other account of a transfer (INVACCTFROM); a new object on each call, null when there is none.
     std::shared_ptr<TvOFXInvestmentAccount> transferAccount() const;
     /// Of a bankTransaction the transaction itself (STMTTRN); null for every other kind, and when the
     /// document has none in it. An STMTTRN that stands alone among investment transactions, or is not the

@@ -17,13 +17,13 @@ namespace brackwell {
 /// the document, whatever their kind.
 using OptionalList = std::optional<std::vector<ParseValue>>;
 
-/// How requests of a message set are secured (OFXSEC); every other text, and none, is none.
+/// How requests of a message set are secured (OFXSEC). Any other text, or no text, gives None.
 enum TvOFXMessageSetSecurity : std::int32_t {
     TvOFXMessageSetSecurityNone = 0,   ///< NONE
     TvOFXMessageSetSecurityType1 = 1,  ///< TYPE1, also as "TYPE 1"
 };
 
-/// How a message set synchronises (SYNCMODE); every other text, and none, is unknown.
+/// How a message set synchronises (SYNCMODE). Any other text, or no text, gives Unknown.
 enum TvOFXSyncMode : std::int32_t {
     TvOFXSyncModeUnknown = 0,  ///< neither of the others, or not said
     TvOFXSyncModeLite = 1,     ///< LITE
@@ -136,7 +136,7 @@ public:
     std::string_view className() const noexcept override;
 
     /// @{
-    /// Whether closing statements can be had (CLOSINGAVAIL).
+    /// Whether closing statements are available (CLOSINGAVAIL).
     bool closingStatementInformationAvailable() const noexcept {
         return closingStatementInformationAvailable_;
     }
@@ -229,7 +229,7 @@ public:
     std::string_view className() const noexcept override;
 
     /// @{
-    /// Whether closing statements can be had (CLOSINGAVAIL).
+    /// Whether closing statements are available (CLOSINGAVAIL).
     bool closingStatementInformationAvailable() const noexcept {
         return closingStatementInformationAvailable_;
     }
@@ -270,7 +270,7 @@ public:
     /// Whether enrolling from a client takes an account; absent when the profile does not say, so that
     /// this differs from "N".
     std::optional<bool> clientEnrollAccountRequired() const noexcept { return clientEnrollAccountRequired_; }
-    /// The address to enrol at, or the message on enrolling in another way, whichever stands last:
+    /// The address to enrol at, or the message on enrolling in another way, whichever comes last:
     /// intended.
     OptionalText webEnrollUrl() const noexcept { return texts_.get(webEnrollUrl_); }
     /// Always nothing: intended. The message stands in webEnrollUrl.

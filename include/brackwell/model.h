@@ -116,7 +116,7 @@ public:
     std::string ofxString() const override;
     std::string_view className() const noexcept override;
 
-    /// The status code; 0 is success, and also what stands here when none was read. A negative text
+    /// The status code; 0 is success, and also the value when none was read. A negative text
     /// wraps around.
     std::uint64_t code() const noexcept { return code_; }
     /// The severity word as received ("INFO", "WARN", "ERROR").
@@ -209,7 +209,7 @@ public:
     /// An object of the class that stands for an aggregate of this name.
     std::shared_ptr<TvOFXResponse> createResponseObjectForKey(
         std::string_view name, const std::optional<ParseDictionary>& andResponseDict);
-    /// Appends to the list of the message set; does nothing when it is none of the ten known ones.
+    /// Appends to the list of the message set; does nothing unless it is one of the ten known ones.
     void addResponse(const std::shared_ptr<TvOFXResponse>& response, std::string_view toMessageSet);
 
     /// @{

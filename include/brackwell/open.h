@@ -74,13 +74,13 @@ BRACKWELL_EXPORT bool overlapsAny(const std::vector<TextRange>& ranges, TextRang
 /// What a finding is about.
 enum class FindingKind : std::uint8_t {
     cutOff,              ///< the document ends before its end
-    notDelivered,        ///< the document holds something that no delivered object stands for
+    notDelivered,        ///< the document holds something that no delivered object represents
     treeOnly,            ///< elements and account types of the OFX standard that no class has
     unknownElement,      ///< elements under names that the OFX standard does not have
-    brokenTag,           ///< a tag that can be none, or text where one must have been
+    brokenTag,           ///< text in angle brackets that is no tag, or a place where a tag is missing
     looseText,           ///< text between elements, which is in none of them
     missingValue,        ///< transactions without amount or date, balances without amount
-    unreadableValue,     ///< an amount, a balance or a date with a text that is none
+    unreadableValue,     ///< an amount, a balance or a date whose text is not one
     doubtfulValue,       ///< a value that was read by evidence, or that is improbable
     severalDocuments,    ///< the file holds more than one document
     unreadDocument,      ///< one of several documents does not read
@@ -274,7 +274,7 @@ public:
 private:
     friend class OpenedFile;
     friend struct opening::FileState;
-    explicit OpenedDocument(std::shared_ptr<const opening::DocumentState> state) noexcept;
+    BRACKWELL_INTERNAL explicit OpenedDocument(std::shared_ptr<const opening::DocumentState> state) noexcept;
     std::shared_ptr<const opening::DocumentState> state_;
 };
 
@@ -319,7 +319,7 @@ public:
 
 private:
     friend struct opening::FileState;
-    explicit OpenedFile(std::shared_ptr<const opening::FileState> state) noexcept;
+    BRACKWELL_INTERNAL explicit OpenedFile(std::shared_ptr<const opening::FileState> state) noexcept;
     std::shared_ptr<const opening::FileState> state_;
 };
 

@@ -88,7 +88,7 @@ public:
     /// True when the bytes belong to the caller (made by view()).
     bool isView() const noexcept { return owner_ == nullptr && !bytes_.empty(); }
 
-    /// The bytes from `offset` on (none when it lies behind the end); shares them.
+    /// The bytes from `offset` on (none when that is past the end); shares them.
     Data from(std::size_t offset) const noexcept;
 
     /// The bytes from `offset` on, `size` of them or as many as there are; shares them.
@@ -294,7 +294,7 @@ public:
     static TimeZone fixed(std::chrono::seconds offset) noexcept;
     /// The zone that the process has at each use: TZ, or the system's own.
     static TimeZone system() noexcept;
-    /// A zone of the system's zone files ("Europe/Berlin"); nothing when there is none so called.
+    /// A zone of the system's zone files ("Europe/Berlin"); nothing when there is none of this name.
     static std::optional<TimeZone> named(std::string_view name);
 
     /// The offset east of UTC and the abbreviation ("CET") in force at a moment.
@@ -345,7 +345,7 @@ public:
 class BRACKWELL_EXPORT PatternDateFormatter final : public DateFormatter {
 public:
     /// `locale` names one of the C library's locales ("de_DE") for the names of months and weekdays;
-    /// English is used when the system has none so called. Empty is the process's own.
+    /// English is used when the system has none of this name. Empty is the process's own.
     explicit PatternDateFormatter(std::string pattern, TimeZone zone = {}, std::string locale = {});
     /// @{
     /// Copies share what was made of the pattern and cost a reference count. A move is a copy, so that no

@@ -133,7 +133,7 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Sign-on realms
 
-/// The characters that a password may have (CHARTYPE); every other text, and none, is unknown.
+/// The characters that a password may have (CHARTYPE). Any other text, or no text, gives Unknown.
 enum TvOFXCharacterSet : std::int32_t {
     TvOFXCharacterSetUnknown = 0,          ///< none of the others, or not said
     TvOFXCharacterSetAlphaOrNumeric = 1,   ///< ALPHAORNUMERIC: letters, digits or both

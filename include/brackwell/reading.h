@@ -61,8 +61,8 @@ public:
     /// @}
 
     /// @{
-    /// An array of texts and dictionaries; of a single one it is that value, of none nothing, since
-    /// a name that occurs once is never wrapped in an array.
+    /// An array of texts and dictionaries. One value stays itself, since a name that occurs once is never
+    /// wrapped in an array, and no value is nothing.
     static ParseValue array(std::initializer_list<ParseValue> elements);
     static ParseValue array(const std::vector<ParseValue>& elements);
     /// @}
@@ -262,7 +262,7 @@ struct TvOFXParserResult {
     std::optional<ParseDictionary> ofxData;
 };
 
-/// Turns the bytes of one document into a header and a parse tree: removes a byte-order mark, finds
+/// Turns the bytes of one document into a header and a parse tree: removes a byte order mark, finds
 /// the text encoding, recognises the kind of header and parses the body.
 class BRACKWELL_EXPORT TvOFXParser {
 public:
@@ -272,7 +272,7 @@ public:
     explicit TvOFXParser(std::optional<Data> data) noexcept : data_(std::move(data)) {}
     /// @}
 
-    /// The document; without its byte-order mark once parseWithError has recognised one.
+    /// The document; without its byte order mark once parseWithError has recognised one.
     const std::optional<Data>& data() const noexcept { return data_; }
 
     /// The encoding that the caller preset, or that parsing chose; 0 before, and after a failure to

@@ -29,26 +29,31 @@
 /// ("20240105TRNAMT>-5.00"),
 ///   one that has lost its ">" and begins with the name of a leaf ("<TRNAMT-5.00"), and one with a "<" in its
 ///   name ("<TRN<AMT>") are completed. Elements in a character-data section become elements.
-/// - In a document without "<OFX>" but with "<ofx>", all names are put into capitals, and small letters
-///   make no tag text. In one with "<OFX>" those are that the standard knows, when one of them stands where
-///   no text is.
+/// - In a document without "<OFX>" but with "<ofx>", all names are put into capitals, and tags with small
+/// letters
+///   are not taken for text. In a document with "<OFX>", only names that the standard knows are put into
+///   capitals, and only when one of them is at a place without text.
 /// - Blanks and attributes are taken out of tags, "<NAME/>" becomes "<NAME></NAME>". A tag that the end
 ///   of the document cuts off is dropped. Two neighbouring tags that have changed places change them back.
 ///   Of two equal open tags in a row, of which only one is closed, the first is dropped. An open tag of the
 ///   aggregate that is open, after which nothing comes that belongs in another, is its close tag.
 ///
 /// About close tags:
-/// - They first find their open tags, the innermost of the same name; all that was opened in between and is
-///   still open then has no close tag of its own. An aggregate among these ends before the first element
-///   that cannot stand in it, but can in one around it; else where the one around it ends, where a second of
-///   its name begins, or at the end of the document.
-/// - One that found nothing, of an aggregate, gets an open tag before the elements in front of it that
-///   belong in that aggregate, when they cannot stand where they are; an unknown tag before these that is
-///   called alike and holds nothing is that open tag. One that has a value after it becomes
-///   an open tag, unless it is called like the element before it or like an aggregate. Any other closes the
-///   leaf before it under a wrong name, or the innermost aggregate when that has no close tag of its own, and
-///   is called alike or stands in one that has; else it gets an open tag before the text in front of it when
-///   that text belongs to nothing, and is dropped otherwise.
+/// - Each first looks for its open tag, the innermost of the same name. Whatever was opened after that one
+/// and is
+///   still open has no close tag of its own. An aggregate among these ends before the first element that
+///   cannot stand in it but can in an aggregate around it; otherwise where the aggregate around it ends,
+///   where a second of its name begins, or at the end of the document.
+/// - A close tag of an aggregate that finds no open tag gets one, before the preceding elements that belong
+/// in that
+///   aggregate and cannot stand where they are. An empty unknown tag of a similar name before these becomes
+///   the open tag.
+/// - Any other close tag that finds none, and has a value after it, becomes an open tag, unless it has the
+/// name of
+///   the element before it or of an aggregate. Without a value it closes the leaf before it under a wrong
+///   name; or the innermost aggregate, when that has no close tag of its own and has a similar name or is
+///   inside one that has. Otherwise it gets an open tag before the preceding text when that text belongs to
+///   nothing, and is dropped when there is no such text.
 ///
 /// About elements that cannot stand where they are, by the standard:
 /// - What is missing around them is put in: a STMTTRN in a STMTRS gets a BANKTRANLIST, or goes into the one

@@ -11,6 +11,9 @@
 #include <brackwell/accounts.h>
 #include <brackwell/internal/text_fields.h>
 
+#include <span>
+#include <variant>
+
 namespace brackwell {
 
 /// The other party of a transaction (PAYEE).
@@ -157,6 +160,22 @@ public:
     /// kept; nothing without datePosted. Valid until datePosted is set. The first call changes the
     /// transaction, so it is for one thread.
     OptionalText sort_date();
+
+    /// A getter and its name.
+    struct Field {
+        using Self = TvOFXStatementTransaction;
+        using Getter = std::variant<OptionalText (Self::*)() const noexcept,
+                                    std::optional<Date> (Self::*)() const noexcept,
+                                    const std::optional<Decimal>& (Self::*)() const noexcept,
+                                    std::shared_ptr<TvOFXPayee> (Self::*)() const noexcept,
+                                    std::shared_ptr<TvOFXBankAccount> (Self::*)() const noexcept,
+                                    std::shared_ptr<TvOFXCreditCardAccount> (Self::*)() const noexcept>;
+        std::string_view name;
+        Getter get;
+    };
+    /// The getters of all fields, from transactionType to originalDatePostedString, in their order: for
+    /// applications that write or search every field.
+    static std::span<const Field> fields() noexcept;
 
     /// Compares the fields that both transactions have. Different amounts are unequal; then, when both
     /// have a FITID, it alone decides; otherwise every other field counts. Fields that one of them

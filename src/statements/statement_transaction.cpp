@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/statements.h>
 
+#include <algorithm>
+
 #include "model/element_table.h"
 #include "platform/rollback.h"
 
@@ -71,6 +73,35 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
         {&Self::dateUserInit_, "dUI"},
         {&Self::dateFundsAvailable_, "dFA"},
     });
+    /// In the order of the class's declaration.
+    static constexpr auto kFields = std::to_array<Field>({
+        {"transactionType", &Self::transactionType},
+        {"datePosted", &Self::datePosted},
+        {"dateUserInit", &Self::dateUserInit},
+        {"dateFundsAvailable", &Self::dateFundsAvailable},
+        {"amount", &Self::amount},
+        {"fiTransactionID", &Self::fiTransactionID},
+        {"correctionFITID", &Self::correctionFITID},
+        {"correctionAction", &Self::correctionAction},
+        {"serverTransactionID", &Self::serverTransactionID},
+        {"checkOrReferenceNumber", &Self::checkOrReferenceNumber},
+        {"referenceNumber", &Self::referenceNumber},
+        {"standardIndustrialCode", &Self::standardIndustrialCode},
+        {"payeeID", &Self::payeeID},
+        {"payeeName", &Self::payeeName},
+        {"payee", &Self::payee},
+        {"bankAccountTo", &Self::bankAccountTo},
+        {"creditCardAccountTo", &Self::creditCardAccountTo},
+        {"memo", &Self::memo},
+        {"currency", &Self::currency},
+        {"origCurrency", &Self::origCurrency},
+        {"originalDataString", &Self::originalDataString},
+        {"originalDatePostedString", &Self::originalDatePostedString},
+    });
+    static_assert(std::ranges::count(kFields, 0, [](const Field& field) { return field.get.index(); }) ==
+                      textCount,
+                  "a text has no getter in the list");
+
     static constexpr std::string_view kAmountKey = "at";
     static constexpr std::string_view kPayeeKey = "pObj";
     static constexpr std::string_view kBankAccountKey = "bAObj";
@@ -202,6 +233,10 @@ OptionalText TvOFXStatementTransaction::sort_date() {
         day.copy(cached.data(), cached.size());
     }
     return std::string_view(cached.data(), cached.size());
+}
+
+std::span<const TvOFXStatementTransaction::Field> TvOFXStatementTransaction::fields() noexcept {
+    return Elements::kFields;
 }
 
 bool TvOFXStatementTransaction::isEqualOFXStatementTransaction(const TvOFXStatementTransaction* other) const {

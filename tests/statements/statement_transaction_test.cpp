@@ -2,6 +2,8 @@
 #include <brackwell/statements.h>
 #include <doctest/doctest.h>
 
+#include <algorithm>
+
 #include "statements/transaction_rows.h"
 #include "support/documents.h"
 #include "support/formatters.h"
@@ -59,6 +61,50 @@ TEST_CASE("each text of a transaction is read from its element as it stands") {
             CAPTURE(other.element);
             CHECK(shown((read.get()->*other.get)()) == (&row == &other ? "  As Is " : "nothing"));
         }
+    }
+}
+
+TEST_CASE("the fields of a transaction are all its getters, by name and in their order") {
+    using Self = TvOFXStatementTransaction;
+    std::vector<std::string_view> names;
+    for (const Self::Field& field : Self::fields()) names.push_back(field.name);
+    CHECK(names == std::vector<std::string_view>{"transactionType",
+                                                 "datePosted",
+                                                 "dateUserInit",
+                                                 "dateFundsAvailable",
+                                                 "amount",
+                                                 "fiTransactionID",
+                                                 "correctionFITID",
+                                                 "correctionAction",
+                                                 "serverTransactionID",
+                                                 "checkOrReferenceNumber",
+                                                 "referenceNumber",
+                                                 "standardIndustrialCode",
+                                                 "payeeID",
+                                                 "payeeName",
+                                                 "payee",
+                                                 "bankAccountTo",
+                                                 "creditCardAccountTo",
+                                                 "memo",
+                                                 "currency",
+                                                 "origCurrency",
+                                                 "originalDataString",
+                                                 "originalDatePostedString"});
+    const auto getterOf = [&](std::string_view name) {
+        return Self::fields()[static_cast<std::size_t>(std::ranges::find(names, name) - names.begin())].get;
+    };
+    CHECK(getterOf("transactionType") == Self::Field::Getter(&Self::transactionType));
+    CHECK(getterOf("dateUserInit") == Self::Field::Getter(&Self::dateUserInit));
+    CHECK(getterOf("amount") == Self::Field::Getter(&Self::amount));
+    CHECK(getterOf("payee") == Self::Field::Getter(&Self::payee));
+    CHECK(getterOf("bankAccountTo") == Self::Field::Getter(&Self::bankAccountTo));
+    CHECK(getterOf("creditCardAccountTo") == Self::Field::Getter(&Self::creditCardAccountTo));
+    for (const TransactionText& row : kTransactionTexts) {
+        CAPTURE(row.element);
+        const auto isRow = [&](const Self::Field& field) {
+            return field.get == Self::Field::Getter(row.get);
+        };
+        CHECK(std::ranges::count_if(Self::fields(), isRow) == 1);
     }
 }
 

@@ -15,7 +15,7 @@ struct TransactionText {
     OptionalText (TvOFXStatementTransaction::*get)() const noexcept;
     bool compared = true;
 };
-inline const std::array<TransactionText, 14> kTransactionTexts{
+inline const auto kTransactionTexts = std::to_array<TransactionText>(
     {{"TRNTYPE", "type", &TvOFXStatementTransaction::transactionType},
      {"FITID", "fiTID", &TvOFXStatementTransaction::fiTransactionID},
      {"CORRECTFITID", "cFITID", &TvOFXStatementTransaction::correctionFITID},
@@ -29,17 +29,17 @@ inline const std::array<TransactionText, 14> kTransactionTexts{
      {"MEMO", "memo", &TvOFXStatementTransaction::memo},
      {"CURRENCY", "cur", &TvOFXStatementTransaction::currency},
      {"ORIGCURRENCY", "oCur", &TvOFXStatementTransaction::origCurrency},
-     {"TVOFX_ORIGINAL_STRING", "oDS", &TvOFXStatementTransaction::originalDataString, false}}};
+     {"TVOFX_ORIGINAL_STRING", "oDS", &TvOFXStatementTransaction::originalDataString, false}});
 
 struct TransactionDate {
     std::string element;
     std::string key;
     std::optional<Date> (TvOFXStatementTransaction::*get)() const noexcept;
 };
-inline const std::array<TransactionDate, 3> kTransactionDates{
-    {{"DTPOSTED", "dP", &TvOFXStatementTransaction::datePosted},
-     {"DTUSER", "dUI", &TvOFXStatementTransaction::dateUserInit},
-     {"DTAVAIL", "dFA", &TvOFXStatementTransaction::dateFundsAvailable}}};
+inline const auto kTransactionDates =
+    std::to_array<TransactionDate>({{"DTPOSTED", "dP", &TvOFXStatementTransaction::datePosted},
+                                    {"DTUSER", "dUI", &TvOFXStatementTransaction::dateUserInit},
+                                    {"DTAVAIL", "dFA", &TvOFXStatementTransaction::dateFundsAvailable}});
 
 /// An aggregate: its element, archive key, and two contents that differ.
 struct TransactionParty {
@@ -47,7 +47,7 @@ struct TransactionParty {
     std::string key;
     std::string text;
 };
-inline const std::array<TransactionParty, 3> kTransactionParties{
-    {{"PAYEE", "pObj", "NAME"}, {"BANKACCTTO", "bAObj", "ACCTID"}, {"CCACCTTO", "cCAObj", "ACCTID"}}};
+inline const auto kTransactionParties = std::to_array<TransactionParty>(
+    {{"PAYEE", "pObj", "NAME"}, {"BANKACCTTO", "bAObj", "ACCTID"}, {"CCACCTTO", "cCAObj", "ACCTID"}});
 
 }  // namespace brackwell::tests

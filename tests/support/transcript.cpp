@@ -61,12 +61,9 @@ public:
     }
     void add(TvOFXStatementTransaction& o) {
         aggregate(o);
-        add(o.transactionType(), o.datePosted(), o.dateUserInit(), o.dateFundsAvailable(), o.amount(),
-            o.fiTransactionID(), o.correctionFITID(), o.correctionAction(), o.serverTransactionID(),
-            o.checkOrReferenceNumber(), o.referenceNumber(), o.standardIndustrialCode(), o.payeeID(),
-            o.payeeName(), o.payee(), o.bankAccountTo(), o.creditCardAccountTo(), o.memo(), o.currency(),
-            o.origCurrency(), o.originalDataString(), o.originalDatePostedString(), o.sort_date(),
-            o.isEqualOFXStatementTransaction(&o));
+        for (const TvOFXStatementTransaction::Field& field : TvOFXStatementTransaction::fields())
+            std::visit([&](const auto get) { add((o.*get)()); }, field.get);
+        add(o.sort_date(), o.isEqualOFXStatementTransaction(&o));
     }
 
     void add(const TvOFXBankAccountInfo& o) {
