@@ -5,7 +5,7 @@
 #include <array>
 #include <vector>
 
-#include "investments/trade_amounts.h"
+#include "investments/transaction.h"
 
 namespace brackwell {
 namespace {

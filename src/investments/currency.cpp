@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <brackwell/investments.h>
+#include "investments/currency.h"
 
 #include <algorithm>
 

@@ -37,21 +37,6 @@ std::optional<Value> wordOf(const InvestmentRecord& object, std::size_t field) n
     return valueOfWord<Value>(textOf(object, field));
 }
 
-/// The rows that make up a currency.
-struct CurrencyFields {
-    consteval explicit CurrencyFields(const FieldTable& table)
-        : given(table.currency("currency")),
-          original(table.currency("originalCurrency")),
-          symbol(table.part("currencySymbol")),
-          rate(table.rate("currencyRate")) {}
-
-    std::size_t given;     ///< CURRENCY
-    std::size_t original;  ///< ORIGCURRENCY
-    std::size_t symbol;
-    std::size_t rate;
-};
-std::optional<TransactionCurrency> currencyOf(const InvestmentRecord& object, const CurrencyFields& fields);
-
 /// The objects of a class in this one, in document order.
 template <class Object>
 std::vector<Object> innerObjects(const InvestmentRecord& object, RecordType type) {

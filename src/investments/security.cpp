@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/investments.h>
 
+#include "investments/currency.h"
 #include "investments/getters.h"
 
 namespace brackwell {

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "investments/transaction.h"
+
 #include <brackwell/investments.h>
 
+#include "investments/currency.h"
 #include "investments/getters.h"
-#include "investments/trade_amounts.h"
 
 namespace brackwell {
 namespace investments {

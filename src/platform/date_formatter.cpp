@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/platform.h>
 
-#include "platform/date_text.h"
+#include "platform/date_reader.h"
+#include "platform/date_writer.h"
 
 namespace brackwell {
 

@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <brackwell/platform.h>
+#include "platform/date_reader.h"
 
 #include <algorithm>
 #include <array>
 
 #include "platform/ascii_case.h"
 #include "platform/ascii_digit.h"
-#include "platform/date_text.h"
 #include "platform/zone_text.h"
 
 namespace brackwell {

@@ -1,11 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <brackwell/platform.h>
+#include "platform/date_writer.h"
 
 #include <algorithm>
 #include <cstdlib>
 
 #include "platform/civil_time.h"
-#include "platform/date_text.h"
 #include "platform/zone_text.h"
 
 namespace brackwell {

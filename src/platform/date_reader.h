@@ -4,20 +4,11 @@
 #include <brackwell/platform.h>
 
 #include <optional>
-#include <string>
 #include <string_view>
 
-#include "platform/calendar_names.h"
-#include "platform/date_pattern.h"
+#include "platform/date_style.h"
 
 namespace brackwell {
-
-/// What a pattern is read and written with.
-struct DateStyle {
-    DatePattern pattern;
-    CalendarNames names;
-    TimeZone zone;
-};
 
 /// The date that the whole text stands for, or nothing.
 ///
@@ -29,8 +20,5 @@ struct DateStyle {
 /// An abbreviation of a zone means what it means in the formatter's own zone, near the date or half a year
 /// from it, or else what it means in general. A text without zone is in the formatter's own.
 std::optional<Date> readDate(const DateStyle& style, std::string_view text);
-
-/// The date as text. The year before 1 is written as 0, and those before it with a minus sign.
-std::string writeDate(const DateStyle& style, Date date);
 
 }  // namespace brackwell
