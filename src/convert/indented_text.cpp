@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
+#include "reading/closing.h"
 #include "reading/element_names.h"
-#include "reading/extension_prefix.h"
 #include "reading/node_ref.h"
 
 namespace brackwell {

@@ -8,7 +8,6 @@
 #include "open/content.h"
 #include "open/judged_places.h"
 #include "open/tag_remains.h"
-#include "reading/extension_prefix.h"
 
 namespace brackwell::opening {
 namespace {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reading/body_parser.h"
 
+#include "reading/closing.h"
 #include "reading/entities.h"
-#include "reading/extension_prefix.h"
 #include "reading/node_ref.h"
 #include "reading/tag_search.h"
 #include "reading/tree_writer.h"

@@ -3,14 +3,15 @@
 
 #include <algorithm>
 
+#include "reading/closing.h"
+
 namespace brackwell::repair {
 
 std::vector<std::uint32_t> extendedNames(const std::vector<Tag>& tags, reading::NameTable& names) {
-    constexpr std::string_view prefix = "INTU.";
     std::vector<std::pair<std::uint32_t, std::uint32_t>> found;
     for (const Tag& tag : tags)
-        if (!tag.isClose() && tag.text.starts_with(prefix))
-            found.emplace_back(names.number(tag.text.substr(prefix.size())), tag.name);
+        if (!tag.isClose() && tag.text.starts_with(reading::kExtensionPrefix))
+            found.emplace_back(names.number(tag.text.substr(reading::kExtensionPrefix.size())), tag.name);
     std::vector<std::uint32_t> extended(names.end(), kNone);
     for (const auto& [plain, long_] : found) extended[plain] = long_;
     return extended;

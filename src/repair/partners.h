@@ -7,7 +7,7 @@ namespace brackwell::repair {
 
 inline constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
-/// By the number of a name: the number of the name that is this one behind the extension prefix "INTU.",
+/// By the number of a name: the number of the name that is this one after the extension prefix "INTU.",
 /// and that a close tag of this name closes, too; kNone when no tag has it.
 std::vector<std::uint32_t> extendedNames(const std::vector<Tag>& tags, reading::NameTable& names);
 

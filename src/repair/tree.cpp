@@ -5,17 +5,14 @@
 
 #include <algorithm>
 
+#include "reading/closing.h"
+
 namespace brackwell::repair {
 namespace {
 
-/// True when the body parser takes a close tag of one name for that of an element with another.
-bool closes(std::string_view close, std::string_view open) noexcept {
-    constexpr std::string_view prefix = "INTU.";
-    return open == close ||
-           (open.size() == prefix.size() + close.size() && open.starts_with(prefix) && open.ends_with(close));
-}
+using reading::closes;
 
-/// Goes through a text as the body parser does.
+/// Goes through a text as the body parser does, whose tree does not have the places of all tags.
 class TreeReader {
 public:
     TreeReader(Tree& tree, std::string_view text) : tree_(tree), text_(text) {}

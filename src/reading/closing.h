@@ -14,4 +14,9 @@ inline bool closesWithoutPrefix(std::string_view closeTag, std::string_view open
            open.ends_with(closeTag);
 }
 
+/// True when a close tag of one name closes what was opened with another one.
+inline bool closes(std::string_view closeTag, std::string_view open) noexcept {
+    return closeTag == open || closesWithoutPrefix(closeTag, open);
+}
+
 }  // namespace brackwell::reading
