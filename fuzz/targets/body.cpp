@@ -25,9 +25,9 @@ void requireLikePlain(const std::optional<ParseDictionary>& tree, std::string_vi
 
 void tryBytes(std::string_view bytes) {
     const Data source = Data::copy(bytes);
-    std::string failure;
+    reading::BodyFailure failure;
     const std::optional<ParseDictionary> tree = reading::parseBody(source, source.bytes(), &failure);
-    requireLikePlain(tree, failure, bytes);
+    requireLikePlain(tree, failure.text, bytes);
     require(tree == TvOFXParser::parseOFXDataString(bytes), "two parses agree");
     const auto unescaped = TvOFXParser::unescapeCharactersInOFXSGMLFormattedString(bytes);
     require(unescaped && unescaped->size() <= bytes.size(), "unescaping never adds");

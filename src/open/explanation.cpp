@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "open/error_with.h"
-#include "open/nesting_error.h"
 #include "open/root_name.h"
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
@@ -15,6 +14,8 @@ namespace {
 
 using namespace std::string_view_literals;
 using Outcome = Parsed::Outcome;
+using reading::BodyFailure;
+using reading::TagPlace;
 
 constexpr std::string_view kRepairRemedy = "Allow a repair: it mends such a document.";
 
@@ -64,21 +65,29 @@ RepairKind faultOf(const RepairChange& change) noexcept {
     return change.was.ends_with('>') ? RepairKind::tagForm : RepairKind::unfinishedTag;
 }
 
-/// True for the open tag that a close tag wants.
-bool isOpenTagOf(std::string_view tag, const TagPlace& close) noexcept {
-    const std::string_view name = close.name.substr(1);
+/// What stands in a tag, white space at its ends aside; "/" before the name of a close tag.
+std::string_view insideOf(std::string_view text, TagPlace tag) noexcept {
+    std::string_view inside = text.substr(tag.begin + 1, tag.end - tag.begin - 1);
+    if (inside.ends_with('>')) inside.remove_suffix(1);  // the end of a text may stand in its place
+    return trimWhiteSpace(inside);
+}
+
+/// True for the open tag that a close tag of this name wants.
+bool isOpenTagOf(std::string_view tag, std::string_view name) noexcept {
     return tag.size() == name.size() + 2 && tag.substr(1, name.size()) == name;
 }
 
 /// The change that a repair would make at the place of the error, put in a sentence.
-std::string_view likelyCause(const NestingError& error, const std::vector<RepairChange>& changes) noexcept {
+std::string_view likelyCause(std::string_view text, const BodyFailure& error,
+                             const std::vector<RepairChange>& changes) noexcept {
+    const std::string_view closed = insideOf(text, error.close).substr(1);
     std::string_view sentence = error.open ? kMissingClose : kStrayClose;
     for (const RepairChange& change : changes) {
         if (change.offset > error.close.begin) break;
         if (error.open && change.offset >= error.open->begin && change.offset <= error.open->end)
             if (const auto cause = sentenceFor(faultOf(change), kCausesAtOpenTag); !cause.empty())
                 return cause;
-        const bool opensThis = change.kind == RepairKind::missingOpen && isOpenTagOf(change.now, error.close);
+        const bool opensThis = change.kind == RepairKind::missingOpen && isOpenTagOf(change.now, closed);
         if (change.offset == error.close.begin || opensThis)
             if (const auto cause = sentenceFor(faultOf(change), kCausesAtCloseTag); !cause.empty())
                 sentence = cause;
@@ -87,9 +96,9 @@ std::string_view likelyCause(const NestingError& error, const std::vector<Repair
 }
 
 /// A tag for a sentence, without a secret in it.
-std::string shownTag(const TagPlace& tag, const std::vector<TextRange>& secrets) {
+std::string shownTag(std::string_view text, TagPlace tag, const std::vector<TextRange>& secrets) {
     const bool isSecret = overlapsAny(secrets, {tag.begin, tag.end});
-    return "<" + (isSecret ? std::string("****") : shownText(tag.name)) + ">";
+    return "<" + (isSecret ? std::string("****") : shownText(insideOf(text, tag))) + ">";
 }
 
 void setPlace(OpenError& error, std::string_view text, std::size_t offset) {
@@ -99,22 +108,20 @@ void setPlace(OpenError& error, std::string_view text, std::size_t offset) {
     error.column = place.column;
 }
 
-OpenError nestingError(std::string_view text) {
-    OpenError error = errorWith(OpenErrorCode::tagsDoNotMatch, "Found a close tag without opening tag.", {},
-                                std::string(kRepairRemedy));
-    const std::optional<NestingError> nesting = findNestingError(text);
-    if (!nesting) return error;
-    const std::vector<TextRange> secrets = secretsInOFXText(text);
-    setPlace(error, text, nesting->close.begin);
-    error.text = "Found close tag " + shownTag(nesting->close, secrets) + " without opening tag.";
-    const std::string open = nesting->open ? shownTag(*nesting->open, secrets) : "an element";
-    if (nesting->open) {
-        error.openedAt = nesting->open->begin;
+OpenError nestingError(std::string_view text, const BodyFailure& failure, RepairTrial& repair) {
+    OpenError error = errorWith(OpenErrorCode::tagsDoNotMatch, {}, {}, std::string(kRepairRemedy));
+    const std::vector<TextRange> secrets = secretsInOFXText(text.substr(0, failure.close.end));
+    setPlace(error, text, failure.close.begin);
+    error.text = "Found close tag " + shownTag(text, failure.close, secrets) + " without opening tag.";
+    std::string open = "an element";
+    if (failure.open) {
+        open = shownTag(text, *failure.open, secrets);
+        error.openedAt = failure.open->begin;
         error.text += " Maybe there is a close tag missing for " + open + ".";
     }
-    const RepairedText repaired = repairOFXText(text);
-    error.isRepairable = !repaired.changes.empty();
-    error.cause = likelyCause(*nesting, repaired.changes);
+    const std::vector<RepairChange>& changes = repair.changesOf(text);
+    error.isRepairable = !changes.empty();
+    error.cause = likelyCause(text, failure, changes);
     if (const std::size_t place = error.cause.find('@'); place != error.cause.npos)
         error.cause.replace(place, 1, open);
     return error;
@@ -180,8 +187,8 @@ OpenError otherFormatError(const Format& format) {
                      std::string(format.remedy));
 }
 
-OpenError notOFXError(std::string_view text) {
-    const std::vector<RepairChange> changes = repairOFXText(text).changes;
+OpenError notOFXError(std::string_view text, RepairTrial& repair) {
+    const std::vector<RepairChange>& changes = repair.changesOf(text);
     OpenError error = errorWith(OpenErrorCode::notOFX, "not an OFX document");
     error.isRepairable = !changes.empty();
     if (!error.isRepairable) {
@@ -254,7 +261,8 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
     OpenError error = errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.");
     const TextEncoding hidden = isChosen ? TextEncodingNone : encodingOfHiddenDocument(bytes);
     if (const std::optional<Data> text = decodeText(bytes, hidden)) {
-        OpenError found = notOFXError(text->bytes());
+        RepairTrial repair;
+        OpenError found = notOFXError(text->bytes(), repair);
         found.code = error.code;
         found.text = std::move(error.text);
         found.offset = 0;  // the document has no text in which a place could be
@@ -283,29 +291,34 @@ bool isInLowerCase(const std::vector<RepairChange>& changes) noexcept {
     return std::ranges::find(changes, RepairKind::lowerCaseTag, &RepairChange::kind) != changes.end();
 }
 
-OpenError errorOfOtherContent(std::string_view text) {
+const std::vector<RepairChange>& RepairTrial::changesOf(std::string_view text) {
+    if (!changes_) changes_ = repairOFXText(text).changes;
+    return *changes_;
+}
+
+OpenError errorOfOtherContent(std::string_view text, RepairTrial& repair) {
     if (isOFCText(text)) return otherFormatError(kOFC);
     const std::string_view root = withoutPrefix(firstElementName(text));
     for (const std::string_view name : {"html", "head", "body"})
         if (equalsIgnoringCase(root, name)) return otherFormatError(kFormats[0]);
     const bool isXML = equalsIgnoringCase(trimWhiteSpace(text).substr(0, 5), "<?xml");
-    const bool mayBeOFX =
-        root.empty() || equalsIgnoringCase(root, "OFX") || !repairOFXText(text).changes.empty();
+    const bool mayBeOFX = root.empty() || equalsIgnoringCase(root, "OFX") || !repair.changesOf(text).empty();
     if (!isXML || mayBeOFX) return {};
     return errorWith(OpenErrorCode::otherFormat, "not an OFX document",
                      "It is XML of another kind, with the root <" + shownText(root) + ">.",
                      std::string(kAskForOFX));
 }
 
-OpenError errorOf(const Parsed& parsed, const Data& bytes, std::string_view text, const OpenOptions& options,
+OpenError errorOf(const Parsed& parsed, const Data& bytes, RepairTrial& repair, const OpenOptions& options,
                   EncodingSearch search) {
+    const std::string_view text = parsed.text.bytes();
     switch (parsed.outcome) {
         case Outcome::read:
             return {};
         case Outcome::notOFX:
-            return notOFXError(text);
+            return notOFXError(text, repair);
         case Outcome::malformed:
-            return nestingError(text);
+            return nestingError(text, parsed.failure, repair);
         case Outcome::undecoded:
             break;
     }

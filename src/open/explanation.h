@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <optional>
+#include <vector>
+
 #include "open/parsing.h"
 
 namespace brackwell::opening {
@@ -12,12 +15,25 @@ bool isInLowerCase(const std::vector<RepairChange>& changes) noexcept;
 /// document. That takes many times as long as all the rest.
 enum class EncodingSearch : std::uint8_t { all, none };
 
+/// What a repair would change in a text. It takes several times as long as reading, so it is done when
+/// somebody asks, and once.
+class RepairTrial {
+public:
+    /// Keeps the changes of a repair that was done for another reason.
+    void keep(std::vector<RepairChange> changes) { changes_ = std::move(changes); }
+    /// The changes; always of the same text.
+    const std::vector<RepairChange>& changesOf(std::string_view text);
+
+private:
+    std::optional<std::vector<RepairChange>> changes_;
+};
+
 /// What a text is that reads, but has no OFX in it: a web page under a header of OFX, XML of another kind, a
 /// document of OFX's forerunner. Its code is none when it is nothing of these.
-OpenError errorOfOtherContent(std::string_view text);
+OpenError errorOfOtherContent(std::string_view text, RepairTrial& repair);
 
-/// Why a document was not read, in words for a person. `text` is the decoded text, empty when there is none.
-OpenError errorOf(const Parsed& parsed, const Data& bytes, std::string_view text, const OpenOptions& options,
+/// Why a document was not read, in words for a person. `repair` is one of its text.
+OpenError errorOf(const Parsed& parsed, const Data& bytes, RepairTrial& repair, const OpenOptions& options,
                   EncodingSearch search);
 
 }  // namespace brackwell::opening

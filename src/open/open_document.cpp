@@ -239,7 +239,7 @@ public:
     /// Parses the document and makes objects of it, as far as that goes without a repair.
     void begin() {
         content_ = contentOf(firstParsed(), options_, datesOfFile_);
-        state_->text = textOf(content_.parsed);
+        state_->text = content_.parsed.text;
         state_->encoding = content_.parsed.encoding;
         state_->mark = markOf(state_->bytes.bytes(), content_.parsed);
         state_->readText = state_->text;
@@ -280,14 +280,14 @@ private:
     void repair(Interpreted& content) {
         if (!mayRepair() || content.isWhole() || state_->text.isEmpty()) return;
         RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
-        if (repaired.changes.empty()) return;
+        if (repaired.changes.empty()) return trial_.keep({});
         const Data text = Data::adopt(std::move(repaired.text));
         Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_, datesOfFile_);
         after.headerFaults = headerFaultsOf(after.parsed, text.bytes());
-        if (!isBetter(after, content)) return;
+        if (!isBetter(after, content)) return trial_.keep(std::move(repaired.changes));
         content = std::move(after);
         state_->changes = std::move(repaired.changes);
-        state_->readText = textOf(content.parsed);
+        state_->readText = content.parsed.text;
     }
 
     void checkDepth(const Interpreted& content) {
@@ -302,14 +302,14 @@ private:
     void checkKind(const Interpreted& content) {
         if (!content.isRead() || content.parsed.hasRoot() || state_->error.code != OpenErrorCode::none)
             return;
-        state_->error = errorOfOtherContent(state_->text.bytes());
+        state_->error = errorOfOtherContent(state_->text.bytes(), trial_);
         state_->content.ofxData = content.parsed.content.ofxData;
     }
 
     void fail(const Interpreted& content, EncodingSearch search) {
         state_->content.ofxHeader = content.parsed.content.ofxHeader;
         if (state_->error.code == OpenErrorCode::none)
-            state_->error = errorOf(content.parsed, state_->bytes, state_->text.bytes(), options_, search);
+            state_->error = errorOf(content.parsed, state_->bytes, trial_, options_, search);
         FindingList findings;
         addNotes(findings, content.parsed);
         state_->findings = std::move(findings).finish(state_->text.bytes());
@@ -408,6 +408,7 @@ private:
     std::shared_ptr<DocumentState> state_;
     Interpreted content_;
     bool isEncodingGuessed_ = false;
+    RepairTrial trial_;  ///< of the text
 };
 
 /// Moves the places of a part of a file to where they are in the file.

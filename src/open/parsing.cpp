@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/parsing.h"
 
-#include "reading/node_ref.h"
+#include "reading/document_reader.h"
 
 namespace brackwell::opening {
 namespace {
@@ -41,12 +41,17 @@ std::vector<TextEncoding> encodingsToTry(const Data& data) {
     return encodings;
 }
 
-/// The header of a document whose body does not parse: without an error place, the parser gives it.
-TvOFXParserResult headerOf(const Data& data, TextEncoding encoding) {
-    TvOFXParser parser(data);
-    parser.setStringEncoding(encoding);
-    const std::shared_ptr<TvOFXParserResult> result = parser.parseWithError();
-    return result ? *result : TvOFXParserResult();
+/// What reading came to, in the words of opening.
+constexpr Outcome outcomeOf(reading::DocumentReading reading) noexcept {
+    switch (reading) {
+        case reading::DocumentReading::notOFX:
+            return Outcome::notOFX;
+        case reading::DocumentReading::malformed:
+            return Outcome::malformed;
+        case reading::DocumentReading::read:
+            break;
+    }
+    return Outcome::read;
 }
 
 }  // namespace
@@ -56,23 +61,14 @@ bool Parsed::hasRoot() const noexcept {
 }
 
 Parsed parse(const Data& data, TextEncoding encoding) {
-    TvOFXParser parser(data);
-    parser.setStringEncoding(encoding);
-    Error error;
-    const std::shared_ptr<TvOFXParserResult> result = parser.parseWithError(&error);
     Parsed parsed;
-    parsed.encoding = parser.stringEncoding();
-    parsed.data = parser.data().value_or(Data());
-    if (result && result->ofxData) {
-        parsed.outcome = Outcome::read;
-        parsed.content = std::move(*result);
-    } else if (result) {
-        parsed.outcome = Outcome::notOFX;
-    } else if (parsed.encoding != TextEncodingNone && !data.isEmpty()) {
-        parsed.outcome = Outcome::malformed;
-        parsed.failure = std::move(error.description);
-        parsed.content = headerOf(data, encoding);
-    }
+    parsed.data = data;
+    parsed.encoding = encoding;
+    if (data.isEmpty()) return parsed;
+    const std::optional<Data> text = reading::decodeDocument(parsed.data, parsed.encoding);
+    if (!text) return parsed;
+    parsed.text = text->owned();
+    parsed.outcome = outcomeOf(reading::readDocument(parsed.text, parsed.content, parsed.failure));
     return parsed;
 }
 
@@ -120,14 +116,6 @@ Parsed parseInAnyEncoding(const Data& marked, bool repairs, bool& isGuessed) {
         return other;
     }
     return parsed;
-}
-
-Data textOf(const Parsed& parsed) {
-    if (parsed.outcome == Outcome::read)
-        if (const auto node = reading::NodeRef::of(*parsed.content.ofxData)) return node.document().source();
-    if (parsed.encoding == TextEncodingNone) return {};
-    const std::optional<Data> text = decodeText(parsed.data, parsed.encoding);
-    return text ? text->owned() : Data();
 }
 
 }  // namespace brackwell::opening

@@ -3,6 +3,8 @@
 
 #include <brackwell/open.h>
 
+#include "reading/body_parser.h"
+
 namespace brackwell::opening {
 
 /// What the parser made of bytes.
@@ -16,8 +18,9 @@ struct Parsed {
     Outcome outcome = Outcome::undecoded;
     TextEncoding encoding = TextEncodingNone;  ///< that was used; none when the bytes were no text
     Data data;                                 ///< the bytes without a byte order mark
-    TvOFXParserResult content;
-    std::string failure;  ///< the parser's description of what is wrong
+    Data text;                                 ///< decoded, with an owner; empty when the bytes were no text
+    TvOFXParserResult content;                 ///< of a malformed document the header
+    reading::BodyFailure failure;              ///< of a malformed document, with places in the text
 
     /// True when there is the element in which everything else is looked for.
     bool hasRoot() const noexcept;
@@ -40,8 +43,5 @@ std::string encodingNameIn(std::string_view text);
 
 /// The bytes after a byte order mark of any encoding, or all of them.
 Data withoutMark(const Data& data) noexcept;
-
-/// The decoded text, which the caller owns; empty when the bytes were no text.
-Data textOf(const Parsed& parsed);
 
 }  // namespace brackwell::opening

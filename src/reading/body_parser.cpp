@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "reading/body_parser.h"
 
+#include <algorithm>
+
 #include "reading/closing.h"
 #include "reading/entities.h"
 #include "reading/node_ref.h"
@@ -68,23 +70,38 @@ public:
     BodyParser(Document& document, std::string_view body)
         : body_(body), writer_(document, body.size() / kBytesPerNode + 16) {}
 
-    /// False when a close tag matches nothing open; failure() then says which.
-    bool parse() {
+    /// Where the close tag begins that matches nothing open; nothing when the body was read to its end.
+    std::optional<std::size_t> parse() {
         std::size_t open = findOpen(body_, 0).position;
         while (open + 1 < body_.size()) {  // a "<" that is the last character ends the body, too
             if (readPlainTag(open)) continue;
             const std::size_t close = findClose(body_, open + 1);
-            if (!readTag(trimmed(body_.substr(open + 1, close - open - 1)))) return false;
+            if (!readTag(trimmed(body_.substr(open + 1, close - open - 1)))) return open;
             if (close == body_.size()) break;
             endOriginalStrings(close);
             // A ">" that is the last character stays, and is read as text: intended.
             open = readText(close + 1 < body_.size() ? close + 1 : close);
         }
         writer_.finish();
-        return true;
+        return std::nullopt;
     }
 
-    std::string& failure() noexcept { return failure_; }
+    /// What is wrong where parsing ended.
+    BodyFailure failureAt(std::size_t open) const {
+        BodyFailure failure;
+        failure.close = placeOfTag(open);
+        const std::size_t close = findClose(body_, open + 1);
+        failure.text.append("Found close tag <")
+            .append(trimmed(body_.substr(open + 1, close - open - 1)))
+            .append("> without opening tag.");
+        if (!writer_.hasOpen()) return failure;
+        // Nothing but white space stands between a "<" and the name after it.
+        failure.open = placeOfTag(body_.rfind('<', writer_.innermostNameBegin() - 1));
+        failure.text.append("\nMaybe there is a close tag missing for <")
+            .append(innermostName().text)
+            .append(">");
+        return failure;
+    }
 
 private:
     static constexpr NameID kNotYet = ~NameID{0};     ///< no name has this number
@@ -117,7 +134,7 @@ private:
     }
 
     void openAggregate(NameID name, std::size_t position) {
-        writer_.open(name);
+        writer_.open(name, static_cast<std::uint32_t>(pending_.text.data() - body_.data()));
         setInnermost(name);
         if (name != kTransaction) return;
         // The source text of a transaction runs to the next end of one, wherever that stands, or to the
@@ -218,6 +235,7 @@ private:
         innermostIsExtension_ = writer_.names().name(id).starts_with(kExtensionPrefix);
     }
 
+    /// False for a close tag that matches nothing open.
     bool readTag(std::string_view name) {
         if (name.empty()) return true;
         if (name.front() != '/') {
@@ -230,10 +248,7 @@ private:
             closeAggregate();
             return true;
         }
-        if (!closed.closes(pending_)) {
-            fail(name);
-            return false;
-        }
+        if (!closed.closes(pending_)) return false;
         pending_ = {};
         return true;
     }
@@ -244,12 +259,8 @@ private:
         pending_ = {};
     }
 
-    void fail(std::string_view closeTag) {
-        failure_.append("Found close tag <").append(closeTag).append("> without opening tag.");
-        if (writer_.hasOpen())
-            failure_.append("\nMaybe there is a close tag missing for <")
-                .append(innermostName().text)
-                .append(">");
+    TagPlace placeOfTag(std::size_t open) const noexcept {
+        return {open, std::min(findClose(body_, open + 1) + 1, body_.size())};
     }
 
     struct OriginalString {
@@ -265,16 +276,16 @@ private:
     NameID innermost_ = 0;  ///< of the innermost open aggregate, if one is open
     bool innermostIsExtension_ = false;
     PodVector<OriginalString> originalStrings_;  ///< those whose end has not come by
-    std::string failure_;
 };
 
 }  // namespace
 
-std::optional<ParseDictionary> parseBody(const Data& source, std::string_view body, std::string* failure) {
+std::optional<ParseDictionary> parseBody(const Data& source, std::string_view body, BodyFailure* failure) {
     auto document = std::make_shared<Document>(source, body);
     BodyParser parser(*document, body);
-    if (parser.parse()) return NodeRef::root(std::move(document));
-    if (failure != nullptr) *failure = std::move(parser.failure());
+    const std::optional<std::size_t> end = parser.parse();
+    if (!end) return NodeRef::root(std::move(document));
+    if (failure != nullptr) *failure = parser.failureAt(*end);
     return std::nullopt;
 }
 

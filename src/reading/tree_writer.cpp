@@ -47,7 +47,9 @@ void TreeWriter::setOwnTextSize(std::size_t size) noexcept {
 
 void TreeWriter::close() noexcept {
     const Open closed = open_.back();
-    document_.nodes_[closed.node].begin = document_.nodes_.size();
+    Node& node = document_.nodes_[closed.node];
+    node.begin = document_.nodes_.size();
+    node.next = 0;
     while (overwritten_.size() > closed.overwritten) {
         placeOf(overwritten_.back().name) = overwritten_.back().place;
         overwritten_.pop();

@@ -34,14 +34,17 @@ public:
         document_.nodes_[leaf].size = static_cast<std::uint32_t>(size);
     }
 
-    void open(NameID name) {
-        innermost_ = add(name | Node::kAggregate, 0, 0);
+    /// Opens an aggregate, whose name begins here in the body.
+    void open(NameID name, std::uint32_t nameBegin = 0) {
+        innermost_ = add(name | Node::kAggregate, 0, 0, nameBegin);
         open_.push({innermost_, overwritten_.size()});
     }
     /// Closes the innermost open aggregate; there must be one.
     void close() noexcept;
     bool hasOpen() const noexcept { return open_.size() > 1; }
     NameID innermostName() const noexcept { return document_.nodes_[innermost_].name(); }
+    /// Where the name of the innermost open aggregate begins; there must be one.
+    std::uint32_t innermostNameBegin() const noexcept { return document_.nodes_[innermost_].next; }
     /// Closes all that is open, the root included.
     void finish() noexcept;
 
@@ -60,7 +63,8 @@ private:
         Place place;
     };
 
-    std::uint32_t add(NameID nameAndKind, std::uint32_t begin, std::uint32_t size) {
+    /// As long as an aggregate is open, no other of its name follows it, so `next` may be anything else.
+    std::uint32_t add(NameID nameAndKind, std::uint32_t begin, std::uint32_t size, std::uint32_t next = 0) {
         const NameID name = nameAndKind & ~Node::kAggregate;
         const std::uint32_t node = document_.nodes_.size();
         const std::uint32_t aggregate = innermost_;
@@ -68,7 +72,7 @@ private:
         added.nameAndKind = nameAndKind;  // field by field: a copy of all would wait for its parts
         added.begin = begin;
         added.size = size;
-        added.next = 0;
+        added.next = next;
         Place& place = placeOf(name);
         if (place.aggregate == aggregate && place.node != 0) {
             added.nameAndKind |= Node::kRepeated;

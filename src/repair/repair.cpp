@@ -2,6 +2,7 @@
 #include <brackwell/reading.h>
 #include <brackwell/repair.h>
 
+#include "reading/document_reader.h"
 #include "repair/arrangement.h"
 #include "repair/changes.h"
 #include "repair/faults.h"
@@ -23,13 +24,21 @@ enum class Reading : std::uint8_t { notOFX, fails, readsNothing, reads };
 /// What the import makes of a text. It reads nothing where the element is missing in which all is looked
 /// for.
 Reading readingOf(std::string_view text) {
-    TvOFXParser parser(Data::view(text));
-    parser.setStringEncoding(TextEncodingUTF8);
-    Error error;
-    const std::shared_ptr<TvOFXParserResult> result = parser.parseWithError(&error);
-    if (!result) return Reading::fails;
-    if (!result->ofxData) return Reading::notOFX;
-    return (*result->ofxData)["OFX"].isNothing() ? Reading::readsNothing : Reading::reads;
+    Data data = Data::view(text);
+    TextEncoding encoding = TextEncodingUTF8;
+    const std::optional<Data> decoded = reading::decodeDocument(data, encoding);
+    if (!decoded || text.empty()) return Reading::fails;
+    TvOFXParserResult result;
+    reading::BodyFailure failure;
+    switch (reading::readDocument(*decoded, result, failure)) {
+        case reading::DocumentReading::notOFX:
+            return Reading::notOFX;
+        case reading::DocumentReading::malformed:
+            return Reading::fails;
+        case reading::DocumentReading::read:
+            break;
+    }
+    return (*result.ofxData)["OFX"].isNothing() ? Reading::readsNothing : Reading::reads;
 }
 
 /// Where the body begins in a document that has nothing but a mark and white space in front of it.
