@@ -13,6 +13,9 @@ public:
     TextPlace advanceTo(std::size_t offset) noexcept;
 
 private:
+    void advanceByBlock() noexcept;
+    bool isLineFeed(std::size_t at) const noexcept { return at < text_.size() && text_[at] == '\n'; }
+
     std::string_view text_;
     std::size_t at_ = 0;
     TextPlace place_;
