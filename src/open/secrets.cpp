@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 
 #include "platform/utf8.h"
@@ -15,6 +16,16 @@ using namespace std::string_view_literals;
 constexpr std::array kSecretNames = {"USERKEY"sv,   "SESSCOOKIE"sv,  "ACCESSKEY"sv,
                                      "USERPASS"sv,  "NEWUSERPASS"sv, "AUTHTOKEN"sv,
                                      "USERCRED1"sv, "USERCRED2"sv,   "MFAPHRASEA"sv};
+
+/// The bytes of the shortest of them.
+constexpr std::size_t kShortest = std::ranges::min(kSecretNames, {}, &std::string_view::size).size();
+
+/// One bit for each letter that a secret's name begins with.
+constexpr std::uint32_t kFirstLetters = [] {
+    std::uint32_t letters = 0;
+    for (const std::string_view name : kSecretNames) letters |= 1U << (name.front() - 'A');
+    return letters;
+}();
 
 char asCapital(char c) noexcept { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
@@ -31,7 +42,8 @@ std::size_t nameEnd(std::string_view text, std::size_t begin) noexcept {
 
 /// Behind the white space, all of which the parser drops around a name.
 std::size_t behindBlanks(std::string_view text, std::size_t begin) noexcept {
-    while (begin < text.size()) {
+    const auto isInk = [](char c) { return c > ' ' && c < '\x7F'; };  // the usual case
+    while (begin < text.size() && !isInk(text[begin])) {
         const UTF8Character character = firstCharacter(text.substr(begin));
         if (!isWhiteSpace(character.value)) break;
         begin += character.size;
@@ -39,10 +51,20 @@ std::size_t behindBlanks(std::string_view text, std::size_t begin) noexcept {
     return begin;
 }
 
+/// False for most names of a document.
+bool mayHoldSecret(std::string_view name) noexcept {
+    for (std::size_t at = 0; at + kShortest <= name.size(); ++at) {
+        const char capital = asCapital(name[at]);
+        if (capital >= 'A' && capital <= 'Z' && (kFirstLetters >> (capital - 'A') & 1U) != 0) return true;
+    }
+    return false;
+}
+
 /// Where the name of a secret ends, in whatever case and with whatever is in front of it or behind it: a
 /// prefix, or the value when the ">" is missing.
 std::optional<std::size_t> secretNameEnd(std::string_view text, std::size_t begin, std::size_t end) noexcept {
     const std::string_view name = text.substr(begin, end - begin);
+    if (!mayHoldSecret(name)) return std::nullopt;
     for (const std::string_view secret : kSecretNames) {
         const auto isSame = [](char c, char capital) { return asCapital(c) == capital; };
         const auto* const found = std::search(name.begin(), name.end(), secret.begin(), secret.end(), isSame);
