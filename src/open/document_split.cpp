@@ -2,8 +2,10 @@
 #include "open/document_split.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "platform/ascii_case.h"
+#include "reading/byte_block.h"
 
 namespace brackwell::opening {
 namespace {
@@ -13,6 +15,17 @@ using namespace std::string_view_literals;
 constexpr std::string_view kRoot = "<OFX>";
 constexpr std::string_view kRootEnd = "</OFX>";
 constexpr std::string_view kHeader = "OFXHEADER:";
+
+/// Where a tag or header may stand at or after `from`, or the end of the text.
+std::size_t findBeginning(std::string_view text, std::size_t from) noexcept {
+    using reading::ByteBlock;
+    for (; from + ByteBlock::size <= text.size(); from += ByteBlock::size) {
+        const ByteBlock block(text.data() + from);
+        if (const unsigned found = block.equal('<') | block.equal('O') | block.equal('o'); found != 0)
+            return from + static_cast<unsigned>(std::countr_zero(found));
+    }
+    return std::min(text.find_first_of("<Oo", from), text.size());
+}
 
 /// True where a document begins. The root tag is looked for in any case, as a repair finds it.
 bool beginsDocument(std::string_view text) noexcept {
@@ -24,7 +37,7 @@ bool beginsDocument(std::string_view text) noexcept {
 /// The next place at or after `from` where a document begins, or the end of the text.
 std::size_t findDocument(std::string_view text, std::size_t from) noexcept {
     for (std::size_t at = from; at < text.size(); ++at) {
-        at = std::min(text.find_first_of("<Oo", at), text.size());
+        at = findBeginning(text, at);
         if (at < text.size() && beginsDocument(text.substr(at))) return at;
     }
     return text.size();
@@ -55,7 +68,7 @@ public:
 
     std::size_t find() noexcept {
         for (; at_ < text_.size(); ++at_) {
-            at_ = std::min(text_.find_first_of("<Oo", at_), text_.size());
+            at_ = findBeginning(text_, at_);
             const std::string_view here = text_.substr(at_);
             if (equalsIgnoringCase(here.substr(0, kRootEnd.size()), kRootEnd)) return at_ + kRootEnd.size();
             if (isInBody_ && here.starts_with(kHeader) && beginsLine(text_, at_)) return begin();
