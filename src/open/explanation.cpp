@@ -8,6 +8,7 @@
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
 #include "platform/utf8.h"
+#include "repair/repair.h"
 
 namespace brackwell::opening {
 namespace {
@@ -292,7 +293,7 @@ bool isInLowerCase(const std::vector<RepairChange>& changes) noexcept {
 }
 
 const std::vector<RepairChange>& RepairTrial::changesOf(std::string_view text) {
-    if (!changes_) changes_ = repairOFXText(text).changes;
+    if (!changes_) changes_ = repair::changesOfRepair(text);
     return *changes_;
 }
 

@@ -384,7 +384,7 @@ private:
         state_->findings = std::move(findings).finish(state_->text.bytes());
     }
 
-    void addEmptiness(FindingList& findings, const Interpreted& content) const {
+    void addEmptiness(FindingList& findings, const Interpreted& content) {
         const std::string_view text = state_->text.bytes();
         const bool isXML = text.find("<?xml") != text.npos || text.find("<?XML") != text.npos;
         const std::string_view rest = textAfterHeader(text);
@@ -398,7 +398,7 @@ private:
             sentence = rest.empty() ? "The document ends after its header. Download it again."
                                     : "The document has no elements after its header, but the text " +
                                           quoted(rest) + ".";
-        else if (!content.parsed.hasRoot() && isInLowerCase(repairOFXText(text).changes))
+        else if (!content.parsed.hasRoot() && isInLowerCase(trial_.changesOf(text)))
             sentence = "The document's tags are in lower case, so nothing is found in it without a repair.";
         findings.add(FindingKind::noContent, FindingSeverity::warning, std::move(sentence));
     }

@@ -2,6 +2,7 @@
 #include "open/parsing.h"
 
 #include "reading/document_reader.h"
+#include "repair/repair.h"
 
 namespace brackwell::opening {
 namespace {
@@ -75,7 +76,7 @@ Parsed parse(const Data& data, TextEncoding encoding) {
 TextEncoding encodingOfHiddenDocument(const Data& data) {
     for (const TextEncoding encoding : {TextEncodingUTF8, TextEncodingWindows1252, TextEncodingISOLatin1}) {
         const std::optional<Data> text = decodeText(data, encoding);
-        if (text && !repairOFXText(text->bytes()).changes.empty()) return encoding;
+        if (text && !repair::changesOfRepair(text->bytes()).empty()) return encoding;
     }
     return TextEncodingNone;
 }

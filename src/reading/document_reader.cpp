@@ -50,8 +50,7 @@ std::optional<Data> decodeDocument(Data& data, TextEncoding& encoding) {
     removeMark(data, encoding);
     if (encoding != TextEncodingNone) {
         // Its mark is gone; another one after it decides nothing.
-        std::optional<Data> text =
-            decodeText(data, encoding == TextEncodingUTF16 ? kHostUTF16 : encoding);
+        std::optional<Data> text = decodeText(data, encoding == TextEncodingUTF16 ? kHostUTF16 : encoding);
         if (!text) encoding = TextEncodingNone;
         return text;
     }

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "repair/repair.h"
+
 #include <brackwell/reading.h>
-#include <brackwell/repair.h>
+
+#include <optional>
 
 #include "reading/document_reader.h"
 #include "repair/arrangement.h"
@@ -53,18 +56,33 @@ std::size_t bodyIndexOf(std::string_view text) {
 
 Tree treeOf(std::string_view text) { return {text, bodyIndexOf(text)}; }
 
-/// A text on its way, and all that has been changed in it.
+/// How much of a text is wrong.
+struct Flaws {
+    std::size_t oddities = 0;  ///< counted first: what they hide counts for nothing
+    repair::Loss loss;
+    auto operator<=>(const Flaws&) const = default;
+};
+
+/// A text on its way, and all that has been changed in it. What it is worth is found out when somebody asks.
 class Repair {
 public:
-    explicit Repair(std::string_view text) : before_(text), text_(text) {}
+    Repair(std::string_view text, Reading reading) : before_(text), text_(text), reading_(reading) {}
 
-    const std::string& text() const noexcept { return text_; }
+    Reading reading() {
+        if (!reading_) reading_ = readingOf(text_);
+        return *reading_;
+    }
+    bool isWhole() {
+        return reading() == Reading::reads && flaws().oddities == 0 && flaws().loss.faults == 0;
+    }
+    /// True when the import finds more in this text than in the other one.
+    bool isBetterThan(Repair& other) {
+        if (reading() != other.reading()) return reading() > other.reading();
+        return reading() == Reading::reads && flaws() < other.flaws();
+    }
 
     void apply(Edits edits) {
-        if (edits.empty()) return;
-        std::string text = repair::applied(text_, edits);
-        edits_ = edits_.empty() ? std::move(edits) : repair::composed(before_, std::move(edits_), edits);
-        text_ = std::move(text);
+        if (!edits.empty()) apply(std::move(edits), repair::applied(text_, edits), std::nullopt);
     }
 
     /// Tags and how they are nested.
@@ -78,77 +96,83 @@ public:
 
     /// Elements where they cannot stand. The parser's word counts: what it would refuse is not done.
     void mendStructure() {
-        const Edits edits = repair::editsFor(repair::arranged(treeOf(text_)));
+        Edits edits = repair::editsFor(repair::arranged(treeOf(text_)));
         if (edits.empty()) return;
-        const Reading reading = readingOf(repair::applied(text_, edits));
-        if (reading == Reading::reads || reading >= readingOf(text_)) apply(edits);
+        std::string text = repair::applied(text_, edits);
+        const Reading after = readingOf(text);
+        if (after == Reading::reads || after >= reading()) apply(std::move(edits), std::move(text), after);
     }
 
-    RepairedText finish() && {
-        RepairedText repaired{std::move(text_), repair::changesOf(before_, std::move(edits_)), {}};
-        repaired.remaining = repair::remarksOf(treeOf(repaired.text));
-        return repaired;
-    }
+    std::vector<RepairChange> takeChanges() { return repair::changesOf(before_, std::move(edits_)); }
+    std::string takeText() noexcept { return std::move(text_); }
 
 private:
+    void apply(Edits edits, std::string text, std::optional<Reading> reading) {
+        edits_ = edits_.empty() ? std::move(edits) : repair::composed(before_, std::move(edits_), edits);
+        text_ = std::move(text);
+        reading_ = reading;
+        flaws_.reset();
+    }
+
+    const Flaws& flaws() {
+        if (!flaws_) {
+            const Tree tree = treeOf(text_);
+            flaws_ = Flaws{repair::odditiesOf(tree), repair::lossOf(tree)};
+        }
+        return *flaws_;
+    }
+
     std::string_view before_;
     std::string text_;
     Edits edits_;
+    std::optional<Reading> reading_;  ///< what the import makes of the text
+    std::optional<Flaws> flaws_;
 };
 
-/// How much of a text the import finds, from the worst to the best.
-struct Worth {
-    explicit Worth(std::string_view text) : Worth(text, readingOf(text)) {}
-    Worth(std::string_view text, Reading itsReading) : reading(itsReading) {
-        if (reading != Reading::reads) return;
-        const Tree tree = treeOf(text);
-        oddities = repair::odditiesOf(tree);
-        loss = repair::lossOf(tree);
-    }
-    bool isWhole() const noexcept { return reading == Reading::reads && loss.faults == 0 && oddities == 0; }
-    bool operator<(const Worth& other) const noexcept {
-        if (reading != other.reading) return reading < other.reading;
-        return oddities != other.oddities ? other.oddities < oddities : other.loss < loss;
-    }
-
-    Reading reading;
-    std::size_t oddities = 0;  ///< counted first: what they hide counts for nothing
-    repair::Loss loss;
-};
-
-RepairedText unchanged(std::string_view text) { return {std::string(text), {}, {}}; }
-
-}  // namespace
-
-bool isOFCText(std::string_view text) noexcept { return repair::isOFC(text); }
-
-RepairedText repairOFXText(std::string_view text, RepairScope scope) {
-    if (!isValidUTF8(text) || isOFCText(text)) return unchanged(text);
+/// Nothing for a text that is out of scope.
+std::optional<Repair> repairOf(std::string_view text, RepairScope scope) {
+    if (!isValidUTF8(text) || isOFCText(text)) return std::nullopt;
     const Reading reading = readingOf(text);
-    if (reading == Reading::reads && scope == RepairScope::unread) return unchanged(text);
+    if (reading == Reading::reads && scope == RepairScope::unread) return std::nullopt;
 
-    Repair repair(text);
+    Repair repair(text, reading);
     if (reading == Reading::notOFX) {
         repair::Front front = repair::findFront(text);
-        if (!front.isDocument) return unchanged(text);
+        if (!front.isDocument) return std::nullopt;
         repair.apply(std::move(front.edits));
     } else {
         repair.apply(repair::headerEdits(text));
     }
     // Nearly always once is enough. What is found only after something else was mended takes another round.
     constexpr int kRounds = 8;
-    Worth worth = repair.text() == text ? Worth(text, reading) : Worth(repair.text());
-    for (int round = 0; round < kRounds && !worth.isWhole(); ++round) {
+    for (int round = 0; round < kRounds && !repair.isWhole(); ++round) {
         Repair next = repair;
         next.mendTags();
         next.mendStructure();
-        const Worth nextWorth(next.text());
-        if (!(worth < nextWorth)) break;
+        if (!next.isBetterThan(repair)) break;
         repair = std::move(next);
-        worth = nextWorth;
-        if (scope == RepairScope::unread && worth.reading == Reading::reads) break;
+        if (scope == RepairScope::unread && repair.reading() == Reading::reads) break;
     }
-    return std::move(repair).finish();
+    return repair;
+}
+
+}  // namespace
+
+bool isOFCText(std::string_view text) noexcept { return repair::isOFC(text); }
+
+RepairedText repairOFXText(std::string_view text, RepairScope scope) {
+    std::optional<Repair> repair = repairOf(text, scope);
+    if (!repair) return {std::string(text), {}, {}};
+    RepairedText repaired;
+    repaired.text = repair->takeText();
+    repaired.changes = repair->takeChanges();
+    repaired.remaining = repair::remarksOf(treeOf(repaired.text));
+    return repaired;
+}
+
+std::vector<RepairChange> repair::changesOfRepair(std::string_view text) {
+    std::optional<Repair> repair = repairOf(text, RepairScope::unread);
+    return repair ? repair->takeChanges() : std::vector<RepairChange>();
 }
 
 }  // namespace brackwell
