@@ -8,6 +8,7 @@
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
 #include "platform/utf8.h"
+#include "reading/node_ref.h"
 
 namespace brackwell::opening {
 namespace {
@@ -17,19 +18,20 @@ constexpr auto kWide = std::to_array<TextEncoding>(
 
 bool isWide(TextEncoding encoding) noexcept { return std::ranges::find(kWide, encoding) != kWide.end(); }
 
-/// The names of encodings in a header: OFX 1 has two fields for them.
-std::vector<std::string> namesIn(const std::optional<ParseDictionary>& header, std::string_view text) {
-    std::vector<std::string> names;
+/// The names of encodings in a header, the first one first; the others are empty. OFX 1 has two fields for
+/// them.
+using Names = std::array<std::string_view, 2>;
+
+Names namesIn(const std::optional<ParseDictionary>& header, std::string_view text) noexcept {
     const std::string_view begin = trimWhiteSpace(text);
-    if (begin.starts_with('<')) {
-        names.push_back(encodingNameIn(begin));
-        if (names.front().empty()) names.clear();
-        return names;
-    }
+    if (begin.starts_with('<')) return {encodingNameInXML(begin)};
+    Names names;
     if (!header) return names;
-    for (const std::string_view field : {"CHARSET", "ENCODING"}) {
-        const OptionalText name = (*header)[field].text();
-        if (name && !name->empty() && !equalsIgnoringCase(*name, "NONE")) names.emplace_back(*name);
+    std::size_t count = 0;
+    for (const reading::NameID field : {reading::element("CHARSET"), reading::element("ENCODING")}) {
+        const reading::NodeRef value = reading::NodeRef::of(*header)[field];
+        const std::string_view name = value.isText() ? value.text() : std::string_view();
+        if (!name.empty() && !equalsIgnoringCase(name, "NONE")) names[count++] = name;
     }
     return names;
 }
@@ -52,13 +54,15 @@ void findEncodingDoubts(FindingList& findings, TextEncoding used,
                         const std::optional<ParseDictionary>& header, std::string_view text,
                         EncodingOrigin origin) {
     if (origin == EncodingOrigin::mark) return;
-    const std::vector<std::string> names = namesIn(header, text);
-    if (std::ranges::any_of(names, [used](const std::string& name) { return isNameOf(name, used); })) return;
+    const Names names = namesIn(header, text);
+    const auto isThisOne = [used](std::string_view name) { return !name.empty() && isNameOf(name, used); };
+    if (std::ranges::any_of(names, isThisOne)) return;
+    const bool isNamed = !names.front().empty();
     // Bytes that are valid UTF-8 by chance are hardly more than ASCII, which every encoding has.
     const bool isGuess = origin == EncodingOrigin::guess && used != TextEncodingUTF8;
-    if (!isGuess && (names.empty() || asciiPrefix(text) == text.size())) return;
+    if (!isGuess && (!isNamed || asciiPrefix(text) == text.size())) return;
     const std::string reading = "it is read as " + std::string(nameOfTextEncoding(used).value_or(""));
-    if (names.empty())
+    if (!isNamed)
         return findings.add(FindingKind::encodingGuessed, FindingSeverity::note,
                             "The document does not name its text encoding; " + reading + ".");
     const bool isKnown = isUnicode(names.front()) || textEncodingNamed(names.front()) != TextEncodingNone;

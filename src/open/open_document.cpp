@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
+#include <bit>
 
 #include "open/account_types.h"
 #include "open/accounting.h"
@@ -162,13 +163,26 @@ Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDa
     return content;
 }
 
+/// A set of names with a bit for each; names that are no field of a header have none.
+constexpr std::uint32_t fieldBit(reading::NameID name) noexcept {
+    return name < 32 ? std::uint32_t{1} << name : 0;
+}
+constexpr std::uint32_t kFieldsOfBoth = fieldBit(element("VERSION")) | fieldBit(element("SECURITY")) |
+                                        fieldBit(element("OLDFILEUID")) | fieldBit(element("NEWFILEUID"));
+constexpr std::uint32_t kFieldsOfPlain = fieldBit(element("DATA")) | fieldBit(element("ENCODING")) |
+                                         fieldBit(element("CHARSET")) | fieldBit(element("COMPRESSION"));
+static_assert(std::popcount(kFieldsOfBoth | kFieldsOfPlain) == 8, "each field has a bit of its own");
+
 /// True for a header of which nothing can be hidden, since it has all fields of its kind.
 bool isHeaderWhole(const ParseDictionary& header) noexcept {
-    constexpr std::string_view ofBoth[] = {"VERSION", "SECURITY", "OLDFILEUID", "NEWFILEUID"};
-    constexpr std::string_view ofPlain[] = {"DATA", "ENCODING", "CHARSET", "COMPRESSION"};
-    const auto has = [&header](std::string_view field) { return !header[field].isNothing(); };
-    const bool isXML = header["OFXHEADER"].text() == "200";
-    return std::ranges::all_of(ofBoth, has) && (isXML || std::ranges::all_of(ofPlain, has));
+    std::uint32_t fields = 0;
+    bool isXML = false;
+    for (const NodeRef& field : NodeRef::of(header).children()) {
+        fields |= fieldBit(field.nameID());
+        if (field.nameID() == element("OFXHEADER")) isXML = field.isText() && field.text() == "200";
+    }
+    const std::uint32_t wanted = isXML ? kFieldsOfBoth : kFieldsOfBoth | kFieldsOfPlain;
+    return (fields & wanted) == wanted;
 }
 
 /// In how many places the header of a text hides fields. Reading it as a repair does takes longer than

@@ -2,6 +2,7 @@
 #include "open/parsing.h"
 
 #include "reading/document_reader.h"
+#include "reading/header_reader.h"
 #include "repair/repair.h"
 
 namespace brackwell::opening {
@@ -58,7 +59,7 @@ constexpr Outcome outcomeOf(reading::DocumentReading reading) noexcept {
 }  // namespace
 
 bool Parsed::hasRoot() const noexcept {
-    return outcome == Outcome::read && !(*content.ofxData)["OFX"].isNothing();
+    return outcome == Outcome::read && reading::NodeRef::of(*content.ofxData)[reading::element("OFX")];
 }
 
 Parsed parse(const Data& data, TextEncoding encoding) {
@@ -82,13 +83,13 @@ TextEncoding encodingOfHiddenDocument(const Data& data) {
 }
 
 std::string encodingNameIn(std::string_view text) {
-    ParseDictionary header;
-    if (text.starts_with("OFXHEADER:")) {
-        header = TvOFXParser::parseSGMLHeader(text);
-        return std::string(header["CHARSET"].text().value_or(""));
-    }
-    if (text.starts_with("<?xml")) TvOFXParser::parseXmlHeader(text.substr(0, text.find("<?OFX")), &header);
-    return std::string(header["ENCODING"].text().value_or(""));
+    if (text.starts_with("OFXHEADER:"))
+        return std::string(TvOFXParser::parseSGMLHeader(text)["CHARSET"].text().value_or(""));
+    return std::string(encodingNameInXML(text));
+}
+
+std::string_view encodingNameInXML(std::string_view text) noexcept {
+    return reading::encodingInDeclaration(text.substr(0, text.find("<?OFX"))).value_or("");
 }
 
 Data withoutMark(const Data& data) noexcept {

@@ -41,6 +41,9 @@ TextEncoding encodingOfHiddenDocument(const Data& data);
 /// declaration counts: the instruction after it may have an ENCODING of its own.
 std::string encodingNameIn(std::string_view text);
 
+/// The same of a text that is no OFX 1, as a part of it.
+std::string_view encodingNameInXML(std::string_view text) noexcept;
+
 /// The bytes after a byte order mark of any encoding, or all of them.
 Data withoutMark(const Data& data) noexcept;
 

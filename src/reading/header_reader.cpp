@@ -8,6 +8,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
+constexpr std::string_view kDeclaration = "<?xml"sv;
+
 // One character at a time is as fast as it gets for names and values of some ten characters.
 bool isBlank(char c) noexcept { return c == ' ' || c == '\t'; }
 bool isQuote(char c) noexcept { return c == '"'; }
@@ -26,20 +28,22 @@ std::size_t findOrEnd(std::string_view text, std::string_view wanted, std::size_
     return std::min(text.find(wanted, from), text.size());
 }
 
-/// Reads the encoding of an XML declaration that begins at the start of the text; returns where
-/// reading goes on.
-std::size_t readXmlDeclaration(std::string_view text, reading::HeaderCollector& header) {
-    constexpr std::string_view begin = "<?xml"sv;
+struct Declaration {
+    OptionalText encoding;
+    std::size_t end;  ///< where reading goes on
+};
+
+/// The XML declaration that begins at the start of the text.
+Declaration declarationOf(std::string_view text) noexcept {
     constexpr std::string_view encoding = "encoding=\""sv;
-    const std::size_t end = findOrEnd(text, "?>"sv, begin.size());
-    const std::size_t found = text.substr(0, end).find(encoding, begin.size());
+    const std::size_t end = findOrEnd(text, "?>"sv, kDeclaration.size());
+    const std::size_t found = text.substr(0, end).find(encoding, kDeclaration.size());
     // An encoding in single quotes is not recorded.
-    if (found == std::string_view::npos) return end;
+    if (found == std::string_view::npos) return {std::nullopt, end};
     const std::size_t value = found + encoding.size();
     // Without a closing quote the value runs on, to the next quote anywhere or to the end: intended.
     const std::size_t quote = findOrEnd(text, "\""sv, value);
-    header.set("ENCODING"sv, text.substr(value, quote - value));
-    return quote;
+    return {text.substr(value, quote - value), quote};
 }
 
 /// Reads one NAME="value" of the "<?OFX" instruction; anything else is passed over.
@@ -63,6 +67,10 @@ void readAttributes(std::string_view instruction, reading::HeaderCollector& head
 
 }  // namespace
 
+OptionalText reading::encodingInDeclaration(std::string_view text) noexcept {
+    return text.starts_with(kDeclaration) ? declarationOf(text).encoding : std::nullopt;
+}
+
 ParseDictionary TvOFXParser::parseSGMLHeader(std::string_view text) {
     reading::HeaderCollector header;
     const std::size_t end = text.find("<OFX>"sv);
@@ -84,7 +92,12 @@ std::size_t TvOFXParser::parseXmlHeader(std::string_view text, ParseDictionary* 
     std::vector<ParseDictionary::Entry> before(header->begin(), header->end());
     for (const auto& [name, value] : before) collector.set(name, value.text().value_or(""sv));
 
-    std::size_t at = text.starts_with("<?xml"sv) ? readXmlDeclaration(text, collector) : 0;
+    std::size_t at = 0;
+    if (text.starts_with(kDeclaration)) {
+        const Declaration declaration = declarationOf(text);
+        if (declaration.encoding) collector.set("ENCODING"sv, *declaration.encoding);
+        at = declaration.end;
+    }
     at = std::min(findOrEnd(text, begin, at) + begin.size(), text.size());
     const std::size_t bodyIndex = findOrEnd(text, end, at);
     const std::string_view instruction = text.substr(at, bodyIndex - at);

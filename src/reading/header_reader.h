@@ -8,6 +8,10 @@
 
 namespace brackwell::reading {
 
+/// The encoding that the XML declaration at the beginning of a text names; nothing when it names none, or
+/// there is no declaration.
+OptionalText encodingInDeclaration(std::string_view text) noexcept;
+
 /// Collects header names with copies of their values: a later value of a name replaces an earlier one
 /// and keeps its place.
 class HeaderCollector {
