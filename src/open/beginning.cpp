@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "open/root_name.h"
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
 #include "platform/ascii_digit.h"
@@ -70,14 +69,13 @@ void add(FindingList& findings, std::string_view document, std::size_t offset, s
 }  // namespace
 
 void findTextBefore(FindingList& findings, std::string_view text, const std::vector<RepairChange>& changes,
-                    std::string_view readText, const TreePlaces& places) {
+                    std::string_view readText, std::string_view name, const TreePlaces& places) {
     const auto dropped = std::ranges::find(changes, RepairKind::textBeforeDocument, &RepairChange::kind);
     if (dropped != changes.end()) {
         const std::string_view was = text.substr(dropped->offset, dropped->was.size());
         if (const std::string_view ink = firstTextIn(was, inked); !ink.empty())
             return add(findings, text, static_cast<std::size_t>(ink.data() - text.data()), ink);
     }
-    const std::string_view name = firstElementName(readText);
     if (name.empty()) return;
     const std::string_view front =
         readText.substr(0, static_cast<std::size_t>(name.data() - readText.data()) - 1);

@@ -68,8 +68,9 @@ void findCutsAndMargins(FindingList& findings, std::string_view text, std::strin
         const std::size_t end = findRootEnd(where, kUsualRoot);
         return end == where.npos && root != kUsualRoot ? findRootEnd(where, root) : end;
     };
-    if (findEnd(text) == text.npos) return addCut(findings, text, root);
-    const std::size_t end = findEnd(readText);
+    std::size_t end = findEnd(text);
+    if (end == text.npos) return addCut(findings, text, root);
+    if (readText.data() != text.data()) end = findEnd(readText);
     if (end == readText.npos) return;
     const std::size_t after = std::min(readText.find('>', end), readText.size() - 1) + 1;
     if (const std::string_view rest = withoutMarks(readText.substr(after)); !rest.empty())

@@ -95,7 +95,8 @@ struct Interpreted {
     std::vector<Security> securities;
     Survey survey;
     Accounting accounting;
-    std::size_t repairable = 0;    ///< what is missing, and may be delivered after a repair
+    std::size_t missing = 0;       ///< what the tree holds and no object delivers
+    std::size_t repairable = 0;    ///< that of it which may be delivered after a repair
     std::size_t headerFaults = 0;  ///< places of the header that hide fields of it
 
     bool isRead() const noexcept { return interpreter != nullptr; }
@@ -150,7 +151,9 @@ void interpret(Interpreted& content, const OpenOptions& options, const WrittenDa
         content.found(Content::investmentAnswer) + content.found(Content::investmentStatement) != 0;
     if (hasStatements) content.investmentStatements = brackwell::investmentStatements(tree, helper);
     if (content.found(Content::security) != 0) content.securities = brackwell::securities(tree, helper);
-    content.repairable = content.delivery().repairable();
+    const Delivery delivery = content.delivery();
+    content.missing = delivery.missing();
+    content.repairable = delivery.repairable();
 }
 
 Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDates* datesOfFile) {
@@ -362,17 +365,19 @@ private:
         FindingList findings;
         addNotes(findings, content.parsed);
         const std::string_view text = state_->text.bytes();
-        const bool hasElements = !firstElementName(text).empty();
-        if (hasElements)
-            findCutsAndMargins(findings, text, rootNameOf(text), state_->readText.bytes(), places);
+        const std::string_view readText = state_->readText.bytes();
+        const std::string_view first = firstElementName(text);
+        if (!first.empty())
+            findCutsAndMargins(findings, text, rootNameOf(text, first), readText, places);
         // A header with faults is named as a whole.
         if (content.headerFaults == 0)
-            findTextBefore(findings, text, state_->changes, state_->readText.bytes(), places);
+            findTextBefore(findings, text, state_->changes, readText,
+                           state_->changes.empty() ? first : firstElementName(readText), places);
         if (content.headerFaults != 0 && document.size() > 1)
             findings.add(FindingKind::notDelivered, FindingSeverity::warning,
                          "The header is not written as OFX has it, so not all of its fields are read.",
                          content.headerFaults);
-        content.delivery().addFindings(findings, document, places);
+        if (content.missing != 0) content.delivery().addFindings(findings, document, places);
         if (content.repairable == 0) addMisplaced(findings, document, content.survey.misplaced, places);
         content.accounting.addFindings(findings, document, places);
         findRepairLosses(findings, state_->text.bytes(), state_->changes);

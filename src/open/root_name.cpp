@@ -49,10 +49,10 @@ std::string_view firstElementName(std::string_view text) noexcept { return Names
 
 std::string_view withoutPrefix(std::string_view name) noexcept { return afterLast(name, ":"); }
 
-std::string_view rootNameOf(std::string_view text) noexcept {
+std::string_view rootNameOf(std::string_view text, std::string_view first) noexcept {
+    if (equalsIgnoringCase(first, kRoot)) return kRoot;
     Names names(text);
-    const std::string_view first = names.next();
-    for (std::string_view name = first; !name.empty(); name = names.next()) {
+    for (std::string_view name = names.next(); !name.empty(); name = names.next()) {
         if (equalsIgnoringCase(name, kRoot)) return kRoot;
         if (equalsIgnoringCase(withoutPrefix(name), kRoot)) return name;
     }

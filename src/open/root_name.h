@@ -13,7 +13,7 @@ std::string_view firstElementName(std::string_view text) noexcept;
 std::string_view withoutPrefix(std::string_view name) noexcept;
 
 /// The name of the element that holds a document, as its close tag has it: OFX, with the prefix that the
-/// document gives it, or where that is missing the first element.
-std::string_view rootNameOf(std::string_view text) noexcept;
+/// document gives it, or where that is missing the first element, whose name is `first`.
+std::string_view rootNameOf(std::string_view text, std::string_view first) noexcept;
 
 }  // namespace brackwell::opening
