@@ -38,14 +38,12 @@ private:
 
         static Key of(std::string_view text) noexcept {
             constexpr std::size_t wordSize = sizeof(std::uint64_t);
-            Key key{text.size()};
-            if (text.size() >= wordSize) {
-                key.first = __builtin_bswap64(loadWord(text.data()));
-                key.last = __builtin_bswap64(loadWord(text.data() + text.size() - wordSize));
-            } else {
-                for (const char c : text) key.first = key.first << 8U | static_cast<unsigned char>(c);
-            }
-            return key;
+            if (text.size() >= wordSize)
+                return {text.size(), __builtin_bswap64(loadWord(text.data())),
+                        __builtin_bswap64(loadWord(text.data() + text.size() - wordSize))};
+            std::uint64_t first = 0;
+            for (const char c : text) first = first << 8U | static_cast<unsigned char>(c);
+            return {text.size(), first, 0};
         }
         bool isBefore(const Key& other) const noexcept {
             if (size != other.size) return size < other.size;
