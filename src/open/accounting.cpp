@@ -2,6 +2,7 @@
 #include "open/accounting.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "elements/roles.h"
 #include "investments/record_names.h"
@@ -59,7 +60,10 @@ bool UnreadGroup::holdsRecords() const noexcept {
 class AccountingWalk {
 public:
     AccountingWalk(Accounting& result, const Document& document)
-        : result_(result), document_(document), names_(document.names().end()) {
+        : result_(result),
+          document_(document),
+          groups_(document.names().end(), kRead),
+          unknown_(document.names().end() - reading::kKnownElementCount) {
         lastOfKind_.fill(kRead);
         quietPlaces_.fill(~std::uint64_t{0});  // of no element
     }
@@ -87,20 +91,15 @@ private:
         std::uint32_t end;
         std::uint32_t group = kRead;  ///< the one that it is in with all its children
     };
-    /// What is known of a name of this document.
-    struct Name {
-        ElementNature nature;
-        bool isKnown = false;         ///< the nature was found out
-        std::uint32_t group = kRead;  ///< of the elements of this name
-    };
-
-    Name& nameOf(const Node& node) {
-        Name& name = names_[node.name()];
-        if (!name.isKnown) name = {natureOf(document_.name(node)), true, kRead};
-        return name;
+    const ElementNature& natureOfNode(const Node& node) {
+        const NameID name = node.name();
+        if (name < reading::kKnownElementCount) return natureOfKnown(name);
+        std::optional<ElementNature>& nature = unknown_[name - reading::kKnownElementCount];
+        if (!nature) nature = natureOf(document_.name(node));
+        return *nature;
     }
     Element elementOf(std::uint32_t node) {
-        return node == 0 ? elements::kUnknown : nameOf(document_.node(node)).nature.element;
+        return node == 0 ? elements::kUnknown : natureOfNode(document_.node(node)).element;
     }
 
     /// The group of what is not read, that of the aggregate around it, or kRead.
@@ -126,22 +125,22 @@ private:
         const Open& around = open_.back();
         // Records are found wherever they stand.
         if (around.group != kRead && investments::recordNamed(node.name()) == nullptr) return around.group;
-        Name& name = nameOf(node);
-        switch (name.nature.kind) {
+        const ElementNature& nature = natureOfNode(node);
+        switch (nature.kind) {
             case NameKind::read:
                 if (around.node != 0 &&
                     isUnreadIn(document_.name(node), document_.name(document_.node(around.node))))
-                    return begin(name, NameKind::treeOnly, index);
-                judge(index, node, name.nature.element);
+                    return begin(nature, NameKind::treeOnly, index);
+                judge(index, node, nature.element);
                 return node.name() == element("STMTTRNP") ? quietGroup() : kRead;
             case NameKind::treeOnly:
-                return judge(index, node, name.nature.element) ? begin(name, NameKind::treeOnly, index)
-                                                               : quietGroup();
+                return judge(index, node, nature.element) ? begin(nature, NameKind::treeOnly, index)
+                                                          : quietGroup();
             case NameKind::unknown:
-                return begin(name, isAnswer(node, around.node) ? NameKind::treeOnly : NameKind::unknown,
+                return begin(nature, isAnswer(node, around.node) ? NameKind::treeOnly : NameKind::unknown,
                              index);
             default:
-                return begin(name, name.nature.kind, index);
+                return begin(nature, nature.kind, index);
         }
     }
 
@@ -153,18 +152,19 @@ private:
     }
 
     /// Counts an element of a name that is not read.
-    std::uint32_t begin(Name& name, NameKind kind, std::uint32_t index) {
-        if (name.group == kRead) name.group = newGroup(kind);
-        UnreadGroup& group = result_.groups_[name.group];
+    std::uint32_t begin(const ElementNature& nature, NameKind kind, std::uint32_t index) {
+        std::uint32_t& number = groups_[document_.node(index).name()];
+        if (number == kRead) number = newGroup(kind);
+        UnreadGroup& group = result_.groups_[number];
         if (group.count++ == 0) {
-            group.meant = name.nature.element;
+            group.meant = nature.element;
             group.first = index;
             group.parent = open_.back().node;
         }
         const bool isCut = kind == NameKind::unknown && cutsText(document_, index);
         if (isCut && group.firstCut == 0) group.firstCut = index;
         if (kind == NameKind::notCapitals || kind == NameKind::noName || isCut) ++result_.mendable_;
-        return name.group;
+        return number;
     }
 
     std::uint32_t newGroup(NameKind kind) {
@@ -190,7 +190,7 @@ private:
         const auto* const row = std::ranges::find(kUnreadNames, document_.name(node), &UnreadName::name);
         if (row != std::end(kUnreadNames)) return note(row->what);
         if (!isLeaf) return;
-        const Element known = nameOf(node).nature.element;
+        const Element known = natureOfNode(node).element;
         if (elements::valueTypeOf(known) == elements::ValueType::amount ||
             (known == elements::kUnknown && isAmountOfMoney(document_.text(node))))
             note(Unread::amount);
@@ -241,7 +241,8 @@ private:
 
     Accounting& result_;
     const Document& document_;
-    std::vector<Name> names_;  ///< by number
+    std::vector<std::uint32_t> groups_;                  ///< by name: the group of its elements, or kRead
+    std::vector<std::optional<ElementNature>> unknown_;  ///< by name, from the first unknown one on
     /// Elements of which nothing is to be said: name and kind, and the name of the aggregate around them.
     std::array<std::uint64_t, 256> quietPlaces_;
     std::vector<Open> open_{{0, ~std::uint32_t{0}}};

@@ -5,6 +5,7 @@
 #include "elements/structure_tables.h"
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
+#include "open/known_elements.h"
 #include "open/odd_names.h"
 
 namespace brackwell::opening {
@@ -101,14 +102,6 @@ constexpr auto kParents = std::to_array<reading::NameID>({
     element("SECLIST"),
 });
 static_assert(kParents.size() < 32, "a set of parents has 32 bits, of which one is for all others");
-
-/// The element of each name in the standard's list.
-constexpr auto kElementOfName = [] {
-    std::array<elements::Element, reading::kKnownElementCount> found{};
-    for (std::size_t name = 0; name != found.size(); ++name)
-        found[name] = elements::tables::find(reading::kElementNames[name]);
-    return found;
-}();
 
 /// The name of each element in the list; kKnownElementCount where a tree has no number for it.
 constexpr auto kNameOfElement = [] {

@@ -2,23 +2,26 @@
 #include "open/element_nature.h"
 
 #include <algorithm>
+#include <array>
 #include <string>
 
 #include "elements/roles.h"
+#include "open/known_elements.h"
 #include "platform/ascii_case.h"
-#include "reading/element_names.h"
 #include "repair/markup.h"
 
 namespace brackwell::opening {
 namespace {
 
 /// Known, so that the survey can count it, but no class reads it.
-constexpr std::string_view kOnlyCounted = "EXTDNAME";
+constexpr reading::NameID kOnlyCounted = reading::element("EXTDNAME");
 
-bool isReadByClass(std::string_view name) noexcept {
-    return elements::isMessageSet(name) ||
-           (reading::findKnownElement(name) != reading::kKnownElementCount && name != kOnlyCounted);
-}
+constexpr auto kNatures = [] {
+    std::array<ElementNature, reading::kKnownElementCount> natures{};
+    for (reading::NameID name = 0; name != natures.size(); ++name)
+        natures[name] = {name == kOnlyCounted ? NameKind::treeOnly : NameKind::read, kElementOfName[name]};
+    return natures;
+}();
 
 /// True when a letter more, less or other makes one name of the other.
 bool differInALetter(std::string_view a, std::string_view b) noexcept {
@@ -33,8 +36,10 @@ bool differInALetter(std::string_view a, std::string_view b) noexcept {
 }  // namespace
 
 ElementNature natureOf(std::string_view name) {
+    if (const reading::NameID known = reading::findKnownElement(name); known != reading::kKnownElementCount)
+        return natureOfKnown(known);
     if (const elements::Element element = elements::findElement(name); element != elements::kUnknown)
-        return {isReadByClass(name) ? NameKind::read : NameKind::treeOnly, element};
+        return {elements::isMessageSet(name) ? NameKind::read : NameKind::treeOnly, element};
     if (!repair::isName(name)) return {NameKind::noName};
     if (name.size() <= elements::kLongestName && repair::hasSmallLetter(name)) {
         std::string capitals(name);
@@ -44,6 +49,8 @@ ElementNature natureOf(std::string_view name) {
     }
     return {name.find('.') != name.npos ? NameKind::extension : NameKind::unknown};
 }
+
+const ElementNature& natureOfKnown(reading::NameID name) noexcept { return kNatures[name]; }
 
 bool isUnreadIn(std::string_view child, std::string_view parent) noexcept {
     return child == "PHONE" && parent == "PAYEE";

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "elements/structure.h"
+#include "reading/element_names.h"
 
 namespace brackwell::opening {
 
@@ -25,6 +26,9 @@ struct ElementNature {
     elements::Element element = elements::kUnknown;
 };
 ElementNature natureOf(std::string_view name);
+
+/// The same of a name that trees have a number for.
+const ElementNature& natureOfKnown(reading::NameID name) noexcept;
 
 /// True when a known element, which stands where it may, is read there by no class, although one reads it
 /// elsewhere.
