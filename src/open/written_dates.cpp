@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/written_dates.h"
 
+#include <array>
 #include <string_view>
 
 #include "convert/ofx_date.h"
@@ -27,6 +28,14 @@ private:
     PatternDateFormatter standard_{"yyyyMMddHHmmss"};
 };
 
+/// False for a day that its month does not have, and for the 29th of February, which not every year has.
+/// Month and day are in range.
+bool isInMonth(std::string_view date) noexcept {
+    constexpr std::array<int, 12> days = {31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
+    const auto number = [date](std::size_t at) { return (date[at] - '0') * 10 + (date[at + 1] - '0'); };
+    return number(6) <= days[static_cast<std::size_t>(number(4)) - 1];
+}
+
 std::size_t placeOf(char mark) noexcept { return std::string_view("/-.").find(mark); }
 
 }  // namespace
@@ -44,6 +53,7 @@ bool WrittenDates::Orders::areDecided() const noexcept {
 }
 
 void WrittenDates::addOther(std::string_view text) noexcept {
+    if (beginsWithDay(text, 31) && isInMonth(text)) return;
     if (const std::optional<Date> date = dateFromOFXText(text)) {
         doubtful_ = doubtful_ || isDoubtful(*date);
         return;

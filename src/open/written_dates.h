@@ -86,13 +86,16 @@ public:
 private:
     /// True for what nearly all dates begin with: a year from 2000 to 2099, a month, and a day that every
     /// month has.
-    static bool isPlain(std::string_view text) noexcept {
+    static bool isPlain(std::string_view text) noexcept { return beginsWithDay(text, 28); }
+
+    /// The same with days up to this one, in whatever month.
+    static bool beginsWithDay(std::string_view text, std::uint8_t lastDay) noexcept {
         if (text.size() < 8) return false;
         // The prescribed reading counts characters, and the rest of one would belong to the last digit.
         if (text.size() > 8 && (static_cast<unsigned char>(text[8]) & 0xC0) == 0x80) return false;
         const std::uint64_t digits = loadWord(text.data());
         return areDigits(digits) &&
-               areWithin(pairsOf(digits), sideBySide(20, 0, 1, 1), sideBySide(20, 99, 12, 28));
+               areWithin(pairsOf(digits), sideBySide(20, 0, 1, 1), sideBySide(20, 99, 12, lastDay));
     }
 
     void addOther(std::string_view text) noexcept;
