@@ -367,8 +367,7 @@ private:
         const std::string_view text = state_->text.bytes();
         const std::string_view readText = state_->readText.bytes();
         const std::string_view first = firstElementName(text);
-        if (!first.empty())
-            findCutsAndMargins(findings, text, rootNameOf(text, first), readText, places);
+        if (!first.empty()) findCutsAndMargins(findings, text, rootNameOf(text, first), readText, places);
         // A header with faults is named as a whole.
         if (content.headerFaults == 0)
             findTextBefore(findings, text, state_->changes, readText,
