@@ -12,15 +12,19 @@ namespace {
 
 using namespace std::string_view_literals;
 
+/// A letter or digit of ASCII, which is neither white space nor a part of a byte order mark.
+bool isPlain(char c) noexcept { return isASCIILetter(c) || digitValue(c) <= 9; }
+
 /// True for a letter or digit, in whatever writing.
 bool isInWord(char c) noexcept {
-    return isASCIILetter(c) || digitValue(c) <= 9 || static_cast<unsigned char>(c) >= 0x80;
+    return isPlain(c) || static_cast<unsigned char>(c) >= 0x80;
 }
 
 /// A text without what stands around its words, such as white space, a byte order mark and zeros; empty when
 /// it has no words.
 std::string_view inked(std::string_view text) noexcept {
     constexpr std::string_view mark = "\xEF\xBB\xBF";
+    if (!text.empty() && isPlain(text.front()) && isPlain(text.back())) return text;  // the usual case
     for (std::size_t size = text.npos; size != text.size();) {
         size = text.size();
         text = trimWhiteSpace(text);
@@ -37,7 +41,8 @@ bool isHeaderLine(std::string_view line) noexcept { return std::ranges::count(li
 /// The first line of a text that is no field of a header; empty when there is none.
 std::string_view firstOtherLine(std::string_view text) noexcept {
     while (!text.empty()) {
-        const std::string_view line = text.substr(0, text.find_first_of("\r\n"));
+        const auto* const end = std::ranges::find_if(text, [](char c) { return c == '\n' || c == '\r'; });
+        const std::string_view line = text.substr(0, static_cast<std::size_t>(end - text.begin()));
         if (const std::string_view ink = inked(line); !ink.empty() && !isHeaderLine(ink)) return ink;
         text.remove_prefix(std::min(line.size() + 1, text.size()));
     }
