@@ -6,6 +6,7 @@
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
 #include "platform/ascii_digit.h"
+#include "platform/byte_order_marks.h"
 
 namespace brackwell::opening {
 namespace {
@@ -16,19 +17,16 @@ using namespace std::string_view_literals;
 bool isPlain(char c) noexcept { return isASCIILetter(c) || digitValue(c) <= 9; }
 
 /// True for a letter or digit, in whatever writing.
-bool isInWord(char c) noexcept {
-    return isPlain(c) || static_cast<unsigned char>(c) >= 0x80;
-}
+bool isInWord(char c) noexcept { return isPlain(c) || static_cast<unsigned char>(c) >= 0x80; }
 
 /// A text without what stands around its words, such as white space, a byte order mark and zeros; empty when
 /// it has no words.
 std::string_view inked(std::string_view text) noexcept {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (!text.empty() && isPlain(text.front()) && isPlain(text.back())) return text;  // the usual case
     for (std::size_t size = text.npos; size != text.size();) {
         size = text.size();
         text = trimWhiteSpace(text);
-        if (text.starts_with(mark)) text.remove_prefix(mark.size());
+        if (text.starts_with(kUTF8Mark)) text.remove_prefix(kUTF8Mark.size());
         while (!text.empty() && !isInWord(text.front())) text.remove_prefix(1);
         while (!text.empty() && !isInWord(text.back())) text.remove_suffix(1);
     }

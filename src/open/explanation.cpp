@@ -7,6 +7,7 @@
 #include "open/root_name.h"
 #include "open/shown_text.h"
 #include "platform/ascii_case.h"
+#include "platform/byte_order_marks.h"
 #include "platform/utf8.h"
 #include "repair/repair.h"
 
@@ -254,7 +255,8 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
     const Data unmarked = withoutMark(bytes);
     if (const Format* format = formatOf(unmarked.bytes()); format != nullptr && !isChosen)
         return otherFormatError(*format);
-    const bool isWide = bytes.bytes().starts_with("\xFE\xFF") || bytes.bytes().starts_with("\xFF\xFE");
+    const bool isWide =
+        bytes.bytes().starts_with(kUTF16BigEndianMark) || bytes.bytes().starts_with(kUTF16LittleEndianMark);
     if (isWide && bytes.size() % 2 != 0 && !isChosen)
         return errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.",
                          "It is UTF-16, in which a character has two bytes, and it ends within one.",

@@ -28,6 +28,7 @@
 #include "open/survey.h"
 #include "open/text_place.h"
 #include "open/values.h"
+#include "platform/byte_order_marks.h"
 #include "reading/node_ref.h"
 #include "repair/front.h"
 
@@ -238,10 +239,9 @@ std::string_view textAfterHeader(std::string_view text) noexcept {
 
 /// What stands before the text in the bytes. The parser counts the mark of UTF-8 among the bytes of a text.
 std::string_view markOf(std::string_view bytes, const Parsed& parsed) noexcept {
-    constexpr std::string_view utf8 = "\xEF\xBB\xBF";
     const std::string_view before = bytes.substr(0, bytes.size() - parsed.data.size());
-    const bool isCounted = parsed.encoding == TextEncodingUTF8 && parsed.data.bytes().starts_with(utf8);
-    return isCounted ? bytes.substr(0, before.size() + utf8.size()) : before;
+    const bool isCounted = parsed.encoding == TextEncodingUTF8 && parsed.data.bytes().starts_with(kUTF8Mark);
+    return isCounted ? bytes.substr(0, before.size() + kUTF8Mark.size()) : before;
 }
 
 /// Opens one document.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/parsing.h"
 
+#include "platform/byte_order_marks.h"
 #include "reading/document_reader.h"
 #include "reading/header_reader.h"
 #include "repair/repair.h"
@@ -8,11 +9,10 @@
 namespace brackwell::opening {
 namespace {
 
-using namespace std::string_view_literals;
 using Outcome = Parsed::Outcome;
 
-constexpr std::string_view kMarks[] = {"\xEF\xBB\xBF"sv, "\xBF\xBB\xBF"sv, "\x00\x00\xFE\xFF"sv, "\xFE\xFF"sv,
-                                       "\xFF\xFE"sv};
+constexpr std::string_view kMarks[] = {kUTF8Mark, kParserUTF8Mark, kUTF32BigEndianMark, kUTF16BigEndianMark,
+                                       kUTF16LittleEndianMark};
 
 /// The bytes from the last of the same byte order marks on that they begin with.
 Data fromLastMark(const Data& data) noexcept {

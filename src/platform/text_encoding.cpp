@@ -9,6 +9,7 @@
 #include <span>
 
 #include "platform/ascii_case.h"
+#include "platform/byte_order_marks.h"
 #include "platform/utf8.h"
 
 namespace brackwell {
@@ -180,9 +181,8 @@ std::optional<Data> decodeSingleBytes(std::string_view bytes, const char* from) 
 }
 
 std::optional<Data> decodeUTF8(const Data& data) {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
     if (!isValidUTF8(data.bytes())) return std::nullopt;
-    return data.bytes().starts_with(mark) ? data.from(mark.size()) : data;
+    return data.bytes().starts_with(kUTF8Mark) ? data.from(kUTF8Mark.size()) : data;
 }
 
 /// The name and the first bytes of an encoding that is told by a mark.
@@ -191,9 +191,10 @@ struct Mark {
     const char* iconvName;
 };
 
-constexpr std::array kMarks16 = {Mark{{"\xFE\xFF", 2}, "UTF-16BE"}, Mark{{"\xFF\xFE", 2}, "UTF-16LE"}};
-constexpr std::array kMarks32 = {Mark{{"\0\0\xFE\xFF", 4}, "UTF-32BE"},
-                                 Mark{{"\xFF\xFE\0\0", 4}, "UTF-32LE"}};
+constexpr std::array kMarks16 = {Mark{kUTF16BigEndianMark, "UTF-16BE"},
+                                 Mark{kUTF16LittleEndianMark, "UTF-16LE"}};
+constexpr std::array kMarks32 = {Mark{kUTF32BigEndianMark, "UTF-32BE"},
+                                 Mark{kUTF32LittleEndianMark, "UTF-32LE"}};
 
 std::optional<Data> decodeMarked(std::string_view bytes, std::span<const Mark> marks, const char* unmarked) {
     for (const Mark& mark : marks) {

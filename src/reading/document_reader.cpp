@@ -4,6 +4,8 @@
 #include <array>
 #include <bit>
 
+#include "platform/byte_order_marks.h"
+
 namespace brackwell::reading {
 namespace {
 
@@ -13,12 +15,11 @@ struct Mark {
     std::string_view bytes;
     TextEncoding encoding;
 };
-/// The first mark is not that of UTF-8, EF BB BF, which the UTF-8 decoder drops: intended.
-/// FF FE 00 00 counts as UTF-16.
-constexpr std::array<Mark, 4> kMarks{{{"\xBF\xBB\xBF"sv, TextEncodingUTF8},
-                                      {"\x00\x00\xFE\xFF"sv, TextEncodingUTF32BigEndian},
-                                      {"\xFE\xFF"sv, TextEncodingUTF16BigEndian},
-                                      {"\xFF\xFE"sv, TextEncodingUTF16LittleEndian}}};
+/// The mark of UTF-8 is missing, since the UTF-8 decoder drops it: intended. FF FE 00 00 counts as UTF-16.
+constexpr std::array<Mark, 4> kMarks{{{kParserUTF8Mark, TextEncodingUTF8},
+                                      {kUTF32BigEndianMark, TextEncodingUTF32BigEndian},
+                                      {kUTF16BigEndianMark, TextEncodingUTF16BigEndian},
+                                      {kUTF16LittleEndianMark, TextEncodingUTF16LittleEndian}}};
 
 constexpr TextEncoding kHostUTF16 =
     std::endian::native == std::endian::little ? TextEncodingUTF16LittleEndian : TextEncodingUTF16BigEndian;

@@ -6,8 +6,10 @@
 #include <algorithm>
 #include <array>
 
+#include "elements/header_fields.h"
 #include "elements/structure.h"
 #include "platform/ascii_case.h"
+#include "platform/byte_order_marks.h"
 #include "platform/text_parts.h"
 #include "repair/markup.h"
 
@@ -77,10 +79,6 @@ std::size_t findFirstElement(std::string_view text) noexcept {
 // ---------------------------------------------------------------------------------------------
 // Headers of OFX 1
 
-constexpr auto kFields =
-    std::to_array<std::string_view>({"OFXHEADER", "DATA", "VERSION", "SECURITY", "ENCODING", "CHARSET",
-                                     "COMPRESSION", "OLDFILEUID", "NEWFILEUID"});
-
 bool beginsLine(std::string_view header, std::size_t at) noexcept {
     while (at > 0 && (header[at - 1] == ' ' || header[at - 1] == '\t')) --at;
     return at == 0 || header[at - 1] == '\n' || header[at - 1] == '\r';
@@ -112,8 +110,8 @@ Field findField(std::string_view header, std::size_t from) noexcept {
         while (end > from && (header[end - 1] == ' ' || header[end - 1] == '\t')) --end;
         const std::string_view before = header.substr(from, end - from);
         const auto* const field = std::ranges::find_if(
-            kFields, [before](std::string_view name) { return endsWithField(before, name); });
-        if (field != kFields.end()) return {end - field->size(), colon, *field};
+            elements::kHeaderFields, [before](std::string_view name) { return endsWithField(before, name); });
+        if (field != elements::kHeaderFields.end()) return {end - field->size(), colon, *field};
     }
     return {header.size(), header.size(), {}};
 }
@@ -311,7 +309,7 @@ std::size_t findHeaderAfterDeclaration(std::string_view header) noexcept {
     if (!isXMLDeclaration(header) || findInstruction(header) != std::string_view::npos)
         return std::string_view::npos;
     const Field field = findField(header, 0);
-    return field.name == kFields.front() ? field.begin : std::string_view::npos;
+    return field.name == elements::kHeaderFields.front() ? field.begin : std::string_view::npos;
 }
 
 /// What must be changed in front of the first element of a document, which begins with its header.
@@ -330,7 +328,7 @@ Edits editsBefore(std::string_view text, std::size_t element, std::size_t base) 
 std::size_t findLooseHeader(std::string_view front) noexcept {
     const std::size_t instruction = findInstruction(front);
     for (Field field = findField(front, 0); !field.name.empty(); field = findField(front, field.colon + 1))
-        if (field.name == kFields.front() && beginsLine(front, field.begin))
+        if (field.name == elements::kHeaderFields.front() && beginsLine(front, field.begin))
             return std::min(field.begin, instruction);
     return instruction;
 }
@@ -346,14 +344,13 @@ std::size_t findPartOfHeader(std::string_view front) noexcept {
     return std::string_view::npos;
 }
 
-/// Where what the import recognises begins in a text: after a byte order mark and white space.
+}  // namespace
+
 std::size_t recognisedBegin(std::string_view text) noexcept {
-    constexpr std::string_view mark = "\xEF\xBB\xBF"sv;
-    const std::string_view document = trimWhiteSpace(text.substr(text.starts_with(mark) ? mark.size() : 0));
+    const std::string_view document =
+        trimWhiteSpace(text.substr(text.starts_with(kUTF8Mark) ? kUTF8Mark.size() : 0));
     return static_cast<std::size_t>(document.data() - text.data());
 }
-
-}  // namespace
 
 Front findFront(std::string_view text) {
     Front front;

@@ -13,6 +13,9 @@ struct Front {
     Edits edits;
 };
 
+/// Where what the import recognises begins in a text: after a byte order mark and white space.
+std::size_t recognisedBegin(std::string_view text) noexcept;
+
 /// Looks for a document in a text that the import does not recognise.
 Front findFront(std::string_view text);
 

@@ -46,9 +46,8 @@ Reading readingOf(std::string_view text) {
 
 /// Where the body begins in a document that has nothing but a mark and white space in front of it.
 std::size_t bodyIndexOf(std::string_view text) {
-    constexpr std::string_view mark = "\xEF\xBB\xBF";
-    const std::string_view document = trimWhiteSpace(text.substr(text.starts_with(mark) ? mark.size() : 0));
-    const auto begin = static_cast<std::size_t>(document.data() - text.data());
+    const std::size_t begin = repair::recognisedBegin(text);
+    const std::string_view document = trimWhiteSpace(text.substr(begin));
     if (!document.starts_with("<?")) return begin;
     ParseDictionary header;
     return begin + TvOFXParser::parseXmlHeader(document, &header);
