@@ -5,23 +5,13 @@
 #include <csignal>
 #include <optional>
 
+#include "commands/command.h"
 #include "console/memory.h"
 #include "console/messages.h"
+#include "options.h"
 #include "run.h"
 
 namespace {
-
-struct Command {
-    std::string_view name;
-    bool (*run)(tool::Run&);
-};
-
-constexpr Command kCommands[] = {
-    {"show", tool::runShow},     {"json", tool::runJson},         {"csv", tool::runCsv},
-    {"report", tool::runReport}, {"accounts", tool::runAccounts}, {"duplicates", tool::runDuplicates},
-    {"tree", tool::runTree},     {"pretty", tool::runPretty},     {"repair", tool::runRepair},
-    {"check", tool::runCheck},   {"request", tool::runRequest},
-};
 
 constexpr int kHasFindings = 3;  ///< the exit status of --strict
 
@@ -45,10 +35,7 @@ int runCommand(const tool::Options& options) {
     tool::Progress progress;
     tool::Output output(options.outputFile, options.replacesDocuments, progress);
     tool::Run run{options, output, progress};
-    bool isDone = false;
-    if (output.isGood())
-        for (const Command& command : kCommands)
-            if (command.name == options.command) isDone = command.run(run);
+    const bool isDone = output.isGood() && options.command->run(run);
     progress.end();
     if (!output.close() || !isDone || !tool::areMessagesWritten()) return 1;
     return options.isStrict && run.findings != 0 ? kHasFindings : 0;

@@ -11,6 +11,8 @@
 
 namespace tool {
 
+struct Command;
+
 /// What the rows of `brackwell csv` are.
 enum class TableKind : unsigned char { bank, investments, positions, securities };
 
@@ -24,7 +26,7 @@ struct RequestOptions {
 
 /// The command line.
 struct Options {
-    std::string command;
+    const Command* command = nullptr;  ///< the row of the one that was given
     std::vector<std::string> files;
     std::optional<std::string> outputFile;  ///< none: standard output
     bool replacesDocuments = false;         ///< let the output take the place of an OFX document

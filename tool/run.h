@@ -20,19 +20,6 @@ struct Run {
     std::size_t findings = 0;  ///< how many were said, or would have been
 };
 
-/// Does a command; false when one of its files could not be read.
-bool runShow(Run& run);
-bool runJson(Run& run);
-bool runCsv(Run& run);
-bool runReport(Run& run);
-bool runAccounts(Run& run);
-bool runDuplicates(Run& run);
-bool runTree(Run& run);
-bool runPretty(Run& run);
-bool runRepair(Run& run);
-bool runCheck(Run& run);
-bool runRequest(Run& run);
-
 /// Does the work on a file; where memory does not suffice, that is said, and the answer is false.
 bool withEnoughMemory(Run& run, const std::string& name, const std::function<bool()>& work);
 

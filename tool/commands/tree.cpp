@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+
+#include "commands/commands.h"
 #include "json/parse_tree.h"
 #include "json/writer.h"
 #include "run.h"
@@ -51,10 +54,31 @@ bool writeTree(Run& run) {
     return isRead;
 }
 
-}  // namespace
-
 bool runTree(Run& run) {
     return withEnoughMemory(run, run.options.files.front(), [&run] { return writeTree(run); });
 }
+
+void declareOptions(CLI::App& command, Options& options) {
+    command.add_flag("--original", options.showsOriginals, "Write the source text of each transaction, too");
+}
+
+constexpr const char* kHelp =
+    "A document that does not parse is shown as far as it was understood, with status 1.\n"
+    "--original adds TVOFX_ORIGINAL_STRING to each transaction: its text in the document. In a\n"
+    "document whose transactions are not closed these overlap, and the output grows long.\n\n"
+    "Examples:\n"
+    "  brackwell tree july.ofx | jq .header\n"
+    "  brackwell tree --encoding windows-1252 july.ofx\n";
+
+}  // namespace
+
+constexpr Command commands::kTree({
+    .name = "tree",
+    .summary = "The header and the parse tree, as JSON",
+    .traits = kOneFile | kReading | kOutput,
+    .help = kHelp,
+    .run = runTree,
+    .declareOptions = declareOptions,
+});
 
 }  // namespace tool

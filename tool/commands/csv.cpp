@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+#include <map>
+
+#include "commands/commands.h"
 #include "csv/investments.h"
 #include "csv/row.h"
 #include "currency.h"
@@ -89,8 +93,6 @@ void sayForeign(Run& run, const Document& document, std::size_t foreign) {
             " in another currency than the account, which this table does not say; --currencies does.");
 }
 
-}  // namespace
-
 bool runCsv(Run& run) {
     if (run.options.table != TableKind::bank) return writeInvestmentTable(run);
     run.output.write(kHeader);
@@ -105,5 +107,49 @@ bool runCsv(Run& run) {
         sayWhatIsLeftOut(run, document);
     });
 }
+
+const std::map<std::string, TableKind>& tableKinds() {
+    static const std::map<std::string, TableKind> kinds{{"bank", TableKind::bank},
+                                                        {"investments", TableKind::investments},
+                                                        {"positions", TableKind::positions},
+                                                        {"securities", TableKind::securities}};
+    return kinds;
+}
+
+void declareOptions(CLI::App& command, Options& options) {
+    command
+        .add_option_function<std::string>(
+            "--kind", [&options](const std::string& kind) { options.table = tableKinds().at(kind); },
+            "The rows: bank, investments, positions or securities")
+        ->type_name("KIND")
+        ->check(CLI::IsMember(tableKinds()).description(""));
+    command.add_flag("--currencies", options.hasCurrencies,
+                     "Add columns for amounts in another currency to a table of bank transactions");
+}
+
+constexpr const char* kHelp =
+    "--kind bank has the transactions of bank and card statements, investments those of\n"
+    "investment statements, also the bank transactions in them, positions what is held, and\n"
+    "securities what the files say of securities. Names and tickers come from the securities\n"
+    "of the same document, else of all files. What a file has of another kind than the bank's\n"
+    "is counted on standard error when it is not asked for, and so are amounts in another currency\n"
+    "than the account's, unless --currencies is given.\n"
+    "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
+    "Examples:\n"
+    "  brackwell csv *.ofx --output year.csv\n"
+    "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
+    "  brackwell csv --kind positions *.ofx --output holdings.csv\n"
+    "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n";
+
+}  // namespace
+
+constexpr Command commands::kCsv({
+    .name = "csv",
+    .summary = "One row per transaction, with a header row",
+    .traits = kSeveralFiles | kReading | kFilter | kOutput,
+    .help = kHelp,
+    .run = runCsv,
+    .declareOptions = declareOptions,
+});
 
 }  // namespace tool

@@ -4,6 +4,7 @@
 #include <map>
 #include <set>
 
+#include "commands/commands.h"
 #include "investments/security_lookup.h"
 #include "listed_accounts.h"
 #include "run.h"
@@ -116,8 +117,6 @@ void showDocument(Page& page, const OpenedDocument& document, const SecurityList
     showOthers(page, responses);
 }
 
-}  // namespace
-
 bool runShow(Run& run) {
     Page page(run.output);
     return forEachFileWithSecurities(run, [&](const Document& document, const SecurityList& others) {
@@ -126,5 +125,24 @@ bool runShow(Run& run) {
             if (opened) showDocument(page, opened, others, run.options);
     });
 }
+
+constexpr const char* kHelp =
+    "Account numbers are masked but for their last four characters, unless --full is given.\n"
+    "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
+    "unless NO_COLOR is set. Totals are those of the transactions that are shown.\n\n"
+    "Examples:\n"
+    "  brackwell show july.ofx\n"
+    "  brackwell show --full *.ofx | less\n"
+    "  brackwell show --since 2024-01-01 --until 2024-03-31 --search \"card payment\" *.ofx\n";
+
+}  // namespace
+
+constexpr Command commands::kShow({
+    .name = "show",
+    .summary = "A person's view: institution, accounts, balances and transactions",
+    .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput,
+    .help = kHelp,
+    .run = runShow,
+});
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "commands/commands.h"
 #include "history/history.h"
 #include "investments/facts.h"
 #include "run.h"
@@ -130,8 +131,6 @@ void showRows(Page& page, const std::vector<Table::Row>& rows) {
     for (const Table::Row& row : rows) table.writeRow(page, row);
 }
 
-}  // namespace
-
 bool runAccounts(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
@@ -161,5 +160,27 @@ bool runAccounts(Run& run) {
     if (!history.listed().empty()) showListedAccounts(page, history.listed(), isFull);
     return allRead;
 }
+
+constexpr const char* kHelp =
+    "An account that stands in several files is one row: with its latest balance, the number of\n"
+    "its transactions without those that an earlier statement had already, and the days that\n"
+    "its statements cover. Accounts are the same when number and currency are, and nothing else\n"
+    "that both name differs. The balance of an investment account is what its positions are worth and\n"
+    "the available cash, without margin: what was borrowed has to be subtracted. Where a position has\n"
+    "no value there is none, and a line says so. The accounts of account lists follow in a table of\n"
+    "their own.\n\n"
+    "Examples:\n"
+    "  brackwell accounts *.ofx\n"
+    "  brackwell accounts --full july.ofx august.ofx\n";
+
+}  // namespace
+
+constexpr Command commands::kAccounts({
+    .name = "accounts",
+    .summary = "The accounts of all files, one row for each",
+    .traits = kSeveralFiles | kReading | kNumbers | kOutput,
+    .help = kHelp,
+    .run = runAccounts,
+});
 
 }  // namespace tool

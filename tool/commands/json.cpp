@@ -1,5 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
+
 #include "account_number.h"
+#include "commands/commands.h"
 #include "investments/security_lookup.h"
 #include "json/fields.h"
 #include "json/investments.h"
@@ -85,8 +88,6 @@ void writeDocument(Run& run, const Document& document, const SecurityList& other
     run.output.write('\n');
 }
 
-}  // namespace
-
 bool runJson(Run& run) {
     // Securities of other files matter only where words are looked for: no file has to wait for them
     // otherwise.
@@ -97,5 +98,29 @@ bool runJson(Run& run) {
     return forEachFile(
         run, [&run](const Document& document) { writeDocument(run, document, document.file.securities()); });
 }
+
+void declareOptions(CLI::App& command, Options& options) {
+    command.add_flag("--indent", options.isIndented, "Write over several lines, for people to read");
+}
+
+constexpr const char* kHelp =
+    "One object for each FILE, a line each, with a first key \"file\"; over several lines with\n"
+    "--indent.\n\n"
+    "Examples:\n"
+    "  brackwell json july.ofx --output july.json\n"
+    "  brackwell json --account 5678 --sort date july.ofx\n"
+    "  brackwell json --indent july.ofx | less\n"
+    "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n";
+
+}  // namespace
+
+constexpr Command commands::kJson({
+    .name = "json",
+    .summary = "Everything that was read, as JSON",
+    .traits = kSeveralFiles | kReading | kFilter | kOutput,
+    .help = kHelp,
+    .run = runJson,
+    .declareOptions = declareOptions,
+});
 
 }  // namespace tool

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <map>
 
+#include "commands/commands.h"
 #include "currency.h"
 #include "history/history.h"
 #include "investments/facts.h"
@@ -127,8 +128,6 @@ bool showRepeats(Page& page, const Account& account, std::string_view kind, brac
     return true;
 }
 
-}  // namespace
-
 bool runDuplicates(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
@@ -143,5 +142,25 @@ bool runDuplicates(Run& run) {
     if (!isAny) page.paragraph("No transaction stands in two statements.");
     return allRead;
 }
+
+constexpr const char* kHelp =
+    "Statements of the same account are compared, also those of one file. Two transactions are the\n"
+    "same when the amount is, no field differs that both have, and the identifier of the\n"
+    "institution (FITID) is the same, or the date posted where one has none. Equal transactions\n"
+    "of one statement are different ones. One is compared with 64 others of the same date and\n"
+    "amount at most. The status does not say whether any was found.\n\n"
+    "Examples:\n"
+    "  brackwell duplicates july.ofx august.ofx\n"
+    "  brackwell duplicates --full *.ofx\n";
+
+}  // namespace
+
+constexpr Command commands::kDuplicates({
+    .name = "duplicates",
+    .summary = "Transactions that stand in more than one statement",
+    .traits = kSeveralFiles | kReading | kNumbers | kOutput,
+    .help = kHelp,
+    .run = runDuplicates,
+});
 
 }  // namespace tool

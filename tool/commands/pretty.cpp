@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
 #include "run.h"
 #include "text/visible_text.h"
 
@@ -21,13 +22,29 @@ void writeTree(Output& output, const ParseDictionary& tree) {
     });
 }
 
-}  // namespace
-
 bool runPretty(Run& run) {
     return forEachFile(run, [&run](const Document& document) {
         for (const brackwell::OpenedDocument& opened : document.file.documents())
             if (opened) writeTree(run.output, *opened.content().ofxData);
     });
 }
+
+constexpr const char* kHelp =
+    "One element a line, closed and escaped, in the order of the document, in UTF-8. What is\n"
+    "written reads back to the same tree. A line OFXHEADER:100 comes first where the body does\n"
+    "not begin with <OFX>, since nothing would be read otherwise.\n\n"
+    "Examples:\n"
+    "  brackwell pretty july.ofx | less\n"
+    "  diff <(brackwell pretty july.ofx) <(brackwell pretty july-again.ofx)\n";
+
+}  // namespace
+
+constexpr Command commands::kPretty({
+    .name = "pretty",
+    .summary = "The body, rendered again as indented OFX text",
+    .traits = kOneFile | kReading | kOutput,
+    .help = kHelp,
+    .run = runPretty,
+});
 
 }  // namespace tool

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <CLI/CLI.hpp>
 #include <algorithm>
 
+#include "commands/commands.h"
 #include "console/messages.h"
 #include "run.h"
 #include "text/diff.h"
@@ -105,8 +107,6 @@ void writeRepaired(Run& run, const brackwell::OpenedDocument& document) {
     write(run.output, bytes.value_or(text).bytes());
 }
 
-}  // namespace
-
 bool runRepair(Run& run) {
     return forEachFile(run, [&run](const Document& document) {
         for (const brackwell::OpenedDocument& opened : document.file.documents()) {
@@ -116,5 +116,38 @@ bool runRepair(Run& run) {
         }
     });
 }
+
+void declareOptions(CLI::App& command, Options& options) {
+    CLI::Option* diff =
+        command.add_flag("--diff", options.asDiff, "Show what was changed as a diff instead of a list");
+    command
+        .add_flag("--all", options.listsEveryChange,
+                  "List every change by itself, in the order of the document")
+        ->excludes(diff);
+}
+
+constexpr const char* kHelp =
+    "Puts missing, misspelt and crossed tags right, and elements where they belong; closes empty leaves,\n"
+    "drops comments and unwraps character data; puts tags in lower case into capitals. Values stay as they\n"
+    "are. What was changed is listed on standard error, what matters most first: with the line and column,\n"
+    "why, and of changes that are alike the first with their number. A document that is read whole is\n"
+    "copied as it is. The list does not show passwords, keys and cookies; the diff has the lines as they\n"
+    "are.\n"
+    "With --force the output may also take the place of FILE itself.\n\n"
+    "Examples:\n"
+    "  brackwell repair july.ofx --output july-fixed.ofx\n"
+    "  brackwell repair july.ofx --output july.ofx --force\n"
+    "  brackwell repair --diff july.ofx --output /dev/null\n";
+
+}  // namespace
+
+constexpr Command commands::kRepair({
+    .name = "repair",
+    .summary = "A document with its close tags put right",
+    .traits = kOneFile | kOutput | kMayReplaceItsFile,
+    .help = kHelp,
+    .run = runRepair,
+    .declareOptions = declareOptions,
+});
 
 }  // namespace tool

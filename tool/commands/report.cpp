@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
 #include "history/history.h"
 #include "report/markup.h"
 #include "report/parts.h"
 #include "run.h"
 
 namespace tool {
+namespace {
 
 bool runReport(Run& run) {
     History history;
@@ -24,5 +26,24 @@ bool runReport(Run& run) {
     writePage(markup, report);
     return allRead;
 }
+
+constexpr const char* kHelp =
+    "The page stands alone: it loads nothing, and can be kept, sent or printed. An account that\n"
+    "stands in several files is shown once, and so are its transactions. Account numbers are\n"
+    "masked but for their last four characters, unless --full is given. Without --sort the newest\n"
+    "transactions come first.\n\n"
+    "Examples:\n"
+    "  brackwell report july.ofx --output july.html\n"
+    "  brackwell report --since 2025-01-01 --until 2025-12-31 *.ofx --output 2025.html\n";
+
+}  // namespace
+
+constexpr Command commands::kReport({
+    .name = "report",
+    .summary = "A page for the browser: balances, plots and a table to search in",
+    .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput,
+    .help = kHelp,
+    .run = runReport,
+});
 
 }  // namespace tool

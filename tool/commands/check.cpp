@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+#include "run.h"
+
+namespace tool {
+namespace {
+
+/// What is to be said of a file is said while it is read.
+bool runCheck(Run& run) {
+    return forEachFile(run, [](const Document&) {});
+}
+
+constexpr const char* kHelp =
+    "Findings go to standard error, a line each, as in every command; nothing else is written.\n"
+    "With --strict the status is 3 when there is one.\n\n"
+    "Examples:\n"
+    "  brackwell check *.ofx\n"
+    "  brackwell check --strict july.ofx && echo complete\n";
+
+}  // namespace
+
+constexpr Command commands::kCheck({
+    .name = "check",
+    .summary = "What the documents hold and is not delivered, or not surely",
+    .traits = kSeveralFiles | kReading,
+    .help = kHelp,
+    .run = runCheck,
+});
+
+}  // namespace tool
