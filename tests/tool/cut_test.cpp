@@ -2,7 +2,7 @@
 #include <brackwell/brackwell.h>
 
 #include "support/documents.h"
-#include "tool/reading_commands.h"
+#include "tool/commands.h"
 #include "tool/tool.h"
 
 /// \file

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/effort.h"
-#include "tool/reading_commands.h"
+#include "tool/commands.h"
 #include "tool/tool.h"
 
 using namespace brackwell::tests;
@@ -92,7 +92,7 @@ TEST_CASE("wherever memory ends before the command line is understood, the tool 
 TEST_CASE("wherever memory ends in a command, the tool says so with status 1") {
     if (!canRefuse()) return;
     const std::size_t begin = understood();
-    for (const std::string& name : kReadingCommands) {
+    for (const std::string& name : readingCommands()) {
         CAPTURE(name);
         const RefusingTool tool({name, RefusingTool::document()});
         REQUIRE(tool.count() > begin);

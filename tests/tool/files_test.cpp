@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/tool.h"
+#include "tool/commands.h"
 
 using namespace brackwell::tests;
 
@@ -65,7 +65,7 @@ TEST_CASE("a folder is no file") {
 }
 
 TEST_CASE("a standard input that cannot be read is status 1 and said") {
-    for (const char* command : {"show", "json", "csv", "accounts", "tree", "pretty"}) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         Finished finished = run({{"/bin/sh", "-c", "exec \"$0\" \"$1\" - </", BRACKWELL_TOOL, command}});
         CHECK(finished.status == 1);
@@ -78,8 +78,7 @@ TEST_CASE("a standard input that cannot be read is status 1 and said") {
 
 TEST_CASE("output that cannot be written is status 1 and said once") {
     const std::string document = examplePath("card.ofx");
-    for (const char* command :
-         {"show", "json", "csv", "accounts", "tree", "pretty", "repair", "duplicates", "report"}) {
+    for (const std::string& command : writingCommands()) {
         CAPTURE(command);
         Command full = toolCommand({command, document});
         full.outputFile = "/dev/full";

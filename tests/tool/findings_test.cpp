@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/reading_commands.h"
+#include "tool/commands.h"
 #include "tool/report.h"
 
 /// \file
@@ -56,7 +56,7 @@ TEST_CASE("every command says the findings of a document, each with its place, i
         CAPTURE(part);
         CHECK(std::ranges::any_of(messages, [part](const auto& message) { return contains(message, part); }));
     }
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         const Finished finished = withFile(command, kOdd);
         CHECK(finished.status == 0);
@@ -65,7 +65,7 @@ TEST_CASE("every command says the findings of a document, each with its place, i
 }
 
 TEST_CASE("every command says that it repaired a document, and one of them what") {
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         const std::vector<std::string> messages = linesOf(withFile(command, kBroken).error);
         REQUIRE(messages.size() == (command == "repair" ? 2 : 1));
@@ -77,7 +77,7 @@ TEST_CASE("every command says that it repaired a document, and one of them what"
 }
 
 TEST_CASE("a document with nothing to say of is read without a word") {
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         const Finished finished = withFile(command, kClean, {"--strict"});
         CHECK(finished.status == 0);
@@ -86,7 +86,7 @@ TEST_CASE("a document with nothing to say of is read without a word") {
 }
 
 TEST_CASE("--quiet keeps findings back, and changes neither output nor status") {
-    for (const std::string& command : kReadingCommands)
+    for (const std::string& command : readingCommands())
         for (const char* option : {"--quiet", "-q"}) {
             CAPTURE(command);
             const Finished quiet = withFile(command, kOdd, {option});
@@ -97,7 +97,7 @@ TEST_CASE("--quiet keeps findings back, and changes neither output nor status") 
 }
 
 TEST_CASE("--quiet does not keep errors back") {
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         const Finished missing = tool({command, "--quiet", "/nowhere"});
         CHECK(missing.status == 1);
@@ -111,7 +111,7 @@ TEST_CASE("--quiet does not keep errors back") {
 }
 
 TEST_CASE("--strict ends with 3 when there is a finding, whether it is said or not") {
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         for (const std::string& document : {kOdd, kBroken}) {
             const Finished strict = withFile(command, document, {"--strict"});
@@ -140,7 +140,7 @@ TEST_CASE("--strict counts findings of every severity: a note says that somethin
         const Json findings = jsonOf("json", row.document)["findings"];
         REQUIRE(findings.size() == 1);
         CHECK(findings[0]["severity"] == row.severity);
-        for (const std::string& command : kReadingCommands) {
+        for (const std::string& command : readingCommands()) {
             CAPTURE(command);
             CHECK(withFile(command, row.document, {"--strict"}).status == 3);
             CHECK(withFile(command, row.document, {"--strict", "--quiet"}).status == 3);
@@ -151,7 +151,7 @@ TEST_CASE("--strict counts findings of every severity: a note says that somethin
 TEST_CASE("--strict ends with 1 when a file does not read, whatever there is to say of others") {
     const TemporaryFolder folder;
     const std::string odd = folder.file("odd.ofx", kOdd);
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         CHECK(tool({command, "--strict", "/nowhere"}).status == 1);
         if (takesSeveralFiles(command)) CHECK(tool({command, "--strict", odd, "/nowhere"}).status == 1);
@@ -160,7 +160,7 @@ TEST_CASE("--strict ends with 1 when a file does not read, whatever there is to 
 }
 
 TEST_CASE("--strict writes the file of --output, too") {
-    for (const std::string& command : kWritingCommands) {
+    for (const std::string& command : writingCommands()) {
         CAPTURE(command);
         const TemporaryFolder folder;
         const std::string odd = folder.file("odd.ofx", kOdd);
@@ -224,7 +224,7 @@ TEST_CASE("check writes nothing to standard output, and messages of each file un
 
 TEST_CASE("a document of several that does not read is a finding, and the others are delivered") {
     const std::string two = kClean + kBroken;
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         if (command == "repair") continue;
         const Finished finished = withFile(command, two, {"--as-is"});
@@ -236,13 +236,12 @@ TEST_CASE("a document of several that does not read is a finding, and the others
         const Finished quiet = withFile(command, two, {"--as-is", "--quiet"});
         CHECK(quiet.status == 1);
         CHECK(linesOf(quiet.error) == std::vector<std::string>{messages[1]});
-        const bool showsNames = command != "accounts" && command != "duplicates" && command != "check";
-        CHECK(contains(finished.output, "Shop") == showsNames);
+        CHECK(contains(finished.output, "Shop") == showsPayees(command));
     }
 }
 
 TEST_CASE("of several documents one that is no OFX is status 1 in every command") {
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         const Finished finished = withFile(command, kClean + "OFXHEADER\n<html>", {});
         CHECK(finished.status == 0);  // the rest is text after the document
@@ -256,7 +255,7 @@ TEST_CASE("a message that cannot be written is status 1, since it may be all tha
     const TemporaryFolder folder;
     folder.file("july.ofx", kOdd);
     folder.file("clean.ofx", kClean);
-    for (const std::string& command : kReadingCommands)
+    for (const std::string& command : readingCommands())
         for (const std::string to : {"2>/dev/full", "2>&-"}) {
             CAPTURE(command);
             CAPTURE(to);

@@ -2,7 +2,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "tool/reading_commands.h"
+#include "tool/commands.h"
 #include "tool/tool.h"
 
 using namespace brackwell::tests;
@@ -22,7 +22,7 @@ TEST_CASE("a pipe with a name is read to its end") {
     const TemporaryFolder folder;
     folder.file("document", kDocument);
     REQUIRE(::mkfifo(folder.path("pipe").c_str(), 0600) == 0);
-    for (const std::string& command : kReadingCommands) {
+    for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         const Finished finished = shell(folder, "cat document > pipe & exec \"$TOOL\" " + command + " pipe");
         CHECK(finished.status == 0);
@@ -46,7 +46,7 @@ TEST_CASE("what cannot be opened or read is status 1, and said") {
         {"", "The file at  was not found."}};
     // Root reads whatever its mode is.
     if (::geteuid() != 0) rows.push_back({closed, "The file at " + closed + " may not be read."});
-    for (const std::string& command : kReadingCommands)
+    for (const std::string& command : readingCommands())
         for (const Row& row : rows) {
             CAPTURE(command);
             CAPTURE(row.name);

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <set>
 
-#include "tool/tool.h"
+#include "tool/commands.h"
 
 using namespace brackwell::tests;
 
@@ -32,13 +32,8 @@ Names namesBehind(const std::string& prefix, const std::string& text) {
 
 /// The commands that the program's help lists.
 Names commandsInHelp() {
-    const std::string help = tool({"--help"}).output;
-    const std::size_t begin = help.find("Subcommands:");
-    Names commands;
-    for (const std::string& line : linesOf(help.substr(begin, help.find("\n\n", begin) - begin)))
-        if (line.starts_with("  ") && isNameCharacter(line[2]))
-            commands.insert(line.substr(2, line.find(' ', 2) - 2));
-    return commands;
+    const std::vector<std::string> names = allCommands();
+    return {names.begin(), names.end()};
 }
 
 /// The long options that a help lists.
@@ -168,6 +163,28 @@ TEST_CASE("the page of errors has each message of the tool") {
     }
 }
 
+TEST_CASE("the completions are those that the script makes of the help") {
+    if (!hasProgram("/bin/bash")) return;
+    const std::string script = std::string(BRACKWELL_SOURCE_DIR) + "/script/completions";
+    const Finished finished = run({{"/bin/bash", script, "--check", BRACKWELL_TOOL}});
+    CHECK(finished.status == 0);
+    CHECK(finished.output == "");
+    CHECK(finished.error == "");
+}
+
+TEST_CASE("the script notices completions of another help") {
+    if (!hasProgram("/bin/bash")) return;
+    const TemporaryFolder folder;
+    const std::string other =
+        folder.file("tool", "#!/bin/sh\nexec \"$TOOL\" \"$@\" | sed s/--full/--whole/\n");
+    std::filesystem::permissions(other, std::filesystem::perms::owner_all);
+    const std::string script = std::string(BRACKWELL_SOURCE_DIR) + "/script/completions";
+    const Finished finished = run({{"/bin/bash", script, "--check", other}, "", {{"TOOL", BRACKWELL_TOOL}}});
+    CHECK(finished.status == 1);
+    CHECK(contains(finished.output, "--whole"));
+    CHECK(finished.error == "The completions are not as the tool's help is: script/completions\n");
+}
+
 TEST_CASE("bash completes commands, and the options of each command as its help has them") {
     if (!hasProgram("/bin/bash")) return;
     CHECK(completed({""}) == commandsInHelp());
@@ -195,7 +212,7 @@ TEST_CASE("bash completes values, files and kinds of requests") {
     CHECK(completed({"show", "--sort", "=", "da"}) == Names{"date"});
     CHECK(completed({"json", "--output", "=", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
     CHECK(completed({"show", "--search", "ju"}, folder.path()) == Names{});
-    CHECK(completed({"tree", "--encoding", "UTF-3"}) == Names{"UTF-32BE"});
+    CHECK(completed({"tree", "--encoding", "UTF-32B"}) == Names{"UTF-32BE"});
     CHECK(completed({"request", ""}) == Names{"accounts", "profile"});
     CHECK(completed({"request", "--version", "21"}) == Names{"211"});
     CHECK(completed({"show", "--version", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
@@ -224,7 +241,7 @@ TEST_CASE("zsh completes values, files and kinds of requests") {
     CHECK(offeredByZsh("brackwell show --sort ") == Names{"date", "amount"});
     CHECK(offeredByZsh("brackwell show --sort=da") == Names{"date"});
     CHECK(offeredByZsh("brackwell show --search ju", folder.path()) == Names{});
-    CHECK(offeredByZsh("brackwell tree --encoding UTF-3") == Names{"UTF-32BE"});
+    CHECK(offeredByZsh("brackwell tree --encoding UTF-32B") == Names{"UTF-32BE"});
     CHECK(offeredByZsh("brackwell request ") == Names{"accounts", "profile"});
     CHECK(offeredByZsh("brackwell request --version=21") == Names{"211"});
 }

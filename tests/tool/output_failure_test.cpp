@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <csignal>
 
+#include "tool/commands.h"
 #include "tool/output_files.h"
 
 /// \file
@@ -30,12 +31,10 @@ std::optional<std::vector<std::string>> withoutPrivileges() {
 }  // namespace
 
 TEST_CASE("what was there before stays when no document could be read") {
-    for (const std::string command :
-         {"show", "json", "csv", "report", "accounts", "duplicates", "tree", "pretty", "repair"}) {
-        const bool takesSeveral = command != "tree" && command != "pretty" && command != "repair";
+    for (const std::string& command : writingCommands()) {
         std::vector<std::vector<std::string>> inputs{{"missing.ofx"}, {"bytes"}};
         if (command != "repair") inputs.push_back({"broken.ofx"});
-        if (takesSeveral) inputs.push_back({"missing.ofx", "broken.ofx"});
+        if (takesSeveralFiles(command)) inputs.push_back({"missing.ofx", "broken.ofx"});
         for (const auto& files : inputs)
             for (const std::string name : {"old", "new"}) {
                 const TemporaryFolder folder;

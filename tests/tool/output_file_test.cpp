@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "tool/commands.h"
 #include "tool/output_files.h"
 
 /// \file
@@ -108,8 +109,7 @@ TEST_CASE("a descriptor of another process is only added to") {
 }
 
 TEST_CASE("every command that writes has --output and --force") {
-    for (const std::string command :
-         {"show", "json", "csv", "report", "accounts", "duplicates", "tree", "pretty", "repair", "request"}) {
+    for (const std::string& command : commandsWith("--output")) {
         CAPTURE(command);
         const TemporaryFolder folder;
         folder.file("old", kDocument);

@@ -1,56 +1,68 @@
 # SPDX-License-Identifier: Apache-2.0
-# Completion of brackwell for bash.
+# Completion of brackwell for bash, written by script/completions.
+
+_brackwell_commands="show json csv report accounts duplicates check tree pretty repair request"
 
 # The options that a command takes.
 _brackwell_options() {
-    local output="--output -o --force"
-    local file="--encoding --quiet -q --strict"
-    local reading="$file --date-format --decimal-separator --grouping-separator --as-is"
-    local transactions="--since --until --account --search --sort"
     case $1 in
-        "") echo "--help -h --version" ;;
-        show | report) echo "$reading $output $transactions --full --help -h" ;;
-        json) echo "$reading $output $transactions --indent --help -h" ;;
-        csv) echo "$reading $output $transactions --kind --currencies --help -h" ;;
-        accounts | duplicates) echo "$reading $output --full --help -h" ;;
-        tree) echo "$reading $output --original --help -h" ;;
-        pretty) echo "$reading $output --help -h" ;;
-        check) echo "$reading --help -h" ;;
-        repair) echo "$file $output --diff --all --help -h" ;;
-        request) echo "$output --version --since --routing --help -h" ;;
+        "") echo "-h --help --version" ;;
+        show) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
+        json) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --indent --since --until --account --search --sort" ;;
+        csv) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --kind --currencies --since --until --account --search --sort" ;;
+        report) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
+        accounts) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
+        duplicates) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
+        check) echo "-h --help --encoding -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
+        tree) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --original" ;;
+        pretty) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
+        repair) echo "-h --help --encoding -o --output --force -q --quiet --strict --diff --all" ;;
+        request) echo "-h --help -o --output --force --version --since --routing" ;;
     esac
 }
 
-# What can stand behind an option of a command; nothing where anything can, "FILE" for a file.
+# What can follow an option of a command; nothing where anything can, "FILE" for a file. False for an option without a
+# value.
 _brackwell_values() {
-    case $1 in
-        --encoding) echo "auto UTF-8 UTF-16 UTF-16BE UTF-16LE UTF-32BE ASCII windows-1252 ISO-8859-1" ;;
-        --output | -o) echo "FILE" ;;
-        --kind) echo "bank investments positions securities" ;;
-        --sort) echo "date amount" ;;
-        --routing) echo "none service msgset" ;;
-        --version) echo "102 103 151 160 200 203 211 220" ;;
-    esac
-}
-
-_brackwell_takes_value() {
-    case $1 in
-        --encoding | --output | -o | --date-format | --decimal-separator | --grouping-separator) ;;
-        --since | --until | --account | --search | --sort | --kind | --routing) ;;
-        --version) [[ $2 == request ]] ;;
+    case $2 in
+        --encoding) [[ " show json csv report accounts duplicates check tree pretty repair " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 windows-1250 windows-1251 windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
+        -o) [[ " show json csv report accounts duplicates tree pretty repair request " == *" $1 "* ]] && echo "FILE" ;;
+        --output) [[ " show json csv report accounts duplicates tree pretty repair request " == *" $1 "* ]] && echo "FILE" ;;
+        --date-format) [[ " show json csv report accounts duplicates check tree pretty " == *" $1 "* ]] ;;
+        --decimal-separator) [[ " show json csv report accounts duplicates check tree pretty " == *" $1 "* ]] ;;
+        --grouping-separator) [[ " show json csv report accounts duplicates check tree pretty " == *" $1 "* ]] ;;
+        --since) [[ " show json csv report request " == *" $1 "* ]] ;;
+        --until) [[ " show json csv report " == *" $1 "* ]] ;;
+        --account) [[ " show json csv report " == *" $1 "* ]] ;;
+        --search) [[ " show json csv report " == *" $1 "* ]] ;;
+        --sort) [[ " show json csv report " == *" $1 "* ]] && echo "date amount" ;;
+        --kind) [[ " csv " == *" $1 "* ]] && echo "bank investments positions securities" ;;
+        --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;
+        --routing) [[ " request " == *" $1 "* ]] && echo "none service msgset" ;;
         *) return 1 ;;
     esac
 }
 
-# Offers the files that begin with a text.
-_brackwell_files() {
-    # Outside of a completion, as in a test, there is nothing to set.
-    compopt -o filenames 2>/dev/null
-    mapfile -t COMPREPLY < <(compgen -f -- "$1")
+# What a command is given besides options.
+_brackwell_arguments() {
+    case $1 in
+        request) echo "accounts profile" ;;
+        *) echo "FILE" ;;
+    esac
+}
+
+# Offers those of some words that begin with a text, or the files that do.
+_brackwell_offer() {
+    if [[ $1 == FILE ]]; then
+        # Outside of a completion, as in a test, there is nothing to set.
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -f -- "$2")
+    else
+        mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
+    fi
 }
 
 _brackwell() {
-    local commands="show json csv report accounts duplicates check tree pretty repair request"
     local current=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]}
     local command="" values
     # Bash takes "--sort=da" for three words.
@@ -61,18 +73,14 @@ _brackwell() {
     fi
     ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
     COMPREPLY=()
-    if [[ -n $command ]] && _brackwell_takes_value "$previous" "$command"; then
-        values=$(_brackwell_values "$previous")
-        [[ $values != FILE ]] || { _brackwell_files "$current" && return; }
-        mapfile -t COMPREPLY < <(compgen -W "$values" -- "$current")
+    if [[ -n $command ]] && values=$(_brackwell_values "$command" "$previous"); then
+        _brackwell_offer "$values" "$current"
     elif [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$(_brackwell_options "$command")" -- "$current")
+        _brackwell_offer "$(_brackwell_options "$command")" "$current"
     elif [[ -z $command ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "$commands" -- "$current")
-    elif [[ $command == request ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "accounts profile" -- "$current")
+        _brackwell_offer "$_brackwell_commands" "$current"
     else
-        _brackwell_files "$current"
+        _brackwell_offer "$(_brackwell_arguments "$command")" "$current"
     fi
 }
 
