@@ -5,11 +5,11 @@
 #include <csignal>
 #include <optional>
 
+#include "command_line/options.h"
 #include "commands/command.h"
 #include "console/memory.h"
 #include "console/messages.h"
-#include "options.h"
-#include "run.h"
+#include "input/run.h"
 
 namespace {
 

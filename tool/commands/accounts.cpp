@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "accounts/account_names.h"
 #include "commands/commands.h"
 #include "history/history.h"
+#include "input/run.h"
 #include "investments/facts.h"
-#include "run.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "view/account_names.h"
-#include "view/page.h"
-#include "view/sections.h"
-#include "view/table.h"
+#include "text_page/sections.h"
+#include "text_page/table.h"
+#include "text_page/text_page.h"
 
 namespace tool {
 namespace {
@@ -109,13 +109,13 @@ Table::Row rowOf(const InvestmentAccount& account, bool isFull) {
     };
 }
 
-void showWhyNoBalance(Page& page, const InvestmentAccount& account, bool isFull) {
+void showWhyNoBalance(TextPage& page, const InvestmentAccount& account, bool isFull) {
     const std::string why = whyNoWorth(account.latest());
     if (!why.empty())
         page.paragraph("No balance of " + shownNumber(account.number, isFull) + ": " + why + ".");
 }
 
-void showRows(Page& page, const std::vector<Table::Row>& rows) {
+void showRows(TextPage& page, const std::vector<Table::Row>& rows) {
     Table table({{"Institution", Column::Kind::text, 11, 4},
                  {"Account", Column::Kind::text, 8, 6},
                  {"Number", Column::Kind::text, 8, 9},
@@ -149,7 +149,7 @@ bool runAccounts(Run& run) {
         else
             ++nameless;
     }
-    Page page(run.output);
+    TextPage page(run.output);
     if (!rows.empty()) showRows(page, rows);
     for (const InvestmentAccount& account : history.investments().accounts())
         if (!account.number.empty()) showWhyNoBalance(page, account, isFull);

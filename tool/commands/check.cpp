@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
-#include "run.h"
+#include "input/run.h"
 
 namespace tool {
 namespace {
 
 /// What is to be said of a file is said while it is read.
 bool runCheck(Run& run) {
-    return forEachFile(run, [](const Document&) {});
+    return forEachFile(run, [](const InputFile&) {});
 }
 
 constexpr const char* kHelp =

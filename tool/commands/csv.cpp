@@ -3,10 +3,10 @@
 #include <map>
 
 #include "commands/commands.h"
-#include "csv/investments.h"
+#include "csv/investment_table.h"
 #include "csv/row.h"
-#include "currency.h"
-#include "run.h"
+#include "input/run.h"
+#include "money/foreign_amount.h"
 
 namespace tool {
 namespace {
@@ -85,10 +85,10 @@ std::size_t writeStatement(Run& run, const std::string& file,
     return foreign;
 }
 
-void sayForeign(Run& run, const Document& document, std::size_t foreign) {
+void sayForeign(Run& run, const InputFile& input, std::size_t foreign) {
     if (foreign == 0) return;
     sayNotInTable(
-        run, document,
+        run, input,
         std::to_string(foreign) + (foreign == 1 ? " amount is" : " amounts are") +
             " in another currency than the account, which this table does not say; --currencies does.");
 }
@@ -98,13 +98,12 @@ bool runCsv(Run& run) {
     run.output.write(kHeader);
     if (run.options.hasCurrencies) run.output.write(kCurrencyHeader);
     run.output.write("\r\n");
-    return forEachFile(run, [&run](const Document& document) {
+    return forEachFile(run, [&run](const InputFile& input) {
         std::size_t foreign = 0;
-        for (const auto& statement : document.file.statements())
-            if (run.options.filter.takes(*statement))
-                foreign += writeStatement(run, document.name, *statement);
-        sayForeign(run, document, foreign);
-        sayWhatIsLeftOut(run, document);
+        for (const auto& statement : input.file.statements())
+            if (run.options.filter.takes(*statement)) foreign += writeStatement(run, input.name, *statement);
+        sayForeign(run, input, foreign);
+        sayWhatIsLeftOut(run, input);
     });
 }
 

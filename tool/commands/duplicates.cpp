@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <map>
 
+#include "accounts/account_names.h"
 #include "commands/commands.h"
-#include "currency.h"
 #include "history/history.h"
+#include "input/run.h"
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
-#include "run.h"
+#include "money/foreign_amount.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "view/account_names.h"
-#include "view/page.h"
-#include "view/sections.h"
-#include "view/table.h"
+#include "text_page/sections.h"
+#include "text_page/table.h"
+#include "text_page/text_page.h"
 
 namespace tool {
 namespace {
@@ -95,7 +95,7 @@ Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry,
 }
 
 template <class Account, class Entry>
-void showGroups(Page& page, const Account& account, const Groups<Entry>& groups,
+void showGroups(TextPage& page, const Account& account, const Groups<Entry>& groups,
                 const SecurityList& securities) {
     const auto row = [&](const auto& group) {
         return rowOf(account, *group.front(), group.size(), securities);
@@ -119,8 +119,8 @@ void showGroups(Page& page, const Account& account, const Groups<Entry>& groups,
 
 /// True when a transaction of the account stands in two statements.
 template <class Account>
-bool showRepeats(Page& page, const Account& account, std::string_view kind, brackwell::OptionalText number,
-                 bool isFull, const SecurityList& securities) {
+bool showRepeats(TextPage& page, const Account& account, std::string_view kind,
+                 brackwell::OptionalText number, bool isFull, const SecurityList& securities) {
     const auto groups = groupsOf(account.entries);
     if (groups.empty()) return false;
     page.heading(std::string(kind) + " " + shownNumber(number, isFull));
@@ -132,7 +132,7 @@ bool runDuplicates(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
     const bool isFull = run.options.showsFullNumbers;
-    Page page(run.output);
+    TextPage page(run.output);
     bool isAny = false;
     for (const AccountHistory& account : history.accounts())
         isAny = showRepeats(page, account, kindOf(account), account.number(), isFull, {}) || isAny;

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <CLI/CLI.hpp>
 
-#include "account_number.h"
+#include "accounts/account_number.h"
+#include "accounts/listed_accounts.h"
 #include "commands/commands.h"
+#include "input/run.h"
 #include "investments/security_lookup.h"
 #include "json/fields.h"
 #include "json/investments.h"
 #include "json/objects.h"
-#include "listed_accounts.h"
-#include "run.h"
 
 namespace tool {
 namespace {
@@ -16,10 +16,10 @@ namespace {
 using namespace brackwell;
 
 /// The accounts of all documents, as the message of each finds them.
-void writeAccounts(JsonWriter& json, const Document& document, const Filter& filter) {
+void writeAccounts(JsonWriter& json, const InputFile& input, const Filter& filter) {
     json.field("accountsFound");
     json.beginArray();
-    for (const OpenedDocument& opened : document.file.documents())
+    for (const OpenedDocument& opened : input.file.documents())
         if (const auto message = opened.message())
             for (const auto& account : message->accountsFound())
                 if (filter.takesAccount(accountNumber(account.get()))) writeAccount(json, *account);
@@ -37,11 +37,11 @@ void writeFinding(JsonWriter& json, const Finding& finding) {
     json.endObject();
 }
 
-void writeInvestmentStatements(JsonWriter& json, const Document& document, const SecurityList& others,
+void writeInvestmentStatements(JsonWriter& json, const InputFile& input, const SecurityList& others,
                                const Filter& filter) {
     json.field("investmentStatements");
     json.beginArray();
-    for (const OpenedDocument& opened : document.file.documents()) {
+    for (const OpenedDocument& opened : input.file.documents()) {
         const SecurityList own(opened.securities());
         const SecurityLookup securities(own, others);
         for (const InvestmentStatement& statement : opened.investmentStatements())
@@ -51,39 +51,39 @@ void writeInvestmentStatements(JsonWriter& json, const Document& document, const
     json.endArray();
 }
 
-void writeSecurities(JsonWriter& json, const Document& document, const Filter& filter) {
+void writeSecurities(JsonWriter& json, const InputFile& input, const Filter& filter) {
     json.field("securities");
     json.beginArray();
-    for (const OpenedDocument& opened : document.file.documents())
+    for (const OpenedDocument& opened : input.file.documents())
         for (const Security& security : filter.securitiesOf(opened))
             if (json.isGood()) writeSecurity(json, security);
     json.endArray();
 }
 
-void writeFindings(JsonWriter& json, const Document& document) {
+void writeFindings(JsonWriter& json, const InputFile& input) {
     json.field("findings");
     json.beginArray();
-    for (const Finding& finding : document.file.findings())
+    for (const Finding& finding : input.file.findings())
         if (json.isGood()) writeFinding(json, finding);
     json.endArray();
 }
 
-void writeDocument(Run& run, const Document& document, const SecurityList& others) {
+void writeDocument(Run& run, const InputFile& input, const SecurityList& others) {
     const Filter& filter = run.options.filter;
     JsonWriter json(run.output, run.options.isIndented ? JsonLayout::indented : JsonLayout::oneLine);
     json.beginObject();
-    writeField(json, "file", OptionalText(document.name));
+    writeField(json, "file", OptionalText(input.name));
     json.field("message");
-    writeMessage(json, *document.file.message());
-    writeAccounts(json, document, filter);
-    const ListedAccounts listed(document.file.accounts());
-    writeList(json, "responses", document.file.responses(),
+    writeMessage(json, *input.file.message());
+    writeAccounts(json, input, filter);
+    const ListedAccounts listed(input.file.accounts());
+    writeList(json, "responses", input.file.responses(),
               [&](JsonWriter& writer, const TvOFXResponse& response) {
                   writeResponse(writer, response, {filter, listed});
               });
-    writeInvestmentStatements(json, document, others, filter);
-    writeSecurities(json, document, filter);
-    writeFindings(json, document);
+    writeInvestmentStatements(json, input, others, filter);
+    writeSecurities(json, input, filter);
+    writeFindings(json, input);
     json.endObject();
     run.output.write('\n');
 }
@@ -92,11 +92,11 @@ bool runJson(Run& run) {
     // Securities of other files matter only where words are looked for: no file has to wait for them
     // otherwise.
     if (!run.options.filter.words.empty())
-        return forEachFileWithSecurities(run, [&run](const Document& document, const SecurityList& others) {
-            writeDocument(run, document, others);
+        return forEachFileWithSecurities(run, [&run](const InputFile& input, const SecurityList& others) {
+            writeDocument(run, input, others);
         });
     return forEachFile(
-        run, [&run](const Document& document) { writeDocument(run, document, document.file.securities()); });
+        run, [&run](const InputFile& input) { writeDocument(run, input, input.file.securities()); });
 }
 
 void declareOptions(CLI::App& command, Options& options) {

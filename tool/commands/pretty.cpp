@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
-#include "run.h"
+#include "input/run.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -23,8 +23,8 @@ void writeTree(Output& output, const ParseDictionary& tree) {
 }
 
 bool runPretty(Run& run) {
-    return forEachFile(run, [&run](const Document& document) {
-        for (const brackwell::OpenedDocument& opened : document.file.documents())
+    return forEachFile(run, [&run](const InputFile& input) {
+        for (const brackwell::OpenedDocument& opened : input.file.documents())
             if (opened) writeTree(run.output, *opened.content().ofxData);
     });
 }

@@ -4,7 +4,7 @@
 
 #include "commands/commands.h"
 #include "console/messages.h"
-#include "run.h"
+#include "input/run.h"
 #include "text/diff.h"
 #include "text/visible_text.h"
 
@@ -108,10 +108,10 @@ void writeRepaired(Run& run, const brackwell::OpenedDocument& document) {
 }
 
 bool runRepair(Run& run) {
-    return forEachFile(run, [&run](const Document& document) {
-        for (const brackwell::OpenedDocument& opened : document.file.documents()) {
+    return forEachFile(run, [&run](const InputFile& input) {
+        for (const brackwell::OpenedDocument& opened : input.file.documents()) {
             run.progress.end();
-            if (!opened.changes().empty()) sayChanges(document.name, opened, run.options);
+            if (!opened.changes().empty()) sayChanges(input.name, opened, run.options);
             writeRepaired(run, opened);
         }
     });

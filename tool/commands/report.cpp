@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
 #include "history/history.h"
-#include "report/markup.h"
+#include "input/run.h"
+#include "report/html_writer.h"
 #include "report/parts.h"
-#include "run.h"
 
 namespace tool {
 namespace {
@@ -22,8 +22,8 @@ bool runReport(Run& run) {
     for (const AccountHistory& account : history.accounts()) report.repeats += account.repeats;
     for (const InvestmentAccount& account : history.investments().accounts())
         report.repeats += account.repeats;
-    Markup markup(run.output);
-    writePage(markup, report);
+    HtmlWriter html(run.output);
+    writePage(html, report);
     return allRead;
 }
 

@@ -4,7 +4,7 @@
 
 #include "commands/commands.h"
 #include "console/messages.h"
-#include "run.h"
+#include "input/run.h"
 
 namespace tool {
 namespace {

@@ -4,12 +4,12 @@
 #include <map>
 #include <set>
 
+#include "accounts/listed_accounts.h"
 #include "commands/commands.h"
+#include "input/run.h"
 #include "investments/security_lookup.h"
-#include "listed_accounts.h"
-#include "run.h"
-#include "view/page.h"
-#include "view/sections.h"
+#include "text_page/sections.h"
+#include "text_page/text_page.h"
 
 namespace tool {
 namespace {
@@ -17,7 +17,7 @@ namespace {
 using namespace brackwell;
 
 /// What the institution says besides errors, each message once.
-void showMessages(Page& page, const TvOFXResponseList& responses) {
+void showMessages(TextPage& page, const TvOFXResponseList& responses) {
     std::set<std::string> shown;
     const TvOFXResult result(responses);
     for (const auto& message : result.allFIMessages())
@@ -35,14 +35,14 @@ bool isOther(const TvOFXResponse& response) {
 }
 
 /// Lists of securities that could not be given.
-void showTrouble(Page& page, const TvOFXResponseList& responses) {
+void showTrouble(TextPage& page, const TvOFXResponseList& responses) {
     for (const auto& response : responses)
         if (response->transactionWrapperName() == "SECLISTRS" && isTrouble(response->status().get()))
             page.fact("Securities", shownStatus(*response->status()));
 }
 
 /// The kinds of responses that the library does not take apart, with their number and their errors.
-void showOthers(Page& page, const TvOFXResponseList& responses) {
+void showOthers(TextPage& page, const TvOFXResponseList& responses) {
     std::vector<std::pair<std::string_view, std::size_t>> kinds;
     std::map<std::string_view, std::size_t> places;
     for (const auto& response : responses) {
@@ -60,7 +60,7 @@ void showOthers(Page& page, const TvOFXResponseList& responses) {
             page.fact(response->transactionWrapperName().value_or(""), shownStatus(*response->status()));
 }
 
-void showResponse(Page& page, const TvOFXResponse& response, const ListedAccounts& listed,
+void showResponse(TextPage& page, const TvOFXResponse& response, const ListedAccounts& listed,
                   const Options& options) {
     if (const auto* statement = dynamic_cast<const TvOFXAccountStatement*>(&response))
         showStatement(page, *statement, options);
@@ -80,7 +80,7 @@ bool hidesAllStatements(const OpenedDocument& document, const Filter& filter) {
 }
 
 /// The lists of accounts and the profile, then the statements.
-void showResponses(Page& page, const OpenedDocument& document, const Options& options) {
+void showResponses(TextPage& page, const OpenedDocument& document, const Options& options) {
     const auto isStatement = [](const TvOFXResponse& response) {
         return dynamic_cast<const TvOFXAccountStatement*>(&response) != nullptr;
     };
@@ -90,7 +90,7 @@ void showResponses(Page& page, const OpenedDocument& document, const Options& op
             if (isStatement(*response) == areStatements) showResponse(page, *response, listed, options);
 }
 
-void showAllInvestments(Page& page, const OpenedDocument& document, const SecurityList& others,
+void showAllInvestments(TextPage& page, const OpenedDocument& document, const SecurityList& others,
                         const Options& options) {
     const SecurityList own(document.securities());
     const SecurityLookup securities(own, others);
@@ -100,7 +100,7 @@ void showAllInvestments(Page& page, const OpenedDocument& document, const Securi
 }
 
 /// What is shown of the whole document, then its parts.
-void showDocument(Page& page, const OpenedDocument& document, const SecurityList& others,
+void showDocument(TextPage& page, const OpenedDocument& document, const SecurityList& others,
                   const Options& options) {
     const TvOFXResponseList& responses = document.responses();
     const bool hasInvestments = !document.investmentStatements().empty() || !document.securities().empty();
@@ -118,10 +118,10 @@ void showDocument(Page& page, const OpenedDocument& document, const SecurityList
 }
 
 bool runShow(Run& run) {
-    Page page(run.output);
-    return forEachFileWithSecurities(run, [&](const Document& document, const SecurityList& others) {
-        if (run.options.files.size() > 1) page.heading("== " + document.name);
-        for (const OpenedDocument& opened : document.file.documents())
+    TextPage page(run.output);
+    return forEachFileWithSecurities(run, [&](const InputFile& input, const SecurityList& others) {
+        if (run.options.files.size() > 1) page.heading("== " + input.name);
+        for (const OpenedDocument& opened : input.file.documents())
             if (opened) showDocument(page, opened, others, run.options);
     });
 }

@@ -2,9 +2,9 @@
 #include <CLI/CLI.hpp>
 
 #include "commands/commands.h"
+#include "input/run.h"
 #include "json/parse_tree.h"
 #include "json/writer.h"
-#include "run.h"
 
 namespace tool {
 namespace {
@@ -43,10 +43,10 @@ bool isUnderstood(const brackwell::OpenedDocument& document) noexcept {
 
 /// Shows what the parser made of the bytes, also when that is less than a document.
 bool writeTree(Run& run) {
-    const Document document = readFile(run, run.options.files.front());
-    const auto& documents = document.file.documents();
+    const InputFile input = readFile(run, run.options.files.front());
+    const auto& documents = input.file.documents();
     // Of several documents, one that is none is an error like any other.
-    const bool isRead = documents.size() == 1 ? isUnderstood(documents.front()) : isWhollyRead(document.file);
+    const bool isRead = documents.size() == 1 ? isUnderstood(documents.front()) : isWhollyRead(input.file);
     for (const brackwell::OpenedDocument& opened : documents) {
         writeDocument(run, opened);
         if (isUnderstood(opened) || opened.content().ofxHeader) run.output.keep();

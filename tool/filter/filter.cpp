@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "account_number.h"
+#include "accounts/account_number.h"
 #include "filter/searched_text.h"
 
 namespace tool {

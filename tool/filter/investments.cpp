@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "account_number.h"
+#include "accounts/account_number.h"
 #include "filter/filter.h"
 #include "filter/searched_text.h"
 #include "investments/facts.h"

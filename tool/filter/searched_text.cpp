@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "account_number.h"
+#include "accounts/account_number.h"
 #include "text/folded_case.h"
 
 namespace tool {

@@ -5,7 +5,7 @@
 #include <new>
 #include <set>
 
-#include "run.h"
+#include "input/run.h"
 
 namespace tool {
 namespace {
@@ -68,15 +68,15 @@ void History::add(HistoryStatement statement) {
     }
 }
 
-void History::add(const Document& document, const Filter& filter) {
-    for (const OpenedDocument& opened : document.file.documents()) {
+void History::add(const InputFile& input, const Filter& filter) {
+    for (const OpenedDocument& opened : input.file.documents()) {
         const std::string institution = institutionOf(opened);
         for (const auto& statement : opened.statements())
-            if (filter.takes(*statement)) add({statement, document.name, institution});
-        investments_.add(opened, document.name, institution, filter);
+            if (filter.takes(*statement)) add({statement, input.name, institution});
+        investments_.add(opened, input.name, institution, filter);
         listed_.insert(listed_.end(), opened.accounts().begin(), opened.accounts().end());
     }
-    for (const Finding& finding : document.file.findings()) findings_.push_back({document.name, finding});
+    for (const Finding& finding : input.file.findings()) findings_.push_back({input.name, finding});
 }
 
 std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
@@ -96,11 +96,11 @@ bool readHistory(Run& run, History& history) {
     std::set<std::string> read;
     std::size_t begun = 0;
     std::size_t added = 0;
-    const bool allRead = forEachFile(run, [&](const Document& document) {
+    const bool allRead = forEachFile(run, [&](const InputFile& input) {
         ++begun;
-        history.add(document, run.options.filter);
+        history.add(input, run.options.filter);
         ++added;
-        read.insert(document.name);
+        read.insert(input.name);
     });
     // With a part of a document in it, whatever is made of the history would be wrong.
     if (added < begun) throw std::bad_alloc();

@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "document.h"
 #include "filter/filter.h"
-#include "history/investments.h"
+#include "history/investment_history.h"
 #include "history/repeats.h"
+#include "input/input_file.h"
 
 /// \file
 /// What several files say together: files -> accounts -> transactions. The statements of all files are
@@ -77,7 +77,7 @@ class History {
 public:
     void add(HistoryStatement statement);
     /// The statements of a file whose accounts are wanted, and what is to be said of it.
-    void add(const Document& document, const Filter& filter);
+    void add(const InputFile& input, const Filter& filter);
 
     void addUnread(const std::string& file) { unread_.push_back(file); }
 

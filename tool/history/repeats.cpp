@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "history/repeats.h"
 
-#include "currency.h"
+#include "money/foreign_amount.h"
 
 namespace tool {
 namespace {

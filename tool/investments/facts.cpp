@@ -3,7 +3,7 @@
 
 #include <array>
 
-#include "currency.h"
+#include "money/foreign_amount.h"
 
 namespace tool {
 namespace {

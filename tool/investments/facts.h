@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "history/sum.h"
+#include "money/sum.h"
 
 /// \file
 /// What all commands say of investments alike: when, how much, what it is called, what it is worth.

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "document.h"
-#include "run.h"
+#include "input/input_file.h"
+#include "input/run.h"
 
 namespace tool {
 namespace {
@@ -29,24 +29,24 @@ bool knowsItsSecurities(const OpenedFile& file) {
 }  // namespace
 
 bool forEachFileWithSecurities(Run& run,
-                               const std::function<void(const Document&, const SecurityList&)>& use) {
-    std::vector<Document> waiting;
+                               const std::function<void(const InputFile&, const SecurityList&)>& use) {
+    std::vector<InputFile> waiting;
     std::vector<Security> known;
     const bool areSeveral = run.options.files.size() > 1;
-    bool isAllDone = forEachFile(run, [&](const Document& document) {
-        const auto& own = document.file.securities();
+    bool isAllDone = forEachFile(run, [&](const InputFile& input) {
+        const auto& own = input.file.securities();
         if (areSeveral) known.insert(known.end(), own.all().begin(), own.all().end());
-        if (waiting.empty() && (!areSeveral || knowsItsSecurities(document.file)))
-            use(document, own);
+        if (waiting.empty() && (!areSeveral || knowsItsSecurities(input.file)))
+            use(input, own);
         else
-            waiting.push_back(document);
+            waiting.push_back(input);
     });
     const SecurityList all(std::move(known));
-    for (const Document& document : waiting) {
+    for (const InputFile& input : waiting) {
         if (!run.output.isGood()) break;
-        isAllDone = withEnoughMemory(run, document.name,
+        isAllDone = withEnoughMemory(run, input.name,
                                      [&] {
-                                         use(document, all);
+                                         use(input, all);
                                          return true;
                                      }) &&
                     isAllDone;

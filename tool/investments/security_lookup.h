@@ -7,7 +7,7 @@
 
 namespace tool {
 
-struct Document;
+struct InputFile;
 struct Run;
 
 /// Where the securities are looked up that a document names: in its own list first, then in those of the
@@ -34,6 +34,6 @@ private:
 /// for it. A file that names a security of which it says nothing itself waits until all files are read, and
 /// so do those after it; the others do not.
 bool forEachFileWithSecurities(
-    Run& run, const std::function<void(const Document&, const brackwell::SecurityList&)>& use);
+    Run& run, const std::function<void(const InputFile&, const brackwell::SecurityList&)>& use);
 
 }  // namespace tool

@@ -31,9 +31,9 @@ struct OpenArray {
 
 /// Writes a tree level by level. What is open stands on a stack of its own, since a document may be
 /// nested deeper than the stack of calls allows.
-class TreeWriter {
+class JsonTree {
 public:
-    TreeWriter(JsonWriter& json, OriginalStrings originalStrings)
+    JsonTree(JsonWriter& json, OriginalStrings originalStrings)
         : json_(json), originalStrings_(originalStrings) {}
 
     void write(const ParseValue& value) {
@@ -115,7 +115,7 @@ private:
 }  // namespace
 
 void writeParseValue(JsonWriter& json, const ParseValue& value, OriginalStrings originalStrings) {
-    TreeWriter(json, originalStrings).write(value);
+    JsonTree(json, originalStrings).write(value);
 }
 
 }  // namespace tool

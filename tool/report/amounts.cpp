@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "view/sections.h"
+#include "text_page/sections.h"
 
 namespace tool {
 namespace {

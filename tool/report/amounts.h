@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "history/sum.h"
+#include "money/sum.h"
 
 namespace tool {
 

@@ -79,22 +79,22 @@ std::vector<Place> placesOf(const std::vector<BalancePoint>& points, const Frame
 }
 
 /// The outline: level until the next place, then up or down.
-void writeSteps(Markup& markup, const std::vector<Place>& places) {
-    markup.write("M{} {}", plotWidth(places.front().x), plotHeight(places.front().y));
-    for (const Place& place : places) markup.write("H{}V{}", plotWidth(place.x), plotHeight(place.y));
+void writeSteps(HtmlWriter& html, const std::vector<Place>& places) {
+    html.write("M{} {}", plotWidth(places.front().x), plotHeight(places.front().y));
+    for (const Place& place : places) html.write("H{}V{}", plotWidth(place.x), plotHeight(place.y));
 }
 
-void writeCurve(Markup& markup, const std::vector<Place>& places, const ValueAxis& axis) {
-    beginStretched(markup);
+void writeCurve(HtmlWriter& html, const std::vector<Place>& places, const ValueAxis& axis) {
+    beginStretched(html);
     if (axis.low <= 0 && axis.high >= 0) {
-        markup.write("<path class=\"area\" d=\"");
-        writeSteps(markup, places);
-        markup.write("V{}H{}Z\"/>", plotHeight(axis.place(0)), plotWidth(places.front().x));
+        html.write("<path class=\"area\" d=\"");
+        writeSteps(html, places);
+        html.write("V{}H{}Z\"/>", plotHeight(axis.place(0)), plotWidth(places.front().x));
     }
-    markup.write("<path class=\"line\" d=\"");
-    writeSteps(markup, places);
-    markup.write("\"/>");
-    endStretched(markup);
+    html.write("<path class=\"line\" d=\"");
+    writeSteps(html, places);
+    html.write("\"/>");
+    endStretched(html);
 }
 
 std::string dayText(sys_days day) { return std::string(DateText(brackwell::Date(day)).day()); }
@@ -104,40 +104,40 @@ std::string pointText(const BalancePoint& point, const std::string& currency) {
     return withCurrency(amountText(point.amount), currency) + " on " + dayText(point.day);
 }
 
-void writeDots(Markup& markup, const std::vector<StatedBalance>& stated, const Frame& frame,
+void writeDots(HtmlWriter& html, const std::vector<StatedBalance>& stated, const Frame& frame,
                const std::string& currency) {
     const std::size_t first = stated.size() - std::min(stated.size(), kMostDots);
     for (std::size_t i = first; i < stated.size(); ++i) {
         const Place place = frame.place(stated[i].day(), stated[i].amount);
-        markup.write("<circle class=\"dot\" cx=\"{}%\" cy=\"{}\" r=\"4\"><title>{}</title></circle>",
-                     plotPercent(place.x), plotHeight(place.y),
-                     "Stated balance: " + pointText({stated[i].day(), stated[i].amount}, currency));
+        html.write("<circle class=\"dot\" cx=\"{}%\" cy=\"{}\" r=\"4\"><title>{}</title></circle>",
+                   plotPercent(place.x), plotHeight(place.y),
+                   "Stated balance: " + pointText({stated[i].day(), stated[i].amount}, currency));
     }
 }
 
-void writeDescription(Markup& markup, const std::vector<BalancePoint>& points, const AccountFigures& figures,
-                      std::string_view id) {
+void writeDescription(HtmlWriter& html, const std::vector<BalancePoint>& points,
+                      const AccountFigures& figures, std::string_view id) {
     const std::string& currency = figures.history->currency;
     const auto [low, high] = std::ranges::minmax(points, {}, &BalancePoint::amount);
-    markup.write("<title id=\"{}-title\">Balance of {} over time</title>", id, figures.name());
-    markup.write("<desc id=\"{}-text\">From {} to {}; lowest {}, highest {}.</desc>", id,
-                 pointText(points.front(), currency), pointText(points.back(), currency),
-                 pointText(low, currency), pointText(high, currency));
+    html.write("<title id=\"{}-title\">Balance of {} over time</title>", id, figures.name());
+    html.write("<desc id=\"{}-text\">From {} to {}; lowest {}, highest {}.</desc>", id,
+               pointText(points.front(), currency), pointText(points.back(), currency),
+               pointText(low, currency), pointText(high, currency));
 }
 
 }  // namespace
 
-void writeBalancePlot(Markup& markup, const AccountFigures& figures, std::string_view id) {
+void writeBalancePlot(HtmlWriter& html, const AccountFigures& figures, std::string_view id) {
     const std::vector<BalancePoint>& points = figures.balance.points;
     const Frame frame(points);
     std::vector<Tick> ticks = timeTicks(points.front().day, points.back().day);
     for (Tick& tick : ticks) tick.value = frame.time(tick.value);
-    beginPlot(markup, frame.axis(), id);
-    writeDescription(markup, points, figures, id);
-    writeGrid(markup, frame.axis());
-    writeCurve(markup, placesOf(points, frame), frame.axis());
-    writeDots(markup, figures.balance.confirmed, frame, figures.history->currency);
-    endPlot(markup, ticks);
+    beginPlot(html, frame.axis(), id);
+    writeDescription(html, points, figures, id);
+    writeGrid(html, frame.axis());
+    writeCurve(html, placesOf(points, frame), frame.axis());
+    writeDots(html, figures.balance.confirmed, frame, figures.history->currency);
+    endPlot(html, ticks);
 }
 
 }  // namespace tool

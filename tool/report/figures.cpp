@@ -4,12 +4,12 @@
 #include <map>
 #include <utility>
 
-#include "currency.h"
+#include "accounts/account_names.h"
+#include "command_line/options.h"
 #include "history/history.h"
-#include "options.h"
+#include "money/foreign_amount.h"
 #include "text/mask.h"
-#include "view/account_names.h"
-#include "view/sections.h"
+#include "text_page/sections.h"
 
 namespace tool {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "report/balance.h"
+#include "report/balance_course.h"
 #include "report/investment_figures.h"
 
 /// \file

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "currency.h"
+#include "money/foreign_amount.h"
 
 namespace tool {
 namespace {

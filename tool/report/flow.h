@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "history/sum.h"
+#include "money/sum.h"
 
 namespace tool {
 

@@ -73,13 +73,13 @@ private:
     int count_;
 };
 
-void writeBar(Markup& markup, const char* kind, double middle, double width, double from, double to) {
+void writeBar(HtmlWriter& html, const char* kind, double middle, double width, double from, double to) {
     if (from == to) return;
     const double top = plotHeight(std::max(from, to)).value;
     // Never too low to be seen.
     const double height = std::max(plotHeight(std::min(from, to)).value - top, 1.0);
-    markup.write("<rect class=\"{}\" x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\"/>", kind,
-                 plotWidth(middle - width / 2), Coordinate{top}, plotWidth(width), Coordinate{height});
+    html.write("<rect class=\"{}\" x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\"/>", kind,
+               plotWidth(middle - width / 2), Coordinate{top}, plotWidth(width), Coordinate{height});
 }
 
 /// From where to where the bars of a flow go.
@@ -95,17 +95,17 @@ Range netOf(const Flow& flow) noexcept {
 }
 
 /// A bar of money in and one of money out, with a mark for the net.
-void writeBoth(Markup& markup, const Flow& flow, double middle, double width, const ValueAxis& axis) {
+void writeBoth(HtmlWriter& html, const Flow& flow, double middle, double width, const ValueAxis& axis) {
     const double net = axis.place(approximate(flow.net()));
-    writeBar(markup, "in", middle, width, axis.place(0), axis.place(approximate(flow.in)));
-    writeBar(markup, "out", middle, width, axis.place(0), axis.place(approximate(flow.out)));
-    markup.write("<path class=\"net\" d=\"M{} {}h{}\"/>", plotWidth(middle - width * 0.7), plotHeight(net),
-                 plotWidth(width * 1.4));
+    writeBar(html, "in", middle, width, axis.place(0), axis.place(approximate(flow.in)));
+    writeBar(html, "out", middle, width, axis.place(0), axis.place(approximate(flow.out)));
+    html.write("<path class=\"net\" d=\"M{} {}h{}\"/>", plotWidth(middle - width * 0.7), plotHeight(net),
+               plotWidth(width * 1.4));
 }
 
-void writeNet(Markup& markup, const Flow& flow, double middle, double width, const ValueAxis& axis) {
+void writeNet(HtmlWriter& html, const Flow& flow, double middle, double width, const ValueAxis& axis) {
     const double net = approximate(flow.net());
-    writeBar(markup, net < 0 ? "out" : "in", middle, width, axis.place(0), axis.place(net));
+    writeBar(html, net < 0 ? "out" : "in", middle, width, axis.place(0), axis.place(net));
 }
 
 std::string bothInWords(const Flow& flow) {
@@ -118,7 +118,7 @@ std::string netInWords(const Flow& flow) { return amountText(flow.net()); }
 struct Drawing {
     const char* title;  ///< before the name of whose they are
     Range (*range)(const Flow&) noexcept;
-    void (*write)(Markup&, const Flow&, double middle, double width, const ValueAxis&);
+    void (*write)(HtmlWriter&, const Flow&, double middle, double width, const ValueAxis&);
     std::string (*inWords)(const Flow&);
     bool hasOut;  ///< else there is a net only
 };
@@ -144,56 +144,56 @@ ValueAxis axisOf(const std::vector<Bar>& bars, const Drawing& drawing) {
     return valueAxis(low, high);
 }
 
-void writeBars(Markup& markup, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
+void writeBars(HtmlWriter& html, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
                const Unit& unit, const Drawing& drawing) {
-    beginStretched(markup);
+    beginStretched(html);
     for (const Bar& bar : bars) {
-        markup.write("<g><title>{}: {}</title>", barName(bar.number, unit), drawing.inWords(bar.flow));
-        drawing.write(markup, bar.flow, row.middle(bar.number), row.width(), axis);
-        markup.write("</g>");
+        html.write("<g><title>{}: {}</title>", barName(bar.number, unit), drawing.inWords(bar.flow));
+        drawing.write(html, bar.flow, row.middle(bar.number), row.width(), axis);
+        html.write("</g>");
     }
-    endStretched(markup);
+    endStretched(html);
 }
 
-void describe(Markup& markup, const std::vector<Bar>& bars, const Unit& unit, const std::string& currency,
+void describe(HtmlWriter& html, const std::vector<Bar>& bars, const Unit& unit, const std::string& currency,
               std::string_view id, const Drawing& drawing) {
     const auto greatest = [&](auto value) { return std::ranges::max_element(bars, {}, value); };
     const auto in = greatest([&](const Bar& bar) { return drawing.range(bar.flow).high; });
     const auto out = greatest([&](const Bar& bar) { return -drawing.range(bar.flow).low; });
-    markup.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}.", id,
-                 barName(bars.front().number, unit), barName(bars.back().number, unit),
-                 barName(in->number, unit),
-                 withCurrency(amountText(drawing.hasOut ? in->flow.in : in->flow.net()), currency));
+    html.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}.", id,
+               barName(bars.front().number, unit), barName(bars.back().number, unit),
+               barName(in->number, unit),
+               withCurrency(amountText(drawing.hasOut ? in->flow.in : in->flow.net()), currency));
     if (drawing.hasOut)
-        markup.write(" Most went out in {}: {}.", barName(out->number, unit),
-                     withCurrency(amountText(out->flow.out), currency));
-    markup.write("</desc>");
+        html.write(" Most went out in {}: {}.", barName(out->number, unit),
+                   withCurrency(amountText(out->flow.out), currency));
+    html.write("</desc>");
 }
 
-void writePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+void writePlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& name,
                const std::string& currency, std::string_view id, const Drawing& drawing) {
     const Unit& unit = unitFor(months);
     const std::vector<Bar> bars = barsOf(months, unit);
     const Row row(bars);
     const ValueAxis axis = axisOf(bars, drawing);
-    beginPlot(markup, axis, id);
-    markup.write("<title id=\"{}-title\">{} {} by {}</title>", id, drawing.title, name, unit.name);
-    describe(markup, bars, unit, currency, id, drawing);
-    writeGrid(markup, axis);
-    writeBars(markup, bars, row, axis, unit, drawing);
-    endPlot(markup, labelsOf(row, unit));
+    beginPlot(html, axis, id);
+    html.write("<title id=\"{}-title\">{} {} by {}</title>", id, drawing.title, name, unit.name);
+    describe(html, bars, unit, currency, id, drawing);
+    writeGrid(html, axis);
+    writeBars(html, bars, row, axis, unit, drawing);
+    endPlot(html, labelsOf(row, unit));
 }
 
 }  // namespace
 
-void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+void writeFlowPlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& name,
                    const std::string& currency, std::string_view id) {
-    writePlot(markup, months, name, currency, id, kBoth);
+    writePlot(html, months, name, currency, id, kBoth);
 }
 
-void writeIncomePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+void writeIncomePlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& name,
                      const std::string& currency, std::string_view id) {
-    writePlot(markup, months, name, currency, id, kNet);
+    writePlot(html, months, name, currency, id, kNet);
 }
 
 }  // namespace tool

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/investment_figures.h"
 
+#include "command_line/options.h"
 #include "investments/security_lookup.h"
-#include "options.h"
 #include "report/figures.h"
 
 namespace tool {

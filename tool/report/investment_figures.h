@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "history/investments.h"
+#include "history/investment_history.h"
 #include "investments/facts.h"
 #include "report/flow.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "history/history.h"
 #include "report/amounts.h"
-#include "report/markup.h"
+#include "report/html_writer.h"
 #include "report/parts.h"
 
 namespace tool {
@@ -15,69 +15,68 @@ constexpr const char* kHead =
     "<th scope=\"col\" class=\"amount more\">Transactions</th></tr></thead>\n";
 
 /// An amount with its currency and, below, its date.
-void writeBalance(Markup& markup, const std::optional<StatedBalance>& balance, const std::string& currency,
+void writeBalance(HtmlWriter& html, const std::optional<StatedBalance>& balance, const std::string& currency,
                   const char* kind) {
-    if (!balance) return markup.write("<td class=\"{}\">\u2013</td>", kind);
-    markup.write("<td class=\"{}\">{} <abbr>{}</abbr><small>{}</small></td>", kind,
-                 amountText(balance->amount), currency, dayText(balance->date));
+    if (!balance) return html.write("<td class=\"{}\">\u2013</td>", kind);
+    html.write("<td class=\"{}\">{} <abbr>{}</abbr><small>{}</small></td>", kind, amountText(balance->amount),
+               currency, dayText(balance->date));
 }
 
-void writeFlow(Markup& markup, const Flow& flow, std::size_t transactions) {
-    markup.write(
+void writeFlow(HtmlWriter& html, const Flow& flow, std::size_t transactions) {
+    html.write(
         "<td class=\"amount more in\">{}</td><td class=\"amount more out\">{}</td>"
         "<td class=\"amount more\">{}</td></tr>\n",
         signedAmountText(flow.in), amountText(flow.out), transactions);
 }
 
-void writeRow(Markup& markup, const AccountFigures& figures, std::size_t number) {
+void writeRow(HtmlWriter& html, const AccountFigures& figures, std::size_t number) {
     const std::string& currency = figures.history->currency;
-    markup.write("<tr><th scope=\"row\"><a href=\"#account-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
-                 number, figures.name(), figures.institution);
-    writeBalance(markup, figures.ledger, currency, "amount");
-    writeBalance(markup, figures.available, currency, "amount more");
-    writeFlow(markup, figures.flow, figures.transactions.size());
+    html.write("<tr><th scope=\"row\"><a href=\"#account-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
+               number, figures.name(), figures.institution);
+    writeBalance(html, figures.ledger, currency, "amount");
+    writeBalance(html, figures.available, currency, "amount more");
+    writeFlow(html, figures.flow, figures.transactions.size());
 }
 
 /// What an account is worth stands where others have their balance.
-void writeRow(Markup& markup, const InvestmentFigures& figures, std::size_t number) {
-    markup.write("<tr><th scope=\"row\"><a href=\"#investment-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
-                 number, figures.name(), figures.account->institution());
+void writeRow(HtmlWriter& html, const InvestmentFigures& figures, std::size_t number) {
+    html.write("<tr><th scope=\"row\"><a href=\"#investment-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
+               number, figures.name(), figures.account->institution());
     const auto worth = figures.worth
                            ? std::optional(StatedBalance{figures.worth->shown(), figures.latest.asOf(), {}})
                            : std::nullopt;
-    writeBalance(markup, worth, figures.account->currency, "amount");
-    writeBalance(markup, std::nullopt, {}, "amount more");
-    writeFlow(markup, figures.flow, figures.trades.size());
+    writeBalance(html, worth, figures.account->currency, "amount");
+    writeBalance(html, std::nullopt, {}, "amount more");
+    writeFlow(html, figures.flow, figures.trades.size());
 }
 
-void writeSum(Markup& markup, const CurrencyFigures& figures) {
-    markup.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>",
-                 figures.currency, figures.count());
+void writeSum(HtmlWriter& html, const CurrencyFigures& figures) {
+    html.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>", figures.currency,
+               figures.count());
     if (figures.balance)
-        markup.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.balance),
-                     figures.currency);
+        html.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.balance),
+                   figures.currency);
     else
-        markup.write("<td class=\"amount\">\u2013</td>");
-    markup.write("<td class=\"amount more\"></td>");
-    writeFlow(markup, figures.flow, figures.transactions);
+        html.write("<td class=\"amount\">\u2013</td>");
+    html.write("<td class=\"amount more\"></td>");
+    writeFlow(html, figures.flow, figures.transactions);
 }
 
 }  // namespace
 
-void writeOverview(Markup& markup, const Report& report) {
+void writeOverview(HtmlWriter& html, const Report& report) {
     if (report.accountCount() < 2) return;
-    markup.write(kHead);
-    markup.write("<tbody>\n");
-    for (std::size_t i = 0; i < report.accounts.size(); ++i) writeRow(markup, report.accounts[i], i + 1);
-    for (std::size_t i = 0; i < report.investments.size(); ++i)
-        writeRow(markup, report.investments[i], i + 1);
-    markup.write("</tbody>\n");
+    html.write(kHead);
+    html.write("<tbody>\n");
+    for (std::size_t i = 0; i < report.accounts.size(); ++i) writeRow(html, report.accounts[i], i + 1);
+    for (std::size_t i = 0; i < report.investments.size(); ++i) writeRow(html, report.investments[i], i + 1);
+    html.write("</tbody>\n");
     if (!report.currencies.empty()) {
-        markup.write("<tfoot>\n");
-        for (const CurrencyFigures& currency : report.currencies) writeSum(markup, currency);
-        markup.write("</tfoot>\n");
+        html.write("<tfoot>\n");
+        for (const CurrencyFigures& currency : report.currencies) writeSum(html, currency);
+        html.write("</tfoot>\n");
     }
-    markup.write("</table></div>\n</section>\n");
+    html.write("</table></div>\n</section>\n");
 }
 
 }  // namespace tool

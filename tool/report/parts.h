@@ -9,7 +9,7 @@
 
 namespace tool {
 
-class Markup;
+class HtmlWriter;
 struct Filter;
 
 /// All that a page is made of.
@@ -26,22 +26,22 @@ struct Report {
     std::size_t accountCount() const noexcept { return accounts.size() + investments.size(); }
 };
 
-void writePage(Markup& markup, const Report& report);
+void writePage(HtmlWriter& html, const Report& report);
 
 /// A table of the accounts, when there are several, with sums by currency.
-void writeOverview(Markup& markup, const Report& report);
+void writeOverview(HtmlWriter& html, const Report& report);
 /// An account: facts, plots, months. Its number is its place in the report.
-void writeAccount(Markup& markup, const AccountFigures& figures, std::size_t number);
+void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number);
 /// The plot and the months of all accounts in a currency.
-void writeCurrency(Markup& markup, const CurrencyFigures& figures, std::size_t number);
+void writeCurrency(HtmlWriter& html, const CurrencyFigures& figures, std::size_t number);
 /// An investment account: facts, holdings of the latest statement, their kinds, income. Its number is its
 /// place among the investment accounts.
-void writeInvestment(Markup& markup, const InvestmentFigures& figures, std::size_t number);
+void writeInvestment(HtmlWriter& html, const InvestmentFigures& figures, std::size_t number);
 /// The securities that no holding or transaction names.
-void writeOtherSecurities(Markup& markup, const Report& report);
+void writeOtherSecurities(HtmlWriter& html, const Report& report);
 /// All transactions of all accounts under the filter that the script drives, the newest first unless
 /// another order is wanted.
-void writeTransactions(Markup& markup, const Report& report);
+void writeTransactions(HtmlWriter& html, const Report& report);
 
 /// "2025-01-31"; "" for nothing.
 std::string dayText(const std::optional<brackwell::Date>& date);
@@ -51,11 +51,11 @@ std::string periodOf(const std::vector<DayFlow>& days);
 
 /// @{
 /// One of the facts of an account; nothing for an empty text.
-void writeFact(Markup& markup, std::string_view label, brackwell::OptionalText text);
-void writeFlowFacts(Markup& markup, const Flow& flow);
+void writeFact(HtmlWriter& html, std::string_view label, brackwell::OptionalText text);
+void writeFlowFacts(HtmlWriter& html, const Flow& flow);
 /// @}
 
 /// The months and their sums as a table that is folded away.
-void writeMonths(Markup& markup, const std::vector<MonthFlow>& months, const std::string& currency);
+void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& currency);
 
 }  // namespace tool

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "report/axis.h"
-#include "report/markup.h"
+#include "report/html_writer.h"
 
 /// \file
 /// What the drawings of a report have in common.
@@ -25,13 +25,13 @@ inline Coordinate plotPercent(double place) noexcept { return {place * 100}; }
 
 /// Begins a drawing: labels at the left side, and the field beside them, in which a title and a description
 /// are to follow with the drawing's id in theirs.
-void beginPlot(Markup& markup, const ValueAxis& axis, std::string_view id);
+void beginPlot(HtmlWriter& html, const ValueAxis& axis, std::string_view id);
 /// Lines across the field; that of zero is the strongest.
-void writeGrid(Markup& markup, const ValueAxis& axis);
+void writeGrid(HtmlWriter& html, const ValueAxis& axis);
 /// Begins and ends what stretches with the page.
-void beginStretched(Markup& markup);
-void endStretched(Markup& markup);
+void beginStretched(HtmlWriter& html);
+void endStretched(HtmlWriter& html);
 /// Writes the labels below, at places between 0 and 1, and ends the drawing.
-void endPlot(Markup& markup, const std::vector<Tick>& ticks);
+void endPlot(HtmlWriter& html, const std::vector<Tick>& ticks);
 
 }  // namespace tool

@@ -9,18 +9,18 @@
 
 namespace tool {
 
-class Markup;
+class HtmlWriter;
 
 /// The course of an account's balance as a line of steps, with dots for the balances that are stated.
 /// `id` belongs to no other drawing on the page.
-void writeBalancePlot(Markup& markup, const AccountFigures& figures, std::string_view id);
+void writeBalancePlot(HtmlWriter& html, const AccountFigures& figures, std::string_view id);
 
 /// Money in and out as bars, by month where these are not too many. `name` says whose.
-void writeFlowPlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+void writeFlowPlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& name,
                    const std::string& currency, std::string_view id);
 
 /// The same of income, of which there is a net only.
-void writeIncomePlot(Markup& markup, const std::vector<MonthFlow>& months, const std::string& name,
+void writeIncomePlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& name,
                      const std::string& currency, std::string_view id);
 
 }  // namespace tool

@@ -1,0 +1,95 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "command_line/filter_options.h"
+
+#include <CLI/CLI.hpp>
+
+#include "text/characters.h"
+#include "text/folded_case.h"
+
+namespace tool {
+namespace {
+
+/// The beginning of the day that "YYYY-MM-DD" names; nothing for other texts and days that no calendar has.
+std::optional<brackwell::Date> dayOf(std::string_view text) noexcept {
+    constexpr std::string_view form = "dddd-dd-dd";
+    if (text.size() != form.size()) return std::nullopt;
+    unsigned numbers[3] = {};
+    for (std::size_t i = 0, part = 0; i < form.size(); ++i) {
+        if (form[i] == '-') {
+            if (text[i] != '-') return std::nullopt;
+            ++part;
+        } else {
+            if (text[i] < '0' || text[i] > '9') return std::nullopt;
+            numbers[part] = numbers[part] * 10 + static_cast<unsigned>(text[i] - '0');
+        }
+    }
+    using namespace std::chrono;
+    const year_month_day day(year(static_cast<int>(numbers[0])), month(numbers[1]),
+                             std::chrono::day(numbers[2]));
+    return day.ok() ? std::optional<brackwell::Date>(sys_days(day)) : std::nullopt;
+}
+
+/// The words of a text in folded case.
+std::vector<std::string> wordsOf(std::string_view text) {
+    std::string folded;
+    appendFoldedCase(folded, text);
+    std::vector<std::string> words;
+    bool isInWord = false;
+    for (std::string_view rest = folded; !rest.empty();) {
+        const Character character = firstCharacter(rest);
+        const bool isBlank = brackwell::isWhiteSpace(character.code);
+        if (!isBlank && !isInWord) words.emplace_back();
+        if (!isBlank) words.back().append(rest.substr(0, character.size));
+        isInWord = !isBlank;
+        rest.remove_prefix(character.size);
+    }
+    return words;
+}
+
+// ---------------------------------------------------------------------------------------------
+// Checks; each returns what is wrong with a text, "" for nothing
+
+std::string checkDay(const std::string& text) {
+    return dayOf(text) ? std::string() : "not a date like 2024-01-31: \"" + text + "\"";
+}
+
+std::string checkAccount(const std::string& text) { return text.empty() ? "the number is empty" : ""; }
+
+std::string checkSearch(const std::string& text) {
+    return wordsOf(text).empty() ? "there is no word to look for" : "";
+}
+
+}  // namespace
+
+void declareFilter(CLI::App& command, FilterTexts& texts) {
+    const auto add = [&command](const char* name, auto& text, const char* help, const char* type) {
+        CLI::Option* option = command.add_option(name, text, help);
+        option->type_name(type)->group("Transactions");
+        return option;
+    };
+    add("--since", texts.since, "Only what was posted on this day (YYYY-MM-DD) or later", "DATE")
+        ->check(CLI::Validator(checkDay, ""));
+    add("--until", texts.until, "Only what was posted on this day or before", "DATE")
+        ->check(CLI::Validator(checkDay, ""));
+    add("--account", texts.accounts, "Only accounts with this number, or whose number ends so", "ID")
+        ->allow_extra_args(false)
+        ->check(CLI::Validator(checkAccount, ""));
+    add("--search", texts.search, "Only transactions in which all words of this text occur", "TEXT")
+        ->check(CLI::Validator(checkSearch, ""));
+    add("--sort", texts.order, "The order of transactions: date or amount", "KEY")
+        ->check(CLI::Validator(CLI::IsMember({"date", "amount"})).description(""));
+}
+
+Filter understoodFilter(const FilterTexts& texts) {
+    Filter filter;
+    if (texts.since) filter.since = dayOf(*texts.since);
+    if (texts.until) filter.before = *dayOf(*texts.until) + std::chrono::days(1);
+    if (filter.since && filter.before && *filter.since >= *filter.before)
+        throw CLI::ValidationError("--until", *texts.until + " is before " + *texts.since + " of --since");
+    filter.accounts = texts.accounts;
+    if (texts.search) filter.words = wordsOf(*texts.search);
+    if (texts.order) filter.order = *texts.order == "date" ? Order::date : Order::amount;
+    return filter;
+}
+
+}  // namespace tool

@@ -1,0 +1,225 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "command_line/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+
+#include "command_line/filter_options.h"
+#include "commands/commands.h"
+#include "console/output_target.h"
+#include "text/characters.h"
+
+namespace tool {
+namespace {
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  brackwell show july.ofx\n"
+    "  brackwell csv --output year.csv *.ofx\n"
+    "  curl -s https://bank.example/statement | brackwell json -\n"
+    "  brackwell request accounts --version 211 --since 20240101\n\n"
+    "A file for --output is written under another name and renamed when it is whole: after an error, or "
+    "when\n"
+    "no document could be read, what was there before stays. Where some could be read, the output has "
+    "those.\n"
+    "It is readable by its owner only. An OFX document is replaced with --force only.\n\n"
+    "Exit status: 0 when every file was read, 1 when one could not be read or something could not be\n"
+    "written, 2 for wrong usage, 3 when --strict is given and there is a finding: something that the\n"
+    "files hold and that is not delivered, or not surely. Findings go to standard error.\n"
+    "\"brackwell COMMAND --help\" tells the options of a command.\n";
+
+/// The texts of the options, before they are understood.
+struct Texts {
+    std::string encoding = "auto";
+    std::optional<std::string> datePattern;
+    std::optional<std::string> decimalSeparator;
+    std::optional<std::string> groupingSeparator;
+    FilterTexts filter;
+    bool isAsIs = false;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Checks; each returns what is wrong with a text, "" for nothing
+
+std::string checkEncoding(const std::string& name) {
+    if (CLI::detail::to_lower(name) == "auto") return {};
+    if (brackwell::textEncodingNamed(name) != brackwell::TextEncodingNone) return {};
+    std::string problem = "unknown encoding \"" + name + "\"; known are auto";
+    for (const brackwell::TextEncoding encoding : brackwell::knownTextEncodings())
+        problem.append(", ").append(*brackwell::nameOfTextEncoding(encoding));
+    return problem;
+}
+
+std::string checkCharacter(const std::string& text) {
+    const bool isOne = !text.empty() && firstCharacter(text).size == text.size();
+    return isOne ? std::string() : "not a single character: \"" + text + "\"";
+}
+
+std::string checkOutputName(const std::string& name) { return name.empty() ? "the name is empty" : ""; }
+
+std::string checkPattern(const std::string& text) { return text.empty() ? "the pattern is empty" : ""; }
+
+// ---------------------------------------------------------------------------------------------
+// Declaration
+
+/// What every command takes that writes something.
+void declareOutput(CLI::App& sub, Options& options) {
+    sub.add_option("-o,--output", options.outputFile, "Write to this file instead of standard output")
+        ->type_name("FILE")
+        ->check(CLI::Validator(checkOutputName, ""));
+    sub.add_flag("--force", options.replacesDocuments, "Let --output replace an OFX document");
+}
+
+/// What every command takes that reads files, and so has findings.
+void declareFindings(CLI::App& sub, Options& options) {
+    sub.add_flag("-q,--quiet", options.isQuiet, "Say nothing of what is not delivered, or not surely");
+    sub.add_flag("--strict", options.isStrict, "End with status 3 when there is anything to say");
+}
+
+/// The same, and so can choose its encoding.
+void declareFiles(CLI::App& sub, const Command& command, Options& options, Texts& texts) {
+    auto* files = sub.add_option("FILE", options.files, "A document; - is standard input")->required();
+    files->type_name("");
+    files->expected(1, command.has(kSeveralFiles) ? CLI::detail::expected_max_vector_size : 1);
+    sub.add_option("--encoding", texts.encoding, "The text encoding, instead of finding it out")
+        ->type_name("NAME")
+        ->check(CLI::Validator(checkEncoding, ""));
+}
+
+/// What every command takes that shows amounts and dates.
+void declareReading(CLI::App& sub, Texts& texts) {
+    sub.add_option("--date-format", texts.datePattern, "Try this pattern on dates first (\"dd.MM.yyyy\")")
+        ->type_name("PATTERN")
+        ->check(CLI::Validator(checkPattern, ""));
+    sub.add_option("--decimal-separator", texts.decimalSeparator,
+                   "Read amounts with this decimal point first")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(checkCharacter, ""));
+    sub.add_option("--grouping-separator", texts.groupingSeparator, "The mark between thousands in amounts")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(checkCharacter, ""));
+    sub.add_flag("--as-is", texts.isAsIs,
+                 "Neither repair a document nor read amounts and dates as it writes them");
+}
+
+void declareCommand(CLI::App& app, const Command& command, Options& options, Texts& texts) {
+    CLI::App& sub = *app.add_subcommand(std::string(command.name), command.summary);
+    sub.callback([&options, &command] { options.command = &command; });
+    if (command.readsFiles()) declareFiles(sub, command, options, texts);
+    if (command.has(kOutput)) declareOutput(sub, options);
+    if (command.readsFiles()) declareFindings(sub, options);
+    if (command.has(kReading)) declareReading(sub, texts);
+    if (command.has(kNumbers))
+        sub.add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
+    if (command.declareOptions != nullptr) command.declareOptions(sub, options);
+    if (command.has(kFilter)) declareFilter(sub, texts.filter);
+    sub.footer(command.has(kFilter) ? std::string(kFilterHelp) + command.help : command.help);
+}
+
+// An argument like "[a,b]" would be taken for a list of "a" and "b". So it goes to the parser with a byte at
+// its end that no argument can have, and every option takes that away.
+
+constexpr char kNoArgumentHas = '\0';
+
+/// The arguments behind the program's name, the last first as the parser wants them.
+std::vector<std::string> markedArguments(int count, const char* const* arguments) {
+    std::vector<std::string> marked(arguments + 1, arguments + std::max(count, 1));
+    for (std::string& argument : marked)
+        if (argument.starts_with('[') && argument.ends_with(']')) argument += kNoArgumentHas;
+    std::ranges::reverse(marked);
+    return marked;
+}
+
+std::string unmark(std::string& text) {
+    if (text.ends_with(kNoArgumentHas)) text.pop_back();
+    return {};
+}
+
+void declareUnmarking(CLI::App& app) {
+    for (CLI::App* sub : app.get_subcommands({}))
+        for (CLI::Option* option : sub->get_options())
+            if (option->get_items_expected_max() > 0) option->transform(CLI::Validator(unmark, ""));
+}
+
+void declare(CLI::App& app, Options& options, Texts& texts) {
+    app.require_subcommand(1);
+    app.footer(kExamples);
+    app.set_version_flag("--version", "brackwell " BRACKWELL_VERSION, "Print the version and exit");
+    app.get_formatter()->column_width(32);
+    for (const Command* command : commands::all()) declareCommand(app, *command, options, texts);
+    declareUnmarking(app);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Understanding
+
+/// The separators of a caller's number formatter: one that is given moves the other out of its way.
+brackwell::NumberFormat numberFormat(const Texts& texts) {
+    brackwell::NumberFormat format;
+    if (texts.decimalSeparator) format.decimalSeparator = *texts.decimalSeparator;
+    if (texts.groupingSeparator) format.groupingSeparator = *texts.groupingSeparator;
+    if (format.decimalSeparator != format.groupingSeparator) return format;
+    if (texts.decimalSeparator && texts.groupingSeparator)
+        throw CLI::ValidationError("--grouping-separator", "is the same as --decimal-separator");
+    if (texts.decimalSeparator)
+        format.groupingSeparator = ".";
+    else
+        format.decimalSeparator = ",";
+    return format;
+}
+
+void checkOutput(const Options& options) {
+    if (!options.outputFile) return;
+    const OutputRules rules{options.replacesDocuments, options.command->has(kMayReplaceItsFile)};
+    const std::string objection = objectionTo(*options.outputFile, options.files, rules);
+    if (!objection.empty()) throw CLI::ValidationError("--output", *options.outputFile + " " + objection);
+}
+
+void checkFiles(const Options& options) {
+    if (std::ranges::count(options.files, "-") > 1)
+        throw CLI::ValidationError("FILE", "standard input can be read only once");
+}
+
+void understand(Options& options, const Texts& texts) {
+    brackwell::OpenOptions& reading = options.reading;
+    if (texts.isAsIs) reading = brackwell::OpenOptions::asIs();
+    reading.encoding = brackwell::textEncodingNamed(texts.encoding);  // none for "auto"
+    if (texts.decimalSeparator || texts.groupingSeparator)
+        reading.numberFormatter = std::make_shared<brackwell::DecimalNumberFormatter>(numberFormat(texts));
+    if (texts.datePattern)
+        reading.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
+    options.filter = understoodFilter(texts.filter);
+    checkFiles(options);
+    checkOutput(options);
+}
+
+}  // namespace
+
+CommandLine readCommandLine(int count, const char* const* arguments) {
+    CommandLine line;
+    Texts texts;
+    CLI::App app("Reads Open Financial Exchange (OFX) documents.", "brackwell");
+    declare(app, line.options, texts);
+    try {
+        std::vector<std::string> marked = markedArguments(count, arguments);
+        app.parse(marked);
+        understand(line.options, texts);
+    } catch (const CLI::ParseError& outcome) {
+        std::ostringstream text;
+        std::ostringstream error;
+        line.exitStatus = app.exit(outcome, text, error) == 0 ? 0 : 2;
+        line.text = text.str();
+        line.error = error.str();
+        if (outcome.get_name() == "ArgumentMismatch" && line.error.starts_with("FILE:"))
+            line.error =
+                "FILE: this command takes a single document\nRun with --help for more information.\n";
+        if (*line.exitStatus != 0 && count > 1 && arguments[1][0] != '-' && app.get_subcommands().empty())
+            line.error = "unknown command \"" + std::string(arguments[1]) +
+                         "\"\nRun with --help for a list of the commands.\n";
+        std::erase(line.error, kNoArgumentHas);
+    }
+    return line;
+}
+
+}  // namespace tool

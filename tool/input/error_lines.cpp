@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "input/error_lines.h"
+
+#include "input/excerpt.h"
+
+namespace tool {
+namespace {
+
+using brackwell::OpenError;
+using brackwell::OpenErrorCode;
+
+std::string shownPlace(std::string_view text, std::size_t offset) {
+    const brackwell::TextPlace place = brackwell::placeInText(text, offset);
+    return "line " + std::to_string(place.line) + ", column " + std::to_string(place.column);
+}
+
+/// The two tags that do not match, each with its lines.
+std::string explainTags(const OpenError& error, std::string_view text, std::size_t width) {
+    const ExcerptSource source{text, brackwell::secretsInOFXText(text), width};
+    std::string lines;
+    if (error.openedAt)
+        lines += "  The innermost open element begins in " + shownPlace(text, *error.openedAt) + ":\n" +
+                 excerpt(source, *error.openedAt, 0, 0);
+    lines += "  The close tag stands in " + shownPlace(text, error.offset) + ":\n";
+    return lines + excerpt(source, error.offset, 2, 1);
+}
+
+std::string remedyFor(const OpenError& error) {
+    if (error.isRepairable) return "Without --as-is it is repaired; \"brackwell repair\" lists the changes.";
+    constexpr std::string_view encodings = "One of these encodings reads it: ";
+    if (error.remedy.starts_with(encodings))
+        return "--encoding NAME reads it with one of these names: " + error.remedy.substr(encodings.size());
+    return error.remedy;
+}
+
+}  // namespace
+
+std::string errorLines(const brackwell::OpenedFile& file, std::size_t width) {
+    const OpenError& error = file.error();
+    std::string lines;
+    if (error.code == OpenErrorCode::tagsDoNotMatch && !file.documents().empty())
+        lines += explainTags(error, file.documents().front().text().bytes(), width);
+    if (!error.cause.empty()) lines += "  Likely cause: " + error.cause + "\n";
+    if (const std::string remedy = remedyFor(error); !remedy.empty()) lines += "  " + remedy + "\n";
+    return lines;
+}
+
+}  // namespace tool

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "input/run.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "console/messages.h"
+#include "console/terminal.h"
+#include "input/error_lines.h"
+
+namespace tool {
+
+bool withEnoughMemory(Run& run, const std::string& name, const std::function<bool()>& work) {
+    const std::uint64_t before = run.output.count();
+    try {
+        return work();
+    } catch (const std::bad_alloc&) {
+        if (run.output.count() != before) run.output.spoil();
+        run.progress.end();
+        say(name, "There is not enough memory for this document.");
+        return false;
+    }
+}
+
+bool isWhollyRead(const brackwell::OpenedFile& file) {
+    return file && std::ranges::all_of(file.documents(), [](const brackwell::OpenedDocument& document) {
+               return static_cast<bool>(document);
+           });
+}
+
+namespace {
+
+/// "july.ofx:812:1", or the name alone where there is no one place.
+std::string subjectOf(const std::string& name, std::size_t line, std::size_t column) {
+    if (line == 0) return name;
+    return name + ":" + std::to_string(line) + ":" + std::to_string(column);
+}
+
+/// A document that was not read is an error, also where the file has others.
+void sayFindings(Run& run, const InputFile& input) {
+    run.findings += input.file.findings().size();
+    for (const brackwell::Finding& finding : input.file.findings())
+        if (!run.options.isQuiet || finding.kind == brackwell::FindingKind::unreadDocument)
+            say(subjectOf(input.name, finding.line, finding.column), finding.text);
+}
+
+void sayError(const InputFile& input) {
+    const brackwell::OpenError& error = input.file.error();
+    say(subjectOf(input.name, error.line, error.column), error.text);
+    sayText(errorLines(input.file, terminalWidth(STDERR_FILENO)));
+}
+
+}  // namespace
+
+bool forEachFile(Run& run, const std::function<void(const InputFile&)>& use) {
+    bool allRead = true;
+    for (const std::string& name : run.options.files) {
+        const bool isRead = withEnoughMemory(run, name, [&] {
+            const InputFile input = readFile(run, name);
+            if (!input.file) return false;
+            use(input);
+            run.output.keep();
+            return isWhollyRead(input.file);
+        });
+        allRead = allRead && isRead;
+        run.progress.end();
+        if (!run.output.isGood()) break;
+    }
+    return allRead;
+}
+
+InputFile readFile(Run& run, const std::string& name) {
+    run.progress.begin("Reading " + (name == "-" ? "standard input" : name));
+    InputFile input = openInput(name, run.options.reading);
+    if (input.file && input.file.findings().empty()) return input;
+    run.progress.end();
+    sayFindings(run, input);
+    if (!input.file) sayError(input);
+    return input;
+}
+
+}  // namespace tool

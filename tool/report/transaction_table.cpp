@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <algorithm>
+
+#include "filter/filter.h"
+#include "history/history.h"
+#include "investments/facts.h"
+#include "money/foreign_amount.h"
+#include "report/amounts.h"
+#include "report/html_writer.h"
+#include "report/parts.h"
+#include "text/value_text.h"
+#include "text_page/sections.h"
+
+namespace tool {
+namespace {
+
+using brackwell::Date;
+using brackwell::Decimal;
+using brackwell::InvestmentTransaction;
+using brackwell::OptionalText;
+using brackwell::TvOFXStatementTransaction;
+
+/// A transaction of a bank or card account, or else of an investment account.
+struct Row {
+    const TvOFXStatementTransaction* transaction;
+    const Trade* trade;
+    std::size_t account;  ///< its number on the page
+    std::optional<Date> date;
+    std::optional<Amount> amount;
+};
+
+/// In the order that is wanted; otherwise the newest first. Those without a date or amount come last.
+std::vector<Row> rowsOf(const Report& report) {
+    std::vector<Row> rows;
+    std::size_t account = 0;
+    for (const AccountFigures& figures : report.accounts) {
+        ++account;
+        for (const auto* transaction : figures.transactions)
+            rows.push_back({transaction, nullptr, account, transaction->datePosted(),
+                            amountIn(*transaction, figures.history->currency)});
+    }
+    for (const InvestmentFigures& figures : report.investments) {
+        ++account;
+        for (const Trade& trade : figures.trades)
+            rows.push_back({nullptr, &trade, account, trade.date, trade.amount});
+    }
+    const Order order = report.filter->order;
+    if (order == Order::document) std::ranges::stable_sort(rows, std::ranges::greater(), &Row::date);
+    if (order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, &Row::date);
+    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Amount>, &Row::amount);
+    return rows;
+}
+
+/// What the page says of an account: its name and its currency.
+struct Named {
+    std::string name;
+    std::string currency;
+};
+
+std::vector<Named> namesOf(const Report& report) {
+    std::vector<Named> names;
+    for (const AccountFigures& account : report.accounts)
+        names.push_back({account.name(), account.history->currency});
+    for (const InvestmentFigures& account : report.investments)
+        names.push_back({account.name(), account.account->currency});
+    return names;
+}
+
+OptionalText firstOf(OptionalText first, OptionalText second) noexcept {
+    return first && !first->empty() ? first : second;
+}
+
+OptionalText numberOf(const TvOFXStatementTransaction& transaction) noexcept {
+    return firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber());
+}
+
+OptionalText payeeOf(const TvOFXStatementTransaction& transaction) {
+    const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
+    return firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt);
+}
+
+/// The number of a bank transaction, also of one in an investment account.
+OptionalText numberOf(const Row& row) {
+    if (row.transaction != nullptr) return numberOf(*row.transaction);
+    const auto bank = row.trade->transaction.bankTransaction();
+    return bank ? numberOf(*bank) : std::nullopt;
+}
+
+/// ", costs 6.50": what a purchase or a sale cost beside the securities; "" for nothing.
+std::string costsOf(const InvestmentTransaction& transaction) {
+    Sum costs;
+    for (const auto& cost :
+         {transaction.commission(), transaction.fees(), transaction.taxes(), transaction.load()})
+        if (cost) costs.add(*cost);
+    return costs.value() == Decimal() ? std::string() : ", costs " + amountText(costs);
+}
+
+/// "2 at 12.50, costs 1.00"; of a split, what the units have become.
+std::string quantityOf(const InvestmentTransaction& transaction) {
+    const std::string units = numberText(transaction.units());
+    const std::string price = numberText(transaction.unitPrice());
+    if (!units.empty()) return units + (price.empty() ? " units" : " at " + price) + costsOf(transaction);
+    const std::string before = numberText(transaction.oldUnits());
+    const std::string after = numberText(transaction.newUnits());
+    if (after.empty()) return {};
+    return before.empty() ? after + " units" : before + " became " + after + " units";
+}
+
+/// What a transaction is about: its security; where money is moved, between which parts of the account.
+std::string subjectOf(const Trade& trade) {
+    const InvestmentTransaction& transaction = trade.transaction;
+    const std::string_view name = nameOf(trade.security, transaction.securityID());
+    if (!name.empty()) return std::string(name);
+    const OptionalText from = transaction.text("fromSubAccount");
+    const OptionalText to = transaction.text("toSubAccount");
+    if (!from || !to) return kindInWords(transaction);
+    return std::string(*from).append(" to ").append(*to);
+}
+
+/// An amount that is not in the account's currency as it is written.
+std::string foreignAmountOf(const Row& row, const std::string& accountCurrency) {
+    const bool isTrade = row.trade != nullptr;
+    const auto currency = isTrade ? currencyOf(row.trade->transaction) : currencyOf(*row.transaction);
+    const auto amount = isTrade ? amountOf(row.trade->transaction) : row.transaction->amount();
+    const std::string symbol = foreignSymbol(currency, accountCurrency);
+    if (!amount || (row.amount && symbol.empty())) return {};
+    return withCurrency(amountText(*amount), symbol);
+}
+
+/// "-999999.99" fits into the column of amounts together with a currency.
+constexpr std::size_t kUsualAmount = 10;
+
+/// The columns that there are besides date, description, type and amount.
+struct Columns {
+    bool account = false;        ///< there are several
+    bool number = false;         ///< a transaction has one
+    bool currency = false;       ///< stands beside every amount, since there are several
+    bool trades = false;         ///< what they are called needs more room than the types of banks
+    bool longAmounts = false;    ///< need more room than amounts mostly do
+    std::string commonCurrency;  ///< of all amounts otherwise
+};
+
+Columns columnsOf(const std::vector<Named>& names, const std::vector<Row>& rows) {
+    Columns columns;
+    columns.account = names.size() > 1;
+    columns.number =
+        std::ranges::any_of(rows, [](const Row& row) { return !numberOf(row).value_or("").empty(); });
+    columns.commonCurrency = names.front().currency;
+    columns.currency = std::ranges::any_of(
+        names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
+    if (columns.currency) columns.commonCurrency.clear();
+    columns.trades = std::ranges::any_of(rows, [](const Row& row) { return row.trade != nullptr; });
+    columns.longAmounts = std::ranges::any_of(rows, [](const Row& row) {
+        return row.amount && row.amount->shown().toString().size() > kUsualAmount;
+    });
+    return columns;
+}
+
+/// The cells of a row.
+class Cells {
+public:
+    Cells(HtmlWriter& html, const std::vector<Named>& names, const Columns& columns)
+        : markup_(html), names_(names), columns_(columns) {}
+
+    void write(const Row& row) {
+        markup_.write("<tr data-account=\"{}\">", row.account);
+        const std::string foreign = foreignAmountOf(row, names_[row.account - 1].currency);
+        const std::string converted = row.amount ? foreign : std::string();
+        if (row.transaction != nullptr)
+            writeBank(*row.transaction, converted);
+        else
+            writeTrade(*row.trade, converted);
+        if (columns_.account) markup_.write("<td>{}</td>", names_[row.account - 1].name);
+        if (columns_.number) markup_.write("<td>{}</td>", numberOf(row).value_or(""));
+        writeAmount(row, foreign);
+        markup_.write("</tr>\n");
+    }
+
+private:
+    void writeBank(const TvOFXStatementTransaction& transaction, const std::string& converted) {
+        writeDate(transaction.datePosted(), transaction.originalDatePostedString());
+        markup_.write("<th scope=\"row\">{}", payeeOf(transaction).value_or(""));
+        writeSmall(converted);
+        writeSmall(transaction.memo());
+        markup_.write("</th><td>{}</td>", transaction.transactionType().value_or(""));
+    }
+    void writeTrade(const Trade& trade, const std::string& converted) {
+        const InvestmentTransaction& transaction = trade.transaction;
+        const auto bank = transaction.bankTransaction();
+        writeDate(trade.date, bank ? bank->originalDatePostedString() : transaction.text("tradeDate"));
+        if (bank)
+            markup_.write("<th scope=\"row\">{}", payeeOf(*bank).value_or(""));
+        else
+            markup_.write("<th scope=\"row\">{}", subjectOf(trade));
+        writeSmall(quantityOf(transaction));
+        writeSmall(converted);
+        writeSmall(memoOf(transaction));
+        markup_.write("</th><td>{}</td>", kindInWords(transaction));
+    }
+    void writeDate(const std::optional<Date>& date, OptionalText text) {
+        if (date)
+            markup_.write("<td>{}</td>", DateText(*date).day());
+        else  // a text that is no date is still worth seeing
+            markup_.write("<td class=\"none\">{}</td>", firstOf(text, "no date").value_or(""));
+    }
+    void writeSmall(OptionalText text) {
+        if (!text.value_or("").empty()) markup_.write("<small>{}</small>", *text);
+    }
+    /// What buys or sells securities is neither in nor out.
+    void writeAmount(const Row& row, const std::string& foreign) {
+        if (!row.amount) return writeNoAmount(row, foreign);
+        const bool movesMoney = row.trade == nullptr || row.trade->movesMoney;
+        const std::string_view flow = row.amount->isNegative() ? "out" : "in";
+        markup_.write("<td class=\"{}\">{}", movesMoney ? flow : "trade", signedAmountText(*row.amount));
+        if (columns_.currency) markup_.write(" <abbr>{}</abbr>", names_[row.account - 1].currency);
+        markup_.write("</td>");
+    }
+    /// Most transactions that only move securities have none.
+    void writeNoAmount(const Row& row, const std::string& foreign) {
+        const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
+        markup_.write("<td class=\"none\">{}</td>",
+                      !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount"));
+    }
+
+    HtmlWriter& markup_;
+    const std::vector<Named>& names_;
+    Columns columns_;
+};
+
+/// Hidden until the script finds that it runs.
+void writeFilter(HtmlWriter& html, const std::vector<Named>& names, bool hasTrades) {
+    html.write(
+        "<form id=\"filter\" hidden=\"hidden\" role=\"search\" aria-label=\"Filter transactions\">\n"
+        "<label class=\"wide\">Search <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
+        "<label>From <input type=\"date\" name=\"from\"/></label>\n"
+        "<label>Until <input type=\"date\" name=\"until\"/></label>\n");
+    if (names.size() > 1) {
+        html.write("<label>Account <select name=\"account\"><option value=\"\">All</option>");
+        for (std::size_t i = 0; i < names.size(); ++i)
+            html.write("<option value=\"{}\">{}</option>", i + 1, names[i].name);
+        html.write("</select></label>\n");
+    }
+    html.write(
+        "<label>Direction <select name=\"flow\"><option value=\"\">In and out</option>"
+        "<option value=\"in\">In</option><option value=\"out\">Out</option>");
+    if (hasTrades) html.write("<option value=\"trade\">Bought, sold, moved</option>");
+    html.write(
+        "</select></label>\n<button type=\"reset\">Clear</button>\n<p id=\"found\" "
+        "role=\"status\"></p>\n</form>\n");
+}
+
+void writeHead(HtmlWriter& html, const Columns& columns) {
+    html.write(
+        "<table id=\"transactions\" class=\"transactions {} {}\" data-currency=\"{}\">\n<thead><tr>"
+        "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
+        columns.longAmounts ? "long" : "usual", columns.trades ? "trades" : "payments",
+        columns.commonCurrency);
+    if (columns.account) html.write("<th scope=\"col\" class=\"whose\">Account</th>");
+    if (columns.number) html.write("<th scope=\"col\" class=\"number\">Number</th>");
+    html.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
+}
+
+}  // namespace
+
+void writeTransactions(HtmlWriter& html, const Report& report) {
+    const std::vector<Row> rows = rowsOf(report);
+    if (rows.empty()) return;
+    html.write(
+        "<section aria-labelledby=\"transactions-title\">\n<h2 "
+        "id=\"transactions-title\">Transactions</h2>\n");
+    const std::vector<Named> names = namesOf(report);
+    writeFilter(html, names, !report.investments.empty());
+    const Columns columns = columnsOf(names, rows);
+    writeHead(html, columns);
+    Cells cells(html, names, columns);
+    for (const Row& row : rows) {
+        if (!html.isGood()) return;
+        cells.write(row);
+    }
+    html.write("</tbody>\n</table>\n</section>\n");
+}
+
+}  // namespace tool
