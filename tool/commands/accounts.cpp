@@ -1,34 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <algorithm>
 
 #include "accounts/account_names.h"
-#include "commands/commands.h"
 #include "history/history.h"
+#include "history/period.h"
 #include "input/run.h"
 #include "investments/facts.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
+#include "text_page/account_list.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 
 namespace tool {
 namespace {
 
-using brackwell::Date;
 using brackwell::TvOFXAccountStatement;
-
-/// From the first to the last day that something is known of.
-struct Period {
-    std::optional<Date> first;
-    std::optional<Date> last;
-
-    void include(std::optional<Date> date) {
-        if (!date) return;
-        first = first ? std::min(*first, *date) : *date;
-        last = last ? std::max(*last, *date) : *date;
-    }
-};
 
 /// What the statements say they cover; where they do not say it, what their transactions do.
 Period periodOf(const AccountHistory& account) {
@@ -53,8 +43,6 @@ const TvOFXAccountStatement* latestBalance(const AccountHistory& account) {
     }
     return latest;
 }
-
-std::string dayText(std::optional<Date> date) { return date ? std::string(DateText(*date).day()) : ""; }
 
 /// "Checking" where the heading of the column says that it is an account.
 std::string shortKindOf(const AccountHistory& account) {

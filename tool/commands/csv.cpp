@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <CLI/CLI.hpp>
 #include <map>
 
-#include "commands/commands.h"
 #include "csv/investment_table.h"
 #include "csv/row.h"
 #include "input/run.h"

@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <map>
 
 #include "accounts/account_names.h"
-#include "commands/commands.h"
 #include "history/history.h"
 #include "input/run.h"
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
 #include "money/foreign_amount.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 
@@ -59,7 +60,7 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::s
     brackwell::OptionalText name = transaction.payeeName();
     if (!name && payee) name = payee->name();
     return {
-        date ? std::string(DateText(*date).day()) : "",
+        dayText(date),
         visibleText(name.value_or("")),
         visibleText(transaction.memo().value_or("")),
         visibleText(transaction.fiTransactionID().value_or("")),
@@ -84,7 +85,7 @@ Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry,
     const SecurityLookup securities(*account.statements[entry.statement].securities, others);
     const std::string_view name = nameOf(securities.find(transaction), transaction.securityID());
     return {
-        date ? std::string(DateText(*date).day()) : "",
+        dayText(date),
         visibleText(kindInWords(transaction) + (name.empty() ? "" : " ") + std::string(name)),
         visibleText(memoOf(transaction).value_or("")),
         visibleText(identifierOf(transaction).value_or("")),

@@ -1,14 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <CLI/CLI.hpp>
 
 #include "accounts/account_number.h"
 #include "accounts/listed_accounts.h"
-#include "commands/commands.h"
 #include "input/run.h"
 #include "investments/security_lookup.h"
+#include "json/accounts.h"
 #include "json/fields.h"
 #include "json/investments.h"
-#include "json/objects.h"
+#include "json/responses.h"
 
 namespace tool {
 namespace {

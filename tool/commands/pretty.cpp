@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
+
 #include "input/run.h"
 #include "text/visible_text.h"
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 
-#include "commands/commands.h"
 #include "console/messages.h"
 #include "input/run.h"
 #include "text/diff.h"

@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
+
 #include "history/history.h"
 #include "input/run.h"
+#include "report/html_page.h"
 #include "report/html_writer.h"
-#include "report/parts.h"
+#include "report/report.h"
 
 namespace tool {
 namespace {

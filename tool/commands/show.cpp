@@ -1,14 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <algorithm>
 #include <array>
 #include <map>
 #include <set>
 
 #include "accounts/listed_accounts.h"
-#include "commands/commands.h"
 #include "input/run.h"
 #include "investments/security_lookup.h"
-#include "text_page/sections.h"
+#include "text/shown_values.h"
+#include "text_page/account_list.h"
+#include "text_page/investment_section.h"
+#include "text_page/profile_section.h"
+#include "text_page/security_section.h"
+#include "text_page/statement_section.h"
 #include "text_page/text_page.h"
 
 namespace tool {

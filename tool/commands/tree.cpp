@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
 #include <CLI/CLI.hpp>
 
-#include "commands/commands.h"
 #include "input/run.h"
 #include "json/parse_tree.h"
 #include "json/writer.h"

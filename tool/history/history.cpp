@@ -12,9 +12,6 @@ namespace {
 
 using namespace brackwell;
 
-/// How many accounts are compared at most with one.
-constexpr std::size_t kMostCompared = 64;
-
 /// An account without transactions, with what a statement says of it.
 AccountHistory accountFrom(const TvOFXAccountStatement& statement) {
     AccountHistory account;

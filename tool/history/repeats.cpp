@@ -4,12 +4,6 @@
 #include "money/foreign_amount.h"
 
 namespace tool {
-namespace {
-
-/// How many transactions are compared at most with one.
-constexpr std::size_t kMostCompared = 64;
-
-}  // namespace
 
 void Repeats::beginStatement() {
     ++statement_;

@@ -11,6 +11,10 @@
 
 namespace tool {
 
+/// How many transactions, or accounts, are compared with one at most: enough for what people have alike, and
+/// a limit to the time that a hostile document can take.
+inline constexpr std::size_t kMostCompared = 64;
+
 /// Finds the transactions of one account that an earlier statement of it had already: those that the
 /// library calls equal, if besides
 ///   - their amounts are the same, and in the same currency, or both have none; and
@@ -23,7 +27,7 @@ namespace tool {
 /// other way round.
 ///
 /// Time is n log n on any transactions: of those that have amount and date in common but not their FITID,
-/// at most 64 are compared with one of another statement.
+/// at most kMostCompared are compared with one of another statement.
 class Repeats {
 public:
     using Transaction = brackwell::TvOFXStatementTransaction;

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "json/accounts.h"
+
 #include "accounts/listed_accounts.h"
 #include "filter/filter.h"
 #include "json/fields.h"
-#include "json/objects.h"
 #include "json/parse_tree.h"
 
 namespace tool {

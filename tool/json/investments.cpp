@@ -2,8 +2,10 @@
 #include "json/investments.h"
 
 #include "filter/filter.h"
+#include "json/accounts.h"
 #include "json/fields.h"
-#include "json/objects.h"
+#include "json/responses.h"
+#include "json/statements.h"
 #include "json/writer.h"
 
 namespace tool {

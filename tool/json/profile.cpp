@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "json/profile.h"
+
 #include "json/fields.h"
-#include "json/objects.h"
 #include "json/parse_tree.h"
+#include "json/responses.h"
 
 namespace tool {
 namespace {

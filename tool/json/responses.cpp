@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "json/responses.h"
+
 #include "filter/filter.h"
+#include "json/accounts.h"
 #include "json/fields.h"
-#include "json/objects.h"
+#include "json/profile.h"
+#include "json/statements.h"
 
 namespace tool {
 namespace {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "json/statements.h"
+
 #include "filter/filter.h"
+#include "json/accounts.h"
 #include "json/fields.h"
-#include "json/objects.h"
 
 namespace tool {
 namespace {

@@ -1,16 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "report/account_section.h"
+
 #include <algorithm>
 
 #include "history/history.h"
+#include "history/period.h"
 #include "report/amounts.h"
+#include "report/balance_plot.h"
+#include "report/fact_list.h"
+#include "report/flow_plot.h"
 #include "report/html_writer.h"
-#include "report/parts.h"
-#include "report/plots.h"
+#include "text/shown_values.h"
+#include "text/value_text.h"
 
 namespace tool {
 namespace {
-
-using brackwell::OptionalText;
 
 /// How many balances that do not fit are told one by one.
 constexpr std::size_t kMostGaps = 5;
@@ -29,6 +33,12 @@ void writeHead(HtmlWriter& html, const AccountFigures& figures, std::size_t numb
     html.write("</header>\n");
 }
 
+Period postedDays(const AccountFigures& figures) {
+    Period period;
+    for (const DayFlow& day : figures.days) period.include(day.day);
+    return period;
+}
+
 void writeFacts(HtmlWriter& html, const AccountFigures& figures) {
     const AccountHistory& history = *figures.history;
     html.write("<dl class=\"facts\">\n");
@@ -37,7 +47,7 @@ void writeFacts(HtmlWriter& html, const AccountFigures& figures) {
                    amountText(figures.available->amount), dayText(figures.available->date));
     if (!figures.transactions.empty()) writeFlowFacts(html, figures.flow);
     writeFact(html, "Transactions", std::to_string(figures.transactions.size()));
-    writeFact(html, "Posted", periodOf(figures.days));
+    writeFact(html, "Posted", daysText(postedDays(figures)));
     writeFact(html, "Currency", history.currency.empty() ? "not stated" : history.currency);
     if (history.bankAccount) {
         writeFact(html, "Bank", history.bankAccount->bankID());
@@ -90,28 +100,7 @@ void writeGaps(HtmlWriter& html, const AccountFigures& figures) {
     html.write("</ul>\n");
 }
 
-}  // namespace
-
-std::string periodOf(const std::vector<DayFlow>& days) {
-    if (days.empty()) return {};
-    const std::string first = dayText(days.front().day);
-    const std::string last = dayText(days.back().day);
-    return first == last ? first : first + " to " + last;
-}
-
-void writeFact(HtmlWriter& html, std::string_view label, OptionalText text) {
-    if (!text || text->empty()) return;
-    html.write("<div><dt>{}</dt><dd><bdi>{}</bdi></dd></div>\n", label, *text);
-}
-
-void writeFlowFacts(HtmlWriter& html, const Flow& flow) {
-    html.write(
-        "<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
-        "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
-        "<div><dt>Net</dt><dd>{}</dd></div>\n",
-        signedAmountText(flow.in), amountText(flow.out), signedAmountText(flow.net()));
-}
-
+/// The months and their sums as a table that is folded away.
 void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& currency) {
     if (months.empty()) return;
     html.write(
@@ -128,6 +117,8 @@ void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const s
             amountText(month.flow.out), signedAmountText(month.flow.net()));
     html.write("</tbody>\n</table></div></details>\n");
 }
+
+}  // namespace
 
 void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number) {
     writeHead(html, figures, number);

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "text_page/sections.h"
+#include "text/shown_values.h"
 
 namespace tool {
 namespace {
@@ -40,10 +40,6 @@ std::string amountText(const Sum& sum) { return sum.value() ? amountText(*sum.am
 
 std::string signedAmountText(const Sum& sum) {
     return sum.value() ? signedAmountText(*sum.amount()) : kNotRepresentable;
-}
-
-std::string withCurrency(const std::string& amount, const std::string& currency) {
-    return currency.empty() ? amount : amount + " " + currency;
 }
 
 }  // namespace tool

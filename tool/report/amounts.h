@@ -18,7 +18,4 @@ std::string numberText(const std::optional<brackwell::Decimal>& number);
 std::string amountText(const Sum& sum);
 std::string signedAmountText(const Sum& sum);
 
-/// "1,234.50 EUR"; the amount alone where the currency is not known.
-std::string withCurrency(const std::string& amount, const std::string& currency);
-
 }  // namespace tool

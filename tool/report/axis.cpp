@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "report/month.h"
+
 namespace tool {
 namespace {
 
@@ -66,6 +68,11 @@ std::string dayName(sys_days day) {
            monthName(date.year() / date.month()).substr(0, 3);
 }
 
+int monthNumber(sys_days day) noexcept {
+    const year_month_day date(day);
+    return numberOf(date.year() / date.month());
+}
+
 std::vector<Tick> dayTicks(sys_days first, sys_days last) {
     const auto count = (last - first).count();
     const std::chrono::days step((count + kMostTicks - 1) / kMostTicks);
@@ -119,27 +126,16 @@ ValueAxis valueAxis(double low, double high) {
 
 std::vector<Tick> timeTicks(sys_days first, sys_days last) {
     if (last - first <= std::chrono::days(75)) return dayTicks(first, last);
-    const year_month_day from(first);
-    const year_month_day until(last);
-    const auto numberOf = [](const year_month_day& date) {
-        return static_cast<int>(date.year()) * 12 + static_cast<int>(static_cast<unsigned>(date.month())) - 1;
-    };
-    const int step = monthStep(numberOf(until) - numberOf(from));
+    const int from = monthNumber(first);
+    const int until = monthNumber(last);
+    const int step = monthStep(until - from);
     std::vector<Tick> ticks;
-    for (int number = (numberOf(from) / step + 1) * step; number <= numberOf(until); number += step) {
-        const year_month month =
-            year(number / 12) / std::chrono::month(static_cast<unsigned>(number % 12) + 1);
+    for (int number = (from / step + 1) * step; number <= until; number += step) {
+        const year_month month = monthOf(number);
         const double day = static_cast<double>(sys_days(month / 1).time_since_epoch().count());
         ticks.push_back({day, step < 12 ? monthName(month) : std::to_string(number / 12)});
     }
     return ticks;
-}
-
-std::string monthName(year_month month) {
-    constexpr const char* names[] = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
-                                     "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
-    return names[static_cast<unsigned>(month.month()) - 1] +
-           (" " + std::to_string(static_cast<int>(month.year())));
 }
 
 }  // namespace tool

@@ -38,7 +38,4 @@ ValueAxis valueAxis(double low, double high);
 /// Up to seven days between two, labelled by day, month or year; values are days since 1970.
 std::vector<Tick> timeTicks(std::chrono::sys_days first, std::chrono::sys_days last);
 
-/// "Jan 2025"
-std::string monthName(std::chrono::year_month month);
-
 }  // namespace tool

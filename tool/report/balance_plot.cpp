@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "report/balance_plot.h"
+
 #include <algorithm>
 #include <cmath>
 
 #include "history/history.h"
 #include "report/amounts.h"
 #include "report/plot_frame.h"
-#include "report/plots.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
 
 namespace tool {
@@ -96,8 +98,6 @@ void writeCurve(HtmlWriter& html, const std::vector<Place>& places, const ValueA
     html.write("\"/>");
     endStretched(html);
 }
-
-std::string dayText(sys_days day) { return std::string(DateText(brackwell::Date(day)).day()); }
 
 /// "1,234.50 EUR on 2025-01-31"
 std::string pointText(const BalancePoint& point, const std::string& currency) {

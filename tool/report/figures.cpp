@@ -9,7 +9,7 @@
 #include "history/history.h"
 #include "money/foreign_amount.h"
 #include "text/mask.h"
-#include "text_page/sections.h"
+#include "text/shown_values.h"
 
 namespace tool {
 namespace {

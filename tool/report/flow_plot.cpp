@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "report/flow_plot.h"
+
 #include <algorithm>
 
 #include "report/amounts.h"
+#include "report/month.h"
 #include "report/plot_frame.h"
-#include "report/plots.h"
+#include "text/shown_values.h"
 
 namespace tool {
 namespace {
-
-using std::chrono::year_month;
 
 constexpr int kMostBars = 100;
 
@@ -23,10 +24,6 @@ struct Bar {
     int number = 0;  ///< of its unit, counted from the year 0
     Flow flow;
 };
-
-int numberOf(year_month month) noexcept {
-    return static_cast<int>(month.year()) * 12 + static_cast<int>(static_cast<unsigned>(month.month())) - 1;
-}
 
 /// The shortest unit of which there are not too many.
 const Unit& unitFor(const std::vector<MonthFlow>& months) noexcept {
@@ -48,10 +45,9 @@ std::vector<Bar> barsOf(const std::vector<MonthFlow>& months, const Unit& unit) 
 }
 
 std::string barName(int number, const Unit& unit) {
-    const int month = number * unit.months;
-    const auto name =
-        monthName(std::chrono::year(month / 12) / std::chrono::month(static_cast<unsigned>(month % 12) + 1));
-    return unit.months == 1 ? name : std::to_string(month / 12) + (unit.months == 12 ? "" : "s");
+    const auto month = monthOf(number * unit.months);
+    if (unit.months == 1) return monthName(month);
+    return std::to_string(static_cast<int>(month.year())) + (unit.months == 12 ? "" : "s");
 }
 
 double approximate(const Sum& sum) noexcept { return sum.value() ? tool::approximate(*sum.value()) : 0; }

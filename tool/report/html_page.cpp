@@ -1,36 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <algorithm>
+#include "report/html_page.h"
 
 #include "filter/filter.h"
 #include "history/history.h"
+#include "history/period.h"
+#include "report/account_section.h"
 #include "report/assets.h"
 #include "report/html_writer.h"
-#include "report/parts.h"
+#include "report/investment_section.h"
+#include "report/overview.h"
+#include "report/transaction_table.h"
 #include "text/value_text.h"
 
 namespace tool {
 namespace {
 
-struct Period {
-    std::optional<std::chrono::sys_days> first;
-    std::optional<std::chrono::sys_days> last;
-};
-
-void include(Period& period, std::chrono::sys_days day) {
-    period.first = std::min(period.first.value_or(day), day);
-    period.last = std::max(period.last.value_or(day), day);
-}
-
 Period periodOf(const Report& report) {
     Period period;
     for (const AccountFigures& account : report.accounts) {
         if (account.days.empty()) continue;
-        include(period, account.days.front().day);
-        include(period, account.days.back().day);
+        period.include(account.days.front().day);
+        period.include(account.days.back().day);
     }
     for (const InvestmentFigures& account : report.investments)
-        for (const Trade& trade : account.trades)
-            if (trade.date) include(period, dayOf(*trade.date));
+        for (const Trade& trade : account.trades) period.include(trade.date);
     return period;
 }
 
@@ -84,7 +77,7 @@ void writeTitle(HtmlWriter& html, const Report& report) {
                counted(report.accountCount(), "account", "accounts"),
                counted(transactions, "transaction", "transactions"));
     if (period.first)
-        html.write(", <time>{}</time> to <time>{}</time>", dayText(*period.first), dayText(*period.last));
+        html.write(", <time>{}</time> to <time>{}</time>", dayText(period.first), dayText(period.last));
     html.write("</p>\n");
     writeChoice(html, *report.filter);
     html.write("</header>\n");
@@ -133,10 +126,6 @@ void writeFoot(HtmlWriter& html) {
 }
 
 }  // namespace
-
-std::string dayText(const std::optional<brackwell::Date>& date) {
-    return date ? std::string(DateText(*date).day()) : std::string();
-}
 
 void writePage(HtmlWriter& html, const Report& report) {
     writeHead(html);

@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "report/investment_section.h"
+
 #include <algorithm>
 #include <cmath>
 #include <map>
 
+#include "history/period.h"
 #include "investments/facts.h"
 #include "report/amounts.h"
 #include "report/axis.h"
+#include "report/fact_list.h"
+#include "report/flow_plot.h"
 #include "report/html_writer.h"
-#include "report/parts.h"
-#include "report/plots.h"
-#include "text_page/sections.h"
+#include "text/shown_values.h"
+#include "text/value_text.h"
 
 namespace tool {
 namespace {
@@ -43,16 +47,10 @@ void writeHead(HtmlWriter& html, const InvestmentFigures& figures, std::size_t p
     html.write("</header>\n");
 }
 
-std::string periodOf(const std::vector<Trade>& trades) {
-    std::optional<Date> first;
-    std::optional<Date> last;
-    for (const Trade& trade : trades) {
-        if (!trade.date) continue;
-        first = std::min(first.value_or(*trade.date), *trade.date);
-        last = std::max(last.value_or(*trade.date), *trade.date);
-    }
-    if (!first || dayOf(*first) == dayOf(*last)) return dayText(first);
-    return dayText(first) + " to " + dayText(last);
+Period tradedDays(const std::vector<Trade>& trades) {
+    Period period;
+    for (const Trade& trade : trades) period.include(trade.date);
+    return period;
 }
 
 /// The OFX standard's percentages stand as they are, amounts with a currency of their own.
@@ -83,7 +81,7 @@ void writeFacts(HtmlWriter& html, const InvestmentFigures& figures) {
     writeBalances(html, figures.latest);
     if (!figures.trades.empty()) writeFlowFacts(html, figures.flow);
     writeFact(html, "Transactions", std::to_string(figures.trades.size()));
-    writeFact(html, "Traded", periodOf(figures.trades));
+    writeFact(html, "Traded", daysText(tradedDays(figures.trades)));
     writeFact(html, "Currency", account.currency.empty() ? "not stated" : account.currency);
     writeFact(html, "Broker", account.broker);
     html.write("</dl>\n");

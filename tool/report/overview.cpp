@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "report/overview.h"
+
 #include "history/history.h"
 #include "report/amounts.h"
 #include "report/html_writer.h"
-#include "report/parts.h"
+#include "text/value_text.h"
 
 namespace tool {
 namespace {

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "report/transaction_table.h"
+
 #include <algorithm>
 
 #include "filter/filter.h"
@@ -7,9 +9,8 @@
 #include "money/foreign_amount.h"
 #include "report/amounts.h"
 #include "report/html_writer.h"
-#include "report/parts.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
-#include "text_page/sections.h"
 
 namespace tool {
 namespace {

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "text/shown_values.h"
+
 #include "text/characters.h"
 #include "text/mask.h"
 #include "text/value_text.h"
-#include "text_page/sections.h"
 
 namespace tool {
 
@@ -28,12 +29,21 @@ std::string shownDate(std::optional<brackwell::Date> date) {
     return shown;
 }
 
+std::string shownPeriod(std::optional<brackwell::Date> start, std::optional<brackwell::Date> end) {
+    if (!start) return end ? "to " + shownDate(end) : "";
+    return end ? shownDate(start) + " to " + shownDate(end) : "from " + shownDate(start);
+}
+
 std::string shownAmount(const brackwell::Decimal& amount) {
     std::string text = amount.toString();
     const std::size_t point = text.find('.');
     if (point == std::string::npos) return text + ".00";
     if (text.size() - point == 2) text += '0';
     return text;
+}
+
+std::string withCurrency(const std::string& amount, brackwell::OptionalText currency) {
+    return currency && !currency->empty() ? amount + " " + std::string(*currency) : amount;
 }
 
 std::string shownUnits(const std::optional<brackwell::Decimal>& units) {

@@ -37,4 +37,8 @@ DateText::DateText(brackwell::Date date) noexcept {
     *place = 'Z';
 }
 
+std::string dayText(std::optional<brackwell::Date> date) {
+    return date ? std::string(DateText(*date).day()) : std::string();
+}
+
 }  // namespace tool

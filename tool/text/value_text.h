@@ -4,6 +4,8 @@
 #include <brackwell/platform.h>
 
 #include <array>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace tool {
@@ -21,5 +23,8 @@ public:
 private:
     std::array<char, 24> text_;
 };
+
+/// "2024-01-31", in UTC; "" for nothing.
+std::string dayText(std::optional<brackwell::Date> date);
 
 }  // namespace tool

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "text_page/account_list.h"
+
 #include <set>
 
 #include "accounts/account_names.h"
 #include "accounts/listed_accounts.h"
 #include "command_line/options.h"
+#include "text/shown_values.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 

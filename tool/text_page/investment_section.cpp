@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "text_page/investment_section.h"
+
 #include "accounts/account_number.h"
 #include "command_line/options.h"
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
 #include "money/foreign_amount.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
+#include "text_page/listed_balance.h"
+#include "text_page/plan_section.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 #include "text_page/totals.h"
@@ -16,18 +20,13 @@ namespace {
 
 using namespace brackwell;
 
-/// "12.50 EUR": with the currency, where there is one.
-std::string withSymbol(const std::string& amount, OptionalText currency) {
-    return currency && !currency->empty() ? amount + " " + std::string(*currency) : amount;
-}
-
 std::string amountText(const std::optional<Decimal>& amount) {
     return amount ? shownAmount(*amount) : std::string();
 }
 
 /// A day, or a text that is none, which is still worth seeing.
-std::string dayText(std::optional<Date> date, OptionalText text = std::nullopt) {
-    return date ? std::string(DateText(*date).day()) : visibleText(text.value_or(""));
+std::string dayOrText(std::optional<Date> date, OptionalText text) {
+    return date ? dayText(date) : visibleText(text.value_or(""));
 }
 
 void showListed(TextPage& page, const std::vector<ListedBalance>& balances, OptionalText statementCurrency) {
@@ -47,20 +46,13 @@ void showBalance(TextPage& page, const InvestmentBalance& balance, OptionalText 
     showListed(page, balance.listed(), statementCurrency);
 }
 
-std::string periodOf(const InvestmentStatement& statement) {
-    const std::string start = shownDate(statement.start());
-    const std::string end = shownDate(statement.end());
-    if (start.empty()) return end.empty() ? "" : "to " + end;
-    return end.empty() ? "from " + start : start + " to " + end;
-}
-
 void showFacts(TextPage& page, const InvestmentStatement& statement) {
     const auto account = statement.account();
     if (isTrouble(statement.status().get())) page.fact("Status", shownStatus(*statement.status()));
     if (account) page.fact("Broker", account->brokerID().text());
     page.fact("Currency", statement.currency());
     page.fact("As of", shownDate(statement.asOf()));
-    page.fact("Period", periodOf(statement));
+    page.fact("Period", shownPeriod(statement.start(), statement.end()));
     if (const auto balance = statement.balance()) showBalance(page, *balance, statement.currency());
     page.fact("Notice", statement.marketingInfo());
 }
@@ -95,7 +87,7 @@ Table::Row rowOf(const Position& position, const SecurityLookup& securities, Opt
         shownUnits(position.unitPrice()),
         amountText(position.marketValue()),
         visibleText(foreignSymbol(position.currency(), currency)),
-        dayText(position.priceDate(), position.text("priceDate")),
+        dayOrText(position.priceDate(), position.text("priceDate")),
     };
 }
 
@@ -104,7 +96,7 @@ void showWorth(TextPage& page, const InvestmentStatement& statement, const std::
     for (const Position& position : positions) worth.add(valueOf(position, statement));
     std::string text =
         std::to_string(positions.size()) + (positions.size() == 1 ? " position" : " positions");
-    text += ": worth " + withSymbol(shownSum(worth.positions), statement.currency());
+    text += ": worth " + withCurrency(shownSum(worth.positions), statement.currency());
     if (worth.withoutValue > 0) text += " (" + std::to_string(worth.withoutValue) + " without a value)";
     page.fact("Total", text);
 }
@@ -156,7 +148,7 @@ std::optional<Decimal> unitsOf(const InvestmentTransaction& transaction) {
 Table::Row rowOf(const InvestmentTransaction& transaction, const SecurityLookup& securities,
                  OptionalText currency) {
     return {
-        dayText(dateOf(transaction), writtenDateOf(transaction)),
+        dayOrText(dateOf(transaction), writtenDateOf(transaction)),
         kindInWords(transaction),
         subjectOf(transaction, securities),
         shownUnits(unitsOf(transaction)),
@@ -198,14 +190,6 @@ std::string headingOf(const InvestmentStatement& statement, bool isFull) {
 }
 
 }  // namespace
-
-std::string shownBalance(const ListedBalance& balance, OptionalText statementCurrency) {
-    if (!balance.value()) return std::string(balance.text("value").value_or(""));
-    if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
-    if (balance.type() == BalanceType::number) return balance.value()->toString();
-    return withSymbol(shownAmount(*balance.value()),
-                      visibleText(foreignSymbol(balance.currency(), statementCurrency)));
-}
 
 void showInvestments(TextPage& page, const InvestmentStatement& statement, const SecurityLookup& securities,
                      const Options& options) {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "text_page/plan_section.h"
+
 #include <algorithm>
 #include <array>
 
+#include "text/shown_values.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
+#include "text_page/listed_balance.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 

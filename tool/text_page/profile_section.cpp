@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "text_page/sections.h"
+#include "text_page/profile_section.h"
+
+#include "text/shown_values.h"
 #include "text_page/text_page.h"
 
 namespace tool {

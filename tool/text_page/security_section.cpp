@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "text_page/security_section.h"
+
 #include "command_line/options.h"
 #include "investments/facts.h"
 #include "investments/named_securities.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 
@@ -20,7 +22,7 @@ Table::Row rowOf(const Security& security) {
         visibleText(security.ticker().value_or("")),
         shownUnits(security.unitPrice()),
         currency ? visibleText(currency->symbol) : std::string(),
-        security.priceDate() ? std::string(DateText(*security.priceDate()).day()) : std::string(),
+        dayText(security.priceDate()),
     };
 }
 

@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "text_page/statement_section.h"
+
 #include "accounts/account_names.h"
 #include "command_line/options.h"
 #include "money/foreign_amount.h"
 #include "text/display_width.h"
+#include "text/shown_values.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
-#include "text_page/sections.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 #include "text_page/totals.h"
@@ -28,13 +30,6 @@ std::string headingOf(const brackwell::TvOFXAccountStatement& statement, bool is
     return "Credit card " + shownNumber(card->creditCardAccountFrom()->accountID(), isFull);
 }
 
-std::string periodOf(const brackwell::TvOFXAccountStatement& statement) {
-    const std::string start = shownDate(statement.transactionStartDateTime());
-    const std::string end = shownDate(statement.transactionEndDateTime());
-    if (start.empty()) return end.empty() ? "" : "to " + end;
-    return end.empty() ? "from " + start : start + " to " + end;
-}
-
 std::string balanceText(const std::optional<Decimal>& amount, std::optional<brackwell::Date> date) {
     if (!amount) return {};
     return shownAmount(*amount) + (date ? " on " + shownDate(date) : "");
@@ -48,7 +43,8 @@ void showFacts(TextPage& page, const brackwell::TvOFXAccountStatement& statement
         page.fact("Branch", bank->bankAccountFrom()->branchID());
     }
     page.fact("Currency", statement.defaultCurrency());
-    page.fact("Period", periodOf(statement));
+    page.fact("Period",
+              shownPeriod(statement.transactionStartDateTime(), statement.transactionEndDateTime()));
     page.fact("Balance", balanceText(statement.ledgerBalanceAmount(), statement.ledgerBalanceDateTime()));
     page.fact("Available",
               balanceText(statement.availableBalanceAmount(), statement.availableBalanceDateTime()));

@@ -1,21 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include "report/figures.h"
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report/flow.h"
 
 /// \file
-/// Drawings as inline SVG. What is drawn stretches with the page while texts keep their size: curves and
+/// A drawing as inline SVG. What is drawn stretches with the page while texts keep their size: curves and
 /// bars stand in an inner drawing of fixed coordinates, texts at percentages of the outer one.
 
 namespace tool {
 
 class HtmlWriter;
 
-/// The course of an account's balance as a line of steps, with dots for the balances that are stated.
-/// `id` belongs to no other drawing on the page.
-void writeBalancePlot(HtmlWriter& html, const AccountFigures& figures, std::string_view id);
-
-/// Money in and out as bars, by month where these are not too many. `name` says whose.
+/// Money in and out as bars, by month where these are not too many. `name` says whose; `id` belongs to no
+/// other drawing on the page.
 void writeFlowPlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& name,
                    const std::string& currency, std::string_view id);
 

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "text_page/listed_balance.h"
+
+#include "money/foreign_amount.h"
+#include "text/shown_values.h"
+#include "text/visible_text.h"
+
+namespace tool {
+
+using namespace brackwell;
+
+std::string shownBalance(const ListedBalance& balance, OptionalText statementCurrency) {
+    if (!balance.value()) return std::string(balance.text("value").value_or(""));
+    if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
+    if (balance.type() == BalanceType::number) return balance.value()->toString();
+    return withCurrency(shownAmount(*balance.value()),
+                        visibleText(foreignSymbol(balance.currency(), statementCurrency)));
+}
+
+}  // namespace tool
