@@ -3,7 +3,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <new>
 #include <optional>
+#include <string_view>
 
 #include "command_line/options.h"
 #include "commands/command.h"

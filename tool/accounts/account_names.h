@@ -3,6 +3,7 @@
 
 #include <brackwell/accounts.h>
 
+#include <iterator>
 #include <string_view>
 
 #include "history/history.h"

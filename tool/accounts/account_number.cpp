@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "accounts/account_number.h"
 
+#include <optional>
+
 namespace tool {
 
 using namespace brackwell;

@@ -2,6 +2,9 @@
 #include "command_line/filter_options.h"
 
 #include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstddef>
+#include <string_view>
 
 #include "text/characters.h"
 #include "text/folded_case.h"

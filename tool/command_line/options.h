@@ -3,6 +3,7 @@
 
 #include <brackwell/open.h>
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>

@@ -2,6 +2,10 @@
 #include "commands/commands.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "accounts/account_names.h"
 #include "history/history.h"

@@ -2,7 +2,11 @@
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
+#include <cstddef>
 #include <map>
+#include <optional>
+#include <string>
+#include <string_view>
 
 #include "csv/investment_table.h"
 #include "csv/row.h"

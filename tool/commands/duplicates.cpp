@@ -1,7 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "accounts/account_names.h"
 #include "history/history.h"

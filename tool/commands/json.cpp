@@ -2,6 +2,7 @@
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdint>
 
 #include "accounts/account_number.h"
 #include "accounts/listed_accounts.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
 
+#include <string_view>
+
 #include "input/run.h"
 #include "text/visible_text.h"
 

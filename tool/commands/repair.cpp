@@ -3,6 +3,10 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "console/messages.h"
 #include "input/run.h"

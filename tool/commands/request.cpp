@@ -3,6 +3,9 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <string>
 
 #include "console/messages.h"
 #include "input/run.h"

@@ -3,8 +3,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <map>
 #include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "accounts/listed_accounts.h"
 #include "input/run.h"

@@ -2,6 +2,8 @@
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
+#include <optional>
+#include <string_view>
 
 #include "input/run.h"
 #include "json/parse_tree.h"

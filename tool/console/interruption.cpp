@@ -6,6 +6,7 @@
 #include <array>
 #include <atomic>
 #include <climits>
+#include <cstddef>
 
 namespace tool {
 namespace {

@@ -3,7 +3,9 @@
 
 #include <unistd.h>
 
+#include <cstddef>
 #include <cstdio>
+#include <string>
 
 #include "text/visible_text.h"
 

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <cstring>
+#include <new>
 
 #include "console/memory.h"
 #include "console/messages.h"

@@ -5,6 +5,8 @@
 
 #include <chrono>
 #include <cstdio>
+#include <new>
+#include <string_view>
 #include <system_error>
 
 #include "console/terminal.h"

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cstdlib>
 #include <string_view>
+#include <system_error>
 
 namespace tool {
 namespace {

@@ -3,7 +3,11 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
+#include <optional>
 #include <span>
+#include <string_view>
+#include <vector>
 
 #include "csv/row.h"
 #include "investments/facts.h"

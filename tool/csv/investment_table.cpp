@@ -3,7 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <iterator>
+#include <string_view>
+#include <vector>
 
 #include "console/messages.h"
 #include "csv/investment_columns.h"

@@ -3,6 +3,7 @@
 
 #include <brackwell/platform.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 

@@ -4,6 +4,7 @@
 #include <brackwell/open.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "accounts/account_number.h"
 #include "filter/searched_text.h"

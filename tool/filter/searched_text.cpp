@@ -2,6 +2,8 @@
 #include "filter/searched_text.h"
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 #include "accounts/account_number.h"
 #include "text/folded_case.h"

@@ -4,6 +4,7 @@
 #include <brackwell/statements.h>
 
 #include <string>
+#include <vector>
 
 namespace tool {
 

@@ -3,9 +3,14 @@
 
 #include <brackwell/brackwell.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "filter/filter.h"

@@ -2,7 +2,10 @@
 #include "history/investment_history.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <set>
+#include <string_view>
 #include <utility>
 
 #include "investments/facts.h"

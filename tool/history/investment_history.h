@@ -3,9 +3,12 @@
 
 #include <brackwell/open.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "filter/filter.h"

@@ -3,9 +3,12 @@
 
 #include <brackwell/statements.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "input/error_lines.h"
 
+#include <string_view>
+
 #include "input/excerpt.h"
 
 namespace tool {

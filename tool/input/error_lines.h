@@ -3,6 +3,7 @@
 
 #include <brackwell/open.h>
 
+#include <cstddef>
 #include <string>
 
 namespace tool {

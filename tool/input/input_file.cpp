@@ -5,6 +5,10 @@
 
 #include <array>
 #include <cerrno>
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <utility>
 
 namespace tool {
 namespace {

@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <new>
 
 #include "console/messages.h"
 #include "console/terminal.h"

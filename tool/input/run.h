@@ -3,7 +3,9 @@
 
 #include <brackwell/brackwell.h>
 
+#include <cstddef>
 #include <functional>
+#include <string>
 
 #include "command_line/options.h"
 #include "console/output.h"

@@ -2,6 +2,8 @@
 #include "investments/facts.h"
 
 #include <array>
+#include <cstddef>
+#include <optional>
 
 #include "money/foreign_amount.h"
 

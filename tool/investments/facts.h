@@ -3,6 +3,8 @@
 
 #include <brackwell/investments.h>
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 

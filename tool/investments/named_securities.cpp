@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "investments/named_securities.h"
 
+#include <string_view>
+
 #include "text/folded_case.h"
 
 namespace tool {

@@ -3,6 +3,7 @@
 
 #include <brackwell/investments.h>
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>

@@ -2,6 +2,8 @@
 #include "investments/security_lookup.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "input/input_file.h"
 #include "input/run.h"

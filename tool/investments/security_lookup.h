@@ -4,6 +4,7 @@
 #include <brackwell/investments.h>
 
 #include <functional>
+#include <optional>
 
 namespace tool {
 

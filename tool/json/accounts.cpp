@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/accounts.h"
 
+#include <string_view>
+
 #include "accounts/listed_accounts.h"
 #include "filter/filter.h"
 #include "json/fields.h"

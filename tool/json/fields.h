@@ -4,9 +4,12 @@
 #include <brackwell/platform.h>
 
 #include <concepts>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <type_traits>
 
 #include "json/writer.h"
 #include "text/value_text.h"

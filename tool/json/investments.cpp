@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/investments.h"
 
+#include <optional>
+#include <string_view>
+#include <vector>
+
 #include "filter/filter.h"
 #include "json/accounts.h"
 #include "json/fields.h"

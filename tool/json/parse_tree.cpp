@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/parse_tree.h"
 
+#include <cstddef>
+#include <optional>
 #include <stack>
+#include <string_view>
 #include <utility>
 #include <variant>
+#include <vector>
 
 #include "json/writer.h"
 

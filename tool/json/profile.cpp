@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/profile.h"
 
+#include <string_view>
+
 #include "json/fields.h"
 #include "json/parse_tree.h"
 #include "json/responses.h"

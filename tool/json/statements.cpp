@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "json/statements.h"
 
+#include <cstddef>
+
 #include "filter/filter.h"
 #include "json/accounts.h"
 #include "json/fields.h"

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "money/amount.h"
 
+#include <cstddef>
 #include <string>
 
 namespace tool {

@@ -3,6 +3,7 @@
 
 #include <brackwell/investments.h>
 
+#include <optional>
 #include <string>
 
 #include "money/amount.h"

@@ -2,6 +2,9 @@
 #include "report/account_section.h"
 
 #include <algorithm>
+#include <chrono>
+#include <string>
+#include <vector>
 
 #include "history/history.h"
 #include "history/period.h"

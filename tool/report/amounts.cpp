@@ -2,6 +2,8 @@
 #include "report/amounts.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <optional>
 
 #include "text/shown_values.h"
 

@@ -2,7 +2,12 @@
 #include "report/balance_course.h"
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
+#include <iterator>
+#include <optional>
+#include <utility>
+#include <vector>
 
 #include "history/history.h"
 

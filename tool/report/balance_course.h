@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <chrono>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "report/flow.h"
 

@@ -2,7 +2,11 @@
 #include "report/balance_plot.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <cstddef>
+#include <string>
+#include <vector>
 
 #include "history/history.h"
 #include "report/amounts.h"

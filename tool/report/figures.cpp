@@ -1,8 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/figures.h"
 
+#include <chrono>
 #include <map>
+#include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "accounts/account_names.h"
 #include "command_line/options.h"

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/html_page.h"
 
+#include <chrono>
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "filter/filter.h"
 #include "history/history.h"
 #include "history/period.h"

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/html_writer.h"
 
+#include <cstddef>
+#include <system_error>
+
 #include "console/output.h"
 #include "text/visible_text.h"
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/investment_figures.h"
 
+#include <cstddef>
+#include <optional>
+#include <utility>
+
 #include "command_line/options.h"
 #include "investments/security_lookup.h"
 #include "report/figures.h"

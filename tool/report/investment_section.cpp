@@ -2,8 +2,13 @@
 #include "report/investment_section.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "history/period.h"
 #include "investments/facts.h"

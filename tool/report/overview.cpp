@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/overview.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+
 #include "history/history.h"
 #include "report/amounts.h"
 #include "report/html_writer.h"

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/plot_frame.h"
 
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace tool {
 

@@ -2,6 +2,12 @@
 #include "report/transaction_table.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "filter/filter.h"
 #include "history/history.h"

@@ -2,6 +2,8 @@
 #include "text/diff.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 namespace tool {
 namespace {

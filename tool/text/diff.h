@@ -3,6 +3,10 @@
 
 #include <brackwell/repair.h>
 
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace tool {
 
 /// The changes of a text as a unified diff with three lines of context, in time in proportion to the text.

@@ -2,6 +2,7 @@
 #include "text/folded_case.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include "text/characters.h"
 

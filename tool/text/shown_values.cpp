@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text/shown_values.h"
 
+#include <cstddef>
+#include <string_view>
+
 #include "text/characters.h"
 #include "text/mask.h"
 #include "text/value_text.h"

@@ -2,6 +2,7 @@
 #include "text/value_text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdint>
 
 namespace tool {

@@ -4,6 +4,7 @@
 #include <brackwell/platform.h>
 
 #include <algorithm>
+#include <cstddef>
 
 #include "text/characters.h"
 

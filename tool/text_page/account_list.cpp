@@ -2,6 +2,9 @@
 #include "text_page/account_list.h"
 
 #include <set>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "accounts/account_names.h"
 #include "accounts/listed_accounts.h"

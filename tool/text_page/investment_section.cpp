@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/investment_section.h"
 
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
 #include "accounts/account_number.h"
 #include "command_line/options.h"
 #include "investments/facts.h"

@@ -3,6 +3,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 #include "text/shown_values.h"
 #include "text/visible_text.h"

@@ -1,6 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/profile_section.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "text/shown_values.h"
 #include "text_page/text_page.h"
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/security_section.h"
 
+#include <string>
+#include <vector>
+
 #include "command_line/options.h"
 #include "investments/facts.h"
 #include "investments/named_securities.h"

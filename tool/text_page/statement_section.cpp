@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/statement_section.h"
 
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "accounts/account_names.h"
 #include "command_line/options.h"
 #include "money/foreign_amount.h"

@@ -2,6 +2,7 @@
 #include "text_page/table.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "text/display_width.h"
 #include "text_page/text_page.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/text_page.h"
 
+#include <cstddef>
+
 #include "console/output.h"
 #include "console/terminal.h"
 #include "text/characters.h"

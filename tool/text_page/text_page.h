@@ -3,6 +3,7 @@
 
 #include <brackwell/platform.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
