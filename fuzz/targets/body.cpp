@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "reading/body_parser.h"
+#include "parser/body_parser.h"
 #include "support/naive_body_parser.h"
 #include "support/tree_text.h"
 #include "target.h"

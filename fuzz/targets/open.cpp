@@ -5,8 +5,8 @@
 #include <functional>
 
 #include "open/survey.h"
-#include "platform/utf8.h"
-#include "reading/node_ref.h"
+#include "text/utf8.h"
+#include "tree/node_ref.h"
 #include "support/transcript.h"
 #include "target.h"
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/accounts.h>
 
-#include "model/element_table.h"
-#include "model/ofx_text.h"
+#include "fields/element_table.h"
+#include "fields/ofx_text.h"
 
 namespace brackwell {
 namespace {

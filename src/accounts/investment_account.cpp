@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/accounts.h>
 
-#include "reading/node_ref.h"
+#include "tree/node_ref.h"
 
 namespace brackwell {
 

@@ -3,7 +3,7 @@
 
 #include <brackwell/accounts.h>
 
-#include "model/element_table.h"
+#include "fields/element_table.h"
 
 namespace brackwell {
 

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/load_word.h"
+#include "memory/load_word.h"
 
 namespace brackwell {
 

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "reading/closing.h"
-#include "reading/element_names.h"
-#include "reading/node_ref.h"
+#include "parser/closing.h"
+#include "tree/element_names.h"
+#include "tree/node_ref.h"
 
 namespace brackwell {
 namespace {

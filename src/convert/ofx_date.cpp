@@ -2,7 +2,7 @@
 #include "convert/ofx_date.h"
 
 #include "convert/digit_pairs.h"
-#include "platform/ascii_digit.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell {
 namespace {

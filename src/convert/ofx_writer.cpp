@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "reading/node_ref.h"
+#include "tree/node_ref.h"
 
 namespace brackwell {
 

@@ -10,7 +10,7 @@
 #include <span>
 #include <string_view>
 
-#include "reading/element_names.h"
+#include "tree/element_names.h"
 
 /// \file
 /// The fields of an investment object as data. A field is one row: its getter's name, the rule that it is

@@ -12,9 +12,9 @@
 #include <vector>
 
 #include "investments/field_table.h"
-#include "reading/document.h"
-#include "reading/node_ref.h"
-#include "reading/pod_vector.h"
+#include "tree/document.h"
+#include "tree/node_ref.h"
+#include "memory/pod_vector.h"
 
 /// \file
 /// What is kept of one reading of a document. An object is a record: which fields it has, as bits, and where

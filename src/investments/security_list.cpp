@@ -6,7 +6,7 @@
 #include <functional>
 #include <numeric>
 
-#include "platform/ascii_case.h"
+#include "text/ascii_case.h"
 
 namespace brackwell {
 namespace {

@@ -2,7 +2,7 @@
 #include "open/account_types.h"
 
 #include "open/shown_text.h"
-#include "reading/node_ref.h"
+#include "tree/node_ref.h"
 
 namespace brackwell::opening {
 namespace {

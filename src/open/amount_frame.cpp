@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/ascii_digit.h"
-#include "platform/utf8.h"
+#include "text/ascii_digit.h"
+#include "text/utf8.h"
 
 namespace brackwell::opening {
 namespace {

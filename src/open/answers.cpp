@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "open/shown_text.h"
-#include "platform/ascii_case.h"
-#include "platform/ascii_digit.h"
-#include "reading/node_ref.h"
+#include "text/ascii_case.h"
+#include "text/ascii_digit.h"
+#include "tree/node_ref.h"
 
 namespace brackwell::opening {
 namespace {

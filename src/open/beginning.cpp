@@ -4,9 +4,9 @@
 #include <algorithm>
 
 #include "open/shown_text.h"
-#include "platform/ascii_case.h"
-#include "platform/ascii_digit.h"
-#include "platform/byte_order_marks.h"
+#include "text/ascii_case.h"
+#include "text/ascii_digit.h"
+#include "text/byte_order_marks.h"
 
 namespace brackwell::opening {
 namespace {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "reading/document.h"
+#include "tree/document.h"
 
 namespace brackwell::opening {
 

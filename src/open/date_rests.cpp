@@ -3,7 +3,7 @@
 
 #include "open/content.h"
 #include "open/shown_text.h"
-#include "platform/ascii_digit.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell::opening {
 namespace {

@@ -5,7 +5,7 @@
 
 #include "elements/roles.h"
 #include "open/shown_text.h"
-#include "reading/node_ref.h"
+#include "tree/node_ref.h"
 
 namespace brackwell::opening {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/open.h>
 
-#include "reading/tree_copy.h"
+#include "tree/tree_copy.h"
 
 namespace brackwell {
 namespace {

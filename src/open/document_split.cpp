@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <bit>
 
-#include "platform/ascii_case.h"
-#include "reading/byte_block.h"
+#include "text/ascii_case.h"
+#include "memory/byte_block.h"
 
 namespace brackwell::opening {
 namespace {

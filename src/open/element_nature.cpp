@@ -7,7 +7,7 @@
 
 #include "elements/roles.h"
 #include "open/known_elements.h"
-#include "platform/ascii_case.h"
+#include "text/ascii_case.h"
 #include "repair/markup.h"
 
 namespace brackwell::opening {

@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "elements/structure.h"
-#include "reading/element_names.h"
+#include "tree/element_names.h"
 
 namespace brackwell::opening {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "open/shown_text.h"
-#include "platform/ascii_case.h"
+#include "text/ascii_case.h"
 
 namespace brackwell::opening {
 namespace {

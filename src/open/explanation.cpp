@@ -6,9 +6,9 @@
 #include "open/error_with.h"
 #include "open/root_name.h"
 #include "open/shown_text.h"
-#include "platform/ascii_case.h"
-#include "platform/byte_order_marks.h"
-#include "platform/utf8.h"
+#include "text/ascii_case.h"
+#include "text/byte_order_marks.h"
+#include "text/utf8.h"
 #include "repair/repair.h"
 
 namespace brackwell::opening {

@@ -8,7 +8,7 @@
 
 #include "open/error_with.h"
 #include "open/shown_text.h"
-#include "platform/ascii_case.h"
+#include "text/ascii_case.h"
 
 namespace brackwell::opening {
 namespace {

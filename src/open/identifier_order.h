@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/load_word.h"
+#include "memory/load_word.h"
 
 namespace brackwell::opening {
 

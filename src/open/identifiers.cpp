@@ -4,8 +4,8 @@
 #include <bit>
 
 #include "open/shown_text.h"
-#include "platform/unpredictable_hash.h"
-#include "reading/node_ref.h"
+#include "memory/unpredictable_hash.h"
+#include "tree/node_ref.h"
 
 namespace brackwell::opening {
 namespace {

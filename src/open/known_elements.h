@@ -4,7 +4,7 @@
 #include <array>
 
 #include "elements/structure_tables.h"
-#include "reading/element_names.h"
+#include "tree/element_names.h"
 
 namespace brackwell::opening {
 

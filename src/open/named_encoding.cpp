@@ -6,9 +6,9 @@
 
 #include "open/parsing.h"
 #include "open/shown_text.h"
-#include "platform/ascii_case.h"
-#include "platform/utf8.h"
-#include "reading/node_ref.h"
+#include "text/ascii_case.h"
+#include "text/utf8.h"
+#include "tree/node_ref.h"
 
 namespace brackwell::opening {
 namespace {

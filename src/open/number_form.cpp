@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/ascii_digit.h"
-#include "platform/decimal_digits.h"
+#include "text/ascii_digit.h"
+#include "numbers/decimal_digits.h"
 
 namespace brackwell::opening {
 namespace {

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "elements/structure_tables.h"
-#include "reading/document.h"
+#include "tree/document.h"
 
 namespace brackwell::opening {
 

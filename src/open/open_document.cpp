@@ -28,8 +28,8 @@
 #include "open/survey.h"
 #include "open/text_place.h"
 #include "open/values.h"
-#include "platform/byte_order_marks.h"
-#include "reading/node_ref.h"
+#include "text/byte_order_marks.h"
+#include "tree/node_ref.h"
 #include "repair/front.h"
 
 /// \file

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/parsing.h"
 
-#include "platform/byte_order_marks.h"
-#include "reading/document_reader.h"
-#include "reading/header_reader.h"
+#include "text/byte_order_marks.h"
+#include "parser/document_reader.h"
+#include "parser/header_reader.h"
 #include "repair/repair.h"
 
 namespace brackwell::opening {

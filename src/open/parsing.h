@@ -3,7 +3,7 @@
 
 #include <brackwell/open.h>
 
-#include "reading/body_parser.h"
+#include "parser/body_parser.h"
 
 namespace brackwell::opening {
 

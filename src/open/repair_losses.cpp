@@ -5,7 +5,7 @@
 #include <array>
 
 #include "open/shown_text.h"
-#include "platform/text_parts.h"
+#include "text/text_parts.h"
 #include "repair/remains.h"
 
 namespace brackwell::opening {

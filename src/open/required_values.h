@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "reading/document.h"
+#include "tree/document.h"
 
 namespace brackwell::opening {
 

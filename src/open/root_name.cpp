@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "platform/ascii_case.h"
-#include "platform/text_parts.h"
+#include "text/ascii_case.h"
+#include "text/text_parts.h"
 
 namespace brackwell::opening {
 namespace {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/utf8.h"
+#include "text/utf8.h"
 
 namespace brackwell {
 namespace {

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
-#include "platform/ascii_case.h"
-#include "platform/ascii_digit.h"
-#include "platform/zone_text.h"
+#include "text/ascii_case.h"
+#include "text/ascii_digit.h"
+#include "dates/zone_text.h"
 
 namespace brackwell::opening {
 namespace {

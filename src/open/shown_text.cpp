@@ -5,8 +5,8 @@
 
 #include <algorithm>
 
-#include "platform/ascii_case.h"
-#include "platform/utf8.h"
+#include "text/ascii_case.h"
+#include "text/utf8.h"
 
 namespace brackwell::opening {
 namespace {

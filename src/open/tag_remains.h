@@ -2,7 +2,7 @@
 #pragma once
 
 #include "elements/structure.h"
-#include "reading/document.h"
+#include "tree/document.h"
 
 namespace brackwell::opening {
 

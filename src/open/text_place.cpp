@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <bit>
 
-#include "reading/byte_block.h"
+#include "memory/byte_block.h"
 
 namespace brackwell {
 

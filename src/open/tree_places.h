@@ -3,7 +3,7 @@
 
 #include <brackwell/open.h>
 
-#include "reading/document.h"
+#include "tree/document.h"
 
 namespace brackwell::opening {
 

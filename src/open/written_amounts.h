@@ -8,8 +8,8 @@
 
 #include "open/number_form.h"
 #include "open/written_value.h"
-#include "platform/ascii_digit.h"
-#include "platform/load_word.h"
+#include "text/ascii_digit.h"
+#include "memory/load_word.h"
 
 namespace brackwell::opening {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/profile.h>
 
-#include "model/description.h"
-#include "model/element_table.h"
+#include "fields/description.h"
+#include "fields/element_table.h"
 
 namespace brackwell {
 

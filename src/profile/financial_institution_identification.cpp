@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/profile.h>
 
-#include "model/description.h"
-#include "model/ofx_text.h"
-#include "reading/node_ref.h"
+#include "fields/description.h"
+#include "fields/ofx_text.h"
+#include "tree/node_ref.h"
 
 namespace brackwell {
 

@@ -3,7 +3,7 @@
 
 #include <brackwell/message_sets.h>
 
-#include "model/description.h"
+#include "fields/description.h"
 
 namespace brackwell {
 

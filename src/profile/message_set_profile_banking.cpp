@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/message_sets.h>
 
-#include "model/element_table.h"
+#include "fields/element_table.h"
 #include "profile/list_text.h"
 
 namespace brackwell {

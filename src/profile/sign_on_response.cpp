@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/profile.h>
 
-#include "model/description.h"
-#include "model/element_table.h"
-#include "model/ofx_text.h"
+#include "fields/description.h"
+#include "fields/element_table.h"
+#include "fields/ofx_text.h"
 
 namespace brackwell {
 namespace {

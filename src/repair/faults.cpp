@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "platform/ascii_case.h"
+#include "text/ascii_case.h"
 #include "repair/edit.h"
 #include "repair/markup.h"
 

@@ -8,9 +8,9 @@
 
 #include "elements/header_fields.h"
 #include "elements/structure.h"
-#include "platform/ascii_case.h"
-#include "platform/byte_order_marks.h"
-#include "platform/text_parts.h"
+#include "text/ascii_case.h"
+#include "text/byte_order_marks.h"
+#include "text/text_parts.h"
 #include "repair/markup.h"
 
 namespace brackwell::repair {

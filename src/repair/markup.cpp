@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/ascii_case.h"
-#include "platform/text_parts.h"
+#include "text/ascii_case.h"
+#include "text/text_parts.h"
 #include "repair/remains.h"
 
 namespace brackwell::repair {

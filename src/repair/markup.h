@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "elements/structure.h"
-#include "reading/name_table.h"
+#include "tree/name_table.h"
 #include "repair/edit.h"
 
 namespace brackwell::repair {

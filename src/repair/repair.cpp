@@ -5,7 +5,7 @@
 
 #include <optional>
 
-#include "reading/document_reader.h"
+#include "parser/document_reader.h"
 #include "repair/arrangement.h"
 #include "repair/changes.h"
 #include "repair/faults.h"

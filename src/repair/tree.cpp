@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-#include "reading/closing.h"
+#include "parser/closing.h"
 
 namespace brackwell::repair {
 namespace {

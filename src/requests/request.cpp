@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/requests.h>
 
-#include "model/ofx_text.h"
+#include "fields/ofx_text.h"
 
 namespace brackwell {
 

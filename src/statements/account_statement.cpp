@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/statements.h>
 
-#include "model/description.h"
-#include "model/element_table.h"
-#include "platform/large_pages.h"
-#include "platform/rollback.h"
+#include "fields/description.h"
+#include "fields/element_table.h"
+#include "memory/large_pages.h"
+#include "memory/rollback.h"
 
 namespace brackwell {
 namespace {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/statements.h>
 
-#include "reading/element_names.h"
+#include "tree/element_names.h"
 
 namespace brackwell {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "model/element_table.h"
-#include "platform/rollback.h"
+#include "fields/element_table.h"
+#include "memory/rollback.h"
 
 namespace brackwell {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "support/archive_copy.h"
 
-#include "platform/cbor.h"
+#include "archives/cbor.h"
 
 namespace brackwell::tests {
 

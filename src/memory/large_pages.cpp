@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "memory/large_pages.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+
+namespace brackwell {
+
+void preferLargePages(void* memory, std::size_t size) noexcept {
+#ifdef MADV_HUGEPAGE
+    constexpr std::size_t worthIt = std::size_t{4} << 20;
+    if (size < worthIt) return;
+    const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+    const std::uintptr_t inPage = reinterpret_cast<std::uintptr_t>(memory) % page;
+    // A wish: when it is not granted, the memory is there all the same.
+    static_cast<void>(madvise(static_cast<char*>(memory) - inPage, size + inPage, MADV_HUGEPAGE));
+#else
+    static_cast<void>(memory);
+    static_cast<void>(size);
+#endif
+}
+
+}  // namespace brackwell

@@ -1,0 +1,180 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/model.h>
+#include <brackwell/requests.h>
+#include <brackwell/statements.h>
+
+#include "memory/make_room.h"
+#include "tree/node_ref.h"
+
+namespace brackwell {
+
+using reading::element;
+using reading::NodeRef;
+
+namespace {
+
+/// Appends the account of each statement of a class, in order.
+template <class Statement, class Account>
+void appendAccounts(std::vector<std::shared_ptr<Account>>& accounts, const TvOFXResponseList& responses,
+                    const std::shared_ptr<Account>& (Statement::*account)() const noexcept) {
+    for (const auto& response : responses)
+        if (const auto* statement = dynamic_cast<const Statement*>(response.get()))
+            if ((statement->*account)()) accounts.push_back((statement->*account)());
+}
+
+/// The first statement of a class whose account is this very object.
+template <class Statement, class Account>
+std::shared_ptr<Statement> statementOf(const TvOFXAggregate* wanted, const TvOFXResponseList& responses,
+                                       const std::shared_ptr<Account>& (Statement::*account)()
+                                           const noexcept) {
+    if (wanted == nullptr) return nullptr;
+    for (const auto& response : responses)
+        if (auto statement = std::dynamic_pointer_cast<Statement>(response))
+            if ((*statement.*account)().get() == wanted) return statement;
+    return nullptr;
+}
+
+/// A header's element as a number; `version` when the header has none.
+std::uint64_t versionIn(const NodeRef& header, reading::NameID name, std::uint64_t version) noexcept {
+    const NodeRef value = header[name];
+    return value.isText() ? static_cast<std::uint64_t>(leadingInteger(value.text())) : version;
+}
+
+}  // namespace
+
+std::shared_ptr<TvOFXMessage> TvOFXMessage::initWithUserSettings(const TvOFXUserSettings&) {
+    auto message = std::make_shared<TvOFXMessage>();
+    message->texts_.set(headerData_, "OFXSGML");
+    message->headerVersion_ = message->ofxVersion_ < 200 ? 100 : 200;
+    for (const std::size_t field : {ofxSecurity_, compression_, oldFileUID_, nuFileUID_})
+        message->texts_.set(field, "NONE");
+    message->texts_.set(encoding_, "USASCII");
+    message->texts_.set(charset_, "1252");
+    return message;
+}
+
+void TvOFXMessage::processParserResult(const TvOFXParserResult& parserResult,
+                                       std::shared_ptr<const NumberFormatter> numberFormatter,
+                                       std::shared_ptr<const DateFormatter> dateFormatter) {
+    std::shared_ptr<TvOFXHelper> helper = TvOFXHelper::defaultHelper();
+    if (numberFormatter || dateFormatter) {
+        helper = std::make_shared<TvOFXHelper>();
+        helper->setAmountNumberFormatter(std::move(numberFormatter));
+        helper->setDateFormatter(std::move(dateFormatter));
+    }
+    TvOFXInterpreter interpreter(parserResult);
+    interpreter.setHelperObject(std::move(helper));
+    interpreter.interpret();
+    take(parserResult.ofxHeader, interpreter);
+}
+
+void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
+                        const TvOFXInterpreter& interpreter) {
+    const NodeRef header = headerDictionary ? NodeRef::of(*headerDictionary) : NodeRef();
+    internal::TextFields<textCount> texts = headerTexts(header);
+    takeResponses(interpreter);
+    // The texts are always overwritten, with nothing when the header lacks them.
+    texts_ = std::move(texts);
+    headerVersion_ = versionIn(header, element("OFXHEADER"), headerVersion_);
+    ofxVersion_ = versionIn(header, element("VERSION"), ofxVersion_);
+}
+
+internal::TextFields<TvOFXMessage::textCount> TvOFXMessage::headerTexts(const NodeRef& header) {
+    struct HeaderText {
+        Text field;
+        reading::NameID name;
+    };
+    constexpr std::array<HeaderText, textCount> names{{{headerData_, element("DATA")},
+                                                       {oldFileUID_, element("OLDFILEUID")},
+                                                       {nuFileUID_, element("NEWFILEUID")},
+                                                       {encoding_, element("ENCODING")},
+                                                       {charset_, element("CHARSET")},
+                                                       {ofxSecurity_, element("SECURITY")},
+                                                       {compression_, element("COMPRESSION")}}};
+    internal::TextFields<textCount> texts;
+    for (const auto& [field, name] : names)
+        if (const NodeRef value = header[name]; value.isText())
+            texts.setLeaf(field, *value.owner, value.index());
+    return texts;
+}
+
+void TvOFXMessage::takeResponses(const TvOFXInterpreter& interpreter) {
+    struct Taken {
+        TvOFXResponseList& list;
+        const TvOFXResponseList& more;
+    };
+    // The sign-on and sign-up lists are not taken, so account information is not carried along:
+    // intended.
+    const std::array<Taken, 8> all{{{bankingMsgSet_, interpreter.bankingMsgSetResponses()},
+                                    {creditCardMsgSet_, interpreter.creditCardMsgSetResponses()},
+                                    {investmentMsgSet_, interpreter.investmentMgsSetResponses()},
+                                    {interbankFundsMsgSet_, interpreter.interbankFundsMsgSetResponses()},
+                                    {wireFundsMsgSet_, interpreter.wireFundsMsgSetResponses()},
+                                    {billPaymentMsgSet_, interpreter.billPaymentMsgSetResponses()},
+                                    {emailMsgSet_, interpreter.emailMsgSetReponses()},
+                                    {secListMsgSet_, interpreter.investmentSecListMsgSetResponses()}}};
+    for (const auto& [list, more] : all) makeRoom(list, more.size());
+    for (const auto& [list, more] : all) list.insert(list.end(), more.begin(), more.end());
+    signonResponse_ = interpreter.signOnResponse();
+    profileResponse_ = interpreter.fiProfileResponse();
+}
+
+void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
+    if (!request) return;
+    const bool isSignUp = dynamic_cast<const TvOFXAccountInfoRequest*>(request.get()) != nullptr;
+    if (isSignUp) makeRoom(signupMsgSet_, 1);
+    std::vector<std::shared_ptr<TvOFXRequest>> first;
+    makeRoom(allRequests_ ? *allRequests_ : first, 1);
+    if (!allRequests_) allRequests_ = std::move(first);
+    allRequests_->push_back(request);
+    if (isSignUp) signupMsgSet_.push_back(request);
+    if (auto profile = std::dynamic_pointer_cast<TvOFXFIProfileRequest>(request))
+        profileRequest_ = std::move(profile);
+    request->setOfxVersion(ofxVersion_);
+}
+
+const std::vector<std::shared_ptr<TvOFXAggregate>>& TvOFXMessage::accountsFound() {
+    if (!accountsFound_) {
+        const auto banks = bankAccountsFound();
+        const auto cards = creditCardAccountsFound();
+        std::vector<std::shared_ptr<TvOFXAggregate>> accounts(banks.begin(), banks.end());
+        accounts.insert(accounts.end(), cards.begin(), cards.end());
+        accountsFound_ = std::move(accounts);
+    }
+    return *accountsFound_;
+}
+
+std::vector<std::shared_ptr<TvOFXBankAccount>> TvOFXMessage::bankAccountsFound() const {
+    std::vector<std::shared_ptr<TvOFXBankAccount>> accounts;
+    for (const auto& aggregate : signupMsgSet_)
+        if (const auto* response = dynamic_cast<const TvOFXAccountInfoResponse*>(aggregate.get()))
+            for (const auto& record : response->accountInfos())
+                if (const auto& block = record->bankAccountInfo(); block && block->bankAcctFrom())
+                    accounts.push_back(block->bankAcctFrom());
+    appendAccounts(accounts, bankingMsgSet_, &TvOFXStatementResponse::bankAccountFrom);
+    return accounts;
+}
+
+std::vector<std::shared_ptr<TvOFXCreditCardAccount>> TvOFXMessage::creditCardAccountsFound() const {
+    std::vector<std::shared_ptr<TvOFXCreditCardAccount>> accounts;
+    for (const auto& aggregate : signupMsgSet_)
+        if (const auto* response = dynamic_cast<const TvOFXAccountInfoResponse*>(aggregate.get()))
+            for (const auto& record : response->accountInfos())
+                if (const auto& block = record->creditCardAccountInfo();
+                    block && block->creditCardAccountFrom())
+                    accounts.push_back(block->creditCardAccountFrom());
+    appendAccounts(accounts, creditCardMsgSet_, &TvOFXCCStatementResponse::creditCardAccountFrom);
+    return accounts;
+}
+
+std::shared_ptr<TvOFXStatementResponse> TvOFXMessage::statementsForBankAccount(
+    const std::shared_ptr<const TvOFXAggregate>& account) const {
+    return statementOf(account.get(), bankingMsgSet_, &TvOFXStatementResponse::bankAccountFrom);
+}
+
+std::shared_ptr<TvOFXCCStatementResponse> TvOFXMessage::statementsForCreditCardAccount(
+    const std::shared_ptr<const TvOFXAggregate>& account) const {
+    return statementOf(account.get(), creditCardMsgSet_, &TvOFXCCStatementResponse::creditCardAccountFrom);
+}
+
+}  // namespace brackwell

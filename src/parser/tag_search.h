@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <bit>
+#include <string_view>
+
+#include "memory/byte_block.h"
+
+namespace brackwell::reading {
+
+/// The end of a text that runs to the next tag.
+struct TextEnd {
+    std::size_t position;    ///< where the "<" stands, or the end of all
+    bool hasEntity = false;  ///< a "&" stands before it
+};
+
+/// The searches in what is too short for a block; behind the end nothing is found.
+TextEnd findOpenByBytes(std::string_view text, std::size_t from) noexcept;
+std::size_t findMarkupByBytes(std::string_view text, std::size_t from) noexcept;
+std::size_t findCloseByBytes(std::string_view text, std::size_t from) noexcept;
+std::size_t findInkByBytes(std::string_view text, std::size_t from) noexcept;
+
+/// The next "<" at or behind `from`.
+template <class Block = ByteBlock>
+TextEnd findOpen(std::string_view text, std::size_t from) noexcept {
+    unsigned ampersands = 0;
+    for (; from + Block::size <= text.size(); from += Block::size) {
+        const Block block(text.data() + from);
+        const unsigned opens = block.equal('<');
+        ampersands |= block.equal('&') & ((opens & (0 - opens)) - 1);  // those before the first "<"
+        if (opens != 0) return {from + static_cast<unsigned>(std::countr_zero(opens)), ampersands != 0};
+    }
+    const TextEnd end = findOpenByBytes(text, from);
+    return {end.position, end.hasEntity || ampersands != 0};
+}
+
+/// Where the next "<", ">" or "&" stands at or behind `from`, or the text's end.
+template <class Block = ByteBlock>
+std::size_t findMarkup(std::string_view text, std::size_t from) noexcept {
+    for (; from + Block::size <= text.size(); from += Block::size) {
+        const Block block(text.data() + from);
+        if (const unsigned found = block.equal('<') | block.equal('>') | block.equal('&'); found != 0)
+            return from + static_cast<unsigned>(std::countr_zero(found));
+    }
+    return findMarkupByBytes(text, from);
+}
+
+/// Where the next byte stands that is neither a blank nor a control character, or the text's end.
+template <class Block = ByteBlock>
+std::size_t findInk(std::string_view text, std::size_t from) noexcept {
+    for (; from + Block::size <= text.size(); from += Block::size)
+        if (const unsigned found = Block(text.data() + from).atLeast('!'); found != 0)
+            return from + static_cast<unsigned>(std::countr_zero(found));
+    return findInkByBytes(text, from);
+}
+
+/// Where the next ">" stands at or behind `from`, or the text's end.
+template <class Block = ByteBlock>
+std::size_t findClose(std::string_view text, std::size_t from) noexcept {
+    for (; from + Block::size <= text.size(); from += Block::size)
+        if (const unsigned closes = Block(text.data() + from).equal('>'); closes != 0)
+            return from + static_cast<unsigned>(std::countr_zero(closes));
+    return findCloseByBytes(text, from);
+}
+
+}  // namespace brackwell::reading

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "memory/pod_vector.h"
+
+#include <doctest/doctest.h>
+
+using brackwell::reading::PodVector;
+
+TEST_CASE("a plain vector grows by one value or by many and keeps what it holds") {
+    PodVector<std::uint32_t> values;
+    CHECK(values.empty());
+    for (std::uint32_t i = 0; i < 1000; ++i) values.push(i);
+    std::uint32_t* more = values.append(1000);
+    for (std::uint32_t i = 0; i < 1000; ++i) more[i] = 1000 + i;
+    CHECK(values.append(0) == values.data() + 2000);
+    REQUIRE(values.size() == 2000);
+    for (std::uint32_t i = 0; i < 2000; ++i) REQUIRE(values[i] == i);
+    CHECK(values.back() == 1999);
+}
+
+TEST_CASE("a plain vector is cut from behind") {
+    PodVector<char> values;
+    for (const char c : {'a', 'b', 'c', 'd'}) values.push(c);
+    values.pop();
+    CHECK(values.back() == 'c');
+    values.truncate(1);
+    CHECK(values.size() == 1);
+    CHECK(values.back() == 'a');
+    values.push('x');
+    CHECK(values[1] == 'x');
+    values.truncate(0);
+    CHECK(values.empty());
+}
+
+TEST_CASE("reserving changes nothing but where values go") {
+    PodVector<int> values;
+    values.push(7);
+    values.reserve(1000);
+    CHECK(values.size() == 1);
+    const int* before = values.data();
+    for (int i = 0; i < 1000; ++i) values.push(i);
+    CHECK(values.data() == before);
+    CHECK(values[0] == 7);
+    CHECK(values[1000] == 999);
+}
+
+TEST_CASE("moving a plain vector hands its values over") {
+    PodVector<int> first;
+    first.push(1);
+    PodVector<int> second = std::move(first);
+    CHECK(second.size() == 1);
+    PodVector<int> third;
+    third.push(3);
+    third.push(4);
+    third = std::move(second);
+    CHECK(third.size() == 1);
+    CHECK(third[0] == 1);
+}
+
+TEST_CASE("a plain vector that cannot grow says so and keeps what it holds") {
+    PodVector<char> values;
+    values.push('x');
+    CHECK_THROWS_AS(values.append(std::size_t{1} << 32), std::bad_alloc);
+    CHECK_THROWS_AS(values.append((std::size_t{1} << 32) - 1), std::bad_alloc);
+    CHECK_THROWS_AS(values.append(std::size_t{1} << 60), std::bad_alloc);
+    CHECK_THROWS_AS(values.reserve(std::size_t{1} << 60), std::bad_alloc);
+    REQUIRE(values.size() == 1);
+    CHECK(values[0] == 'x');
+}
