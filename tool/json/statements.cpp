@@ -2,6 +2,10 @@
 #include "json/statements.h"
 
 #include <cstddef>
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <variant>
 
 #include "filter/filter.h"
 #include "json/accounts.h"
@@ -22,24 +26,45 @@ void writePayee(JsonWriter& json, const brackwell::TvOFXPayee& payee) {
     json.endObject();
 }
 
+using Transaction = brackwell::TvOFXStatementTransaction;
+
 /// The source text of a transaction, no further than to where the next one begins. It runs on when the close
 /// tag is missing or odd, often to the end of the document; all of them in full would be far longer than
 /// that.
-brackwell::OptionalText ownSourceText(const brackwell::TvOFXStatementTransaction& transaction) {
-    const brackwell::OptionalText text = transaction.originalDataString();
+std::string_view ownSourceText(std::string_view text) {
     constexpr std::string_view name = "STMTTRN";
-    if (!text || text->find(name) == text->npos) return text;
-    for (std::size_t open = text->find('<'); open != text->npos;) {
-        const std::size_t close = text->find('>', open);
-        if (close == text->npos) break;
-        if (brackwell::trimWhiteSpace(text->substr(open + 1, close - open - 1)) == name)
-            return text->substr(0, open);
-        open = text->find('<', close);
+    if (text.find(name) == text.npos) return text;
+    for (std::size_t open = text.find('<'); open != text.npos;) {
+        const std::size_t close = text.find('>', open);
+        if (close == text.npos) break;
+        if (brackwell::trimWhiteSpace(text.substr(open + 1, close - open - 1)) == name)
+            return text.substr(0, open);
+        open = text.find('<', close);
     }
     return text;
 }
 
-/// The fields behind the account.
+void writeValue(JsonWriter& json, std::string_view name, brackwell::OptionalText text) {
+    if (text && name == "originalDataString") text = ownSourceText(*text);
+    writeField(json, name, text);
+}
+void writeValue(JsonWriter& json, std::string_view name, const auto& dateOrAmount) {
+    writeField(json, name, dateOrAmount);
+}
+void writeValue(JsonWriter& json, std::string_view name,
+                const std::shared_ptr<brackwell::TvOFXPayee>& payee) {
+    writeField(json, name, payee, writePayee);
+}
+void writeValue(JsonWriter& json, std::string_view name,
+                const std::shared_ptr<brackwell::TvOFXBankAccount>& account) {
+    writeField(json, name, account, writeBankAccount);
+}
+void writeValue(JsonWriter& json, std::string_view name,
+                const std::shared_ptr<brackwell::TvOFXCreditCardAccount>& account) {
+    writeField(json, name, account, writeCreditCardAccount);
+}
+
+/// The fields after the account.
 void writeAccountStatement(JsonWriter& json, const brackwell::TvOFXAccountStatement& statement,
                            const Filter& filter) {
     writeField(json, "transactionStartDateTime", statement.transactionStartDateTime());
@@ -64,30 +89,10 @@ void writeCurrency(JsonWriter& json, std::string_view name,
     json.endObject();
 }
 
-void writeTransaction(JsonWriter& json, const brackwell::TvOFXStatementTransaction& transaction) {
+void writeTransaction(JsonWriter& json, const Transaction& transaction) {
     json.beginObject();
-    writeField(json, "transactionType", transaction.transactionType());
-    writeField(json, "datePosted", transaction.datePosted());
-    writeField(json, "dateUserInit", transaction.dateUserInit());
-    writeField(json, "dateFundsAvailable", transaction.dateFundsAvailable());
-    writeField(json, "amount", transaction.amount());
-    writeField(json, "fiTransactionID", transaction.fiTransactionID());
-    writeField(json, "correctionFITID", transaction.correctionFITID());
-    writeField(json, "correctionAction", transaction.correctionAction());
-    writeField(json, "serverTransactionID", transaction.serverTransactionID());
-    writeField(json, "checkOrReferenceNumber", transaction.checkOrReferenceNumber());
-    writeField(json, "referenceNumber", transaction.referenceNumber());
-    writeField(json, "standardIndustrialCode", transaction.standardIndustrialCode());
-    writeField(json, "payeeID", transaction.payeeID());
-    writeField(json, "payeeName", transaction.payeeName());
-    writeField(json, "payee", transaction.payee(), writePayee);
-    writeField(json, "bankAccountTo", transaction.bankAccountTo(), writeBankAccount);
-    writeField(json, "creditCardAccountTo", transaction.creditCardAccountTo(), writeCreditCardAccount);
-    writeField(json, "memo", transaction.memo());
-    writeField(json, "currency", transaction.currency());
-    writeField(json, "origCurrency", transaction.origCurrency());
-    writeField(json, "originalDataString", ownSourceText(transaction));
-    writeField(json, "originalDatePostedString", transaction.originalDatePostedString());
+    for (const Transaction::Field& field : Transaction::fields())
+        std::visit([&](const auto get) { writeValue(json, field.name, (transaction.*get)()); }, field.get);
     // The getters have a text only, which most documents do not have here.
     if (!transaction.currency() && !transaction.origCurrency())
         writeCurrency(json, "transactionCurrency", currencyOf(transaction));
