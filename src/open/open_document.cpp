@@ -1,6 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 #include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "open/account_types.h"
 #include "open/accounting.h"
@@ -28,9 +37,9 @@
 #include "open/survey.h"
 #include "open/text_place.h"
 #include "open/values.h"
+#include "repair/front.h"
 #include "text/byte_order_marks.h"
 #include "tree/node_ref.h"
-#include "repair/front.h"
 
 /// \file
 /// The road of one document: parse, survey the tree, make the objects, count what they deliver; when the
@@ -167,9 +176,11 @@ Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDa
     return content;
 }
 
-/// A set of names with a bit for each; names that are no field of a header have none.
+/// A set of the fields of headers, which are next to each other among the names; other names have no bit in
+/// it.
 constexpr std::uint32_t fieldBit(reading::NameID name) noexcept {
-    return name < 32 ? std::uint32_t{1} << name : 0;
+    constexpr reading::NameID first = element("OFXHEADER");
+    return name >= first && name - first < 32 ? std::uint32_t{1} << (name - first) : 0;
 }
 constexpr std::uint32_t kFieldsOfBoth = fieldBit(element("VERSION")) | fieldBit(element("SECURITY")) |
                                         fieldBit(element("OLDFILEUID")) | fieldBit(element("NEWFILEUID"));
