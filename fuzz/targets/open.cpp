@@ -5,10 +5,10 @@
 #include <functional>
 
 #include "open/survey.h"
-#include "text/utf8.h"
-#include "tree/node_ref.h"
 #include "support/transcript.h"
 #include "target.h"
+#include "text/utf8.h"
+#include "tree/node_ref.h"
 
 /// \file
 /// A file as an application opens it, with the default options, as it is, and within limits.

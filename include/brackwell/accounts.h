@@ -12,6 +12,14 @@
 #include <brackwell/internal/text_fields.h>
 #include <brackwell/model.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace brackwell {
 
 // ---------------------------------------------------------------------------------------------

@@ -10,7 +10,12 @@
 
 #include <brackwell/reading.h>
 
+#include <array>
 #include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 
 namespace brackwell {
 

@@ -6,6 +6,7 @@
 
 #include <brackwell/accounts.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <memory>

@@ -25,6 +25,12 @@
 #include <brackwell/investment_records.h>
 #include <brackwell/statements.h>
 
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <utility>
+#include <vector>
+
 namespace brackwell {
 
 // ---------------------------------------------------------------------------------------------

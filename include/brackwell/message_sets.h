@@ -11,6 +11,15 @@
 #include <brackwell/internal/text_fields.h>
 #include <brackwell/model.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 namespace brackwell {
 
 /// The values of an element that may repeat; absent and empty are different. The values are those of

@@ -19,7 +19,17 @@
 #include <brackwell/convert.h>
 #include <brackwell/internal/text_fields.h>
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace brackwell {
 

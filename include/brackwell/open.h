@@ -30,8 +30,15 @@
 #include <brackwell/repair.h>
 #include <brackwell/statements.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <limits>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
 
 namespace brackwell {
 

@@ -18,6 +18,15 @@
 #include <brackwell/internal/text_fields.h>
 #include <brackwell/message_sets.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 namespace brackwell {
 
 // ---------------------------------------------------------------------------------------------

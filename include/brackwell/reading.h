@@ -19,9 +19,16 @@
 
 #include <brackwell/platform.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <iterator>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace brackwell {
 

@@ -72,6 +72,12 @@
 
 #include <brackwell/platform.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace brackwell {
 
 /// Which documents are repaired. Any other is returned as it is, byte for byte.

@@ -12,6 +12,14 @@
 
 #include <brackwell/model.h>
 
+#include <cstdint>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
 namespace brackwell {
 
 /// The base of all requests.

@@ -11,8 +11,16 @@
 #include <brackwell/accounts.h>
 #include <brackwell/internal/text_fields.h>
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 #include <variant>
+#include <vector>
 
 namespace brackwell {
 

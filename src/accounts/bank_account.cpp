@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/accounts.h>
 
+#include <array>
+
 #include "fields/element_table.h"
 #include "fields/ofx_text.h"
 

@@ -3,6 +3,8 @@
 
 #include <brackwell/accounts.h>
 
+#include <array>
+
 #include "fields/element_table.h"
 
 namespace brackwell {

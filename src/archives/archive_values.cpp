@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "archives/archive_values.h"
 
+#include <chrono>
+#include <cstdint>
+
 #include "archives/cbor.h"
 #include "numbers/decimal_coefficient.h"
 

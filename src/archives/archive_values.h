@@ -3,6 +3,10 @@
 
 #include <brackwell/platform.h>
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 /// \file
 /// How dates and decimal numbers stand in an archive: as integers, so that they are exact. Each value has one
 /// form only. The functions that take a value also take some of its other forms; who must know compares

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/convert.h>
 
+#include <utility>
+
 #include "convert/ofx_date.h"
 
 namespace brackwell {

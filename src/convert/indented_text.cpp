@@ -2,6 +2,9 @@
 #include <brackwell/convert.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <vector>
 
 #include "parser/closing.h"
 #include "tree/element_names.h"

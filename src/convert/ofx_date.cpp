@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "convert/ofx_date.h"
 
+#include <chrono>
+#include <cstddef>
+
 #include "convert/digit_pairs.h"
 #include "text/ascii_digit.h"
 

@@ -3,6 +3,9 @@
 
 #include <brackwell/platform.h>
 
+#include <optional>
+#include <string_view>
+
 namespace brackwell {
 
 /// The date of an OFX text by the built-in formats, always as UTC. It gives what the formatters of

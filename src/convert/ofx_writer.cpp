@@ -2,6 +2,8 @@
 #include <brackwell/convert.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <vector>
 
 #include "tree/node_ref.h"
 

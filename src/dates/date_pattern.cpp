@@ -5,10 +5,11 @@
 #include <array>
 #include <iterator>
 #include <optional>
+#include <utility>
 
+#include "dates/zone_text.h"
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
-#include "dates/zone_text.h"
 
 namespace brackwell {
 

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
+#include <cstddef>
 
+#include "dates/zone_text.h"
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
-#include "dates/zone_text.h"
 
 namespace brackwell {
 

@@ -2,6 +2,7 @@
 #include "dates/date_writer.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
 
 #include "dates/civil_time.h"

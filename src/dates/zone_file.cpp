@@ -4,8 +4,11 @@
 #include <brackwell/platform.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <cstdlib>
+#include <iterator>
 #include <string>
+#include <utility>
 
 #include "text/ascii_digit.h"
 

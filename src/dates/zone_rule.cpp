@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstddef>
 #include <limits>
+#include <utility>
 
-#include "text/ascii_digit.h"
 #include "dates/civil_time.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell {
 

@@ -5,9 +5,9 @@
 #include <array>
 #include <cstdint>
 
+#include "dates/civil_time.h"
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
-#include "dates/civil_time.h"
 
 namespace brackwell {
 

@@ -4,6 +4,7 @@
 #include <brackwell/platform.h>
 
 #include <chrono>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "elements/structure.h"
 
+#include <array>
+
 #include "elements/structure_tables.h"
 
 namespace brackwell::elements {

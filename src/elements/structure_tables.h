@@ -3,6 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string_view>
 
 #include "elements/structure.h"
 

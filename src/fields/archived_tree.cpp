@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "fields/archived_tree.h"
 
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
 #include "tree/node_ref.h"
 
 namespace brackwell {

@@ -3,6 +3,9 @@
 
 #include <brackwell/reading.h>
 
+#include <optional>
+#include <string_view>
+
 namespace brackwell {
 
 /// Writes a parse dictionary under a key: a list of names, each followed by its text or by the list of

@@ -3,6 +3,10 @@
 
 #include <brackwell/platform.h>
 
+#include <optional>
+#include <string>
+#include <string_view>
+
 /// \file
 /// How values read in the descriptions of objects.
 

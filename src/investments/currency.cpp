@@ -2,6 +2,7 @@
 #include "investments/currency.h"
 
 #include <algorithm>
+#include <cstdint>
 
 #include "investments/getters.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/investments.h>
 
+#include <cstddef>
+
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
 #include "investments/records.h"

@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/investment_records.h>
 
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <span>
+
 #include "investments/getters.h"
 
 namespace brackwell {

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
+#include <cstdint>
+#include <string_view>
+
 #include "investments/records.h"
 
 /// \file

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "investments/records.h"
 
+#include <string_view>
+
 #include "investments/field_tables.h"
 
 namespace brackwell::investments {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -12,9 +13,9 @@
 #include <vector>
 
 #include "investments/field_table.h"
+#include "memory/pod_vector.h"
 #include "tree/document.h"
 #include "tree/node_ref.h"
-#include "memory/pod_vector.h"
 
 /// \file
 /// What is kept of one reading of a document. An object is a record: which fields it has, as bits, and where

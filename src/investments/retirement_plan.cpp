@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/investments.h>
 
+#include <string_view>
+
 #include "investments/getters.h"
 
 namespace brackwell {

@@ -5,6 +5,7 @@
 #include <compare>
 #include <functional>
 #include <numeric>
+#include <string_view>
 
 #include "text/ascii_case.h"
 

@@ -3,6 +3,11 @@
 
 #include <brackwell/investments.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+
 #include "investments/currency.h"
 #include "investments/getters.h"
 

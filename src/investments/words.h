@@ -3,7 +3,9 @@
 
 #include <brackwell/investment_records.h>
 
+#include <optional>
 #include <span>
+#include <string_view>
 
 /// \file
 /// The words of closed lists. An enumerator without a word is `unknown`.

@@ -6,6 +6,7 @@
 
 #include <bit>
 #include <chrono>
+#include <cstddef>
 #include <cstring>
 
 namespace brackwell {

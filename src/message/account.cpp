@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/accounts.h>
 
+#include <utility>
+
 namespace brackwell {
 namespace {
 

@@ -3,6 +3,8 @@
 #include <brackwell/profile.h>
 #include <brackwell/statements.h>
 
+#include <type_traits>
+
 #include "elements/roles.h"
 #include "fields/wrapper_name.h"
 #include "memory/make_room.h"

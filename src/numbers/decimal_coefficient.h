@@ -4,6 +4,9 @@
 #include <brackwell/platform.h>
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 
 namespace brackwell {
 

@@ -1,10 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 #include <string_view>
 
-#include "text/ascii_digit.h"
 #include "numbers/decimal_coefficient.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell {
 

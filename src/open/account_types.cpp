@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/account_types.h"
 
+#include <cstddef>
+
 #include "open/shown_text.h"
 #include "tree/node_ref.h"
 

@@ -2,7 +2,9 @@
 #include "open/accounting.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
+#include <string_view>
 
 #include "elements/roles.h"
 #include "investments/record_names.h"

@@ -1,4 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
 #include "open/accounting.h"
 #include "open/shown_text.h"
 #include "repair/remains.h"

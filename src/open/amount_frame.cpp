@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
 #include "text/ascii_digit.h"
 #include "text/utf8.h"

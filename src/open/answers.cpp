@@ -2,6 +2,15 @@
 #include "open/answers.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+#include <utility>
 
 #include "open/shown_text.h"
 #include "text/ascii_case.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <vector>
+
 #include "open/finding_list.h"
 #include "open/response_kind.h"
 #include "open/tree_places.h"

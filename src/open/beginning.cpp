@@ -2,6 +2,7 @@
 #include "open/beginning.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "open/shown_text.h"
 #include "text/ascii_case.h"

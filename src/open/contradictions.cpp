@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/contradictions.h"
 
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
 #include "tree/node_ref.h"
 
 namespace brackwell::opening {

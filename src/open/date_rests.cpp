@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/date_rests.h"
 
+#include <cstddef>
+#include <cstdint>
+
 #include "open/content.h"
 #include "open/shown_text.h"
 #include "text/ascii_digit.h"

@@ -2,6 +2,12 @@
 #include "open/delivery.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
 
 #include "elements/roles.h"
 #include "open/shown_text.h"

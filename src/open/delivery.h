@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <vector>
+
 #include "open/content.h"
 #include "open/finding_list.h"
 #include "open/response_kind.h"

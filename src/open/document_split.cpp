@@ -3,9 +3,10 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstddef>
 
-#include "text/ascii_case.h"
 #include "memory/byte_block.h"
+#include "text/ascii_case.h"
 
 namespace brackwell::opening {
 namespace {

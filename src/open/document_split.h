@@ -3,6 +3,9 @@
 
 #include <brackwell/open.h>
 
+#include <string_view>
+#include <vector>
+
 namespace brackwell::opening {
 
 /// The documents that stand one after the other in a file, each with what stands before it. A file of one

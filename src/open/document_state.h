@@ -3,6 +3,10 @@
 
 #include <brackwell/open.h>
 
+#include <memory>
+#include <string_view>
+#include <vector>
+
 #include "open/written_dates.h"
 
 namespace brackwell::opening {

@@ -4,11 +4,12 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "elements/roles.h"
 #include "open/known_elements.h"
-#include "text/ascii_case.h"
 #include "repair/markup.h"
+#include "text/ascii_case.h"
 
 namespace brackwell::opening {
 namespace {

@@ -2,6 +2,9 @@
 #include "open/ending.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
+#include <utility>
 
 #include "open/shown_text.h"
 #include "text/ascii_case.h"

@@ -3,6 +3,7 @@
 
 #include <brackwell/open.h>
 
+#include <string>
 #include <utility>
 
 namespace brackwell::opening {

@@ -2,14 +2,17 @@
 #include "open/explanation.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
 
 #include "open/error_with.h"
 #include "open/root_name.h"
 #include "open/shown_text.h"
+#include "repair/repair.h"
 #include "text/ascii_case.h"
 #include "text/byte_order_marks.h"
 #include "text/utf8.h"
-#include "repair/repair.h"
 
 namespace brackwell::opening {
 namespace {

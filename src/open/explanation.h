@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <optional>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "open/parsing.h"

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/file_findings.h"
 
+#include <optional>
+#include <string>
+#include <utility>
+
 namespace brackwell::opening {
 
 void FileFindings::add(Finding finding) {

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <vector>
+
 #include "open/finding_list.h"
 
 namespace brackwell::opening {

@@ -4,7 +4,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <new>
+#include <optional>
+#include <utility>
 
 #include "open/error_with.h"
 #include "open/shown_text.h"

@@ -3,6 +3,10 @@
 
 #include <brackwell/open.h>
 
+#include <cstddef>
+#include <string>
+#include <string_view>
+
 namespace brackwell::opening {
 
 /// The bytes of a file, or why there are none.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <numeric>
 #include <tuple>
+#include <utility>
 
 #include "open/text_place.h"
 

@@ -2,9 +2,14 @@
 #include "open/identifiers.h"
 
 #include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
 
-#include "open/shown_text.h"
 #include "memory/unpredictable_hash.h"
+#include "open/shown_text.h"
 #include "tree/node_ref.h"
 
 namespace brackwell::opening {

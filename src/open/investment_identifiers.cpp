@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/investment_identifiers.h"
 
+#include <cstddef>
+#include <string_view>
 #include <unordered_map>
 
-#include "open/shown_text.h"
 #include "memory/unpredictable_hash.h"
+#include "open/shown_text.h"
 #include "tree/node_ref.h"
 
 namespace brackwell::opening {

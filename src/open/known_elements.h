@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 #include "elements/structure_tables.h"
 #include "tree/element_names.h"

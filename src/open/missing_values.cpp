@@ -2,6 +2,10 @@
 #include "open/missing_values.h"
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
 
 #include "open/shown_text.h"
 

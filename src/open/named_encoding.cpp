@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <string>
 
 #include "open/parsing.h"
 #include "open/shown_text.h"

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
 #include "open/finding_list.h"
 
 namespace brackwell::opening {

@@ -3,9 +3,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 
-#include "text/ascii_digit.h"
 #include "numbers/decimal_digits.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell::opening {
 namespace {

@@ -4,6 +4,8 @@
 #include <brackwell/platform.h>
 
 #include <cstdint>
+#include <optional>
+#include <string_view>
 
 namespace brackwell::opening {
 

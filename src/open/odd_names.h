@@ -2,6 +2,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
 
 #include "elements/structure_tables.h"
 #include "tree/document.h"

@@ -2,6 +2,8 @@
 #include <brackwell/open.h>
 
 #include <algorithm>
+#include <type_traits>
+#include <utility>
 
 #include "open/document_state.h"
 #include "open/file_findings.h"

@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/parsing.h"
 
-#include "text/byte_order_marks.h"
+#include <cstddef>
+#include <optional>
+#include <vector>
+
 #include "parser/document_reader.h"
 #include "parser/header_reader.h"
 #include "repair/repair.h"
+#include "text/byte_order_marks.h"
 
 namespace brackwell::opening {
 namespace {

@@ -3,6 +3,10 @@
 
 #include <brackwell/open.h>
 
+#include <cstdint>
+#include <string>
+#include <string_view>
+
 #include "parser/body_parser.h"
 
 namespace brackwell::opening {

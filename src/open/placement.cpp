@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/placement.h"
 
+#include <string>
+
 #include "open/shown_text.h"
 
 namespace brackwell::opening {

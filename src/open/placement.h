@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+
 #include "open/finding_list.h"
 #include "open/tree_places.h"
 

@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <iterator>
 
 #include "open/shown_text.h"
-#include "text/text_parts.h"
 #include "repair/remains.h"
+#include "text/text_parts.h"
 
 namespace brackwell::opening {
 namespace {

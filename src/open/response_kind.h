@@ -3,7 +3,9 @@
 
 #include <brackwell/statements.h>
 
+#include <memory>
 #include <typeinfo>
+#include <vector>
 
 namespace brackwell::opening {
 

@@ -2,6 +2,8 @@
 #include "open/rival_values.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 
 #include "investments/records.h"
 #include "open/shown_text.h"

@@ -2,6 +2,7 @@
 #include "open/root_name.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "text/ascii_case.h"
 #include "text/text_parts.h"

@@ -2,10 +2,12 @@
 #include "open/separated_date.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
 
+#include "dates/zone_text.h"
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
-#include "dates/zone_text.h"
 
 namespace brackwell::opening {
 namespace {

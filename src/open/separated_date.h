@@ -5,6 +5,8 @@
 
 #include <array>
 #include <chrono>
+#include <optional>
+#include <string_view>
 
 namespace brackwell::opening {
 

@@ -2,6 +2,11 @@
 #include "open/survey.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 #include "open/date_rests.h"
 #include "open/judged_places.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+
 #include "open/content.h"
 #include "open/identifier_order.h"
 #include "open/placement.h"

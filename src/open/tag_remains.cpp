@@ -2,6 +2,7 @@
 #include "open/tag_remains.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "repair/remains.h"
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
+#include <string_view>
+
 #include "elements/structure.h"
 #include "tree/document.h"
 

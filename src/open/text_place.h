@@ -3,6 +3,9 @@
 
 #include <brackwell/open.h>
 
+#include <cstddef>
+#include <string_view>
+
 namespace brackwell::opening {
 
 /// Counts lines and columns on the way through a text, so that many places cost one walk.

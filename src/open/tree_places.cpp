@@ -2,6 +2,8 @@
 #include "open/tree_places.h"
 
 #include <algorithm>
+#include <string>
+#include <string_view>
 
 namespace brackwell::opening {
 

@@ -3,6 +3,11 @@
 
 #include <brackwell/open.h>
 
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
 #include "tree/document.h"
 
 namespace brackwell::opening {

@@ -1,6 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/values.h"
 
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
 #include "open/shown_text.h"
 
 namespace brackwell::opening {

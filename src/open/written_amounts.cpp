@@ -3,6 +3,9 @@
 
 #include <brackwell/convert.h>
 
+#include <optional>
+#include <string>
+
 #include "open/amount_frame.h"
 
 namespace brackwell::opening {

@@ -3,13 +3,15 @@
 
 #include <brackwell/platform.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
+#include "memory/load_word.h"
 #include "open/number_form.h"
 #include "open/written_value.h"
 #include "text/ascii_digit.h"
-#include "memory/load_word.h"
 
 namespace brackwell::opening {
 

@@ -2,6 +2,8 @@
 #include "open/written_dates.h"
 
 #include <array>
+#include <chrono>
+#include <string>
 #include <string_view>
 
 #include "convert/ofx_date.h"

@@ -4,7 +4,11 @@
 #include <brackwell/platform.h>
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <memory>
+#include <optional>
+#include <string_view>
 
 #include "convert/digit_pairs.h"
 #include "open/written_value.h"

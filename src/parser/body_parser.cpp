@@ -2,11 +2,16 @@
 #include "parser/body_parser.h"
 
 #include <algorithm>
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <memory>
+#include <utility>
 
 #include "parser/closing.h"
 #include "parser/entities.h"
-#include "tree/node_ref.h"
 #include "parser/tag_search.h"
+#include "tree/node_ref.h"
 #include "tree/tree_writer.h"
 
 namespace brackwell::reading {

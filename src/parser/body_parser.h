@@ -3,6 +3,11 @@
 
 #include <brackwell/reading.h>
 
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
 namespace brackwell::reading {
 
 /// Where a tag stands: from its "<" to after its ">", or to the end of a text that has none.

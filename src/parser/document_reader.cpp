@@ -3,6 +3,7 @@
 
 #include <array>
 #include <bit>
+#include <cstddef>
 
 #include "text/byte_order_marks.h"
 

@@ -3,6 +3,9 @@
 
 #include <brackwell/platform.h>
 
+#include <string>
+#include <utility>
+
 namespace brackwell::reading {
 
 inline constexpr const char* kParserError = "OFX Parser Error";

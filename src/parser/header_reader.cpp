@@ -2,6 +2,8 @@
 #include "parser/header_reader.h"
 
 #include <algorithm>
+#include <optional>
+#include <vector>
 
 namespace brackwell {
 namespace {

@@ -3,6 +3,11 @@
 
 #include <brackwell/reading.h>
 
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <utility>
+
 #include "tree/node_ref.h"
 #include "tree/tree_writer.h"
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <bit>
+#include <cstddef>
 #include <string_view>
 
 #include "memory/byte_block.h"

@@ -3,6 +3,9 @@
 
 #include <brackwell/message_sets.h>
 
+#include <string>
+#include <string_view>
+
 #include "fields/description.h"
 
 namespace brackwell {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/message_sets.h>
 
+#include <array>
+
 #include "fields/element_table.h"
 #include "profile/list_text.h"
 

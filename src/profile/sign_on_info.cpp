@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/profile.h>
 
+#include <array>
+
 #include "fields/description.h"
 #include "fields/element_table.h"
 

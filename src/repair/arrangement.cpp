@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "repair/arrangement.h"
 
+#include <utility>
+
 #include "repair/placing.h"
 #include "repair/uniting.h"
 #include "repair/work_tree.h"

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <map>
+#include <string>
 #include <utility>
 
 namespace brackwell {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string_view>
+#include <vector>
+
 #include "repair/edit.h"
 #include "repair/faults.h"
 

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "repair/crossed_tags.h"
 
+#include <cstddef>
+#include <limits>
 #include <utility>
 
 namespace brackwell::repair {

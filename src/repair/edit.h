@@ -3,6 +3,7 @@
 
 #include <brackwell/repair.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>

@@ -2,10 +2,11 @@
 #include "repair/faults.h"
 
 #include <algorithm>
+#include <string_view>
 
-#include "text/ascii_case.h"
 #include "repair/edit.h"
 #include "repair/markup.h"
+#include "text/ascii_case.h"
 
 namespace brackwell::repair {
 namespace {

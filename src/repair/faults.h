@@ -2,6 +2,8 @@
 #pragma once
 
 #include <compare>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 

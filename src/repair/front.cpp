@@ -5,13 +5,15 @@
 
 #include <algorithm>
 #include <array>
+#include <string>
+#include <utility>
 
 #include "elements/header_fields.h"
 #include "elements/structure.h"
+#include "repair/markup.h"
 #include "text/ascii_case.h"
 #include "text/byte_order_marks.h"
 #include "text/text_parts.h"
-#include "repair/markup.h"
 
 namespace brackwell::repair {
 namespace {

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <string_view>
+
 #include "repair/edit.h"
 
 namespace brackwell::repair {

@@ -2,6 +2,7 @@
 #include "repair/holders.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace brackwell::repair {
 

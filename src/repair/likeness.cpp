@@ -2,6 +2,8 @@
 #include "repair/likeness.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 #include "text/ascii_case.h"
 

@@ -2,11 +2,12 @@
 #include "repair/markup.h"
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
+#include "repair/remains.h"
 #include "text/ascii_case.h"
 #include "text/text_parts.h"
-#include "repair/remains.h"
 
 namespace brackwell::repair {
 namespace {

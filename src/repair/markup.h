@@ -1,11 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <limits>
+#include <string_view>
+#include <vector>
 
 #include "elements/structure.h"
-#include "tree/name_table.h"
 #include "repair/edit.h"
+#include "tree/name_table.h"
 
 namespace brackwell::repair {
 

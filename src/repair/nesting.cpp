@@ -2,6 +2,10 @@
 #include "repair/nesting.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <utility>
 
 #include "repair/likeness.h"
 #include "repair/nesting_edits.h"

@@ -4,6 +4,7 @@
 #include <brackwell/platform.h>
 
 #include <algorithm>
+#include <string_view>
 
 #include "repair/markup.h"
 #include "repair/remains.h"

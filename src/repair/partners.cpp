@@ -2,6 +2,7 @@
 #include "repair/partners.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "parser/closing.h"
 

@@ -1,6 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
+#include <limits>
+#include <vector>
+
 #include "repair/markup.h"
 
 namespace brackwell::repair {

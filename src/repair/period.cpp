@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "repair/period.h"
 
+#include <cstddef>
+#include <string_view>
+
 namespace brackwell::repair {
 namespace {
 

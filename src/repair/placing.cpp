@@ -2,7 +2,11 @@
 #include "repair/placing.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "elements/roles.h"
 #include "elements/ways.h"

@@ -2,6 +2,7 @@
 #include "repair/remains.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace brackwell::repair {
 namespace {

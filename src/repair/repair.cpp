@@ -3,7 +3,11 @@
 
 #include <brackwell/reading.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <string>
+#include <utility>
 
 #include "parser/document_reader.h"
 #include "repair/arrangement.h"

@@ -3,6 +3,9 @@
 
 #include <brackwell/repair.h>
 
+#include <string_view>
+#include <vector>
+
 namespace brackwell::repair {
 
 /// The changes that repairOFXText makes in a text that the import does not read, without what remains: to

@@ -4,6 +4,12 @@
 #include <brackwell/platform.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace brackwell::repair {
 namespace {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "repair/tags.h"
 
+#include <utility>
+
 #include "repair/crossed_tags.h"
 #include "repair/markup.h"
 #include "repair/nesting.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "repair/uniting.h"
 
+#include <string>
+
 #include "elements/roles.h"
 #include "repair/faults.h"
 #include "repair/period.h"

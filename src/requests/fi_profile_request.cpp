@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/requests.h>
 
+#include <array>
+#include <cstddef>
+
 #include "requests/default_update.h"
 
 namespace brackwell {

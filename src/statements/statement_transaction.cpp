@@ -2,6 +2,7 @@
 #include <brackwell/statements.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "fields/element_table.h"
 #include "memory/rollback.h"

@@ -3,8 +3,15 @@
 
 #include <brackwell/reading.h>
 
-#include "tree/name_table.h"
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <optional>
+#include <string_view>
+#include <utility>
+
 #include "memory/pod_vector.h"
+#include "tree/name_table.h"
 
 namespace brackwell::reading {
 

@@ -2,6 +2,7 @@
 #include "tree/name_table.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace brackwell::reading {
 

@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstdint>
 #include <forward_list>
 #include <memory>
 #include <string>
+#include <string_view>
 
+#include "memory/pod_vector.h"
 #include "memory/unpredictable_hash.h"
 #include "tree/element_names.h"
-#include "memory/pod_vector.h"
 
 namespace brackwell::reading {
 

@@ -2,6 +2,8 @@
 #include <brackwell/internal/text_fields.h>
 #include <brackwell/reading.h>
 
+#include <initializer_list>
+
 #include "tree/node_ref.h"
 
 namespace brackwell {

@@ -2,6 +2,11 @@
 #include "tree/tree_copy.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 #include "tree/node_ref.h"

@@ -2,6 +2,7 @@
 #include "tree/tree_writer.h"
 
 #include <cstring>
+#include <new>
 
 namespace brackwell::reading {
 

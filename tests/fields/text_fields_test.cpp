@@ -3,9 +3,9 @@
 #include <brackwell/reading.h>
 #include <doctest/doctest.h>
 
-#include "tree/node_ref.h"
 #include "support/documents.h"
 #include "support/shown.h"
+#include "tree/node_ref.h"
 
 using namespace brackwell;
 using namespace brackwell::tests;
