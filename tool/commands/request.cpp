@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "console/messages.h"
 #include "input/run.h"
@@ -30,14 +31,20 @@ bool runRequest(Run& run) {
     return true;
 }
 
-// Returns what is wrong with a text, "" for nothing.
+/// What is wrong with a text, "" for nothing.
 std::string checkVersion(const std::string& text) {
     const bool isNumber = std::ranges::all_of(text, [](char c) { return c >= '0' && c <= '9'; });
     return isNumber ? std::string() : "not a version: \"" + text + "\"";
 }
 
+/// What a client can be routed by, each at the place of its number.
+const std::vector<std::string>& routings() {
+    static const std::vector<std::string> names{"none", "service", "msgset"};
+    return names;
+}
+
 std::int32_t routingNamed(const std::string& name) {
-    return name == "service" ? 1 : name == "msgset" ? 2 : 0;
+    return static_cast<std::int32_t>(std::ranges::find(routings(), name) - routings().begin());
 }
 
 void declareOptions(CLI::App& command, Options& options) {
@@ -59,7 +66,7 @@ void declareOptions(CLI::App& command, Options& options) {
             "--routing", [&request](const std::string& name) { request.routing = routingNamed(name); },
             "For a profile: what the client can be routed by: none, service or msgset")
         ->type_name("HOW")
-        ->check(CLI::Validator(CLI::IsMember({"none", "service", "msgset"})).description(""));
+        ->check(CLI::Validator(CLI::IsMember(routings())).description(""));
 }
 
 constexpr const char* kHelp =
