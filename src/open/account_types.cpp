@@ -45,9 +45,9 @@ void findUnknownAccountTypes(FindingList& findings, const KnownResponses& respon
     }
     if (unknown.count == 0) return;
     findings.add(FindingKind::treeOnly, FindingSeverity::note,
-                 counted(unknown.count, "account has a type", "accounts have a type") +
-                     " that can be had from the document's tree only: " +
-                     (unknown.count == 1 ? "" : "the first is ") + quoted(unknown.first.text()) + ".",
+                 counted(unknown.count, "account has a type that is", "accounts have types that are") +
+                     " available only in the parse tree" + (unknown.count == 1 ? ": " : "; the first is ") +
+                     quoted(unknown.first.text()) + ".",
                  unknown.count, places.offsetOf(unknown.first.index()));
 }
 

@@ -66,8 +66,8 @@ public:
                 return sayUnknown(group);
             case NameKind::noName:
                 return add(group, FindingKind::brokenTag, FindingSeverity::warning,
-                           counted(group.count, "tag is none, so what follows it",
-                                   "tags are none, so what follows them") +
+                           counted(group.count, "tag is not valid, so the text after it",
+                                   "tags are not valid, so the text after them") +
                                " is not read" + first(group) + shownBroken(tagOf(group)) + ".");
         }
     }
@@ -75,8 +75,8 @@ public:
     void sayOddTexts(const UnreadGroup& odd) {
         if (odd.count == 0) return;
         add(odd, FindingKind::brokenTag, FindingSeverity::warning,
-            counted(odd.count, "text seems to hold a tag that has lost its \"<\"",
-                    "texts seem to hold tags that have lost their \"<\"") +
+            counted(odd.count, "text seems to contain a tag that has lost its \"<\"",
+                    "texts seem to contain tags that have lost their \"<\"") +
                 first(odd) + shown(document_.text(document_.node(odd.first))) + " of " +
                 tag(nameOf(odd.first)) + ".");
     }
@@ -84,8 +84,8 @@ public:
     void sayTextOnly(const UnreadGroup& group) {
         if (group.count == 0) return;
         add(group, FindingKind::notDelivered, FindingSeverity::warning,
-            counted(group.count, "aggregate has text in it and no elements, so it is not read",
-                    "aggregates have text in them and no elements, so they are not read") +
+            counted(group.count, "aggregate has text instead of elements, so it is not read",
+                    "aggregates have text instead of elements, so they are not read") +
                 first(group) + tag(nameOf(group.first)) + ", " +
                 shown(document_.text(document_.node(group.first))) + ".");
     }
@@ -95,8 +95,8 @@ public:
         const std::string_view text = document_.body().substr(leftovers.firstLooseText);
         const std::size_t offset = document_.bodyOffset() + leftovers.firstLooseText;
         findings_.add(FindingKind::looseText, FindingSeverity::warning,
-                      counted(leftovers.looseTexts, "text stands between elements and is in none",
-                              "texts stand between elements and are in none") +
+                      counted(leftovers.looseTexts, "text is between elements and belongs to none",
+                              "texts are between elements and belong to none") +
                           (leftovers.looseTexts == 1 ? ": " : "; the first is ") +
                           shown(trimWhiteSpace(text.substr(0, text.find('<')))) + ".",
                       leftovers.looseTexts, places_.originalOffset(offset));
@@ -106,8 +106,8 @@ public:
     void sayDetails() {
         if (details_.count == 0) return;
         add(details_, FindingKind::treeOnly, FindingSeverity::note,
-            counted(details_.count, "element can", "elements can") +
-                " be had from the document's tree only: " + detailNames_ + ".");
+            counted(details_.count, "element is", "elements are") +
+                " available only in the parse tree: " + detailNames_ + ".");
     }
 
 private:
@@ -140,8 +140,8 @@ private:
         if (group.isEmpty()) return;
         if (!group.holdsRecords()) return addDetail(group);
         add(group, FindingKind::treeOnly, FindingSeverity::warning,
-            counted(group.count, "element can", "elements can") +
-                " be had from the document's tree only: " + tag(tagOf(group)) + contents(group) + ".");
+            counted(group.count, "element is", "elements are") +
+                " available only in the parse tree: " + tag(tagOf(group)) + contents(group) + ".");
     }
 
     void addDetail(const UnreadGroup& group) {
@@ -167,14 +167,14 @@ private:
     void sayUnknown(const UnreadGroup& group) {
         if (group.isEmpty()) return;
         std::string text = counted(group.count, "element is", "elements are") +
-                           " not read: " + tag(tagOf(group)) + " is not known to the OFX standard";
+                           " not read: " + tag(tagOf(group)) + " is not in the OFX standard";
         const elements::Element parent = elements::findElement(nameOf(group.parent));
         const std::string_view meant = group.meant != elements::kUnknown
                                            ? elements::nameOf(group.meant)
                                            : similarElement(tagOf(group), parent);
         if (!meant.empty()) text.append(", which has ").append(tag(meant));
         if (group.firstCut != 0)
-            text.append("; it ends the text of ")
+            text.append("; it cuts off the text of ")
                 .append(tag(nameOf(group.firstCut - 1)))
                 .append(" before it");
         add(group, FindingKind::unknownElement, FindingSeverity::warning, text + contents(group) + ".");

@@ -53,7 +53,7 @@ constexpr KnownCode kCodes[] = {
     {15506, "the sign-on is empty and not supported"},
     {15510, "the client's identifier (CLIENTUID) is not registered"},
     {15511, "the institution asks to be called"},
-    {15512, "an authentication token is asked for"},
+    {15512, "an authentication token is required"},
 };
 
 std::string_view meaningOf(std::uint64_t code) noexcept {
@@ -184,10 +184,9 @@ void findNamelessStatements(FindingList& findings, const KnownResponses& respons
             add(statement.originalParseData());
     if (count != 0)
         findings.add(FindingKind::noAccount, FindingSeverity::warning,
-                     counted(count, "statement does", "statements do") +
-                         " not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-                         "missing, or has no "
-                         "<ACCTID>.",
+                     counted(count, "statement does not say which account it is for",
+                             "statements do not say which account they are for") +
+                         ": <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is missing or has no <ACCTID>.",
                      count, place);
 }
 

@@ -65,7 +65,7 @@ std::string_view firstTextIn(std::string_view piece, FirstIn firstIn) {
 void add(FindingList& findings, std::string_view document, std::size_t offset, std::string_view text) {
     constexpr std::size_t shown = 40;
     findings.add(FindingKind::textAround, FindingSeverity::note,
-                 "Text stands before the beginning of the document and is no part of it: " +
+                 "Text before the beginning of the document is not part of it: " +
                      quotedUnlessSecret(document, offset, std::min(text.size(), shown), text) + ".",
                  1, offset);
 }

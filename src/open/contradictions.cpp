@@ -49,11 +49,11 @@ void report(FindingList& findings, const Contradictions& found, const std::strin
     if (found.count == 0) return;
     std::string text = found.count == 1
                            ? "1 " + what + " does not add up: its "
-                           : std::to_string(found.count) + " " + what + "s do not add up: of the first the ";
+                           : std::to_string(found.count) + " " + what + "s do not add up: the first one's ";
     text.append(sum)
         .append(" is ")
         .append(found.stated)
-        .append(", but its parts make ")
+        .append(", but its parts add up to ")
         .append(found.computed);
     findings.add(FindingKind::doesNotAddUp, FindingSeverity::note, text.append("."), found.count,
                  found.place);

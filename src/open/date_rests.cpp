@@ -43,8 +43,8 @@ void findDateRests(FindingList& findings, const reading::Document& document, con
     }
     if (count == 0) return;
     findings.add(FindingKind::doubtfulValue, FindingSeverity::warning,
-                 counted(count, "date has something after its day that is no time, and is not read",
-                         "dates have something after their day that is no time, and is not read") +
+                 counted(count, "date has text after its day that is not a time and is ignored",
+                         "dates have text after their day that is not a time and is ignored") +
                      (count == 1 ? ": " : "; the first is ") + quoted(document.text(document.node(first))) +
                      ".",
                  count, places.offsetOf(first));

@@ -248,22 +248,22 @@ std::string sentenceFor(const Document& document, const MissingGroup& group) {
     const Cause& cause = group.cause;
     switch (cause.reason) {
         case Reason::hasNoClass:
-            return what + tag(document, cause.element) + " can be had from the document's tree only.";
+            return what + tag(document, cause.element) + " is available only in the parse tree.";
         case Reason::textOnly:
             return what + tag(document, cause.element) +
-                   " has text in it and no elements: " + quoted(document.text(document.node(cause.element))) +
+                   " has text instead of elements: " + quoted(document.text(document.node(cause.element))) +
                    ".";
         case Reason::outside:
-            return what + tag(document, cause.element) + " stands outside of <OFX>.";
+            return what + tag(document, cause.element) + " is outside <OFX>.";
         case Reason::repeated: {
             const std::string where = cause.parent == 0 ? "document" : tag(document, cause.parent);
-            return what + "there are several " + tag(document, cause.element) + " in one " + where +
-                   ", where only a single one can be read.";
+            return what + "there is more than one " + tag(document, cause.element) + " in one " + where +
+                   "; only a single one can be read.";
         }
         case Reason::misplaced:
             break;
     }
-    return what + tag(document, cause.element) + " stands in " + tag(document, cause.parent) +
+    return what + tag(document, cause.element) + " is in " + tag(document, cause.parent) +
            ", where it is not read.";
 }
 

@@ -46,9 +46,8 @@ void addCut(FindingList& findings, std::string_view text, std::string_view root)
     std::string sentence;
     if (!hasCloseTags) {
         sentence =
-            "The document has no close tags, so nothing shows whether its end is missing. Check that its "
-            "last "
-            "transactions are there.";
+            "The document has no close tags, so a missing end cannot be detected. Check that its "
+            "last transactions are there.";
     } else {
         sentence = "The document ends before its close tag </" + std::string(root) + ">: the rest is missing";
         const std::size_t tag = whole.rfind('<');
@@ -56,7 +55,7 @@ void addCut(FindingList& findings, std::string_view text, std::string_view root)
         if (close == whole.npos)
             sentence += ", and it ends inside a tag";
         else if (close + 1 < whole.size())
-            sentence += ", and the last value, " + quoted(whole.substr(close + 1)) + ", may not be complete";
+            sentence += ", and the last value, " + quoted(whole.substr(close + 1)) + ", may be incomplete";
         sentence += ". Download it again.";
     }
     findings.add(FindingKind::cutOff, hasCloseTags ? FindingSeverity::warning : FindingSeverity::note,
@@ -78,8 +77,8 @@ void findCutsAndMargins(FindingList& findings, std::string_view text, std::strin
     const std::size_t after = std::min(readText.find('>', end), readText.size() - 1) + 1;
     if (const std::string_view rest = withoutMarks(readText.substr(after)); !rest.empty())
         findings.add(FindingKind::textAround, FindingSeverity::note,
-                     "Text stands after the end of the document and is no part of it: " + quoted(rest) + ".",
-                     1, places.originalOffset(static_cast<std::size_t>(rest.data() - readText.data())));
+                     "Text after the end of the document is not part of it: " + quoted(rest) + ".", 1,
+                     places.originalOffset(static_cast<std::size_t>(rest.data() - readText.data())));
 }
 
 }  // namespace brackwell::opening

@@ -22,7 +22,7 @@ using Outcome = Parsed::Outcome;
 using reading::BodyFailure;
 using reading::TagPlace;
 
-constexpr std::string_view kRepairRemedy = "Allow a repair: it mends such a document.";
+constexpr std::string_view kRepairRemedy = "Allow repair, which can fix this document.";
 
 // ---------------------------------------------------------------------------------------------
 // Tags that do not match
@@ -34,16 +34,15 @@ struct Cause {
 
 /// What is wrong at the open tag, when a repair would have to change something there.
 constexpr Cause kCausesAtOpenTag[] = {
-    {RepairKind::comment, "A comment, which is no part of OFX, was read as an element."},
+    {RepairKind::comment, "A comment, which is not part of OFX, was read as an element."},
     {RepairKind::instruction, "An instruction or declaration inside the body was read as an element."},
-    {RepairKind::characterData, "A character-data section was read as an element."},
-    {RepairKind::lessThan,
-     "A \"<\" that belongs to a text was read as the beginning of a tag; it should be \"&lt;\"."},
-    {RepairKind::tagForm, "A tag has blanks or attributes in it, which were read as a part of its name."},
+    {RepairKind::characterData, "A CDATA section was read as an element."},
+    {RepairKind::lessThan, "A \"<\" in a text was read as the start of a tag; it should be \"&lt;\"."},
+    {RepairKind::tagForm, "A tag has blanks or attributes in it, which were read as part of its name."},
     {RepairKind::unfinishedTag, "A tag has no \">\" at its end."},
-    {RepairKind::selfClosedTag, "A tag that closes itself was read as an open tag."},
+    {RepairKind::selfClosedTag, "A self-closing tag was read as an open tag."},
     {RepairKind::emptyLeaf,
-     "@ has neither a value nor a close tag, so what follows it was taken for its contents."},
+     "@ has neither a value nor a close tag, so what follows was read as its content."},
 };
 
 constexpr std::string_view kMissingClose = "The close tag of @ is missing.";
@@ -145,12 +144,12 @@ struct Format {
     OpenErrorCode code = OpenErrorCode::otherFormat;
 };
 
-constexpr Format kOFC{"<OFC>", "It is an OFC document, the forerunner of OFX.", kAskForOFX,
+constexpr Format kOFC{"<OFC>", "It is a document of OFC, the predecessor of OFX.", kAskForOFX,
                       OpenErrorCode::ofc};
 
 constexpr Format webPage(std::string_view begin) noexcept {
-    return {begin, "It is a web page, mostly one that says that the session with the institution has ended.",
-            "Sign in again, and repeat the download.", OpenErrorCode::html};
+    return {begin, "It is a web page, usually one saying that the session has expired.",
+            "Sign in again and repeat the download.", OpenErrorCode::html};
 }
 
 /// What people hand over for an OFX document, by how it begins, in whatever case.
@@ -200,24 +199,24 @@ OpenError notOFXError(std::string_view text, RepairTrial& repair) {
         if (const Format* format = formatOf(text)) return otherFormatError(*format);
         if (mentionsWebPage(text)) return otherFormatError(kFormats[0]);
         const std::string begin = quoted(text);
-        error.cause = trimWhiteSpace(text).empty() ? "It has nothing but white space in it."
-                                                   : "It begins with " + begin + ".";
+        error.cause =
+            trimWhiteSpace(text).empty() ? "It contains only white space." : "It begins with " + begin + ".";
         error.remedy = "Download it again, and choose OFX, QFX or \"Money\" as the format.";
         return error;
     }
     const auto before = std::ranges::find(changes, RepairKind::textBeforeDocument, &RepairChange::kind);
     if (before != changes.end()) {
         setPlace(error, text, before->was.size());
-        error.cause = "A document begins in line " + std::to_string(error.line) + ", column " +
-                      std::to_string(error.column) + ", but is not found after other text.";
+        error.cause = "A document begins at line " + std::to_string(error.line) + ", column " +
+                      std::to_string(error.column) + ", but the text before it hides it.";
     } else if (isInLowerCase(changes)) {
         error.cause = "The tags are in lower case.";
     } else if (changes.front().kind == RepairKind::header) {
-        error.cause = "Its header is not whole.";
+        error.cause = "Its header is incomplete.";
     } else if (changes.front().kind == RepairKind::tagForm) {
         error.cause = "The tag <OFX> has blanks or attributes in it.";
     } else {
-        error.cause = "The tag <OFX> is missing, or not whole.";
+        error.cause = "The tag <OFX> is missing or incomplete.";
     }
     error.remedy = kRepairRemedy;
     return error;
@@ -253,7 +252,7 @@ std::string readingEncodings(const Data& bytes) {
 OpenError undecodedError(const Data& bytes, const OpenOptions& options, EncodingSearch search) {
     if (bytes.isEmpty())
         return errorWith(OpenErrorCode::empty, "no data to parse",
-                         "The file has no bytes; mostly a download that was cut off.", "Download it again.");
+                         "The file has no bytes; usually an interrupted download.", "Download it again.");
     const bool isChosen = options.encoding != TextEncodingNone;
     const Data unmarked = withoutMark(bytes);
     if (const Format* format = formatOf(unmarked.bytes()); format != nullptr && !isChosen)
@@ -261,9 +260,10 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
     const bool isWide =
         bytes.bytes().starts_with(kUTF16BigEndianMark) || bytes.bytes().starts_with(kUTF16LittleEndianMark);
     if (isWide && bytes.size() % 2 != 0 && !isChosen)
-        return errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.",
-                         "It is UTF-16, in which a character has two bytes, and it ends within one.",
-                         "Download it again.");
+        return errorWith(
+            OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.",
+            "It is UTF-16, which consists of pairs of bytes, but it ends in the middle of a pair.",
+            "Download it again.");
     OpenError error = errorWith(OpenErrorCode::undecodable, "Data is not OFX or unknown character encoding.");
     const TextEncoding hidden = isChosen ? TextEncodingNone : encodingOfHiddenDocument(bytes);
     if (const std::optional<Data> text = decodeText(bytes, hidden)) {
@@ -280,14 +280,13 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
                       hexadecimal(bytes.bytes()[*invalid]) + ") is not UTF-8.";
     }
     if (search == EncodingSearch::none) {
-        error.remedy = "Say which encoding it is in.";
+        error.remedy = "Give the encoding that it is in.";
         return error;
     }
     const std::string names = readingEncodings(bytes);
-    error.remedy =
-        names.empty()
-            ? "No encoding that is known here makes an OFX document of it. Ask the institution for OFX."
-            : "One of these encodings reads it: " + names + ".";
+    error.remedy = names.empty()
+                       ? "It is not an OFX document in any supported encoding. Ask the institution for OFX."
+                       : "These encodings can read it: " + names + ".";
     return error;
 }
 

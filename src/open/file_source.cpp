@@ -37,14 +37,14 @@ struct Sentence {
 
 constexpr Sentence kFolder{OpenErrorCode::isFolder, "", " is a folder.", "", "Name a file in it."};
 constexpr Sentence kNotFound{OpenErrorCode::notFound, "The file at ", " was not found.", "",
-                             "Check the path; a relative one begins in the current folder."};
-constexpr Sentence kNotPermitted{OpenErrorCode::notPermitted, "The file at ", " may not be read.", "",
-                                 "Ask its owner for the right to read it."};
+                             "Check the path; a relative path starts in the current folder."};
+constexpr Sentence kNotPermitted{OpenErrorCode::notPermitted, "No permission to read the file at ", ".", "",
+                                 "Ask its owner for permission."};
 constexpr Sentence kNotReadable{OpenErrorCode::notReadable, "The file at ", " could not be read.", "",
-                                "Check the disk or the connection that it is on, and try again."};
+                                "Check the disk or the network connection, and try again."};
 constexpr Sentence kOtherHost{OpenErrorCode::otherComputer, "The URL names another computer: ", ".",
                               kFetchesNothing, kDownloadFirst};
-constexpr Sentence kOtherScheme{OpenErrorCode::otherComputer, "The URL is of another scheme than file: ", "",
+constexpr Sentence kOtherScheme{OpenErrorCode::otherComputer, "The URL has a scheme other than file: ", "",
                                 kFetchesNothing, kDownloadFirst};
 constexpr Sentence kInvalidURL{OpenErrorCode::invalidURL, "The URL names no file: ", "", "",
                                "Write it like file:///home/me/july.ofx: with three slashes and an absolute "
@@ -96,7 +96,7 @@ std::optional<std::string> decodedPath(std::string_view text) {
 OpenError tooLargeError(std::size_t maximumSize) {
     return errorWith(OpenErrorCode::tooLarge,
                      "The file has more than " + std::to_string(maximumSize) + " bytes, which is the limit.",
-                     {}, "Raise OpenOptions::maximumSize, if its sender is trusted.");
+                     {}, "Raise OpenOptions::maximumSize if you trust the sender.");
 }
 
 Source readFile(const std::string& path, std::size_t maximumSize) {

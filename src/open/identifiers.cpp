@@ -71,7 +71,7 @@ void findRepeatedIdentifiers(FindingList& findings, const KnownResponses& respon
         const bool isOne = repeated.count == 1;
         findings.add(FindingKind::repeatedIdentifier, FindingSeverity::note,
                      counted(repeated.count, "transaction has", "transactions have") +
-                         " the identifier (FITID) of an earlier, different one of the same statement" +
+                         " the same identifier (FITID) as an earlier, different one of the same statement" +
                          (isOne ? ": " : "; the first is ") + quoted(*repeated.first->fiTransactionID()) +
                          ".",
                      repeated.count,

@@ -58,7 +58,7 @@ void findRepeatedInvestmentIdentifiers(FindingList& findings,
         const ParseDictionary node = first.originalParseData();
         findings.add(FindingKind::repeatedIdentifier, FindingSeverity::note,
                      counted(repeated.count, "investment transaction has", "investment transactions have") +
-                         " the identifier (FITID) of an earlier, different one of the same statement" +
+                         " the same identifier (FITID) as an earlier, different one of the same statement" +
                          (repeated.count == 1 ? ": " : "; the first is ") + quoted(*first.fiTransactionID()) +
                          ".",
                      repeated.count, places.offsetOf(reading::NodeRef::of(node).index()));

@@ -71,8 +71,8 @@ void findEncodingDoubts(FindingList& findings, TextEncoding used,
     const bool mayBeWrong = isGuess && !isKnown;
     findings.add(FindingKind::encodingGuessed, mayBeWrong ? FindingSeverity::warning : FindingSeverity::note,
                  "The document names the text encoding " + opening::quoted(names.front()) +
-                     (isKnown ? ", which its bytes are not; " : ", which is not known here; ") + reading +
-                     (mayBeWrong ? ", so letters beyond ASCII may be wrong." : "."));
+                     (isKnown ? ", but its bytes are not in that encoding; " : ", which is not supported; ") +
+                     reading + (mayBeWrong ? ", so letters beyond ASCII may be wrong." : "."));
 }
 
 }  // namespace brackwell::opening

@@ -324,7 +324,7 @@ private:
         state_->error = errorWith(OpenErrorCode::tooDeep,
                                   "The document's elements are nested more than " +
                                       std::to_string(options_.maximumDepth) + " deep, which is the limit.",
-                                  {}, "Raise OpenOptions::maximumDepth, if its sender is trusted.");
+                                  {}, "Raise OpenOptions::maximumDepth if you trust the sender.");
     }
 
     void checkKind(const Interpreted& content) {
@@ -385,7 +385,7 @@ private:
                            state_->changes.empty() ? first : firstElementName(readText), places);
         if (content.headerFaults != 0 && document.size() > 1)
             findings.add(FindingKind::notDelivered, FindingSeverity::warning,
-                         "The header is not written as OFX has it, so not all of its fields are read.",
+                         "The header does not follow the OFX format, so some of its fields are not read.",
                          content.headerFaults);
         if (content.missing != 0) content.delivery().addFindings(findings, document, places);
         if (content.repairable == 0) addMisplaced(findings, document, content.survey.misplaced, places);
@@ -428,7 +428,7 @@ private:
                                     : "The document has no elements after its header, but the text " +
                                           quoted(rest) + ".";
         else if (!content.parsed.hasRoot() && isInLowerCase(trial_.changesOf(text)))
-            sentence = "The document's tags are in lower case, so nothing is found in it without a repair.";
+            sentence = "The document's tags are in lower case, so nothing in it is read without a repair.";
         findings.add(FindingKind::noContent, FindingSeverity::warning, std::move(sentence));
     }
 

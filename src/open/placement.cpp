@@ -19,24 +19,23 @@ void addMisplaced(FindingList& findings, const reading::Document& document, cons
     if (misplaced.count != 0)
         findings.add(
             FindingKind::notDelivered, FindingSeverity::warning,
-            counted(misplaced.count,
-                    "element stands where the OFX standard has no place for it, so it is not read",
-                    "elements stand where the OFX standard has no place for them, so they are not read") +
+            counted(misplaced.count, "element is where the OFX standard does not allow it, so it is not read",
+                    "elements are where the OFX standard does not allow them, so they are not read") +
                 (misplaced.count == 1 ? ": " : "; the first is ") + tag(document, misplaced.first) + " in " +
                 tag(document, misplaced.firstParent) + ".",
             misplaced.count, places.offsetOf(misplaced.first));
     if (misplaced.repeated != 0)
         findings.add(FindingKind::notDelivered, FindingSeverity::warning,
-                     counted(misplaced.repeated, "element stands", "elements stand") +
-                         " once more where there may be one, so none or only the first is read" +
+                     counted(misplaced.repeated, "element is", "elements are") +
+                         " repeated although only one is allowed, so only the first or none is read" +
                          (misplaced.repeated == 1 ? ": " : "; the first is ") +
                          tag(document, misplaced.firstRepeated) + ".",
                      misplaced.repeated, places.offsetOf(misplaced.firstRepeated));
     if (misplaced.further != 0)
         findings.add(FindingKind::notDelivered, FindingSeverity::note,
-                     counted(misplaced.further, "list stands", "lists stand") +
-                         " once more where there may be one; what is in all of them is read, the period of "
-                         "the first only" +
+                     counted(misplaced.further, "list is", "lists are") +
+                         " repeated although only one is allowed; the content of all is read, but only the "
+                         "period of the first" +
                          (misplaced.further == 1 ? ": " : "; the first is ") +
                          tag(document, misplaced.firstFurther) + ".",
                      misplaced.further, places.offsetOf(misplaced.firstFurther));

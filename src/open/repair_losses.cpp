@@ -99,8 +99,8 @@ void findRepairLosses(FindingList& findings, std::string_view text,
     const std::size_t begin = place - afterLast(text.substr(0, place), "<>\r\n").size();
     const std::size_t end = text.find_first_of("<>\r\n", place + 1);
     findings.add(FindingKind::brokenTag, FindingSeverity::warning,
-                 counted(count, "\"<\" begins no tag and is read as text",
-                         "\"<\" begin no tags and are read as text") +
+                 counted(count, "\"<\" does not start a tag and is read as text",
+                         "\"<\" do not start tags and are read as text") +
                      (count == 1 ? ": " : "; the first is in ") +
                      quotedUnlessSecret(text, begin, std::min(end, text.size()) - begin) + ".",
                  count, place);

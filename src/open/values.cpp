@@ -90,7 +90,7 @@ void sortEither(OddValues& odd, std::uint32_t node, std::string_view text, const
     if (day)
         group.value.append(", with the ")
             .append(either.order == DateOrder::dayFirst ? "day" : "month")
-            .append(" first, as the file's other dates are written");
+            .append(" first, like the other dates of the file");
     else
         group.value = shown(either.dayFirst) + " or " + shown(either.monthFirst);
 }
@@ -115,20 +115,20 @@ struct Words {
 constexpr Words kAmountWords{
     "amount",
     "amounts",
-    {"is, with the number format that was given, read as {}",
-     "are read with the number format that was given; the first as {}"},
-    {"is not written as OFX has it and is read wrongly or not at all; it probably means {}",
-     "are not written as OFX has it and are read wrongly or not at all; the first probably means {}"},
+    {"is read as {}, because of the given number format",
+     "are read with the given number format; the first as {}"},
+    {"is not in OFX format and is read wrongly or not at all; it probably means {}",
+     "are not in OFX format and are read wrongly or not at all; the first probably means {}"},
     {"can be read in two ways; it is read as {}", "can be read in two ways; the first is read as {}"},
     FindingSeverity::warning,
 };
 constexpr Words kDateWords{
     "date",
     "dates",
-    {"is, with the date format that was given, read as {}",
-     "are read with the date format that was given; the first as {}"},
-    {"is not written as OFX has it and is not read; it probably means {}",
-     "are not written as OFX has it and are not read; the first probably means {}"},
+    {"is read as {}, because of the given date format",
+     "are read with the given date format; the first as {}"},
+    {"is not in OFX format and is not read; it probably means {}",
+     "are not in OFX format and are not read; the first probably means {}"},
     {"is improbable; it is read as {}", "are improbable; the first is read as {}"},
     FindingSeverity::note,
 };
@@ -143,9 +143,9 @@ public:
         say(odd.unreadable, FindingKind::unreadableValue, FindingSeverity::warning,
             {"cannot be read and is left out", "cannot be read and are left out"});
         say(odd.ambiguous, FindingKind::unreadableValue, FindingSeverity::warning,
-            {"can mean {}, and the file's other dates do not tell which; it is left out",
-             "can mean two days, this one {}, and the file's other dates do not tell which; they are left "
-             "out"});
+            {"can mean {}; the other dates of the file do not show which, so it is left out",
+             "can mean two days, this one {}; the other dates of the file do not show which, so they are "
+             "left out"});
         sayEvidence(odd.byEvidence);
         sayEvidence(odd.byOrder);
         say(odd.doubtful, FindingKind::doubtfulValue, words_.doubtfulSeverity, words_.doubtful);
@@ -156,8 +156,7 @@ private:
     void sayEvidence(const Odd& odd) const {
         if (asWritten_)
             say(odd, FindingKind::doubtfulValue, FindingSeverity::note,
-                {"is not written as OFX has it; it is read as {}",
-                 "are not written as OFX has it; the first is read as {}"});
+                {"is not in OFX format; it is read as {}", "are not in OFX format; the first is read as {}"});
         else
             say(odd, FindingKind::doubtfulValue, FindingSeverity::warning, words_.notAsWritten);
     }

@@ -20,7 +20,7 @@ bool isKnownInCapitals(std::string_view name) {
 }
 
 std::string placeOf(const Tree& tree, NodeID parent) {
-    return parent == Tree::kDocument ? "outside of <OFX>" : "in " + openTag(tree[parent].name);
+    return parent == Tree::kDocument ? "outside <OFX>" : "in " + openTag(tree[parent].name);
 }
 
 /// Says which node of an element came by first in a parent, while the children of one are gone through.
@@ -85,16 +85,16 @@ std::string reasonOf(const Tree& tree, const Fault& fault) {
     const auto place = [&] { return placeOf(tree, tree[fault.node].parent); };
     switch (fault.kind) {
         case FaultKind::misplaced:
-            return tag + " cannot stand " + place();
+            return tag + " is not allowed " + place();
         case FaultKind::repeated:
         case FaultKind::further:
-            return "a second " + tag + " cannot stand " + place();
+            return "a second " + tag + " is not allowed " + place();
         case FaultKind::hasText:
-            return tag + " has a text, which only a leaf can have";
+            return tag + " has text, which only a leaf may have";
         case FaultKind::smallLetters:
             break;
     }
-    return tag + " counts in capitals only";
+    return tag + " must be in capitals";
 }
 
 Loss lossOf(const Tree& tree) {

@@ -160,7 +160,7 @@ private:
         if (field_ < inside) field_ = findPlainField(header_, inside);
         if (field_ < close_ || close_ == header_.size())
             return drop(at, kCommentBegin.size(), std::string(kHides));
-        return drop(at, close_ + kCommentEnd.size() - at, "a header has no comments");
+        return drop(at, close_ + kCommentEnd.size() - at, "a header must not have comments");
     }
 
     std::string_view header_;
@@ -179,14 +179,13 @@ void mendFields(std::string_view header, std::size_t base, Edits& edits) {
             std::size_t end = field.begin;
             while (end > 0 && isBlank(header[end - 1])) --end;
             edits.push_back({base + end, field.begin - end, RepairKind::header, "\n",
-                             "a line of a header holds one field"});
+                             "each line of a header has one field"});
         }
         const std::string_view name = header.substr(field.begin, field.colon - field.begin);
         const bool isPlain = isFirst ? name == field.name : name.starts_with(field.name);
         if (!isPlain)
             edits.push_back({base + field.begin, field.colon - field.begin, RepairKind::header,
-                             std::string(field.name),
-                             "the import knows the fields of a header in capitals only"});
+                             std::string(field.name), "header fields must be in capitals"});
     }
 }
 
@@ -274,7 +273,7 @@ Edits instructionEdits(std::string_view header, std::size_t at, std::size_t base
     const bool isRead = before.starts_with(kInstruction) && fieldsOf(before) == fieldsOf(plain);
     if (isRead) return {};
     return {{base + at, before.size(), RepairKind::header, std::move(plain),
-             "the import reads this instruction in one form only"}};
+             "the import reads only one form of this instruction"}};
 }
 
 /// True when an open tag begins in a text: of an envelope around a document.
@@ -299,7 +298,7 @@ Edits xmlHeaderEdits(std::string_view text, std::size_t element, std::size_t bas
     const std::size_t size = holdsElement(text.substr(begin, element - begin)) ? element - begin : 0;
     return {{base + begin, size, RepairKind::header,
              std::string(hasEnd ? "" : "?>") + "<?OFX OFXHEADER=\"200\"?>",
-             "without this instruction nothing is found in a document that begins with <?xml"}};
+             "without this instruction nothing is read from a document that begins with <?xml"}};
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -318,7 +317,8 @@ std::size_t findHeaderAfterDeclaration(std::string_view header) noexcept {
 Edits editsBefore(std::string_view text, std::size_t element, std::size_t base) {
     const std::string_view header = text.substr(0, element);
     if (const std::size_t begin = findHeaderAfterDeclaration(header); begin != std::string_view::npos) {
-        Edits edits{{base, begin, RepairKind::textBeforeDocument, {}, "a header of OFX 1 stands alone"}};
+        Edits edits{
+            {base, begin, RepairKind::textBeforeDocument, {}, "an OFX 1 header has no XML declaration"}};
         return merged(std::move(edits), sgmlHeaderEdits(header.substr(begin), base + begin));
     }
     const bool isSGML = !header.starts_with('<') && element != std::string_view::npos;
@@ -372,11 +372,8 @@ Front findFront(std::string_view text) {
     if (isInComment) before = trimWhiteSpace(before.substr(0, before.size() - kCommentBegin.size()));
     const std::size_t comment = isInComment ? text.rfind(kCommentBegin, front.begin) : front.begin;
     if (!before.empty())
-        front.edits.push_back({0,
-                               comment,
-                               RepairKind::textBeforeDocument,
-                               {},
-                               "a document is recognised by what it begins with"});
+        front.edits.push_back(
+            {0, comment, RepairKind::textBeforeDocument, {}, "a document is recognised by how it begins"});
     if (isInComment)
         front.edits.push_back({comment, front.begin - comment, RepairKind::comment, {}, std::string(kHides)});
     if (part != std::string_view::npos)

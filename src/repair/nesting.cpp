@@ -163,9 +163,14 @@ private:
     void endDownTo(std::uint32_t wanted, const Tag& tag) {
         closeDownTo(wanted, tag.begin, [this, &tag](std::string_view name) {
             const bool isSecond = elements::findChild(tag.element, open_.innermost().element) != nullptr;
-            return (isSecond ? "a second " : "") + openTag(tag.text) + " cannot stand in " + openTag(name) +
-                   ", so that ends before it";
+            return (isSecond ? "a second " : "") + openTag(tag.text) + " is not allowed in " + openTag(name) +
+                   ", so " + endingOne(tag, name) + " ends before it";
         });
+    }
+
+    /// How a reason names the aggregate that ends before a tag, which may have the same name.
+    static std::string endingOne(const Tag& tag, std::string_view name) {
+        return name == tag.text ? "the first" : openTag(name);
     }
 
     // -----------------------------------------------------------------------------------------
@@ -210,8 +215,9 @@ private:
     }
     std::uint32_t closeWithoutSlash(std::uint32_t i) {
         const Tag& tag = tags_[i];
-        edits_.replace(tag, RepairKind::wrongClose, closeTag(tag.text),
-                       openTag(tag.text) + " is open, and what follows does not belong in another");
+        edits_.replace(
+            tag, RepairKind::wrongClose, closeTag(tag.text),
+            openTag(tag.text) + " is already open, and what follows does not belong in a second one");
         pop();
         return i + 1;
     }
@@ -222,7 +228,7 @@ private:
         open_.dropLastChild();
         edits_.undoOf(tag);
         edits_.replace(tag, RepairKind::repeated, {},
-                       openTag(tag.text) + " is opened twice in a row, and closed once");
+                       openTag(tag.text) + " is opened twice in a row but closed once");
     }
 
     /// A close tag that it has further on belongs to nothing any more.
@@ -244,8 +250,8 @@ private:
         const std::uint32_t same = open_.depthOf(tag.name);
         if (same != 0 && !hasPartner(open_[same].tag))
             closeDownTo(same - 1, tag.begin, [&tag](std::string_view name) {
-                return openTag(tag.text) + " cannot stand in another, so " + openTag(name) +
-                       " ends before it";
+                return openTag(tag.text) + " is not allowed in another " + openTag(tag.text) + ", so " +
+                       endingOne(tag, name) + " ends before it";
             });
         open_.add(tags_[i], i);
         edits_.keepOpen(tag);
@@ -325,7 +331,7 @@ private:
         else if (!raiseOpenTag(tag, open_.child(first).begin))
             edits_.open(open_.child(first).begin, RepairKind::missingOpen, tag.text,
                         "only the close tag of " + openTag(tag.text) +
-                            " is there; it begins with the first element that belongs in it");
+                            " is present; it starts at the first element that belongs in it");
         edits_.keepClose(tag);
         open_.closeOver(first, tag.element);
         return true;
@@ -344,7 +350,7 @@ private:
         const Tag& tag = tags_[child.tag];
         edits_.undoOf(tag);
         edits_.replaceLate(tag, RepairKind::wrongName, openTag(close.text),
-                           closeTag(close.text) + " ends what begins here");
+                           closeTag(close.text) + " ends the element that starts here");
     }
 
     /// Moves an open tag that stands inside of what belongs in it to this place. False when there is none.
@@ -356,14 +362,14 @@ private:
         edits_.undo(cut.closeEdit);
         cut.tag = kNone;
         const std::string reason =
-            openTag(tag.text) + " stands too far in; it begins with the first element that belongs in it";
+            openTag(tag.text) + " is nested too deep; it starts at the first element that belongs in it";
         edits_.open(begin, RepairKind::misplaced, tag.text, reason);
         edits_.replaceLate(tag, RepairKind::misplaced, {}, reason);
         return true;
     }
     void openText(std::uint32_t i) {
         edits_.insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text),
-                      "the text has a close tag only");
+                      "the text has only a close tag");
         open_.add(tags_[i], i);
         open_.lastChild().begin = tags_[i - 1].textBegin;
         edits_.keepClose(tags_[i]);
@@ -401,7 +407,8 @@ private:
             return;
         }
         edits_.replace(tags_[i], kind, closeTag(name),
-                       kind == RepairKind::wrongClose ? openTag(name) + " is what ends here" : std::string());
+                       kind == RepairKind::wrongClose ? openTag(name) + " is the element that ends here"
+                                                      : std::string());
         if (closesAggregate) pop();
         pending_ = Pending::nothing;
     }
@@ -435,7 +442,7 @@ private:
     void closeInnermost(std::uint32_t i) {
         const std::string_view name = tags_[innermost()].text;
         edits_.replace(tags_[i], RepairKind::wrongClose, closeTag(name),
-                       openTag(name) + " is what ends here");
+                       openTag(name) + " is the element that ends here");
         pop();
     }
 

@@ -175,10 +175,9 @@ private:
 
     std::string reasonToPut(NodeID node, NodeID parent, const std::string& place) const {
         const bool isOutside = parent == Tree::kDocument;
-        const std::string reason =
-            tree_.nameOf(node) + " cannot stand " +
-            (isOutside ? "outside of <OFX>" : "in " + tree_.nameOf(tree_[node].parent));
-        return isOutside && place == openTag("OFX") ? reason : reason + ", but in " + place;
+        const std::string reason = tree_.nameOf(node) + " is not allowed " +
+                                   (isOutside ? "outside <OFX>" : "in " + tree_.nameOf(tree_[node].parent));
+        return isOutside && place == openTag("OFX") ? reason : reason + "; it belongs in " + place;
     }
 
     /// Makes an aggregate that an open tag is missing of.
@@ -279,8 +278,9 @@ private:
         }
         if (found == elements::kUnknown) return false;
         tree_.rename(parent, found,
-                     tree_.nameOf(node) + " cannot stand in " + tree_.nameOf(parent) +
-                         ", and all in it belongs in " + openTag(elements::nameOf(found)));
+                     tree_.nameOf(node) + " is not allowed in " + tree_.nameOf(parent) +
+                         ", and everything in " + tree_.nameOf(parent) + " belongs in " +
+                         openTag(elements::nameOf(found)));
         return true;
     }
 
@@ -311,8 +311,8 @@ private:
     void moveTo(NodeID around, NodeID node) {
         const NodeID from = tree_[node].parent;
         const NodeID beside = tree_.childAround(node, around);
-        std::string reason = tree_.nameOf(node) + " cannot stand in " + tree_.nameOf(from) +
-                             (around == Tree::kDocument ? "" : ", but in " + tree_.nameOf(around));
+        std::string reason = tree_.nameOf(node) + " is not allowed in " + tree_.nameOf(from) +
+                             (around == Tree::kDocument ? "" : "; it belongs in " + tree_.nameOf(around));
         noteEndOf(node, beside);
         const NodeID after = lastAfter(beside);
         tree_.detach(node);
@@ -329,8 +329,9 @@ private:
     /// Says why the aggregates around a node end before it, where they do.
     void noteEndOf(NodeID node, NodeID outermost) {
         for (NodeID around = tree_[node].parent;; around = tree_[around].parent) {
-            tree_.mark(around).closeReason =
-                tree_.nameOf(node) + " cannot stand in " + tree_.nameOf(around) + ", so that ends before it";
+            tree_.mark(around).closeReason = tree_.nameOf(node) + " is not allowed in " +
+                                             tree_.nameOf(around) + ", so " + tree_.nameOf(around) +
+                                             " ends before it";
             if (around == outermost) return;
         }
     }

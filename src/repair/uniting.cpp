@@ -91,7 +91,7 @@ private:
     NodeID partBefore(NodeID response, NodeID wrapper, NodeID before) {
         const NodeID made = tree_.make(
             tree_.elementOf(wrapper), RepairKind::missingOpen,
-            "a second " + tree_.nameOf(response) + " cannot stand in one " + tree_.nameOf(wrapper));
+            "a second " + tree_.nameOf(response) + " is not allowed in one " + tree_.nameOf(wrapper));
         tree_.mark(before).closeReason = tree_.mark(made).reason;
         tree_.insert(made, tree_[wrapper].parent, before);
         tree_.swapCloseTags(made, before);  // the one that is there ends the last
@@ -119,9 +119,9 @@ private:
         const bool isAlwaysOne = owner == Tree::kDocument || tree_.elementOf(owner) == elements::kRoot;
         if (!isAlwaysOne && !isList(element)) return;
         const std::string reason =
-            "a second " + tree_.nameOf(second) + " cannot stand " +
+            "a second " + tree_.nameOf(second) + " is not allowed " +
             (element == elements::kRoot ? "in a document" : "in " + tree_.nameOf(tree_[first].parent)) +
-            ", so both become one";
+            ", so the two are merged";
         // What is next to each other ends where the second does.
         if (tree_[first].next == second) tree_.swapCloseTags(first, second);
         NodeID beside = second;

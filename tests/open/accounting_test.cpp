@@ -77,21 +77,21 @@ TEST_CASE("elements under names that the standard does not have are named") {
     const FindingKind kind = FindingKind::unknownElement;
     const Row rows[] = {
         {"a misspelt leaf", transaction(kTransaction + "<MEMOX>note\n"), kind, kWarning, 14,
-         "1 element is not read: <MEMOX> is not known to the OFX standard, which has <MEMO>."},
+         "1 element is not read: <MEMOX> is not in the OFX standard, which has <MEMO>."},
         {"no name is near", transaction(kTransaction + "<CATEGORY>food\n"), kind, kWarning, 14,
-         "1 element is not read: <CATEGORY> is not known to the OFX standard."},
+         "1 element is not read: <CATEGORY> is not in the OFX standard."},
         {"an aggregate", transaction(kTransaction + "<SPLITS><PART>1.00<PART>2.00</SPLITS>\n"), kind,
          kWarning, 14,
-         "1 element is not read: <SPLITS> is not known to the OFX standard; in it: 2 amounts and 2 values."},
+         "1 element is not read: <SPLITS> is not in the OFX standard; in it: 2 amounts and 2 values."},
         {"a kind of investment",
          withInvestments("<INVTRANLIST><DTSTART>20240101<DTEND>20240131\n<BUYCOIN><INVBUY>"
                          "<INVTRAN><FITID>1<DTTRADE>20240105</INVTRAN><UNITS>5</INVBUY>"
                          "</BUYCOIN></INVTRANLIST>\n"),
          kind, kWarning, 8,
-         "1 element is not read: <BUYCOIN> is not known to the OFX standard; in it: 1 transaction, 1 amount "
+         "1 element is not read: <BUYCOIN> is not in the OFX standard; in it: 1 transaction, 1 amount "
          "and 3 values."},
         {"a word of a text", transaction("<MEMO>see <REF> 12<CHECKNUM>4\n" + kTransaction), kind, kWarning, 9,
-         "1 element is not read: <REF> is not known to the OFX standard; it ends the text of <MEMO> before "
+         "1 element is not read: <REF> is not in the OFX standard; it cuts off the text of <MEMO> before "
          "it."},
         {"a private aggregate", transaction(kTransaction + "<ABC.SPLIT><ABC.PART>1.00</ABC.SPLIT>\n"), kind,
          kWarning, 14,
@@ -108,24 +108,24 @@ TEST_CASE("elements of the standard that have no class are named") {
     const FindingKind kind = FindingKind::treeOnly;
     const Row rows[] = {
         {"beside a transaction", transaction(kTransaction + "<EXTDNAME>Tea and more\n"), kind, kNote, 14,
-         "1 element can be had from the document's tree only: <EXTDNAME>."},
+         "1 element is available only in the parse tree: <EXTDNAME>."},
         {"the telephone of a payee",
          transaction("<TRNTYPE>DEBIT<DTPOSTED>20240105<TRNAMT>1<FITID>7\n<PAYEE><NAME>x<PHONE>5</PAYEE>\n"),
-         kind, kNote, 10, "1 element can be had from the document's tree only: <PHONE>."},
+         kind, kNote, 10, "1 element is available only in the parse tree: <PHONE>."},
         {"a closing statement",
          document("<BANKMSGSRSV1><STMTENDTRNRS><TRNUID>1" + kStatus + "<STMTENDRS><CURDEF>EUR" + kAccount +
                   "<CLOSING><FITID>1<BALCLOSE>7.00</CLOSING></STMTENDRS></STMTENDTRNRS></BANKMSGSRSV1>\n"),
          kind, kWarning, 5,
-         "1 element can be had from the document's tree only: <STMTENDTRNRS>; in it: 1 account number, 1 "
+         "1 element is available only in the parse tree: <STMTENDTRNRS>; in it: 1 account number, 1 "
          "amount and 6 values."},
         {"an answer of a message set that is not listed",
          document("<LOANMSGSRSV1><LOANSTMTTRNRS><TRNUID>1" + kStatus +
                   "<LOANSTMTRS><CURDEF>EUR</LOANSTMTRS></LOANSTMTTRNRS></LOANMSGSRSV1>\n"),
-         kind, kNote, 5, "1 element can be had from the document's tree only: <LOANSTMTTRNRS>."},
+         kind, kNote, 5, "1 element is available only in the parse tree: <LOANSTMTTRNRS>."},
         {"open orders",
          withInvestments("<INVOOLIST><OOBUYSTOCK><OO><FITID>1<UNITS>5</OO></OOBUYSTOCK></INVOOLIST>\n"), kind,
          kWarning, 7,
-         "1 element can be had from the document's tree only: <INVOOLIST>; in it: 1 order, 1 amount and 2 "
+         "1 element is available only in the parse tree: <INVOOLIST>; in it: 1 order, 1 amount and 2 "
          "values."},
     };
     for (const Row& row : rows) check(row);
@@ -138,21 +138,21 @@ TEST_CASE("elements of the standard that have no class are named") {
 TEST_CASE("broken tags and text between elements are named, with the first place") {
     const Row rows[] = {
         {"text after a close tag", transaction(kTransaction + "<MEMO>x</MEMO>-7.00\n"),
-         FindingKind::looseText, kWarning, 14, "1 text stands between elements and is in none: \"-7.00\"."},
+         FindingKind::looseText, kWarning, 14, "1 text is between elements and belongs to none: \"-7.00\"."},
         {"a \"<\" in a word", transaction(kTransaction + "<MEMO>a<8 b\n"), FindingKind::brokenTag, kWarning,
-         14, "1 \"<\" begins no tag and is read as text: \"a<8 b\"."},
+         14, "1 \"<\" does not start a tag and is read as text: \"a<8 b\"."},
         {"a tag after capitals",
          transaction("<TRNTYPE>DEBITDTUSER>20240105\n<DTPOSTED>20240105\n<TRNAMT>-5.00\n"),
          FindingKind::brokenTag, kWarning, 9,
-         "1 text seems to hold a tag that has lost its \"<\": \"DEBITDTUSER>20240105\" of <TRNTYPE>."},
+         "1 text seems to contain a tag that has lost its \"<\": \"DEBITDTUSER>20240105\" of <TRNTYPE>."},
         {"a date with a rest", transaction("<DTPOSTED>20240105T1200\n<TRNAMT>-5.00\n"),
          FindingKind::doubtfulValue, kWarning, 9,
-         "1 date has something after its day that is no time, and is not read: \"20240105T1200\"."},
+         "1 date has text after its day that is not a time and is ignored: \"20240105T1200\"."},
         {"a text in an aggregate",
          withInvestments(
              "<INVPOSLIST><POSSTOCK><INVPOS>\n<SECID>C3\n<UNITS>1</INVPOS></POSSTOCK></INVPOSLIST>\n"),
          FindingKind::notDelivered, kWarning, 8,
-         "1 aggregate has text in it and no elements, so it is not read: <SECID>, \"C3\"."},
+         "1 aggregate has text instead of elements, so it is not read: <SECID>, \"C3\"."},
     };
     for (const Row& row : rows) check(row);
 }
@@ -236,10 +236,11 @@ TEST_CASE("answers that do not say that all is well are named") {
 TEST_CASE("an account without a number is none") {
     std::string text = transaction(kTransaction);
     text.erase(text.find("<ACCTID>2"), 9);
-    check({"no number", text, FindingKind::noAccount, kWarning, 6,
-           "1 statement does not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-           "missing, "
-           "or has no <ACCTID>."});
+    check(
+        {"no number", text, FindingKind::noAccount, kWarning, 6,
+         "1 statement does not say which account it is for: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
+         "missing, "
+         "or has no <ACCTID>."});
 }
 
 TEST_CASE("records of investments are compared by identifier and read from every list") {
@@ -247,16 +248,17 @@ TEST_CASE("records of investments are compared by identifier and read from every
         return withInvestments("<INVTRANLIST><DTSTART>20240101<DTEND>20240131\n" + first +
                                "</INVTRANLIST>\n" + "<INVTRANLIST>\n" + second + "</INVTRANLIST>\n");
     };
-    check({"one identifier", lists(bought("1", "5"), bought("1", "6")), FindingKind::repeatedIdentifier,
-           kNote, 11,
-           "1 investment transaction has the identifier (FITID) of an earlier, different one of the same "
-           "statement: \"1\"."});
+    check(
+        {"one identifier", lists(bought("1", "5"), bought("1", "6")), FindingKind::repeatedIdentifier, kNote,
+         11,
+         "1 investment transaction has the same identifier (FITID) as an earlier, different one of the same "
+         "statement: \"1\"."});
     std::string twice = lists(bought("1", "5"), "");
     const std::string inner = "<INVBUY><INVTRAN><FITID>9</INVTRAN></INVBUY>";
     check(
         {"twice in a record", twice.insert(twice.find("<BUYTYPE>"), inner), FindingKind::notDelivered,
          kWarning, 8,
-         "1 element stands once more where there may be one, so none or only the first is read: <INVBUY>."});
+         "1 element is repeated although only one is allowed, so only the first or none is read: <INVBUY>."});
 }
 
 namespace {
@@ -301,8 +303,8 @@ TEST_CASE("lists of investments that stand twice are delivered whole, with the p
     const std::string security = "<SECLIST><MFINFO><SECINFO><SECNAME>x</SECINFO></MFINFO></SECLIST>\n";
     const std::string set = "SECLISTMSGSRSV1>";
     const std::string further =
-        "1 list stands once more where there may be one; what is in all of them is "
-        "read, the period of the first only: ";
+        "1 list is repeated although only one is allowed; the content of all is read, but only the period of "
+        "the first: ";
     for (const OpenRepair repair : {OpenRepair::whenNeeded, OpenRepair::never})
         for (const Lists& lists :
              {Lists{transactions, 2, 0, 0, further + "<INVTRANLIST>."},
@@ -368,13 +370,12 @@ TEST_CASE("profiles and account lists are read where the standard has their elem
     CHECK(findingsOf(accounts(bank)).empty());
     CHECK(findingsOf(accounts("<SVCSTATUS>ACTIVE\n" + bank)).empty());
     check({"two accounts in a record", accounts(bank + bank), FindingKind::notDelivered, kWarning, 8,
-           "1 element stands once more where there may be one, so none or only the first is read: "
+           "1 element is repeated although only one is allowed, so only the first or none is read: "
            "<BANKACCTINFO>."});
-    check(
-        {"a loan", accounts("<LOANACCTINFO><LOANACCTFROM><LOANACCTID>5</LOANACCTFROM></LOANACCTINFO>\n"),
-         FindingKind::treeOnly, kWarning, 7,
-         "1 element can be had from the document's tree only: <LOANACCTINFO>; in it: 1 account number and 1 "
-         "value."});
+    check({"a loan", accounts("<LOANACCTINFO><LOANACCTFROM><LOANACCTID>5</LOANACCTFROM></LOANACCTINFO>\n"),
+           FindingKind::treeOnly, kWarning, 7,
+           "1 element is available only in the parse tree: <LOANACCTINFO>; in it: 1 account number and 1 "
+           "value."});
 }
 
 TEST_CASE("however many names are unknown, the findings are few") {

@@ -87,45 +87,44 @@ TEST_CASE("what no object stands for is counted by cause, with the first place")
     checkRows(
         {
             {"two lists", statementWith(list(two) + list(transaction("3"))), kind, warning, 3, 7,
-             "3 transactions are left out: there are several <BANKTRANLIST> in one <STMTRS>, where "
-             "only a single one can be read."},
+             "3 transactions are left out: there is more than one <BANKTRANLIST> in one <STMTRS>; only a "
+             "single one can be read."},
             {"two statements in a wrapper",
              document(messageSet(wrapper(statement(list(two)) + statement(kBalance)))), kind, warning, 5, 5,
-             "2 transactions, 1 balance and 2 statements are left out: there are several <STMTRS> in one "
-             "<STMTTRNRS>, where "
-             "only a single one can be read."},
+             "2 transactions, 1 balance and 2 statements are left out: there is more than one <STMTRS> in "
+             "one "
+             "<STMTTRNRS>; only a single one can be read."},
             {"two message sets",
              document(messageSet(wrapper(statement(list(two)))) + "\n" + messageSet(wrapper(statement("")))),
              kind, warning, 4, 5,
-             "2 transactions and 2 statements are left out: there are several <BANKMSGSRSV1> in one <OFX>, "
-             "where "
-             "only a single one can be read."},
+             "2 transactions and 2 statements are left out: there is more than one <BANKMSGSRSV1> in one "
+             "<OFX>; only a single one can be read."},
             {"two balances", statementWith(list("") + kBalance + kBalance), kind, warning, 2, 8,
-             "2 balances are left out: there are several <LEDGERBAL> in one <STMTRS>, where "
-             "only a single one can be read."},
+             "2 balances are left out: there is more than one <LEDGERBAL> in one <STMTRS>; only a single one "
+             "can be read."},
             {"a transaction outside of the list", statementWith(list("") + transaction("1")), kind, warning,
-             1, 8, "1 transaction is left out: <STMTTRN> stands in <STMTRS>, where it is not read."},
+             1, 8, "1 transaction is left out: <STMTTRN> is in <STMTRS>, where it is not read."},
             {"a balance in the list", statementWith(list(kBalance)), kind, warning, 1, 7,
-             "1 balance is left out: <LEDGERBAL> stands in <BANKTRANLIST>, where it is not read."},
+             "1 balance is left out: <LEDGERBAL> is in <BANKTRANLIST>, where it is not read."},
             {"a list that stands too high", document(messageSet(wrapper(list(two)))), kind, warning, 2, 6,
-             "2 transactions are left out: <BANKTRANLIST> stands in <STMTTRNRS>, where it is not read."},
+             "2 transactions are left out: <BANKTRANLIST> is in <STMTTRNRS>, where it is not read."},
             {"a statement in another wrapper",
              document("<CREDITCARDMSGSRSV1><CCSTMTTRNRS><TRNUID>1\n" + statement(list(two)) +
                       "</CCSTMTTRNRS></CREDITCARDMSGSRSV1>"),
              kind, warning, 3, 5,
-             "2 transactions and 1 statement are left out: <STMTRS> stands in <CCSTMTTRNRS>, where it is not "
+             "2 transactions and 1 statement are left out: <STMTRS> is in <CCSTMTTRNRS>, where it is not "
              "read."},
             {"a transaction of text", statementWith(list("<STMTTRN>*snipped*</STMTTRN>\n")), kind, warning, 1,
-             7, "1 transaction is left out: <STMTTRN> has text in it and no elements: \"*snipped*\"."},
+             7, "1 transaction is left out: <STMTTRN> has text instead of elements: \"*snipped*\"."},
             {"pending transactions",
              statementWith(list("") +
                            "<BANKTRANLISTP><DTASOF>20240131<STMTTRNP><TRNTYPE>DEBIT<DTTRAN>20240130"
                            "<TRNAMT>-1.00</STMTTRNP></BANKTRANLISTP>"),
              kind, warning, 1, 8,
-             "1 pending transaction is left out: <STMTTRNP> can be had from the document's tree only."},
+             "1 pending transaction is left out: <STMTTRNP> is available only in the parse tree."},
             {"further balances",
              statementWith("<BALLIST><BAL><NAME>x<DESC>y<BALTYPE>DOLLAR<VALUE>1</BAL></BALLIST>"), kind,
-             warning, 1, 6, "1 further balance is left out: <BAL> can be had from the document's tree only."},
+             warning, 1, 6, "1 further balance is left out: <BAL> is available only in the parse tree."},
         },
         OpenOptions::asIs());
 }
@@ -139,17 +138,17 @@ TEST_CASE("what of an investment statement stands in a bank's is named, and make
         {"a balance of investments",
          statementWith(payments + "<INVBAL><AVAILCASH>9<MARGINBALANCE>0<SHORTBALANCE>0</INVBAL>"), kind,
          warning, 1, 9,
-         "1 element stands where the OFX standard has no place for it, so it is not read: <INVBAL> in "
+         "1 element is where the OFX standard does not allow it, so it is not read: <INVBAL> in "
          "<STMTRS>."},
         {"a balance under the name of a leaf",
          statementWith(payments + "<CASHBAL><BALAMT>9<DTASOF>20240131</CASHBAL>"), kind, warning, 1, 9,
-         "1 element stands where the OFX standard has no place for it, so it is not read: <CASHBAL> in "
+         "1 element is where the OFX standard does not allow it, so it is not read: <CASHBAL> in "
          "<STMTRS>."},
         {"positions", statementWith(payments + "<INVPOSLIST>" + position + "</INVPOSLIST>"), kind, warning, 1,
-         9, "1 position is left out: <INVPOSLIST> stands in <STMTRS>, where it is not read."},
+         9, "1 position is left out: <INVPOSLIST> is in <STMTRS>, where it is not read."},
         {"a purchase", statementWith(list(transaction("1") + "<BUYSTOCK><BUYTYPE>BUY</BUYSTOCK>")), kind,
          warning, 1, 8,
-         "1 investment transaction is left out: <BUYSTOCK> stands in <BANKTRANLIST>, where it is not read."},
+         "1 investment transaction is left out: <BUYSTOCK> is in <BANKTRANLIST>, where it is not read."},
     };
     checkRows(rows, OpenOptions());
     for (const Row& row : rows) {
@@ -168,8 +167,7 @@ TEST_CASE("elements outside of the root are not delivered, and stand after the e
                    OpenOptions::asIs());
     REQUIRE(findings.size() == 2);
     CHECK(findings[0].kind == FindingKind::notDelivered);
-    CHECK(findings[0].text ==
-          "1 transaction and 1 statement are left out: <BANKMSGSRSV1> stands outside of <OFX>.");
+    CHECK(findings[0].text == "1 transaction and 1 statement are left out: <BANKMSGSRSV1> is outside <OFX>.");
     CHECK(findings[1].kind == FindingKind::textAround);
 }
 
@@ -188,7 +186,7 @@ TEST_CASE("a document that ends before its end is cut off") {
               "The document ends before its close tag </OFX>: the rest is missing. Download it again."},
              {"</STMTTRN>",
               "The document ends before its close tag </OFX>: the rest is missing, and the last value, "
-              "\"tea\", may not be complete. Download it again."},
+              "\"tea\", may be incomplete. Download it again."},
              {"BANKMSGSRSV1>\n</OFX>",
               "The document ends before its close tag </OFX>: the rest is missing, and it ends inside a tag. "
               "Download it again."},
@@ -206,12 +204,11 @@ TEST_CASE("a document that ends before its end is cut off") {
 }
 
 TEST_CASE("without any close tag nothing shows whether the end is missing") {
-    checkRows(
-        {{"a sign-on", "<OFX><SIGNONMSGSRSV1><SONRS><LANGUAGE>ENG", FindingKind::cutOff,
-          FindingSeverity::note, 1, 1,
-          "The document has no close tags, so nothing shows whether its end is missing. Check that its last "
-          "transactions are there."}},
-        OpenOptions::asIs());
+    checkRows({{"a sign-on", "<OFX><SIGNONMSGSRSV1><SONRS><LANGUAGE>ENG", FindingKind::cutOff,
+                FindingSeverity::note, 1, 1,
+                "The document has no close tags, so a missing end cannot be detected. Check that its last "
+                "transactions are there."}},
+              OpenOptions::asIs());
 }
 
 TEST_CASE("every cut of a document is said") {
@@ -228,10 +225,9 @@ TEST_CASE("every cut of a document is said") {
 
 TEST_CASE("text after the document is named, and the end marks of old systems are not") {
     const std::string whole = statementWith(list(transaction("1")));
-    checkRows(
-        {{"a line", whole + "-- sent by mail --\n", FindingKind::textAround, FindingSeverity::note, 1, 13,
-          "Text stands after the end of the document and is no part of it: \"-- sent by mail --\"."}},
-        OpenOptions::asIs());
+    checkRows({{"a line", whole + "-- sent by mail --\n", FindingKind::textAround, FindingSeverity::note, 1,
+                13, "Text after the end of the document is not part of it: \"-- sent by mail --\"."}},
+              OpenOptions::asIs());
     CHECK(findingsOf(whole + std::string("\x1A\0 \n", 4), {}).empty());
 }
 
@@ -261,18 +257,18 @@ TEST_CASE("values that are read by evidence, or are improbable, are named") {
     checkRows(
         {
             {"a decimal comma", balance("-0,99", "20240101"), doubtful, FindingSeverity::note, 1, 6,
-             "The amount \"-0,99\" is not written as OFX has it; it is read as -0.99."},
+             "The amount \"-0,99\" is not in OFX format; it is read as -0.99."},
             {"a currency and both separators", balance("R$ 5.326,43", "20240101"), doubtful,
              FindingSeverity::note, 1, 6,
-             "The amount \"R$ 5.326,43\" is not written as OFX has it; it is read as 5326.43."},
+             "The amount \"R$ 5.326,43\" is not in OFX format; it is read as 5326.43."},
             {"three digits after a comma, and nothing that shows what it is", balance("1,234", "20240101"),
              doubtful, FindingSeverity::warning, 1, 6,
              "The amount \"1,234\" can be read in two ways; it is read as 1234."},
             {"a date by country", balance("1.00", "30/06/2025"), doubtful, FindingSeverity::note, 1, 6,
-             "The date \"30/06/2025\" is not written as OFX has it; it is read as 2025-06-30."},
+             "The date \"30/06/2025\" is not in OFX format; it is read as 2025-06-30."},
             {"a date with a zone", balance("1.00", "2025-06-30T23:30-05:00"), doubtful, FindingSeverity::note,
              1, 6,
-             "The date \"2025-06-30T23:30-05:00\" is not written as OFX has it; it is read as 2025-07-01 "
+             "The date \"2025-06-30T23:30-05:00\" is not in OFX format; it is read as 2025-07-01 "
              "04:30:00 UTC."},
             {"a date of long ago", balance("1.00", "19010101"), doubtful, FindingSeverity::note, 1, 6,
              "The date \"19010101\" is improbable; it is read as 1901-01-01."},
@@ -283,11 +279,11 @@ TEST_CASE("values that are read by evidence, or are improbable, are named") {
     checkRows(
         {
             {"a decimal comma", balance("-0,99", "20240101"), doubtful, FindingSeverity::warning, 1, 6,
-             "The amount \"-0,99\" is not written as OFX has it and is read wrongly or not at all; it "
+             "The amount \"-0,99\" is not in OFX format and is read wrongly or not at all; it "
              "probably means "
              "-0.99."},
             {"a date by country", balance("1.00", "30/06/2025"), doubtful, FindingSeverity::warning, 1, 6,
-             "The date \"30/06/2025\" is not written as OFX has it and is not read; it probably means "
+             "The date \"30/06/2025\" is not in OFX format and is not read; it probably means "
              "2025-06-30."},
         },
         OpenOptions::asIs());
@@ -313,12 +309,11 @@ TEST_CASE("types of accounts that no class has are named") {
     checkRows(
         {
             {"a newer one", document(messageSet(statementOf("CD"))), kind, note, 1, 5,
-             "1 account has a type that can be had from the document's tree only: \"CD\"."},
+             "1 account has a type that is available only in the parse tree: \"CD\"."},
             {"of two statements", document(messageSet(statementOf("GIRO") + statementOf("CD"))), kind, note,
-             2, 5,
-             "2 accounts have a type that can be had from the document's tree only: the first is \"GIRO\"."},
+             2, 5, "2 accounts have types that are available only in the parse tree; the first is \"GIRO\"."},
             {"in an account list", list(listed("CHECKING") + listed("checking")), kind, note, 1, 6,
-             "1 account has a type that can be had from the document's tree only: \"checking\"."},
+             "1 account has a type that is available only in the parse tree: \"checking\"."},
         },
         OpenOptions());
     for (const std::string type : {"CHECKING", "SAVINGS", "MONEYMARKET", "CREDITLINE"})
@@ -333,11 +328,11 @@ TEST_CASE("values that the caller's formats make something else of are named") {
     checkRows(
         {{"an amount", statementWith("<LEDGERBAL><BALAMT>2776.20<DTASOF>20240101</LEDGERBAL>\n"),
           FindingKind::doubtfulValue, FindingSeverity::warning, 1, 6,
-          "The amount \"2776.20\" is, with the number format that was given, read as 277620, not as 2776.2."},
+          "The amount \"2776.20\" is read as 277620, not as 2776.2, because of the given number format."},
          {"a date", statementWith("<LEDGERBAL><BALAMT>5,00<DTASOF>20240203</LEDGERBAL>\n"),
           FindingKind::doubtfulValue, FindingSeverity::warning, 1, 6,
-          "The date \"20240203\" is, with the date format that was given, read as 2024-03-02, not as "
-          "2024-02-03."}},
+          "The date \"20240203\" is read as 2024-03-02, not as 2024-02-03, because of the given date "
+          "format."}},
         options);
     CHECK(
         findingsOf(statementWith("<LEDGERBAL><BALAMT>5,00<DTASOF>20240202</LEDGERBAL>\n"), options).empty());
@@ -349,11 +344,11 @@ TEST_CASE("elements that stand where nobody reads them, or twice where one may, 
           document("<SIGNONMSGSRSV1><SONRS><STATUS><CODE>0<SEVERITY>INFO\n<DTSERVER>20240101</STATUS></SONRS>"
                    "</SIGNONMSGSRSV1>"),
           FindingKind::notDelivered, FindingSeverity::warning, 1, 5,
-          "1 element stands where the OFX standard has no place for it, so it is not read: <DTSERVER> in "
+          "1 element is where the OFX standard does not allow it, so it is not read: <DTSERVER> in "
           "<STATUS>."},
          {"two names", statementWith(list(transaction("1", "<NAME>a\n<NAME>b"))), FindingKind::notDelivered,
           FindingSeverity::warning, 1, 8,
-          "1 element stands once more where there may be one, so none or only the first is read: <NAME>."}},
+          "1 element is repeated although only one is allowed, so only the first or none is read: <NAME>."}},
         OpenOptions::asIs());
     // The first is repaired, the second stays.
     CHECK(
@@ -382,7 +377,7 @@ TEST_CASE("investments that do not add up are noted") {
         return investments(text.replace(text.find(">MKT<"), 5, ">" + value + "<"));
     };
     checkRows({{"a position", valued("51.00"), FindingKind::doesNotAddUp, FindingSeverity::note, 1, 5,
-                "1 position does not add up: its market value is 51, but its parts make 50."}},
+                "1 position does not add up: its market value is 51, but its parts add up to 50."}},
               OpenOptions());
     CHECK(findingsOf(valued("50.00"), {}).empty());
 }
@@ -426,10 +421,10 @@ TEST_CASE("different transactions with one identifier are counted") {
     };
     const FindingKind kind = FindingKind::repeatedIdentifier;
     checkRows({{"one", with({"5", "7", "5"}), kind, FindingSeverity::note, 1, 9,
-                "1 transaction has the identifier (FITID) of an earlier, different one of the same "
+                "1 transaction has the same identifier (FITID) as an earlier, different one of the same "
                 "statement: \"5\"."},
                {"several", with({"5", "7", "5", "7", "5"}), kind, FindingSeverity::note, 3, 9,
-                "3 transactions have the identifier (FITID) of an earlier, different one of the same "
+                "3 transactions have the same identifier (FITID) as an earlier, different one of the same "
                 "statement; the "
                 "first is \"5\"."}},
               OpenOptions());
@@ -444,14 +439,16 @@ TEST_CASE("different transactions with one identifier are counted") {
 TEST_CASE("a statement that names no account is said, and one that was refused is not") {
     checkRows({{"a bank's", document(messageSet(wrapper("<STMTRS><CURDEF>EUR\n" + kBalance + "</STMTRS>"))),
                 FindingKind::noAccount, FindingSeverity::warning, 1, 5,
-                "1 statement does not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-                "missing, or has no <ACCTID>."},
+                "1 statement does not say which account it is for: <BANKACCTFROM>, <CCACCTFROM> or "
+                "<INVACCTFROM> is "
+                "missing or has no <ACCTID>."},
                {"a card's",
                 document("<CREDITCARDMSGSRSV1><CCSTMTTRNRS><TRNUID>1<CCSTMTRS><CURDEF>EUR\n" + kBalance +
                          "</CCSTMTRS></CCSTMTTRNRS></CREDITCARDMSGSRSV1>"),
                 FindingKind::noAccount, FindingSeverity::warning, 1, 4,
-                "1 statement does not say of which account: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-                "missing, or has no <ACCTID>."}},
+                "1 statement does not say which account it is for: <BANKACCTFROM>, <CCACCTFROM> or "
+                "<INVACCTFROM> is "
+                "missing or has no <ACCTID>."}},
               OpenOptions::asIs());
 }
 
@@ -466,7 +463,7 @@ TEST_CASE("a document without a response says why") {
              "The document is XML without the instruction <?OFX ...?>, so nothing in it is read. Put <?OFX "
              "VERSION=\"211\"?> before <OFX>."},
             {"lower case", "OFXHEADER:100\n\n<ofx><bankmsgsrsv1></bankmsgsrsv1></ofx>", kind, warning, 1, 0,
-             "The document's tags are in lower case, so nothing is found in it without a repair."},
+             "The document's tags are in lower case, so nothing in it is read without a repair."},
         },
         OpenOptions::asIs());
 }

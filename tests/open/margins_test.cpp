@@ -68,7 +68,7 @@ TEST_CASE("text before the first element is named, and what belongs to a documen
     const std::string body =
         "<OFX><SIGNONMSGSRSV1><SONRS><STATUS><CODE>0<SEVERITY>INFO</STATUS></SONRS>"
         "</SIGNONMSGSRSV1></OFX>\n";
-    const std::string begin = "Text stands before the beginning of the document and is no part of it: ";
+    const std::string begin = "Text before the beginning of the document is not part of it: ";
     struct Row {
         std::string name;
         std::string text;

@@ -114,8 +114,8 @@ TEST_CASE("what cannot be opened has a code and says what it is") {
              {"file://example.com/july.ofx", OpenErrorCode::otherComputer,
               "The URL names another computer: example.com."},
              {"https://example.com/july.ofx", OpenErrorCode::otherComputer,
-              "The URL is of another scheme than file: https://example.com/july.ofx"},
-             {"ofx+x.1-y://", OpenErrorCode::otherComputer, "The URL is of another scheme than file: ofx"},
+              "The URL has a scheme other than file: https://example.com/july.ofx"},
+             {"ofx+x.1-y://", OpenErrorCode::otherComputer, "The URL has a scheme other than file: ofx"},
              {"://july.ofx", OpenErrorCode::notFound, "was not found."},
              {"1st://july.ofx", OpenErrorCode::notFound, "was not found."},
              {"a b://july.ofx", OpenErrorCode::notFound, "was not found."},
@@ -161,7 +161,7 @@ TEST_CASE("bytes that are no OFX document are named as what they are") {
              {"{\"a\": 1}", OpenErrorCode::otherFormat, "JSON"},
              {"<OFC><DTD>2</OFC>", OpenErrorCode::ofc, "OFC"},
              {"Dear customer, nothing to see", OpenErrorCode::notOFX, "begins with \"Dear customer"},
-             {" \n ", OpenErrorCode::notOFX, "nothing but white space"},
+             {" \n ", OpenErrorCode::notOFX, "only white space"},
              {std::string("\xFF\xFF\x00\xD8", 4), OpenErrorCode::undecodable, ""},
          }) {
         CAPTURE(row.bytes);
@@ -244,8 +244,8 @@ TEST_CASE("an encoding is a finding where it is not the one that the document na
     };
     const std::string latin = "Caf\xE9";
     const std::string utf8 = "Café";
-    const std::string contradicted = ", which its bytes are not; it is read as ";
-    const std::string unknown = ", which is not known here; it is read as ";
+    const std::string contradicted = ", but its bytes are not in that encoding; it is read as ";
+    const std::string unknown = ", which is not supported; it is read as ";
     const FindingSeverity warning = FindingSeverity::warning;
     struct Row {
         std::string bytes;
@@ -327,7 +327,8 @@ TEST_CASE("marks that stand twice, and UTF-16 of the other order, are read") {
     }
     const OpenError cut = opened("\xFF\xFE" + wide(document("tea"), false) + "x").error();
     CHECK(cut.code == OpenErrorCode::undecodable);
-    CHECK(cut.cause == "It is UTF-16, in which a character has two bytes, and it ends within one.");
+    CHECK(cut.cause ==
+          "It is UTF-16, which consists of pairs of bytes, but it ends in the middle of a pair.");
 }
 
 TEST_CASE("a text that reads and has no OFX in it is an error that names it") {
@@ -622,8 +623,8 @@ TEST_CASE("of many documents that are no text only the first ones name the encod
         CAPTURE(i);
         const OpenError& error = file.documents()[i].error();
         CHECK(error.code == OpenErrorCode::undecodable);
-        CHECK(error.remedy.starts_with(i < 4 ? "One of these encodings reads it: "
-                                             : "Say which encoding it is in."));
+        CHECK(error.remedy.starts_with(i < 4 ? "These encodings can read it: "
+                                             : "Give the encoding that it is in."));
     }
 }
 
@@ -640,7 +641,7 @@ TEST_CASE("limits on size and depth are held") {
     limited.maximumDepth = 5;
     const OpenedFile deep = opened(document("tea"), limited);
     CHECK(deep.error().code == OpenErrorCode::tooDeep);
-    CHECK(deep.error().remedy == "Raise OpenOptions::maximumDepth, if its sender is trusted.");
+    CHECK(deep.error().remedy == "Raise OpenOptions::maximumDepth if you trust the sender.");
     CHECK(deep.statements().empty());
 }
 

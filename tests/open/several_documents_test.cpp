@@ -108,13 +108,11 @@ TEST_CASE("a date that can mean two days is read as another document of the file
     };
     const std::vector<Row> rows = {
         {"30/06/2025", "2025-06-05",
-         "The date \"05/06/2025\" is not written as OFX has it; it is read as 2025-06-05, with the day "
-         "first, as "
-         "the file's other dates are written."},
+         "The date \"05/06/2025\" is not in OFX format; it is read as 2025-06-05, with the day first, like "
+         "the other dates of the file."},
         {"06/30/2025", "2025-05-06",
-         "The date \"05/06/2025\" is not written as OFX has it; it is read as 2025-05-06, with the month "
-         "first, "
-         "as the file's other dates are written."},
+         "The date \"05/06/2025\" is not in OFX format; it is read as 2025-05-06, with the month first, like "
+         "the other dates of the file."},
     };
     for (const Row& row : rows) {
         CAPTURE(row.other);
@@ -144,9 +142,8 @@ TEST_CASE("a date that can mean two days is left out where no document of the fi
         document(transaction("05/06/2025") + transaction("07/06/2025")) + document(transaction("20250630"))));
     const std::vector<Finding> unread = ofKind(file, FindingKind::unreadableValue);
     REQUIRE(unread.size() == 1);
-    CHECK(
-        unread[0].text ==
-        "2 dates such as \"05/06/2025\" can mean two days, this one 2025-06-05 or 2025-05-06, and the file's "
-        "other dates do not tell which; they are left out.");
+    CHECK(unread[0].text ==
+          "2 dates such as \"05/06/2025\" can mean two days, this one 2025-06-05 or 2025-05-06; the other "
+          "dates of the file do not show which, so they are left out.");
     CHECK(unread[0].count == 2);
 }

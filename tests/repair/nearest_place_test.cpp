@@ -176,8 +176,8 @@ TEST_CASE("an aggregate beside a leaf of its name is told") {
     const RepairedText repaired = repairOFXText(text, RepairScope::structure);
     CHECK(repaired.text == text);
     REQUIRE(repaired.remaining.size() == 2);
-    CHECK(repaired.remaining[0].reason == "<PAYEE> has a text, which only a leaf can have");
-    CHECK(repaired.remaining[1].reason == "a second <PAYEE> cannot stand in <STMTTRN>");
+    CHECK(repaired.remaining[0].reason == "<PAYEE> has text, which only a leaf may have");
+    CHECK(repaired.remaining[1].reason == "a second <PAYEE> is not allowed in <STMTTRN>");
 }
 
 TEST_CASE("an open tag inside of what belongs in it is moved, and leaves nothing empty") {
@@ -193,6 +193,6 @@ TEST_CASE("an open tag inside of what belongs in it is moved, and leaves nothing
         REQUIRE(repaired.changes.size() == 2);
         CHECK(repaired.changes[1].was == tag);
         CHECK(repaired.changes[1].reason ==
-              "<BANKACCTINFO> stands too far in; it begins with the first element that belongs in it");
+              "<BANKACCTINFO> is nested too deep; it starts at the first element that belongs in it");
     }
 }

@@ -46,7 +46,7 @@ void addLeaves(Leaves& leaves, const std::string& name, const ParseValue& value)
         for (const auto& [childName, child] : *dictionary) addLeaves(leaves, std::string(childName), child);
 }
 
-/// The text without comments; a character-data section, and a comment that parts a tag, becomes what
+/// The text without comments; a CDATA section, and a comment that parts a tag, becomes what
 /// begins no tag.
 std::string withoutSections(std::string_view text) {
     std::string plain;

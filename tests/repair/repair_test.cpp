@@ -426,7 +426,7 @@ TEST_CASE("a change says where it is, what was there and what is there now") {
     CHECK(repaired.changes ==
           std::vector<RepairChange>{
               {comment, 37, 4, 12, "<!-- c -->", ""},
-              {wrongClose, 49, 4, 24, "</NAM>", "</NAME>", "<NAME> is what ends here"},
+              {wrongClose, 49, 4, 24, "</NAM>", "</NAME>", "<NAME> is the element that ends here"},
               {emptyLeaf, 62, 5, 7, "", "</MEMO>", "<MEMO> has neither a text nor a close tag"}});
     CHECK(repaired.text ==
           "OFXHEADER:100\r\n\r\n<OFX>\n  <NAME>\u00C4\u20AC  x</NAME>\r<MEMO></MEMO>\n</OFX>");

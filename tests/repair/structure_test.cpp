@@ -149,13 +149,13 @@ TEST_CASE("what is left where the standard has no place for it is told") {
     };
     for (const Row& row :
          {Row{inBank(list(in("STMTTRN", "<FITID>a<MEMO>b<MEMO>c"))),
-              "a second <MEMO> cannot stand in <STMTTRN>"},
+              "a second <MEMO> is not allowed in <STMTTRN>"},
           {"<OFX>" + in("SIGNONMSGSRSV1", in("SONRS", "<DTSERVER>1") + in("SONRS", "<DTSERVER>2")),
-           "a second <SONRS> cannot stand in <SIGNONMSGSRSV1>"},
+           "a second <SONRS> is not allowed in <SIGNONMSGSRSV1>"},
           {"<OFX><STMTTRNX><STMTTRN><X.LIST><BANKTRANLIST>x",
-           "<BANKTRANLIST> has a text, which only a leaf can have"},
-          {"<OFX><CURDEF>USD<X.LIST>", "<CURDEF> cannot stand in <OFX>"},
-          {"<OFX><X.LIST><Memo>a", "<Memo> counts in capitals only"}}) {
+           "<BANKTRANLIST> has text, which only a leaf may have"},
+          {"<OFX><CURDEF>USD<X.LIST>", "<CURDEF> is not allowed in <OFX>"},
+          {"<OFX><X.LIST><Memo>a", "<Memo> must be in capitals"}}) {
         CAPTURE(row.text);
         const RepairedText repaired = repairOFXText(row.text, RepairScope::structure);
         CHECK(repaired.text == row.text);
@@ -256,7 +256,7 @@ TEST_CASE("what stands twice where one may is delivered twice, or becomes one") 
 TEST_CASE("leaves that two lists both have stay beside the one that comes of them, and are told") {
     const RepairedText repaired = repairOFXText(inBank(list(kA) + list(kB)), RepairScope::structure);
     REQUIRE(repaired.remaining.size() == 2);
-    CHECK(repaired.remaining[0].reason == "<DTSTART> cannot stand in <STMTRS>");
+    CHECK(repaired.remaining[0].reason == "<DTSTART> is not allowed in <STMTRS>");
     CHECK(repaired.text.substr(repaired.remaining[0].offset).starts_with("<DTSTART>"));
     CHECK(repaired.remaining[0].line == 5);
     CHECK(repaired.remaining[0].column == repaired.remaining[0].offset - kHeader.size() + 1);
@@ -472,7 +472,7 @@ TEST_CASE("an open tag that stands twice in a row is dropped once") {
         REQUIRE(repaired.changes.size() == 1);
         CHECK(repaired.changes[0].was == tag);
         CHECK(repaired.changes[0].now.empty());
-        CHECK(repaired.changes[0].reason == tag + " is opened twice in a row, and closed once");
+        CHECK(repaired.changes[0].reason == tag + " is opened twice in a row but closed once");
         CHECK(delivered(repaired.text) == delivered(whole));
         CHECK(repaired.remaining.empty());
         text.insert(text.find(tag), tag);
@@ -504,7 +504,7 @@ TEST_CASE("a close tag without its slash makes no second, empty element") {
             CHECK(repaired.changes[0].kind == RepairKind::wrongClose);
             CHECK(repaired.changes[0].offset == at);
             CHECK(repaired.changes[0].reason ==
-                  "<" + name + "> is open, and what follows does not belong in another");
+                  "<" + name + "> is already open, and what follows does not belong in a second one");
         }
     }
 }
@@ -517,15 +517,17 @@ TEST_CASE("a reason says why") {
         return all;
     };
     CHECK(reasons(without(inBank(list(kA) + kLedger), "</BANKTRANLIST>")) ==
-          "<LEDGERBAL> cannot stand in <BANKTRANLIST>, so that ends before it\n");
+          "<LEDGERBAL> is not allowed in <BANKTRANLIST>, so <BANKTRANLIST> ends before it\n");
     CHECK(reasons(inBank(kA)) ==
-          "<STMTTRN> cannot stand in <STMTRS>, but in <BANKTRANLIST>\n"
-          "<STMTTRN> cannot stand in <STMTRS>, but in <BANKTRANLIST>\n");
+          "<STMTTRN> is not allowed in <STMTRS>; it belongs in <BANKTRANLIST>\n"
+          "<STMTTRN> is not allowed in <STMTRS>; it belongs in <BANKTRANLIST>\n");
     CHECK(reasons(kHeader + ofx(bank(cardWrapped("")))) ==
-          "<CCSTMTTRNRS> cannot stand in <BANKMSGSRSV1>, and all in it belongs in <CREDITCARDMSGSRSV1>\n"
-          "<CCSTMTTRNRS> cannot stand in <BANKMSGSRSV1>, and all in it belongs in <CREDITCARDMSGSRSV1>\n");
+          "<CCSTMTTRNRS> is not allowed in <BANKMSGSRSV1>, and everything in <BANKMSGSRSV1> belongs in "
+          "<CREDITCARDMSGSRSV1>\n"
+          "<CCSTMTTRNRS> is not allowed in <BANKMSGSRSV1>, and everything in <BANKMSGSRSV1> belongs in "
+          "<CREDITCARDMSGSRSV1>\n");
     CHECK(reasons(inBank(list(kA) + in("BANKTRANLIST", kB))) ==
-          "a second <BANKTRANLIST> cannot stand in <STMTRS>, so both become one\n");
+          "a second <BANKTRANLIST> is not allowed in <STMTRS>, so the two are merged\n");
 }
 
 TEST_CASE("a summary has a line for each kind of change and reason, those of the structure first") {
@@ -542,9 +544,9 @@ TEST_CASE("a summary has a line for each kind of change and reason, those of the
     CHECK(groups[0].text == "1 part of the document moved");
     CHECK(groups[0].count == 2);
     CHECK(groups[0].first == 1);
-    CHECK(groups[1].text == "1 close tag put in");
+    CHECK(groups[1].text == "1 close tag inserted");
     CHECK(groups[1].reason.empty());
-    CHECK(groups[2].text == "1 close tag put in");
+    CHECK(groups[2].text == "1 close tag inserted");
     CHECK(groups[2].reason == "it ends here");
     CHECK(groups[3].text == "2 comments dropped");
     CHECK(groups[3].first == 0);

@@ -25,7 +25,8 @@ TEST_CASE("bytes that are no text of the library's encodings are read again in a
         std::string said;  ///< before how it is read; empty: the header names that encoding
     };
     const auto named = [](const std::string& name) {
-        return "The document names the text encoding \"" + name + "\", which its bytes are not; it is ";
+        return "The document names the text encoding \"" + name +
+               "\", but its bytes are not in that encoding; it is ";
     };
     const std::string nameless = "The document does not name its text encoding; it is ";
     const std::string windows = "Café €";
@@ -37,7 +38,7 @@ TEST_CASE("bytes that are no text of the library's encodings are read again in a
         {"CHARSET by its long name", version1(kAccent, "iso-8859-1"), "ISO-8859-1", latin, ""},
         {"CHARSET is none", version1(kAccent, "NONE"), "windows-1252", windows, named("USASCII")},
         {"CHARSET is not known", version1(kAccent, "936"), "windows-1252", windows,
-         "The document names the text encoding \"936\", which is not known here; it is "},
+         "The document names the text encoding \"936\", which is not supported; it is "},
         {"CHARSET fails, too", version1(kAccent, "UTF-8"), "windows-1252", windows, named("UTF-8")},
         {"CHARSET fails as ASCII", version1(kAccent, "US-ASCII"), "windows-1252", windows, named("US-ASCII")},
         {"there is no header", "<OFX>" + kAccent + "</OFX>", "windows-1252", windows, nameless},
@@ -103,7 +104,8 @@ TEST_CASE("text that the library decodes is not read again, whatever its header 
     CHECK(tree["encoding"] == "UTF-8");
     CHECK(tree["data"]["OFX"]["MEMO"] == "Café");
     CHECK(contains(tool({"tree", "-"}, document).error,
-                   "-: The document names the text encoding \"ISO-8859-1\", which its bytes are not; it is "
+                   "-: The document names the text encoding \"ISO-8859-1\", but its bytes are not in that "
+                   "encoding; it is "
                    "read as UTF-8.\n"));
 }
 

@@ -71,7 +71,7 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
              {"<OFX></OFX></B>", "", "", "</B>", "1:12", "The close tag is one too many"},
              {"<OFX>\n<STMTTRN>\n<MEMO>\n<FITID>1\n</STMTTRN></OFX>", "<MEMO>", "line 3, column 1",
               "</STMTTRN>", "5:1",
-              "<MEMO> has neither a value nor a close tag, so what follows it was taken for its contents."},
+              "<MEMO> has neither a value nor a close tag, so what follows was read as its content."},
              {"<OFX><STMTTRN><NAME>x</STMTRN></OFX>", "<STMTTRN>", "line 1, column 6", "</STMTRN>", "1:22",
               "The close tag is misspelt, or belongs to another element than <STMTTRN>."},
              {"<OFX><!-- x -->\n<A>1</OFX>", "<!-- x -->", "line 1, column 6", "</OFX>", "2:5",
@@ -87,7 +87,7 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
              {"<OFX><A/><C>1</C></OFX>", "<A/>", "line 1, column 6", "</OFX>", "1:18",
               "A tag that closes itself"},
              {"<OFX><NAME>\n<![CDATA[x]]></NAME></OFX>", "<![CDATA[x]]>", "line 2, column 1", "</NAME>",
-              "2:14", "A character-data section"},
+              "2:14", "A CDATA section"},
              {"<OFX>\r\n<A>1\r<STATUS>\n\n<B>2\n</OFX>", "<STATUS>", "line 3, column 1", "</OFX>", "6:1",
               "The close tag of <STATUS> is missing."},
              {"\n\n  <OFX>桜é</B></OFX>", "", "", "</B>", "3:10", ""},
@@ -113,9 +113,9 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
 TEST_CASE("a document that stands after other text is found by its explanation") {
     const std::string cause = "  Likely cause: ";
     CHECK(explanationOf("Dear customer,\n\n <OFX><A>1</A></OFX>") ==
-          cause + "A document begins in line 3, column 2, but is not found after other text.\n" + kRemedy);
+          cause + "A document begins at line 3, column 2, but the text before it hides it.\n" + kRemedy);
     CHECK(explanationOf("x OFXHEADER:100\n\n<OFX></A></OFX>") ==
-          cause + "A document begins in line 1, column 3, but is not found after other text.\n" + kRemedy);
+          cause + "A document begins at line 1, column 3, but the text before it hides it.\n" + kRemedy);
     CHECK(explanationOf("<OFX ><A>1</A></OFX>") ==
           cause + "The tag <OFX> has blanks or attributes in it.\n" + kRemedy);
     CHECK(explanationOf("<ofx><a>1</a></ofx>") == cause + "The tags are in lower case.\n" + kRemedy);

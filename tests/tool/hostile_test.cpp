@@ -45,7 +45,7 @@ TEST_CASE("what cannot be opened or read is status 1, and said") {
         {folder.path("missing"), "The file at " + folder.path("missing") + " was not found."},
         {"", "The file at  was not found."}};
     // Root reads whatever its mode is.
-    if (::geteuid() != 0) rows.push_back({closed, "The file at " + closed + " may not be read."});
+    if (::geteuid() != 0) rows.push_back({closed, "No permission to read the file at " + closed + "."});
     for (const std::string& command : readingCommands())
         for (const Row& row : rows) {
             CAPTURE(command);

@@ -42,13 +42,13 @@ TEST_CASE("repair writes the document put right and lists the changes with their
     const Finished finished = tool({"repair", "-"}, kBroken);
     CHECK(finished.status == 0);
     CHECK(finished.output == kFixed);
-    CHECK(
-        contains(finished.error,
-                 "-:6:8: Repaired in 3 places.\n"
-                 "-:8:1: wrong close tag: \"</STATU>\" becomes \"</STATUS>\"; <STATUS> is what ends here\n"
-                 "-:7:10: empty leaf without close tag: put in \"</MESSAGE>\"; <MESSAGE> has neither a text "
-                 "nor a close tag\n"
-                 "-:6:8: comment: dropped \"<!-- y -->\"\n"));
+    CHECK(contains(
+        finished.error,
+        "-:6:8: Repaired in 3 places.\n"
+        "-:8:1: wrong close tag: \"</STATU>\" becomes \"</STATUS>\"; <STATUS> is the element that ends here\n"
+        "-:7:10: empty leaf without close tag: put in \"</MESSAGE>\"; <MESSAGE> has neither a text "
+        "nor a close tag\n"
+        "-:6:8: comment: dropped \"<!-- y -->\"\n"));
 }
 
 TEST_CASE("repair puts changes that are alike into one line, those that matter most first") {
@@ -59,9 +59,9 @@ TEST_CASE("repair puts changes that are alike into one line, those that matter m
     const std::vector<std::string> lines = linesOf(grouped.error);
     REQUIRE(lines.size() == 4);
     CHECK(lines[0].ends_with(": Repaired in 6 places."));
-    CHECK(lines[1].ends_with(
-        ": 2 close tags put in, the first \"</STMTTRN>\"; <STMTTRN> cannot stand in <STMTTRN>, "
-        "so that ends before it"));
+    CHECK(
+        lines[1].ends_with(": 2 close tags inserted, the first \"</STMTTRN>\"; <STMTTRN> is not allowed in "
+                           "<STMTTRN>, so the first ends before it"));
     CHECK(lines[2].find(": close tag missing: put in \"</STMTTRN>\"; ") != std::string::npos);
     CHECK(lines[3].ends_with(": 3 comments dropped, the first \"<!-- 1 -->\""));
     const Finished single = tool({"repair", "--all", "-"}, document);
@@ -81,7 +81,7 @@ TEST_CASE("what repair moves is one change, and a secret in it is not shown at i
         CHECK(contains(finished.output, moved + "</BANKTRANLIST>"));
         CHECK_FALSE(contains(finished.error, "Sesame"));
         CHECK(contains(finished.error,
-                       ": in a secret, which is not shown; <STMTTRN> cannot stand in <STMTRS>"));
+                       ": in a secret, which is not shown; <STMTTRN> is not allowed in <STMTRS>"));
         CHECK(contains(finished.error, "1 part of the document moved: ") == (option == "--quiet"));
     }
 }
@@ -92,7 +92,7 @@ TEST_CASE("a document in lower case is read, and said to be empty with --as-is")
     const Finished plain = tool({"csv", "--as-is", "-"}, lower);
     CHECK(plain.status == 0);
     CHECK(linesOf(plain.output).size() == 1);
-    CHECK(contains(plain.error, "tags are in lower case, so nothing is found in it without a repair.\n"));
+    CHECK(contains(plain.error, "tags are in lower case, so nothing in it is read without a repair.\n"));
     const Finished mended = tool({"csv", "-"}, lower);
     CHECK(mended.status == 0);
     CHECK(mended.output == tool({"csv", "-"}, whole).output);
@@ -109,12 +109,12 @@ TEST_CASE("tags in lower case are one line") {
             .error.ends_with("-:3:1: Repaired in 6 places.\n"
                              "-:5:7: empty leaf without close tag: put in \"</MEMO>\"; <MEMO> has neither a "
                              "text nor a close tag\n"
-                             "-:3:1: 5 tags in lower case put into capitals, the first \"<ofx>\"\n"));
+                             "-:3:1: 5 tags in lower case changed to capitals, the first \"<ofx>\"\n"));
     CHECK(tool({"repair", "--diff", "-"}, document).error.find("\n+</OFX>\n") != std::string::npos);
 }
 
 TEST_CASE("a document that only its repair finds is read in UTF-8, windows-1252 or else ISO-8859-1") {
-    const std::string hint = "A document begins in line 2, column 1, but is not found after other text.\n";
+    const std::string hint = "A document begins at line 2, column 1, but the text before it hides it.\n";
     struct Row {
         std::string name;
         std::string accent;

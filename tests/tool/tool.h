@@ -52,7 +52,7 @@ inline Json jsonAsIs(const std::string& command, const std::string& document) {
 /// What the tool says of a file that is not there, with its name before it.
 inline std::string notFound(const std::string& name) {
     return name + ": The file at " + name +
-           " was not found.\n  Check the path; a relative one begins in the current folder.\n";
+           " was not found.\n  Check the path; a relative path starts in the current folder.\n";
 }
 
 inline bool contains(std::string_view text, std::string_view part) {

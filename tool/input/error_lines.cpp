@@ -29,7 +29,7 @@ std::string explainTags(const OpenError& error, std::string_view text, std::size
 
 std::string remedyFor(const OpenError& error) {
     if (error.isRepairable) return "Without --as-is it is repaired; \"brackwell repair\" lists the changes.";
-    constexpr std::string_view encodings = "One of these encodings reads it: ";
+    constexpr std::string_view encodings = "These encodings can read it: ";
     if (error.remedy.starts_with(encodings))
         return "--encoding NAME reads it with one of these names: " + error.remedy.substr(encodings.size());
     return error.remedy;
