@@ -32,7 +32,7 @@ bool replay(const fs::path& file) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream) return false;
     const std::string bytes{std::istreambuf_iterator<char>(stream), {}};
-    // A block of just this size, so that a sanitizer sees the first byte that is read behind it.
+    // A block of just this size, so that a sanitizer sees the first byte that is read past it.
     const auto block = std::make_unique<std::uint8_t[]>(bytes.size());
     std::ranges::copy(bytes, block.get());
     LLVMFuzzerTestOneInput(block.get(), bytes.size());

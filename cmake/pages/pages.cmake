@@ -1,7 +1,7 @@
 # The code blocks of Markdown pages as tests, so that no page shows what does not work:
 #
-#   ```cpp       a program; without main() the body of a function, behind the lines that blocks.awk writes
-#   ```text      behind C++ code: what it prints; code without such a block must print nothing
+#   ```cpp       a program; without main() the body of a function, after the lines that blocks.awk writes
+#   ```text      after C++ code: what it prints; code without such a block must print nothing
 #   ```console   a session in a folder with copies of examples/*.ofx and docs/documents/*.ofx: lines
 #                "$ command" and what they print; ./NAME is the last program before
 #   ```cmake     a CMakeLists.txt that must configure, with the last program before and a folder brackwell

@@ -38,7 +38,7 @@ void requireShown(std::string_view text) {
     }
 }
 
-/// True for a place that is somewhere in one of these texts, or behind the last character of a line.
+/// True for a place that is somewhere in one of these texts, or after the last character of a line.
 bool isInside(std::size_t line, std::size_t column, std::string_view text) {
     const TextPlace end = placeInText(text, text.size());
     if (line < end.line) return column <= text.size() + 1;

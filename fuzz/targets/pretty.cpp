@@ -6,7 +6,7 @@
 #include "target.h"
 
 /// \file
-/// Indented text: of a tree, which is read as the same tree; and of a text, whose lines stand behind tabs.
+/// Indented text: of a tree, which is read as the same tree; and of a text, whose lines follow tabs.
 
 namespace brackwell::fuzz {
 namespace {
@@ -39,7 +39,7 @@ void tryDocument(std::string_view bytes) {
     requireSameElements(read->ofxData, *result->ofxData);
 }
 
-/// The lines of the text behind tabs, and nothing else.
+/// The lines of the text after tabs, and nothing else.
 void tryLines(std::string_view bytes) {
     const std::string pretty = TvOFXHelper::prettyPrintOfxMessageString(bytes);
     require(pretty.ends_with('\n'), "every line gets its line feed");

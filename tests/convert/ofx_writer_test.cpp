@@ -149,7 +149,7 @@ TEST_CASE("the level never falls below none") {
 
 TEST_CASE("only line feeds end lines") { checkPretty({{"<A>\rx\u2028y\fz", "<A>\rx\u2028y\fz\n"}}); }
 
-TEST_CASE("pretty text has the lines of the text behind tabs") {
+TEST_CASE("pretty text has the lines of the text after tabs") {
     const std::vector<std::string> pieces{"<A>", "</A>", "<B>1", "<?x?>", "\n", "\n", "\n", "x", " "};
     RandomText random(11);
     for (int i = 0; i < 2000; ++i) {

@@ -105,7 +105,7 @@ TEST_CASE("bytes that are not exactly a zone file give nothing") {
         {"offset of -26 hours", [](Parts& p) { p.types[1].fromUTC = -26 * 3600; }},
         {"smallest offset", [](Parts& p) { p.types[1].fromUTC = std::numeric_limits<std::int32_t>::min(); }},
         {"daylight neither 0 nor 1", [](Parts& p) { p.types[1].daylight = 2; }},
-        {"abbreviation behind the end", [](Parts& p) { p.types[1].abbreviation = 9; }},
+        {"abbreviation past the end", [](Parts& p) { p.types[1].abbreviation = 9; }},
         {"abbreviation without end", [](Parts& p) { p.characters.back() = 'T'; }},
         {"empty abbreviation", [](Parts& p) { p.types[1].abbreviation = 3; }},
         {"abbreviation beyond ASCII", [](Parts& p) { p.characters[0] = '\xC3'; }},
@@ -115,8 +115,8 @@ TEST_CASE("bytes that are not exactly a zone file give nothing") {
         {"half a footer", [](Parts& p) { p.footer = "\n"; }},
         {"footer does not begin with a line feed", [](Parts& p) { p.footer = "CET-1\n"; }},
         {"footer is no rule", [](Parts& p) { p.footer = "\nCET\n"; }},
-        {"bytes behind the footer", [](Parts& p) { p.footer += "x"; }},
-        {"lines behind the footer", [](Parts& p) { p.footer += "\n"; }},
+        {"bytes after the footer", [](Parts& p) { p.footer += "x"; }},
+        {"lines after the footer", [](Parts& p) { p.footer += "\n"; }},
     };
     REQUIRE(parseZoneFile(berlinParts().bytes()));
     for (const Row& row : rows) {
@@ -134,7 +134,7 @@ TEST_CASE("a zone file cut at any length gives nothing") {
         REQUIRE(parseZoneFile(whole));
         for (std::size_t size = 0; size < whole.size(); ++size) {
             CAPTURE(size);
-            // A copy of its own, so that a read behind its end is seen.
+            // A copy of its own, so that a read after its end is seen.
             const std::vector<char> part(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size));
             REQUIRE_FALSE(parseZoneFile(std::string_view(part.data(), part.size())));
         }

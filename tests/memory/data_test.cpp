@@ -103,7 +103,7 @@ TEST_CASE("bytes live as long as any copy or slice of their data") {
     CHECK(slice.bytes() == someBytes(100).substr(40));
 }
 
-TEST_CASE("from gives the bytes behind an offset and shares them") {
+TEST_CASE("from gives the bytes after an offset and shares them") {
     const Data data = Data::copy("abcdef");
     CHECK(data.from(0) == data);
     CHECK(data.from(2).bytes() == "cdef");

@@ -17,7 +17,7 @@ TEST_CASE("a plain vector grows by one value or by many and keeps what it holds"
     CHECK(values.back() == 1999);
 }
 
-TEST_CASE("a plain vector is cut from behind") {
+TEST_CASE("a plain vector is cut from its end") {
     PodVector<char> values;
     for (const char c : {'a', 'b', 'c', 'd'}) values.push(c);
     values.pop();

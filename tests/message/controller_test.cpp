@@ -248,7 +248,7 @@ TEST_CASE("only two hexadecimal digits make an escape") {
     }
 }
 
-TEST_CASE("what stands behind a URL in memory is no part of it") {
+TEST_CASE("what follows a URL in memory is not part of it") {
     const File file("%4", kStatement);
     const std::string longer = "file://" + file.folder() + "/%41";
     CHECK(TovanaOFXController::importOFXFileFromURL(std::string_view(longer).substr(0, longer.size() - 1)));

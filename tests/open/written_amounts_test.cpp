@@ -272,7 +272,7 @@ TEST_CASE("currency signs, abbreviations and codes are understood before and aft
                    {"100.00 SDR", "100, by evidence"}});
 }
 
-TEST_CASE("a sign behind, parentheses, credit and debit are understood") {
+TEST_CASE("a trailing sign, parentheses, credit and debit are understood") {
     checkReadings({{"845.00-", "-845, by evidence"},
                    {"845.00 -", "-845, by evidence"},
                    {"845.00+", "845, by evidence"},

@@ -53,7 +53,7 @@ TEST_CASE("a body without an element gives an empty tree") {
     }
 }
 
-TEST_CASE("text before the first tag and behind a close tag is passed over") {
+TEST_CASE("text before the first tag and after a close tag is passed over") {
     checkAll({
         {"OFXHEADER:100\r\nVERSION:102\r\n\r\n<A><B>1</B></A>", {{"A", ParseDictionary{{"B", "1"}}}}},
         {"<A>text<B>1</B>between<C>2</C>behind", {{"A", "text"}, {"B", "1"}, {"C", "2"}}},

@@ -74,7 +74,7 @@ TEST_CASE("a name without the extension prefix is not closed by a name with it")
     });
 }
 
-TEST_CASE("the name behind the slash is not trimmed again") {
+TEST_CASE("the name after the slash is not trimmed again") {
     checkAll({
         {"<B>1</ B>", "Found close tag </ B> without opening tag."},
         {"<B>1< / B >", "Found close tag </ B> without opening tag."},

@@ -135,7 +135,7 @@ TEST_CASE("the usual version 2 header is read with the encoding of its declarati
           R"("OLDFILEUID": "NONE", "NEWFILEUID": "NONE"})");
 }
 
-TEST_CASE("the declaration's encoding is what stands in double quotes behind encoding=") {
+TEST_CASE("the declaration's encoding is what is in double quotes after encoding=") {
     checkAll(std::initializer_list<XmlRow>{
         {"<?xml encoding=\"A\"?><?OFX V=\"1\"?>b", {{"ENCODING", "A"}, {"V", "1"}}, "b"},
         {"<?xml encoding=\" a b \"?><?OFX V=\"1\"?>b", {{"ENCODING", " a b "}, {"V", "1"}}, "b"},
@@ -148,7 +148,7 @@ TEST_CASE("the declaration's encoding is what stands in double quotes behind enc
     });
 }
 
-TEST_CASE("a declaration without an encoding in double quotes records none and is left behind") {
+TEST_CASE("a declaration without an encoding in double quotes records none and is skipped") {
     checkAll(std::initializer_list<XmlRow>{
         {"<?xml version=\"1.0\"?><?OFX V=\"1\"?>b", {{"V", "1"}}, "b"},
         {"<?xml encoding='A'?><?OFX V=\"1\"?>b", {{"V", "1"}}, "b"},
@@ -176,7 +176,7 @@ TEST_CASE("an encoding without a closing quote runs on to the next quote, and re
     });
 }
 
-TEST_CASE("an instruction inside the declaration is found behind its encoding only") {
+TEST_CASE("an instruction inside the declaration is found only after its encoding") {
     checkAll(std::initializer_list<XmlRow>{
         {"<?xml encoding=\"A\" <?OFX V=\"1\"?>b", {{"ENCODING", "A"}, {"V", "1"}}, "b"},
         {"<?xml <?OFX V=\"1\" encoding=\"A\"?>b", {{"ENCODING", "A"}}, ""},
@@ -247,7 +247,7 @@ TEST_CASE("without an instruction the body is empty") {
     });
 }
 
-TEST_CASE("behind an empty instruction the body begins at its end") {
+TEST_CASE("after an empty instruction the body begins at its end") {
     checkAll(std::initializer_list<XmlRow>{{"<?OFX?><OFX>b", {}, "?><OFX>b"}});
 }
 

@@ -96,7 +96,7 @@ TEST_CASE("an end of a transaction inside another tag ends the source text, too"
     CHECK(tree["STMTTRN"]["A</STMTTRN"].text() == "2");
 }
 
-TEST_CASE("an element that is called like the source text stands behind it") {
+TEST_CASE("an element with the name of the source text comes after it") {
     CHECK(parsed("<STMTTRN><TVOFX_ORIGINAL_STRING>x</STMTTRN>")["STMTTRN"] ==
           ParseDictionary{{"TVOFX_ORIGINAL_STRING", ParseValue::array({"<TVOFX_ORIGINAL_STRING>x", "x"})}});
 }

@@ -154,7 +154,7 @@ TEST_CASE("only one mark is removed") {
     CHECK(run.encoding == TextEncodingUTF16BigEndian);
 }
 
-TEST_CASE("a mark with nothing behind it is an empty text, which is not OFX") {
+TEST_CASE("a byte order mark with nothing after it is an empty text, which is not OFX") {
     for (const std::string& mark : {"\xBF\xBB\xBF"s, "\x00\x00\xFE\xFF"s, "\xFE\xFF"s, "\xFF\xFE"s}) {
         const Run run = parse(mark);
         checkNotOFX(run);
@@ -272,7 +272,7 @@ TEST_CASE("the header's own encoding is recorded and decides nothing") {
     CHECK((*xml.result->ofxHeader)["ENCODING"].text() == "ISO-8859-1");
 }
 
-TEST_CASE("a text begins like OFX with one of five prefixes behind white space") {
+TEST_CASE("a text begins like OFX with one of five prefixes after white space") {
     struct Row {
         std::string_view text;
         bool valid;

@@ -64,7 +64,7 @@ TEST_CASE("the searches pass over long texts without markup") {
     }
 }
 
-TEST_CASE("an ampersand behind the tag does not belong to the text before it") {
+TEST_CASE("an ampersand after the tag does not belong to the text before it") {
     for (const std::string_view text :
          {"abc<&", "abcdefghijklmnop<&rstuvwxyz012345", "<&aaaaaaaaaaaaaaaaaaaa"}) {
         CAPTURE(text);

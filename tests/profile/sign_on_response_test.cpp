@@ -220,7 +220,7 @@ TEST_CASE("a sign-on response describes only what is there") {
 TEST_CASE("a sign-on response writes and describes each field alone when it alone is there") {
     struct Row {
         const char* node;
-        const char* text;  // of the element, behind server time and language in their places
+        const char* text;  // of the element, after server time and language in their places
         const char* description;
     };
     constexpr const char* kServer = "<DTSERVER>(null)\n";

@@ -356,7 +356,7 @@ TEST_CASE("a close tag that has lost its slash gets it back") {
     });
 }
 
-TEST_CASE("a close tag with a value behind it is an open tag") {
+TEST_CASE("a close tag with a value after it is an open tag") {
     checkTags({
         {"<OFX><STMTTRN></NAME>x\n<MEMO>y</STMTTRN></OFX>",
          "<OFX><STMTTRN><NAME>x\n<MEMO>y</STMTTRN></OFX>",

@@ -25,7 +25,7 @@ public:
         return choices[below(std::size(choices))];
     }
 
-    /// So many pieces, one behind the other.
+    /// This many pieces, one after the other.
     template <class Pieces>
     std::string soup(const Pieces& pieces, std::size_t count) {
         std::string text;

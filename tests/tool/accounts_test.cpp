@@ -5,7 +5,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-/// A statement of an account with these elements behind it, of an institution.
+/// A statement of an account with these elements after it, of an institution.
 std::string statementOf(const std::string& account, const std::string& elements,
                         const std::string& institution = "<FI><ORG>Bank</FI>") {
     return version1("<SIGNONMSGSRSV1><SONRS>" + institution +

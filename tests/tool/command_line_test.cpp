@@ -115,7 +115,7 @@ TEST_CASE("help that cannot be written is status 1") {
     CHECK(finished.error == "standard output: No space left on device\n");
 }
 
-TEST_CASE("options stand before or behind the files, and two hyphens end them") {
+TEST_CASE("options may come before or after the files, and two hyphens end them") {
     const TemporaryFolder folder;
     folder.file("-x.ofx", version1(""));
     Command command = toolCommand({"json", "--", "-x.ofx"});

@@ -28,7 +28,7 @@ TEST_CASE("the other files are done when one cannot be read") {
     CHECK(Json::parse(lines[1])["file"] == examplePath("checking.ofx"));
 }
 
-TEST_CASE("what is wrong with a file stands on standard error, behind its name") {
+TEST_CASE("what is wrong with a file is written to standard error, after its name") {
     const TemporaryFolder folder;
     struct Row {
         std::string name;

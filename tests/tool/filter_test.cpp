@@ -137,7 +137,7 @@ TEST_CASE("an account is chosen by its number or the end of it, and several are"
     }
 }
 
-TEST_CASE("a file behind --account is a file") {
+TEST_CASE("a file after --account is a file") {
     const Finished finished = tool({"csv", "--account", "2290", examplePath("card.ofx")});
     CHECK(finished.status == 0);
     CHECK(linesOf(finished.output).size() == 1 + 8);

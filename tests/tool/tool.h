@@ -69,7 +69,7 @@ inline std::string version1(const std::string& body, const std::string& charset 
            "\nCOMPRESSION:NONE\nOLDFILEUID:NONE\nNEWFILEUID:NONE\n\n<OFX>" + body + "</OFX>\n";
 }
 
-/// A document of one checking-account statement with these elements behind the account.
+/// A document of one checking-account statement with these elements after the account.
 inline std::string statementWith(const std::string& elements) {
     return version1(
         "<BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS><CURDEF>USD<BANKACCTFROM><BANKID>121000248<ACCTID>"

@@ -92,7 +92,7 @@ TEST_CASE("a deep tree is archived and read back") {
     CHECK((*back == tree));
 }
 
-TEST_CASE("an unmatched close tag behind a million open aggregates is one error") {
+TEST_CASE("an unmatched close tag after a million open aggregates is one error") {
     Error error;
     CHECK_FALSE(TvOFXParser::parseOFXDataString(deepBody() + "</X>", &error));
     CHECK(error.description ==

@@ -7,7 +7,7 @@
 
 /// \file
 /// The failing allocator as a library that is loaded into another program. BRACKWELL_REFUSE tells it the
-/// allocation to be refused; with a "+" behind the number all that follow are refused as well. The
+/// allocation to be refused; with a "+" after the number all that follow are refused as well. The
 /// allocations are those from the loading of the program on. The file that BRACKWELL_ALLOCATIONS names gets
 /// their number.
 
