@@ -25,6 +25,7 @@ std::shared_ptr<TvOFXAccountInfo> TvOFXAccountInfo::initWithParserDict(
     if (!node) return info;
     const NodeRef record = NodeRef::of(*node);
     Elements::kTable.read(*info, record);
+    // A table of names cannot find the block; where there are several, the last one counts.
     for (const NodeRef& child : record.children())
         if (Elements::isBankBlock(child.name()) && child.isDictionary())
             info->bankAccountInfo_ = TvOFXBankAccountInfo::initWithParserDict(child.dictionary());

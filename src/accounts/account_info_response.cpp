@@ -7,6 +7,7 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXAccountInfoResponse::Elements {
     using Self = TvOFXAccountInfoResponse;
+    /// An empty text leaves the date as it is; the rule that dates share would clear it.
     static void lastUpdate(Self& self, const NodeRef& value) {
         if (value.isText() && !value.text().empty()) date<&Self::lastUpdateDateTime_>(self, value);
     }

@@ -9,6 +9,7 @@
 namespace brackwell {
 namespace {
 
+/// The words of ACCTTYPE. Matching is exact: a word in small letters is an unknown type.
 struct TypeText {
     TvOFXBankAccountType type;
     std::string_view text;
@@ -26,6 +27,7 @@ struct BRACKWELL_INTERNAL TvOFXBankAccount::Elements {
     static void type(Self& account, const NodeRef& value) {
         if (value.isText()) account.setAccountType(accountTypeFromString(value.text()));
     }
+    // The archive keys are in the archives of applications: they can never change.
     static constexpr TextTable<textCount> kTexts{{
         {bankID_, element("BANKID"), "bID"},
         {branchID_, element("BRANCHID"), "branchID"},
@@ -52,13 +54,14 @@ std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithBankID(OptionalText 
 
 std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithParserDict(
     const std::optional<ParseDictionary>& node) {
-    // The base does not see the node, so the account keeps no parse data: intended.
+    // The base class does not see the node, so the account keeps no parse data: intended.
     auto account = std::make_shared<TvOFXBankAccount>();
     if (node) Elements::kTable.read(*account, NodeRef::of(*node));
     return account;
 }
 
 std::string TvOFXBankAccount::description() const {
+    // In the order of the OFX standard. Required elements are written even when empty.
     std::string text = "<BANKACCTFROM>\n";
     appendLeaf(text, "BANKID", bankID().value_or(""), ofxVersion());
     if (branchID()) appendLeaf(text, "BRANCHID", *branchID(), ofxVersion());

@@ -23,6 +23,8 @@ std::shared_ptr<TvOFXBankAccountInfo> TvOFXBankAccountInfo::initWithParserDict(
     return info;
 }
 
+// Shortcuts into the account, for callers that need only one of its texts.
+
 OptionalText TvOFXBankAccountInfo::bankID() const noexcept {
     return bankAcctFrom_ ? bankAcctFrom_->bankID() : std::nullopt;
 }

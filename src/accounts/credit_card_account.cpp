@@ -7,6 +7,7 @@ namespace brackwell {
 
 struct BRACKWELL_INTERNAL TvOFXCreditCardAccount::Elements {
     using Self = TvOFXCreditCardAccount;
+    // The archive keys are in the archives of applications: they can never change.
     static constexpr TextTable<textCount> kTexts{{
         {accountID_, element("ACCTID"), "aID"},
         {acctKeyChecksum_, element("ACCTKEY"), "aKC"},

@@ -23,6 +23,8 @@ std::shared_ptr<TvOFXCreditCardAccountInfo> TvOFXCreditCardAccountInfo::initWith
     return info;
 }
 
+// Shortcuts into the account, for callers that need only one of its texts.
+
 OptionalText TvOFXCreditCardAccountInfo::accountID() const noexcept {
     return creditCardAccountFrom_ ? creditCardAccountFrom_->accountID() : std::nullopt;
 }

@@ -11,7 +11,7 @@ using reading::NodeRef;
 TvOFXInvestmentAccount::TvOFXInvestmentAccount(const std::optional<ParseDictionary>& node)
     : TvOFXAggregate(node) {
     if (!node) return;
-    // Whatever their kind: intended.
+    // The values are kept whatever their kind, a list or an aggregate included: intended.
     brokerID_ = NodeRef::of(*node)[element("BROKERID")].value();
     accountID_ = NodeRef::of(*node)[element("ACCTID")].value();
 }

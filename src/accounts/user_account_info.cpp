@@ -22,7 +22,7 @@ std::shared_ptr<TvOFXUserAccountInfo> TvOFXUserAccountInfo::initWithAccountInfoR
 }
 
 std::shared_ptr<TvOFXUserAccountInfo> TvOFXUserAccountInfo::initWithData(const std::optional<Data>& data) {
-    // The bytes are the children of the response, without the response's own tags.
+    // data() below wrote the children of the response without the response's own tags, and without a header.
     return initWithAccountInfoResponse(
         TvOFXAccountInfoResponse::initWithParseDict(TvOFXParser(data).parseDataAndIgnoreOfxHeader()));
 }

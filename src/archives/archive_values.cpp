@@ -27,6 +27,7 @@ std::optional<Date> dateFrom(std::int64_t seconds, std::int64_t milliseconds) no
         milliseconds -= kMillisecondsPerSecond;
     }
     std::int64_t count = 0;
+    // Archives come from outside: any number may be in them.
     if (__builtin_mul_overflow(seconds, kMillisecondsPerSecond, &count)) return std::nullopt;
     if (__builtin_add_overflow(count, milliseconds, &count)) return std::nullopt;
     return Date(std::chrono::milliseconds(count));
@@ -51,6 +52,7 @@ struct Mantissa {
 void appendMantissa(std::string& bytes, const Mantissa& mantissa) {
     // Negative integers are counted from -1 down.
     const Wide value = mantissa.negative ? mantissa.coefficient - 1 : mantissa.coefficient;
+    // The deterministic form takes a plain integer wherever it fits, and a bignum without leading zeros.
     if (value >> 64 == 0) {
         const Major major = mantissa.negative ? Major::negativeInteger : Major::unsignedInteger;
         return cbor::appendHead(bytes, major, static_cast<std::uint64_t>(value));
@@ -87,10 +89,12 @@ void appendDate(std::string& bytes, const Date& date) {
     const std::int64_t count = date.time_since_epoch().count();
     std::int64_t seconds = count / kMillisecondsPerSecond;
     std::int64_t milliseconds = count % kMillisecondsPerSecond;
+    // The usual form where it is exact; its fractions of a second would be binary floating point.
     if (milliseconds == 0) {
         cbor::appendHead(bytes, Major::tag, cbor::kTagUnixTime);
         return cbor::appendInteger(bytes, seconds);
     }
+    // The standard wants the fraction counted forwards, also before 1970.
     if (milliseconds < 0) {
         --seconds;
         milliseconds += kMillisecondsPerSecond;

@@ -7,7 +7,7 @@ namespace brackwell::cbor {
 
 namespace {
 
-// In the lower five bits of a head stands its argument, or how many bytes with the argument follow: these
+// The lower five bits of a head are its argument, or say how many bytes with the argument follow: these
 // numbers mean 1, 2, 4 and 8. The numbers above are reserved or begin items of indefinite length.
 constexpr unsigned kOneByteFollows = 24;
 constexpr unsigned kEightBytesFollow = 27;
@@ -15,7 +15,7 @@ constexpr unsigned kEightBytesFollow = 27;
 constexpr unsigned kMajorShift = 5;
 constexpr unsigned kLowerBits = (1U << kMajorShift) - 1;
 
-/// The smallest argument that needs so many bytes.
+/// The smallest argument that needs this many bytes.
 constexpr std::uint64_t smallestArgument(unsigned size) noexcept {
     return size == 1 ? kOneByteFollows : std::uint64_t{1} << size * 4;
 }
@@ -64,6 +64,7 @@ std::optional<Head> takeHead(std::string_view& bytes) noexcept {
     if (bytes.size() < size) return std::nullopt;
     std::uint64_t argument = 0;
     for (const char byte : bytes.substr(0, size)) argument = argument << 8 | static_cast<unsigned char>(byte);
+    // Only the shortest form is taken, so that equal values have equal bytes.
     if (argument < smallestArgument(size)) return std::nullopt;
     bytes.remove_prefix(size);
     return Head{major, argument};
@@ -93,6 +94,7 @@ std::optional<std::string_view> takeString(std::string_view& bytes, Major major)
     return content;
 }
 
+// Counts the items that are still to come instead of recursing into them.
 bool skipItem(std::string_view& bytes) noexcept {
     std::uint64_t pending = 1;
     do {
@@ -110,7 +112,7 @@ bool skipItem(std::string_view& bytes) noexcept {
                 continue;
             case Major::array:
             case Major::map:
-                // Each entry takes a byte at least, so a number of entries that is no lie cannot overflow.
+                // Each entry takes at least a byte; a count within the input's size cannot overflow.
                 if (head->argument > bytes.size()) return false;
                 pending += head->major == Major::map ? 2 * head->argument : head->argument;
                 break;
@@ -118,6 +120,7 @@ bool skipItem(std::string_view& bytes) noexcept {
                 ++pending;
                 break;
         }
+        // Each of them has at least a byte, so a hostile count ends here.
         if (pending > bytes.size()) return false;
     } while (pending > 0);
     return true;

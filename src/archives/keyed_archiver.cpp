@@ -11,7 +11,7 @@ namespace {
 using cbor::Major;
 using Kind = ArchiveListItem::Kind;
 
-/// How many items stand directly in the list, not in a list inside it.
+/// How many items are directly in the list, not in a list inside it: CBOR has the number before the items.
 std::uint64_t countEntries(const std::vector<ArchiveListItem>& items) noexcept {
     std::uint64_t count = 0;
     std::uint64_t depth = 0;
@@ -71,6 +71,7 @@ Data KeyedArchiver::archivedData() const { return Data::adopt(encodedMap()); }
 std::string KeyedArchiver::encodedMap() const {
     std::string encoded;
     cbor::appendHead(encoded, Major::map, entries_.size());
+    // The size is known beforehand; growing step by step would copy large texts several times.
     std::size_t size = encoded.size();
     for (const auto& [key, value] : entries_) size += key.size() + value.size();
     encoded.reserve(size);
@@ -78,6 +79,7 @@ std::string KeyedArchiver::encodedMap() const {
     return encoded;
 }
 
+// Entries are sorted by encoded key, and a key has one value: that is the deterministic form of a map.
 void KeyedArchiver::store(std::string_view key, std::string encoded) {
     std::string encodedKey;
     cbor::appendText(encodedKey, key);

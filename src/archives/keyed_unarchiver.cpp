@@ -39,7 +39,7 @@ private:
     /// count, as nothing must be remembered of them.
     struct OpenMap {
         std::uint64_t entriesLeft = 0;
-        std::string_view lastKey;  ///< as it is encoded; empty before the first one, which no key is
+        std::string_view lastKey;  ///< as it is encoded; empty before the first key, which no encoded key is
     };
 
     bool takeMapHead() {
@@ -49,7 +49,7 @@ private:
         return true;
     }
 
-    /// A key behind the one before it, in the order of encoded bytes; so none occurs twice.
+    /// A key that sorts after the one before it, by encoded bytes; so none occurs twice.
     bool takeKey(OpenMap& map) noexcept {
         const std::string_view start = rest_;
         if (!takeText()) return false;
@@ -58,12 +58,12 @@ private:
     }
 
     bool takeValue() {
-        std::string_view behindHead = rest_;
-        const auto head = cbor::takeHead(behindHead);
+        std::string_view afterHead = rest_;
+        const auto head = cbor::takeHead(afterHead);
         if (!head) return false;
         switch (head->major) {
             case Major::unsignedInteger:
-                rest_ = behindHead;
+                rest_ = afterHead;
                 return true;
             case Major::text:
                 return takeText();
@@ -90,12 +90,12 @@ private:
         std::uint64_t pending = 1;
         do {
             --pending;
-            std::string_view behindHead = rest_;
-            const auto head = cbor::takeHead(behindHead);
+            std::string_view afterHead = rest_;
+            const auto head = cbor::takeHead(afterHead);
             if (!head) return false;
             if (head->major == Major::array) {
-                rest_ = behindHead;
-                // Each entry takes a byte at least, so a number of entries that is no lie cannot overflow.
+                rest_ = afterHead;
+                // Each entry takes at least a byte; a count within the input's size cannot overflow.
                 if (head->argument > rest_.size()) return false;
                 pending += head->argument;
                 if (pending > rest_.size()) return false;
@@ -110,13 +110,13 @@ private:
     template <class Value>
     bool takeAsWritten(std::optional<Value> (*take)(std::string_view&) noexcept,
                        void (*append)(std::string&, const Value&)) {
-        std::string_view behind = rest_;
-        const std::optional<Value> value = take(behind);
+        std::string_view after = rest_;
+        const std::optional<Value> value = take(after);
         if (!value) return false;
         std::string written;
         append(written, *value);
-        if (written != rest_.substr(0, rest_.size() - behind.size())) return false;
-        rest_ = behind;
+        if (written != rest_.substr(0, rest_.size() - after.size())) return false;
+        rest_ = after;
         return true;
     }
 
@@ -173,9 +173,9 @@ std::optional<std::vector<ArchiveListItem>> KeyedUnarchiver::decodeList(std::str
             continue;
         }
         --entriesLeft.back();
-        std::string_view behindHead = value;
-        if (const auto inner = cbor::takeArgument(behindHead, Major::array)) {
-            value = behindHead;
+        std::string_view afterHead = value;
+        if (const auto inner = cbor::takeArgument(afterHead, Major::array)) {
+            value = afterHead;
             items.push_back({Kind::beginList, {}, *inner});
             entriesLeft.push_back(*inner);
         } else {
@@ -186,8 +186,8 @@ std::optional<std::vector<ArchiveListItem>> KeyedUnarchiver::decodeList(std::str
 
 std::optional<KeyedUnarchiver> KeyedUnarchiver::decodeObject(std::string_view key) const {
     const std::string_view value = valueOf(key);
-    std::string_view behindHead = value;
-    if (!cbor::takeArgument(behindHead, Major::map)) return std::nullopt;
+    std::string_view afterHead = value;
+    if (!cbor::takeArgument(afterHead, Major::map)) return std::nullopt;
     return KeyedUnarchiver(data_, value);
 }
 

@@ -27,6 +27,8 @@ std::optional<Date> TvOFXHelper::dateFromOFXDateString(OptionalText text) const 
 }
 
 std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
+    // "hh", the hour of the 12-hour clock without AM or PM, is intended. The locale is prescribed; with
+    // digits only it makes no difference.
     return PatternDateFormatter("yyyyMMddhhmmss", TimeZone::system(), "de_DE").stringFromDate(date);
 }
 

@@ -27,7 +27,7 @@ std::optional<Date> dateOfDay(std::string_view text) noexcept {
     return dayOf((*pairs)[0] * 100 + (*pairs)[1], (*pairs)[2], (*pairs)[3]);
 }
 
-/// Reads "HHmmss", which stands behind two digits, as a time of the day.
+/// Reads "HHmmss", which follows two digits, as a time of the day.
 std::optional<milliseconds> timeBehind(const char* twoDigits) noexcept {
     const auto pairs = fourPairs(twoDigits);
     if (!pairs) return std::nullopt;
@@ -36,7 +36,7 @@ std::optional<milliseconds> timeBehind(const char* twoDigits) noexcept {
     return hours(hour) + minutes(minute) + seconds(second);
 }
 
-/// Reads "SSS", which stands behind a point.
+/// Reads "SSS", which follows a point.
 std::optional<milliseconds> millisecondsBehind(const char* point) noexcept {
     unsigned value = 0;
     for (const char* digit = point + 1; digit != point + 4; ++digit) {

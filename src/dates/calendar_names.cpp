@@ -50,7 +50,7 @@ constexpr std::array<nl_item, 7> kShortWeekdayItems = {ABDAY_1, ABDAY_2, ABDAY_3
                                                        ABDAY_5, ABDAY_6, ABDAY_7};
 constexpr std::array<nl_item, 2> kDayHalfItems = {AM_STR, PM_STR};
 
-constexpr std::size_t kAllCharacters = 99;
+constexpr std::size_t kAllCharacters = 99;  // more than any name has
 
 /// Where the names of a list come from, and how many of their characters make up the list's form.
 struct NameSource {
@@ -99,7 +99,8 @@ private:
     locale_t handle_;
 };
 
-/// The name under which the C library would look for the process's own locale.
+/// The name of the process's own locale, as the C library finds it. The library is not asked: it knows only
+/// what setlocale() was last given.
 std::string processLocale() {
     for (const char* variable : {"LC_ALL", "LC_TIME", "LANG"}) {
         const char* value = std::getenv(variable);
@@ -108,7 +109,7 @@ std::string processLocale() {
     return "C";
 }
 
-/// "de_DE@euro" becomes "de_DE.UTF-8@euro".
+/// "de_DE@euro" becomes "de_DE.UTF-8@euro": the same language, with names that need no conversion.
 std::string inUTF8(const std::string& locale) {
     const std::size_t place = std::min(locale.find_first_of(".@"), locale.size());
     const std::size_t rest = std::min(locale.find('@', place), locale.size());
@@ -170,6 +171,7 @@ NameMatch findName(std::string_view text, const std::vector<std::string>& names)
     NameMatch match;
     for (std::size_t i = 0; i < names.size(); ++i) {
         const std::size_t size = names[i].size();
+        // The longest one counts: "June" and not "Jun".
         if (size < match.size || !equalsIgnoringCase(text.substr(0, size), names[i])) continue;
         match = {i, size, size == match.size};
     }

@@ -15,10 +15,10 @@
 namespace brackwell {
 
 enum class NameList : std::uint8_t {
-    months,        ///< as they stand in a date ("5. января")
+    months,        ///< as they are in a date ("5. января")
     shortMonths,   ///< "Jan"
     narrowMonths,  ///< "J": the first character of the name
-    aloneMonths,   ///< as they stand alone ("январь"), where the language tells them apart
+    aloneMonths,   ///< as they are by themselves ("январь"), where the language distinguishes them
     shortAloneMonths,
     narrowAloneMonths,
     weekdays,           ///< from Sunday on

@@ -21,7 +21,7 @@ constexpr std::string_view kNumberLetters = "yMLdDhHKkmsS";
 constexpr std::string_view kZoneLetters = "zZXx";
 constexpr std::string_view kMonthLetters = "ML";
 
-/// The lists for widths of a letter that stands for a name.
+/// The list of names that a letter means in a pattern, by how often it is repeated.
 struct NameWidths {
     char letter;
     std::size_t narrowest;
@@ -68,7 +68,7 @@ PatternPart field(char letter, std::size_t width) {
     return part;
 }
 
-/// Takes what a quote begins off the pattern, and appends what it stands for.
+/// Takes quoted text off the pattern and appends it. Two apostrophes are one, inside quotes and outside.
 void takeQuoted(std::string_view& pattern, std::string& text) {
     pattern.remove_prefix(1);
     if (pattern.starts_with('\'')) {
@@ -86,6 +86,7 @@ void takeQuoted(std::string_view& pattern, std::string& text) {
     }
 }
 
+/// Takes everything up to the next letter outside quotes.
 PatternPart takeText(std::string_view& pattern) {
     PatternPart part;
     while (!pattern.empty() && !isASCIILetter(pattern.front())) {
@@ -99,6 +100,7 @@ PatternPart takeText(std::string_view& pattern) {
     return part;
 }
 
+/// Takes a letter with all its repetitions.
 PatternPart takeField(std::string_view& pattern) {
     const char letter = pattern.front();
     const std::size_t width = std::min(pattern.find_first_not_of(letter), pattern.size());
@@ -110,8 +112,8 @@ bool beginsWithDigit(const PatternPart& part) noexcept {
     return part.kind == Kind::number || (part.kind == Kind::text && beginsWithDigits(part.text, 1));
 }
 
-/// Numbers beside each other could not be told apart, but for their widths; and a fraction says by its
-/// width how fine it is.
+/// Finds the parts that have exactly as many digits as letters: numbers next to each other could not be
+/// separated otherwise, and the width of a fraction of a second says how fine it is.
 void findExactParts(std::vector<PatternPart>& parts) noexcept {
     for (std::size_t i = 0; i < parts.size(); ++i) {
         const bool isNumber = parts[i].kind == Kind::number;

@@ -17,7 +17,7 @@ namespace {
 using namespace std::chrono;
 using Local = local_time<milliseconds>;
 
-/// What a text says; what it says nothing of is absent.
+/// The fields of a date in a text; absent where the text does not have them.
 struct Fields {
     std::optional<unsigned> year;
     std::optional<unsigned> month;
@@ -55,7 +55,7 @@ constexpr auto kNumberFields = std::to_array<NumberField>({
     {'s', 0, 59, &Fields::second},
 });
 
-/// The value of digits, or, when they are beyond all limits, a value that is so too.
+/// The value of digits. A value beyond all limits stops growing, so that it cannot overflow.
 unsigned numberOf(std::string_view digits) noexcept {
     constexpr unsigned tooLarge = 100'000;
     unsigned value = 0;
@@ -63,7 +63,7 @@ unsigned numberOf(std::string_view digits) noexcept {
     return value;
 }
 
-/// The milliseconds of a fraction of a second, cut off.
+/// The milliseconds of a fraction of a second; further digits are cut off.
 unsigned millisecondsOf(std::string_view fraction) noexcept {
     unsigned value = 0;
     for (std::size_t i = 0; i < 3; ++i)
@@ -121,7 +121,7 @@ private:
         unsigned number = numberOf(digits);
         if (part.letter == 'y' && part.width == 2) {
             if (number > 99) return false;
-            number += number < 50 ? 2000 : 1900;
+            number += number < 50 ? 2000 : 1900;  // 1950 to 2049
         }
         const auto field = std::ranges::find(kNumberFields, part.letter, &NumberField::letter);
         if (field == kNumberFields.end() || number < field->lowest || number > field->highest) return false;
@@ -133,7 +133,7 @@ private:
         const NameMatch match = findName(rest_, names_[part.names]);
         if (match.size == 0) return false;
         rest_.remove_prefix(match.size);
-        if (part.letter == 'E') return true;
+        if (part.letter == 'E') return true;  // a weekday is read over: the date decides
         if (match.isAmbiguous) return false;
         const auto index = static_cast<unsigned>(match.index);
         if (part.letter == 'a')
@@ -177,8 +177,8 @@ Local timeOf(const Fields& fields, local_days day) noexcept {
            milliseconds(fields.millisecond);
 }
 
-/// The offset that an abbreviation has in a zone: at a moment, on the other side of a change of the clocks,
-/// in the other half of the year, or in general.
+/// The offset that an abbreviation has in a zone: at a moment, just before or after a change of the clocks
+/// near it, in the other half of the year, or else in general.
 std::optional<seconds> offsetNamed(std::string_view name, const TimeZone& zone, Date moment) {
     for (const days distance : {days(0), days(1), days(-1), days(182), days(-182)}) {
         const TimeZone::Offset offset = zone.offsetAt(moment + distance);
@@ -198,6 +198,7 @@ std::optional<Date> momentOf(const Fields& fields, Local local, const TimeZone& 
     return Date(local.time_since_epoch() - *offset);
 }
 
+// The years that a pattern can write with four digits.
 constexpr Date kFirstMoment = sys_days(year(1) / January / 1);
 constexpr Date kLastMoment = sys_days(year(9999) / December / 31) + days(1) - milliseconds(1);
 

@@ -16,7 +16,7 @@ void appendFraction(std::string& text, unsigned millisecond, std::size_t width) 
     constexpr std::size_t digitsOfMillisecond = 3;
     std::string digits;
     appendPadded(digits, millisecond, digitsOfMillisecond);
-    digits.resize(width, '0');
+    digits.resize(width, '0');  // more letters than digits add zeros, fewer cut off
     text += digits;
 }
 
@@ -84,7 +84,7 @@ std::string writeDate(const DateStyle& style, Date date) {
             case PatternPart::Kind::zone:
                 appendZone(text, part.letter, part.width, offset);
                 break;
-            case PatternPart::Kind::unknown:
+            case PatternPart::Kind::unknown:  // a letter without a meaning is written as it is
                 text.append(part.width, part.letter);
                 break;
         }

@@ -14,7 +14,7 @@ namespace {
 
 using std::chrono::seconds;
 
-/// The system's zone is asked anew each time: an application may set TZ, and a machine may travel.
+/// The system's zone is looked up each time: an application may set TZ, and a machine may travel.
 TimeZone::Offset systemOffset(std::int64_t moment) {
     const time_t time = moment;
     struct tm local = {};
@@ -72,7 +72,7 @@ Date TimeZone::fromLocal(std::chrono::local_time<std::chrono::milliseconds> loca
     // Clocks of all zones go for days between two changes, so at most one is near: the offset that holds
     // before or the one after it is in force. When clocks go back, the larger one leads to the earlier of
     // two moments. When they go forward, and skip what is looked for, neither leads to itself; the one
-    // before the gap, which then is the smaller, leads just as far behind it.
+    // before the gap, which then is the smaller, leads just as far past it.
     constexpr seconds reach(kZoneOffsetLimit);
     const auto [smaller, larger] =
         std::minmax({offsetAt(shown - reach).fromUTC, offsetAt(shown + reach).fromUTC});

@@ -18,7 +18,7 @@ namespace {
 
 constexpr std::size_t kTypeSize = 6;  // four bytes of offset, the flag of daylight saving, an index
 
-/// The big-endian number that two's complement bytes stand for.
+/// A big-endian number in two's complement.
 std::int64_t signedNumber(std::string_view bytes) noexcept {
     const bool negative = !bytes.empty() && static_cast<signed char>(bytes.front()) < 0;
     std::int64_t value = negative ? -1 : 0;
@@ -26,7 +26,8 @@ std::int64_t signedNumber(std::string_view bytes) noexcept {
     return value;
 }
 
-/// Takes parts off the beginning of a file. One that is longer than the rest spoils the whole.
+/// Takes parts off the beginning of a file. After a part that is longer than the rest, all are empty and the
+/// whole is not good; so the callers check once, at the end.
 class Bytes {
 public:
     explicit Bytes(std::string_view bytes) noexcept : rest_(bytes) {}
@@ -61,7 +62,7 @@ struct Header {
 };
 
 std::optional<Header> takeHeader(Bytes& bytes) {
-    constexpr std::size_t unused = 15;
+    constexpr std::size_t unused = 15;  // bytes that the format keeps for later
     const bool marked = bytes.take(4) == "TZif";
     const std::string_view version = bytes.take(1);
     bytes.take(unused);
@@ -74,7 +75,7 @@ std::optional<Header> takeHeader(Bytes& bytes) {
     return header;
 }
 
-/// The parts of a block that say when clocks go how.
+/// The parts of a block with the clock changes.
 struct Block {
     std::string_view times;
     std::string_view typeOfChange;
@@ -94,6 +95,8 @@ Block takeBlock(Bytes& bytes, const Header& header, std::size_t timeSize) {
     return block;
 }
 
+/// True for counts that the format allows. Leap seconds are refused: times with them do not count as POSIX
+/// does.
 bool countsFit(const Header& header) noexcept {
     const auto isFlagCount = [&header](std::uint64_t count) { return count == 0 || count == header.types; };
     return header.types > 0 && header.leapSeconds == 0 && isFlagCount(header.standardFlags) &&
@@ -135,6 +138,7 @@ std::optional<ZoneFile> parseBlock(const Block& block, std::size_t timeSize) {
     for (std::size_t i = 0; i < block.typeOfChange.size(); ++i) {
         const std::int64_t time = signedNumber(block.times.substr(i * timeSize, timeSize));
         const auto type = static_cast<std::uint8_t>(block.typeOfChange[i]);
+        // The lookup is a binary search.
         const bool ascends = file.changes.empty() || file.changes.back().time < time;
         if (!ascends || type >= file.types.size()) return std::nullopt;
         file.changes.push_back({time, type});
@@ -151,7 +155,8 @@ bool takeRule(std::string_view text, ZoneFile& file) {
     return file.rule.has_value();
 }
 
-/// Names such as "Europe/Berlin" or "Etc/GMT+5": parts of which none leads up or starts at the root.
+/// Names such as "Europe/Berlin" or "Etc/GMT+5". A name may come from outside, so it must not lead out of the
+/// folder of zones.
 bool isZoneName(std::string_view name) noexcept {
     const auto isPart = [](char character) {
         return isLetterOrDigit(character) ||
@@ -183,7 +188,7 @@ std::optional<ZoneFile> parseZoneFile(std::string_view text) {
     const bool hasWideBlock = header->version >= '2' && header->version <= '9';
     if (!hasWideBlock && header->version != '\0') return std::nullopt;
     if (hasWideBlock) {
-        // The first block is for readers that know no other; the second one says the same and more.
+        // The first block is for old readers; the second has the same changes, and more, with 64 bits.
         takeBlock(bytes, *header, timeSize);
         timeSize = 8;
         header = takeHeader(bytes);

@@ -14,7 +14,8 @@ namespace brackwell {
 
 namespace {
 
-/// Takes the parts of a rule off its beginning, one after the other. What does not fit spoils the whole.
+/// Takes the parts of a rule off its beginning, one after the other. After a part that does not fit, the
+/// whole rule is not good; so the callers check once, at the end.
 class RuleText {
 public:
     explicit RuleText(std::string_view text) noexcept : rest_(text) {}
@@ -33,6 +34,7 @@ public:
     unsigned number(unsigned lowest, unsigned highest) noexcept {
         unsigned value = 0;
         std::size_t count = 0;
+        // No number of a rule has more than three digits, so it cannot overflow.
         for (; count < 3 && beginsWithDigits(rest_, 1); ++count, rest_.remove_prefix(1))
             value = value * 10 + digitValue(rest_.front());
         good_ &= count > 0 && value >= lowest && value <= highest;
@@ -103,7 +105,7 @@ private:
 std::int64_t YearlyMoment::inYear(int number) const noexcept {
     using namespace std::chrono;
     constexpr unsigned lastWeek = 5;
-    constexpr unsigned endOfFebruary = 59;
+    constexpr unsigned endOfFebruary = 59;  // the day of the year on which it ends, without a leap day
     const year ofYear(number);
     sys_days date = ofYear / January / 1;
     if (form == Form::weekday) {
@@ -140,11 +142,13 @@ std::optional<ZoneRule> ZoneRule::parse(std::string_view text) {
 
 const LocalTimeType& ZoneRule::typeAt(std::int64_t seconds) const noexcept {
     if (!daylight_) return standard_;
+    // The calendar repeats after 400 years, so every moment has one like it in the first cycle.
     const std::int64_t moment = floorRemainder(seconds, kDaysPerCycle * kSecondsPerDay);
     const auto year = static_cast<int>(civilTime(Date(std::chrono::seconds(moment)), {}).year);
 
-    // What changed last before the moment. A time of a week shifts a change into the next year or the
-    // one before. A daylight saving time that ends as it begins again goes on.
+    // The last change before the moment decides. The time of a change may be up to a week off its day, which
+    // puts it into the next year or the one before. A daylight saving time that ends when it begins again
+    // goes on.
     const LocalTimeType* type = &standard_;
     std::int64_t latest = std::numeric_limits<std::int64_t>::min();
     for (int candidate = year - 2; candidate <= year + 1; ++candidate) {

@@ -25,7 +25,7 @@ constexpr std::size_t longestZoneField(char letter) noexcept { return letter == 
 
 /// Takes a zone off the beginning of the text, in any of the forms that appendZone() writes, and with hours
 /// of one digit too ("-5"). Abbreviations, but for those of UTC itself, are taken for the letter z only.
-/// With digits behind it, an offset without colons has exactly four. Nothing when there is no zone.
+/// With digits after it, an offset without colons has exactly four. Nothing when there is no zone.
 std::optional<ZoneText> takeZone(std::string_view& text, char letter, bool digitsFollow) noexcept;
 
 /// Appends a zone in the form of a pattern's letters:

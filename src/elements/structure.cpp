@@ -18,6 +18,7 @@ static_assert(kChildCount * 3 < kPairSlots);
 constexpr std::uint16_t kNoPair = 0xFFFF;
 
 constexpr std::size_t slotOfPair(Element child, Element parent) noexcept {
+    // 2^32 divided by the golden ratio spreads neighbouring numbers; the 14 highest bits are the slot.
     const std::uint32_t mixed = (std::uint32_t{parent} << 16 | child) * 0x9E3779B1U;
     return mixed >> 18;
 }

@@ -17,13 +17,13 @@
 namespace brackwell::elements::tables {
 
 constexpr std::uint32_t hashOf(std::string_view name) noexcept {
-    std::uint32_t hash = 2166136261U;
+    std::uint32_t hash = 2166136261U;  // FNV-1a: its basis, and its prime below
     for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
     return hash ^ hash >> 15;
 }
 
-// Hash tables with open addressing. They are less than a third full, and their contents are fixed, so how
-// far a lookup goes is fixed, too.
+// Hash tables with open addressing. They are less than a third full, and their contents are fixed, so the
+// length of every lookup is fixed, too.
 
 inline constexpr std::size_t kNameSlots = 4096;
 static_assert(kElementCount * 3 < kNameSlots);

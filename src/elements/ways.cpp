@@ -16,6 +16,7 @@ std::array<std::uint8_t, kElementCount> distancesTo(Element child) {
     std::array<std::uint8_t, kElementCount> distances{};
     distances.fill(kFar);
     distances[child] = 0;
+    // Breadth first, from the child outwards: the distances are then shortest ones.
     std::vector<Element> found{child};
     for (std::size_t i = 0; i < found.size(); ++i) {
         const auto next = static_cast<std::uint8_t>(distances[found[i]] + 1);
@@ -35,6 +36,7 @@ std::vector<Element> findWay(Element parent, Element child) {
     if (distances[parent] == kFar) return way;
     for (Element at = parent; distances[at] > 1;) {
         const auto children = childrenOf(at);
+        // The first in the order of the rows, so that equally short ways always give the same one.
         const auto step = std::ranges::find_if(children, [&](const Child& candidate) {
             return distances[candidate.element] == distances[at] - 1;
         });

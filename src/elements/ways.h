@@ -18,7 +18,7 @@ public:
     /// when the child may stand in the parent directly.
     const std::vector<Element>& between(Element parent, Element child);
 
-    static constexpr unsigned kLongest = 4;
+    static constexpr unsigned kLongest = 4;  ///< as many as are between OFX and a transaction
 
 private:
     std::unordered_map<std::uint32_t, std::vector<Element>> known_;

@@ -9,6 +9,7 @@
 namespace brackwell {
 namespace {
 
+/// Part of every archive, so it can never change.
 constexpr std::string_view kNodeKey = "originalPD";
 
 }  // namespace
@@ -29,7 +30,8 @@ void TvOFXAggregate::parseDictionary(const std::optional<ParseDictionary>& node)
 
 std::string TvOFXAggregate::description() const {
     if (originalParseData_) return TvOFXHelper::ofxDictionaryToString(*originalParseData_);
-    std::array<char, 16> digits{};
+    // Without a node there is nothing to show but which object it is.
+    std::array<char, 16> digits{};  // of 64 bits
     const auto end = std::to_chars(digits.begin(), digits.end(), std::bit_cast<std::uintptr_t>(this), 16).ptr;
     std::string text("<");
     text.append(className()).append(": 0x").append(digits.begin(), end);

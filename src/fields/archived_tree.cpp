@@ -14,7 +14,7 @@ using reading::Document;
 using reading::Node;
 using Item = ArchiveListItem;
 
-/// How many entries stand directly in an aggregate, repeated ones included.
+/// How many entries are directly in an aggregate, repeated ones included.
 std::size_t countEntries(const Document& document, std::uint32_t aggregate) noexcept {
     std::size_t count = 0;
     const std::uint32_t end = document.node(aggregate).begin;
@@ -25,12 +25,13 @@ std::size_t countEntries(const Document& document, std::uint32_t aggregate) noex
 }  // namespace
 
 void encodeTree(KeyedArchiver& coder, std::string_view key, const ParseDictionary& tree) {
+    // Names and values in turn, in one flat list: neither direction recurses, however deep the tree is.
     std::vector<Item> items;
     if (const reading::NodeRef root = reading::NodeRef::of(tree)) {
         const Document& document = root.document();
         std::vector<std::uint32_t> ends{root.node().begin};
         for (std::uint32_t index = root.index() + 1; !ends.empty();) {
-            if (index == ends.back()) {
+            if (index == ends.back()) {  // several aggregates may end at one node, so it is looked at again
                 ends.pop_back();
                 if (!ends.empty()) items.push_back({Item::Kind::endList, {}, 0});
                 continue;
@@ -54,7 +55,7 @@ std::optional<ParseDictionary> decodeTree(const KeyedUnarchiver& coder, std::str
     if (!items) return std::nullopt;
     ParseDictionaryBuilder builder;
     std::size_t depth = 0;
-    OptionalText name;  // read, its value not yet
+    OptionalText name;  // of an entry whose value has not been read yet
     for (const Item& item : *items) {
         if (item.kind == Item::Kind::endList) {
             if (name || depth == 0) return std::nullopt;

@@ -45,7 +45,7 @@ struct ElementEntry {
     ElementRule<Object> rule;
 };
 
-/// Finds the rule of each element with one look-up, so that reading an object takes time in proportion
+/// Finds the rule of each element with one lookup, so that reading an object takes time in proportion
 /// to its elements, whatever the number of rules.
 template <class Object, std::size_t Count>
 class ElementTable {

@@ -24,7 +24,7 @@ TvOFXResponse::TvOFXResponse(const std::optional<ParseDictionary>& node) : TvOFX
     setTransactionWrapperName(wrapper);
     const NodeRef uid = response[element("TRNUID")];
     if (uid.isText()) texts_.setLeaf(transactionUID_, *uid.owner, uid.index());
-    if (status_) return;
+    if (status_) return;  // the wrapper's own one counts
     if (const auto status = (*node)[innerResponseName(wrapper)]["STATUS"].dictionary())
         status_ = TvOFXStatus::initWithParseDict(status);
 }

@@ -15,7 +15,7 @@ TvOFXStatus::TvOFXStatus(const std::optional<ParseDictionary>& node) : TvOFXAggr
     const auto isPresent = [](const NodeRef& value) { return value.isText() && !value.text().empty(); };
     const NodeRef code = status[element("CODE")];
     const NodeRef severity = status[element("SEVERITY")];
-    // Without both, a message alone is not kept either.
+    // A status without code or severity says nothing reliable: its message is not kept either.
     if (!isPresent(code) || !isPresent(severity)) return;
     code_ = static_cast<std::uint64_t>(leadingInteger(code.text()));
     texts_.setLeaf(severity_, *severity.owner, severity.index());

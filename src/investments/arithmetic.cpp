@@ -13,8 +13,8 @@ namespace brackwell {
 namespace {
 
 // ---------------------------------------------------------------------------------------------
-// Most of what is compared are amounts of few digits, which agree to the cent. That is found out first, in
-// whole numbers, since it is asked of every transaction of a document.
+// Most amounts have few digits and agree to the cent. That is checked first, in whole numbers: it is done for
+// every transaction of a document, and decimals take longer.
 
 // NOLINTNEXTLINE(modernize-use-using): "using" has no place for __extension__
 __extension__ typedef __int128 Whole;
@@ -29,7 +29,7 @@ constexpr auto kPowers = [] {
 }();
 constexpr Whole kCent = kPowers[kWholePlaces - 2];
 
-/// A sum of signed numbers; of no value once one does not fit.
+/// A sum of signed numbers; it agrees with nothing once a number does not fit.
 class WholeSum {
 public:
     void add(bool isNegative, std::uint64_t coefficient, int exponent) noexcept {
@@ -80,10 +80,10 @@ Number magnitude(const Number& number) noexcept {
 }
 Number orZero(const Number& number) noexcept { return number.value_or(Decimal()); }
 
-/// One in the last of so many decimal places.
+/// One unit in the last of this many decimal places.
 Number unitOfPlaces(int places) noexcept { return Decimal::fromParts(false, 0, 1, -places); }
 
-/// How many digits stand after the decimal separator of an amount's text.
+/// How many digits are after the decimal separator in the text of an amount.
 int decimalPlaces(OptionalText text) noexcept {
     const std::size_t point = text ? text->find_last_of(".,") : std::string_view::npos;
     if (point == std::string_view::npos) return 0;
@@ -91,13 +91,13 @@ int decimalPlaces(OptionalText text) noexcept {
     return static_cast<int>(std::ranges::count_if(text->substr(point + 1), isDigit));
 }
 
-// Institutions leave zeros at the end out: a text with fewer places is taken to be as exact as this. Units
-// that are written as a whole number are one.
+// Institutions leave out zeros at the end, so a text with fewer places counts as exact to this many. Units
+// written as a whole number are exact.
 constexpr int kPlacesOfPrice = 2;
 constexpr int kPlacesOfUnits = 3;
 constexpr int kPlacesOfMoney = 2;
 
-/// How far rounding to so many places may change a number.
+/// How far rounding to this many places may change a number.
 Number halfOfPlaces(int places) noexcept { return Decimal::fromParts(false, 0, 5, -places - 1); }
 
 Number roundingOfUnits(OptionalText units) noexcept {
@@ -129,13 +129,13 @@ std::vector<Number> factorsOf(Quotation quotation, const Number& sharesPerContra
     if (quotation == Quotation::plain) return {one};
     // Without the shares for each contract there is nothing to compare with.
     if (quotation == Quotation::perShare) return {sharesPerContract, one};
-    // Bonds may be counted by number instead of by their face value, which mostly is a thousand.
+    // Bonds may be counted by number instead of by their face value, which is usually a thousand.
     const Number stated = security != nullptr ? security->parValue() : std::nullopt;
     const Number face = stated ? stated : Number(Decimal::fromInteger(1000));
     return {unitOfPlaces(2), one, product(face, unitOfPlaces(2)), face};
 }
 
-/// True when two magnitudes differ by no more than rounding; also when that cannot be said.
+/// True when two magnitudes differ by no more than rounding; also when that cannot be computed.
 bool agree(const Number& a, const Number& b, const Number& rounding) noexcept {
     const Number difference = magnitude(sum(magnitude(a), negated(magnitude(b))));
     return !difference || !rounding || *difference <= *rounding;

@@ -44,6 +44,7 @@ std::optional<TransactionCurrency> currencyOf(const TvOFXStatementTransaction& t
     const NodeRef node = NodeRef::of(*data);
     const NodeRef given = first(node, element("CURRENCY"));
     const NodeRef original = first(node, element("ORIGCURRENCY"));
+    // The one that comes first in the document counts, as for investments; an empty one does not count.
     const bool isGivenFirst = given && (!original || given.at < original.at);
     for (const bool isGiven : {isGivenFirst, !isGivenFirst})
         if (const NodeRef& value = isGiven ? given : original)
@@ -66,7 +67,7 @@ std::optional<TransactionCurrency> currencyOf(const InvestmentRecord& object, co
             if (currency.symbol.empty()) continue;
             return currency;
         }
-        // The first symbol and rate are known, which may stand in the other one of the two.
+        // A record keeps only the first symbol and rate, which may be those of the other aggregate.
         const auto isIn = [&records, node](std::uint32_t leaf) {
             return leaf > node && leaf < records.document->behind(node);
         };

@@ -71,7 +71,7 @@ struct PartRow {
     NameID in;  ///< where it counts: an aggregate that is a part as well, or anywhere
 };
 
-/// The fields of a class, found by element with one look-up. The position of a field is a bit in the set of
+/// The fields of a class, found by element with one lookup. The position of a field is a bit in the set of
 /// those that an object has.
 class FieldTable {
 public:

@@ -23,7 +23,7 @@ constexpr NameID kBankTransactions = element("BANKTRANLIST");
 constexpr NameID kTransactions = element("INVTRANLIST");
 constexpr NameID kPositions = element("INVPOSLIST");
 
-/// What both walks through the nodes of a document have.
+/// What the two walks through the nodes of a document share.
 class Reader {
 public:
     Reader(Records& records, const std::shared_ptr<TvOFXHelper>& helper) noexcept
@@ -38,9 +38,9 @@ protected:
     const TvOFXHelper& helper_;
 };
 
-/// Walks through the nodes in document order, from aggregate to aggregate. What is inside of an object is
-/// walked through once more only when the object has aggregates that are no part of it, so that documents
-/// whose aggregates are not closed lose nothing, and take time in proportion to their size, too.
+/// Walks through the nodes in document order, from aggregate to aggregate. The inside of an object is walked
+/// through again only when it has aggregates that do not belong to it: where close tags are missing, nothing
+/// is lost, and the time is still in proportion to the size.
 class StatementsReader : Reader {
 public:
     using Reader::Reader;
@@ -73,7 +73,7 @@ private:
         inWrapper_ = RecordReader(records_, RecordType::statement);
         inWrapper_->read(at);
     }
-    /// A wrapper without a statement is one that says why there is none.
+    /// A wrapper without a statement says why there is none, and stands for it.
     void closeWrapper() {
         if (endOfWrapper_ == 0) return;
         if (!hasStatement_) addStatement(*inWrapper_, wrapper_);
@@ -81,8 +81,9 @@ private:
         inWrapper_.reset();
     }
 
-    /// True when there is another statement in this one, which is not read with it.
+    /// Reads a statement. True when there is another one inside, which has still to be read.
     bool readStatement(std::uint32_t at) {
+        // What the wrapper says (TRNUID, STATUS) belongs to each statement in it.
         RecordReader reader = inWrapper_ ? *inWrapper_ : RecordReader(records_, RecordType::statement);
         reader.read(at);
         hasStatement_ = true;
@@ -125,7 +126,7 @@ private:
         return hasOthers ? at + 1 : behind(at);
     }
 
-    /// One that no INVBANKTRAN has taken.
+    /// Reads a STMTTRN outside INVBANKTRAN, which then is a transaction of its own.
     std::uint32_t readLoneBankTransaction(std::uint32_t at) {
         if (at != lastBankTransaction_) {
             RecordReader reader(records_, RecordType::transaction);

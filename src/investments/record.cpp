@@ -23,10 +23,12 @@ InvestmentField::Kind kindOf(FieldRule rule) noexcept {
     return kinds[static_cast<std::size_t>(rule)];
 }
 
-/// How many nodes are looked at to find where in the text an aggregate ends.
-constexpr std::uint32_t kMostNodesBehind = 64;
+/// How many nodes are searched for the next text after an aggregate. A limit, because a document of empty
+/// aggregates has none, and each of its records would search all of it.
+constexpr std::uint32_t kMostNodesAfter = 64;
 
-/// The source text around the nodes of an aggregate, which say where the texts of its leaves stand.
+/// The source text of an aggregate. Nodes know only where the texts of leaves are, so its tags are searched
+/// before the first leaf and after the last.
 class SourceText {
 public:
     SourceText(const reading::Document& document, std::uint32_t aggregate) noexcept
@@ -67,20 +69,20 @@ private:
         std::uint32_t last = endOfNodes - 1;
         while (!isSlice(document_.node(last))) --last;
         const reading::Node& leaf = document_.node(last);
-        const std::size_t behindLeaf = leaf.begin + leaf.size;
-        const std::size_t limit = nextSlice(endOfNodes, behindLeaf);
-        const std::string_view rest = body_.substr(behindLeaf, limit - behindLeaf);
+        const std::size_t afterLeaf = leaf.begin + leaf.size;
+        const std::size_t limit = nextSlice(endOfNodes, afterLeaf);
+        const std::string_view rest = body_.substr(afterLeaf, limit - afterLeaf);
         for (std::size_t at = rest.find("</"); at != rest.npos; at = rest.find("</", at + 2)) {
             const std::string_view tag = rest.substr(at + 2);
             if (tag.starts_with(name) && tag.substr(name.size()).starts_with('>'))
-                return behindLeaf + at + name.size() + 3;
+                return afterLeaf + at + name.size() + 3;
         }
-        return behindLeaf;
+        return afterLeaf;
     }
     /// Where the next leaf's text begins, or the end of the text; the place itself when none is near.
     std::size_t nextSlice(std::uint32_t from, std::size_t place) const noexcept {
         const std::uint32_t last = document_.behind(std::uint32_t{0});
-        const std::uint32_t end = std::min(last, from + kMostNodesBehind);
+        const std::uint32_t end = std::min(last, from + kMostNodesAfter);
         if (const reading::Node* next = firstSlice(from, end)) return next->begin;
         return end == last ? body_.size() : place;
     }

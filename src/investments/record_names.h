@@ -78,7 +78,7 @@ inline constexpr auto kRecordNames = [] {
     });
 }();
 
-/// Where a name stands in kRecordNames; behind its end when the aggregate is no object.
+/// The index of a name in kRecordNames; its size when the aggregate is not an object.
 inline constexpr auto kRecordNameOfElement = [] {
     std::array<std::uint8_t, reading::kKnownElementCount> rows{};
     rows.fill(kRecordNames.size());

@@ -66,7 +66,7 @@ bool RecordReader::read(std::uint32_t aggregate) {
     return hasOthers;
 }
 
-/// A repetition, which no record should have, is another's to name.
+/// Notes a second value for a field, unless it is a repetition of one element, which another finding reports.
 void RecordReader::takeLeaf(std::size_t field, std::uint32_t node, bool isRepetition) {
     const std::uint32_t before = this->node(field);
     take(field, node);
@@ -117,7 +117,7 @@ std::uint32_t RecordReader::add(std::uint32_t aggregate, std::uint8_t kind, cons
     return number;
 }
 
-/// Adds the value of an amount or a date; false when the field is neither, or its text is none.
+/// Adds the value of an amount or a date; false when the field is neither, or its text is not a value.
 bool RecordReader::convert(std::size_t field, const TvOFXHelper& helper) {
     const FieldTable::Fields bit = FieldTable::Fields{1} << field;
     if (((table_->amounts() | table_->dates()) & bit) == 0) return false;

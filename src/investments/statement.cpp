@@ -75,6 +75,7 @@ std::optional<InvestmentBalance> InvestmentStatement::balance() const {
 }
 
 std::optional<Amounts401k> InvestmentStatement::balance401k() const {
+    // Other aggregates of such amounts are parts of a period.
     for (const Amounts401k& amounts : listOf<Amounts401k>(*this, RecordType::amounts))
         if (amounts.elementName() == "INV401KBAL") return amounts;
     return std::nullopt;

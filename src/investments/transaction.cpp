@@ -15,6 +15,8 @@ namespace brackwell {
 namespace investments {
 namespace {
 
+// A field that the standard has under several names lists them all; a transaction has only one of them. The
+// long forms of memo and identifier are the exception: they count before the short ones.
 // clang-format off
 constexpr FieldRow kTransactionRows[] = {
     {"fiTransactionID", FieldRule::text, {"FITID"}},
@@ -251,7 +253,7 @@ std::shared_ptr<TvOFXInvestmentAccount> InvestmentTransaction::transferAccount()
 }
 
 std::shared_ptr<TvOFXStatementTransaction> InvestmentTransaction::bankTransaction() const noexcept {
-    const std::uint32_t number = recordOf(*this).extra;
+    const std::uint32_t number = recordOf(*this).extra;  // counted from 1, so that 0 is none
     return number != 0 ? recordsOf(*this).bankTransactions[number - 1] : nullptr;
 }
 

@@ -10,11 +10,12 @@ namespace brackwell {
 
 void preferLargePages(void* memory, std::size_t size) noexcept {
 #ifdef MADV_HUGEPAGE
+    // Two large pages of 2 MiB: a block of this size contains at least one, wherever it begins.
     constexpr std::size_t worthIt = std::size_t{4} << 20;
     if (size < worthIt) return;
     const auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
     const std::uintptr_t inPage = reinterpret_cast<std::uintptr_t>(memory) % page;
-    // A wish: when it is not granted, the memory is there all the same.
+    // A hint: if the system ignores it, the memory works just the same.
     static_cast<void>(madvise(static_cast<char*>(memory) - inPage, size + inPage, MADV_HUGEPAGE));
 #else
     static_cast<void>(memory);

@@ -45,7 +45,7 @@ public:
         if (size_ == capacity_) grow(1);
         values_[size_++] = value;
     }
-    /// Makes room for `count` values behind the last one and returns where they begin.
+    /// Makes room for `count` values after the last one and returns where they begin.
     Value* append(std::size_t count) {
         if (count > capacity_ - size_) grow(count);
         Value* begin = values_ + size_;

@@ -40,12 +40,14 @@ struct State {
 
 UnpredictableHash::UnpredictableHash() {
     if (getrandom(key_.data(), sizeof key_, GRND_NONBLOCK) == static_cast<ssize_t>(sizeof key_)) return;
-    // Early in the life of a machine: the clock and where this object lies have to do.
+    // Right after a machine has started there may be no random numbers yet: the clock and the address of this
+    // object must suffice.
     key_ = {static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()),
             std::bit_cast<std::uintptr_t>(this)};
 }
 
 std::uint64_t UnpredictableHash::operator()(std::string_view text) const noexcept {
+    // SipHash's constants, the ASCII text "somepseudorandomlygeneratedbytes".
     State state{key_[0] ^ 0x736f6d6570736575, key_[1] ^ 0x646f72616e646f6d, key_[0] ^ 0x6c7967656e657261,
                 key_[1] ^ 0x7465646279746573};
     const char* p = text.data();

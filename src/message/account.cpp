@@ -36,6 +36,8 @@ OptionalText TvOFXAccount::accountDescription() const noexcept { return accountI
 
 OptionalText TvOFXAccount::accountPhone() const noexcept { return accountInfo_->accountPhone(); }
 
+// Everything is asked of the record each time: the record may be shared and is never copied.
+
 std::shared_ptr<TvOFXBankAccount> TvOFXAccount::bankAccount() const {
     const auto& bank = accountInfo_->bankAccountInfo();
     return bank ? bank->bankAcctFrom() : nullptr;

@@ -13,6 +13,7 @@ int hexValue(char c) noexcept {
     return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
 }
 
+/// A "%" that two hexadecimal digits do not follow is itself: paths may have one.
 std::string withoutPercents(std::string_view text) {
     std::string plain;
     for (std::size_t i = 0; i < text.size(); ++i) {

@@ -31,7 +31,7 @@ std::shared_ptr<TvOFXResponse> make(const std::optional<ParseDictionary>& node, 
     return Response::initWithParseDict(node);
 }
 
-/// A statement reads its node only when the helper is in place.
+/// A statement converts with the caller's helper, so it reads its node only once it has the helper.
 template <class Statement>
 std::shared_ptr<TvOFXResponse> makeStatement(const std::optional<ParseDictionary>& node,
                                              const Helper& helper) {
@@ -102,6 +102,7 @@ bool TvOFXInterpreter::interpret() {
         reset();
         return false;
     }
+    // Into another interpreter, so that this one is unchanged when memory runs out.
     TvOFXInterpreter read({std::nullopt, parserDict_});
     read.setHelperObject(helperObject_);
     interpretMessageSets(read, ofx);
@@ -130,11 +131,12 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
     OptionalText uid;
     if (elements::isWrapper(withMessageSetKey)) {
         innerName = innerResponseName(withMessageSetKey);
-        // An inner node that is no dictionary counts as absent.
+        // An inner node that is not a dictionary counts as absent.
         innerNode = node ? (*node)[innerName].dictionary() : std::nullopt;
         if (const NodeRef value = wrapper[element("TRNUID")]; value.isText()) uid = value.text();
     }
 
+    // Making the response sets these two; filing it may still fail.
     Rollback before(signOnResponse_, fiProfileResponse_);
     std::shared_ptr<TvOFXResponse> response = createResponseObjectForKey(innerName, innerNode);
     if (const auto status = dictionaryOf(statusNode))
@@ -150,6 +152,7 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
 /// Files a response in all indexes, or in none when there is no memory for all.
 void TvOFXInterpreter::file(const std::shared_ptr<TvOFXResponse>& response, std::string_view name) {
     const OptionalText uid = response->transactionUID();
+    // All memory first; after that nothing can fail.
     PreparedEntry named(responseObjectsPerSGMLKey_, name);
     makeRoom(responseObjects_, 1);
     makeRoom(*named, 1);
@@ -202,6 +205,7 @@ void TvOFXInterpreter::addResponse(const std::shared_ptr<TvOFXResponse>& respons
         {"SECLISTMSGSRSV", securities},
     });
     static_assert(kRows.size() == messageSetCount);
+    // A response of any other message set is in none of these lists, but still among all responses.
     for (const Row& row : kRows)
         if (toMessageSet.starts_with(row.prefix)) return messageSets_[row.list].push_back(response);
 }

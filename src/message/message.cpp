@@ -22,7 +22,7 @@ void appendAccounts(std::vector<std::shared_ptr<Account>>& accounts, const TvOFX
             if ((statement->*account)()) accounts.push_back((statement->*account)());
 }
 
-/// The first statement of a class whose account is this very object.
+/// The first statement of a class whose account is this very object; an equal account is another one.
 template <class Statement, class Account>
 std::shared_ptr<Statement> statementOf(const TvOFXAggregate* wanted, const TvOFXResponseList& responses,
                                        const std::shared_ptr<Account>& (Statement::*account)()
@@ -45,7 +45,7 @@ std::uint64_t versionIn(const NodeRef& header, reading::NameID name, std::uint64
 std::shared_ptr<TvOFXMessage> TvOFXMessage::initWithUserSettings(const TvOFXUserSettings&) {
     auto message = std::make_shared<TvOFXMessage>();
     message->texts_.set(headerData_, "OFXSGML");
-    message->headerVersion_ = message->ofxVersion_ < 200 ? 100 : 200;
+    message->headerVersion_ = message->ofxVersion_ < 200 ? 100 : 200;  // by OFX 1 or OFX 2
     for (const std::size_t field : {ofxSecurity_, compression_, oldFileUID_, nuFileUID_})
         message->texts_.set(field, "NONE");
     message->texts_.set(encoding_, "USASCII");
@@ -72,7 +72,7 @@ void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
                         const TvOFXInterpreter& interpreter) {
     const NodeRef header = headerDictionary ? NodeRef::of(*headerDictionary) : NodeRef();
     internal::TextFields<textCount> texts = headerTexts(header);
-    takeResponses(interpreter);
+    takeResponses(interpreter);  // the last step that can fail
     // The texts are always overwritten, with nothing when the header lacks them.
     texts_ = std::move(texts);
     headerVersion_ = versionIn(header, element("OFXHEADER"), headerVersion_);
@@ -113,6 +113,7 @@ void TvOFXMessage::takeResponses(const TvOFXInterpreter& interpreter) {
                                     {billPaymentMsgSet_, interpreter.billPaymentMsgSetResponses()},
                                     {emailMsgSet_, interpreter.emailMsgSetReponses()},
                                     {secListMsgSet_, interpreter.investmentSecListMsgSetResponses()}}};
+    // Room in all of them first, so that none has changed when memory runs out.
     for (const auto& [list, more] : all) makeRoom(list, more.size());
     for (const auto& [list, more] : all) list.insert(list.end(), more.begin(), more.end());
     signonResponse_ = interpreter.signOnResponse();
@@ -122,6 +123,7 @@ void TvOFXMessage::takeResponses(const TvOFXInterpreter& interpreter) {
 void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
     if (!request) return;
     const bool isSignUp = dynamic_cast<const TvOFXAccountInfoRequest*>(request.get()) != nullptr;
+    // Room in every list first, so that a request is in all of them or in none.
     if (isSignUp) makeRoom(signupMsgSet_, 1);
     std::vector<std::shared_ptr<TvOFXRequest>> first;
     makeRoom(allRequests_ ? *allRequests_ : first, 1);
@@ -134,6 +136,7 @@ void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
 }
 
 const std::vector<std::shared_ptr<TvOFXAggregate>>& TvOFXMessage::accountsFound() {
+    // Kept from the first call on: later requests and responses do not change the answer.
     if (!accountsFound_) {
         const auto banks = bankAccountsFound();
         const auto cards = creditCardAccountsFound();

@@ -7,6 +7,8 @@
 namespace brackwell {
 namespace {
 
+/// An error is for the application to handle; what remains is what the institution wants to tell its
+/// customer.
 bool isMessageForUser(const TvOFXStatus& status) noexcept {
     return status.severity() != "ERROR" && status.message() && !status.message()->empty();
 }
@@ -37,6 +39,7 @@ void TvOFXResult::createMessagesArrayFromStatusObjects() {
     for (const auto& response : ofxResponseObjects_)
         if (response && response->status() && isMessageForUser(*response->status()))
             made.push_back(TvOFXFIMessage::initWithOFXResponse(*response));
+    // Room for all first, so that the list gets all messages or none.
     makeRoom(allFIMessages_, made.size());
     for (auto& message : made) allFIMessages_.push_back(std::move(message));
 }

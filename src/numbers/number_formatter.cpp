@@ -37,7 +37,7 @@ bool takeGroupingMark(std::string_view& text, std::string_view ownMark) noexcept
     return true;
 }
 
-/// The number with at most so many digits after the point, the rest rounded half to even.
+/// The number with at most this many digits after the point, the rest rounded half to even.
 Decimal rounded(const Decimal& number, int fractionDigits) noexcept {
     const int dropped = -number.exponent() - fractionDigits;
     if (dropped <= 0) return number;

@@ -17,7 +17,7 @@ struct Unknown {
     std::size_t count = 0;
     NodeRef first;
 
-    /// Of a BANKACCTFROM, or of nothing.
+    /// Adds the type of a BANKACCTFROM. A missing type is not an unknown one.
     void addTypeOf(const NodeRef& account) {
         if (!account.isDictionary()) return;
         const NodeRef type = account[element("ACCTTYPE")];

@@ -43,7 +43,7 @@ constexpr UnreadName kUnreadNames[] = {
     {"PRESACCTID", Unread::account},
 };
 
-/// What the library's classes read of every answer, whatever is in it.
+/// The elements of an answer that a class reads even when no class reads the rest of it.
 constexpr NameID kAnswerParts[] = {element("TRNUID"), element("CLTCOOKIE"), kSource};
 
 bool isAmountOfMoney(std::string_view text) noexcept {
@@ -84,7 +84,7 @@ public:
 
 private:
     static constexpr std::uint32_t kRead = ~std::uint32_t{0};  ///< no group
-    /// More names than these are one group of their kind: nobody reads on.
+    /// Further names share one group of their kind: a longer list would not be read by anybody.
     static constexpr std::size_t kMostGroups = 12;
 
     /// An aggregate whose children are walked through; the first one is the document.
@@ -109,7 +109,7 @@ private:
         const Open& around = open_.back();
         if (around.node == 0 || around.group != kRead || result_.leftovers_.hasOddText)
             return findGroup(index, node);
-        // Most elements are like others before them, of which nothing was to be said.
+        // Most elements have the name and the parent of an earlier one that needed no remark.
         const NameID parent = document_.node(around.node).name();
         const std::uint64_t place = std::uint64_t{parent} << 32U | node.nameAndKind;
         std::uint64_t& quiet = quietPlaces_[(place ^ place >> 29U) % quietPlaces_.size()];
@@ -146,8 +146,8 @@ private:
         }
     }
 
-    /// True for what is called like an answer in a message set: of sets that the list of elements does not
-    /// have one by one.
+    /// True for an element of a message set whose name is that of an answer, although the list of elements
+    /// does not have it.
     bool isAnswer(const Node& node, std::uint32_t around) const noexcept {
         return around != 0 && document_.name(node).ends_with("RS") &&
                elements::isMessageSet(document_.name(document_.node(around)));
@@ -172,7 +172,7 @@ private:
     std::uint32_t newGroup(NameKind kind) {
         auto& groups = result_.groups_;
         std::uint32_t& last = lastOfKind_[static_cast<std::size_t>(kind)];
-        // What is no name is not told apart by it.
+        // Broken tags have no names to group them by, so they are one group.
         const bool isOne = kind == NameKind::noName || groups.size() >= kMostGroups;
         if (isOne && last != kRead) return last;
         last = static_cast<std::uint32_t>(groups.size());
@@ -185,7 +185,7 @@ private:
         if (std::ranges::find(kAnswerParts, node.name()) != std::end(kAnswerParts)) return;
         const bool isLeaf = !node.isAggregate();
         if (isLeaf) {
-            // The status of an answer is read whatever the answer is.
+            // A class reads the status of every answer, so its values are not unread.
             if (group.kind == NameKind::treeOnly && isInStatus()) return;
             note(Unread::value);
         }
@@ -220,7 +220,7 @@ private:
         return true;
     }
 
-    /// The group of what is in elements that are counted elsewhere; nothing more is said of it.
+    /// The group of what is inside elements that are counted elsewhere, and needs no finding of its own.
     std::uint32_t quietGroup() {
         if (quietGroup_ == kRead) {
             quietGroup_ = static_cast<std::uint32_t>(result_.groups_.size());
@@ -231,7 +231,7 @@ private:
 
     void lookAtText(std::uint32_t index, const Node& node, Element element) {
         if (node.name() == kSource) return;
-        // What people look for is counted by itself.
+        // Records, which people look for, are counted separately.
         if (elements::isAggregate(element) && !isSought(NameFactsTable::known().contentOf(node.name())))
             count(result_.textOnly_, index);
         if (result_.leftovers_.hasOddText && holdsRemains(document_.text(node), element))
@@ -245,7 +245,7 @@ private:
     const Document& document_;
     std::vector<std::uint32_t> groups_;                  ///< by name: the group of its elements, or kRead
     std::vector<std::optional<ElementNature>> unknown_;  ///< by name, from the first unknown one on
-    /// Elements of which nothing is to be said: name and kind, and the name of the aggregate around them.
+    /// Places that need no remark: name and kind of an element, and the name of the aggregate around it.
     std::array<std::uint64_t, 256> quietPlaces_;
     std::vector<Open> open_{{0, ~std::uint32_t{0}}};
     std::uint32_t quietGroup_ = kRead;

@@ -13,7 +13,7 @@
 namespace brackwell::opening {
 namespace {
 
-/// A text at the end of an amount that says whether it is negative.
+/// A text at either end of an amount that shows whether it is negative.
 struct SignText {
     std::string_view text;
     bool negative;
@@ -99,7 +99,7 @@ struct Back {
     static UTF8Character character(std::string_view rest) noexcept { return lastCharacter(rest); }
 };
 
-/// How many capitals stand at the end; one more than a code has stands for all above.
+/// How many capitals are at an end; counting stops at one more than a code has.
 template <class End>
 std::size_t capitalsAt(std::string_view rest) noexcept {
     std::size_t count = 0;
@@ -115,7 +115,7 @@ public:
     std::optional<FramedNumber> numberInside() noexcept {
         while (takeFromFront()) continue;
         while (takeFromBack()) continue;
-        if (opened_ != closed_) return std::nullopt;
+        if (opened_ != closed_) return std::nullopt;  // one parenthesis without the other
         return FramedNumber{rest_, negative_};
     }
 
@@ -130,7 +130,7 @@ private:
     bool takeFromBack() noexcept {
         if (!rest_.empty() && digitValue(rest_.back()) <= 9) return false;
         rest_ = trimWhiteSpace(rest_);
-        return takeSignBehind() || takeClosing() || takeCode<Back>() || takeSide() || takeDollarAtBack() ||
+        return takeSignAtBack() || takeClosing() || takeCode<Back>() || takeSide() || takeDollarAtBack() ||
                takeCurrency<Back>();
     }
 
@@ -145,8 +145,8 @@ private:
         return signed_ = true;
     }
 
-    /// The dash of "5.-" and "5,-" stands for cents that are not there, and says nothing of the sign.
-    bool takeSignBehind() noexcept {
+    /// The dash of "5.-" and "5,-" replaces the cents and is not a sign.
+    bool takeSignAtBack() noexcept {
         const Frame before = *this;
         if (!takeSign<Back>(signTexts)) return false;
         const std::string_view number = trimWhiteSpace(rest_);
@@ -155,7 +155,7 @@ private:
         return false;
     }
 
-    /// "CR" and "DR" are no part of a longer word: IDR is a currency.
+    /// "CR" and "DR" count as whole words only: IDR is a currency.
     bool takeSide() noexcept {
         const bool isWord = rest_.size() > 2 && !isCapital(Back::at(rest_, 2));
         return isWord && takeSign<Back>(sideTexts);

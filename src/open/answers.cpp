@@ -80,10 +80,11 @@ OptionalText codeTextOf(const TvOFXStatus& status) {
     return trimWhiteSpace(code.text());
 }
 
-/// The code as the document has it; nothing when it is no number. The class reads none without a severity.
+/// The code in the document; nothing when it is not a number. The class reads no code without a severity, so
+/// it is read from the tree.
 std::optional<std::uint64_t> codeOf(const TvOFXStatus& status) {
     const OptionalText text = codeTextOf(status);
-    constexpr std::size_t mostDigits = 18;
+    constexpr std::size_t mostDigits = 18;  // cannot overflow
     if (!text || text->empty() || text->size() > mostDigits) return std::nullopt;
     std::uint64_t code = 0;
     for (const char c : *text) {
@@ -98,8 +99,8 @@ bool hasContent(const TvOFXResponse& response) {
     return node && reading::NodeRef::of(*node);
 }
 
-/// The severity decides. Where it is none that the standard has, or says that all is well and there is no
-/// answer, the code does: above 1, which says that there is nothing new.
+/// The severity decides, unless it is not one of the standard, or is INFO without an answer. Then the code
+/// does: 0 is success, and 1 says that there is nothing new.
 Verdict verdictOf(const TvOFXResponse& response, const TvOFXStatus& status) {
     const std::string_view severity = trimWhiteSpace(status.severity().value_or(""));
     if (equalsIgnoringCase(severity, "ERROR")) return Verdict::refused;
@@ -176,7 +177,7 @@ void findNamelessStatements(FindingList& findings, const KnownResponses& respons
                 ? !hasNumber(bank->bankAccountFrom())
                 : !hasNumber(
                       static_cast<const TvOFXCCStatementResponse&>(*statement).creditCardAccountFrom());
-        // A statement that the server refused has no content, which its status says.
+        // A statement that the server refused has no content; its status has been reported.
         if (isNameless && statement->originalParseData()) add(*statement->originalParseData());
     }
     for (const InvestmentStatement& statement : investmentStatements)

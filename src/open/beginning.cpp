@@ -37,7 +37,7 @@ std::string_view inked(std::string_view text) noexcept {
 /// True for a line that the import reads as a field of a header.
 bool isHeaderLine(std::string_view line) noexcept { return std::ranges::count(line, ':') == 1; }
 
-/// The first line of a text that is no field of a header; empty when there is none.
+/// The first line of a text that is not a field of a header; empty when there is none.
 std::string_view firstOtherLine(std::string_view text) noexcept {
     while (!text.empty()) {
         const auto* const end = std::ranges::find_if(text, [](char c) { return c == '\n' || c == '\r'; });

@@ -66,8 +66,8 @@ constexpr const investments::FieldTable* kFieldTables[] = {
     &investments::kSecurityFields,  &investments::kPortionFields,
 };
 
-/// The aggregates whose children are looked at: those of which objects are made, and those around them.
-/// ACCTINFO is not among them, since a SVCSTATUS that stands directly in it is read.
+/// The aggregates whose children are examined: those that objects are made of, and those around them.
+/// ACCTINFO is not among them, since a SVCSTATUS directly in it is read.
 constexpr auto kParents = std::to_array<reading::NameID>({
     element("OFX"),
     element("SIGNONMSGSRSV1"),
@@ -116,7 +116,7 @@ constexpr auto kNameOfElement = [] {
 
 constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
     Facts facts{};
-    facts.fill(NameFacts());  // said once more for g++ 12, which makes zeros of what is not touched
+    facts.fill(NameFacts());  // again, since g++ 12 would leave zeros in what is not assigned
     NameFacts::Parents unlisted = NameFacts::kOtherParent;
     NameFacts::Parents messageSets = 0;
     for (std::size_t i = 0; i != kParents.size(); ++i) {
@@ -155,7 +155,7 @@ void NameFactsTable::addContents() noexcept {
             }
     for (const investments::RecordName& row : investments::kRecordNames)
         facts_[row.element].content = contentOfRecord(row.type);
-    // It stands for the bank's transaction in it, which is counted itself.
+    // It only wraps a transaction of the bank, which is counted itself.
     facts_[element("INVBANKTRAN")].content = Content::none;
     for (const Named& row : kNamed) facts_[row.name].content = row.content;
 }

@@ -10,11 +10,11 @@
 
 namespace brackwell::opening {
 
-/// What people look for in a document. Of each kind it is counted how much a tree holds and how much of
-/// that is delivered.
+/// What people look for in a document. For each kind the survey counts how many a tree has and how many of
+/// them are delivered.
 enum class Content : std::uint8_t {
     none,
-    root,              ///< OFX; more than one of them are several documents
+    root,              ///< OFX; more than one means several documents
     investmentAnswer,  ///< INVSTMTTRNRS, with a statement or with a status alone
     transaction,
     pendingTransaction,
@@ -38,8 +38,8 @@ inline constexpr bool isSought(Content content) noexcept {
     return content > Content::investmentAnswer && !isLeafContent(content);
 }
 
-/// True for an element that stands for one of its kind. A balance that is empty holds nothing to deliver; a
-/// transaction that has text in place of elements does.
+/// True for an element that counts as one of its kind. An empty balance has nothing to deliver, so it does
+/// not; a transaction that has text instead of elements does.
 inline bool isCounted(Content content, const reading::Node& node) noexcept {
     if (content == Content::none || isLeafContent(content))
         return content != Content::none && !node.isAggregate();
@@ -58,36 +58,36 @@ struct ContentWords {
 };
 ContentWords wordsFor(Content content) noexcept;
 
-/// What is known of an element name. A set of parents has a bit for each aggregate whose children are looked
-/// at, and one for all others, in which anything may stand.
+/// What is known about an element name. A set of parents has a bit for each aggregate whose children are
+/// examined, and one bit for all others, in which any element may be.
 struct NameFacts {
     using Parents = std::uint32_t;
     static constexpr Parents kOtherParent = Parents{1} << 31;
 
-    Parents standing = ~Parents{0};   ///< in which the name may stand
-    Parents repeating = ~Parents{0};  ///< in which it may stand more than once
+    Parents standing = ~Parents{0};   ///< in which the element may be
+    Parents repeating = ~Parents{0};  ///< in which it may be repeated
     Parents asParent = kOtherParent;  ///< the bit of the name itself
     Content content = Content::none;
 };
 
-/// The facts of each name. One that no tree knows is of no kind and may stand anywhere.
+/// The facts for each name. A name that is not known has no kind, and its element may be anywhere.
 class NameFactsTable {
 public:
-    /// The one that there is, made at the first call.
+    /// The only table, made at the first call.
     static const NameFactsTable& known() noexcept;
     const NameFacts& of(reading::NameID name) const noexcept {
         return facts_[name < reading::kKnownElementCount ? name : reading::kKnownElementCount];
     }
     Content contentOf(reading::NameID name) const noexcept { return of(name).content; }
 
-    // Nearly all nodes of a document are leaves with a known name, each the first of its name in an aggregate
-    // where it may stand. Of these:
+    // Nearly all nodes of a document are leaves with a known name, each the first of its name, in an
+    // aggregate where it may be. The next two functions are about these.
 
-    /// True for one that nothing has to be found out of.
+    /// True for such a leaf that needs no further examination.
     bool isQuiet(const reading::Node& node, NameFacts::Parents parent) const noexcept {
         return isPlainLeaf(node) && (quietIn_[node.nameAndKind] & parent) != 0;
     }
-    /// What the text of one is; below Content::amount for all else.
+    /// What the text of such a leaf is; below Content::amount for all others.
     Content valueOf(const reading::Node& node, NameFacts::Parents parent) const noexcept {
         if (!isPlainLeaf(node)) return Content::none;
         const NameFacts& facts = facts_[node.nameAndKind];

@@ -23,8 +23,8 @@ bool hasOddRest(std::string_view date) noexcept {
     constexpr std::size_t daySize = 8;
     constexpr std::size_t longest = 14;  // with hours, minutes and seconds
     std::size_t digits = digitsAtBeginOf(date);
-    if (digits < daySize) return false;  // no date of the prescribed form
-    if (digits > longest || digits % 2 != 0) return true;
+    if (digits < daySize) return false;                    // no date of the prescribed form
+    if (digits > longest || digits % 2 != 0) return true;  // longer than a time, or half a number
     date.remove_prefix(digits);
     if (date.starts_with('.')) date.remove_prefix(1 + digitsAtBeginOf(date.substr(1)));
     date = trimWhiteSpace(date);
@@ -41,7 +41,7 @@ void findDateRests(FindingList& findings, const reading::Document& document, con
         if (!isDate || node.isAggregate() || !hasOddRest(document.text(node))) continue;
         if (count++ == 0) first = index;
     }
-    if (count == 0) return;
+    if (count == 0) return;  // the survey's test is rougher than this one
     findings.add(FindingKind::doubtfulValue, FindingSeverity::warning,
                  counted(count, "date has text after its day that is not a time and is ignored",
                          "dates have text after their day that is not a time and is ignored") +

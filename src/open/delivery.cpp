@@ -26,7 +26,7 @@ std::size_t& countOf(ContentCounts& counts, Content content) noexcept {
     return counts[static_cast<std::size_t>(content)];
 }
 
-/// The objects of which there are few, and the lists of balances.
+/// Statements, their balances, and the records of lists of accounts.
 template <class Use>
 void forEachInResponses(const KnownResponses& responses, const Use& use) {
     for (const auto& statement : responses.statements) {
@@ -52,7 +52,7 @@ void useRecord(const auto& use, Content content, const InvestmentRecord& record)
 template <class Use>
 void forEachInInvestments(const Delivered& delivered, const Use& use) {
     for (const InvestmentStatement& statement : delivered.investmentStatements) {
-        // A wrapper that says why there is no statement is none.
+        // Where there is no statement, the object is the wrapper that says why.
         if (statement.elementName() == "INVSTMTRS") useRecord(use, Content::investmentStatement, statement);
         for (const InvestmentTransaction& transaction : statement.transactions()) {
             const auto bank = transaction.bankTransaction();
@@ -72,15 +72,15 @@ void forEachInInvestments(const Delivered& delivered, const Use& use) {
     for (const Security& security : delivered.securities) useRecord(use, Content::security, security);
 }
 
-/// Calls `use` with each delivered element of a tree but the transactions of bank and card statements, of
-/// which there are many.
+/// Calls `use` with each delivered element of a tree, except for the transactions of bank and card
+/// statements: there are many, and the callers have a quicker way.
 template <class Use>
 void forEachDelivered(const Delivered& delivered, const Use& use) {
     forEachInResponses(delivered.responses, use);
     forEachInInvestments(delivered, use);
 }
 
-/// True for what the library has no class for, wherever it stands.
+/// True for what the library has no class for, wherever it is.
 bool hasNoClass(Content content) noexcept {
     return content == Content::pendingTransaction || content == Content::listedBalance;
 }
@@ -103,8 +103,9 @@ struct MissingGroup {
     std::uint32_t first = 0;  ///< the first node that is missing
 };
 
-/// Finds out for each missing element why it is missing, with what is open around it. What decides of an
-/// element is noted when it opens, so that no missing one has to look at all that is open.
+/// Finds out why each missing element is missing, from the elements that are open around it. What is wrong
+/// with an element is noted when it opens, so that the search for a cause does not walk up through all of
+/// them.
 class MissingWalk {
 public:
     MissingWalk(const Document& document, const std::vector<bool>& delivered)
@@ -123,7 +124,7 @@ public:
     }
 
 private:
-    /// More causes than these are one: nobody reads on.
+    /// Further causes are counted with the last one: a longer list would not be read by anybody.
     static constexpr std::size_t kMostGroups = 16;
     static constexpr std::uint32_t kNone = 0;  ///< no element
 
@@ -134,7 +135,7 @@ private:
     struct Open {
         std::uint32_t node;
         Cut repeated;   ///< the outermost element up to here of which one is read where there are several
-        Cut misplaced;  ///< the innermost element up to here that stands where it is not read
+        Cut misplaced;  ///< the innermost element up to here that is where it is not read
     };
 
     std::string_view name(std::uint32_t node) const noexcept { return document_.name(document_.node(node)); }
@@ -167,8 +168,8 @@ private:
         return {Reason::misplaced, missing.node, open_.size() > 1 ? open_[open_.size() - 2].node : 0};
     }
 
-    /// True for an element of which the reader takes none when there are two: the root, a message set, what
-    /// a wrapper holds, a list of transactions, a balance.
+    /// True for an element that the reader ignores when it is repeated: the root, a message set, what a
+    /// wrapper contains, a list of transactions, a balance.
     bool isTakenOnce(std::uint32_t node, std::uint32_t parent, std::size_t level) const noexcept {
         if (level < 2) return true;
         const std::string_view child = name(node);

@@ -10,14 +10,14 @@
 
 namespace brackwell::opening {
 
-/// What the name of an element is to those who read it.
+/// How an element's name relates to what is read.
 enum class NameKind : std::uint8_t {
-    read,         ///< a class reads it where it belongs, or its absence from all classes is said elsewhere
-    treeOnly,     ///< of the standard, and no class reads it
-    notCapitals,  ///< of the standard when it is put into capitals
+    read,         ///< a class reads it where it belongs, or another finding says that none does
+    treeOnly,     ///< in the standard, and no class reads it
+    notCapitals,  ///< in the standard once it is in capitals
     extension,    ///< a private one: by the standard's convention it has a dot in it
-    unknown,      ///< none that the standard has
-    noName,       ///< what stands between the brackets can be no name, so it is no tag
+    unknown,      ///< not in the standard
+    noName,       ///< what is between the brackets cannot be a name, so it is not a tag
 };
 
 inline constexpr std::size_t kNameKindCount = static_cast<std::size_t>(NameKind::noName) + 1;
@@ -29,10 +29,10 @@ struct ElementNature {
 };
 ElementNature natureOf(std::string_view name);
 
-/// The same of a name that trees have a number for.
+/// The same for a name that trees have a number for.
 const ElementNature& natureOfKnown(reading::NameID name) noexcept;
 
-/// True when a known element, which stands where it may, is read there by no class, although one reads it
+/// True when no class reads this known element in this parent, where it may be, although one reads it
 /// elsewhere.
 bool isUnreadIn(std::string_view child, std::string_view parent) noexcept;
 

@@ -16,8 +16,8 @@ using namespace std::string_view_literals;
 
 /// Where the last close tag of the root begins, in whatever case and with blanks in it; npos: there is none.
 std::size_t findRootEnd(std::string_view text, std::string_view root) noexcept {
-    constexpr std::size_t blanks = 8;
-    std::size_t end = text.npos;  // of the tag: the first ">" after it, which many tags may share
+    constexpr std::size_t blanks = 8;  // allowed in the tag; a limit keeps the search linear
+    std::size_t end = text.npos;       // of the tag: the first ">" after it, which many tags may share
     for (std::size_t at = text.rfind("</"), last = text.size(); at != text.npos;
          last = at, at = at == 0 ? text.npos : text.rfind("</", at - 1)) {
         const std::size_t nearer = text.substr(at, last - at).find('>');
@@ -30,7 +30,7 @@ std::size_t findRootEnd(std::string_view text, std::string_view root) noexcept {
 
 constexpr std::string_view kUsualRoot = "OFX";
 
-/// What old systems put after the end of a text.
+/// What old systems put after the end of a text: zero bytes, and Control-Z of CP/M and DOS.
 constexpr std::string_view kEndOfFileMarks = "\0\x1A"sv;
 
 std::string_view withoutMarks(std::string_view text) noexcept {

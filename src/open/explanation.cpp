@@ -171,6 +171,7 @@ constexpr Format kFormats[] = {
 
 const Format* formatOf(std::string_view bytes) noexcept {
     if (isOFCText(bytes)) return &kOFC;
+    // Enough for white space before the first word, and little to search in a large file.
     const std::string_view begin = trimWhiteSpace(bytes.substr(0, 512));
     const auto* const format = std::ranges::find_if(kFormats, [begin](const Format& row) {
         return equalsIgnoringCase(begin.substr(0, row.begin.size()), row.begin);
@@ -178,7 +179,7 @@ const Format* formatOf(std::string_view bytes) noexcept {
     return format != std::end(kFormats) ? format : nullptr;
 }
 
-/// A web page may stand in XML's clothes, or after a comment.
+/// A web page may begin with an XML declaration or a comment. A mention further on proves nothing.
 bool mentionsWebPage(std::string_view text) noexcept {
     const std::string_view begin = text.substr(0, 1024);
     for (std::size_t at = begin.find('<'); at != begin.npos; at = begin.find('<', at + 1))
@@ -271,7 +272,7 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
         OpenError found = notOFXError(text->bytes(), repair);
         found.code = error.code;
         found.text = std::move(error.text);
-        found.offset = 0;  // the document has no text in which a place could be
+        found.offset = 0;  // the document has no decoded text to have a place in
         return found;
     }
     if (const auto invalid = firstInvalidByte(bytes.bytes())) {

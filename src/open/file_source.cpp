@@ -16,7 +16,7 @@
 namespace brackwell::opening {
 namespace {
 
-constexpr std::size_t kLongestName = 200;
+constexpr std::size_t kLongestName = 200;  // in a message: a name may be as long as the caller likes
 
 constexpr std::string_view kFetchesNothing = "Nothing is fetched from other computers.";
 constexpr std::string_view kDownloadFirst = "Download the file first.";
@@ -50,7 +50,7 @@ constexpr Sentence kInvalidURL{OpenErrorCode::invalidURL, "The URL names no file
                                "Write it like file:///home/me/july.ofx: with three slashes and an absolute "
                                "path, and \"%\" only before two hexadecimal digits."};
 
-/// Why a file could not be read.
+/// Why a file could not be read. Reading it has failed without saying why, so the system is asked again.
 OpenError errorOfFile(const std::string& path) {
     std::error_code error;
     if (std::filesystem::is_directory(path, error)) return kFolder.with(path);
@@ -129,7 +129,7 @@ PathOrError pathOf(std::string_view pathOrURL) {
         rest.remove_prefix(host.size());
         if (!host.empty() && !equalsIgnoringCase(host, "localhost")) return {{}, kOtherHost.with(host)};
     }
-    // A query or a fragment is no part of a file's URL.
+    // A query or a fragment has no meaning in the URL of a file.
     const std::optional<std::string> path = decodedPath(rest);
     if (!rest.starts_with('/') || !path) return {{}, kInvalidURL.with(pathOrURL)};
     return {*path, {}};

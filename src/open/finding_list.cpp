@@ -19,6 +19,7 @@ void FindingList::add(FindingKind kind, FindingSeverity severity, std::string te
 }
 
 void FindingList::addPlaces(std::string_view text) {
+    // In the order of the places, so that one pass over the text finds all lines.
     std::vector<std::size_t> order(rows_.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::ranges::sort(order, {}, [this](std::size_t row) { return rows_[row].offset; });

@@ -38,8 +38,8 @@ private:
     std::array<Part, kFindingKindCount> parts_{};
 };
 
-/// Collects the findings of one document. Of a kind, only so many are kept one by one; of the rest, only how
-/// many there are, so that no document makes a list that nobody reads.
+/// Collects the findings of one document. Of each kind, the first kMostOfAKind are kept; the rest are only
+/// counted, so that no document makes a list too long for anybody to read.
 class FindingList {
 public:
     static constexpr std::size_t kMostOfAKind = 20;
@@ -47,14 +47,14 @@ public:
     void add(FindingKind kind, FindingSeverity severity, std::string text, std::size_t count = 1,
              std::optional<std::size_t> offset = std::nullopt);
 
-    /// True while a finding of this kind is kept by itself. Of any other only count and severity are kept, so
-    /// that neither its text nor its place has to be made.
+    /// True while a further finding of this kind is kept. After that only count and severity are, so the
+    /// caller need not make text and place.
     bool keeps(FindingKind kind) const noexcept {
         return countOfKind_[static_cast<std::size_t>(kind)] < kMostOfAKind;
     }
 
-    /// What was collected, the severest first and then by place, with lines and columns in `text`. What is
-    /// left of a kind comes last, as a finding without a text; FileFindings gives it one.
+    /// What was collected, the severest first and then by place, with lines and columns in `text`. The
+    /// uncounted rest of a kind comes last, as a finding without a text; FileFindings gives it one.
     std::vector<Finding> finish(std::string_view text) &&;
 
 private:

@@ -17,13 +17,15 @@ namespace {
 
 using Transactions = std::vector<std::shared_ptr<TvOFXStatementTransaction>>;
 
-/// Two transactions with one identifier are the same when all that people compare is.
+/// Two transactions with one identifier are the same when everything that people compare is the same. A
+/// download may well list one twice.
 bool areSame(const TvOFXStatementTransaction& a, const TvOFXStatementTransaction& b) {
     return a.amount() == b.amount() && a.originalDatePostedString() == b.originalDatePostedString() &&
            a.payeeName() == b.payeeName() && a.memo() == b.memo();
 }
 
-/// Finds for each transaction the first one with its identifier.
+/// Finds for each transaction the first one with its identifier. The hash has a random key, since a document
+/// could otherwise be made in which all identifiers share a slot.
 class FirstByIdentifier {
 public:
     explicit FirstByIdentifier(const Transactions& transactions)
@@ -44,7 +46,7 @@ private:
     std::vector<std::uint32_t> slots_;  ///< open addressing; number + 1, 0 is free
 };
 
-/// The transactions of a statement whose identifier an earlier, different one has.
+/// The transactions of a statement with the identifier of an earlier, different one.
 struct Repeated {
     std::size_t count = 0;
     const TvOFXStatementTransaction* first = nullptr;

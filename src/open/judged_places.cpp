@@ -23,24 +23,24 @@ bool isOneOf(const auto& pairs, const Place& place) noexcept {
         pairs, [&](const PlaceNames& pair) { return pair.child == child && pair.parent == parent; });
 }
 
-/// Where elements are read although the standard has no place for them there.
+/// Elements that are read although the standard does not allow them there.
 constexpr auto kReadAnyway = std::to_array<PlaceNames>({{"SVCSTATUS", "ACCTINFO"}});
 
-/// Of these the standard allows several, and one is read.
+/// The standard allows several; only one is read.
 constexpr auto kReadOnce = std::to_array<PlaceNames>(
     {{"BANKACCTINFO", "ACCTINFO"}, {"CCACCTINFO", "ACCTINFO"}, {"INVACCTINFO", "ACCTINFO"}});
 
-/// Of these the standard allows one, and each is read for itself.
+/// The standard allows one; each is read as an object of its own.
 constexpr auto kReadEach = std::to_array<PlaceNames>({{"STMTTRN", "INVBANKTRAN"}});
 
-/// Of these the standard allows one, and what is in all of them is read.
+/// The standard allows one; the content of all of them is read.
 constexpr auto kReadOften = std::to_array<PlaceNames>({{"INVTRANLIST", "INVSTMTRS"},
                                                        {"INVPOSLIST", "INVSTMTRS"},
                                                        {"SECLIST", "SECLISTMSGSRSV1"},
                                                        {"SECLISTMSGSRSV1", "OFX"}});
 
-/// The aggregates of which a class reads its own elements only, beside message sets and their profiles. The
-/// records of investments are not among them: they take what they look for from whatever is in them.
+/// The aggregates whose class reads only the elements that belong there; so do message sets and their
+/// profiles. The records of investments are not among them: they find their fields at any depth.
 constexpr auto kStrict = std::to_array<std::string_view>({
     "OFX",          "SONRS",        "STATUS",      "FI",           "ACCTINFOTRNRS", "ACCTINFORS",
     "ACCTINFO",     "BANKACCTINFO", "CCACCTINFO",  "INVACCTINFO",  "STMTTRNRS",     "STMTRS",

@@ -16,7 +16,7 @@ struct Place {
 /// their own aggregate only; those of investments take theirs from whatever is in it.
 bool standsWhereItIsRead(const Place& place) noexcept;
 
-/// False for an element that stands once more where one may.
+/// False for an element that is repeated although only one is allowed.
 bool countsThere(const Place& place) noexcept;
 
 /// True for lists of investments, of which the standard has one, and the elements of all are read.

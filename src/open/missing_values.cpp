@@ -44,7 +44,7 @@ void findMissingValues(FindingList& findings, const reading::Document& document,
     };
     std::array<Missing, kRequired.size()> missing{};
     for (std::uint32_t index = 1; index < document.size(); ++index) {
-        // An empty record is counted with what is not delivered.
+        // An empty record is reported as not delivered.
         const reading::Node& node = document.node(index);
         if (!node.isAggregate() || node.size == 0) continue;
         for (std::size_t i = 0; i < kRequired.size(); ++i) {

@@ -47,7 +47,8 @@ std::size_t takeDigits(std::string_view& text) noexcept {
     return count;
 }
 
-/// True for digits without marks, or with marks of one kind between groups that people write.
+/// True for digits without marks, or with marks of one kind between groups: of three digits, or, as in India,
+/// of two before the last three.
 bool isGroupedWell(std::string_view integer) noexcept {
     const std::size_t first = takeDigits(integer);
     if (integer.empty()) return true;
@@ -64,7 +65,7 @@ bool isGroupedWell(std::string_view integer) noexcept {
     return inThrees || (inTwos && last == 3);
 }
 
-/// True for an exponent, and for none.
+/// True for an exponent, and for an empty text.
 bool isExponent(std::string_view text) noexcept {
     DecimalDigits().takeExponent(text, Signs::withMinusSign);
     return text.empty();
@@ -72,7 +73,7 @@ bool isExponent(std::string_view text) noexcept {
 
 }  // namespace
 
-/// What a look over the whole text finds.
+/// What one pass over the text finds.
 struct NumberForm::Marks {
     std::size_t points = 0;
     std::size_t commas = 0;

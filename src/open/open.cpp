@@ -48,7 +48,7 @@ struct opening::FileState {
         for (const auto& document : documents) {
             if (isRead && document->interpreter == nullptr) findings.add(unreadFinding(*document));
             for (Finding& finding : document->findings) findings.add(std::move(finding));
-            document->findings.clear();
+            document->findings.clear();  // they are the file's now
             state->documents.push_back(OpenedDocument(document));
             append(state->responses, state->documents.back().responses());
             append(state->statements, document->statements);

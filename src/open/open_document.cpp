@@ -42,8 +42,8 @@
 #include "tree/node_ref.h"
 
 /// \file
-/// The road of one document: parse, survey the tree, make the objects, count what they deliver; when the
-/// document does not read, or something is missing, repair the text and go the same road again.
+/// The steps of one document: parse, survey the tree, make the objects, count what they deliver. When the
+/// document does not read, or something is missing, the text is repaired and takes the same steps again.
 
 namespace brackwell::opening {
 namespace {
@@ -52,7 +52,7 @@ using Outcome = Parsed::Outcome;
 using reading::element;
 using reading::NodeRef;
 
-/// A formatter that asks another one when the first finds nothing.
+/// Two formatters as one: the second is asked when the first finds nothing.
 class NumberFormatters final : public NumberFormatter {
 public:
     NumberFormatters(std::shared_ptr<const NumberFormatter> first,
@@ -87,7 +87,7 @@ private:
     std::shared_ptr<const DateFormatter> second_;
 };
 
-/// The caller's formatter, then the document's; either may be null.
+/// The caller's formatter, then the document's; either may be null. One alone needs no wrapper.
 template <class Both, class Formatter>
 std::shared_ptr<const Formatter> inTurn(const std::shared_ptr<const Formatter>& first,
                                         std::shared_ptr<const Formatter> second) {
@@ -110,16 +110,16 @@ struct Interpreted {
     std::size_t headerFaults = 0;  ///< places of the header that hide fields of it
 
     bool isRead() const noexcept { return interpreter != nullptr; }
-    /// True when a repair has nothing to mend.
+    /// True when there is nothing to repair.
     bool isWhole() const noexcept {
         return isRead() && parsed.hasRoot() && repairable + furtherLists() + doubtful() + headerFaults == 0;
     }
-    /// How much of what is in the tree is not, or not surely, what its document means.
+    /// How many parts of the tree do not, or may not, say what the document means.
     std::size_t doubtful() const noexcept {
         return survey.misplaced.count + survey.misplaced.repeated + accounting.mendable();
     }
-    /// Lists that stand twice. A repair makes one of them, which may leave a period beside it; so they count
-    /// before what is doubtful.
+    /// Repeated lists. A repair merges them, which may leave a period outside; so they weigh more than what
+    /// is doubtful.
     std::size_t furtherLists() const noexcept { return survey.misplaced.further; }
     const reading::Document& document() const noexcept {
         return NodeRef::of(*parsed.content.ofxData).document();
@@ -135,6 +135,7 @@ void interpret(Interpreted& content, const OpenOptions& options, const WrittenDa
     const reading::Document& document = content.document();
     content.survey = surveyOf(document);
     if (datesOfFile != nullptr) content.survey.dates.takeOrdersFrom(*datesOfFile);
+    // Only few documents need the second, thorough walk.
     if (content.survey.isOdd || document.leftovers().areAny()) {
         content.accounting = Accounting(document);
         content.survey.misplaced = content.accounting.misplaced();
@@ -176,8 +177,7 @@ Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDa
     return content;
 }
 
-/// A set of the fields of headers, which are next to each other among the names; other names have no bit in
-/// it.
+/// The bit of a header field in a set of fields, which are next to each other among the names; 0 for others.
 constexpr std::uint32_t fieldBit(reading::NameID name) noexcept {
     constexpr reading::NameID first = element("OFXHEADER");
     return name >= first && name - first < 32 ? std::uint32_t{1} << (name - first) : 0;
@@ -188,7 +188,7 @@ constexpr std::uint32_t kFieldsOfPlain = fieldBit(element("DATA")) | fieldBit(el
                                          fieldBit(element("CHARSET")) | fieldBit(element("COMPRESSION"));
 static_assert(std::popcount(kFieldsOfBoth | kFieldsOfPlain) == 8, "each field has a bit of its own");
 
-/// True for a header of which nothing can be hidden, since it has all fields of its kind.
+/// True for a header with all fields of its kind: then none can be hidden.
 bool isHeaderWhole(const ParseDictionary& header) noexcept {
     std::uint32_t fields = 0;
     bool isXML = false;
@@ -200,14 +200,14 @@ bool isHeaderWhole(const ParseDictionary& header) noexcept {
     return (fields & wanted) == wanted;
 }
 
-/// In how many places the header of a text hides fields. Reading it as a repair does takes longer than
-/// importing a small statement, so only a header that lacks something is read.
+/// In how many places the header of a text hides fields. Finding that out takes longer than importing a small
+/// statement, so only a header that lacks a field is examined.
 std::size_t headerFaultsOf(const Parsed& parsed, std::string_view text) {
     const auto& header = parsed.content.ofxHeader;
     return header && isHeaderWhole(*header) ? 0 : repair::headerEdits(text).size();
 }
 
-/// True when the second content is more than the first.
+/// True when a repair has improved the content. The first difference decides, the most important one first.
 bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
     if (!repaired.isRead()) return false;
     if (!before.isRead()) return true;
@@ -248,7 +248,7 @@ std::string_view textAfterHeader(std::string_view text) noexcept {
     }
 }
 
-/// What stands before the text in the bytes. The parser counts the mark of UTF-8 among the bytes of a text.
+/// The byte order mark before the text, if there is one. The parser counts that of UTF-8 as part of the text.
 std::string_view markOf(std::string_view bytes, const Parsed& parsed) noexcept {
     const std::string_view before = bytes.substr(0, bytes.size() - parsed.data.size());
     const bool isCounted = parsed.encoding == TextEncodingUTF8 && parsed.data.bytes().starts_with(kUTF8Mark);
@@ -406,7 +406,7 @@ private:
             findRepeatedIdentifiers(findings, content.known, places);
             findRepeatedInvestmentIdentifiers(findings, content.investmentStatements, places);
         }
-        // Where something is found that is not delivered, the cause is said already.
+        // Another finding has already said why what was found is not delivered.
         const bool isEmpty =
             responses.empty() && content.investmentStatements.empty() && content.securities.empty();
         if (isEmpty && content.repairable == 0) addEmptiness(findings, content);

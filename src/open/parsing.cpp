@@ -18,7 +18,7 @@ using Outcome = Parsed::Outcome;
 constexpr std::string_view kMarks[] = {kUTF8Mark, kParserUTF8Mark, kUTF32BigEndianMark, kUTF16BigEndianMark,
                                        kUTF16LittleEndianMark};
 
-/// The bytes from the last of the same byte order marks on that they begin with.
+/// The bytes from the last one on of several equal byte order marks: programs that join files repeat them.
 Data fromLastMark(const Data& data) noexcept {
     for (const std::string_view mark : kMarks) {
         std::size_t at = 0;
@@ -47,7 +47,7 @@ std::vector<TextEncoding> encodingsToTry(const Data& data) {
     return encodings;
 }
 
-/// What reading came to, in the words of opening.
+/// The outcome of reading, in the terms of this room.
 constexpr Outcome outcomeOf(reading::DocumentReading reading) noexcept {
     switch (reading) {
         case reading::DocumentReading::notOFX:
@@ -78,6 +78,7 @@ Parsed parse(const Data& data, TextEncoding encoding) {
     return parsed;
 }
 
+// A repair finds a document after other text; that it has changed something shows that there is one.
 TextEncoding encodingOfHiddenDocument(const Data& data) {
     for (const TextEncoding encoding : {TextEncodingUTF8, TextEncodingWindows1252, TextEncodingISOLatin1}) {
         const std::optional<Data> text = decodeText(data, encoding);
@@ -110,7 +111,7 @@ Parsed parseInAnyEncoding(const Data& marked, bool repairs, bool& isGuessed) {
         if (other.outcome == Outcome::read || other.outcome == Outcome::malformed) return other;
     }
     if (parsed.outcome != Outcome::undecoded || data.isEmpty()) return parsed;
-    // A mark that the parser leaves in place is no text in another encoding than its own.
+    // In any encoding but its own, a byte order mark would be read as letters.
     const Data unmarked = withoutMark(data);
     std::vector<TextEncoding> encodings = encodingsToTry(unmarked);
     if (repairs && encodings.empty()) encodings.push_back(encodingOfHiddenDocument(unmarked));

@@ -42,7 +42,7 @@ void addValues(std::vector<Value>& values, std::string_view piece, std::size_t c
     }
 }
 
-/// Those that were taken away and are put in nowhere.
+/// The texts that were removed and not inserted anywhere.
 std::vector<Value> lostValues(const std::vector<RepairChange>& changes) {
     std::vector<Value> was;
     std::vector<Value> now;
@@ -64,7 +64,7 @@ bool isInk(std::string_view text, std::size_t at) noexcept {
 
 /// True for a "<" that has no blank on either side, nothing after it, or what may be an element's name.
 bool isDoubtful(std::string_view text, std::size_t place) noexcept {
-    // A close tag is none of these: it is one of a word in brackets.
+    // Close tags do not count: those that become text close a word in brackets.
     if (text.substr(place + 1).starts_with('/')) return false;
     if (isInk(text, place - 1) && isInk(text, place + 1)) return true;
     const std::string_view after = text.substr(place + 1, 64);

@@ -10,8 +10,8 @@
 
 namespace brackwell::opening {
 
-/// How many values an element must have, as a negative number, or that it is one of them: the amount and the
-/// date of a transaction, and the amount of a balance. In a document that is whole their sum is 0.
+/// Minus the number of values that a record needs, 1 for such a value, 0 for all else: the amount and date of
+/// a transaction, and the amount of a balance. So the sum over a complete document is 0.
 inline std::ptrdiff_t requiredBy(const reading::Node& node) noexcept {
     static constexpr auto values = [] {
         using reading::element;
@@ -23,7 +23,7 @@ inline std::ptrdiff_t requiredBy(const reading::Node& node) noexcept {
         return found;
     }();
     const std::int8_t value = values[std::min<reading::NameID>(node.name(), reading::kKnownElementCount)];
-    // What is empty is an aggregate of no names: as a record it asks for nothing, and as a value it is none.
+    // An empty element is an aggregate without names: no record that needs values, and no value.
     const bool counts = value < 0 ? node.isAggregate() && node.size != 0 : !node.isAggregate();
     return counts ? value : 0;
 }

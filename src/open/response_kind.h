@@ -23,8 +23,8 @@ inline const TvOFXAccountStatement* statementIn(const TvOFXResponse& response) n
     return responseAs<TvOFXCCStatementResponse>(response);
 }
 
-/// The responses of a document that more is asked of. Finding out what a response is takes a small document
-/// noticeable time, so it is done once.
+/// The responses of a document that the findings examine. Finding out the class of a response takes
+/// noticeable time in a small document, so it is done once.
 struct KnownResponses {
     KnownResponses() = default;
     explicit KnownResponses(const TvOFXResponseList& all) {

@@ -16,7 +16,7 @@ struct Rivals {
     std::uint32_t first = 0;
     const reading::Document* document = nullptr;
 
-    /// All objects of one reading share what it has found.
+    /// All objects of one reading share what it has found, so the first is enough.
     template <class Object>
     void addOf(const std::vector<Object>& objects) {
         if (objects.empty()) return;

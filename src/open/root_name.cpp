@@ -11,7 +11,7 @@ namespace brackwell::opening {
 namespace {
 
 constexpr std::string_view kRoot = "OFX";
-constexpr std::size_t kLongestName = 40;  // of those that stand in a sentence
+constexpr std::size_t kLongestName = 40;  // what is longer is no name, and would spoil a message
 
 bool isInName(char c) noexcept {
     return isASCIILetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '_' || c == ':';

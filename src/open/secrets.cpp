@@ -40,8 +40,8 @@ std::size_t nameEnd(std::string_view text, std::size_t begin) noexcept {
     return begin;
 }
 
-/// Behind the white space, all of which the parser drops around a name.
-std::size_t behindBlanks(std::string_view text, std::size_t begin) noexcept {
+/// After the white space, all of which the parser drops around a name.
+std::size_t afterBlanks(std::string_view text, std::size_t begin) noexcept {
     const auto isInk = [](char c) { return c > ' ' && c < '\x7F'; };  // the usual case
     while (begin < text.size() && !isInk(text[begin])) {
         const UTF8Character character = firstCharacter(text.substr(begin));
@@ -60,7 +60,7 @@ bool mayHoldSecret(std::string_view name) noexcept {
     return false;
 }
 
-/// Where the name of a secret ends, in whatever case and with whatever is in front of it or behind it: a
+/// Where the name of a secret ends, in whatever case and with whatever is before or after it: a
 /// prefix, or the value when the ">" is missing.
 std::optional<std::size_t> secretNameEnd(std::string_view text, std::size_t begin, std::size_t end) noexcept {
     const std::string_view name = text.substr(begin, end - begin);
@@ -74,14 +74,14 @@ std::optional<std::size_t> secretNameEnd(std::string_view text, std::size_t begi
     return std::nullopt;
 }
 
-/// Where the value of a secret begins whose tag begins at a "<": behind the tag, or behind the name where the
+/// Where the value of a secret begins whose tag begins at a "<": after the tag, or after the name where the
 /// tag has more in it than that.
 std::optional<std::size_t> valueBegin(std::string_view text, std::size_t lessThan) noexcept {
-    const std::size_t begin = behindBlanks(text, lessThan + 1);
+    const std::size_t begin = afterBlanks(text, lessThan + 1);
     const std::size_t end = nameEnd(text, begin);
     const std::optional<std::size_t> secretEnd = secretNameEnd(text, begin, end);
     if (secretEnd != end) return secretEnd;
-    const std::size_t next = behindBlanks(text, end);
+    const std::size_t next = afterBlanks(text, end);
     return next < text.size() && text[next] == '>' ? next + 1 : end;
 }
 

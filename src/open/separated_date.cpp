@@ -78,7 +78,7 @@ std::optional<seconds> offsetInBrackets(std::string_view text) noexcept {
     return isBehind ? -offset : offset;
 }
 
-/// The offset from UTC of what may stand after a time: nothing, "Z", "+2", "-05:00", "EST", "[-5:EST]".
+/// The offset from UTC of what may follow a time: nothing, "Z", "+2", "-05:00", "EST", "[-5:EST]".
 std::optional<seconds> offsetOf(std::string_view zone) noexcept {
     if (zone.empty()) return seconds(0);
     std::optional<seconds> offset;
@@ -113,7 +113,7 @@ std::optional<milliseconds> takeTime(std::string_view& text) noexcept {
     return time + seconds(*second) + takeFraction(text);
 }
 
-/// The time that stands after a date, with what is between them, as time of UTC; midnight when there is none.
+/// The time after a date and the separator between them, in UTC; midnight when there is none.
 std::optional<milliseconds> timeAfterDate(std::string_view text) noexcept {
     if (text.empty()) return milliseconds(0);
     std::optional<milliseconds> time(0);

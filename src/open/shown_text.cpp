@@ -34,7 +34,7 @@ char32_t visible(char32_t c) noexcept {
 std::string shownText(std::string_view text, std::size_t longest) {
     std::string shown;
     bool isBlankDue = false;
-    // More than this many bytes of white space in front of the rest are not worth looking at.
+    // More than this many bytes of white space before the rest are not worth looking at.
     for (text = trimWhiteSpace(text.substr(0, 16 * longest)); !text.empty();) {
         const UTF8Character character = firstCharacter(text);
         text.remove_prefix(character.size != 0 ? character.size : 1);

@@ -24,7 +24,7 @@ struct Around {
     NameFacts::Parents bit;
 };
 
-/// One walk over the nodes of a tree.
+/// One walk over the nodes of a tree, for every document: what it finds decides whether more is examined.
 class SurveyWalk {
 public:
     explicit SurveyWalk(const reading::Document& document) : document_(document) {
@@ -104,8 +104,8 @@ private:
         }
     }
 
-    /// Takes a record whose shape is known. The shape of another one is recorded, as far as there is nothing
-    /// in it that is not the same in all of that shape.
+    /// Counts a record whose shape is known without walking through it: the transactions of a statement have
+    /// few shapes. An unknown shape is recorded, unless the record has something that varies within a shape.
     bool takeKnown(const reading::Node& record, NameFacts::Parents around) {
         if (recorded_ != 0) return false;
         for (const RecordShape& shape : shapes_) {
@@ -129,6 +129,7 @@ private:
 
     void keepShape() noexcept {
         recording_.required = survey_.required - requiredBefore_;
+        // The oldest one goes.
         shapes_[nextShape_++ % shapes_.size()] = recording_;
         recorded_ = 0;
     }

@@ -18,7 +18,7 @@ bool cutsText(const reading::Document& document, std::uint32_t node) noexcept {
     const reading::Node& leaf = document.node(node - 1);
     const auto begin = document.sourceOffset(leaf);
     if (node < 2 || leaf.isAggregate() || !begin) return false;
-    // An element that means to be one follows in another line, or directly.
+    // A real element starts on a new line, or directly after the text; a word in a text follows a blank.
     const std::string_view after = document.source().bytes().substr(*begin + leaf.size);
     const std::size_t tag = std::min(after.find_first_not_of(' '), after.size());
     return tag > 0 && tag < after.size() && after[tag] == '<' && !document.node(node).isAggregate() &&

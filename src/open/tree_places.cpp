@@ -25,13 +25,14 @@ std::size_t TreePlaces::originalOffset(std::size_t offset) const noexcept {
     if (next == begins_.begin()) return offset;
     const auto number = static_cast<std::size_t>(next - begins_.begin()) - 1;
     const RepairChange& change = changes_[number];
-    const std::size_t behindBegin = offset - begins_[number];
-    if (behindBegin < change.now.size()) return change.offset;
-    return change.offset + change.was.size() + behindBegin - change.now.size();
+    const std::size_t afterBegin = offset - begins_[number];
+    if (afterBegin < change.now.size()) return change.offset;
+    return change.offset + change.was.size() + afterBegin - change.now.size();
 }
 
 std::optional<std::size_t> TreePlaces::offsetOf(std::uint32_t node) const {
-    // A tag stands close to the first text after it; a document in which it does not gets a rougher place.
+    // A tag is usually close to the first text after it. The search has a limit, since each finding has one;
+    // without a tag in reach, the finding gets the place of the text.
     constexpr std::size_t farthest = 4096;
     std::optional<std::size_t> place;
     for (std::uint32_t at = node; at < document_.size() && !place; ++at)

@@ -27,7 +27,7 @@ std::string shown(Date date) {
 bool isSame(const Decimal& a, const Decimal& b) { return a == b; }
 bool isSame(Date a, Date b) { return dayOf(a) == dayOf(b); }
 
-/// Values of which the same is to be said: how many, and the first of them.
+/// Values that share one finding: how many there are, and the first of them.
 struct Odd {
     std::size_t count = 0;
     std::uint32_t node = 0;
@@ -41,7 +41,7 @@ struct Odd {
         text = quoted(written);
         if (read) value = shown(*read);
     }
-    /// The same of a value that is read as one and means another.
+    /// The same for a value that is read as one number or date but means another.
     template <class Value>
     void add(std::uint32_t at, std::string_view written, const Value& read, const Value& meant) {
         add(at, written, std::optional(read));
@@ -53,7 +53,7 @@ struct OddValues {
     Odd unreadable;
     Odd ambiguous;  ///< of dates: the text can mean two days
     Odd byEvidence;
-    Odd byOrder;  ///< of dates: the same, and the file's other dates tell which
+    Odd byOrder;  ///< of dates: the same, but the other dates of the file show which
     Odd doubtful;
     Odd contradicted;  ///< the caller's formatter makes another value of it
 };
@@ -95,14 +95,13 @@ void sortEither(OddValues& odd, std::uint32_t node, std::string_view text, const
         group.value = shown(either.dayFirst) + " or " + shown(either.monthFirst);
 }
 
-/// A sentence of an odd value: what is said when there is one, and when there are several. "{}" stands for
-/// its value.
+/// The rest of the sentence about odd values, for one and for several. "{}" is replaced by the value.
 struct Sentence {
-    std::string_view one;      ///< stands after "The amount "-0,99" "
-    std::string_view several;  ///< stands after "3 amounts such as "-0,99" "
+    std::string_view one;      ///< follows "The amount "-0,99" "
+    std::string_view several;  ///< follows "3 amounts such as "-0,99" "
 };
 
-/// What is said differently of amounts and of dates.
+/// The words that differ between amounts and dates.
 struct Words {
     std::string_view one;
     std::string_view several;
@@ -152,7 +151,7 @@ public:
     }
 
 private:
-    /// Of values that have a meaning, which the prescribed reading does not find.
+    /// For values with a clear meaning that the prescribed reading does not find.
     void sayEvidence(const Odd& odd) const {
         if (asWritten_)
             say(odd, FindingKind::doubtfulValue, FindingSeverity::note,

@@ -11,7 +11,7 @@
 namespace brackwell::opening {
 namespace {
 
-/// Says what the amounts of a document say, and nothing where the prescribed reading is as good.
+/// Reads an amount by the evidence of its document; nothing where the prescribed reading is as good.
 class EvidenceFormatter final : public NumberFormatter {
 public:
     explicit EvidenceFormatter(const WrittenAmounts& amounts) noexcept : amounts_(amounts) {}

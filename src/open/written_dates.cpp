@@ -14,7 +14,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// Says what the dates of a document say, and nothing where the prescribed reading is as good.
+/// Reads a date by the evidence of its document; nothing where the prescribed reading is as good.
 class EvidenceFormatter final : public DateFormatter {
 public:
     explicit EvidenceFormatter(const WrittenDates& dates) : dates_(dates) {}
@@ -43,6 +43,8 @@ std::size_t placeOf(char mark) noexcept { return std::string_view("/-.").find(ma
 }  // namespace
 
 DateOrder WrittenDates::Orders::order() const noexcept {
+    // A few mistyped dates must not hide the order of all others, but two orders that are both frequent leave
+    // it open.
     constexpr std::size_t enough = 4;
     if (dayFirst + monthFirst == 0) return DateOrder::unknown;
     if (dayFirst / enough >= monthFirst) return DateOrder::dayFirst;
@@ -66,6 +68,7 @@ void WrittenDates::addOther(std::string_view text) noexcept {
     const std::optional<Date> dayFirst = date->dayMonthYear();
     const std::optional<Date> monthFirst = date->monthDayYear();
     Orders& orders = orders_[placeOf(date->mark)];
+    // Only a date that has one meaning shows an order.
     if (dayFirst && monthFirst)
         orders.haveAmbiguous = orders.haveAmbiguous || dayFirst != monthFirst;
     else if (dayFirst)
@@ -91,6 +94,7 @@ DateReading WrittenDates::read(std::string_view text) const noexcept {
         date = either->day();
         return {date, date ? ReadingKind::byEvidence : ReadingKind::ambiguous};
     }
+    // No evidence is needed here: every order that gives a date gives the same one.
     text = trimWhiteSpace(text);
     if (const auto separated = SeparatedDate::of(text)) {
         date = separated->yearMonthDay();
@@ -117,6 +121,7 @@ bool WrittenDates::isHelpedBy(const WrittenDates& all) const noexcept {
 }
 
 void WrittenDates::takeOrdersFrom(const WrittenDates& all) noexcept {
+    // What a document shows itself counts before what the other documents of its file show.
     for (std::size_t mark = 0; mark != orders_.size(); ++mark)
         if (!orders_[mark].areDecided()) orders_[mark] = all.orders_[mark];
 }

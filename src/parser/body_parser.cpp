@@ -32,7 +32,7 @@ struct Name {
     }
 };
 
-/// trimWhiteSpace, with the usual cases inline: nothing to trim, or a line break behind the text.
+/// trimWhiteSpace, with the usual cases inline: nothing to trim, or a line break after the text.
 std::string_view trimmed(std::string_view text) noexcept {
     const auto isPlain = [](char c) { return c > ' ' && c < '\x7F'; };
     if (!text.empty() && text.back() == '\n') text.remove_suffix(1);
@@ -40,12 +40,12 @@ std::string_view trimmed(std::string_view text) noexcept {
     return trimWhiteSpace(text);
 }
 
-/// Finds the names of tags by what followed the tag before when it came by last. In a list of like
-/// aggregates that is mostly right. A comparison costs less than a look-up, which saves 7 % of an import's
-/// instructions, and the processor does not wait for the end of the name to be found.
+/// Guesses the name of the next tag: the one that followed this tag the last time. In a list of similar
+/// aggregates the guess is usually right. A comparison costs less than a lookup, which saves 7 % of an
+/// import's instructions, and the processor does not wait until the end of the name is found.
 class ExpectedNames {
 public:
-    /// The known name, of fewer than 16 bytes, that stands here with a ">" behind it, otherwise
+    /// The known name, of fewer than 16 bytes, that stands here with a ">" after it, otherwise
     /// kKnownElementCount; 16 bytes can be read here.
     NameID find(const char* name) const noexcept {
         const ByteBlock block(name);
@@ -55,7 +55,7 @@ public:
         if (closes == 0) return kKnownElementCount;
         return findKnownElement(nameKeyOfShort(name, static_cast<unsigned>(std::countr_zero(closes))), {});
     }
-    /// Says which tag, or end of an aggregate, came by.
+    /// Records the tag, or the end of an aggregate, that was just read.
     void found(NameID id) noexcept {
         *expected_ = static_cast<std::uint16_t>(id);
         expected_ = &afterTag_[id];
@@ -110,9 +110,9 @@ public:
 
 private:
     static constexpr NameID kNotYet = ~NameID{0};     ///< no name has this number
-    static constexpr std::size_t kBytesPerNode = 16;  ///< as in OFX 1; what is too much is never touched
+    static constexpr std::size_t kBytesPerNode = 16;  ///< as in OFX 1; memory that is too much is not touched
 
-    /// Reads the text behind a tag, which says what the pending element is; returns where it ends.
+    /// Reads the text after a tag, which says what the pending element is; returns where it ends.
     std::size_t readText(std::size_t begin) {
         const TextEnd end = findOpen(body_, begin);
         const std::string_view text = trimmed(body_.substr(begin, end.position - begin));
@@ -131,8 +131,8 @@ private:
         return end.position;
     }
 
-    /// Looked up once for each tag. "<>" repeats the name of the tag before, and a long one would be read
-    /// again and again.
+    /// Looked up once for each tag: "<>" repeats the name of the tag before it, and many of them would read a
+    /// long name again and again.
     NameID pendingNumber() {
         if (pendingNumber_ == kNotYet) pendingNumber_ = writer_.names().number(pending_.text, pending_.key);
         return pendingNumber_;
@@ -143,7 +143,7 @@ private:
         setInnermost(name);
         if (name != kTransaction) return;
         // The source text of a transaction runs to the next end of one, wherever that stands, or to the
-        // end of the body; the end is filled in when the parser comes by.
+        // end of the body; the end is filled in when the parser gets there.
         const std::string_view rest = body_.substr(position);
         if (rest.empty() || rest.starts_with(kTransactionEnd)) return;
         originalStrings_.push({writer_.leaf(kOriginalString, rest), position});
@@ -159,11 +159,11 @@ private:
             writer_.setSliceSize(originalStrings_.back().leaf, end - originalStrings_.back().begin);
     }
 
-    /// Reads what nearly all of a document is, at once: a tag with a known name of fewer than 16 bytes, the
-    /// text behind it, and the leaf's close tag if that follows; or the close tag of the innermost
+    /// Reads in one step what nearly all of a document consists of: a tag with a known name of fewer than 16
+    /// bytes, the text after it, and the leaf's close tag if that follows; or the close tag of the innermost
     /// aggregate. It does what the steps would do one by one, and saves a fifth of an import's instructions.
-    /// Whatever is not so plain is left to them: then false, and nothing is changed; otherwise `open` is
-    /// where the next tag begins.
+    /// Everything else is left to those steps: then it returns false and has changed nothing. Otherwise
+    /// `open` is where the next tag begins.
     bool readPlainTag(std::size_t& open) {
         const char* const name = body_.data() + open + 1;
         if (open + 2 + ByteBlock::size > body_.size()) return false;
@@ -207,7 +207,7 @@ private:
         return true;
     }
 
-    /// The next "<" behind a close tag: mostly there is but a line break before it.
+    /// The next "<" after a close tag: usually there is only a line break before it.
     std::size_t nextOpen(std::size_t from) noexcept {
         if (from + 1 < body_.size() && body_[from] == '\n' && body_[from + 1] == '<') return from + 1;
         const std::size_t ink = findInk(body_, from);
@@ -218,7 +218,7 @@ private:
         return open;
     }
 
-    /// Text that no element takes. What stands before and after all elements is no part of the document.
+    /// Text that no element takes. What is before and after all elements is not part of the document.
     void noteLooseText(std::string_view text) noexcept {
         if (!writer_.hasOpen()) return;
         Leftovers& leftovers = writer_.leftovers();
@@ -280,7 +280,7 @@ private:
     NameID pendingNumber_ = kNotYet;
     NameID innermost_ = 0;  ///< of the innermost open aggregate, if one is open
     bool innermostIsExtension_ = false;
-    PodVector<OriginalString> originalStrings_;  ///< those whose end has not come by
+    PodVector<OriginalString> originalStrings_;  ///< those whose end has not been reached
 };
 
 }  // namespace

@@ -79,6 +79,7 @@ ParseDictionary TvOFXParser::parseSGMLHeader(std::string_view text) {
     if (end == std::string_view::npos) return {};
     for (const std::string_view line : splitLines(text.substr(0, end))) {
         const std::size_t colon = line.find(':');
+        // A line with two colons is not a field.
         if (colon == std::string_view::npos || line.find(':', colon + 1) != std::string_view::npos) continue;
         const std::string_view name = trimmed<isBlank>(line.substr(0, colon));
         if (!name.empty()) header.set(name, trimmed<isBlank>(line.substr(colon + 1)));

@@ -15,13 +15,13 @@ struct TextEnd {
     bool hasEntity = false;  ///< a "&" stands before it
 };
 
-/// The searches in what is too short for a block; behind the end nothing is found.
+/// The searches in what is too short for a block. Nothing is found past the end.
 TextEnd findOpenByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findMarkupByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findCloseByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findInkByBytes(std::string_view text, std::size_t from) noexcept;
 
-/// The next "<" at or behind `from`.
+/// The next "<" at or after `from`.
 template <class Block = ByteBlock>
 TextEnd findOpen(std::string_view text, std::size_t from) noexcept {
     unsigned ampersands = 0;
@@ -35,7 +35,7 @@ TextEnd findOpen(std::string_view text, std::size_t from) noexcept {
     return {end.position, end.hasEntity || ampersands != 0};
 }
 
-/// Where the next "<", ">" or "&" stands at or behind `from`, or the text's end.
+/// Where the next "<", ">" or "&" stands at or after `from`, or the text's end.
 template <class Block = ByteBlock>
 std::size_t findMarkup(std::string_view text, std::size_t from) noexcept {
     for (; from + Block::size <= text.size(); from += Block::size) {
@@ -55,7 +55,7 @@ std::size_t findInk(std::string_view text, std::size_t from) noexcept {
     return findInkByBytes(text, from);
 }
 
-/// Where the next ">" stands at or behind `from`, or the text's end.
+/// Where the next ">" stands at or after `from`, or the text's end.
 template <class Block = ByteBlock>
 std::size_t findClose(std::string_view text, std::size_t from) noexcept {
     for (; from + Block::size <= text.size(); from += Block::size)

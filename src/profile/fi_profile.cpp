@@ -11,7 +11,7 @@ std::shared_ptr<TvOFXFIProfile> TvOFXFIProfile::initWithProfileResponse(
 }
 
 std::shared_ptr<TvOFXFIProfile> TvOFXFIProfile::initWithData(const std::optional<Data>& data) {
-    // The bytes are the children of the response, without the response's own tags.
+    // data() below wrote the children of the response without the response's own tags, and without a header.
     return initWithProfileResponse(
         TvOFXFIProfileResponse::initWithParseDict(TvOFXParser(data).parseDataAndIgnoreOfxHeader()));
 }

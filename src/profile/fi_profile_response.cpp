@@ -12,14 +12,16 @@ struct BRACKWELL_INTERNAL TvOFXFIProfileResponse::Elements {
     static void realms(Self& self, const NodeRef& value) {
         std::vector<std::shared_ptr<TvOFXSignOnInfo>> built;
         appendObjects<TvOFXSignOnInfo::initWithParseDict>(built, value);
+        // An empty list counts as an absent one.
         if (!built.empty()) self.signonInfoList_ = std::move(built);
     }
-    /// A message set stands inside an aggregate for all its versions.
+    /// A message set is inside an aggregate for all its versions, of which only version 1 is read.
     template <auto member, reading::NameID version>
     static void messageSet(Self& self, const NodeRef& value) {
         if (value.isDictionary()) object<member>(self, value[version]);
     }
-    /// The lines that there are; nothing without a first one.
+    /// The lines that are present; nothing without a first line. It needs several elements at once, so no
+    /// rule of the table can read it.
     static void readAddress(Self& self, const NodeRef& profile) {
         const NodeRef first = profile[element("ADDR1")];
         if (!first.isText()) return;
@@ -71,7 +73,7 @@ std::shared_ptr<TvOFXFIProfileResponse> TvOFXFIProfileResponse::initWithParseDic
 }
 
 std::string TvOFXFIProfileResponse::description() const {
-    // The other class's name, and the postal code before the city: intended.
+    // The name of the class that wraps this one, and the postal code before the city: intended.
     std::string text = "TvOFXFIProfile";
     appendPresent(text, "\n   fiName = ", fiName());
     appendPresent(text, "\n   address = ", address());

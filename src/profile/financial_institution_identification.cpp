@@ -14,7 +14,7 @@ TvOFXFinancialInstitutionIdentification::TvOFXFinancialInstitutionIdentification
     const std::optional<ParseDictionary>& node)
     : TvOFXAggregate(node) {
     if (!node) return;
-    // Without a name the identifier is not read either: intended.
+    // Without a name (ORG) the identifier (FID) is not read either: intended.
     for (const auto& [field, name] : {std::pair(organization_, element("ORG")), {fid_, element("FID")}}) {
         const NodeRef value = NodeRef::of(*node)[name];
         if (!value.isText() || value.text().empty()) return;

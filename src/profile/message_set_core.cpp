@@ -9,7 +9,7 @@
 namespace brackwell {
 namespace {
 
-/// Both forms of the second are accepted: intended.
+/// Both forms of TYPE1 are accepted: intended.
 constexpr std::array<Choice<TvOFXMessageSetSecurity>, 3> kSecurities{
     {{"NONE", TvOFXMessageSetSecurityNone},
      {"TYPE1", TvOFXMessageSetSecurityType1},
@@ -17,7 +17,7 @@ constexpr std::array<Choice<TvOFXMessageSetSecurity>, 3> kSecurities{
 constexpr std::array<Choice<TvOFXSyncMode>, 2> kSyncModes{
     {{"FULL", TvOFXSyncModeFull}, {"LITE", TvOFXSyncModeLite}}};
 
-/// The first word that stands for a value.
+/// The first word for a value: the tables of reading serve for writing, too, and may have several.
 template <class Choices, class Value>
 std::string_view wordFor(const Choices& choices, Value value) noexcept {
     for (const auto& [text, meaning] : choices)

@@ -35,7 +35,7 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
         std::string_view label;
         bool Self::*flag;
     };
-    /// The doubled word is intended.
+    /// "supports supports" is intended.
     static constexpr std::array<FlagLine, 6> kFlagLines{
         {{"\n   supports scheduled transfers: ", &Self::supportsScheduledTransfers_},
          {"\n   supports recurring transfers: ", &Self::supportsRecurringTransfers_},

@@ -13,7 +13,7 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileSignUp::Elements {
     static constexpr auto kWebEnroll = elementTable<Self>({
         {element("URL"), text<&Self::texts_, webEnrollUrl_>},
     });
-    /// The same field as the address, so the last of the two aggregates wins: intended.
+    /// The same field as the URL of WEBENROLL, so the last of the two aggregates wins: intended.
     static constexpr auto kOtherEnroll = elementTable<Self>({
         {element("MESSAGE"), text<&Self::texts_, webEnrollUrl_>},
     });

@@ -9,13 +9,14 @@
 namespace brackwell {
 namespace {
 
+/// The words of CHARTYPE.
 constexpr std::array<Choice<TvOFXCharacterSet>, 4> kCharacterSets{
     {{"ALPHAORNUMERIC", TvOFXCharacterSetAlphaOrNumeric},
      {"ALPHAANDNUMERIC", TvOFXCharacterSetAlphaAndNumeric},
      {"ALPHAONLY", TvOFXCharacterSetAlphaOnly},
      {"NUMERICONLY", TvOFXCharacterSetNumericOnly}}};
 
-/// By number. That the third is not "numeric only" is intended.
+/// By number of the character set. That one is "numeric" and not "numeric only" is intended.
 constexpr std::array<std::string_view, 5> kDisplayTexts{"unknown", "alpha or numeric", "alpha only",
                                                         "numeric", "alpha and numeric"};
 
@@ -85,6 +86,7 @@ std::string TvOFXSignOnInfo::description() const {
 std::string_view TvOFXSignOnInfo::className() const noexcept { return "TvOFXSignOnInfo"; }
 
 std::string_view TvOFXSignOnInfo::ofxCharacterSetToString(std::int32_t characterSet) noexcept {
+    // A negative number becomes a large one, so that one comparison finds every number without a text.
     const auto index = static_cast<std::uint32_t>(characterSet);
     return kDisplayTexts[index < kDisplayTexts.size() ? index : 0];
 }

@@ -50,7 +50,7 @@ std::shared_ptr<TvOFXSignOnResponse> TvOFXSignOnResponse::initWithParseDict(
 }
 
 std::string TvOFXSignOnResponse::description() const {
-    // Keys and cookie stay out.
+    // Keys and cookie stay out, since descriptions end up in logs.
     std::string text = "Sign On Response:";
     if (status()) text.append(" [").append(status()->description()).append("]");
     appendFilled(text, " Language:", language());

@@ -87,7 +87,7 @@ private:
                elements::findChild(tags_[next].element, tag.element) != nullptr;
     }
 
-    /// No document that means well nests deeper than kDeepest.
+    /// No real document nests deeper than kDeepest; the limit keeps hostile ones from taking quadratic time.
     void close(Element element) {
         constexpr std::size_t kDeepest = 16;
         for (std::size_t depth = open_.size(); depth > 0 && open_.size() - depth < kDeepest; --depth)

@@ -9,12 +9,12 @@
 namespace brackwell::repair {
 namespace {
 
-/// Carries the edits of a second list out on a text that is given in parts, as a first list has made it.
+/// Applies the edits of a second list to a text that is given in parts, as a first list has made it.
 class Composer {
 public:
     explicit Composer(const Edits& second) : second_(second) {}
 
-    /// A part that stands in the first text from `from` to `to`, and was kept.
+    /// A part that the first list has kept: from `from` to `to` in the first text.
     void keep(std::size_t from, std::size_t to) {
         while (from < to) {
             if (beginsInsertion()) {
@@ -51,7 +51,7 @@ public:
             at += size;
         }
         edit.now = std::move(now);
-        if (isInside && edit.now.empty() && isBehindDrop(edit.offset))
+        if (isInside && edit.now.empty() && isAfterDrop(edit.offset))
             edits_.back().size += edit.size;
         else if (edit.size > 0 || !edit.now.empty())
             edits_.push_back(std::move(edit));
@@ -73,7 +73,7 @@ private:
         isDropping_ = false;
     }
 
-    /// Begins to drop what the next edit replaces, when it stands here.
+    /// Begins to drop what the next edit replaces, when it begins here.
     void beginDrop() {
         if (dropped_ > 0 || next_ == second_.size() || second_[next_].offset != at_) return;
         dropped_ = second_[next_].size;
@@ -83,13 +83,13 @@ private:
     }
     void drop(std::size_t offset, std::size_t size) {
         const Edit& edit = second_[next_ - 1];
-        if (isDropping_ && isBehindDrop(offset))
+        if (isDropping_ && isAfterDrop(offset))
             edits_.back().size += size;
         else
             edits_.push_back({offset, size, edit.kind, std::exchange(instead_, {}), edit.reason});
         isDropping_ = true;
     }
-    bool isBehindDrop(std::size_t offset) const noexcept {
+    bool isAfterDrop(std::size_t offset) const noexcept {
         return !edits_.empty() && edits_.back().offset + edits_.back().size == offset;
     }
 
@@ -107,12 +107,12 @@ private:
     std::size_t next_ = 0;     ///< in the second list
     std::size_t at_ = 0;       ///< in the text between the lists
     std::size_t dropped_ = 0;  ///< how much the edit before `next_` still drops
-    std::string instead_;      ///< what it puts in, until that has been done
+    std::string instead_;      ///< what it inserts, until that has been done
     bool isDropping_ = false;  ///< the last edit that was made belongs to it
     Edits edits_;
 };
 
-/// Leaves edits out that change nothing: alone, or two that drop something and put it in again.
+/// Leaves out edits that change nothing: alone, or two of which one drops what the other inserts again.
 Edits withoutEffectless(std::string_view text, Edits edits) {
     Edits kept;
     kept.reserve(edits.size());

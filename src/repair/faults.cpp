@@ -23,7 +23,8 @@ std::string placeOf(const Tree& tree, NodeID parent) {
     return parent == Tree::kDocument ? "outside <OFX>" : "in " + openTag(tree[parent].name);
 }
 
-/// Says which node of an element came by first in a parent, while the children of one are gone through.
+/// Finds the first node of an element in a parent, while its children are walked through in order. One entry
+/// for each element is enough, since a parent is finished before the next.
 class Firsts {
 public:
     /// The first one; the node itself when it is that.
@@ -102,8 +103,9 @@ Loss lossOf(const Tree& tree) {
     std::vector<bool> isLost(tree.size(), false);
     for (const Fault& fault : faultsOf(tree)) {
         ++loss.faults;
-        if (fault.kind == FaultKind::further) continue;
+        if (fault.kind == FaultKind::further) continue;  // both are read
         isLost[fault.node] = true;
+        // Of two elements where one may be, readers may take neither.
         if (fault.first != kNoNode) isLost[fault.first] = true;
     }
     for (NodeID node = 1; node < tree.size(); ++node) {  // a node comes after its parent

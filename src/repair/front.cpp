@@ -90,7 +90,7 @@ bool beginsLine(std::string_view header, std::size_t at) noexcept {
 struct Field {
     std::size_t begin;
     std::size_t colon;
-    std::string_view name;  ///< as it should stand; empty: there is no field
+    std::string_view name;  ///< in its prescribed form; empty: there is no field
 };
 
 /// True when the name of a field ends here. One in small letters stands by itself: it may be a part of a
@@ -118,7 +118,7 @@ Field findField(std::string_view header, std::size_t from) noexcept {
     return {header.size(), header.size(), {}};
 }
 
-/// Where a field begins as it should stand, at or after a place; the end when there is none.
+/// Where a field in its prescribed form begins, at or after a place; the end when there is none.
 std::size_t findPlainField(std::string_view header, std::size_t from) noexcept {
     for (Field field = findField(header, from); !field.name.empty();
          field = findField(header, field.colon + 1))
@@ -313,7 +313,7 @@ std::size_t findHeaderAfterDeclaration(std::string_view header) noexcept {
     return field.name == elements::kHeaderFields.front() ? field.begin : std::string_view::npos;
 }
 
-/// What must be changed in front of the first element of a document, which begins with its header.
+/// What must be changed before the first element of a document, which begins with its header.
 Edits editsBefore(std::string_view text, std::size_t element, std::size_t base) {
     const std::string_view header = text.substr(0, element);
     if (const std::size_t begin = findHeaderAfterDeclaration(header); begin != std::string_view::npos) {
@@ -358,7 +358,7 @@ Front findFront(std::string_view text) {
     Front front;
     const std::size_t element = findFirstElement(text);
     std::size_t begin = element;
-    // A header stands in front of the root; the same words after it are part of a value.
+    // A header comes before the root; the same words after it are part of a value.
     for (const std::string_view first : {kHeaderBegin, "<?xml"sv, "<?XML"sv, kInstruction})
         begin = std::min(begin, text.find(first));
     if (begin == std::string_view::npos) return front;

@@ -8,7 +8,7 @@
 
 namespace brackwell::repair {
 
-/// What stands in front of the first element of a document, and what must be changed there so that the
+/// What comes before the first element of a document, and what must be changed there so that the
 /// import recognises the document and finds its header.
 struct Front {
     bool isDocument = false;  ///< something that can be an OFX document was found

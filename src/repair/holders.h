@@ -10,7 +10,7 @@
 
 namespace brackwell::repair {
 
-/// The aggregates of a text by what they are, in the order of the text: which one comes last before a place.
+/// The aggregates of a text by element, in the order of the text; finds the last one before a place.
 class Holders {
 public:
     struct Holder {
@@ -18,9 +18,9 @@ public:
         std::size_t offset = 0;  ///< where it begins
     };
 
-    /// Those of a tree that stand in its text.
+    /// Adds the aggregates of a tree whose tags are in its text.
     void addAll(const Tree& tree);
-    /// One that was made, with the offset of the first element that was put into it.
+    /// Adds an aggregate that the repair made, with the offset of the first element that was put into it.
     void add(elements::Element element, std::size_t offset, NodeID node) { made_[{element, offset}] = node; }
 
     /// The last one of a kind before an offset; kNoNode: none.

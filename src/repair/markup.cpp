@@ -226,7 +226,7 @@ private:
     /// Reads a tag with a "<" in its name, "<TRN<AMT>"; returns where it ends, or 0.
     std::size_t readSplitTag(std::size_t open, std::size_t second) {
         const std::size_t end = std::min(body_.find_first_of("<>", second + 1), body_.size());
-        constexpr std::size_t longest = 40;
+        constexpr std::size_t longest = 40;  // more than any name of the OFX standard
         if (end == body_.size() || body_[end] != '>' || end - open > longest) return 0;
         std::string joined(body_.substr(open + 1, second - open - 1));
         joined += body_.substr(second + 1, end - second - 1);
@@ -248,6 +248,7 @@ private:
         wordOfText_ = {};
         if (markup_.nameCase == NameCase::lower || markup_.tags.empty()) return false;
         const Tag& leaf = markup_.tags.back();
+        // Longer than a line of text; the limit keeps searches linear where there are no line breaks.
         constexpr std::size_t farthest = 1000;
         const bool hasLine = leaf.form == Tag::Form::open && leaf.hasText && body_[open - 1] == ' ' &&
                              open - leaf.textBegin < farthest &&
@@ -315,8 +316,8 @@ private:
         return end + kDataEnd.size();
     }
 
-    /// True for character data that is no text of a leaf but elements: it begins with the open tag of a known
-    /// one, and all of its tags are whole.
+    /// True for character data that consists of elements instead of the text of a leaf: it begins with the
+    /// open tag of a known one, and all of its tags are whole.
     bool holdsElements(std::string_view data) const {
         if (!markup_.tags.empty() && !markup_.tags.back().isClose() &&
             !elements::isAggregate(markup_.tags.back().element))

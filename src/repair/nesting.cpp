@@ -138,7 +138,7 @@ private:
         open_.pop();
         pending_ = Pending::nothing;
     }
-    /// Closes what is deeper, in front of this place.
+    /// Closes what is deeper, before this place.
     template <class Reason>
     void closeDownTo(std::uint32_t wanted, std::size_t offset, Reason reason) {
         while (depth() > wanted) {
@@ -150,7 +150,8 @@ private:
     }
 
     /// Closes aggregates without a close tag of their own when this element cannot stand in them, but can
-    /// in one around them. No document that means well nests deeper than kDeepest.
+    /// in one around them. No real document nests deeper than kDeepest; the limit keeps hostile ones from
+    /// taking quadratic time.
     void endAggregatesBefore(const Tag& tag) {
         if (elements::parentsOf(tag.element).empty()) return;
         constexpr std::uint32_t kDeepest = 16;
@@ -203,7 +204,7 @@ private:
     }
 
     /// True for the open tag of the aggregate that is open, when neither has a close tag, the aggregate has
-    /// elements, and what comes next is none of its own.
+    /// elements, and what comes next does not belong in it.
     bool isCloseWithoutSlash(std::uint32_t i) const noexcept {
         const Tag& tag = tags_[i];
         if (depth() == 0 || tag.name != tags_[innermost()].name || tag.form != Tag::Form::open) return false;
@@ -353,7 +354,7 @@ private:
                            closeTag(close.text) + " ends the element that starts here");
     }
 
-    /// Moves an open tag that stands inside of what belongs in it to this place. False when there is none.
+    /// Moves an open tag that is inside of what belongs in it to this place. False when there is none.
     bool raiseOpenTag(const Tag& close, std::size_t begin) {
         Cut& cut = cuts_[close.name];
         if (cut.tag == kNone || tags_[cut.tag].begin <= begin) return false;
@@ -384,7 +385,7 @@ private:
         leaf_ = i;
     }
 
-    /// True for a close tag with a value of its own behind it, which stands where an open tag should.
+    /// True for a close tag with a value after it, where an open tag should be.
     bool meansOpen(std::uint32_t i) const noexcept {
         const Tag& tag = tags_[i];
         if (!tag.hasText || depth() == 0 || !isName(tag.text) || isAggregateName(tag)) return false;
@@ -394,7 +395,7 @@ private:
     }
 
     /// Closes the pending leaf with this name. Where the aggregate around it would be closed in its
-    /// stead, which happens when both have one name, the leaf does without.
+    /// stead, which happens when both have the same name, the leaf gets no close tag.
     void closeLeaf(std::uint32_t i, std::string_view name, RepairKind kind) {
         const std::uint32_t leafName = tags_[leaf_].name;
         const bool closesAggregate =

@@ -7,7 +7,7 @@
 namespace brackwell::repair {
 namespace {
 
-/// True for a close tag that is put in.
+/// True for an inserted close tag.
 bool closesThere(const Edit& edit) noexcept {
     return edit.size == 0 && (edit.kind == RepairKind::missingClose || edit.kind == RepairKind::emptyLeaf);
 }
@@ -37,7 +37,7 @@ void NestingEdits::undoOf(const Tag& tag) noexcept {
 }
 
 Edits NestingEdits::finish() && {
-    // Of open tags that are missing, an outer one is found after those inside of it.
+    // Of missing open tags at one place, the outer ones are found after the inner ones.
     std::ranges::reverse(late_);
     std::ranges::stable_sort(late_, {}, &Edit::offset);
     Edits edits;

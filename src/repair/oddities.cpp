@@ -34,7 +34,8 @@ bool holdsTagWithoutBegin(const Tree& tree, const Node& leaf) noexcept {
     return false;
 }
 
-/// True for an element that is not known and stands directly after a leaf without close tag, in its line.
+/// True for an unknown element directly after a leaf without close tag, on the same line: it may be a word of
+/// the leaf's text in angle brackets.
 bool cutsText(const Tree& tree, NodeID node) noexcept {
     const Node& before = tree[node - 1];
     if (node < 2 || !before.isLeaf || tree[node].element != elements::kUnknown) return false;

@@ -49,10 +49,11 @@ void OpenAggregates::dropLastChild() noexcept {
 
 std::size_t OpenAggregates::beginOfContent(Element aggregate) const noexcept {
     ChildSet seen;
+    // From the end, as long as the aggregate may contain the child.
     std::size_t begin = children_.size();
     for (std::size_t at = begin; at > innermost().settled; --at) {
         const Element known = children_[at - 1].element;
-        if (elements::parentsOf(known).empty()) continue;  // may stand anywhere
+        if (elements::parentsOf(known).empty()) continue;  // may be anywhere
         const elements::Child* const row = elements::findChild(known, aggregate);
         if (row == nullptr || (!row->mayRepeat && seen.has(*row, aggregate))) break;
         seen.add(*row, aggregate);
@@ -70,6 +71,7 @@ bool OpenAggregates::holdsLost(std::size_t begin) const noexcept {
 
 void OpenAggregates::closeOver(std::size_t begin, Element aggregate) {
     Frame& frame = frames_.back();
+    // The children are in the aggregate now, so they no longer take up their places around it.
     for (std::size_t at = begin; at < children_.size(); ++at)
         if (const auto* row = elements::findChild(children_[at].element, frame.element))
             frame.seen.remove(*row, frame.element);

@@ -35,6 +35,7 @@ std::vector<std::uint32_t> partnersOf(const std::vector<Tag>& tags,
             if (depth == 0) continue;
             partners[i] = open[depth - 1];
             partners[open[depth - 1]] = i;
+            // What is deeper stays without a partner: its close tag is missing.
             for (; open.size() >= depth; open.pop_back())
                 depths[tags[open.back()].name] = outerDepths[open.back()];
         }

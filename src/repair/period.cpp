@@ -7,7 +7,7 @@
 namespace brackwell::repair {
 namespace {
 
-/// Empty for what is not known.
+/// The day of a date, as digits that compare like dates; empty when it is not in OFX format.
 std::string_view dayOf(const Tree& tree, NodeID leaf) noexcept {
     constexpr std::size_t kDigits = 8;
     const Stretch& place = tree[leaf].open;

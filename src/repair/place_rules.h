@@ -7,16 +7,16 @@
 #include "elements/structure.h"
 
 /// \file
-/// What the standard's list alone says of places and names, and a repair asks.
+/// What a repair has to know about places and names, and the list of elements alone can say.
 
 namespace brackwell::repair {
 
-/// True for an aggregate of which two can become one.
+/// True for an aggregate that can be merged with another of its kind.
 inline bool isList(elements::Element element) noexcept {
     return std::ranges::any_of(elements::childrenOf(element), &elements::Child::mayRepeat);
 }
 
-/// Few elements stand in so few aggregates that it is clear which one is missing.
+/// True when so few aggregates may contain the element that it is clear which one is missing.
 inline bool hasClearPlace(elements::Element element) noexcept {
     return elements::parentsOf(element).size() <= 2;
 }
@@ -28,8 +28,8 @@ inline bool isOnly(elements::Element parent, elements::Element element) {
            }) == 1;
 }
 
-/// True for BANKACCTINFO and BANKACCTFROM, and others of such names: what is told of an account, and the
-/// account. Others that hold an account hold it for another reason.
+/// True for BANKACCTINFO and BANKACCTFROM, and other pairs with such names: the information about an account,
+/// and the account. Other aggregates that contain an account do so for other reasons.
 inline bool isInfoOf(elements::Element info, elements::Element account) noexcept {
     constexpr std::string_view kInfo = "INFO";
     constexpr std::string_view kAccount = "FROM";

@@ -180,7 +180,7 @@ private:
         return isOutside && place == openTag("OFX") ? reason : reason + "; it belongs in " + place;
     }
 
-    /// Makes an aggregate that an open tag is missing of.
+    /// Makes an aggregate whose open tag is missing.
     NodeID makeIn(NodeID parent, Element element, NodeID after, std::size_t offset,
                   const std::string& reason) {
         const NodeID made = tree_.make(element, RepairKind::missingOpen, reason);

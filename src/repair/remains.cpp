@@ -40,7 +40,7 @@ std::string_view nameWithoutBegin(std::string_view text, Element before) noexcep
         if (isClose) return text.substr(begin - 1);
         if (endsAtBeginOfLine(text.substr(0, begin))) return text.substr(begin);
     }
-    // Directly after a value, of which nothing tells where it ends; so the longest name counts.
+    // Directly after a value nothing shows where the value ends, so the longest name counts.
     for (; begin + kShortest <= text.size(); ++begin) {
         if (begin == 0 || isCapital(text[begin - 1]) || isBlank(text[begin - 1])) continue;
         const Element element = elements::findElement(text.substr(begin));

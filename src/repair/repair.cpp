@@ -48,7 +48,7 @@ Reading readingOf(std::string_view text) {
     return (*result.ofxData)["OFX"].isNothing() ? Reading::readsNothing : Reading::reads;
 }
 
-/// Where the body begins in a document that has nothing but a mark and white space in front of it.
+/// Where the body begins in a document that has nothing but a byte order mark and white space before it.
 std::size_t bodyIndexOf(std::string_view text) {
     const std::size_t begin = repair::recognisedBegin(text);
     const std::string_view document = trimWhiteSpace(text.substr(begin));
@@ -146,7 +146,7 @@ std::optional<Repair> repairOf(std::string_view text, RepairScope scope) {
     } else {
         repair.apply(repair::headerEdits(text));
     }
-    // Nearly always once is enough. What is found only after something else was mended takes another round.
+    // One round is nearly always enough; what shows only after something else was repaired takes another.
     constexpr int kRounds = 8;
     for (int round = 0; round < kRounds && !repair.isWhole(); ++round) {
         Repair next = repair;

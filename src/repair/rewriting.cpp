@@ -18,8 +18,8 @@ namespace {
 struct Item {
     NodeID node;
     bool isClose;
-    bool isKept;  ///< where it stands
-    NodeID why;   ///< whose mark says why it does not
+    bool isKept;  ///< at its place in the text
+    NodeID why;   ///< the node whose mark has the reason when it is not
 };
 
 /// Finds the most items that can stay where they are: those of the longest sequence in which each stands
@@ -73,6 +73,8 @@ private:
     // -----------------------------------------------------------------------------------------
     // The items and which of them stay
 
+    /// Walks through the tree without recursion. What has no reason of its own moves for that of the
+    /// aggregate around it.
     void listItems() {
         std::vector<NodeID> reasons{kNoNode};  // of the open nodes
         NodeID node = tree_[Tree::kDocument].first;
@@ -100,6 +102,7 @@ private:
         return item.isClose ? tree_[item.node].close : tree_[item.node].open;
     }
 
+    /// Close tags are left to the next step: what is inside of an aggregate decides where it ends.
     void keepMost() {
         LongestRun run(items_.size());
         for (std::size_t i = 0; i < items_.size(); ++i)
@@ -107,7 +110,7 @@ private:
         run.forEach([this](std::size_t item) { items_[item].isKept = true; });
     }
 
-    /// A close tag stays where it stands between the items before and after it.
+    /// Keeps a close tag that is already between the items before and after it.
     void keepCloseTags() {
         std::vector<std::size_t> nexts(items_.size());
         std::size_t next = text_.size();
@@ -124,7 +127,8 @@ private:
         }
     }
 
-    /// What makes room for another has that one's reason: of the nearest before it, or after it.
+    /// An item that moves only to make room for another takes over the reason of the nearest one that has a
+    /// reason, before it or else after it.
     void explainRest() {
         NodeID why = kNoNode;
         const auto explain = [&why](Item& item) {
@@ -139,7 +143,7 @@ private:
     }
 
     // -----------------------------------------------------------------------------------------
-    // What is put in
+    // Insertions
 
     std::string textOf(const Item& item) const {
         const Node& node = tree_[item.node];
@@ -162,14 +166,15 @@ private:
         return item.why == kNoNode ? std::string() : marks_[item.why].reason;
     }
 
-    /// Everything that does not stay, as what is put in at its new place, and the tags with a new name.
+    /// Inserts everything that does not stay at its new place, and writes the tags with a new name.
     Edits insertions() {
         Edits edits;
         std::size_t at = 0;
         for (std::size_t i = 0; i < items_.size();) {
             std::size_t end = i;
             while (end < items_.size() && !items_[end].isKept) ++end;
-            // Tags that only open stand before what they hold; all else after what it follows.
+            // Open tags are inserted directly before what they contain; all else directly after what it
+            // follows.
             std::size_t opens = end;
             while (opens > i && !items_[opens - 1].isClose && !tree_[items_[opens - 1].node].isLeaf) --opens;
             put(edits, i, opens, at);
@@ -195,6 +200,7 @@ private:
                text_[std::min(text_.find_first_not_of(" \t\r\n", offset), text_.size() - 1)] != '<';
     }
 
+    /// Inserts items at one place. Neighbours that move for the same reason are one change.
     void put(Edits& edits, std::size_t begin, std::size_t end, std::size_t offset) {
         for (std::size_t i = begin; i < end; ++i) {
             const Item& item = items_[i];
@@ -221,7 +227,7 @@ private:
     }
 
     // -----------------------------------------------------------------------------------------
-    // What is taken away
+    // Removals
 
     struct Drop {
         Stretch place;
@@ -237,6 +243,7 @@ private:
             if (!item.isKept && placeOf(item).isThere())
                 found.push_back({placeOf(item), RepairKind::misplaced, reasonOf(item)});
         }
+        // Nodes that are no longer in the tree were merged into others; only their tags go.
         for (NodeID node = 1; node < tree_.size(); ++node) {
             if (isListed[node]) continue;
             for (const Stretch& place : {tree_[node].open, tree_[node].close})
@@ -261,8 +268,8 @@ private:
         edits.push_back({drop.place.begin, end - drop.place.begin, drop.kind, {}, std::move(drop.reason)});
     }
 
-    /// Text after a tag or leaf that is taken away goes with it: it belongs to no element, and would become
-    /// that of another.
+    /// Text after a removed tag or leaf goes with it: it belongs to no element, and would become the text of
+    /// another.
     std::size_t endWithText(std::size_t begin) const noexcept {
         const std::size_t end = std::min(text_.find('<', begin), text_.size());
         const std::string_view text = trimWhiteSpace(text_.substr(begin, end - begin));

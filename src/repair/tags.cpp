@@ -11,10 +11,10 @@ namespace brackwell::repair {
 
 Edits tagEdits(std::string_view body) {
     reading::NameTable names;
-    // What begins with a tag was found by its root.
+    // A body that begins with a tag is that of a document found by its root.
     Markup markup = readMarkup(body, body.starts_with('<'), names);
     uncross(markup.tags);
-    // Where something is put in between a tag and what follows it, that comes first.
+    // What is inserted between a tag and the markup after it comes first.
     return merged(repairNesting(body, markup.tags, names), std::move(markup.edits));
 }
 

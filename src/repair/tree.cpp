@@ -12,7 +12,7 @@ namespace {
 
 using reading::closes;
 
-/// Goes through a text as the body parser does, whose tree does not have the places of all tags.
+/// Reads a text as the body parser does, whose tree does not have the places of all tags.
 class TreeReader {
 public:
     TreeReader(Tree& tree, std::string_view text) : tree_(tree), text_(text) {}

@@ -86,7 +86,7 @@ private:
         }
     }
 
-    /// Makes a wrapper of its own for a response, after `before`, and takes along what stands in front of it
+    /// Makes a wrapper of its own for a response, after `before`, and takes along what is before it
     /// and is there a second time. For an account it makes a statement, and takes leaves alone along.
     NodeID partBefore(NodeID response, NodeID wrapper, NodeID before) {
         const NodeID made = tree_.make(

@@ -42,6 +42,7 @@ void WorkTree::swapCloseTags(NodeID a, NodeID b) noexcept {
 }
 
 Mark& WorkTree::mark(NodeID node) {
+    // Most documents have few marks or none; the list is made when the first one is set.
     if (result_.marks.size() <= node) result_.marks.resize(size());
     return result_.marks[node];
 }

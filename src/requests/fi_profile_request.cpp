@@ -25,6 +25,7 @@ std::shared_ptr<TvOFXFIProfileRequest> TvOFXFIProfileRequest::initWithUpdateDate
 }
 
 std::string_view TvOFXFIProfileRequest::clientRoutingString() const noexcept {
+    // The number is the caller's, who may have set any; one without a word gives an empty leaf.
     constexpr std::array<std::string_view, 3> texts{"NONE", "SERVICE", "MSGSET"};
     if (clientRouting_ < 0 || clientRouting_ >= static_cast<std::int32_t>(texts.size())) return "";
     return texts[static_cast<std::size_t>(clientRouting_)];

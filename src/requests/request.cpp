@@ -16,6 +16,8 @@ std::string_view TvOFXRequest::className() const noexcept { return "TvOFXRequest
 
 std::string TvOFXRequest::generateUUID() { return newUUID(); }
 
+// Not an error: a request of a class that names neither shows in the text what is missing.
+
 std::string_view TvOFXRequest::requestIdentifier() const noexcept { return "request id missing"; }
 
 std::string_view TvOFXRequest::humanReadableName() const noexcept { return "request name missing"; }
@@ -23,6 +25,7 @@ std::string_view TvOFXRequest::humanReadableName() const noexcept { return "requ
 std::string TvOFXRequest::wrappedText(
     std::initializer_list<std::pair<std::string_view, std::string_view>> leaves) const {
     const std::string_view wrapper = transactionWrapperName().value_or("");
+    // Aggregates are closed in every version; only leaves go without close tags before version 2.
     std::string text;
     text.append("<").append(wrapper).append(">\n");
     appendLeaf(text, "TRNUID", transactionUID().value_or(""), ofxVersion());

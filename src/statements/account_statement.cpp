@@ -46,6 +46,7 @@ struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
 void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>& node) {
     if (node) {
         const NodeRef statement = NodeRef::of(*node);
+        // Memory may run out at any of the fields; then the statement is as it was before.
         Rollback before(texts_, transactionStartDateTime_, transactionEndDateTime_, statementTransactions_,
                         ledgerBalanceAmount_, ledgerBalanceDateTime_, availableBalanceAmount_,
                         availableBalanceDateTime_);
@@ -62,13 +63,14 @@ void TvOFXAccountStatement::readTransactions(const NodeRef& list) {
     for (const NodeRef& element : list.elements())
         if (element.isDictionary()) ++count;
     if (count == 0) return;
-    // One block for all of them; each pointer shares the block.
+    // One block for all of them, to which every pointer refers: an allocation for each transaction would take
+    // more time than reading it.
     const auto block = makeSharedArray<TvOFXStatementTransaction>(count);
     statementTransactions_.reserve(statementTransactions_.size() + count);
     TvOFXStatementTransaction* transaction = block.get();
     for (const NodeRef& element : list.elements()) {
         if (!element.isDictionary()) continue;
-        transaction->setHelperObject(helperObject());
+        transaction->setHelperObject(helperObject());  // first: reading converts dates and amounts with it
         transaction->read(element);
         statementTransactions_.emplace_back(block, transaction++);
     }

@@ -17,7 +17,7 @@ struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
         {state_, element("STATE"), "state"},
         {postalCode_, element("POSTALCODE"), "pC"},
         {country_, element("COUNTRY"), "country"},
-        // Not PHONE: intended.
+        // Not PHONE, which is the name in the OFX standard: intended.
         {phoneNumber_, element("PHONENUMBER"), "pN"},
     }};
     static constexpr auto kTable = elementTable<&Self::texts_, kTexts>();

@@ -6,6 +6,7 @@
 namespace brackwell {
 namespace {
 
+/// Reads after construction, since readAccount() is virtual and a base's constructor would not reach it.
 template <class Statement>
 std::shared_ptr<Statement> read(const std::optional<ParseDictionary>& node) {
     auto statement = std::make_shared<Statement>();

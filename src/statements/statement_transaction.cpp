@@ -9,6 +9,8 @@
 
 namespace brackwell {
 
+/// Apart from the transaction and made on demand: most transactions have none of them, and a statement has
+/// very many transactions.
 struct TvOFXStatementTransaction::Parties {
     std::shared_ptr<TvOFXPayee> payee;
     std::shared_ptr<TvOFXBankAccount> bankAccountTo;
@@ -37,7 +39,7 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
 
     static constexpr TextTable<textCount> kTexts{{
         {transactionType_, element("TRNTYPE"), "type"},
-        // Where both transactions have it, it decides alone.
+        // Once the amounts agree and both have an identifier, it alone decides whether they are equal.
         {fiTransactionID_, element("FITID"), "fiTID", kNotCompared},
         {correctionFITID_, element("CORRECTFITID"), "cFITID"},
         {correctionAction_, element("CORRECTACTION"), "cA"},
@@ -103,6 +105,7 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
                       textCount,
                   "a text has no getter in the list");
 
+    // Keys in archives, which can never change.
     static constexpr std::string_view kAmountKey = "at";
     static constexpr std::string_view kPayeeKey = "pObj";
     static constexpr std::string_view kBankAccountKey = "bAObj";
@@ -163,7 +166,7 @@ void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDiction
     before.keep();
 }
 
-/// The same for an object that nobody has yet, and without a copy of the node but the one that is kept.
+/// The same for an object that nobody has yet: there is nothing to restore, so it needs no copies.
 void TvOFXStatementTransaction::read(const NodeRef& node) {
     Elements::kTable.read(*this, node);
     setOriginalParseData(node ? node.dictionary() : ParseDictionary());
@@ -210,7 +213,7 @@ std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithPa
 void TvOFXStatementTransaction::setDatePosted(std::optional<Date> date) noexcept {
     if (date == datePosted_) return;
     datePosted_ = date;
-    cachedSortDateString_ = {};
+    cachedSortDateString_ = {};  // made again when it is next asked for
 }
 
 std::shared_ptr<TvOFXPayee> TvOFXStatementTransaction::payee() const noexcept {
@@ -229,6 +232,7 @@ OptionalText TvOFXStatementTransaction::sort_date() {
     std::array<char, 8>& cached = cachedSortDateString_;
     if (cached.front() == '\0') {
         if (!datePosted_) return std::nullopt;
+        // The locale is prescribed; with digits only it makes no difference.
         const PatternDateFormatter formatter("yyyyMMdd", TimeZone::system(), "de_DE");
         const std::string day = formatter.stringFromDate(*datePosted_);
         day.copy(cached.data(), cached.size());

@@ -128,6 +128,7 @@ private:
     /// Without input, appends what returns to the encoding's first state.
     bool run(char** input, std::size_t* inputSize, std::string& result) const {
         constexpr auto failure = static_cast<std::size_t>(-1);
+        // Large enough that few calls are needed, small enough for any thread's stack.
         std::array<char, 16384> chunk;
         std::size_t outcome = failure;
         int problem = 0;

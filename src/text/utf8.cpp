@@ -22,9 +22,9 @@ unsigned byteAt(std::string_view text, std::size_t index) noexcept {
 
 bool isContinuation(unsigned byte) noexcept { return (byte & 0xC0U) == 0x80U; }
 
-/// What the first byte of a character tells: how many bytes there are, and the bounds of the second one,
+/// What the first byte of a character says: how many bytes there are, and the bounds of the second one,
 /// which are narrower than those of a continuation where they keep out overlong forms (E0, F0),
-/// surrogates (ED) and what lies above U+10FFFF (F4).
+/// surrogates (ED) and what is above U+10FFFF (F4).
 struct Lead {
     std::size_t size = 0;
     unsigned secondFrom = 0x80;
@@ -46,6 +46,7 @@ bool isValid(std::string_view bytes) noexcept {
     for (;;) {
         bytes.remove_prefix(prefix(bytes));
         if (bytes.empty()) return true;
+        // Text in other scripts has few single bytes of ASCII, for which the search is not worth it.
         do {
             const UTF8Character character = firstCharacter(bytes);
             if (character.size == 0) return false;
@@ -84,6 +85,7 @@ UTF8Character lastCharacter(std::string_view text) noexcept {
         ++size;
     if (size > text.size()) return {};
     const UTF8Character character = firstCharacter(text.substr(text.size() - size));
+    // A shorter one would leave continuation bytes after it, which belong to no character.
     return character.size == size ? character : UTF8Character{};
 }
 
@@ -133,6 +135,7 @@ std::size_t asciiPrefixSSE2(std::string_view bytes) noexcept {
         return static_cast<unsigned>(_mm_movemask_epi8(block));
     };
 
+    // Four blocks with one branch, as long as nothing is found; then one by one.
     std::size_t position = 0;
     for (; bytes.size() - position >= 4 * width; position += 4 * width) {
         const __m128i firstHalf = _mm_or_si128(load(position), load(position + width));

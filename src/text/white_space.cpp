@@ -23,6 +23,8 @@ std::size_t whiteSpaceSize(char endByte, std::string_view text) noexcept {
 
 }  // namespace
 
+// Both follow Unicode: the property White_Space, and the characters that end a line.
+
 bool isWhiteSpace(char32_t character) noexcept {
     if (character < 0x80) return character == ' ' || (character >= '\t' && character <= '\r');
     if (character < 0x1680) return character == 0x85 || character == 0xA0;

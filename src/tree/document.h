@@ -23,7 +23,7 @@ struct Node {
     static constexpr std::uint32_t kOwnText = 1U << 31;   ///< in `begin`: an offset into the own text
 
     std::uint32_t nameAndKind;
-    std::uint32_t begin;  ///< of a leaf: where its text begins; of an aggregate: the node behind it
+    std::uint32_t begin;  ///< of a leaf: where its text begins; of an aggregate: the node after it
     std::uint32_t size;   ///< of a leaf: the text's bytes; of an aggregate: how many names it holds
     std::uint32_t next;   ///< the next of the same name in the same aggregate; 0 is none
 
@@ -63,7 +63,7 @@ public:
     std::uint32_t index(const Node& node) const noexcept {
         return static_cast<std::uint32_t>(&node - nodes_.data());
     }
-    /// The node behind this one and all that is in it.
+    /// The node after this one and all that is in it.
     std::uint32_t behind(std::uint32_t index) const noexcept {
         const Node& node = nodes_[index];
         return node.isAggregate() ? node.begin : index + 1;

@@ -35,9 +35,9 @@ inline constexpr auto kElementNames = [] {
 
 inline constexpr NameID kKnownElementCount = kElementNames.size();
 
-/// A perfect hash: every known name has a slot of its own, so that a look-up compares one name. The compiler
-/// finds it. A mixed key has a bucket; a bucket says which bits of its mixed keys are their slots, and these
-/// bits are chosen so that no two names meet. Where that fails, all begins anew with another multiplier.
+/// A perfect hash, made by the compiler: every known name has a slot of its own, so a lookup compares one
+/// name. The highest bits of a mixed key are its bucket; a bucket says which bits are the slot, chosen so
+/// that no two names share one. If that fails, the search starts over with another multiplier.
 struct KnownElements {
     static constexpr unsigned kBucketBits = 8;
     static constexpr unsigned kSlotBits = std::bit_width(4 * kKnownElementCount);  ///< so most slots are free
@@ -137,7 +137,7 @@ inline constexpr KnownElements kKnownElements = KnownElementsMaker::make();
 static_assert(kKnownElements.isPerfect,
               "a name stands there twice, or two have one length, one begin and one end");
 
-/// The number of the known name that has this key, otherwise kKnownElementCount: one look-up and one
+/// The number of the known name that has this key, otherwise kKnownElementCount: one lookup and one
 /// comparison. The empty name has the key of the place after the last name, which is the right answer.
 constexpr NameID findKnownElement(const NameKey& key, std::string_view name) noexcept {
     const NameID id = kKnownElements.at(key);

@@ -11,12 +11,12 @@
 
 namespace brackwell::reading {
 
-/// Names of up to so many bytes are equal when their keys are.
+/// Names of at most this many bytes are equal when their keys are.
 inline constexpr std::size_t kKeyedBytes = 16;
 
 /// What two names are compared by first: their length, their first eight bytes, and their next eight, or,
 /// of a name of more than 16 bytes, its last eight. Long names of the OFX standard differ at their end:
-/// CREDITCARDMSGSRSV1 and CREDITCARDMSGSRSV2. Bytes that a name has not are zero.
+/// CREDITCARDMSGSRSV1 and CREDITCARDMSGSRSV2. Bytes that a name lacks are zero.
 struct NameKey {
     std::uint64_t head = 0;
     std::uint64_t tail = 0;
@@ -40,8 +40,8 @@ inline constexpr auto kKeyMasks = [] {
     return masks;
 }();
 
-/// The key of a name of at most 16 bytes, of which 16 can be read, whatever the name's length: no branch
-/// depends on the length, which no processor could predict.
+/// The key of a name of at most 16 bytes. 16 bytes must be readable from its start, whatever its length: then
+/// no branch depends on the length, which no processor could predict.
 constexpr NameKey nameKeyOfShort(const char* name, std::size_t size) noexcept {
     const KeyMask& mask = kKeyMasks[size];
     return {loadWord(name) & mask.head, loadWord(name + 8) & mask.tail, size};

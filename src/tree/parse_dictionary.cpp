@@ -31,8 +31,8 @@ ParseDictionary::Iterator ParseDictionary::begin() const noexcept {
 
 ParseDictionary::Iterator ParseDictionary::end() const noexcept {
     if (!document_) return {};
-    const std::uint32_t behind = document_->node(node_).begin;
-    return Iterator(nullptr, behind, behind);
+    const std::uint32_t after = document_->node(node_).begin;
+    return Iterator(nullptr, after, after);
 }
 
 ParseDictionary::Entry ParseDictionary::Iterator::operator*() const {
@@ -41,6 +41,7 @@ ParseDictionary::Entry ParseDictionary::Iterator::operator*() const {
 
 ParseDictionary::Iterator& ParseDictionary::Iterator::operator++() noexcept {
     node_ = document_->behind(node_);
+    // The value of the first element of a name has the repeated ones, too.
     while (node_ != end_ && document_->node(node_).isRepeated()) node_ = document_->behind(node_);
     return *this;
 }

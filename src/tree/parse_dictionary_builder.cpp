@@ -19,8 +19,8 @@ struct BRACKWELL_INTERNAL ParseDictionaryBuilder::State {
     void copy(std::string_view name, const NodeRef& single);
 };
 
-/// Copies an aggregate in one walk over its nodes, which stand in document order. Names that are
-/// repeated chain themselves again.
+/// Copies an aggregate in one walk over its nodes, which are in document order. The writer chains repeated
+/// names again.
 void ParseDictionaryBuilder::State::copy(std::string_view name, const NodeRef& single) {
     if (!single.node().isAggregate()) return leaf(name, single.text());
     const reading::Document& from = single.document();
@@ -47,7 +47,7 @@ ParseDictionaryBuilder::ParseDictionaryBuilder(ParseDictionaryBuilder&&) noexcep
 ParseDictionaryBuilder& ParseDictionaryBuilder::operator=(ParseDictionaryBuilder&&) noexcept = default;
 ParseDictionaryBuilder::~ParseDictionaryBuilder() = default;
 
-/// Lets the state go for the time of a step: a tree with half a step in it is no tree.
+/// Releases the state during a step: if memory runs out, the builder is empty rather than half a tree.
 template <class Step>
 void ParseDictionaryBuilder::add(Step step) {
     std::unique_ptr<State> state = state_ ? std::move(state_) : std::make_unique<State>();

@@ -31,6 +31,7 @@ bool pairEntries(const NodePair& dictionaries, std::vector<NodePair>& pairs) {
     std::vector<NodeRef> a = entriesOf(dictionaries.first);
     std::vector<NodeRef> b = entriesOf(dictionaries.second);
     if (a.size() != b.size()) return false;
+    // Most dictionaries that are equal have one order, too, and need no sorting.
     if (!sameNames(a, b)) {
         std::sort(a.begin(), a.end(), byName);
         std::sort(b.begin(), b.end(), byName);

@@ -9,7 +9,7 @@ using reading::NodeRef;
 
 namespace {
 
-/// Values made in code stand in a dictionary of their own, under the empty name.
+/// A value made in code is in a dictionary of its own, under the empty name: every value refers to a tree.
 ParseValue onlyEntry(ParseDictionaryBuilder&& builder) { return builder.finish()[""]; }
 
 template <class Elements>

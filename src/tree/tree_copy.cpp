@@ -29,7 +29,7 @@ struct Nodes {
 
 bool isSlice(const Node& node) noexcept { return !node.isAggregate() && (node.begin & Node::kOwnText) == 0; }
 
-/// The part of the body that the nodes' texts lie in.
+/// The part of the body with the texts of the nodes: a copy need not keep the whole document.
 std::string_view bodyOf(const Nodes& nodes) noexcept {
     const std::string_view body = nodes.document.body();
     std::size_t begin = body.size();
@@ -43,7 +43,7 @@ std::string_view bodyOf(const Nodes& nodes) noexcept {
     return begin < end ? body.substr(begin, end - begin) : std::string_view();
 }
 
-/// Writes nodes once more, over a copy of their part of the body.
+/// Writes the nodes again, over a copy of their part of the body.
 class NodeCopy {
 public:
     explicit NodeCopy(const Nodes& nodes)
@@ -84,7 +84,7 @@ private:
         const NameID name = nameOf(node);
         if (!isSlice(node))
             text.copy(writer_.ownLeaf(name, text.size()), text.size());
-        else if (text.empty())
+        else if (text.empty())  // there may be no copied part that it lies in
             writer_.leaf(name, to_->body().substr(0, 0));
         else
             writer_.leaf(

@@ -23,7 +23,8 @@ char* TreeWriter::ownLeaf(NameID name, std::size_t size) {
 
 void TreeWriter::setLeaf(NameID name, std::string_view text) {
     const Place place = placeOf(name);
-    if (place.aggregate == innermost_ && place.node != 0) {
+    if (place.aggregate == innermost_ &&
+        place.node != 0) {  // the name is there already: the later text counts
         const std::uint32_t begin = document_.ownText_.size();
         text.copy(appendOwnText(text.size()), text.size());
         Node& leaf = document_.nodes_[place.node];
@@ -51,6 +52,7 @@ void TreeWriter::close() noexcept {
     Node& node = document_.nodes_[closed.node];
     node.begin = document_.nodes_.size();
     node.next = 0;
+    // Restores the places of names that occur in this aggregate and in those around it.
     while (overwritten_.size() > closed.overwritten) {
         placeOf(overwritten_.back().name) = overwritten_.back().place;
         overwritten_.pop();
@@ -64,6 +66,7 @@ void TreeWriter::finish() noexcept {
 }
 
 TreeWriter::Place& TreeWriter::placeOfUnknown(std::uint32_t number) {
+    // Unknown names turn up while the tree is written; this makes room for all that the document has so far.
     if (number >= placesOfUnknown_.size()) {
         const std::uint32_t more = document_.names_.end() - kKnownElementCount - placesOfUnknown_.size();
         std::memset(static_cast<void*>(placesOfUnknown_.append(more)), 0, more * sizeof(Place));
