@@ -52,11 +52,11 @@ public:
 
     /// False when the text is not wanted any more.
     bool write() {
-        const std::uint32_t end = document_.behind(open_.front());
+        const std::uint32_t end = document_.endOf(open_.front());
         for (std::uint32_t at = firstChild(open_.front()); isWanted_;) {
             const bool mayStayOpen = at == end && isLong(open_.back());
             if (open_.size() == 1 ? at == end : mayStayOpen) break;  // the end of the text closes the rest
-            if (at == document_.behind(open_.back()))
+            if (at == document_.endOf(open_.back()))
                 closeAggregate();
             else
                 at = writeElement(at);
@@ -69,7 +69,7 @@ private:
     /// The first that is written: not the source text that the parser puts first into a transaction.
     std::uint32_t firstChild(std::uint32_t aggregate) const noexcept {
         const std::uint32_t first = aggregate + 1;
-        if (first == document_.behind(aggregate)) return first;
+        if (first == document_.endOf(aggregate)) return first;
         const Node& node = document_.node(first);
         const bool isSource = document_.node(aggregate).name() == kTransaction && !node.isAggregate() &&
                               node.name() == kOriginalString;
@@ -93,7 +93,7 @@ private:
             return index + 1;
         }
         const std::uint32_t first = firstChild(index);
-        if (first == document_.behind(index))
+        if (first == document_.endOf(index))
             closeTag(index);  // a long name, too: a text that ends in an open tag is read otherwise
         else
             open_.push_back(index);

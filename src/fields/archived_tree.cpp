@@ -18,7 +18,7 @@ using Item = ArchiveListItem;
 std::size_t countEntries(const Document& document, std::uint32_t aggregate) noexcept {
     std::size_t count = 0;
     const std::uint32_t end = document.node(aggregate).begin;
-    for (std::uint32_t node = aggregate + 1; node != end; node = document.behind(node)) ++count;
+    for (std::uint32_t node = aggregate + 1; node != end; node = document.endOf(node)) ++count;
     return count;
 }
 

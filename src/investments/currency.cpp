@@ -69,7 +69,7 @@ std::optional<TransactionCurrency> currencyOf(const InvestmentRecord& object, co
         }
         // A record keeps only the first symbol and rate, which may be those of the other aggregate.
         const auto isIn = [&records, node](std::uint32_t leaf) {
-            return leaf > node && leaf < records.document->behind(node);
+            return leaf > node && leaf < records.document->endOf(node);
         };
         const bool hasSymbol = isIn(records.fieldNode(record, fields.symbol));
         const bool hasRate = isIn(records.fieldNode(record, fields.rate));

@@ -46,7 +46,7 @@ std::optional<Value> wordOf(const InvestmentRecord& object, std::size_t field) n
 template <class Object>
 std::vector<Object> innerObjects(const InvestmentRecord& object, RecordType type) {
     const Records& records = recordsOf(object);
-    const std::uint32_t end = records.behind(recordOf(object));
+    const std::uint32_t end = records.endOf(recordOf(object));
     std::vector<Object> found;
     for (std::uint32_t number = RecordAccess::number(object) + 1; number < records.records.size(); ++number) {
         const Record& record = records.records[number];

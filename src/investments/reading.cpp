@@ -31,7 +31,7 @@ public:
 
 protected:
     const Node& node(std::uint32_t index) const noexcept { return records_.node(index); }
-    std::uint32_t behind(std::uint32_t index) const noexcept { return records_.document->behind(index); }
+    std::uint32_t endOf(std::uint32_t index) const noexcept { return records_.document->endOf(index); }
 
     Records& records_;
     const std::shared_ptr<TvOFXHelper>& ownHelper_;
@@ -46,7 +46,7 @@ public:
     using Reader::Reader;
 
     void read(std::uint32_t first) {
-        const std::uint32_t end = behind(first);
+        const std::uint32_t end = endOf(first);
         for (std::uint32_t at = first; at < end;) {
             if (at >= endOfWrapper_) closeWrapper();
             at = next(at);
@@ -59,16 +59,16 @@ private:
     std::uint32_t next(std::uint32_t at) {
         if (!node(at).isAggregate()) return at + 1;
         const NameID name = node(at).name();
-        if (name == kBankTransactions) return behind(at);
+        if (name == kBankTransactions) return endOf(at);
         if (name == kWrapper) openWrapper(at);
         if (name != kStatement) return at + 1;
-        return readStatement(at) ? at + 1 : behind(at);
+        return readStatement(at) ? at + 1 : endOf(at);
     }
 
     void openWrapper(std::uint32_t at) {
         closeWrapper();
         wrapper_ = at;
-        endOfWrapper_ = behind(at);
+        endOfWrapper_ = endOf(at);
         hasStatement_ = false;
         inWrapper_ = RecordReader(records_, RecordType::statement);
         inWrapper_->read(at);
@@ -91,7 +91,7 @@ private:
         const std::size_t index = addStatement(reader, at);
         auto& ranges = records_.statements[index].ranges;
         for (std::size_t i = 0; i < kRecordTypes; ++i) ranges[i].first = records_.numbers[i].size();
-        const std::uint32_t end = behind(at);
+        const std::uint32_t end = endOf(at);
         for (std::uint32_t content = at + 1; content < end;) content = readContent(content);
         for (std::size_t i = 0; i < kRecordTypes; ++i) ranges[i].second = records_.numbers[i].size();
         return hasInnerStatement_;
@@ -114,7 +114,7 @@ private:
         const NameID name = node(at).name();
         if (name == kStatement) {
             hasInnerStatement_ = true;
-            return behind(at);
+            return endOf(at);
         }
         if (name == kBankTransaction) return readLoneBankTransaction(at);
         const RecordName* row = recordNamed(name);
@@ -123,7 +123,7 @@ private:
         const bool hasOthers = reader.read(at);
         const std::uint32_t bank = row->type == RecordType::transaction ? reader.nodeOf(kBankTransaction) : 0;
         reader.add(at, row->kind, helper_, bank != 0 ? addBankTransaction(bank) : 0);
-        return hasOthers ? at + 1 : behind(at);
+        return hasOthers ? at + 1 : endOf(at);
     }
 
     /// Reads a STMTTRN outside INVBANKTRAN, which then is a transaction of its own.
@@ -133,7 +133,7 @@ private:
             reader.add(at, static_cast<std::uint8_t>(InvestmentTransactionKind::bankTransaction), helper_,
                        addBankTransaction(at));
         }
-        return behind(at);
+        return endOf(at);
     }
 
     /// Returns its number, from 1 on.
@@ -159,7 +159,7 @@ public:
     using Reader::Reader;
 
     void read(std::uint32_t first) {
-        const std::uint32_t end = behind(first);
+        const std::uint32_t end = endOf(first);
         for (std::uint32_t at = first; at < end;) at = next(at);
     }
 
@@ -167,14 +167,14 @@ private:
     std::uint32_t next(std::uint32_t at) {
         if (!node(at).isAggregate()) return at + 1;
         const NameID name = node(at).name();
-        if (name == kBankTransactions || name == kTransactions || name == kPositions) return behind(at);
+        if (name == kBankTransactions || name == kTransactions || name == kPositions) return endOf(at);
         const RecordName* row = recordNamed(name);
         if (row == nullptr || (row->type != RecordType::security && row->type != RecordType::portion))
             return at + 1;
         RecordReader reader(records_, row->type);
         const bool hasOthers = reader.read(at);
         reader.add(at, row->kind, helper_);
-        return hasOthers ? at + 1 : behind(at);
+        return hasOthers ? at + 1 : endOf(at);
     }
 };
 

@@ -35,7 +35,7 @@ public:
         : document_(document), body_(document.body()), aggregate_(aggregate) {}
 
     OptionalText find() const noexcept {
-        const std::uint32_t end = document_.behind(aggregate_);
+        const std::uint32_t end = document_.endOf(aggregate_);
         const reading::Node* first = firstSlice(aggregate_ + 1, end);
         if (first == nullptr) return std::nullopt;
         const std::string_view name = document_.name(document_.node(aggregate_));
@@ -81,7 +81,7 @@ private:
     }
     /// Where the next leaf's text begins, or the end of the text; the place itself when none is near.
     std::size_t nextSlice(std::uint32_t from, std::size_t place) const noexcept {
-        const std::uint32_t last = document_.behind(std::uint32_t{0});
+        const std::uint32_t last = document_.endOf(std::uint32_t{0});
         const std::uint32_t end = std::min(last, from + kMostNodesAfter);
         if (const reading::Node* next = firstSlice(from, end)) return next->begin;
         return end == last ? body_.size() : place;

@@ -39,7 +39,7 @@ ParseDictionary Records::dictionaryAt(std::uint32_t node) const {
 
 bool RecordReader::read(std::uint32_t aggregate) {
     const reading::Document& document = *records_->document;
-    const std::uint32_t end = document.behind(aggregate);
+    const std::uint32_t end = document.endOf(aggregate);
     bool hasOthers = false;
     std::uint32_t endOfScope = 0;
     std::uint32_t endOfRepetition = 0;
@@ -53,14 +53,14 @@ bool RecordReader::read(std::uint32_t aggregate) {
             continue;
         }
         // A statement may have several lists, and all are read.
-        if (node.isRepeated() && type_ != RecordType::statement) endOfRepetition = document.behind(at);
-        if (node.name() == table_->scope()) endOfScope = document.behind(at);
+        if (node.isRepeated() && type_ != RecordType::statement) endOfRepetition = document.endOf(at);
+        if (node.name() == table_->scope()) endOfScope = document.endOf(at);
         const bool isPart = entry.isPart() || (entry.isScopedPart() && at < endOfScope);
         if (isPart || takesAggregate(entry, at))
             ++at;
         else {
             hasOthers = hasOthers || !isObject(entry, at);
-            at = document.behind(at);
+            at = document.endOf(at);
         }
     }
     return hasOthers;

@@ -76,7 +76,7 @@ struct Records {
     reading::PodVector<std::uint32_t> rivals;
 
     const reading::Node& node(std::uint32_t index) const noexcept { return document->node(index); }
-    std::uint32_t behind(const Record& record) const noexcept { return document->behind(record.node); }
+    std::uint32_t endOf(const Record& record) const noexcept { return document->endOf(record.node); }
 
     /// The leaf or aggregate of a field; 0 when the document does not have it.
     std::uint32_t fieldNode(const Record& record, std::size_t field) const noexcept {

@@ -77,7 +77,7 @@ public:
             const Node& node = document_.node(index);
             const std::uint32_t group = groupOf(index, node);
             if (group != kRead) addContents(result_.groups_[group], node);
-            if (node.isAggregate()) open_.push_back({index, document_.behind(index), group});
+            if (node.isAggregate()) open_.push_back({index, document_.endOf(index), group});
         }
         result_.mendable_ += result_.leftovers_.looseTexts + result_.oddTexts_.count;
     }

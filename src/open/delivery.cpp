@@ -113,7 +113,7 @@ public:
 
     std::vector<MissingGroup> run() {
         for (std::uint32_t index = 1; index < document_.size(); ++index) {
-            while (!open_.empty() && document_.behind(open_.back().node) <= index) open_.pop_back();
+            while (!open_.empty() && document_.endOf(open_.back().node) <= index) open_.pop_back();
             const Node& node = document_.node(index);
             const Content content = NameFactsTable::known().contentOf(node.name());
             const bool isMissing = isSought(content) && isCounted(content, node) && !delivered_[index];

@@ -30,7 +30,7 @@ constexpr auto kRequired = std::to_array<Required>({
 });
 
 bool hasLeaf(const reading::Document& document, std::uint32_t record, NameID value) noexcept {
-    for (std::uint32_t at = record + 1; at < document.behind(record); at = document.behind(at))
+    for (std::uint32_t at = record + 1; at < document.endOf(record); at = document.endOf(at))
         if (document.node(at).name() == value && !document.node(at).isAggregate()) return true;
     return false;
 }

@@ -39,7 +39,7 @@ public:
     /// Of a record in which nothing was found so far. The document must outlive this object.
     RecordShape(const reading::Document& document, const reading::Node& record,
                 NameFacts::Parents around) noexcept
-        : record_(&record), end_(document.behind(&record)), around_(around) {
+        : record_(&record), end_(document.endOf(&record)), around_(around) {
         for (const reading::Node* node = record_ + 1; node < end_; ++node)
             if (node->isAggregate() && !aggregates_.add(static_cast<Offset>(node - record_)))
                 end_ = record_;  // too many: the shape of no record
@@ -48,7 +48,7 @@ public:
     /// False for what is rather a part of a document than one of its records.
     static bool isRecord(const reading::Document& document, const reading::Node& node) noexcept {
         constexpr std::ptrdiff_t mostNodes = 64;
-        return node.isRepeated() && node.isAggregate() && document.behind(&node) - &node <= mostNodes;
+        return node.isRepeated() && node.isAggregate() && document.endOf(&node) - &node <= mostNodes;
     }
 
     /// Adds what was found in the record; false when it is too much.
@@ -63,7 +63,7 @@ public:
     /// True when another record has the same elements in the same order.
     bool isOf(const reading::Document& document, const reading::Node& record,
               NameFacts::Parents around) const noexcept {
-        if (around_ != around || document.behind(&record) - &record != end_ - record_) return false;
+        if (around_ != around || document.endOf(&record) - &record != end_ - record_) return false;
         if (!hasSameNames(&record)) return false;
         const std::uint32_t shift = document.index(record) - document.index(*record_);
         for (const Offset offset : aggregates_)

@@ -34,7 +34,7 @@ public:
     Survey run() && {
         const NameFactsTable& names = names_;
         const reading::Node* node = &document_.node(1);
-        const reading::Node* end = document_.behind(&document_.node(0));
+        const reading::Node* end = document_.endOf(&document_.node(0));
         Around around{0, NameFacts::kOtherParent};
         while (true) {
             while (node != end && names.isQuiet(*node, around.bit)) ++node;
@@ -43,7 +43,7 @@ public:
                 if (recorded_ == around.node) keepShape();
                 around = outer_.back();
                 outer_.pop_back();
-                end = document_.behind(&document_.node(around.node));
+                end = document_.endOf(&document_.node(around.node));
                 continue;
             }
             const Content value = names.valueOf(*node, around.bit);
@@ -51,7 +51,7 @@ public:
                 survey_.required += requiredBy(*node);
                 take(*node, value);
             } else if (RecordShape::isRecord(document_, *node) && takeKnown(*node, around.bit)) {
-                node = document_.behind(node);
+                node = document_.endOf(node);
                 continue;
             } else {
                 const NameFacts& facts = names.of(node->name());
@@ -59,7 +59,7 @@ public:
                 if (node->isAggregate()) {
                     outer_.push_back(around);
                     around = {document_.index(*node), facts.asParent};
-                    end = document_.behind(node);
+                    end = document_.endOf(node);
                 }
             }
             ++node;
@@ -165,7 +165,7 @@ std::size_t depthOf(const reading::Document& document) {
     for (std::uint32_t index = 1; index < document.size(); ++index) {
         while (!ends.empty() && ends.back() <= index) ends.pop_back();
         if (!document.node(index).isAggregate()) continue;
-        ends.push_back(document.behind(index));
+        ends.push_back(document.endOf(index));
         depth = std::max(depth, ends.size());
     }
     return depth;

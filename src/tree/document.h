@@ -64,11 +64,11 @@ public:
         return static_cast<std::uint32_t>(&node - nodes_.data());
     }
     /// The node after this one and all that is in it.
-    std::uint32_t behind(std::uint32_t index) const noexcept {
+    std::uint32_t endOf(std::uint32_t index) const noexcept {
         const Node& node = nodes_[index];
         return node.isAggregate() ? node.begin : index + 1;
     }
-    const Node* behind(const Node* node) const noexcept {
+    const Node* endOf(const Node* node) const noexcept {
         return node->isAggregate() ? nodes_.data() + node->begin : node + 1;
     }
 

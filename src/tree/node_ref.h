@@ -66,7 +66,7 @@ public:
     explicit Children(const NodeRef& dictionary) noexcept {
         if (!dictionary) return;
         at_ = {dictionary.owner, dictionary.at + 1, false};
-        end_ = dictionary.document().behind(dictionary.at);
+        end_ = dictionary.document().endOf(dictionary.at);
     }
     Children begin() const noexcept { return *this; }
     std::nullptr_t end() const noexcept { return nullptr; }
@@ -74,7 +74,7 @@ public:
     bool operator==(std::nullptr_t) const noexcept { return at_.at == end_; }
     Children& operator++() noexcept {
         // The first child of a node is never a repeated one.
-        do at_.at = at_.document().behind(at_.at);
+        do at_.at = at_.document().endOf(at_.at);
         while (at_.at != end_ && at_.at->isRepeated());
         return *this;
     }

@@ -40,9 +40,9 @@ ParseDictionary::Entry ParseDictionary::Iterator::operator*() const {
 }
 
 ParseDictionary::Iterator& ParseDictionary::Iterator::operator++() noexcept {
-    node_ = document_->behind(node_);
+    node_ = document_->endOf(node_);
     // The value of the first element of a name has the repeated ones, too.
-    while (node_ != end_ && document_->node(node_).isRepeated()) node_ = document_->behind(node_);
+    while (node_ != end_ && document_->node(node_).isRepeated()) node_ = document_->endOf(node_);
     return *this;
 }
 
@@ -61,7 +61,7 @@ ParseDictionary::DocumentOrder::Iterator ParseDictionary::DocumentOrder::begin()
 }
 
 ParseDictionary::DocumentOrder::Iterator ParseDictionary::DocumentOrder::end() const noexcept {
-    return document_ ? Iterator(nullptr, document_->behind(node_)) : Iterator();
+    return document_ ? Iterator(nullptr, document_->endOf(node_)) : Iterator();
 }
 
 ParseDictionary::Entry ParseDictionary::DocumentOrder::Iterator::operator*() const {
@@ -69,7 +69,7 @@ ParseDictionary::Entry ParseDictionary::DocumentOrder::Iterator::operator*() con
 }
 
 ParseDictionary::DocumentOrder::Iterator& ParseDictionary::DocumentOrder::Iterator::operator++() noexcept {
-    node_ = document_->behind(node_);
+    node_ = document_->endOf(node_);
     return *this;
 }
 

@@ -24,7 +24,7 @@ struct BRACKWELL_INTERNAL ParseDictionaryBuilder::State {
 void ParseDictionaryBuilder::State::copy(std::string_view name, const NodeRef& single) {
     if (!single.node().isAggregate()) return leaf(name, single.text());
     const reading::Document& from = single.document();
-    std::vector<std::uint32_t> ends{from.behind(single.index())};
+    std::vector<std::uint32_t> ends{from.endOf(single.index())};
     open(name);
     for (std::uint32_t index = single.index() + 1; !ends.empty();) {
         if (index == ends.back()) {

@@ -23,7 +23,7 @@ struct Nodes {
 
     static Nodes in(const NodeRef& aggregate) noexcept {
         const Document& document = aggregate.document();
-        return {document, aggregate.index() + 1, document.behind(aggregate.index())};
+        return {document, aggregate.index() + 1, document.endOf(aggregate.index())};
     }
 };
 
