@@ -216,7 +216,7 @@ TEST_CASE(
         const Finished finished =
             tool({"duplicates", folder.file("a", list(row.first)), folder.file("b", list(row.second))});
         CHECK(finished.status == 0);
-        CHECK((finished.output == "No transaction stands in two statements.\n") == !row.isSame);
+        CHECK((finished.output == "No transaction occurs in two statements.\n") == !row.isSame);
     }
 }
 
@@ -229,7 +229,7 @@ TEST_CASE("the amount of a duplicate has its currency, where that is not the acc
 }
 
 TEST_CASE("equal transactions of one statement, and of different accounts, are no duplicates") {
-    const std::string none = "No transaction stands in two statements.\n";
+    const std::string none = "No transaction occurs in two statements.\n";
     CHECK(outputOf({"duplicates"}, list(bought("1", "<FITID>x") + bought("1", "<FITID>x"))) == none);
     const TemporaryFolder folder;
     const std::string other = statementOf("<ACCTID>7<ACCTTYPE>SAVINGS",

@@ -79,7 +79,7 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"request", "accounts", "--strict"}, "--strict"},
         {{"repair", document, document}, "FILE: this command takes a single document\n"},
         {{"repair", document, "--full"}, "--full"},
-        {{"repair", document, "--output", document}, "is also a file to be read"},
+        {{"repair", document, "--output", document}, "is also an input file"},
         {{"csv", "-", "--output", document}, "has the name of an OFX document"},
         {{"request", "accounts", "--output", ""}, "--output: the name is empty"},
         {{"show", document, "--diff"}, "--diff"},

@@ -190,8 +190,7 @@ TEST_CASE("a table has the currency of amounts where that is asked for") {
 
 TEST_CASE("a table without currencies says how many amounts are in another one") {
     const std::string one = "<STMTTRN><TRNAMT>-4<CURRENCY>CHF</STMTTRN><STMTTRN><CURRENCY>EUR</STMTTRN>";
-    const std::string said =
-        "in another currency than the account, which this table does not say; --currencies does.\n";
+    const std::string said = "in a currency other than the account's; add --currencies to see which.\n";
     CHECK(contains(tool({"csv", "-"}, transactionsWith(one)).error, "-: 1 amount is " + said));
     CHECK(contains(tool({"csv", "-"}, transactionsWith(one + one)).error, "-: 2 amounts are " + said));
     CHECK(tool({"csv", "--strict", "-"}, transactionsWith(one)).status == 3);

@@ -5,7 +5,8 @@ using namespace brackwell::tests;
 
 namespace {
 
-const std::string kRemedy = "  Without --as-is it is repaired; \"brackwell repair\" lists the changes.\n";
+const std::string kRemedy =
+    "  Without --as-is the file is repaired; \"brackwell repair\" lists the changes.\n";
 
 /// What is said of a document that does not read as it is.
 std::string errorOf(const std::string& document, std::map<std::string, std::string> environment = {}) {
@@ -39,10 +40,10 @@ TEST_CASE("a document that does not read is explained with both places, the line
     CHECK(finished.error ==
           "-:10:2: Found close tag </STMTRS> without opening tag. "
           "Maybe there is a close tag missing for <BANKTRANLIST>.\n"
-          "  The innermost open element begins in line 6, column 3:\n"
+          "  The innermost open element starts at line 6, column 3:\n"
           "  6 |   <BANKTRANLIST>\n"
           "    |   ^\n"
-          "  The close tag stands in line 10, column 2:\n"
+          "  The close tag is at line 10, column 2:\n"
           "   8 |     <TRNAMT>1\n"
           "   9 |    </STMTTRN>\n"
           "  10 |  </STMTRS>\n"
@@ -99,7 +100,7 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
         const std::string error = errorOf(row.document);
         CHECK(error.starts_with("-:" + row.closePlace + ": Found close tag " + row.close +
                                 " without opening tag."));
-        CHECK(contains(error, "  The close tag stands in line " + row.closePlace.substr(0, 1) + ", column "));
+        CHECK(contains(error, "  The close tag is at line " + row.closePlace.substr(0, 1) + ", column "));
         CHECK(contains(error, " missing for ") == !row.open.empty());
         CHECK(contains(error, "  The innermost open element ") == !row.open.empty());
         if (!row.open.empty()) CHECK(contains(error, " missing for " + row.open + ".\n"));
@@ -139,11 +140,11 @@ TEST_CASE("the explanation names the tags that the parser's own error names") {
         const std::string close = first.substr(first.find('<'), first.find('>') - first.find('<') + 1);
         const std::string column = std::to_string(document.find(close) + 1);
         CHECK(first.starts_with("-:1:" + column + ": Found close tag "));
-        CHECK(contains(finished.error, "\n  The close tag stands in line 1, column " + column + ":\n"));
+        CHECK(contains(finished.error, "\n  The close tag is at line 1, column " + column + ":\n"));
         const std::size_t open = first.rfind('<');
         if (!contains(first, " Maybe ")) continue;
         CHECK(contains(finished.error,
-                       "\n  The innermost open element begins in line 1, column " +
+                       "\n  The innermost open element starts at line 1, column " +
                            std::to_string(document.find(first.substr(open, first.size() - 1 - open)) + 1) +
                            ":\n"));
     }
@@ -182,7 +183,7 @@ TEST_CASE("what a terminal might obey is visible in an explanation, also where t
         explanationOf("<OFX>\n<A>x\x1b[2J\u009b1m\u202Ey\ttab\n<B\x07>\n<C>1\n</\x1b]0;x>\n</OFX>");
     for (const char* character : {"\x1b", "\u009b", "\u202E", "\x07", "\t"})
         CHECK_FALSE(contains(explanation, character));
-    CHECK(contains(explanation, "  The innermost open element begins in line 3, column 1:\n"));
+    CHECK(contains(explanation, "  The innermost open element starts at line 3, column 1:\n"));
     CHECK(contains(explanation, "  5 | </␛]0;x>\n"));
 }
 
@@ -234,8 +235,8 @@ TEST_CASE("bytes that are no text are explained with the first of them, and the 
 TEST_CASE("a large broken document is explained in time") {
     std::string deep = "<OFX>";
     for (int i = 0; i < 300'000; ++i) deep += "<A>\n<B>1\n";
-    CHECK(contains(explanationOf(deep + "</OFX>"), "  The close tag stands in line 600001, column 1:"));
+    CHECK(contains(explanationOf(deep + "</OFX>"), "  The close tag is at line 600001, column 1:"));
     std::string wide = "<OFX><A>\n";
     for (int i = 0; i < 300'000; ++i) wide += "<USERKEY>x<B>1";
-    CHECK(contains(explanationOf(wide + "</OFX>"), "  The close tag stands in line 2, column 4200001:"));
+    CHECK(contains(explanationOf(wide + "</OFX>"), "  The close tag is at line 2, column 4200001:"));
 }

@@ -153,7 +153,7 @@ TEST_CASE("the output never replaces a document that is still to be read") {
     Command throughInput{{"/bin/sh", "-c", "exec \"$0\" csv - -o \"$1\" <\"$1\"", BRACKWELL_TOOL, output}};
     for (const Finished& finished : {tool({"csv", document, "--output", output}), run(throughInput)}) {
         CHECK(finished.status == 2);
-        CHECK(finished.error.find("is also a file to be read") != std::string::npos);
+        CHECK(finished.error.find("is also an input file") != std::string::npos);
         CHECK(folder.read("july.ofx") == version1(""));
     }
 }

@@ -84,8 +84,8 @@ TEST_CASE("options that choose transactions are wrong usage when they make no se
              {{"--until", "2024-13-10"}, "not a date"},
              {{"--since", "2024-02-02", "--until", "2024-02-01"}, "2024-02-01 is before 2024-02-02"},
              {{"--account", ""}, "the number is empty"},
-             {{"--search", ""}, "no word to look for"},
-             {{"--search", " \t\u00A0"}, "no word to look for"},
+             {{"--search", ""}, "the search text is empty"},
+             {{"--search", " \t\u00A0"}, "the search text is empty"},
              {{"--sort", "payee"}, "payee"},
              {{"--sort"}, "--sort"},
          }) {
@@ -266,7 +266,7 @@ TEST_CASE("of a record with several accounts only those are shown that were aske
 }
 
 TEST_CASE("show says when no statement is of an account that was asked for") {
-    const std::string sentence = "\nNo statement is of an account that was asked for.\n";
+    const std::string sentence = "\nNo statement matches the accounts asked for.\n";
     CHECK(tool({"show", "--account", "9", examplePath("household.ofx")}).output.ends_with("\n" + sentence));
     for (const std::string name : {"household.ofx", "account_information.ofx"}) {
         CAPTURE(name);

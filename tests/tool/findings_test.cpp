@@ -3,7 +3,7 @@
 #include "tool/report.h"
 
 /// \file
-/// What every command says of documents that are not delivered whole, or not surely.
+/// What every command reports about documents that are not delivered completely, or may be wrong.
 
 using namespace brackwell::tests;
 

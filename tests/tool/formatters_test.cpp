@@ -116,7 +116,7 @@ void checkTold(const std::vector<std::string>& options, const Told& row) {
 
 }  // namespace
 
-TEST_CASE("a person is told of amounts and dates that are read as the document writes them") {
+TEST_CASE("amounts and dates that are read in the format of their document are reported") {
     for (const Told& row : std::vector<Told>{
              {{"20240101", "-0,99"}, "doubtfulValue", "note", 1, "-0,99", " is read as -0.99"},
              {{"20240101", "1.234,5", "20240101", "1,00", "20240101", "1.00"},

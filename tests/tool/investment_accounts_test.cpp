@@ -60,7 +60,7 @@ TEST_CASE("an investment transaction that stands in two statements is found by i
     const std::string named = tool({"duplicates", "--quiet", fourth, third}).output;
     CHECK(contains(named, "Bought stock Alder  "));
     CHECK(contains(named, "Payroll  "));
-    CHECK(tool({"duplicates", "--quiet", first}).output == "No transaction stands in two statements.\n");
+    CHECK(tool({"duplicates", "--quiet", first}).output == "No transaction occurs in two statements.\n");
 }
 
 TEST_CASE("investment transactions in different currencies are not the same") {
@@ -74,7 +74,7 @@ TEST_CASE("investment transactions in different currencies are not the same") {
     const std::string foreign = folder.file("2.ofx", version1(held("1234567", bought + paid, "")));
     const std::string again = folder.file("3.ofx", version1(held("1234567", bought + paid, "")));
     CHECK(tool({"duplicates", "--quiet", plain, foreign}).output ==
-          "No transaction stands in two statements.\n");
+          "No transaction occurs in two statements.\n");
     const std::string output = tool({"duplicates", "--quiet", foreign, again}).output;
     CHECK(contains(output, "T1  2       -7.00  EUR\n"));
     CHECK(contains(output, "B1  2        5.00  CHF\n"));

@@ -47,11 +47,11 @@ TEST_CASE("a table of bank transactions says what of investments it does not hav
     for (const Row& row : std::vector<Row>{
              {sample(),
               "-: 2 investment transactions, 2 positions and 3 securities are not in this table; --kind "
-              "investments, positions or securities writes them.\n"},
+              "investments, positions or securities.\n"},
              {version1(held("1234567", bought, "")),
-              "-: 1 investment transaction is not in this table; --kind investments writes it.\n"},
+              "-: 1 investment transaction is not in this table; use --kind investments.\n"},
              {version1(held("1234567", bought + bought, "")),
-              "-: 2 investment transactions are not in this table; --kind investments writes them.\n"},
+              "-: 2 investment transactions are not in this table; use --kind investments.\n"},
              {version1(held("1234567", "", position("1", "10")) + securityList(security("1", "A", "B"))),
               "-: 1 position and 1 security are not in this table; --kind positions or securities writes "
               "them.\n"},

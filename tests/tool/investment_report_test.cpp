@@ -44,7 +44,7 @@ TEST_CASE("what a holding is worth is as much as is known of it") {
         const auto cells = page.rows("holdings").at(0);
         CHECK(Cells{cells.at(3), cells.at(4)} == row.cells);
         CHECK((page.texts("p", "balance").at(0) ==
-               "What it is worth is not stated: 1 of 2 positions has no value in USD") ==
+               "The value is not known: 1 of 2 positions has no value in USD") ==
               (row.cells.at(1) == "\u2013"));
     }
     const MarkupPage page = reportOf(version1(held("1", "", position("1", "-5"))));
@@ -85,10 +85,9 @@ TEST_CASE("a report draws the income of each month, with what was reinvested") {
     for (const MarkupElement& element : page.all("title")) titles.push_back(element.text);
     CHECK(std::ranges::count(titles, "Income of Investment account \u2022\u2022 1122 by month") == 1);
     CHECK(std::ranges::count(titles, "Feb 2024: 5.00") == 1);
-    CHECK(contains(page.texts("desc").at(0), "Most came in in Feb 2024: 5.00 USD."));
+    CHECK(contains(page.texts("desc").at(0), "The most came in during Feb 2024: 5.00 USD."));
     CHECK(page.texts("p", "note") ==
-          std::vector<std::string>{"No holdings.",
-                                   "Income without an amount in USD, which is not counted: 1."});
+          std::vector<std::string>{"No holdings.", "Income in USD without an amount, not counted: 1."});
 }
 
 TEST_CASE("transactions of investment accounts stand in the table of all") {

@@ -13,7 +13,7 @@ TEST_CASE("an investment account is shown with balances, holdings and transactio
                              "\n2024-01-10  Bought stock      Alder Railways      2      3  -7.00\n",
                              "\n2024-01-05  Bank transaction  Payroll                       50.00  Salary\n",
                              "\nTotal             2 transactions: in 50.00, out -7.00, sum 43.00 USD\n",
-                             "\nSecurities that no holding or transaction names\n", "\nNobody Holds  NBDY"}) {
+                             "\nSecurities that no holding or transaction uses\n", "\nNobody Holds  NBDY"}) {
         CAPTURE(line);
         CAPTURE(output);
         CHECK(contains(output, line));
@@ -28,9 +28,9 @@ TEST_CASE("the filter chooses what is shown of an investment account") {
     CHECK(contains(found, "Harbour, Lines"));
     CHECK_FALSE(contains(found, "Alder"));
     CHECK(contains(found, "No transactions."));
-    CHECK(contains(outputOf({"show", "--search", "salary"}, sample()), "No holdings that were asked for."));
+    CHECK(contains(outputOf({"show", "--search", "salary"}, sample()), "No holdings match the filter."));
     const std::string other = outputOf({"show", "--account", "5678"}, sample());
-    CHECK(contains(other, "No statement is of an account that was asked for."));
+    CHECK(contains(other, "No statement matches the accounts asked for."));
     CHECK_FALSE(contains(other, "Investment account"));
 }
 

@@ -156,7 +156,7 @@ TEST_CASE("a folder that may not be written, and a file that is protected, stay 
         std::string name, error;
         unsigned folderMode;
     };
-    const std::string inFolder = "no file can be made in its folder: Permission denied\n";
+    const std::string inFolder = "cannot create a file in its folder: Permission denied\n";
     for (const Row& row : std::vector<Row>{{"old.csv", "old.csv: " + inFolder, 0555},
                                            {"new.csv", "new.csv: " + inFolder, 0555},
                                            {"protected.csv", "protected.csv: Permission denied\n", 0777}}) {

@@ -51,8 +51,8 @@ TEST_CASE("a file that begins like an OFX document is replaced with --force only
         CHECK(refused.status == 2);
         CHECK(refused.output == "");
         CHECK(refused.error ==
-              "--output: july may be an OFX document, which would be lost; give --output another name, or "
-              "replace the document with --force\nRun with --help for more information.\n");
+              "--output: july may be an OFX document, which would be lost; choose another name, or replace "
+              "the document with --force\nRun with --help for more information.\n");
         CHECK(folder.read("july") == bytes);
         CHECK(toolIn(folder, {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
         CHECK(contains(folder.read("july"), "Shop"));
@@ -201,7 +201,7 @@ TEST_CASE("an input is never the output under another name, but where a repair i
                 CAPTURE(line);
                 const Finished finished = shell(folder, line);
                 CHECK(finished.status == 2);
-                CHECK(contains(finished.error, "is also a file to be read; give --output another name"));
+                CHECK(contains(finished.error, "is also an input file; choose another name"));
                 CHECK(contains(finished.error, "--force") == (command == "repair"));
                 CHECK(folder.read("a.ofx") == kDocument);
             }

@@ -38,7 +38,7 @@ std::string patched(const std::string& text, const std::string& diff) {
 
 }  // namespace
 
-TEST_CASE("repair writes the document put right and lists the changes with their places") {
+TEST_CASE("repair writes the repaired document and lists the changes with their places") {
     const Finished finished = tool({"repair", "-"}, kBroken);
     CHECK(finished.status == 0);
     CHECK(finished.output == kFixed);
@@ -46,7 +46,7 @@ TEST_CASE("repair writes the document put right and lists the changes with their
         finished.error,
         "-:6:8: Repaired in 3 places.\n"
         "-:8:1: wrong close tag: \"</STATU>\" becomes \"</STATUS>\"; <STATUS> is the element that ends here\n"
-        "-:7:10: empty leaf without close tag: put in \"</MESSAGE>\"; <MESSAGE> has neither a text "
+        "-:7:10: empty leaf without close tag: inserted \"</MESSAGE>\"; <MESSAGE> has neither a text "
         "nor a close tag\n"
         "-:6:8: comment: dropped \"<!-- y -->\"\n"));
 }
@@ -62,7 +62,7 @@ TEST_CASE("repair puts changes that are alike into one line, those that matter m
     CHECK(
         lines[1].ends_with(": 2 close tags inserted, the first \"</STMTTRN>\"; <STMTTRN> is not allowed in "
                            "<STMTTRN>, so the first ends before it"));
-    CHECK(lines[2].find(": close tag missing: put in \"</STMTTRN>\"; ") != std::string::npos);
+    CHECK(lines[2].find(": close tag missing: inserted \"</STMTTRN>\"; ") != std::string::npos);
     CHECK(lines[3].ends_with(": 3 comments dropped, the first \"<!-- 1 -->\""));
     const Finished single = tool({"repair", "--all", "-"}, document);
     CHECK(single.output == grouped.output);
@@ -81,7 +81,7 @@ TEST_CASE("what repair moves is one change, and a secret in it is not shown at i
         CHECK(contains(finished.output, moved + "</BANKTRANLIST>"));
         CHECK_FALSE(contains(finished.error, "Sesame"));
         CHECK(contains(finished.error,
-                       ": in a secret, which is not shown; <STMTTRN> is not allowed in <STMTRS>"));
+                       ": hidden, since it contains a secret; <STMTTRN> is not allowed in <STMTRS>"));
         CHECK(contains(finished.error, "1 part of the document moved: ") == (option == "--quiet"));
     }
 }
@@ -104,12 +104,12 @@ TEST_CASE("a document in lower case is read, and said to be empty with --as-is")
 
 TEST_CASE("tags in lower case are one line") {
     const std::string document = "OFXHEADER:100\n\n<ofx>\n<name >x</name>\n<memo>\n</ofx>\n";
-    CHECK(
-        tool({"repair", "-"}, document)
-            .error.ends_with("-:3:1: Repaired in 6 places.\n"
-                             "-:5:7: empty leaf without close tag: put in \"</MEMO>\"; <MEMO> has neither a "
-                             "text nor a close tag\n"
-                             "-:3:1: 5 tags in lower case changed to capitals, the first \"<ofx>\"\n"));
+    CHECK(tool({"repair", "-"}, document)
+              .error.ends_with(
+                  "-:3:1: Repaired in 6 places.\n"
+                  "-:5:7: empty leaf without close tag: inserted \"</MEMO>\"; <MEMO> has neither a "
+                  "text nor a close tag\n"
+                  "-:3:1: 5 tags in lower case changed to capitals, the first \"<ofx>\"\n"));
     CHECK(tool({"repair", "--diff", "-"}, document).error.find("\n+</OFX>\n") != std::string::npos);
 }
 

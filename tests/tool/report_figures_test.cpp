@@ -127,8 +127,7 @@ TEST_CASE("of several ledger balances the last one counts, and the others are ch
     const auto notes = withGap.texts("li");
     REQUIRE(notes.size() == 2);
     CHECK(notes.at(0).starts_with(
-        "The balance stated for 2024-03-31 is 130.00 EUR, but the transactions after it lead "
-        "back to 204.00"));
+        "The balance stated for 2024-03-31 is 130.00 EUR, but the transactions after it imply 204.00"));
     CHECK(contains(notes.at(1), "2024-04-30 is 125.00 EUR"));
 }
 
@@ -312,6 +311,6 @@ TEST_CASE("an amount in another currency counts at its rate, and is on the page 
     CHECK(factsOf(page).at("Out") == "\u22128.00");
     CHECK(balanceOf(page).starts_with("From 108.00 USD on 2023-12-31 to 100.00 USD"));
     const auto notes = page.texts("li");
-    CHECK(std::ranges::count(notes, "1 transaction is in another currency without a rate and not counted.") ==
-          1);
+    CHECK(std::ranges::count(
+              notes, "1 transaction is in another currency without an exchange rate; not counted.") == 1);
 }

@@ -272,7 +272,8 @@ TEST_CASE("drawings and tables can be understood without being seen") {
                    page.elements().at(element.parent).name == "svg"));
     }
     CHECK(page.texts("desc").at(0) ==
-          "From Jan 2024 to Feb 2024. Most came in in Jan 2024: 1.00 USD. Most went out in Feb 2024: "
+          "From Jan 2024 to Feb 2024. The most came in during Jan 2024: 1.00 USD. The most went out during "
+          "Feb 2024: "
           "\u22122.00 USD.");
 }
 

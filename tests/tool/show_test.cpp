@@ -241,7 +241,7 @@ TEST_CASE("responses that are not shown are counted, and their errors are shown"
         version1("<BANKMSGSRSV1><INTRATRNRS><TRNUID>1</INTRATRNRS><INTRATRNRS><TRNUID>2<STATUS><CODE>2000"
                  "<SEVERITY>ERROR</STATUS></INTRATRNRS></BANKMSGSRSV1>"));
     CHECK(output ==
-          "Other responses, which are not shown\n"
+          "Other responses (not shown)\n"
           "INTRARS           2\n"
           "INTRARS           2000 [ERROR]\n");
 }

@@ -59,7 +59,7 @@ std::string checkDay(const std::string& text) {
 std::string checkAccount(const std::string& text) { return text.empty() ? "the number is empty" : ""; }
 
 std::string checkSearch(const std::string& text) {
-    return wordsOf(text).empty() ? "there is no word to look for" : "";
+    return wordsOf(text).empty() ? "the search text is empty" : "";
 }
 
 }  // namespace
@@ -74,7 +74,7 @@ void declareFilter(CLI::App& command, FilterTexts& texts) {
         ->check(CLI::Validator(checkDay, ""));
     add("--until", texts.until, "Only what was posted on this day or before", "DATE")
         ->check(CLI::Validator(checkDay, ""));
-    add("--account", texts.accounts, "Only accounts with this number, or whose number ends so", "ID")
+    add("--account", texts.accounts, "Only accounts whose number is or ends with this", "ID")
         ->allow_extra_args(false)
         ->check(CLI::Validator(checkAccount, ""));
     add("--search", texts.search, "Only transactions in which all words of this text occur", "TEXT")

@@ -20,15 +20,13 @@ constexpr const char* kExamples =
     "  brackwell csv --output year.csv *.ofx\n"
     "  curl -s https://bank.example/statement | brackwell json -\n"
     "  brackwell request accounts --version 211 --since 20240101\n\n"
-    "A file for --output is written under another name and renamed when it is whole: after an error, or "
-    "when\n"
-    "no document could be read, what was there before stays. Where some could be read, the output has "
-    "those.\n"
-    "It is readable by its owner only. An OFX document is replaced with --force only.\n\n"
+    "A file for --output is written under another name and renamed when it is complete: after an error,\n"
+    "or when no document could be read, the old file stays. When some could be read, the output has those.\n"
+    "Only its owner can read it. An OFX document is replaced only with --force.\n\n"
     "Exit status: 0 when every file was read, 1 when one could not be read or something could not be\n"
     "written, 2 for wrong usage, 3 when --strict is given and there is a finding: something that the\n"
-    "files hold and that is not delivered, or not surely. Findings go to standard error.\n"
-    "\"brackwell COMMAND --help\" tells the options of a command.\n";
+    "files hold but the output lacks, or may have wrong. Findings go to standard error.\n"
+    "\"brackwell COMMAND --help\" lists the options of a command.\n";
 
 /// The texts of the options, before they are understood.
 struct Texts {
@@ -74,8 +72,8 @@ void declareOutput(CLI::App& sub, Options& options) {
 
 /// What every command takes that reads files, and so has findings.
 void declareFindings(CLI::App& sub, Options& options) {
-    sub.add_flag("-q,--quiet", options.isQuiet, "Say nothing of what is not delivered, or not surely");
-    sub.add_flag("--strict", options.isStrict, "End with status 3 when there is anything to say");
+    sub.add_flag("-q,--quiet", options.isQuiet, "Do not print findings");
+    sub.add_flag("--strict", options.isStrict, "Exit with status 3 when there is a finding");
 }
 
 /// The same, and so can choose its encoding.
@@ -83,7 +81,7 @@ void declareFiles(CLI::App& sub, const Command& command, Options& options, Texts
     auto* files = sub.add_option("FILE", options.files, "A document; - is standard input")->required();
     files->type_name("");
     files->expected(1, command.has(kSeveralFiles) ? CLI::detail::expected_max_vector_size : 1);
-    sub.add_option("--encoding", texts.encoding, "The text encoding, instead of finding it out")
+    sub.add_option("--encoding", texts.encoding, "The text encoding; detected when not given")
         ->type_name("NAME")
         ->check(CLI::Validator(checkEncoding, ""));
 }
@@ -100,8 +98,7 @@ void declareReading(CLI::App& sub, Texts& texts) {
     sub.add_option("--grouping-separator", texts.groupingSeparator, "The mark between thousands in amounts")
         ->type_name("CHAR")
         ->check(CLI::Validator(checkCharacter, ""));
-    sub.add_flag("--as-is", texts.isAsIs,
-                 "Neither repair a document nor read amounts and dates as it writes them");
+    sub.add_flag("--as-is", texts.isAsIs, "No repair, and amounts and dates only in the prescribed formats");
 }
 
 void declareCommand(CLI::App& app, const Command& command, Options& options, Texts& texts) {

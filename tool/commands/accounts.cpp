@@ -154,13 +154,12 @@ bool runAccounts(Run& run) {
 }
 
 constexpr const char* kHelp =
-    "An account that stands in several files is one row: with its latest balance, the number of\n"
-    "its transactions without those that an earlier statement had already, and the days that\n"
-    "its statements cover. Accounts are the same when number and currency are, and nothing else\n"
-    "that both name differs. The balance of an investment account is what its positions are worth and\n"
-    "the available cash, without margin: what was borrowed has to be subtracted. Where a position has\n"
-    "no value there is none, and a line says so. The accounts of account lists follow in a table of\n"
-    "their own.\n\n"
+    "An account that occurs in several files is one row: with its latest balance, the number of its\n"
+    "transactions (each counted once) and the days that its statements cover. Accounts are the same when\n"
+    "number and currency are, and nothing else that both have differs. The balance of an investment\n"
+    "account is the value of its positions plus the available cash, without margin: what was borrowed has\n"
+    "to be subtracted. When a position has no value there is no balance, and a line says so. The accounts\n"
+    "of account lists follow in a table of their own.\n\n"
     "Examples:\n"
     "  brackwell accounts *.ofx\n"
     "  brackwell accounts --full july.ofx august.ofx\n";

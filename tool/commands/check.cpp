@@ -22,7 +22,7 @@ constexpr const char* kHelp =
 
 constexpr Command commands::kCheck({
     .name = "check",
-    .summary = "What the documents hold and is not delivered, or not surely",
+    .summary = "What the documents hold but the output lacks, or may have wrong",
     .traits = kSeveralFiles | kReading,
     .help = kHelp,
     .run = runCheck,

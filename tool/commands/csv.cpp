@@ -92,10 +92,9 @@ std::size_t writeStatement(Run& run, const std::string& file,
 
 void sayForeign(Run& run, const InputFile& input, std::size_t foreign) {
     if (foreign == 0) return;
-    sayNotInTable(
-        run, input,
-        std::to_string(foreign) + (foreign == 1 ? " amount is" : " amounts are") +
-            " in another currency than the account, which this table does not say; --currencies does.");
+    sayNotInTable(run, input,
+                  std::to_string(foreign) + (foreign == 1 ? " amount is" : " amounts are") +
+                      " in a currency other than the account's; add --currencies to see which.");
 }
 
 bool runCsv(Run& run) {
@@ -132,12 +131,12 @@ void declareOptions(CLI::App& command, Options& options) {
 }
 
 constexpr const char* kHelp =
-    "--kind bank has the transactions of bank and card statements, investments those of\n"
-    "investment statements, also the bank transactions in them, positions what is held, and\n"
-    "securities what the files say of securities. Names and tickers come from the securities\n"
-    "of the same document, else of all files. What a file has of another kind than the bank's\n"
-    "is counted on standard error when it is not asked for, and so are amounts in another currency\n"
-    "than the account's, unless --currencies is given.\n"
+    "--kind bank writes the transactions of bank and card statements; investments those of investment\n"
+    "statements, including the bank transactions in them; positions the holdings; and securities the\n"
+    "descriptions of securities. Names and tickers come from the securities of the same document, or\n"
+    "else of all files. The default table is followed by a message on standard error that counts what\n"
+    "the files have of other kinds, and amounts in a currency other than the account's unless\n"
+    "--currencies is given.\n"
     "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
     "Examples:\n"
     "  brackwell csv *.ofx --output year.csv\n"

@@ -145,16 +145,16 @@ bool runDuplicates(Run& run) {
     const SecurityList securities(history.investments().securities());
     for (const InvestmentAccount& account : history.investments().accounts())
         isAny = showRepeats(page, account, "Investment account", account.number, isFull, securities) || isAny;
-    if (!isAny) page.paragraph("No transaction stands in two statements.");
+    if (!isAny) page.paragraph("No transaction occurs in two statements.");
     return allRead;
 }
 
 constexpr const char* kHelp =
     "Statements of the same account are compared, also those of one file. Two transactions are the\n"
-    "same when the amount is, no field differs that both have, and the identifier of the\n"
-    "institution (FITID) is the same, or the date posted where one has none. Equal transactions\n"
-    "of one statement are different ones. One is compared with 64 others of the same date and\n"
-    "amount at most. The status does not say whether any was found.\n\n"
+    "same when their amounts are equal, no field that both have differs, and their identifiers (FITID)\n"
+    "are equal, or their dates posted where one has no identifier. Equal transactions of one statement\n"
+    "are different ones. Each is compared with at most 64 others of the same date and amount. The exit\n"
+    "status does not say whether any was found.\n\n"
     "Examples:\n"
     "  brackwell duplicates july.ofx august.ofx\n"
     "  brackwell duplicates --full *.ofx\n";
@@ -163,7 +163,7 @@ constexpr const char* kHelp =
 
 constexpr Command commands::kDuplicates({
     .name = "duplicates",
-    .summary = "Transactions that stand in more than one statement",
+    .summary = "Transactions that occur in more than one statement",
     .traits = kSeveralFiles | kReading | kNumbers | kOutput,
     .help = kHelp,
     .run = runDuplicates,

@@ -47,7 +47,7 @@ public:
                 sayOne(first);
             else
                 sayAt(first, group.text + (group.text.starts_with("1 ") ? ": " : ", the first ") +
-                                 (isSecret(first) ? "in a secret, which is not shown"
+                                 (isSecret(first) ? "hidden, since it contains a secret"
                                                   : quotation(first.was.empty() ? first.now : first.was)));
         }
     }
@@ -64,9 +64,9 @@ private:
     void sayOne(const RepairChange& change) const {
         std::string what(describe(change.kind));
         if (isSecret(change))
-            what += ": in a secret, which is not shown";
+            what += ": hidden, since it contains a secret";
         else if (change.was.empty())
-            what += ": put in " + quotation(change.now);
+            what += ": inserted " + quotation(change.now);
         else if (change.now.empty())
             what += ": dropped " + quotation(change.was);
         else
@@ -132,13 +132,12 @@ void declareOptions(CLI::App& command, Options& options) {
 }
 
 constexpr const char* kHelp =
-    "Puts missing, misspelt and crossed tags right, and elements where they belong; closes empty leaves,\n"
-    "drops comments and unwraps character data; puts tags in lower case into capitals. Values stay as they\n"
-    "are. What was changed is listed on standard error, what matters most first: with the line and column,\n"
-    "why, and of changes that are alike the first with their number. A document that is read whole is\n"
-    "copied as it is. The list does not show passwords, keys and cookies; the diff has the lines as they\n"
-    "are.\n"
-    "With --force the output may also take the place of FILE itself.\n\n"
+    "Repairs missing, misspelt and crossed tags, and moves elements to where they belong; closes empty\n"
+    "leaves, drops comments, unwraps CDATA sections, and changes tags in lower case to capitals. Values are\n"
+    "not changed. The changes are listed on standard error, the most important first, with line, column and\n"
+    "reason; of similar changes, the first with their number. A document that needs no repair is copied\n"
+    "unchanged. The list does not show passwords, keys and cookies; the diff has the lines unchanged.\n"
+    "With --force the output may also replace FILE itself.\n\n"
     "Examples:\n"
     "  brackwell repair july.ofx --output july-fixed.ofx\n"
     "  brackwell repair july.ofx --output july.ofx --force\n"
@@ -148,7 +147,7 @@ constexpr const char* kHelp =
 
 constexpr Command commands::kRepair({
     .name = "repair",
-    .summary = "A document with its close tags put right",
+    .summary = "The repaired document",
     .traits = kOneFile | kOutput | kMayReplaceItsFile,
     .help = kHelp,
     .run = runRepair,

@@ -30,8 +30,8 @@ bool runReport(Run& run) {
 }
 
 constexpr const char* kHelp =
-    "The page stands alone: it loads nothing, and can be kept, sent or printed. An account that\n"
-    "stands in several files is shown once, and so are its transactions. Account numbers are\n"
+    "The page is self-contained: it loads nothing, and can be kept, sent or printed. An account that\n"
+    "occurs in several files is shown once, and so are its transactions. Account numbers are\n"
     "masked but for their last four characters, unless --full is given. Without --sort the newest\n"
     "transactions come first.\n\n"
     "Examples:\n"

@@ -64,7 +64,7 @@ void showOthers(TextPage& page, const TvOFXResponseList& responses) {
         ++kinds[place->second].second;
     }
     if (kinds.empty()) return;
-    page.heading("Other responses, which are not shown");
+    page.heading("Other responses (not shown)");
     for (const auto& [name, count] : kinds) page.fact(name, std::to_string(count));
     for (const auto& response : responses)
         if (isOther(*response) && isTrouble(response->status().get()))
@@ -123,7 +123,7 @@ void showDocument(TextPage& page, const OpenedDocument& document, const Security
     showAllInvestments(page, document, others, options);
     if (hidesAllStatements(document, options.filter)) {
         page.emptyLine();
-        page.paragraph("No statement is of an account that was asked for.");
+        page.paragraph("No statement matches the accounts asked for.");
     }
     showOthers(page, responses);
 }

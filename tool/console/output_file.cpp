@@ -83,7 +83,7 @@ void OutputFile::openBeside(const std::string& path) {
         removeWhenInterrupted(temporary_);
     } else {
         const bool isForbidden = errno == EACCES || errno == EPERM || errno == EROFS;
-        failed(isForbidden ? "no file can be made in its folder: " : "");
+        failed(isForbidden ? "cannot create a file in its folder: " : "");
     }
 }
 

@@ -92,16 +92,15 @@ std::string objectionTo(const std::string& name, const std::vector<std::string>&
     if (name == kStandardOutput) return {};
     const bool isInput =
         std::ranges::any_of(inputs, [&name](const std::string& input) { return isSameFile(input, name); });
-    if (isInput && !rules.mayReplaceInput) return "is also a file to be read; give --output another name";
+    if (isInput && !rules.mayReplaceInput) return "is also an input file; choose another name";
     if (rules.replacesDocuments) return {};
-    if (isInput)
-        return "is also a file to be read; give --output another name, or replace the document with --force";
+    if (isInput) return "is also an input file; choose another name, or replace the document with --force";
     const OutputTarget target = outputTarget(name);
     if (target.kind != Kind::file) return {};
     const bool isNamedLikeOne = hasNameOfDocument(name) || hasNameOfDocument(target.path);
     if (!isNamedLikeOne && !mayBeDocument(target.path)) return {};
     return std::string(isNamedLikeOne ? "has the name of an OFX document" : "may be an OFX document") +
-           ", which would be lost; give --output another name, or replace the document with --force";
+           ", which would be lost; choose another name, or replace the document with --force";
 }
 
 }  // namespace tool

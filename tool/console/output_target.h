@@ -36,10 +36,10 @@ inline constexpr std::string_view kStandardOutput = "-";
 /// What an output may take the place of besides files of no interest.
 struct OutputRules {
     bool replacesDocuments = false;  ///< OFX documents, since the user says so
-    bool mayReplaceInput = false;    ///< then also its own input: what is written is that document, put right
+    bool mayReplaceInput = false;    ///< then also its own input: the output is that document, repaired
 };
 
-/// What is wrong with this name for an output, and what to do instead ("is also a file to be read; ..."); ""
+/// What is wrong with this name for an output, and what to do instead ("is also an input file; ..."); ""
 /// when nothing is. Whether it can be written at all is another question.
 std::string objectionTo(const std::string& name, const std::vector<std::string>& inputs,
                         const OutputRules& rules);

@@ -96,8 +96,7 @@ std::string sentenceOf(const std::vector<LeftOut>& leftOut) {
         appendToList(tables, std::string(part.table), i, leftOut.size(), " or ");
     }
     const bool isOne = leftOut.size() == 1 && leftOut.front().count == 1;
-    return things + (isOne ? " is" : " are") + " not in this table; --kind " + tables + " writes " +
-           (isOne ? "it." : "them.");
+    return things + (isOne ? " is" : " are") + " not in this table; use --kind " + tables + ".";
 }
 
 }  // namespace

@@ -21,14 +21,15 @@ std::string explainTags(const OpenError& error, std::string_view text, std::size
     const ExcerptSource source{text, brackwell::secretsInOFXText(text), width};
     std::string lines;
     if (error.openedAt)
-        lines += "  The innermost open element begins in " + shownPlace(text, *error.openedAt) + ":\n" +
+        lines += "  The innermost open element starts at " + shownPlace(text, *error.openedAt) + ":\n" +
                  excerpt(source, *error.openedAt, 0, 0);
-    lines += "  The close tag stands in " + shownPlace(text, error.offset) + ":\n";
+    lines += "  The close tag is at " + shownPlace(text, error.offset) + ":\n";
     return lines + excerpt(source, error.offset, 2, 1);
 }
 
 std::string remedyFor(const OpenError& error) {
-    if (error.isRepairable) return "Without --as-is it is repaired; \"brackwell repair\" lists the changes.";
+    if (error.isRepairable)
+        return "Without --as-is the file is repaired; \"brackwell repair\" lists the changes.";
     constexpr std::string_view encodings = "These encodings can read it: ";
     if (error.remedy.starts_with(encodings))
         return "--encoding NAME reads it with one of these names: " + error.remedy.substr(encodings.size());

@@ -93,13 +93,13 @@ void writeGaps(HtmlWriter& html, const AccountFigures& figures) {
     html.write("<ul class=\"notes\">\n");
     for (std::size_t i = 0; i < std::min(gaps.size(), kMostGaps); ++i)
         html.write(
-            "<li>The balance stated for {} is {}, but the transactions after it lead back to {}: "
-            "some are missing or stand there twice.</li>\n",
+            "<li>The balance stated for {} is {}, but the transactions after it imply {}: some are missing "
+            "or appear twice.</li>\n",
             dayText(gaps[i].stated.date),
             withCurrency(amountText(gaps[i].stated.amount), figures.history->currency),
             amountText(gaps[i].computed));
     if (gaps.size() > kMostGaps)
-        html.write("<li>So it is with {} more balances.</li>\n", gaps.size() - kMostGaps);
+        html.write("<li>{} more balances do not match either.</li>\n", gaps.size() - kMostGaps);
     html.write("</ul>\n");
 }
 
@@ -141,10 +141,10 @@ void writeCurrency(HtmlWriter& html, const CurrencyFigures& figures, std::size_t
     const bool hasInvestments = !figures.investments.empty();
     html.write(
         "<section class=\"account\" aria-labelledby=\"currency-title-{}\">\n<header><div>"
-        "<h2 id=\"currency-title-{}\">All accounts in <bdi>{}</bdi></h2><p>{} accounts; what moves "
-        "between them counts as out of one and into the other{}</p></div>",
+        "<h2 id=\"currency-title-{}\">All accounts in <bdi>{}</bdi></h2><p>{} accounts; a transfer between "
+        "them counts as money out of one and into the other{}</p></div>",
         number, number, figures.currency, figures.count(),
-        hasInvestments ? "; what buys or sells securities counts as neither" : "");
+        hasInvestments ? "; purchases and sales of securities count as neither" : "");
     if (figures.balance)
         html.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>{}</p>",
                    amountText(*figures.balance), figures.currency,

@@ -156,12 +156,12 @@ void describe(HtmlWriter& html, const std::vector<Bar>& bars, const Unit& unit, 
     const auto greatest = [&](auto value) { return std::ranges::max_element(bars, {}, value); };
     const auto in = greatest([&](const Bar& bar) { return drawing.range(bar.flow).high; });
     const auto out = greatest([&](const Bar& bar) { return -drawing.range(bar.flow).low; });
-    html.write("<desc id=\"{}-text\">From {} to {}. Most came in in {}: {}.", id,
+    html.write("<desc id=\"{}-text\">From {} to {}. The most came in during {}: {}.", id,
                barName(bars.front().number, unit), barName(bars.back().number, unit),
                barName(in->number, unit),
                withCurrency(amountText(drawing.hasOut ? in->flow.in : in->flow.net()), currency));
     if (drawing.hasOut)
-        html.write(" Most went out in {}: {}.", barName(out->number, unit),
+        html.write(" The most went out during {}: {}.", barName(out->number, unit),
                    withCurrency(amountText(out->flow.out), currency));
     html.write("</desc>");
 }

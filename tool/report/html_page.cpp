@@ -111,13 +111,15 @@ void writeNotes(HtmlWriter& html, const Report& report) {
         html.write("<li>{} in more than one statement and counted once.</li>\n",
                    counted(report.repeats, "transaction was", "transactions were"));
     if (withoutDate > 0)
-        html.write("<li>{} no date: at the end of the table, in the sums, but not in the plots.</li>\n",
-                   counted(withoutDate, "transaction has", "transactions have"));
+        html.write(
+            "<li>{} no date: listed at the end of the table and included in the sums, but not in the "
+            "plots.</li>\n",
+            counted(withoutDate, "transaction has", "transactions have"));
     if (withoutAmount > 0)
-        html.write("<li>{} no amount and counted as nothing.</li>\n",
+        html.write("<li>{} no amount; counted as zero.</li>\n",
                    counted(withoutAmount, "transaction has", "transactions have"));
     if (foreign > 0)
-        html.write("<li>{} in another currency without a rate and not counted.</li>\n",
+        html.write("<li>{} in another currency without an exchange rate; not counted.</li>\n",
                    counted(foreign, "transaction is", "transactions are"));
     html.write("</ul>\n");
 }

@@ -48,7 +48,7 @@ void writeHead(HtmlWriter& html, const InvestmentFigures& figures, std::size_t p
                    amountText(*figures.worth), figures.account->currency, marginText(figures.latest),
                    dayText(figures.latest.asOf()));
     else
-        html.write("<p class=\"balance\">What it is worth is not stated: {}</p>", whyNoWorth(figures.latest));
+        html.write("<p class=\"balance\">The value is not known: {}</p>", whyNoWorth(figures.latest));
     html.write("</header>\n");
 }
 
@@ -228,9 +228,9 @@ void writeIncomeMonths(HtmlWriter& html, const InvestmentFigures& figures) {
 void writeNotes(HtmlWriter& html, const InvestmentFigures& figures) {
     const bool isAny = !figures.latest.positions().isEmpty();
     if (figures.holdings.empty())
-        html.write("<p class=\"note\">{}</p>\n", isAny ? "No holdings that were asked for." : "No holdings.");
+        html.write("<p class=\"note\">{}</p>\n", isAny ? "No holdings match the filter." : "No holdings.");
     if (figures.income.unknown > 0)
-        html.write("<p class=\"note\">Income without an amount in {}, which is not counted: {}.</p>\n",
+        html.write("<p class=\"note\">Income in {} without an amount, not counted: {}.</p>\n",
                    figures.account->currency.empty() ? "the account's currency" : figures.account->currency,
                    figures.income.unknown);
 }
@@ -252,8 +252,7 @@ void writeOtherSecurities(HtmlWriter& html, const Report& report) {
     if (report.otherSecurities.empty()) return;
     html.write(
         "<section aria-labelledby=\"securities-title\">\n<h2 id=\"securities-title\">Securities that no "
-        "holding "
-        "or transaction names</h2>\n<div class=\"scroll\"><table class=\"securities\">\n<thead><tr>"
+        "holding or transaction uses</h2>\n<div class=\"scroll\"><table class=\"securities\">\n<thead><tr>"
         "<th scope=\"col\">Security</th><th scope=\"col\">Kind</th><th scope=\"col\" "
         "class=\"amount\">Price</th>"
         "<th scope=\"col\" class=\"amount\">As of</th></tr></thead>\n<tbody>\n");

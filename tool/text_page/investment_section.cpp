@@ -110,7 +110,7 @@ void showHoldings(TextPage& page, const InvestmentStatement& statement, const Se
                   const Filter& filter) {
     const std::vector<Position> positions = filter.positionsOf(statement, securities);
     if (positions.empty()) {
-        if (!statement.positions().isEmpty()) page.paragraph("No holdings that were asked for.");
+        if (!statement.positions().isEmpty()) page.paragraph("No holdings match the filter.");
         return;
     }
     page.emptyLine();

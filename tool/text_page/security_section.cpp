@@ -37,7 +37,7 @@ void showOtherSecurities(TextPage& page, const OpenedDocument& document, const O
     std::vector<Security> others = options.filter.securitiesOf(document);
     std::erase_if(others, [&named](const Security& security) { return named.has(security); });
     if (others.empty()) return;
-    page.heading("Securities that no holding or transaction names");
+    page.heading("Securities that no holding or transaction uses");
     Table table({{"Security", Column::Kind::text, 8, 8},
                  {"Ticker", Column::Kind::text, 5, 5},
                  {"Price", Column::Kind::amount, 0, 9},
