@@ -239,8 +239,7 @@ TEST_CASE("an account without a number is none") {
     check(
         {"no number", text, FindingKind::noAccount, kWarning, 6,
          "1 statement does not say which account it is for: <BANKACCTFROM>, <CCACCTFROM> or <INVACCTFROM> is "
-         "missing, "
-         "or has no <ACCTID>."});
+         "missing or has no <ACCTID>."});
 }
 
 TEST_CASE("records of investments are compared by identifier and read from every list") {
