@@ -76,7 +76,7 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
              {"<OFX><STMTTRN><NAME>x</STMTRN></OFX>", "<STMTTRN>", "line 1, column 6", "</STMTRN>", "1:22",
               "The close tag is misspelt, or belongs to another element than <STMTTRN>."},
              {"<OFX><!-- x -->\n<A>1</OFX>", "<!-- x -->", "line 1, column 6", "</OFX>", "2:5",
-              "A comment, which is no part of OFX"},
+              "A comment, which is not part of OFX"},
              {"<OFX><!DOCTYPE x>\n<A>1</OFX>", "<!DOCTYPE x>", "line 1, column 6", "</OFX>", "2:5",
               "An instruction or declaration"},
              {"<OFX><A x=\"1\"><B>1</B></A></OFX>", "<A x=\"1\">", "line 1, column 6", "</A>", "1:23",
@@ -85,8 +85,7 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
               "</a>", "3:23", "A tag has blanks or attributes in it"},
              {"OFXHEADER:100\n\n<ofx><name\n<b>1</b></ofx>", "<ofx>", "line 3, column 1", "</b>", "4:5",
               "A tag has no \">\" at its end."},
-             {"<OFX><A/><C>1</C></OFX>", "<A/>", "line 1, column 6", "</OFX>", "1:18",
-              "A tag that closes itself"},
+             {"<OFX><A/><C>1</C></OFX>", "<A/>", "line 1, column 6", "</OFX>", "1:18", "A self-closing tag"},
              {"<OFX><NAME>\n<![CDATA[x]]></NAME></OFX>", "<![CDATA[x]]>", "line 2, column 1", "</NAME>",
               "2:14", "A CDATA section"},
              {"<OFX>\r\n<A>1\r<STATUS>\n\n<B>2\n</OFX>", "<STATUS>", "line 3, column 1", "</OFX>", "6:1",
@@ -104,7 +103,7 @@ TEST_CASE("the places of both tags and the likely cause are found in all kinds o
         CHECK(contains(error, " missing for ") == !row.open.empty());
         CHECK(contains(error, "  The innermost open element ") == !row.open.empty());
         if (!row.open.empty()) CHECK(contains(error, " missing for " + row.open + ".\n"));
-        if (!row.open.empty()) CHECK(contains(error, " element begins in " + row.openPlace + ":\n"));
+        if (!row.open.empty()) CHECK(contains(error, " element starts at " + row.openPlace + ":\n"));
         CHECK(contains(error, "  Likely cause: " + row.cause));
         CHECK(error.ends_with(kRemedy));
         CHECK(contains(error, " | "));

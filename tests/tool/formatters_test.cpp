@@ -129,7 +129,12 @@ TEST_CASE("amounts and dates that are read in the format of their document are r
              {{"01-31-2024", "1"}, "doubtfulValue", "note", 1, "01-31-2024", " is read as 2024-01-31"},
              {{"20240101", "1,234,56"}, "doubtfulValue", "warning", 1, "1,234,56", " is read as 123456"},
              {{"someday", "1", "soon", "1"}, "unreadableValue", "warning", 2, "someday", " left out"},
-             {{"01/02/2024", "1"}, "unreadableValue", "warning", 1, "01/02/2024", " which; it is left out"},
+             {{"01/02/2024", "1"},
+              "unreadableValue",
+              "warning",
+              1,
+              "01/02/2024",
+              " which, so it is left out"},
              {{"2024/12/31 noon", "1"}, "unreadableValue", "warning", 1, "2024/12/31 noon", " left out"},
          })
         checkTold({}, row);
@@ -151,10 +156,14 @@ TEST_CASE("a person is told of values that the options read otherwise than they 
                "warning",
                1,
                "-12.50",
-               " as -1250, not as -12.5"});
-    checkTold(
-        {"--date-format", "ddMMyyyy"},
-        {{"20120102", "1"}, "doubtfulValue", "warning", 1, "20120102", " as 0102-12-20, not as 2012-01-02"});
+               " read as -1250, not as -12.5, because of the given number format"});
+    checkTold({"--date-format", "ddMMyyyy"},
+              {{"20120102", "1"},
+               "doubtfulValue",
+               "warning",
+               1,
+               "20120102",
+               " read as 0102-12-20, not as 2012-01-02, because of the given date format"});
     CHECK(findingsOf({"--decimal-separator", "."}, {"20240101", "-12.50"}).empty());
     CHECK(findingsOf({"--decimal-separator", ","}, {"20240101", "-1.234,50"}).empty());
     CHECK(findingsOf({"--date-format", "MM/dd/yyyy"}, {"01/02/2024", "1"}).empty());

@@ -46,15 +46,14 @@ TEST_CASE("a table of bank transactions says what of investments it does not hav
     const std::string bought = purchase("T1", "20240110", "100", "-7");
     for (const Row& row : std::vector<Row>{
              {sample(),
-              "-: 2 investment transactions, 2 positions and 3 securities are not in this table; --kind "
+              "-: 2 investment transactions, 2 positions and 3 securities are not in this table; use --kind "
               "investments, positions or securities.\n"},
              {version1(held("1234567", bought, "")),
               "-: 1 investment transaction is not in this table; use --kind investments.\n"},
              {version1(held("1234567", bought + bought, "")),
               "-: 2 investment transactions are not in this table; use --kind investments.\n"},
              {version1(held("1234567", "", position("1", "10")) + securityList(security("1", "A", "B"))),
-              "-: 1 position and 1 security are not in this table; --kind positions or securities writes "
-              "them.\n"},
+              "-: 1 position and 1 security are not in this table; use --kind positions or securities.\n"},
              {transactionsWith(transaction("20240101", "1")), ""}}) {
         CAPTURE(row.text);
         CAPTURE(tool({"csv", "-"}, row.document).error);

@@ -128,7 +128,7 @@ TEST_CASE("investment accounts are listed and summed up with the others") {
                               "+50.00", "0.00", "2"});
     CHECK(contains(page.texts("tfoot").at(0), "Sum in USD2 accounts115.50 USD+50.00\u22123.003"));
     CHECK(page.texts("p", "balance").at(0) == "115.50 USDSum of the balances and holdings");
-    CHECK(contains(page.texts("section").at(1), "what buys or sells securities counts as neither"));
+    CHECK(contains(page.texts("section").at(1), "purchases and sales of securities count as neither"));
     std::vector<std::string> addresses;
     for (const MarkupElement& link : page.all("a")) addresses.push_back(link.attribute("href"));
     CHECK(addresses == std::vector<std::string>{"#account-1", "#investment-1"});

@@ -135,11 +135,11 @@ const Complaint kComplaints[] = {
     {{"show", "--as-is", "-"}, "OFXHEADER:100\n\n<ofx><a>1</a></ofx>", "tags are in lower case"},
     {{"show", "-"}, "<OFX></B></OFX>", "Repaired in "},
     {{"show", "-"}, "OFXHEADER:100\n\n<OFX>\xE9</OFX>", "read as windows-1252"},
-    {{"repair", "-"}, "OFXHEADER:100\n\n<ofx></ofx>", " lower case put into capitals"},
-    {{"show", "-"}, transactionsWith("<STMTTRN><TRNAMT>1,50</STMTTRN>"), "not written as OFX has it"},
+    {{"repair", "-"}, "OFXHEADER:100\n\n<ofx></ofx>", " lower case changed to capitals"},
+    {{"show", "-"}, transactionsWith("<STMTTRN><TRNAMT>1,50</STMTTRN>"), "not in OFX format"},
     {{"show", "--decimal-separator", ",", "-"},
      transactionsWith("<STMTTRN><TRNAMT>1.50</STMTTRN>"),
-     "the number format that was given"},
+     "the given number format"},
     {{"show", "-"}, transactionsWith("<STMTTRN><DTPOSTED>soon</STMTTRN>"), "left out"},
 };
 
