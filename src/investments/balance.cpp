@@ -69,8 +69,8 @@ std::optional<Date> ListedBalance::asOf() const noexcept {
     return dateOf(*this, kListedBalanceFields.date("asOf"));
 }
 std::optional<TransactionCurrency> ListedBalance::currency() const {
-    static constexpr CurrencyFields fields(kListedBalanceFields);
-    return currencyOf(*this, fields);
+    static constexpr CurrencyFields kCurrencyFields(kListedBalanceFields);
+    return currencyOf(*this, kCurrencyFields);
 }
 
 }  // namespace brackwell

@@ -89,8 +89,8 @@ std::optional<bool> Position::reinvestsGains() const noexcept {
     return flagOf(*this, kPositionFields.flag("reinvestsGains"));
 }
 std::optional<TransactionCurrency> Position::currency() const {
-    static constexpr CurrencyFields fields(kPositionFields);
-    return currencyOf(*this, fields);
+    static constexpr CurrencyFields kCurrencyFields(kPositionFields);
+    return currencyOf(*this, kCurrencyFields);
 }
 
 PositionKind Position::kind() const noexcept { return static_cast<PositionKind>(recordOf(*this).kind); }

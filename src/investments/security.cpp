@@ -160,8 +160,8 @@ std::optional<Date> Security::yieldDate() const noexcept {
     return dateOf(*this, kSecurityFields.date("yieldDate"));
 }
 std::optional<TransactionCurrency> Security::currency() const {
-    static constexpr CurrencyFields fields(kSecurityFields);
-    return currencyOf(*this, fields);
+    static constexpr CurrencyFields kCurrencyFields(kSecurityFields);
+    return currencyOf(*this, kCurrencyFields);
 }
 
 SecurityKind Security::kind() const noexcept { return static_cast<SecurityKind>(recordOf(*this).kind); }

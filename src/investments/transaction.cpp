@@ -242,8 +242,8 @@ std::optional<bool> InvestmentTransaction::isPriorYearContribution() const noexc
     return flagOf(*this, kTransactionFields.flag("isPriorYearContribution"));
 }
 std::optional<TransactionCurrency> InvestmentTransaction::currency() const {
-    static constexpr CurrencyFields fields(kTransactionFields);
-    return currencyOf(*this, fields);
+    static constexpr CurrencyFields kCurrencyFields(kTransactionFields);
+    return currencyOf(*this, kCurrencyFields);
 }
 
 std::shared_ptr<TvOFXInvestmentAccount> InvestmentTransaction::transferAccount() const {

@@ -20,58 +20,58 @@ struct SignText {
 };
 
 /// The plus, and what people write for a minus: hyphens, the figure and the en dash, U+2212.
-constexpr std::array<SignText, 7> signTexts = {{{"-", true},
-                                                {"+", false},
-                                                {"\u2212", true},
-                                                {"\u2010", true},
-                                                {"\u2011", true},
-                                                {"\u2012", true},
-                                                {"\u2013", true}}};
+constexpr std::array<SignText, 7> kSignTexts = {{{"-", true},
+                                                 {"+", false},
+                                                 {"\u2212", true},
+                                                 {"\u2010", true},
+                                                 {"\u2011", true},
+                                                 {"\u2012", true},
+                                                 {"\u2013", true}}};
 
 /// Credit and debit.
-constexpr std::array<SignText, 4> sideTexts = {{{"CR", false}, {"Cr", false}, {"DR", true}, {"Dr", true}}};
+constexpr std::array<SignText, 4> kSideTexts = {{{"CR", false}, {"Cr", false}, {"DR", true}, {"Dr", true}}};
 
 /// Abbreviations of currencies; of two with the same beginning the longer one comes first.
-constexpr std::array<std::string_view, 27> currencyWords = {"kr.",
-                                                            "kr",
-                                                            "Kr.",
-                                                            "Kr",
-                                                            "KR",
-                                                            "z\u0142",
-                                                            "Z\u0141",
-                                                            "K\u010D",
-                                                            "Ft",
-                                                            "Fr.",
-                                                            "Fr",
-                                                            "SFr.",
-                                                            "SFr",
-                                                            "Rs.",
-                                                            "Rs",
-                                                            "RM",
-                                                            "Rp.",
-                                                            "Rp",
-                                                            "S/.",
-                                                            "S/",
-                                                            "\u043B\u0432.",
-                                                            "\u043B\u0432",
-                                                            "\u0440.",
-                                                            "\u0440\u0443\u0431.",
-                                                            "\u0440\u0443\u0431",
-                                                            "lei",
-                                                            "Lei"};
+constexpr std::array<std::string_view, 27> kCurrencyWords = {"kr.",
+                                                             "kr",
+                                                             "Kr.",
+                                                             "Kr",
+                                                             "KR",
+                                                             "z\u0142",
+                                                             "Z\u0141",
+                                                             "K\u010D",
+                                                             "Ft",
+                                                             "Fr.",
+                                                             "Fr",
+                                                             "SFr.",
+                                                             "SFr",
+                                                             "Rs.",
+                                                             "Rs",
+                                                             "RM",
+                                                             "Rp.",
+                                                             "Rp",
+                                                             "S/.",
+                                                             "S/",
+                                                             "\u043B\u0432.",
+                                                             "\u043B\u0432",
+                                                             "\u0440.",
+                                                             "\u0440\u0443\u0431.",
+                                                             "\u0440\u0443\u0431",
+                                                             "lei",
+                                                             "Lei"};
 
 /// The signs of currencies outside of the block U+20A0 to U+20CF, but for the dollar and the cent, which is
 /// no whole unit.
-constexpr std::array<char32_t, 10> currencySigns = {0xA3,   0xA4,   0xA5,   0x060B, 0x09F3,
-                                                    0x0E3F, 0x17DB, 0xFDFC, 0xFFE1, 0xFFE5};
+constexpr std::array<char32_t, 10> kCurrencySigns = {0xA3,   0xA4,   0xA5,   0x060B, 0x09F3,
+                                                     0x0E3F, 0x17DB, 0xFDFC, 0xFFE1, 0xFFE5};
 
-constexpr std::size_t codeLength = 3;
+constexpr std::size_t kCodeLength = 3;
 
 bool isCapital(char c) noexcept { return c >= 'A' && c <= 'Z'; }
 
 bool isCurrencySign(char32_t character) noexcept {
     return (character >= 0x20A0 && character <= 0x20CF) ||
-           std::ranges::find(currencySigns, character) != currencySigns.end();
+           std::ranges::find(kCurrencySigns, character) != kCurrencySigns.end();
 }
 
 /// The operations on a text that differ between its front and its back.
@@ -103,7 +103,7 @@ struct Back {
 template <class End>
 std::size_t capitalsAt(std::string_view rest) noexcept {
     std::size_t count = 0;
-    while (count < rest.size() && count <= codeLength && isCapital(End::at(rest, count))) ++count;
+    while (count < rest.size() && count <= kCodeLength && isCapital(End::at(rest, count))) ++count;
     return count;
 }
 
@@ -123,7 +123,7 @@ private:
     bool takeFromFront() noexcept {
         if (beginsWithDigits(rest_, 1)) return false;
         rest_ = trimWhiteSpace(rest_);
-        return takeSign<Front>(signTexts) || takeOpening() || takeCode<Front>() || takeDollarAtFront() ||
+        return takeSign<Front>(kSignTexts) || takeOpening() || takeCode<Front>() || takeDollarAtFront() ||
                takeCurrency<Front>();
     }
 
@@ -148,7 +148,7 @@ private:
     /// The dash of "5.-" and "5,-" replaces the cents and is not a sign.
     bool takeSignAtBack() noexcept {
         const Frame before = *this;
-        if (!takeSign<Back>(signTexts)) return false;
+        if (!takeSign<Back>(kSignTexts)) return false;
         const std::string_view number = trimWhiteSpace(rest_);
         if (!number.ends_with('.') && !number.ends_with(',')) return true;
         *this = before;
@@ -158,7 +158,7 @@ private:
     /// "CR" and "DR" count as whole words only: IDR is a currency.
     bool takeSide() noexcept {
         const bool isWord = rest_.size() > 2 && !isCapital(Back::at(rest_, 2));
-        return isWord && takeSign<Back>(sideTexts);
+        return isWord && takeSign<Back>(kSideTexts);
     }
 
     bool takeOpening() noexcept {
@@ -175,15 +175,15 @@ private:
 
     template <class End>
     bool takeCode() noexcept {
-        if (hasCode_ || capitalsAt<End>(rest_) != codeLength) return false;
-        End::remove(rest_, codeLength);
+        if (hasCode_ || capitalsAt<End>(rest_) != kCodeLength) return false;
+        End::remove(rest_, kCodeLength);
         return hasCode_ = true;
     }
 
     /// "$", or with the letters of a country before it: "R$", "US$".
     bool takeDollarAtFront() noexcept {
         const std::size_t letters = capitalsAt<Front>(rest_);
-        if (hasCurrency_ || letters >= codeLength || !rest_.substr(letters).starts_with('$')) return false;
+        if (hasCurrency_ || letters >= kCodeLength || !rest_.substr(letters).starts_with('$')) return false;
         rest_.remove_prefix(letters + 1);
         return hasCurrency_ = true;
     }
@@ -192,7 +192,7 @@ private:
         if (hasCurrency_ || !rest_.ends_with('$')) return false;
         rest_.remove_suffix(1);
         const std::size_t letters = capitalsAt<Back>(rest_);
-        if (letters < codeLength) rest_.remove_suffix(letters);
+        if (letters < kCodeLength) rest_.remove_suffix(letters);
         return hasCurrency_ = true;
     }
 
@@ -200,9 +200,9 @@ private:
     bool takeCurrency() noexcept {
         if (hasCurrency_ || rest_.empty()) return false;
         const auto word = std::ranges::find_if(
-            currencyWords, [this](std::string_view text) { return End::hasText(rest_, text); });
+            kCurrencyWords, [this](std::string_view text) { return End::hasText(rest_, text); });
         const UTF8Character character = End::character(rest_);
-        if (word != currencyWords.end()) {
+        if (word != kCurrencyWords.end()) {
             End::remove(rest_, word->size());
         } else if (character.size > 0 && isCurrencySign(character.value)) {
             End::remove(rest_, character.size);

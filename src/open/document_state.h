@@ -30,7 +30,4 @@ struct DocumentState {
     std::vector<Finding> findings;
 };
 
-/// Opens the bytes of a file, which may hold several documents.
-std::vector<std::shared_ptr<DocumentState>> openDocuments(const Data& bytes, const OpenOptions& options);
-
 }  // namespace brackwell::opening

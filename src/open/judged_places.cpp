@@ -52,7 +52,7 @@ constexpr auto kStrict = std::to_array<std::string_view>({
 });
 
 bool isStrict(elements::Element parent) noexcept {
-    static const auto strict = [] {
+    static const auto kIsStrict = [] {
         std::array<bool, elements::kElementCount> found{};
         for (elements::Element i = 0; i < found.size(); ++i) {
             const std::string_view name = elements::nameOf(i);
@@ -61,7 +61,7 @@ bool isStrict(elements::Element parent) noexcept {
         }
         return found;
     }();
-    return parent < strict.size() && strict[parent];
+    return parent < kIsStrict.size() && kIsStrict[parent];
 }
 
 bool isBareResponse(const Place& place) noexcept {

@@ -19,19 +19,19 @@ struct MarkText {
 };
 
 /// Blanks are the space, the no-break, figure, thin and narrow no-break space.
-constexpr std::array<MarkText, 9> markTexts = {{{".", Mark::point},
-                                                {",", Mark::comma},
-                                                {" ", Mark::blank},
-                                                {"\u00A0", Mark::blank},
-                                                {"\u2007", Mark::blank},
-                                                {"\u2009", Mark::blank},
-                                                {"\u202F", Mark::blank},
-                                                {"'", Mark::apostrophe},
-                                                {"\u2019", Mark::apostrophe}}};
+constexpr std::array<MarkText, 9> kMarkTexts = {{{".", Mark::point},
+                                                 {",", Mark::comma},
+                                                 {" ", Mark::blank},
+                                                 {"\u00A0", Mark::blank},
+                                                 {"\u2007", Mark::blank},
+                                                 {"\u2009", Mark::blank},
+                                                 {"\u202F", Mark::blank},
+                                                 {"'", Mark::apostrophe},
+                                                 {"\u2019", Mark::apostrophe}}};
 
 /// Takes a mark off the beginning of the text.
 Mark takeMark(std::string_view& text) noexcept {
-    for (const auto& [bytes, mark] : markTexts) {
+    for (const auto& [bytes, mark] : kMarkTexts) {
         if (!text.starts_with(bytes)) continue;
         text.remove_prefix(bytes.size());
         return mark;

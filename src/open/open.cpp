@@ -5,9 +5,9 @@
 #include <type_traits>
 #include <utility>
 
-#include "open/document_state.h"
 #include "open/file_findings.h"
 #include "open/file_source.h"
+#include "open/open_document.h"
 #include "open/response_kind.h"
 #include "open/shown_text.h"
 
@@ -203,8 +203,8 @@ std::shared_ptr<const TvOFXInterpreter> OpenedDocument::interpreter() const noex
 }
 
 const TvOFXResponseList& OpenedDocument::responses() const noexcept {
-    static const TvOFXResponseList none;
-    return state_->interpreter ? state_->interpreter->allResponses() : none;
+    static const TvOFXResponseList kNone;
+    return state_->interpreter ? state_->interpreter->allResponses() : kNone;
 }
 
 const std::vector<std::shared_ptr<TvOFXAccountStatement>>& OpenedDocument::statements() const noexcept {
@@ -217,13 +217,13 @@ const std::vector<InvestmentStatement>& OpenedDocument::investmentStatements() c
 const std::vector<Security>& OpenedDocument::securities() const noexcept { return state_->securities; }
 
 const std::shared_ptr<TvOFXSignOnResponse>& OpenedDocument::signOn() const noexcept {
-    static const std::shared_ptr<TvOFXSignOnResponse> none;
-    return state_->interpreter ? state_->interpreter->signOnResponse() : none;
+    static const std::shared_ptr<TvOFXSignOnResponse> kNone;
+    return state_->interpreter ? state_->interpreter->signOnResponse() : kNone;
 }
 
 const std::shared_ptr<TvOFXFIProfileResponse>& OpenedDocument::profile() const noexcept {
-    static const std::shared_ptr<TvOFXFIProfileResponse> none;
-    return state_->interpreter ? state_->interpreter->fiProfileResponse() : none;
+    static const std::shared_ptr<TvOFXFIProfileResponse> kNone;
+    return state_->interpreter ? state_->interpreter->fiProfileResponse() : kNone;
 }
 
 const std::vector<ListedAccount>& OpenedDocument::accounts() const noexcept { return state_->accounts; }

@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include "open/open_document.h"
+
 #include <algorithm>
 #include <bit>
 #include <cstddef>
@@ -19,7 +21,6 @@
 #include "open/date_rests.h"
 #include "open/delivery.h"
 #include "open/document_split.h"
-#include "open/document_state.h"
 #include "open/ending.h"
 #include "open/error_with.h"
 #include "open/explanation.h"

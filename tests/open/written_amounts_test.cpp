@@ -55,22 +55,22 @@ struct Style {
     std::string group;
 };
 
-const std::vector<Style> styles = {{".", ","},      {",", "."},      {".", ""},       {",", ""},
-                                   {".", "'"},      {",", "'"},      {".", "\u2019"}, {",", "\u2019"},
-                                   {".", " "},      {",", " "},      {".", "\u00A0"}, {",", "\u00A0"},
-                                   {".", "\u202F"}, {",", "\u202F"}, {".", "\u2009"}, {",", "\u2007"}};
+const std::vector<Style> kStyles = {{".", ","},      {",", "."},      {".", ""},       {",", ""},
+                                    {".", "'"},      {",", "'"},      {".", "\u2019"}, {",", "\u2019"},
+                                    {".", " "},      {",", " "},      {".", "\u00A0"}, {",", "\u00A0"},
+                                    {".", "\u202F"}, {",", "\u202F"}, {".", "\u2009"}, {",", "\u2007"}};
 
 /// What may stand around a number without changing its value, and what makes it negative.
 struct Around {
     std::string before;
     std::string after;
 };
-const std::vector<Around> positives = {
+const std::vector<Around> kPositives = {
     {"", ""},       {"+", ""},   {"", "+"},    {"$", ""},     {"R$ ", ""},   {"US$", ""},      {"", " R$"},
     {"\u20AC", ""}, {"", "€"},   {"£ ", ""},   {"", " kr"},   {"kr. ", ""},  {"", " z\u0142"}, {"CHF ", ""},
     {"USD", ""},    {"", "USD"}, {"", " EUR"}, {"¥", " JPY"}, {"", " CR"},   {" ", "\t"},      {"Rs.", ""},
     {"\u00A4", ""}, {"₹ ", ""},  {"+$", ""},   {"$+", ""},    {"", "+ USD"}, {"", " USD+"}};
-const std::vector<Around> negatives = {
+const std::vector<Around> kNegatives = {
     {"-", ""},  {"", "-"},  {"(", ")"},      {"-$", ""},  {"$-", ""},     {"$ -", ""},  {"R$ -", ""},
     {"- ", ""}, {"", " -"}, {"($", ")"},     {"$(", ")"}, {"(", ") USD"}, {"(", " €)"}, {"\u2212", ""},
     {"–", ""},  {"", "DR"}, {"", " USD DR"}, {"", " Dr"}, {"", "- EUR"},  {"", " kr-"}, {"( ", " )"}};
@@ -436,11 +436,11 @@ TEST_CASE("random numbers in every style that leaves no doubt are read exactly")
     const std::array<std::size_t, 5> fractions = {1, 2, 4, 5, 9};
     const WrittenAmounts nothingSeen;
     for (std::size_t round = scaled(200'000); round > 0; --round) {
-        const Style& style = random.oneOf(styles);
+        const Style& style = random.oneOf(kStyles);
         const std::string integer = std::to_string(1 + random.below(9)) + digits(random, random.below(12));
         const std::string fraction = digits(random, random.oneOf(fractions));
         const bool negative = random.once(2);
-        const Around& around = negative ? random.oneOf(negatives) : random.oneOf(positives);
+        const Around& around = negative ? random.oneOf(kNegatives) : random.oneOf(kPositives);
         const std::string text =
             around.before + grouped(integer, style.group) + style.decimal + fraction + around.after;
         CAPTURE(text);
@@ -456,7 +456,7 @@ TEST_CASE("random numbers in every style that leaves no doubt are read exactly")
 TEST_CASE("random documents of one style are read exactly, those of three digits after a mark too") {
     RandomText random(7);
     for (std::size_t round = scaled(4'000); round > 0; --round) {
-        const Style& style = random.oneOf(styles);
+        const Style& style = random.oneOf(kStyles);
         WrittenAmounts document;
         document.add("0" + style.decimal + "99");
         struct Amount {

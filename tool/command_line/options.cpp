@@ -120,7 +120,7 @@ void declareCommand(CLI::App& app, const Command& command, Options& options, Tex
 
 constexpr char kNoArgumentHas = '\0';
 
-/// The arguments behind the program's name, the last first as the parser wants them.
+/// The arguments after the program's name, the last first as the parser wants them.
 std::vector<std::string> markedArguments(int count, const char* const* arguments) {
     std::vector<std::string> marked(arguments + 1, arguments + std::max(count, 1));
     for (std::string& argument : marked)

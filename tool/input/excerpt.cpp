@@ -33,7 +33,7 @@ std::size_t previousLine(std::string_view text, std::size_t begin) noexcept {
     return lineBegin(text, begin - (endsInTwo ? 2 : 1));
 }
 
-/// Where the line behind an end begins.
+/// Where the line after an end begins.
 std::size_t nextLine(std::string_view text, std::size_t end) noexcept {
     return std::min(end + (text.substr(end).starts_with("\r\n") ? 2 : 1), text.size());
 }

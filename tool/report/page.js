@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // Hides the rows of the transaction table that the filter does not want, and adds up the others. The
-// filter stands in the address behind the "#", so that it can be kept. No character of this file may need
+// filter stands in the address after the "#", so that it can be kept. No character of this file may need
 // escaping in XML.
 (function () {
     'use strict';

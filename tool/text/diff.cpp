@@ -27,7 +27,7 @@ Lines linesOf(std::string_view text) {
 /// Lines that are replaced by others.
 struct Block {
     std::size_t first;
-    std::size_t end;  ///< behind the last
+    std::size_t end;  ///< after the last
     std::string now;
     std::size_t lineCount;  ///< of `now`
 };
@@ -105,19 +105,19 @@ std::string unifiedDiff(std::string_view nameBefore, std::string_view nameAfter,
     for (auto block = blocks.begin(); block != blocks.end();) {
         std::size_t droppedHere = 0;
         std::size_t addedHere = 0;
-        auto behind = block;  // the blocks whose contexts touch
+        auto after = block;  // the blocks whose contexts touch
         do {
-            droppedHere += behind->end - behind->first;
-            addedHere += behind->lineCount;
-            ++behind;
-        } while (behind != blocks.end() && behind->first <= (behind - 1)->end + 2 * kContext);
+            droppedHere += after->end - after->first;
+            addedHere += after->lineCount;
+            ++after;
+        } while (after != blocks.end() && after->first <= (after - 1)->end + 2 * kContext);
         std::size_t line = block->first - std::min(block->first, kContext);
-        const std::size_t end = std::min((behind - 1)->end + kContext, lines.size());
+        const std::size_t end = std::min((after - 1)->end + kContext, lines.size());
         diff.append("@@ -").append(range(line, end - line));
         diff.append(" +")
             .append(range(line + added - dropped, end - line + addedHere - droppedHere))
             .append(" @@\n");
-        for (; block != behind; ++block) {
+        for (; block != after; ++block) {
             for (; line < block->first; ++line) addLine(diff, ' ', lines[line]);
             for (; line < block->end; ++line) addLine(diff, '-', lines[line]);
             for (const std::string_view now : linesOf(block->now)) addLine(diff, '+', now);

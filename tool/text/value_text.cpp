@@ -8,7 +8,7 @@
 namespace tool {
 namespace {
 
-/// Writes a number as so many digits and returns the place behind them.
+/// Writes a number as so many digits and returns the place after them.
 char* writeDigits(char* place, std::int64_t number, int digits) noexcept {
     for (int i = digits; i-- > 0; number /= 10) place[i] = static_cast<char>('0' + number % 10);
     return place + digits;
