@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <array>
-#include <ranges>
+#include <cstddef>
 #include <string_view>
 
 #include "elements/element_list.h"
@@ -12,10 +12,11 @@ namespace brackwell::elements {
 
 /// The fields of a header of OFX 1, in the order in which it has them.
 inline constexpr auto kHeaderFields = [] {
-    constexpr auto isField = [](const ElementRow& row) { return row.type == ValueType::headerField; };
-    std::array<std::string_view, std::ranges::count_if(kElementRows, isField)> fields;
-    std::ranges::copy(kElementRows | std::views::filter(isField) | std::views::transform(&ElementRow::name),
-                      fields.begin());
+    std::array<std::string_view, std::ranges::count(kElementRows, ValueType::headerField, &ElementRow::type)>
+        fields;
+    std::size_t count = 0;
+    for (const ElementRow& row : kElementRows)
+        if (row.type == ValueType::headerField) fields[count++] = row.name;
     return fields;
 }();
 
