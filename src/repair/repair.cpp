@@ -85,7 +85,9 @@ public:
     }
 
     void apply(Edits edits) {
-        if (!edits.empty()) apply(std::move(edits), repair::applied(text_, edits), std::nullopt);
+        if (edits.empty()) return;
+        std::string text = repair::applied(text_, edits);
+        apply(std::move(edits), std::move(text), std::nullopt);
     }
 
     /// Tags and how they are nested.
