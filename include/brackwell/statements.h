@@ -171,15 +171,15 @@ public:
 
     /// A getter and its name.
     struct Field {
-        using Self = TvOFXStatementTransaction;
-        using Getter = std::variant<OptionalText (Self::*)() const noexcept,
-                                    std::optional<Date> (Self::*)() const noexcept,
-                                    const std::optional<Decimal>& (Self::*)() const noexcept,
-                                    std::shared_ptr<TvOFXPayee> (Self::*)() const noexcept,
-                                    std::shared_ptr<TvOFXBankAccount> (Self::*)() const noexcept,
-                                    std::shared_ptr<TvOFXCreditCardAccount> (Self::*)() const noexcept>;
-        std::string_view name;
-        Getter get;
+        using Self = TvOFXStatementTransaction;  ///< the class
+        using Getter = std::variant<
+            OptionalText (Self::*)() const noexcept, std::optional<Date> (Self::*)() const noexcept,
+            const std::optional<Decimal>& (Self::*)() const noexcept,
+            std::shared_ptr<TvOFXPayee> (Self::*)() const noexcept,
+            std::shared_ptr<TvOFXBankAccount> (Self::*)() const noexcept,
+            std::shared_ptr<TvOFXCreditCardAccount> (Self::*)() const noexcept>;  ///< one for each type
+        std::string_view name;  ///< as in the class: "payeeName"
+        Getter get;             ///< for std::visit
     };
     /// The getters of all fields, from transactionType to originalDatePostedString, in their order: for
     /// applications that write or search every field.
