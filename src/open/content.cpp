@@ -167,8 +167,8 @@ void NameFactsTable::addQuietLeaves() noexcept {
 }
 
 const NameFactsTable& NameFactsTable::known() noexcept {
-    static const NameFactsTable table;
-    return table;
+    static const NameFactsTable kTable;
+    return kTable;
 }
 
 ContentWords wordsFor(Content content) noexcept {
