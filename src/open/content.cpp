@@ -108,7 +108,7 @@ constexpr auto kNameOfElement = [] {
     std::array<reading::NameID, elements::kElementCount> found{};
     found.fill(reading::kKnownElementCount);
     for (reading::NameID name = 0; name != reading::kKnownElementCount; ++name)
-        if (kElementOfName[name] != elements::kUnknown) found[kElementOfName[name]] = name;
+        found[kElementOfName[name]] = name;
     return found;
 }();
 
