@@ -5,13 +5,17 @@
 #include "elements/structure_tables.h"
 #include "investments/field_tables.h"
 #include "investments/record_names.h"
+#include "open/judged_places.h"
 #include "open/known_elements.h"
 #include "open/odd_names.h"
 
 namespace brackwell::opening {
 namespace {
 
+using elements::Element;
 using reading::element;
+using reading::kKnownElementCount;
+using reading::NameID;
 
 struct Named {
     consteval Named(std::string_view text, Content its) : name(reading::element(text)), content(its) {}
@@ -66,104 +70,83 @@ constexpr const investments::FieldTable* kFieldTables[] = {
     &investments::kSecurityFields,  &investments::kPortionFields,
 };
 
-/// The aggregates whose children are examined: those that objects are made of, and those around them.
-/// ACCTINFO is not among them, since a SVCSTATUS directly in it is read.
-constexpr auto kParents = std::to_array<reading::NameID>({
-    element("OFX"),
-    element("SIGNONMSGSRSV1"),
-    element("SONRS"),
-    element("STATUS"),
-    element("FI"),
-    element("SIGNUPMSGSRSV1"),
-    element("ACCTINFOTRNRS"),
-    element("ACCTINFORS"),
-    element("BANKACCTINFO"),
-    element("BANKMSGSRSV1"),
-    element("STMTTRNRS"),
-    element("STMTRS"),
-    element("BANKACCTFROM"),
-    element("BANKTRANLIST"),
-    element("STMTTRN"),
-    element("PAYEE"),
-    element("BANKACCTTO"),
-    element("LEDGERBAL"),
-    element("AVAILBAL"),
-    element("CREDITCARDMSGSRSV1"),
-    element("CCSTMTTRNRS"),
-    element("CCSTMTRS"),
-    element("CCACCTFROM"),
-    element("INVSTMTMSGSRSV1"),
-    element("INVSTMTTRNRS"),
-    element("INVSTMTRS"),
-    element("INVACCTFROM"),
-    element("SECLISTMSGSRSV1"),
-    element("INVTRANLIST"),
-    element("INVPOSLIST"),
-    element("SECLIST"),
-});
-static_assert(kParents.size() < 32, "a set of parents has 32 bits, of which one is for all others");
-
 /// The name of each element in the list; kKnownElementCount where a tree has no number for it.
 constexpr auto kNameOfElement = [] {
-    std::array<reading::NameID, elements::kElementCount> found{};
-    found.fill(reading::kKnownElementCount);
-    for (reading::NameID name = 0; name != reading::kKnownElementCount; ++name)
-        found[kElementOfName[name]] = name;
+    std::array<NameID, elements::kElementCount> found{};
+    found.fill(kKnownElementCount);
+    for (NameID name = 0; name != kKnownElementCount; ++name) found[kElementOfName[name]] = name;
     return found;
 }();
 
+/// The known names of which something holds, and the unknown ones if `withUnknown`.
+template <class Predicate>
+constexpr NameSet namesThat(Predicate holds, bool withUnknown) {
+    NameSet names;
+    for (NameID name = 0; name != kKnownElementCount; ++name)
+        if (holds(name)) names.add(name);
+    if (withUnknown) names.add(kKnownElementCount);
+    return names;
+}
+constexpr NameSet kAllNames = namesThat([](NameID) { return true; }, true);
+/// Those that may stand anywhere, since the list does not say where.
+constexpr NameSet kUnplacedNames =
+    namesThat([](NameID name) { return !elements::tables::knowsPlaces(kElementOfName[name]); }, true);
+constexpr NameSet kResponses =
+    namesThat([](NameID name) { return elements::isResponse(reading::kElementNames[name]); }, false);
+
+/// What judged_places.h says of all names in an aggregate that it judges, in fewer steps.
+ChildFacts placesIn(Element parent) noexcept {
+    if (!elements::tables::knowsChildren(parent)) return {kAllNames, kAllNames, {}};
+    ChildFacts facts{kUnplacedNames, kUnplacedNames, {}};
+    for (const elements::Child& child : elements::tables::childrenInList(parent)) {
+        const NameID name = kNameOfElement[child.element];
+        if (name == kKnownElementCount) continue;
+        facts.standing.add(name);
+        if (countsThere({child.element, parent, true})) facts.repeating.add(name);
+    }
+    if (elements::isMessageSet(elements::nameOf(parent))) {
+        facts.standing.add(kResponses);
+        facts.repeating.add(kResponses);
+    }
+    for (const PlaceNames& place : kReadAnyway)
+        if (place.parent == elements::nameOf(parent))
+            facts.standing.add(reading::findKnownElement(place.child));
+    return facts;
+}
+
 }  // namespace
 
-constexpr NameFactsTable::Facts NameFactsTable::kPlacements = [] {
-    Facts facts{};
-    facts.fill(NameFacts());  // again, since g++ 12 would leave zeros in what is not assigned
-    NameFacts::Parents unlisted = NameFacts::kOtherParent;
-    NameFacts::Parents messageSets = 0;
-    for (std::size_t i = 0; i != kParents.size(); ++i) {
-        const NameFacts::Parents bit = NameFacts::Parents{1} << i;
-        facts[kParents[i]].asParent = bit;
-        if (!elements::tables::knowsChildren(kElementOfName[kParents[i]])) unlisted |= bit;
-        if (elements::isMessageSet(reading::kElementNames[kParents[i]])) messageSets |= bit;
-    }
-    for (reading::NameID name = 0; name != reading::kKnownElementCount; ++name) {
-        if (!elements::tables::knowsPlaces(kElementOfName[name])) continue;
-        const bool isBare = elements::isResponse(reading::kElementNames[name]);
-        facts[name].standing = facts[name].repeating = unlisted | (isBare ? messageSets : 0);
-    }
-    for (const reading::NameID parent : kParents)
-        for (const elements::Child& child : elements::tables::childrenInList(kElementOfName[parent])) {
-            const reading::NameID name = kNameOfElement[child.element];
-            if (name == reading::kKnownElementCount) continue;
-            facts[name].standing |= facts[parent].asParent;
-            if (child.mayRepeat) facts[name].repeating |= facts[parent].asParent;
-        }
-    return facts;
-}();
-
-NameFactsTable::NameFactsTable() noexcept {
+NameFactsTable::NameFactsTable() {
     addContents();
-    addQuietLeaves();
+    addChildFacts();
 }
 
 void NameFactsTable::addContents() noexcept {
     for (const auto* const table : kFieldTables)
         for (const investments::FieldRow& row : table->fields())
             for (std::size_t i = 0; i < row.elementCount; ++i) {
-                Content& content = facts_[row.elements[i]].content;
+                Content& content = contents_[row.elements[i]];
                 if (investments::isAmount(row.rule)) content = Content::amount;
                 if (row.rule == investments::FieldRule::date) content = Content::date;
             }
     for (const investments::RecordName& row : investments::kRecordNames)
-        facts_[row.element].content = contentOfRecord(row.type);
+        contents_[row.element] = contentOfRecord(row.type);
     // It only wraps a transaction of the bank, which is counted itself.
-    facts_[element("INVBANKTRAN")].content = Content::none;
-    for (const Named& row : kNamed) facts_[row.name].content = row.content;
+    contents_[element("INVBANKTRAN")] = Content::none;
+    for (const Named& row : kNamed) contents_[row.name] = row.content;
 }
 
-void NameFactsTable::addQuietLeaves() noexcept {
-    for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name)
-        if (facts_[name].content == Content::none && kOddness[name] == Oddness::never)
-            quietIn_[name] = facts_[name].standing;
+void NameFactsTable::addChildFacts() {
+    childFacts_.push_back({kAllNames, kAllNames, {}});
+    for (NameID parent = 0; parent != kKnownElementCount; ++parent) {
+        if (!isStrict(kElementOfName[parent])) continue;
+        childFactsOf_[parent] = static_cast<std::uint8_t>(childFacts_.size());
+        childFacts_.push_back(placesIn(kElementOfName[parent]));
+    }
+    const NameSet quiet = namesThat(
+        [this](NameID name) { return contents_[name] == Content::none && kOddness[name] == Oddness::never; },
+        false);
+    for (ChildFacts& facts : childFacts_) facts.quiet = facts.standing & quiet;
 }
 
 const NameFactsTable& NameFactsTable::known() noexcept {

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "tree/document.h"
 
@@ -58,40 +60,71 @@ struct ContentWords {
 };
 ContentWords wordsFor(Content content) noexcept;
 
-/// What is known about an element name. A set of parents has a bit for each aggregate whose children are
-/// examined, and one bit for all others, in which any element may be.
-struct NameFacts {
-    using Parents = std::uint32_t;
-    static constexpr Parents kOtherParent = Parents{1} << 31;
+/// A set of the names that trees have a number for, and of "unknown", which is all other names.
+class NameSet {
+public:
+    constexpr void add(reading::NameID name) noexcept { words_[name / kBits] |= bit(name); }
+    constexpr void add(const NameSet& names) noexcept {
+        for (std::size_t i = 0; i != words_.size(); ++i) words_[i] |= names.words_[i];
+    }
+    constexpr NameSet operator&(const NameSet& other) const noexcept {
+        NameSet both;
+        for (std::size_t i = 0; i != words_.size(); ++i) both.words_[i] = words_[i] & other.words_[i];
+        return both;
+    }
+    /// The name must be known, or kKnownElementCount for an unknown one.
+    constexpr bool has(reading::NameID name) const noexcept {
+        return (words_[name / kBits] & bit(name)) != 0;
+    }
 
-    Parents standing = ~Parents{0};   ///< in which the element may be
-    Parents repeating = ~Parents{0};  ///< in which it may be repeated
-    Parents asParent = kOtherParent;  ///< the bit of the name itself
-    Content content = Content::none;
+private:
+    static constexpr std::size_t kBits = 64;
+    static constexpr std::uint64_t bit(reading::NameID name) noexcept {
+        return std::uint64_t{1} << name % kBits;
+    }
+
+    std::array<std::uint64_t, reading::kKnownElementCount / kBits + 1> words_{};
 };
 
-/// The facts for each name. A name that is not known has no kind, and its element may be anywhere.
+/// What is known about the elements in an aggregate, by their names.
+struct ChildFacts {
+    NameSet standing;   ///< may be there
+    NameSet repeating;  ///< may be repeated there
+    NameSet quiet;      ///< leaves that need no further examination where they are the first of their name
+};
+
+/// What is known about the names of elements.
 class NameFactsTable {
 public:
     /// The only table, made at the first call.
     static const NameFactsTable& known() noexcept;
-    const NameFacts& of(reading::NameID name) const noexcept {
-        return facts_[name < reading::kKnownElementCount ? name : reading::kKnownElementCount];
+
+    /// What an element is to people, wherever it stands.
+    Content contentOf(reading::NameID name) const noexcept { return contents_[knownOrNone(name)]; }
+
+    /// About the children of an aggregate. There is one object for all aggregates in which any element may
+    /// be, anythingGoes().
+    const ChildFacts& childrenOf(reading::NameID parent) const noexcept {
+        return childFacts_[childFactsOf_[knownOrNone(parent)]];
     }
-    Content contentOf(reading::NameID name) const noexcept { return of(name).content; }
+    const ChildFacts& anythingGoes() const noexcept { return childFacts_.front(); }
 
     // Nearly all nodes of a document are leaves with a known name, each the first of its name, in an
     // aggregate where it may be. The next two functions are about these.
 
     /// True for such a leaf that needs no further examination.
-    bool isQuiet(const reading::Node& node, NameFacts::Parents parent) const noexcept {
-        return isPlainLeaf(node) && (quietIn_[node.nameAndKind] & parent) != 0;
+    static bool isQuiet(const reading::Node& node, const ChildFacts& around) noexcept {
+        return isPlainLeaf(node) && around.quiet.has(node.nameAndKind);
     }
     /// What the text of such a leaf is; below Content::amount for all others.
-    Content valueOf(const reading::Node& node, NameFacts::Parents parent) const noexcept {
-        if (!isPlainLeaf(node)) return Content::none;
-        const NameFacts& facts = facts_[node.nameAndKind];
-        return (facts.standing & parent) != 0 ? facts.content : Content::none;
+    Content valueOf(const reading::Node& node, const ChildFacts& around) const noexcept {
+        const bool stands = isPlainLeaf(node) && around.standing.has(node.nameAndKind);
+        return stands ? contents_[node.nameAndKind] : Content::none;
+    }
+
+    /// The number that a name has here: its own, or that of all unknown ones.
+    static reading::NameID knownOrNone(reading::NameID name) noexcept {
+        return std::min<reading::NameID>(name, reading::kKnownElementCount);
     }
 
 private:
@@ -99,16 +132,16 @@ private:
         // The marks of an aggregate and of a repetition make this more than any known name.
         return node.nameAndKind < reading::kKnownElementCount;
     }
+    template <class Facts>
+    using ByName = std::array<Facts, reading::kKnownElementCount + 1>;  // the last is for unknown names
 
-    using Facts = std::array<NameFacts, reading::kKnownElementCount + 1>;
-
-    NameFactsTable() noexcept;
+    NameFactsTable();
     void addContents() noexcept;
-    void addQuietLeaves() noexcept;
-    static const Facts kPlacements;  ///< the facts but for the contents
+    void addChildFacts();
 
-    Facts facts_ = kPlacements;
-    std::array<NameFacts::Parents, reading::kKnownElementCount> quietIn_{};  ///< by name
+    ByName<Content> contents_{};
+    ByName<std::uint8_t> childFactsOf_{};  ///< positions in childFacts_
+    std::vector<ChildFacts> childFacts_;   ///< of anything, then of aggregates whose children are judged
 };
 
 }  // namespace brackwell::opening

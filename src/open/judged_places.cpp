@@ -6,15 +6,10 @@
 #include <string_view>
 
 #include "elements/roles.h"
+#include "elements/structure_tables.h"
 
 namespace brackwell::opening {
 namespace {
-
-/// The names of an element and of the aggregate around it.
-struct PlaceNames {
-    std::string_view child;
-    std::string_view parent;
-};
 
 bool isOneOf(const auto& pairs, const Place& place) noexcept {
     const std::string_view child = elements::nameOf(place.child);
@@ -22,9 +17,6 @@ bool isOneOf(const auto& pairs, const Place& place) noexcept {
     return std::ranges::any_of(
         pairs, [&](const PlaceNames& pair) { return pair.child == child && pair.parent == parent; });
 }
-
-/// Elements that are read although the standard does not allow them there.
-constexpr auto kReadAnyway = std::to_array<PlaceNames>({{"SVCSTATUS", "ACCTINFO"}});
 
 /// The standard allows several; only one is read.
 constexpr auto kReadOnce = std::to_array<PlaceNames>(
@@ -51,24 +43,23 @@ constexpr auto kStrict = std::to_array<std::string_view>({
     "SIGNONINFO",   "WEBENROLL",    "OTHERENROLL", "CLIENTENROLL", "CURRENCY",      "ORIGCURRENCY",
 });
 
-bool isStrict(elements::Element parent) noexcept {
-    static const auto kIsStrict = [] {
-        std::array<bool, elements::kElementCount> found{};
-        for (elements::Element i = 0; i < found.size(); ++i) {
-            const std::string_view name = elements::nameOf(i);
-            found[i] = elements::isMessageSet(name) || name.find("MSGSET") != name.npos ||
-                       std::ranges::find(kStrict, name) != kStrict.end();
-        }
-        return found;
-    }();
-    return parent < kIsStrict.size() && kIsStrict[parent];
-}
+constexpr auto kIsStrict = [] {
+    std::array<bool, elements::kElementCount + 1> found{};
+    for (elements::Element i = 0; i < elements::kElementCount; ++i) {
+        const std::string_view name = elements::kElementRows[i].name;
+        found[i] = elements::isMessageSet(name) || name.find("MSGSET") != name.npos;
+    }
+    for (const std::string_view name : kStrict) found[elements::tables::find(name)] = true;
+    return found;
+}();
 
 bool isBareResponse(const Place& place) noexcept {
     return elements::isBareResponse(elements::nameOf(place.child), elements::nameOf(place.parent));
 }
 
 }  // namespace
+
+bool isStrict(elements::Element parent) noexcept { return kIsStrict[parent]; }
 
 bool standsWhereItIsRead(const Place& place) noexcept {
     if (!isStrict(place.parent) || elements::mayStandIn(place.child, place.parent)) return true;

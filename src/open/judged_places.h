@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <array>
+#include <string_view>
+
 #include "elements/structure.h"
 
 namespace brackwell::opening {
@@ -11,6 +14,17 @@ struct Place {
     elements::Element parent = elements::kUnknown;
     bool isRepeated = false;  ///< it is not the first of its name there
 };
+
+/// True for an aggregate whose class reads only the elements that belong there.
+bool isStrict(elements::Element parent) noexcept;
+
+/// The names of an element and of the aggregate around it.
+struct PlaceNames {
+    std::string_view child;
+    std::string_view parent;
+};
+/// Elements that are read although the standard does not allow them there.
+inline constexpr auto kReadAnyway = std::to_array<PlaceNames>({{"SVCSTATUS", "ACCTINFO"}});
 
 /// True unless the element is not read because of where it stands. Nearly all classes read the elements of
 /// their own aggregate only; those of investments take theirs from whatever is in it.

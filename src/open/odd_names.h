@@ -24,10 +24,7 @@ inline constexpr auto kOddness = [] {
             elements::kElementRows[elements::tables::find(reading::kElementNames[name])];
         if (row.isAggregate && row.type == elements::ValueType::none) odd[name] = Oddness::asLeaf;
     }
-    for (const reading::NameID name :
-         {element("EXTDNAME"), element("PHONE"), element("ACCTINFO"), element("PROFRS"),
-          element("MSGSETLIST"), element("SIGNONMSGSET"), element("SIGNONINFOLIST"), element("SIGNONINFO")})
-        odd[name] = Oddness::always;
+    for (const reading::NameID name : {element("EXTDNAME"), element("PHONE")}) odd[name] = Oddness::always;
     odd.back() = Oddness::always;
     return odd;
 }();

@@ -38,7 +38,7 @@ public:
     RecordShape() = default;
     /// Of a record in which nothing was found so far. The document must outlive this object.
     RecordShape(const reading::Document& document, const reading::Node& record,
-                NameFacts::Parents around) noexcept
+                const ChildFacts* around) noexcept
         : record_(&record), end_(document.endOf(&record)), around_(around) {
         for (const reading::Node* node = record_ + 1; node < end_; ++node)
             if (node->isAggregate() && !aggregates_.add(static_cast<Offset>(node - record_)))
@@ -62,7 +62,7 @@ public:
 
     /// True when another record has the same elements in the same order.
     bool isOf(const reading::Document& document, const reading::Node& record,
-              NameFacts::Parents around) const noexcept {
+              const ChildFacts* around) const noexcept {
         if (around_ != around || document.endOf(&record) - &record != end_ - record_) return false;
         if (!hasSameNames(&record)) return false;
         const std::uint32_t shift = document.index(record) - document.index(*record_);
@@ -92,8 +92,8 @@ private:
 
     const reading::Node* record_ = nullptr;
     const reading::Node* end_ = nullptr;
-    NameFacts::Parents around_ = 0;
-    Few<Offset> aggregates_;  ///< in the record
+    const ChildFacts* around_ = nullptr;  ///< about the aggregate around it
+    Few<Offset> aggregates_;              ///< in the record
 };
 
 }  // namespace brackwell::opening

@@ -21,7 +21,7 @@ namespace {
 /// An aggregate whose children are walked through.
 struct Around {
     std::uint32_t node;
-    NameFacts::Parents bit;
+    const ChildFacts* children;
 };
 
 /// One walk over the nodes of a tree, for every document: what it finds decides whether more is examined.
@@ -32,12 +32,11 @@ public:
     }
 
     Survey run() && {
-        const NameFactsTable& names = names_;
         const reading::Node* node = &document_.node(1);
         const reading::Node* end = document_.endOf(&document_.node(0));
-        Around around{0, NameFacts::kOtherParent};
+        Around around{0, &names_.anythingGoes()};
         while (true) {
-            while (node != end && names.isQuiet(*node, around.bit)) ++node;
+            while (node != end && NameFactsTable::isQuiet(*node, *around.children)) ++node;
             if (node == end) {
                 if (outer_.empty()) return std::move(survey_);
                 if (recorded_ == around.node) keepShape();
@@ -46,19 +45,18 @@ public:
                 end = document_.endOf(&document_.node(around.node));
                 continue;
             }
-            const Content value = names.valueOf(*node, around.bit);
+            const Content value = names_.valueOf(*node, *around.children);
             if (isLeafContent(value)) {
                 survey_.required += requiredBy(*node);
                 take(*node, value);
-            } else if (RecordShape::isRecord(document_, *node) && takeKnown(*node, around.bit)) {
+            } else if (RecordShape::isRecord(document_, *node) && takeKnown(*node, around.children)) {
                 node = document_.endOf(node);
                 continue;
             } else {
-                const NameFacts& facts = names.of(node->name());
-                look(*node, facts, around);
+                look(*node, around);
                 if (node->isAggregate()) {
                     outer_.push_back(around);
-                    around = {document_.index(*node), facts.asParent};
+                    around = {document_.index(*node), &names_.childrenOf(node->name())};
                     end = document_.endOf(node);
                 }
             }
@@ -87,18 +85,21 @@ private:
             survey_.hasDateRests = true;
     }
 
-    void look(const reading::Node& node, const NameFacts& facts, Around around) {
-        if ((facts.standing & around.bit) == 0) [[unlikely]] {
+    void look(const reading::Node& node, Around around) {
+        const reading::NameID name = NameFactsTable::knownOrNone(node.name());
+        if (!around.children->standing.has(name)) [[unlikely]] {
             survey_.misplaced.add(document_.index(node), around.node);
             recorded_ = 0;
-        } else if (node.isRepeated() && (facts.repeating & around.bit) == 0) [[unlikely]] {
+        } else if (node.isRepeated() && !around.children->repeating.has(name)) [[unlikely]] {
             noteRepeated(document_.index(node), around.node);
             recorded_ = 0;
         }
         survey_.required += requiredBy(node);
-        if (isOdd(node) || (node.isRepeated() && around.bit == NameFacts::kOtherParent)) survey_.isOdd = true;
-        if (isCounted(facts.content, node)) take(node, facts.content);
-        if (facts.content == Content::statement || facts.content == Content::investmentStatement) {
+        const bool isUnjudged = around.children == &names_.anythingGoes();
+        if (isOdd(node) || (node.isRepeated() && isUnjudged)) survey_.isOdd = true;
+        const Content content = names_.contentOf(name);
+        if (isCounted(content, node)) take(node, content);
+        if (content == Content::statement || content == Content::investmentStatement) {
             survey_.identifiers.beginStatement();
             recorded_ = 0;
         }
@@ -106,7 +107,7 @@ private:
 
     /// Counts a record whose shape is known without walking through it: the transactions of a statement have
     /// few shapes. An unknown shape is recorded, unless the record has something that varies within a shape.
-    bool takeKnown(const reading::Node& record, NameFacts::Parents around) {
+    bool takeKnown(const reading::Node& record, const ChildFacts* around) {
         if (recorded_ != 0) return false;
         for (const RecordShape& shape : shapes_) {
             if (!shape.isOf(document_, record, around)) continue;

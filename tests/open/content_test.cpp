@@ -4,6 +4,8 @@
 #include <doctest/doctest.h>
 
 #include "elements/structure.h"
+#include "open/judged_places.h"
+#include "open/known_elements.h"
 
 using namespace brackwell;
 using namespace brackwell::opening;
@@ -11,66 +13,61 @@ using reading::element;
 
 namespace {
 
-/// A response in a message set without its wrapper, which the reader takes.
-bool isBareResponse(std::string_view child, std::string_view parent) {
-    return parent.find("MSGSRSV") != parent.npos && child.ends_with("RS") && !child.ends_with("TRNRS");
-}
-
 reading::Node leafOf(reading::NameID name) { return {name, 0, 0, 0}; }
 
 }  // namespace
 
-TEST_CASE("the table of names says what the list of elements says of what may stand where") {
+TEST_CASE("the table of names says of all names in all aggregates what is read there, and how often") {
     const NameFactsTable& table = NameFactsTable::known();
-    std::size_t parents = 0;
+    std::size_t judged = 0;
     for (reading::NameID parent = 0; parent < reading::kKnownElementCount; ++parent) {
-        const NameFacts::Parents bit = table.of(parent).asParent;
-        if (bit == NameFacts::kOtherParent) continue;
-        ++parents;
-        const std::string_view around = reading::kElementNames[parent];
+        const ChildFacts& facts = table.childrenOf(parent);
+        const elements::Element around = kElementOfName[parent];
+        CAPTURE(elements::nameOf(around));
+        CHECK((&facts != &table.anythingGoes()) == isStrict(around));
+        if (!isStrict(around)) continue;
+        ++judged;
         for (reading::NameID name = 0; name < reading::kKnownElementCount; ++name) {
-            const std::string_view child = reading::kElementNames[name];
-            CAPTURE(around);
-            CAPTURE(child);
-            const bool isBare = isBareResponse(child, around);
-            const elements::Element a = elements::findElement(child);
-            const elements::Element b = elements::findElement(around);
-            REQUIRE(((table.of(name).standing & bit) != 0) == (isBare || elements::mayStandIn(a, b)));
-            const bool mayRepeat = isBare || elements::mayRepeatIn(a, b);
-            REQUIRE(((table.of(name).repeating & bit) != 0) == mayRepeat);
+            const elements::Element child = kElementOfName[name];
+            CAPTURE(elements::nameOf(child));
+            REQUIRE(facts.standing.has(name) == standsWhereItIsRead({child, around, false}));
+            REQUIRE((facts.standing.has(name) && facts.repeating.has(name)) ==
+                    (standsWhereItIsRead({child, around, true}) && countsThere({child, around, true})));
         }
+        CHECK(facts.standing.has(reading::kKnownElementCount));
+        CHECK(facts.repeating.has(reading::kKnownElementCount));
     }
-    CHECK(parents == 31);
+    CHECK(judged > 60);
 }
 
-TEST_CASE("anything may stand in an aggregate that nobody looks at, and a name that no tree knows anywhere") {
+TEST_CASE("anything may stand in an aggregate that nobody judges, and a name that no tree knows anywhere") {
     const NameFactsTable& table = NameFactsTable::known();
+    const ChildFacts& facts = table.anythingGoes();
     for (reading::NameID name = 0; name <= reading::kKnownElementCount; ++name) {
-        CHECK((table.of(name).standing & NameFacts::kOtherParent) != 0);
-        CHECK((table.of(name).repeating & NameFacts::kOtherParent) != 0);
+        CHECK(facts.standing.has(name));
+        CHECK(facts.repeating.has(name));
     }
-    const NameFacts& unknown = table.of(reading::kKnownElementCount + 5);
-    CHECK(unknown.standing == ~NameFacts::Parents{0});
-    CHECK(unknown.repeating == ~NameFacts::Parents{0});
-    CHECK(unknown.content == Content::none);
+    CHECK(&table.childrenOf(reading::kKnownElementCount + 5) == &facts);
+    CHECK(table.contentOf(reading::kKnownElementCount + 5) == Content::none);
 }
 
 TEST_CASE(
     "a leaf is quiet when nothing has to be found out of it, and otherwise has a value or is looked at") {
     const NameFactsTable& table = NameFactsTable::known();
-    const NameFacts::Parents transaction = table.of(element("STMTTRN")).asParent;
-    const NameFacts::Parents list = table.of(element("BANKTRANLIST")).asParent;
+    const ChildFacts* const transaction = &table.childrenOf(element("STMTTRN"));
+    const ChildFacts* const list = &table.childrenOf(element("BANKTRANLIST"));
+    const ChildFacts* const anything = &table.anythingGoes();
     struct Row {
         const char* why;
         reading::Node node;
-        NameFacts::Parents parent;
+        const ChildFacts* parent;
         bool isQuiet;
         Content value;
     };
     const reading::Node memo = leafOf(element("MEMO"));
     const Row rows[] = {
         {"a text", memo, transaction, true, Content::none},
-        {"a text where anything may stand", memo, NameFacts::kOtherParent, true, Content::none},
+        {"a text where anything may stand", memo, anything, true, Content::none},
         {"a text in a list", memo, list, false, Content::none},
         {"a second text",
          {memo.nameAndKind | reading::Node::kRepeated, 0, 0, 0},
@@ -90,13 +87,12 @@ TEST_CASE(
         {"a date in a list", leafOf(element("DTSTART")), list, false, Content::date},
         {"a date where it may not stand", leafOf(element("DTPOSTED")), list, false, Content::none},
         {"an identifier", leafOf(element("FITID")), transaction, false, Content::identifier},
-        {"an identifier of an investment", leafOf(element("FITID")), NameFacts::kOtherParent, false,
-         Content::identifier},
+        {"an identifier of an investment", leafOf(element("FITID")), anything, false, Content::identifier},
     };
     for (const Row& row : rows) {
         CAPTURE(row.why);
-        CHECK(table.isQuiet(row.node, row.parent) == row.isQuiet);
-        const Content value = table.valueOf(row.node, row.parent);
+        CHECK(NameFactsTable::isQuiet(row.node, *row.parent) == row.isQuiet);
+        const Content value = table.valueOf(row.node, *row.parent);
         CHECK((isLeafContent(value) ? value : Content::none) == row.value);
     }
 }
