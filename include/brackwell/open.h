@@ -164,6 +164,9 @@ struct BRACKWELL_EXPORT OpenError {
     std::size_t offset = 0;                    ///< of that place, in the bytes of OpenedDocument::text
     std::optional<std::size_t> openedAt;  ///< where the innermost open element begins, for tagsDoNotMatch
     bool isRepairable = false;            ///< true when a repair was not allowed and would read the document
+    /// Those in which the bytes are a document, when they are none in the one that was tried: a choice for
+    /// OpenOptions::encoding, which the remedy names, too.
+    std::vector<TextEncoding> readingEncodings;
 
     /// Text, cause and remedy in one.
     std::string description() const;

@@ -20,4 +20,8 @@ inline constexpr auto kHeaderFields = [] {
     return fields;
 }();
 
+/// Those that a header of OFX 2 has as well.
+inline constexpr auto kHeaderFieldsOfXML =
+    std::to_array<std::string_view>({"OFXHEADER", "VERSION", "SECURITY", "OLDFILEUID", "NEWFILEUID"});
+
 }  // namespace brackwell::elements

@@ -242,11 +242,17 @@ std::string hexadecimal(char byte) {
 }
 
 /// The encodings in which the bytes are an OFX document.
-std::string readingEncodings(const Data& bytes) {
-    std::string names;
+std::vector<TextEncoding> readingEncodings(const Data& bytes) {
+    std::vector<TextEncoding> encodings;
     for (const TextEncoding encoding : knownTextEncodings())
-        if (parse(bytes, encoding).outcome == Outcome::read)
-            names.append(names.empty() ? "" : ", ").append(*nameOfTextEncoding(encoding));
+        if (parse(bytes, encoding).outcome == Outcome::read) encodings.push_back(encoding);
+    return encodings;
+}
+
+std::string namesOf(const std::vector<TextEncoding>& encodings) {
+    std::string names;
+    for (const TextEncoding encoding : encodings)
+        names.append(names.empty() ? "" : ", ").append(*nameOfTextEncoding(encoding));
     return names;
 }
 
@@ -284,10 +290,10 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
         error.remedy = "Give the encoding that it is in.";
         return error;
     }
-    const std::string names = readingEncodings(bytes);
-    error.remedy = names.empty()
+    error.readingEncodings = readingEncodings(bytes);
+    error.remedy = error.readingEncodings.empty()
                        ? "It is not an OFX document in any supported encoding. Ask the institution for OFX."
-                       : "These encodings can read it: " + names + ".";
+                       : "These encodings can read it: " + namesOf(error.readingEncodings) + ".";
     return error;
 }
 

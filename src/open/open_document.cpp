@@ -2,45 +2,39 @@
 #include "open/open_document.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstddef>
-#include <cstdint>
 #include <limits>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "open/account_types.h"
-#include "open/accounting.h"
 #include "open/answers.h"
 #include "open/beginning.h"
 #include "open/contradictions.h"
 #include "open/date_rests.h"
-#include "open/delivery.h"
 #include "open/document_split.h"
 #include "open/ending.h"
 #include "open/error_with.h"
 #include "open/explanation.h"
+#include "open/header_faults.h"
 #include "open/identifiers.h"
+#include "open/interpreted.h"
 #include "open/investment_identifiers.h"
 #include "open/missing_values.h"
 #include "open/named_encoding.h"
 #include "open/parsing.h"
 #include "open/placement.h"
 #include "open/repair_losses.h"
-#include "open/response_kind.h"
 #include "open/rival_values.h"
 #include "open/root_name.h"
 #include "open/shown_text.h"
 #include "open/survey.h"
 #include "open/text_place.h"
 #include "open/values.h"
-#include "repair/front.h"
 #include "text/byte_order_marks.h"
-#include "tree/node_ref.h"
 
 /// \file
 /// The steps of one document: parse, survey the tree, make the objects, count what they deliver. When the
@@ -48,197 +42,6 @@
 
 namespace brackwell::opening {
 namespace {
-
-using Outcome = Parsed::Outcome;
-using reading::element;
-using reading::NodeRef;
-
-/// Two formatters as one: the second is asked when the first finds nothing.
-class NumberFormatters final : public NumberFormatter {
-public:
-    NumberFormatters(std::shared_ptr<const NumberFormatter> first,
-                     std::shared_ptr<const NumberFormatter> second)
-        : first_(std::move(first)), second_(std::move(second)) {}
-    std::optional<Decimal> numberFromString(std::string_view text) const override {
-        const std::optional<Decimal> number = first_->numberFromString(text);
-        return number ? number : second_->numberFromString(text);
-    }
-    std::optional<std::string> stringFromNumber(const Decimal& number) const override {
-        return first_->stringFromNumber(number);
-    }
-
-private:
-    std::shared_ptr<const NumberFormatter> first_;
-    std::shared_ptr<const NumberFormatter> second_;
-};
-
-/// The same for dates.
-class DateFormatters final : public DateFormatter {
-public:
-    DateFormatters(std::shared_ptr<const DateFormatter> first, std::shared_ptr<const DateFormatter> second)
-        : first_(std::move(first)), second_(std::move(second)) {}
-    std::optional<Date> dateFromString(std::string_view text) const override {
-        const std::optional<Date> date = first_->dateFromString(text);
-        return date ? date : second_->dateFromString(text);
-    }
-    std::string stringFromDate(Date date) const override { return first_->stringFromDate(date); }
-
-private:
-    std::shared_ptr<const DateFormatter> first_;
-    std::shared_ptr<const DateFormatter> second_;
-};
-
-/// The caller's formatter, then the document's; either may be null. One alone needs no wrapper.
-template <class Both, class Formatter>
-std::shared_ptr<const Formatter> inTurn(const std::shared_ptr<const Formatter>& first,
-                                        std::shared_ptr<const Formatter> second) {
-    if (!first) return second;
-    if (!second) return first;
-    return std::make_shared<Both>(first, std::move(second));
-}
-
-/// A document that was parsed, with the objects made of it.
-struct Interpreted {
-    Parsed parsed;
-    std::shared_ptr<TvOFXInterpreter> interpreter;
-    KnownResponses known;  ///< among the interpreter's responses
-    std::vector<InvestmentStatement> investmentStatements;
-    std::vector<Security> securities;
-    Survey survey;
-    Accounting accounting;
-    std::size_t missing = 0;       ///< what the tree holds and no object delivers
-    std::size_t repairable = 0;    ///< that of it which may be delivered after a repair
-    std::size_t headerFaults = 0;  ///< places of the header that hide fields of it
-
-    bool isRead() const noexcept { return interpreter != nullptr; }
-    /// True when there is nothing to repair.
-    bool isWhole() const noexcept {
-        return isRead() && parsed.hasRoot() && repairable + furtherLists() + doubtful() + headerFaults == 0;
-    }
-    /// How many parts of the tree do not, or may not, say what the document means.
-    std::size_t doubtful() const noexcept {
-        return survey.misplaced.count + survey.misplaced.repeated + accounting.mendable();
-    }
-    /// Repeated lists. A repair merges them, which may leave a period outside; so they weigh more than what
-    /// is doubtful.
-    std::size_t furtherLists() const noexcept { return survey.misplaced.further; }
-    const reading::Document& document() const noexcept {
-        return NodeRef::of(*parsed.content.ofxData).document();
-    }
-    const TvOFXResponseList& responses() const noexcept { return interpreter->allResponses(); }
-    Delivery delivery() const { return Delivery({known, investmentStatements, securities}, survey.found); }
-    std::size_t found(Content content_) const noexcept {
-        return survey.found[static_cast<std::size_t>(content_)];
-    }
-};
-
-void interpret(Interpreted& content, const OpenOptions& options, const WrittenDates* datesOfFile) {
-    const reading::Document& document = content.document();
-    content.survey = surveyOf(document);
-    if (datesOfFile != nullptr) content.survey.dates.takeOrdersFrom(*datesOfFile);
-    // Only few documents need the second, thorough walk.
-    if (content.survey.isOdd || document.leftovers().areAny()) {
-        content.accounting = Accounting(document);
-        content.survey.misplaced = content.accounting.misplaced();
-    }
-    const Survey& survey = content.survey;
-    const bool helpsNumbers = options.asWritten && !survey.amounts.arePlain();
-    const bool helpsDates = options.asWritten && !survey.dates.arePlain();
-    content.interpreter = TvOFXInterpreter::initWithParseResult(content.parsed.content);
-    auto numbers = inTurn<NumberFormatters>(options.numberFormatter,
-                                            helpsNumbers ? survey.amounts.formatter() : nullptr);
-    auto dates =
-        inTurn<DateFormatters>(options.dateFormatter, helpsDates ? survey.dates.formatter() : nullptr);
-    auto helper = TvOFXHelper::defaultHelper();
-    if (numbers || dates) {
-        helper = std::make_shared<TvOFXHelper>();
-        helper->setAmountNumberFormatter(std::move(numbers));
-        helper->setDateFormatter(std::move(dates));
-    }
-    content.interpreter->setHelperObject(helper);
-    content.interpreter->interpret();
-    content.known = KnownResponses(content.responses());
-    const auto& tree = content.parsed.content.ofxData;
-    const bool hasStatements =
-        content.found(Content::investmentAnswer) + content.found(Content::investmentStatement) != 0;
-    if (hasStatements) content.investmentStatements = brackwell::investmentStatements(tree, helper);
-    if (content.found(Content::security) != 0) content.securities = brackwell::securities(tree, helper);
-    const Delivery delivery = content.delivery();
-    content.missing = delivery.missing();
-    content.repairable = delivery.repairable();
-}
-
-Interpreted contentOf(Parsed parsed, const OpenOptions& options, const WrittenDates* datesOfFile) {
-    Interpreted content;
-    content.parsed = std::move(parsed);
-    // An XML document without an instruction has an empty tree of no document.
-    const bool hasTree =
-        content.parsed.outcome == Outcome::read && NodeRef::of(*content.parsed.content.ofxData);
-    if (hasTree) interpret(content, options, datesOfFile);
-    return content;
-}
-
-/// The bit of a header field in a set of fields, which are next to each other among the names; 0 for others.
-constexpr std::uint32_t fieldBit(reading::NameID name) noexcept {
-    constexpr reading::NameID first = element("OFXHEADER");
-    return name >= first && name - first < 32 ? std::uint32_t{1} << (name - first) : 0;
-}
-constexpr std::uint32_t kFieldsOfBoth = fieldBit(element("VERSION")) | fieldBit(element("SECURITY")) |
-                                        fieldBit(element("OLDFILEUID")) | fieldBit(element("NEWFILEUID"));
-constexpr std::uint32_t kFieldsOfPlain = fieldBit(element("DATA")) | fieldBit(element("ENCODING")) |
-                                         fieldBit(element("CHARSET")) | fieldBit(element("COMPRESSION"));
-static_assert(std::popcount(kFieldsOfBoth | kFieldsOfPlain) == 8, "each field has a bit of its own");
-
-/// True for a header with all fields of its kind: then none can be hidden.
-bool isHeaderWhole(const ParseDictionary& header) noexcept {
-    std::uint32_t fields = 0;
-    bool isXML = false;
-    for (const NodeRef& field : NodeRef::of(header).children()) {
-        fields |= fieldBit(field.nameID());
-        if (field.nameID() == element("OFXHEADER")) isXML = field.isText() && field.text() == "200";
-    }
-    const std::uint32_t wanted = isXML ? kFieldsOfBoth : kFieldsOfBoth | kFieldsOfPlain;
-    return (fields & wanted) == wanted;
-}
-
-/// In how many places the header of a text hides fields. Finding that out takes longer than importing a small
-/// statement, so only a header that lacks a field is examined.
-std::size_t headerFaultsOf(const Parsed& parsed, std::string_view text) {
-    const auto& header = parsed.content.ofxHeader;
-    return header && isHeaderWhole(*header) ? 0 : repair::headerEdits(text).size();
-}
-
-/// True when a repair has improved the content. The first difference decides, the most important one first.
-bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
-    if (!repaired.isRead()) return false;
-    if (!before.isRead()) return true;
-    if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
-    if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
-    if (repaired.furtherLists() != before.furtherLists())
-        return repaired.furtherLists() < before.furtherLists();
-    if (repaired.doubtful() != before.doubtful()) return repaired.doubtful() < before.doubtful();
-    return repaired.headerFaults < before.headerFaults;
-}
-
-/// The accounts of account lists, with the blocks that a record leaves out.
-std::vector<ListedAccount> accountsOf(const std::vector<const TvOFXAccountInfoResponse*>& lists) {
-    std::vector<ListedAccount> accounts;
-    for (const TvOFXAccountInfoResponse* const list : lists) {
-        if (!list->originalParseData()) continue;
-        auto record = list->accountInfos().begin();
-        for (const NodeRef& node : NodeRef::of(*list->originalParseData())[element("ACCTINFO")].elements()) {
-            if (!node.isDictionary() || record == list->accountInfos().end()) continue;
-            ListedAccount& account = accounts.emplace_back();
-            account.record = *record++;
-            account.bank = account.record->bankAccountInfo();
-            if (const NodeRef card = node[element("CCACCTINFO")]; card.isDictionary())
-                account.card = TvOFXCreditCardAccountInfo::initWithParserDict(card.dictionary());
-            if (const NodeRef investment = node[element("INVACCTINFO")]; investment.isDictionary())
-                account.investment = TvOFXInvestmentAccountInfo::initWithParseDict(investment.dictionary());
-        }
-    }
-    return accounts;
-}
 
 /// What follows the lines of a header of OFX 1, or all of a text without one.
 std::string_view textAfterHeader(std::string_view text) noexcept {
@@ -267,7 +70,7 @@ public:
 
     /// Parses the document and makes objects of it, as far as that goes without a repair.
     void begin() {
-        content_ = contentOf(firstParsed(), options_, datesOfFile_);
+        content_ = interpreted(firstParsed(), options_, datesOfFile_);
         state_->text = content_.parsed.text;
         state_->encoding = content_.parsed.encoding;
         state_->mark = markOf(state_->bytes.bytes(), content_.parsed);
@@ -311,7 +114,7 @@ private:
         RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
         if (repaired.changes.empty()) return trial_.keep({});
         const Data text = Data::adopt(std::move(repaired.text));
-        Interpreted after = contentOf(parse(text, TextEncodingUTF8), options_, datesOfFile_);
+        Interpreted after = interpreted(parse(text, TextEncodingUTF8), options_, datesOfFile_);
         after.headerFaults = headerFaultsOf(after.parsed, text.bytes());
         if (!isBetter(after, content)) return trial_.keep(std::move(repaired.changes));
         content = std::move(after);

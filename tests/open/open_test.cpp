@@ -625,6 +625,13 @@ TEST_CASE("of many documents that are no text only the first ones name the encod
         CHECK(error.code == OpenErrorCode::undecodable);
         CHECK(error.remedy.starts_with(i < 4 ? "These encodings can read it: "
                                              : "Give the encoding that it is in."));
+        CHECK(error.readingEncodings.empty() == (i >= 4));
+        for (const TextEncoding encoding : error.readingEncodings) {
+            OpenOptions options;
+            options.encoding = encoding;
+            CHECK(opened("<OFX><A>\xFF\x81</OFX>\n", options));
+            CHECK(error.remedy.find(*nameOfTextEncoding(encoding)) != error.remedy.npos);
+        }
     }
 }
 

@@ -30,10 +30,11 @@ std::string explainTags(const OpenError& error, std::string_view text, std::size
 std::string remedyFor(const OpenError& error) {
     if (error.isRepairable)
         return "Without --as-is the file is repaired; \"brackwell repair\" lists the changes.";
-    constexpr std::string_view encodings = "These encodings can read it: ";
-    if (error.remedy.starts_with(encodings))
-        return "--encoding NAME reads it with one of these names: " + error.remedy.substr(encodings.size());
-    return error.remedy;
+    if (error.readingEncodings.empty()) return error.remedy;
+    std::string names;
+    for (const brackwell::TextEncoding encoding : error.readingEncodings)
+        names.append(names.empty() ? "" : ", ").append(*brackwell::nameOfTextEncoding(encoding));
+    return "--encoding NAME reads it with one of these names: " + names + ".";
 }
 
 }  // namespace
