@@ -22,6 +22,7 @@
 /// All of the library but its macro and the two constants of its version.
 
 #include <brackwell/accounts.h>
+#include <brackwell/anonymize.h>
 #include <brackwell/convert.h>
 #include <brackwell/investments.h>
 #include <brackwell/model.h>

@@ -9,6 +9,8 @@ namespace brackwell {
 /// The value of an ASCII digit; 10 or more for every other byte.
 constexpr unsigned digitValue(char character) noexcept { return static_cast<unsigned char>(character - '0'); }
 
+constexpr bool isASCIIDigit(char character) noexcept { return digitValue(character) < 10; }
+
 /// True when the text begins with at least `count` ASCII digits.
 constexpr bool beginsWithDigits(std::string_view text, std::size_t count) noexcept {
     if (text.size() < count) return false;

@@ -579,6 +579,31 @@ TEST_CASE("repairing takes time in proportion to the document") {
         });
 }
 
+TEST_CASE("making a document anonymous takes time in proportion to it") {
+    std::vector<Shape> shapes{
+        {"words before the document", [](auto n) { return repeated("word ", n); }},
+        {"fields of a header in a line", [](auto n) { return repeated("VERSION:1", n); }},
+        {"a long word", [](auto n) { return "<NAME>" + repeated("a1", n); }},
+        {"a long amount", [](auto n) { return "<TRNAMT>" + repeated("1a", n); }},
+        {"letters beyond ASCII", [](auto n) { return "<NAME>" + repeated("\u00E9\u6771", n); }},
+        {"ampersands", [](auto n) { return "<NAME>" + repeated("&", n); }},
+        {"references", [](auto n) { return "<NAME>" + repeated("&#74;", n); }},
+        {"less-than signs", [](auto n) { return repeated("< ", n); }},
+        {"tags that do not end", [](auto n) { return repeated("<NAMEx", n); }},
+        {"a name that does not end", [](auto n) { return "<" + repeated("NAME", n); }},
+        {"comments that do not end", [](auto n) { return repeated("<!-- ", n); }},
+        {"declarations that do not end", [](auto n) { return repeated("<!x ", n); }},
+        {"attributes", [](auto n) { return "<?x " + repeated("a='b' c=", n); }},
+        {"character data that does not end", [](auto n) { return repeated("<![CDATA[", n); }},
+        {"unknown names", [](auto n) { return numbered("<A#>", n); }},
+    };
+    for (const Shape& body : kBodies) shapes.push_back(body);
+    for (const Shape& shape : shapes)
+        checkLinear(shape, [](const std::string& document) {
+            CHECK(Anonymizer().anonymize(Data::view(document)).bytes.size() == document.size());
+        });
+}
+
 TEST_CASE("reading a number or a date takes time in proportion to its text") {
     const std::vector<Shape> texts{
         {"digits", [](auto n) { return std::string(n, '1'); }},

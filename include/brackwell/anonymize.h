@@ -1,0 +1,87 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+/// \file
+/// Makes of a document one that can be given away, for example with a report of a mistake: every value that
+/// says who somebody is, or how much they have, is replaced, and everything else stays as it is, mistakes
+/// included.
+///
+///     brackwell::Anonymizer anonymizer;
+///     std::optional<brackwell::Data> bytes = brackwell::Data::fromFile("july.ofx");
+///     if (bytes) send(anonymizer.anonymize(*bytes).bytes);
+
+#include <brackwell/platform.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace brackwell {
+
+/// What is replaced beside what always is.
+struct AnonymizeOptions {
+    /// True replaces what names the institution, too: its name, identifiers, addresses on the web, telephone
+    /// numbers. Often a mistake cannot be found without knowing whose document it is.
+    bool institution = false;
+    /// By how many days all dates are moved; 0 leaves them as they are. A date that would leave the years 1
+    /// to 9999 stays.
+    std::int32_t shiftDays = 0;
+};
+
+/// Elements of one name that the OFX standard does not have.
+struct UnknownElements {
+    std::string name;       ///< as the document writes it
+    std::size_t count = 0;  ///< how often it begins
+
+    bool operator==(const UnknownElements&) const = default;
+};
+
+/// A document without what says who.
+struct AnonymizedDocument {
+    /// As many bytes as the document had, in its encoding.
+    Data bytes;
+    /// How many values were replaced.
+    std::size_t replaced = 0;
+    /// Elements whose names stay although nobody knows what they mean, in the order of their first places,
+    /// 20 at most. Their values are replaced. Look at them before you give the document away.
+    std::vector<UnknownElements> unknown;
+};
+
+/// Replaces the values of documents: names, memos, account numbers, identifiers, amounts, balances, keys,
+/// cookies, addresses, telephone numbers, whatever stands in comments, and every other text that is not one
+/// of the codes of the OFX standard.
+///
+/// - A letter becomes a letter, a digit a digit; capitals stay capitals. Signs, blanks, entities and every
+///   tag stay. An amount keeps its sign, its marks, its places and its zeros at the front; one of nothing but
+///   zeros stays.
+/// - Alike stays alike: a word becomes the same word wherever it stands, in all documents of one object, so
+/// an
+///   account number can be followed from one file to the next; different words of ASCII characters become
+///   different words. Other letters are replaced by letters of the same document.
+/// - What is replaced cannot be found out without the object's key, which is random and never leaves it.
+///   How long a word is can be seen, and that two are the same.
+/// - Codes stay: types of accounts and transactions, currencies, status codes, flags. So do dates, unless
+///   they are moved, and the header but for identifiers of files.
+/// - The sums of a document are not true afterwards: balances do not follow from transactions, and the total
+///   of an investment is not its units times its price.
+///
+/// The document need not be one that reads. Takes time in proportion to it.
+class BRACKWELL_EXPORT Anonymizer {
+public:
+    /// Copies share the key.
+    explicit Anonymizer(AnonymizeOptions options = {});
+
+    /// The document without what says who. `encoding` is the one it is in, such as
+    /// OpenedDocument::encoding tells. With TextEncodingNone, or when the bytes are not what that encoding
+    /// makes of their text, a byte order mark decides, then whether they are UTF-8; all else counts as one
+    /// byte for a character.
+    AnonymizedDocument anonymize(const Data& bytes, TextEncoding encoding = TextEncodingNone) const;
+
+private:
+    struct BRACKWELL_INTERNAL State;
+    std::shared_ptr<const State> state_;
+};
+
+}  // namespace brackwell

@@ -1,0 +1,222 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <brackwell/anonymize.h>
+
+#include <iterator>
+#include <algorithm>
+#include <chrono>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+
+#include "anonymize/document_walk.h"
+#include "anonymize/replacement.h"
+#include "anonymize/value_kind.h"
+#include "text/ascii_digit.h"
+#include "text/byte_order_marks.h"
+
+namespace brackwell {
+namespace {
+
+using namespace anonymizing;
+using elements::Element;
+
+// ---------------------------------------------------------------------------------------------
+// Dates
+
+constexpr std::size_t kDigitsOfDay = 8;
+
+/// The eight digits of another day; nothing when the text does not begin with a day, or there is no such day
+/// in the years 1 to 9999.
+std::optional<std::string> movedDay(std::string_view text, std::int32_t days) {
+    if (!beginsWithDigits(text, kDigitsOfDay)) return std::nullopt;
+    const auto number = [text](std::size_t begin, std::size_t size) {
+        unsigned value = 0;
+        for (const char c : text.substr(begin, size)) value = value * 10 + digitValue(c);
+        return value;
+    };
+    const std::chrono::year_month_day before{std::chrono::year(static_cast<int>(number(0, 4))),
+                                             std::chrono::month(number(4, 2)),
+                                             std::chrono::day(number(6, 2))};
+    // No calendar that anybody uses is left by a number of days that is larger.
+    constexpr std::int32_t most = 4'000'000;
+    if (!before.ok() || days < -most || days > most) return std::nullopt;
+    const std::chrono::year_month_day after{std::chrono::sys_days(before) + std::chrono::days(days)};
+    const int year = static_cast<int>(after.year());
+    if (year < 1 || year > 9999) return std::nullopt;
+    std::string digits =
+        std::to_string(static_cast<unsigned>(year) * 10000U + static_cast<unsigned>(after.month()) * 100U +
+                       static_cast<unsigned>(after.day()));
+    return digits.insert(0, kDigitsOfDay - digits.size(), '0');
+}
+
+// ---------------------------------------------------------------------------------------------
+// Names
+
+/// True for a name as the standard and institutions write theirs. What has small letters may be a person's
+/// address in brackets.
+bool looksLikeElement(std::string_view name) noexcept {
+    return std::ranges::all_of(name, [](char c) {
+        return (c >= 'A' && c <= 'Z') || isASCIIDigit(c) ||
+               std::string_view("._-:").find(c) != std::string_view::npos;
+    });
+}
+
+class UnknownNames {
+public:
+    void add(std::string_view name) {
+        if (const auto found = positions_.find(name); found != positions_.end()) {
+            ++names_[found->second].count;
+        } else if (names_.size() < kMost) {
+            positions_.emplace(name, names_.size());
+            names_.push_back({std::string(name), 1});
+        }
+    }
+    std::vector<UnknownElements> take() && noexcept { return std::move(names_); }
+
+private:
+    static constexpr std::size_t kMost = 20;
+    std::unordered_map<std::string_view, std::size_t> positions_;  ///< of texts of the document
+    std::vector<UnknownElements> names_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Documents
+
+/// Writes the anonymous form of a text.
+class Writer final : public PartVisitor {
+public:
+    Writer(const Replacement& replacement, const AnonymizeOptions& options, std::size_t size)
+        : replacement_(replacement), options_(options) {
+        text_.reserve(size);
+    }
+
+    void onMarkup(std::string_view text) override { text_ += text; }
+    void onName(std::string_view name, Element element, bool isClose) override {
+        if (element == elements::kUnknown && !looksLikeElement(name)) return writeWords(name);
+        text_ += name;
+        if (element == elements::kUnknown && !isClose) unknown_.add(name);
+    }
+    void onValue(std::string_view text, Element element) override {
+        const std::string_view value = trimWhiteSpace(text);
+        if (value.empty()) return onMarkup(text);
+        switch (kindOf(element)) {
+            case ValueKind::institution:
+                return options_.institution ? writeWords(text) : onMarkup(text);
+            case ValueKind::code:
+                return looksLikeCode(value) ? onMarkup(text) : writeWords(text);
+            case ValueKind::date:
+                return looksLikeDate(value) ? writeDate(text, value) : writeWords(text);
+            case ValueKind::amount:
+                return replace(text, &Replacement::appendAmount);
+            case ValueKind::text:
+                return writeWords(text);
+        }
+    }
+    void onHeaderValue(std::string_view field, std::string_view text) override {
+        const bool isIdentifier = field.ends_with("FILEUID") && text != "NONE";
+        return isIdentifier ? writeWords(text) : onMarkup(text);
+    }
+    void onOtherText(std::string_view text) override { writeWords(text); }
+
+    AnonymizedDocument finish(std::string& text) && {
+        text = std::move(text_);
+        return {Data(), replaced_, std::move(unknown_).take()};
+    }
+
+private:
+    void writeWords(std::string_view text) { replace(text, &Replacement::appendWords); }
+    void replace(std::string_view text, void (Replacement::*append)(std::string&, std::string_view) const) {
+        const std::size_t before = text_.size();
+        (replacement_.*append)(text_, text);
+        if (std::string_view(text_).substr(before) != text) ++replaced_;
+    }
+    void writeDate(std::string_view text, std::string_view value) {
+        const auto day = options_.shiftDays == 0 ? std::nullopt : movedDay(value, options_.shiftDays);
+        if (!day) return onMarkup(text);
+        const auto begin = static_cast<std::size_t>(value.data() - text.data());
+        text_.append(text.substr(0, begin)).append(*day).append(text.substr(begin + day->size()));
+        ++replaced_;
+    }
+
+    const Replacement& replacement_;
+    const AnonymizeOptions& options_;
+    std::string text_;
+    std::size_t replaced_ = 0;
+    UnknownNames unknown_;
+};
+
+/// A byte order mark and what it says of the bytes after it.
+struct Mark {
+    std::string_view bytes;
+    TextEncoding encoding;
+};
+/// The longer ones come first, since one of them begins like another.
+constexpr Mark kMarks[] = {
+    {kUTF32BigEndianMark, TextEncodingUTF32BigEndian},
+    {kUTF32LittleEndianMark, TextEncodingNone},
+    {kUTF16BigEndianMark, TextEncodingUTF16BigEndian},
+    {kUTF16LittleEndianMark, TextEncodingUTF16LittleEndian},
+    {kUTF8Mark, TextEncodingUTF8},
+};
+
+/// The bytes that the characters of an encoding consist of at least, and in multiples of.
+std::size_t unitOf(TextEncoding encoding) noexcept {
+    switch (encoding) {
+        case TextEncodingUTF16BigEndian:
+        case TextEncodingUTF16LittleEndian:
+            return 2;
+        case TextEncodingUTF32BigEndian:
+            return 4;
+        default:
+            return 1;
+    }
+}
+
+}  // namespace
+
+struct Anonymizer::State {
+    AnonymizeOptions options;
+    ShapeCipher cipher;
+
+    /// Nothing when the encoding does not make these bytes of their text, or the result is not as long.
+    std::optional<AnonymizedDocument> anonymize(const Data& bytes, std::string_view mark,
+                                                TextEncoding encoding) const {
+        const std::size_t size = bytes.size() - mark.size();
+        const std::size_t tail = size % unitOf(encoding);  // of a document that is cut off
+        const Data body = bytes.slice(mark.size(), size - tail);
+        const std::optional<Data> text = decodeText(body, encoding);
+        if (!text) return std::nullopt;
+        const std::optional<Data> again = encodeText(text->bytes(), encoding);
+        if (!again || again->bytes() != body.bytes()) return std::nullopt;
+
+        const Letters letters(text->bytes());
+        const Replacement replacement(cipher, letters);
+        Writer writer(replacement, options, text->size());
+        walkThrough(text->bytes(), writer);
+        std::string changed;
+        AnonymizedDocument document = std::move(writer).finish(changed);
+        const std::optional<Data> encoded = encodeText(changed, encoding);
+        if (!encoded || encoded->size() != body.size()) return std::nullopt;
+        const std::string_view end = bytes.bytes().substr(bytes.size() - tail);
+        document.bytes = Data::adopt(std::string(mark).append(encoded->bytes()).append(end));
+        return document;
+    }
+};
+
+Anonymizer::Anonymizer(AnonymizeOptions options)
+    : state_(std::make_shared<const State>(State{options, {}})) {}
+
+AnonymizedDocument Anonymizer::anonymize(const Data& bytes, TextEncoding encoding) const {
+    const auto* const mark =
+        std::ranges::find_if(kMarks, [&](const Mark& row) { return bytes.bytes().starts_with(row.bytes); });
+    const std::string_view markBytes = mark != std::end(kMarks) ? mark->bytes : std::string_view();
+    const TextEncoding marked = mark != std::end(kMarks) ? mark->encoding : TextEncodingNone;
+    for (const TextEncoding candidate : {encoding, marked, TextEncodingUTF8})
+        if (candidate != TextEncodingNone)
+            if (auto document = state_->anonymize(bytes, markBytes, candidate)) return *std::move(document);
+    // Every byte is a character of Latin-1, so this one always succeeds.
+    return state_->anonymize(bytes, markBytes, TextEncodingISOLatin1).value_or(AnonymizedDocument());
+}
+
+}  // namespace brackwell

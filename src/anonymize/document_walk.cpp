@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "anonymize/document_walk.h"
+
+#include <algorithm>
+#include <cstddef>
+
+#include "anonymize/value_kind.h"
+#include "elements/header_fields.h"
+#include "text/ascii_case.h"
+#include "text/ascii_digit.h"
+#include "text/byte_order_marks.h"
+
+namespace brackwell::anonymizing {
+namespace {
+
+using elements::Element;
+
+bool isNamePart(char c) noexcept {
+    return isASCIILetter(c) || isASCIIDigit(c) || c == '.' || c == '_' || c == '-' || c == ':';
+}
+bool isBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+constexpr std::string_view kCommentBegin = "<!--";
+constexpr std::string_view kCommentEnd = "-->";
+constexpr std::string_view kCharacterDataBegin = "<![CDATA[";
+
+/// The field of a header of OFX 1, "NAME:", that a text begins with; "" when it begins with none.
+std::string_view fieldAt(std::string_view text) noexcept {
+    for (const std::string_view name : elements::kHeaderFields)
+        if (text.size() > name.size() && text[name.size()] == ':' &&
+            equalsIgnoringCase(text.substr(0, name.size()), name))
+            return name;
+    return {};
+}
+
+class Walk {
+public:
+    Walk(std::string_view text, PartVisitor& visitor) : rest_(text), visitor_(visitor) {}
+
+    void run() {
+        if (rest_.starts_with(kUTF8Mark)) visitor_.onMarkup(take(kUTF8Mark.size()));
+        readFreeText(take(std::min(rest_.find('<'), rest_.size())));
+        while (!rest_.empty()) {
+            if (rest_.starts_with('<') && readMarkup()) continue;
+            // The "<" that begins nothing is a part of the value.
+            visitor_.onValue(take(std::min(rest_.find('<', 1), rest_.size())), element_);
+        }
+    }
+
+private:
+    std::string_view take(std::size_t size) noexcept {
+        const std::string_view part = rest_.substr(0, size);
+        rest_.remove_prefix(part.size());
+        return part;
+    }
+
+    /// Text in no element, with the fields of a header of OFX 1 in it, each in a line or all in one.
+    void readFreeText(std::string_view text) {
+        while (!text.empty()) {
+            const std::string_view field = fieldAt(text);
+            std::size_t end = field.empty() ? 1 : field.size() + 1;
+            const std::size_t begin = field.empty() ? 0 : end;
+            while (end < text.size() && !isBlank(text[end]) && fieldAt(text.substr(end)).empty()) ++end;
+            if (field.empty()) {
+                visitor_.onOtherText(text.substr(0, end));
+            } else {
+                visitor_.onMarkup(text.substr(0, begin));
+                visitor_.onHeaderValue(field, text.substr(begin, end - begin));
+            }
+            text.remove_prefix(end);
+        }
+    }
+
+    // -----------------------------------------------------------------------------------------
+    // From a "<" on
+
+    /// False when the "<" begins no markup.
+    bool readMarkup() {
+        if (rest_.starts_with(kCharacterDataBegin)) {  // what is in it may be elements
+            visitor_.onMarkup(take(kCharacterDataBegin.size()));
+        } else if (rest_.starts_with(kCommentBegin)) {  // what is in it may be a header
+            visitor_.onMarkup(take(kCommentBegin.size()));
+            readFreeText(take(std::min(rest_.find(kCommentEnd), rest_.size())));
+            visitor_.onMarkup(take(kCommentEnd.size()));
+        } else if (rest_.starts_with("<?")) {
+            readInstruction(take(std::min(rest_.find("?>"), rest_.size())));
+        } else if (rest_.starts_with("<!")) {
+            visitor_.onMarkup(take(2));
+            visitor_.onOtherText(take(std::min(rest_.find_first_of("<>"), rest_.size())));
+        } else {
+            return readTag();
+        }
+        return true;
+    }
+
+    /// The fields of a header of OFX 2, "NAME=value" with or without quotation marks.
+    void readInstruction(std::string_view text) {
+        for (std::size_t equals = text.find('='); equals != text.npos; equals = text.find('=')) {
+            std::size_t nameBegin = equals;
+            while (nameBegin > 0 && isNamePart(text[nameBegin - 1])) --nameBegin;
+            std::size_t begin = equals + 1;
+            const bool isQuoted = begin < text.size() && (text[begin] == '"' || text[begin] == '\'');
+            if (isQuoted) ++begin;
+            std::size_t end = begin;
+            while (end < text.size() && (isQuoted ? text[end] != text[begin - 1] : !isBlank(text[end])))
+                ++end;
+            visitor_.onMarkup(text.substr(0, begin));
+            visitor_.onHeaderValue(text.substr(nameBegin, equals - nameBegin),
+                                   text.substr(begin, end - begin));
+            text.remove_prefix(end);
+        }
+        visitor_.onMarkup(text);
+    }
+
+    bool readTag() {
+        std::size_t begin = 1;
+        const bool isClose = rest_.substr(begin).starts_with('/');
+        if (isClose) ++begin;
+        while (begin < rest_.size() && isBlank(rest_[begin])) ++begin;
+        std::size_t end = begin;
+        while (end < rest_.size() && isNamePart(rest_[end])) ++end;
+        if (end == begin) return false;
+        const std::size_t mark = std::min(rest_.find_first_of("<>", end), rest_.size());
+        const bool isFinished = mark < rest_.size() && rest_[mark] == '>';
+        const std::string_view name = rest_.substr(begin, end - begin);
+        Element element = elementMeantBy(name);
+        if (element == elements::kUnknown) {
+            // A name that nobody knows is one only where nothing but blanks follows it.
+            const bool isName = isFinished && (end == mark || isBlank(rest_[end]) || rest_[end] == '/');
+            if (!isName) end = begin + knownPrefix(name);
+            if (end == begin) return false;
+            element = elementMeantBy(rest_.substr(begin, end - begin));
+        }
+        const bool hasInside = isFinished && end >= begin + name.size();
+        visitor_.onMarkup(take(begin));
+        visitor_.onName(take(end - begin), element, isClose);
+        if (hasInside) {
+            visitor_.onOtherText(take(mark - end));
+            visitor_.onMarkup(take(1));
+        }
+        element_ = isClose ? elements::kUnknown : element;
+        return true;
+    }
+
+    /// The size of the longest name of an element that a name begins with: that of a tag without its ">",
+    /// "<TRNAMT-5.00". A name of one letter is rather a word.
+    static std::size_t knownPrefix(std::string_view name) noexcept {
+        std::size_t size = std::min(name.size(), elements::kLongestName);
+        while (size > 1 && elementMeantBy(name.substr(0, size)) == elements::kUnknown) --size;
+        return size > 1 ? size : 0;
+    }
+
+    std::string_view rest_;
+    PartVisitor& visitor_;
+    Element element_ = elements::kUnknown;  ///< whose value a text is; unknown after a close tag
+};
+
+}  // namespace
+
+void walkThrough(std::string_view text, PartVisitor& visitor) { Walk(text, visitor).run(); }
+
+}  // namespace brackwell::anonymizing

@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "anonymize/value_kind.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+#include "elements/structure_tables.h"
+#include "text/ascii_case.h"
+#include "text/ascii_digit.h"
+#include "text/text_parts.h"
+
+namespace brackwell::anonymizing {
+namespace {
+
+struct Named {
+    std::string_view name;
+    ValueKind kind;
+};
+
+/// Elements whose kind does not follow from the type of their values.
+constexpr auto kNamed = std::to_array<Named>({
+    // Texts of the standard, not of a person.
+    {"LANGUAGE", ValueKind::code},
+    {"PROCDAYSOFF", ValueKind::code},
+    {"UNIQUEIDTYPE", ValueKind::code},
+    {"TAXYEARSUPPORTED", ValueKind::code},
+    {"INVALIDACCTTYPE", ValueKind::code},
+    {"ACCTTYPE2", ValueKind::code},
+    {"INVALIDACCTTYPE2", ValueKind::code},
+    {"SVC2", ValueKind::code},
+    {"SVCSTATUS2", ValueKind::code},
+    // The institution's own.
+    {"AUTHTOKENINFOURL", ValueKind::institution},
+    {"AUTHTOKENLABEL", ValueKind::institution},
+    {"BANKID", ValueKind::institution},
+    {"BROKERID", ValueKind::institution},
+    {"CSPHONE", ValueKind::institution},
+    {"FID", ValueKind::institution},
+    {"FINAME", ValueKind::institution},
+    {"FIROUTINGNUM", ValueKind::institution},
+    {"INTU.BID", ValueKind::institution},
+    {"MFAPHRASELABEL", ValueKind::institution},
+    {"ORG", ValueKind::institution},
+    {"SIGNONREALM", ValueKind::institution},
+    {"SPNAME", ValueKind::institution},
+    {"TSPHONE", ValueKind::institution},
+    {"URL", ValueKind::institution},
+    {"USERCRED1LABEL", ValueKind::institution},
+    {"USERCRED2LABEL", ValueKind::institution},
+});
+
+constexpr ValueKind kindOfType(elements::ValueType type) noexcept {
+    using enum elements::ValueType;
+    switch (type) {
+        case amount:
+            return ValueKind::amount;
+        case date:
+        case time:
+            return ValueKind::date;
+        case code:
+        case flag:
+        case integer:
+            return ValueKind::code;
+        default:
+            return ValueKind::text;
+    }
+}
+
+/// By element, the last one for all that are not known.
+constexpr auto kKinds = [] {
+    std::array<ValueKind, elements::kElementCount + 1> kinds{};
+    for (std::size_t i = 0; i != elements::kElementCount; ++i)
+        kinds[i] = kindOfType(elements::kElementRows[i].type);
+    for (const Named& row : kNamed) kinds[elements::tables::find(row.name)] = row.kind;
+    kinds.back() = ValueKind::text;
+    return kinds;
+}();
+static_assert(std::ranges::all_of(kNamed, [](const Named& row) {
+    return elements::tables::find(row.name) != elements::kUnknown;
+}));
+
+}  // namespace
+
+ValueKind kindOf(elements::Element element) noexcept { return kKinds[element]; }
+
+elements::Element elementMeantBy(std::string_view name) noexcept {
+    name = afterLast(name, ":");
+    std::array<char, elements::kLongestName> capitals{};
+    if (name.empty() || name.size() > capitals.size()) return elements::kUnknown;
+    std::ranges::transform(name, capitals.begin(), capitalLetter);
+    return elements::findElement({capitals.data(), name.size()});
+}
+
+bool looksLikeCode(std::string_view text) noexcept {
+    constexpr std::size_t longest = 20;
+    constexpr std::ptrdiff_t mostDigits = 5;  // a status has them; a telephone number or an account has more
+    const auto isPart = [](char c) { return isASCIILetter(c) || isASCIIDigit(c) || c == '_' || c == '-'; };
+    return text.size() <= longest && std::ranges::all_of(text, isPart) &&
+           std::ranges::count_if(text, isASCIIDigit) <= mostDigits;
+}
+
+bool looksLikeDate(std::string_view text) noexcept {
+    constexpr std::size_t longest = 48;
+    constexpr std::ptrdiff_t mostLetters = 9;  // "Sept" and a zone of some letters
+    const auto isPart = [](char c) {
+        return isASCIILetter(c) || isASCIIDigit(c) ||
+               std::string_view("+-/.,:[] ").find(c) != std::string_view::npos;
+    };
+    return text.size() <= longest && std::ranges::all_of(text, isPart) &&
+           std::ranges::count_if(text, isASCIILetter) <= mostLetters &&
+           std::ranges::any_of(text, isASCIIDigit);
+}
+
+}  // namespace brackwell::anonymizing

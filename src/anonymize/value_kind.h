@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include "elements/structure.h"
+
+namespace brackwell::anonymizing {
+
+/// What the values of an element are, for somebody who must not learn from them who somebody is.
+enum class ValueKind : std::uint8_t {
+    text,         ///< says who, or may do so
+    amount,       ///< says how much
+    date,         ///< stays, or is moved
+    code,         ///< a word of the standard or a small number: stays, if it looks like one
+    institution,  ///< says which institution
+};
+
+/// The kind of an element's values; text for elements that are not known.
+ValueKind kindOf(elements::Element element) noexcept;
+
+/// The element that a name in a tag means, in whatever case and with whatever prefix of a namespace.
+elements::Element elementMeantBy(std::string_view name) noexcept;
+
+/// True for what can be a code: a word or a number that is too short to say who.
+bool looksLikeCode(std::string_view text) noexcept;
+
+/// True for what can be a date or a time of day, in any form: digits, marks, and a zone.
+bool looksLikeDate(std::string_view text) noexcept;
+
+}  // namespace brackwell::anonymizing
