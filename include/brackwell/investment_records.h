@@ -116,9 +116,9 @@ public:
 
     std::size_t size() const noexcept { return size_; }    ///< how many there are
     bool isEmpty() const noexcept { return size_ == 0; }   ///< true when there is none
-    Object operator[](std::size_t index) const noexcept {  ///< REQUIRES: index < size()
-        return Object(records_, numbers_[index]);
-    }
+    /// The object at this position, made when asked for.
+    /// REQUIRES: index < size()
+    Object operator[](std::size_t index) const noexcept { return Object(records_, numbers_[index]); }
     /// @{
     /// Valid as long as this list.
     Iterator begin() const noexcept { return {this, 0}; }

@@ -60,8 +60,8 @@ public:
     explicit TvOFXAggregate(const std::optional<ParseDictionary>& node) : originalParseData_(node) {}
     /// Restores the node from "originalPD".
     explicit TvOFXAggregate(const KeyedUnarchiver& coder);
-    TvOFXAggregate(const TvOFXAggregate&) = delete;
-    TvOFXAggregate& operator=(const TvOFXAggregate&) = delete;
+    TvOFXAggregate(const TvOFXAggregate&) = delete;             ///< objects are shared, not copied
+    TvOFXAggregate& operator=(const TvOFXAggregate&) = delete;  ///< the same
     virtual ~TvOFXAggregate();
 
     /// An object that keeps the node and reads nothing from it.
@@ -337,7 +337,7 @@ public:
     }
     /// The responses of the banking message set.
     const TvOFXResponseList& bankingMsgSet() const noexcept { return bankingMsgSet_; }
-    /// Never filled.
+    /// Always absent: a message keeps no bytes of its document; an application that needs them keeps them.
     const std::optional<Data>& data() const noexcept { return data_; }
 
     /// The bank accounts followed by the card accounts. Made on the first call and kept: later calls
