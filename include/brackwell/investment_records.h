@@ -114,8 +114,8 @@ public:
                    std::size_t size) noexcept
         : records_(std::move(records)), numbers_(numbers), size_(size) {}
 
-    std::size_t size() const noexcept { return size_; }    ///< how many there are
-    bool isEmpty() const noexcept { return size_ == 0; }   ///< true when there is none
+    std::size_t size() const noexcept { return size_; }   ///< how many there are
+    bool isEmpty() const noexcept { return size_ == 0; }  ///< true when there is none
     /// The object at this position, made when asked for.
     /// REQUIRES: index < size()
     Object operator[](std::size_t index) const noexcept { return Object(records_, numbers_[index]); }
