@@ -33,13 +33,23 @@ int writeText(std::string_view text) {
     return output.close() ? 0 : 1;
 }
 
+/// False when a folder could not be looked into or holds no document.
+bool sayFolders(const tool::Options& options) {
+    for (const tool::FolderNote& error : options.folderErrors) tool::say(error.subject, error.text);
+    if (!options.isQuiet)
+        for (const tool::FolderNote& note : options.folderNotes) tool::say(note.subject, note.text);
+    return options.folderErrors.empty();
+}
+
 int runCommand(const tool::Options& options) {
+    const bool areFoldersRead = sayFolders(options);
+    if (!areFoldersRead && options.files.empty()) return 1;
     tool::Progress progress;
     tool::Output output(options.outputFile, options.replacesDocuments, progress);
     tool::Run run{options, output, progress};
     const bool isDone = output.isGood() && options.command->run(run);
     progress.end();
-    if (!output.close() || !isDone || !tool::areMessagesWritten()) return 1;
+    if (!output.close() || !isDone || !areFoldersRead || !tool::areMessagesWritten()) return 1;
     return options.isStrict && run.findings != 0 ? kHasFindings : 0;
 }
 

@@ -57,9 +57,9 @@ TEST_CASE("what is wrong with a file is written to standard error, after its nam
     }
 }
 
-TEST_CASE("a folder is no file") {
+TEST_CASE("a folder is no file where a command reads a single one") {
     const TemporaryFolder folder;
-    const Finished finished = tool({"json", folder.path()});
+    const Finished finished = tool({"tree", folder.path()});
     CHECK(finished.status == 1);
     CHECK(finished.error == folder.path() + ": " + folder.path() + " is a folder.\n  Name a file in it.\n");
 }

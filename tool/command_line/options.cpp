@@ -3,11 +3,15 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <memory>
 #include <sstream>
+#include <system_error>
+#include <utility>
 
 #include "command_line/filter_options.h"
 #include "commands/commands.h"
+#include "console/document_file.h"
 #include "console/output_target.h"
 #include "text/characters.h"
 
@@ -16,7 +20,8 @@ namespace {
 
 constexpr const char* kExamples =
     "Examples:\n"
-    "  brackwell show july.ofx\n"
+    "  brackwell show july.ofx             (also without \"show\")\n"
+    "  brackwell report Downloads --output report.html\n"
     "  brackwell csv --output year.csv *.ofx\n"
     "  curl -s https://bank.example/statement | brackwell json -\n"
     "  brackwell request accounts --version 211 --since 20240101\n\n"
@@ -78,9 +83,12 @@ void declareFindings(CLI::App& sub, Options& options) {
 
 /// The same, and so can choose its encoding.
 void declareFiles(CLI::App& sub, const Command& command, Options& options, Texts& texts) {
-    auto* files = sub.add_option("FILE", options.files, "A document; - is standard input")->required();
-    files->type_name("");
-    files->expected(1, command.has(kSeveralFiles) ? CLI::detail::expected_max_vector_size : 1);
+    const bool isOne = command.has(kOneFile);
+    auto* files = sub.add_option("FILE", options.files,
+                                 isOne ? "A document; - is standard input"
+                                       : "A document, or a folder of documents; - is standard input");
+    files->required()->type_name("");
+    files->expected(1, isOne ? 1 : CLI::detail::expected_max_vector_size);
     sub.add_option("--encoding", texts.encoding, "The text encoding; detected when not given")
         ->type_name("NAME")
         ->check(CLI::Validator(checkEncoding, ""));
@@ -120,9 +128,8 @@ void declareCommand(CLI::App& app, const Command& command, Options& options, Tex
 
 constexpr char kNoArgumentHas = '\0';
 
-/// The arguments after the program's name, the last first as the parser wants them.
-std::vector<std::string> markedArguments(int count, const char* const* arguments) {
-    std::vector<std::string> marked(arguments + 1, arguments + std::max(count, 1));
+/// The arguments, the last first as the parser wants them.
+std::vector<std::string> markedArguments(std::vector<std::string> marked) {
     for (std::string& argument : marked)
         if (argument.starts_with('[') && argument.ends_with(']')) argument += kNoArgumentHas;
     std::ranges::reverse(marked);
@@ -147,6 +154,43 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.get_formatter()->column_width(32);
     for (const Command* command : commands::all()) declareCommand(app, *command, options, texts);
     declareUnmarking(app);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Files in places where the parser does not look for them
+
+bool exists(const std::string& name) {
+    std::error_code unknown;
+    return std::filesystem::exists(name, unknown);
+}
+
+bool isCommand(const std::string& name) {
+    return std::ranges::any_of(commands::all(),
+                               [&](const Command* command) { return command->name == name; });
+}
+
+/// The arguments after the program's name. Where a file stands in the place of the command, it is to be
+/// shown.
+std::vector<std::string> argumentsOf(int count, const char* const* arguments) {
+    std::vector<std::string> texts(arguments + 1, arguments + std::max(count, 1));
+    const auto first = std::ranges::find_if(
+        texts, [](const std::string& text) { return text == "-" || !text.starts_with('-'); });
+    if (first != texts.end() && !isCommand(*first) &&
+        (*first == "-" || exists(*first) || hasNameOfDocument(*first)))
+        texts.emplace(texts.begin(), commands::kShow.name);
+    return texts;
+}
+
+/// What to do about files whose names begin like options.
+std::string adviceOnNames(const std::vector<std::string>& arguments) {
+    std::string advice;
+    for (const std::string& name : arguments) {
+        if (name == "--") break;
+        if (name.starts_with('-') && name != "-" && (exists(name) || hasNameOfDocument(name)))
+            advice += "\"" + name + "\" was taken for an option, since it begins with a hyphen; write \"./" +
+                      name + "\" for the file\n";
+    }
+    return advice;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -179,6 +223,14 @@ void checkFiles(const Options& options) {
         throw CLI::ValidationError("FILE", "standard input can be read only once");
 }
 
+void takeFolders(Options& options) {
+    if (!options.command->has(kSeveralFiles)) return;
+    NamedFiles named = withoutFolders(options.files);
+    options.files = std::move(named.files);
+    options.folderErrors = std::move(named.errors);
+    options.folderNotes = std::move(named.notes);
+}
+
 void understand(Options& options, const Texts& texts) {
     brackwell::OpenOptions& reading = options.reading;
     if (texts.isAsIs) reading = brackwell::OpenOptions::asIs();
@@ -189,6 +241,7 @@ void understand(Options& options, const Texts& texts) {
         reading.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
     options.filter = understoodFilter(texts.filter);
     checkFiles(options);
+    takeFolders(options);
     checkOutput(options);
 }
 
@@ -199,8 +252,9 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
     Texts texts;
     CLI::App app("Reads Open Financial Exchange (OFX) documents.", "brackwell");
     declare(app, line.options, texts);
+    const std::vector<std::string> given = argumentsOf(count, arguments);
     try {
-        std::vector<std::string> marked = markedArguments(count, arguments);
+        std::vector<std::string> marked = markedArguments(given);
         app.parse(marked);
         understand(line.options, texts);
     } catch (const CLI::ParseError& outcome) {
@@ -212,10 +266,12 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
         if (outcome.get_name() == "ArgumentMismatch" && line.error.starts_with("FILE:"))
             line.error =
                 "FILE: this command takes a single document\nRun with --help for more information.\n";
-        if (*line.exitStatus != 0 && count > 1 && arguments[1][0] != '-' && app.get_subcommands().empty())
-            line.error = "unknown command \"" + std::string(arguments[1]) +
-                         "\"\nRun with --help for a list of the commands.\n";
+        if (*line.exitStatus != 0 && !given.empty() && !given[0].starts_with('-') &&
+            app.get_subcommands().empty())
+            line.error =
+                "unknown command \"" + given[0] + "\"\nRun with --help for a list of the commands.\n";
         std::erase(line.error, kNoArgumentHas);
+        if (*line.exitStatus != 0) line.error.insert(0, adviceOnNames(given));
     }
     return line;
 }

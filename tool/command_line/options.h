@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "filter/filter.h"
+#include "input/folders.h"
 
 namespace tool {
 
@@ -27,8 +28,10 @@ struct RequestOptions {
 
 /// The command line.
 struct Options {
-    const Command* command = nullptr;  ///< the row of the one that was given
-    std::vector<std::string> files;
+    const Command* command = nullptr;       ///< the row of the one that was given
+    std::vector<std::string> files;         ///< without folders, where the command takes several files
+    std::vector<FolderNote> folderErrors;   ///< what is to be said of folders, for exit status 1
+    std::vector<FolderNote> folderNotes;    ///< the same, unless --quiet is given
     std::optional<std::string> outputFile;  ///< none: standard output
     bool replacesDocuments = false;         ///< let the output take the place of an OFX document
     brackwell::OpenOptions reading;

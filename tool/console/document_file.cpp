@@ -143,7 +143,7 @@ bool isFirstTag(std::string_view text, bool goesOn) noexcept {
 }
 
 /// True for a text with a document in it that the reading commands would find, wherever it begins.
-bool holdsDocument(std::string_view text, bool goesOn) {
+bool hasDocument(std::string_view text, bool goesOn) {
     if (isOwnResult(text)) return false;
     for (std::size_t begin = 0; begin < text.size();) {
         const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
@@ -175,18 +175,26 @@ bool readBeginning(const std::string& path, std::string& bytes) {
     return count >= 0;
 }
 
-}  // namespace
-
-bool mayBeDocument(const std::string& path) {
-    std::string bytes;
-    if (!readBeginning(path, bytes)) return true;
-    if (bytes.starts_with(kGzip)) return true;
+/// True for the first bytes of a document, or of a text with one in it.
+bool isDocument(const std::string& bytes) {
     const bool goesOn = bytes.size() == kLookedThrough;
     return std::ranges::any_of(kForms, [&](const Form& form) {
         const std::string_view begin = form.width == 1 ? withoutMark(bytes) : std::string_view(bytes);
         return mayBeginDocument(beginningOf(begin, form), goesOn) ||
-               holdsDocument(form.width == 1 ? std::string(begin) : narrowed(begin, form), goesOn);
+               hasDocument(form.width == 1 ? std::string(begin) : narrowed(begin, form), goesOn);
     });
+}
+
+}  // namespace
+
+bool mayBeDocument(const std::string& path) {
+    std::string bytes;
+    return !readBeginning(path, bytes) || bytes.starts_with(kGzip) || isDocument(bytes);
+}
+
+bool holdsDocument(const std::string& path) {
+    std::string bytes;
+    return !readBeginning(path, bytes) || isDocument(bytes);
 }
 
 bool hasNameOfDocument(std::string_view path) noexcept {

@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// \file
-/// Which files are documents that an output must not take the place of.
+/// Which files are documents: an output must not take their place, and a folder stands for those in it.
 
 namespace tool {
 
@@ -13,6 +13,9 @@ namespace tool {
 /// text: what begins like an OFX document, has one within its first 64 KiB, or is of OFX's forerunner; also
 /// for what is compressed, and when it cannot be looked into.
 bool mayBeDocument(const std::string& path);
+
+/// True when a file is such a document, or cannot be looked into; false for what is compressed.
+bool holdsDocument(const std::string& path);
 
 /// True for the names that downloads have, such as "july.qfx", whatever is in the file.
 bool hasNameOfDocument(std::string_view path) noexcept;
