@@ -304,6 +304,11 @@ public:
     std::vector<Finding> findings() && { return findings(); }
     /// @}
     /// @{
+    /// All bytes of the file; empty when it could not be read.
+    const Data& bytes() const& noexcept;
+    Data bytes() && { return bytes(); }
+    /// @}
+    /// @{
     /// The documents in the file's order; empty when the file could not be read or has no bytes.
     const std::vector<OpenedDocument>& documents() const& noexcept;
     std::vector<OpenedDocument> documents() && { return documents(); }

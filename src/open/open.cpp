@@ -19,6 +19,7 @@ using opening::FileState;
 /// What stands behind an OpenedFile. It does not change once it is made.
 struct opening::FileState {
     OpenError error;
+    Data bytes;
     std::vector<OpenedDocument> documents;
     TvOFXResponseList responses;  ///< of all documents, like the lists after it
     std::vector<std::shared_ptr<TvOFXAccountStatement>> statements;
@@ -34,8 +35,9 @@ struct opening::FileState {
         return OpenedFile(std::move(state));
     }
 
-    static OpenedFile of(const std::vector<std::shared_ptr<DocumentState>>& documents) {
+    static OpenedFile of(Data bytes, const std::vector<std::shared_ptr<DocumentState>>& documents) {
         auto state = std::make_shared<FileState>();
+        state->bytes = std::move(bytes);
         const bool isRead = std::ranges::any_of(
             documents, [](const auto& document) { return document->interpreter != nullptr; });
         if (!isRead) state->error = documents.front()->error;
@@ -256,6 +258,7 @@ OpenedFile::OpenedFile(std::shared_ptr<const FileState> state) noexcept : state_
 
 OpenedFile::operator bool() const noexcept { return state_->error.code == OpenErrorCode::none; }
 const OpenError& OpenedFile::error() const noexcept { return state_->error; }
+const Data& OpenedFile::bytes() const& noexcept { return state_->bytes; }
 const std::vector<Finding>& OpenedFile::findings() const& noexcept { return state_->findings; }
 const std::vector<OpenedDocument>& OpenedFile::documents() const& noexcept { return state_->documents; }
 
@@ -295,7 +298,8 @@ std::shared_ptr<TvOFXMessage> OpenedFile::message() const {
 OpenedFile openData(const Data& data, const OpenOptions& options) {
     if (data.size() > options.maximumSize)
         return FileState::unread(opening::tooLargeError(options.maximumSize));
-    return FileState::of(opening::openDocuments(data.owned(), options));
+    const Data bytes = data.owned();
+    return FileState::of(bytes, opening::openDocuments(bytes, options));
 }
 
 namespace {

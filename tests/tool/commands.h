@@ -29,7 +29,8 @@ struct HelpedCommand {
         });
     }
     bool readsFiles() const { return contains(help, "\n  FILE "); }
-    bool takesSeveralFiles() const { return contains(help, "\n  FILE ... "); }
+    /// Into one output, which is what a command with a folder for its output does not do.
+    bool takesSeveralFiles() const { return contains(help, "\n  FILE ... ") && !has("--into"); }
 };
 
 /// All commands, in the order of the help, which is asked once.
@@ -80,9 +81,20 @@ inline bool takesSeveralFiles(const std::string& name) {
     });
 }
 
+/// True when the help of a command has this option.
+inline bool hasOption(const std::string& name, std::string_view option) {
+    return std::ranges::count(commandsWith(option), name) != 0;
+}
+
+/// False for the command that writes something else each time.
+inline bool isRepeatable(const std::string& name) { return name != "anonymize"; }
+
+/// False for the command that takes files that cannot be read, too.
+inline bool needsDocument(const std::string& name) { return name != "anonymize"; }
+
 /// False for a reading command that does not write what each transaction of a document is for.
 inline bool showsPayees(const std::string& name) {
-    return name != "accounts" && name != "duplicates" && name != "check";
+    return name != "accounts" && name != "duplicates" && name != "check" && name != "anonymize";
 }
 
 }  // namespace brackwell::tests

@@ -92,7 +92,7 @@ TEST_CASE("--quiet keeps findings back, and changes neither output nor status") 
             const Finished quiet = withFile(command, kOdd, {option});
             CHECK(quiet.status == 0);
             CHECK(quiet.error == "");
-            CHECK(quiet.output == withFile(command, kOdd).output);
+            if (isRepeatable(command)) CHECK(quiet.output == withFile(command, kOdd).output);
         }
 }
 
@@ -102,7 +102,7 @@ TEST_CASE("--quiet does not keep errors back") {
         const Finished missing = tool({command, "--quiet", "/nowhere"});
         CHECK(missing.status == 1);
         CHECK(missing.error == notFound("/nowhere"));
-        if (command == "repair") continue;
+        if (!hasOption(command, "--as-is")) continue;
         const Finished broken = withFile(command, kBroken, {"--quiet", "--as-is"});
         CHECK(broken.status == 1);
         CHECK(contains(broken.error, ": Found close tag </STMTTRN> without opening tag."));
@@ -117,7 +117,7 @@ TEST_CASE("--strict ends with 3 when there is a finding, whether it is said or n
             const Finished strict = withFile(command, document, {"--strict"});
             const Finished lenient = withFile(command, document);
             CHECK(strict.status == 3);
-            CHECK(strict.output == lenient.output);
+            if (isRepeatable(command)) CHECK(strict.output == lenient.output);
             CHECK(strict.error == lenient.error);
             CHECK(withFile(command, document, {"--strict", "-q"}).status == 3);
         }
@@ -165,7 +165,8 @@ TEST_CASE("--strict writes the file of --output, too") {
         const TemporaryFolder folder;
         const std::string odd = folder.file("odd.ofx", kOdd);
         CHECK(tool({command, "--strict", odd, "--output", folder.path("out")}).status == 3);
-        CHECK(folder.read("out") == tool({command, odd}).output);
+        CHECK(folder.read("out") != "");
+        if (isRepeatable(command)) CHECK(folder.read("out") == tool({command, odd}).output);
     }
 }
 
@@ -226,7 +227,7 @@ TEST_CASE("a document of several that does not read is a finding, and the others
     const std::string two = kClean + kBroken;
     for (const std::string& command : readingCommands()) {
         CAPTURE(command);
-        if (command == "repair") continue;
+        if (!hasOption(command, "--as-is")) continue;
         const Finished finished = withFile(command, two, {"--as-is"});
         CHECK(finished.status == 1);
         const std::vector<std::string> messages = linesOf(finished.error);
@@ -245,7 +246,7 @@ TEST_CASE("of several documents one that is no OFX is status 1 in every command"
         CAPTURE(command);
         const Finished finished = withFile(command, kClean + "OFXHEADER\n<html>", {});
         CHECK(finished.status == 0);  // the rest is text after the document
-        if (command == "repair") continue;
+        if (!hasOption(command, "--as-is")) continue;
         CHECK(withFile(command, kClean + kClean, {"--as-is"}).status == 0);
         CHECK(withFile(command, kClean + kClean + " <ofx></ofx>", {"--as-is"}).status == 1);
     }

@@ -32,6 +32,7 @@ std::optional<std::vector<std::string>> withoutPrivileges() {
 
 TEST_CASE("what was there before stays when no document could be read") {
     for (const std::string& command : writingCommands()) {
+        if (!needsDocument(command)) continue;
         std::vector<std::vector<std::string>> inputs{{"missing.ofx"}, {"bytes"}};
         if (command != "repair") inputs.push_back({"broken.ofx"});
         if (takesSeveralFiles(command)) inputs.push_back({"missing.ofx", "broken.ofx"});

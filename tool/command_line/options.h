@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <brackwell/anonymize.h>
 #include <brackwell/open.h>
 
 #include <cstdint>
@@ -26,6 +27,12 @@ struct RequestOptions {
     std::int32_t routing = 0;
 };
 
+/// What `brackwell anonymize` does.
+struct AnonymizeRequest {
+    brackwell::AnonymizeOptions what;
+    std::optional<std::string> folder;  ///< for the output; none: that goes where all output goes
+};
+
 /// The command line.
 struct Options {
     const Command* command = nullptr;       ///< the row of the one that was given
@@ -46,6 +53,7 @@ struct Options {
     TableKind table = TableKind::bank;
     bool hasCurrencies = false;  ///< a table of bank transactions has the currency of each
     RequestOptions request;
+    AnonymizeRequest anonymize;
 };
 
 /// What became of the command line: options, or an exit status with what is to be said instead of

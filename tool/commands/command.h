@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <string>
 #include <string_view>
 
 namespace CLI {
@@ -33,6 +34,8 @@ struct CommandRow {
     bool (*run)(Run& run) = nullptr;
     /// Declares the options of its own; null when it has none.
     void (*declareOptions)(CLI::App& command, Options& options) = nullptr;
+    /// What is wrong with a command line whose parts are all right, "" for nothing; null when nothing can be.
+    std::string (*problemWith)(const Options& options) = nullptr;
 };
 
 /// A row that lacks nothing: one without a function does not compile.

@@ -19,6 +19,7 @@
     COMMAND(Tree)              \
     COMMAND(Pretty)            \
     COMMAND(Repair)            \
+    COMMAND(Anonymize)         \
     COMMAND(Request)
 
 namespace tool::commands {

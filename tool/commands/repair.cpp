@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "console/document_output.h"
 #include "console/messages.h"
 #include "input/run.h"
 #include "text/diff.h"
@@ -94,22 +95,14 @@ void sayChanges(const std::string& name, const brackwell::OpenedDocument& docume
         list.sayGroups();
 }
 
-/// Writes a document; on a terminal, so that it can be looked at.
-void write(Output& output, std::string_view bytes) {
-    if (output.isTerminal())
-        output.write(visibleLines(bytes));
-    else
-        output.write(bytes);
-}
-
 /// Writes the document in the encoding that it came in.
 void writeRepaired(Run& run, const brackwell::OpenedDocument& document) {
-    if (document.changes().empty()) return write(run.output, document.bytes().bytes());
+    if (document.changes().empty()) return writeDocument(run.output, document.bytes().bytes());
     // What the repair puts in is ASCII, which every encoding has.
     const brackwell::Data& text = document.readText();
     const auto bytes = brackwell::encodeText(text.bytes(), document.encoding());
-    write(run.output, document.mark());
-    write(run.output, bytes.value_or(text).bytes());
+    writeDocument(run.output, document.mark());
+    writeDocument(run.output, bytes.value_or(text).bytes());
 }
 
 bool runRepair(Run& run) {

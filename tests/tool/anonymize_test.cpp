@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: Apache-2.0
+#include <sys/stat.h>
+
+#include <filesystem>
+
+#include "support/documents.h"
+#include "tool/commands.h"
+
+using namespace brackwell::tests;
+
+namespace {
+
+const std::string kDocument = transactionsWith(
+    "<STMTTRN><TRNTYPE>POS<DTPOSTED>20240228<TRNAMT>-88.31<FITID>4711081500<NAME>Jane Miller<MEMO>Rent"
+    "</STMTTRN>");
+
+bool saysWho(const std::string& text) {
+    for (const char* part : {"Jane", "Miller", "4711081500", "88.31", "Rent"})
+        if (contains(text, part)) return true;
+    return false;
+}
+
+}  // namespace
+
+TEST_CASE("anonymize writes a document of the same shape that does not say who") {
+    const Finished finished = tool({"anonymize", "-"}, kDocument);
+    CHECK(finished.status == 0);
+    CHECK(finished.output.size() == kDocument.size());
+    CHECK_FALSE(saysWho(finished.output));
+    CHECK(contains(finished.output, "<TRNTYPE>POS<DTPOSTED>20240228<TRNAMT>-"));
+    CHECK(finished.error == "");
+    const Json before = Json::parse(tool({"json", "-"}, kDocument).output);
+    const Json after = Json::parse(tool({"json", "-"}, finished.output).output);
+    CHECK(after["responses"].size() == before["responses"].size());
+    CHECK(after["findings"].size() == before["findings"].size());
+}
+
+TEST_CASE("anonymize takes a file that cannot be read, and says that it cannot") {
+    const std::string broken = "<OFX><NAME>Jane Miller</NAME></OFC></OFX>";
+    for (const std::string& text : {broken, std::string("Jane Miller"), std::string("<html>Jane Miller")}) {
+        CAPTURE(text);
+        const Finished finished = tool({"anonymize", "-"}, text);
+        CHECK(finished.status == 0);
+        CHECK(finished.output.size() == text.size());
+        CHECK_FALSE(saysWho(finished.output));
+    }
+    CHECK(contains(tool({"anonymize", "-"}, "Jane").error, "not an OFX document"));
+    CHECK(tool({"anonymize", "-"}, "").status == 1);
+    CHECK(tool({"anonymize", "/no such file"}).status == 1);
+}
+
+TEST_CASE("anonymize writes several files into a folder, under names that say nothing") {
+    const TemporaryFolder folder;
+    folder.file("in/Jane.ofx", kDocument);
+    folder.file("in/Miller.QFX", kDocument);
+    const std::string out = folder.path() + "/out/deep";
+    const Finished finished = tool({"anonymize", folder.path() + "/in", "--into", out});
+    CHECK(finished.status == 0);
+    CHECK(finished.output == "");
+    const std::string first = folder.read("out/deep/anonymous-1.ofx");
+    CHECK(first.size() == kDocument.size());
+    CHECK_FALSE(saysWho(first));
+    CHECK(folder.read("out/deep/anonymous-2.qfx") == first);
+    struct stat status {};
+    REQUIRE(::stat((out + "/anonymous-1.ofx").c_str(), &status) == 0);
+    CHECK((status.st_mode & 0777) == 0600);
+
+    const Finished again = tool({"anonymize", folder.path() + "/in", "--into", out});
+    CHECK(again.status == 1);
+    CHECK(folder.read("out/deep/anonymous-1.ofx") == first);
+    CHECK(tool({"anonymize", folder.path() + "/in", "--into", out, "--force"}).status == 0);
+    CHECK(folder.read("out/deep/anonymous-1.ofx") != first);
+}
+
+TEST_CASE("anonymize needs a folder for several files, and it is not the output") {
+    const std::string document = examplePath("card.ofx");
+    struct Row {
+        std::vector<std::string> arguments;
+        const char* reason;
+    };
+    const Row rows[] = {
+        {{"anonymize", document, document}, "several files need --into FOLDER"},
+        {{"anonymize", document, "--into", "x", "--output", "y"}, "--into"},
+        {{"anonymize", document, "--shift-days", "some"}, "--shift-days"},
+        {{"anonymize", document, "--output", document, "--force"}, "is also an input file"},
+        {{"anonymize"}, "FILE is required"},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.reason);
+        const Finished finished = tool(row.arguments);
+        CHECK(finished.status == 2);
+        CHECK(contains(finished.error, row.reason));
+    }
+    const TemporaryFolder folder;
+    folder.file("taken", "");
+    const Finished finished = tool({"anonymize", document, "--into", folder.path() + "/taken"});
+    CHECK(finished.status == 1);
+    CHECK(contains(finished.error, folder.path() + "/taken: "));
+}
+
+TEST_CASE("anonymize moves dates and replaces the institution when it is told to") {
+    const std::string document = "<OFX><STMTTRN><DTPOSTED>20240228<ORG>Example<NAME>x</STMTTRN></OFX>";
+    CHECK(contains(tool({"anonymize", "-"}, document).output, "<DTPOSTED>20240228<ORG>Example<"));
+    CHECK(contains(tool({"anonymize", "-", "--shift-days", "2"}, document).output,
+                   "<DTPOSTED>20240301<ORG>Example<"));
+    CHECK(contains(tool({"anonymize", "-", "--shift-days", "-59"}, document).output, "<DTPOSTED>20231231<"));
+    CHECK_FALSE(contains(tool({"anonymize", "-", "--institution"}, document).output, "Example"));
+}
+
+TEST_CASE("anonymize names the elements whose names it does not know") {
+    const std::string document = "<OFX><X.JANE>1</X.JANE><NAME>x</NAME></OFX>";
+    const std::string line =
+        "-: The OFX standard does not have these elements, whose names stay: <X.JANE>.\n";
+    CHECK(contains(tool({"anonymize", "-"}, document).error, line));
+    CHECK(tool({"anonymize", "-", "--quiet"}, document).error == "");
+}
+
+TEST_CASE("anonymize says when a finding is lost with what was replaced") {
+    const std::string document =
+        transactionsWith("<STMTTRN><TRNAMT>1,234<DTPOSTED>20240301<FITID>1<NAME>x</STMTTRN>");
+    const Finished finished = tool({"anonymize", "-"}, document);
+    CHECK(finished.status == 0);
+    CHECK_FALSE(contains(finished.error, "does not hold as much"));
+}

@@ -1,0 +1,192 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "commands/commands.h"
+
+#include <brackwell/anonymize.h>
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+#include "console/document_output.h"
+#include "console/messages.h"
+#include "input/run.h"
+
+namespace tool {
+namespace {
+
+// ---------------------------------------------------------------------------------------------
+// What is said of the result
+
+/// How much a file holds, which its anonymous form must hold as well.
+struct Shape {
+    explicit Shape(const brackwell::OpenedFile& file)
+        : isRead(file),
+          error(file.error().code),
+          documents(file.documents().size()),
+          statements(file.statements().size()),
+          investmentStatements(file.investmentStatements().size()),
+          securities(file.securities().all().size()) {
+        for (const auto& statement : file.statements())
+            transactions += statement->statementTransactions().size();
+        for (const auto& statement : file.investmentStatements())
+            transactions += statement.transactions().size();
+    }
+    bool operator==(const Shape&) const = default;
+
+    bool isRead;
+    brackwell::OpenErrorCode error;
+    std::size_t documents;
+    std::size_t statements;
+    std::size_t transactions = 0;
+    std::size_t investmentStatements;
+    std::size_t securities;
+};
+
+/// How many findings of each kind a file has.
+using FindingCounts = std::array<std::size_t, 32>;
+static_assert(static_cast<std::size_t>(brackwell::FindingKind::repaired) < FindingCounts().size());
+
+FindingCounts findingsOf(const brackwell::OpenedFile& file) {
+    FindingCounts counts{};
+    for (const brackwell::Finding& finding : file.findings())
+        counts[static_cast<std::size_t>(finding.kind)] += finding.count;
+    return counts;
+}
+
+/// "unreadableValue (3 instead of 0)", for each kind of findings that the two files differ in but that about
+/// totals, which cannot be true.
+std::string differenceOf(const FindingCounts& before, const FindingCounts& after) {
+    std::string kinds;
+    for (std::size_t i = 0; i != before.size(); ++i)
+        if (before[i] != after[i] && i != static_cast<std::size_t>(brackwell::FindingKind::doesNotAddUp))
+            kinds.append(kinds.empty() ? "" : ", ")
+                .append(nameOf(static_cast<brackwell::FindingKind>(i)))
+                .append(" (" + std::to_string(after[i]) + " instead of " + std::to_string(before[i]) + ")");
+    return kinds;
+}
+
+/// What somebody has to know who gives the document away.
+void sayResult(const Run& run, const InputFile& input, const brackwell::AnonymizedDocument& document) {
+    if (run.options.isQuiet) return;
+    std::string unknown;
+    for (const brackwell::UnknownElements& element : document.unknown)
+        unknown.append(unknown.empty() ? "" : ", ").append("<" + element.name + ">");
+    if (!unknown.empty())
+        say(input.name, "The OFX standard does not have these elements, whose names stay: " + unknown + ".");
+
+    const brackwell::OpenedFile after = brackwell::openData(document.bytes, run.options.reading);
+    if (Shape(after) != Shape(input.file))
+        say(input.name, "The anonymous form does not hold as much as the file does. Please report that.");
+    if (const std::string kinds = differenceOf(findingsOf(input.file), findingsOf(after)); !kinds.empty())
+        say(input.name, "The anonymous form has other findings: " + kinds + ".");
+}
+
+// ---------------------------------------------------------------------------------------------
+// Where the result goes
+
+/// The file's own name may say who.
+std::string nameInFolder(const std::string& folder, const std::string& name, std::size_t number) {
+    std::string ending = std::filesystem::path(name).extension().string();
+    std::ranges::transform(ending, ending.begin(),
+                           [](char c) { return c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c; });
+    if (ending != ".qfx" && ending != ".qbo") ending = ".ofx";
+    return (std::filesystem::path(folder) / ("anonymous-" + std::to_string(number) + ending)).string();
+}
+
+bool writeToFolder(Run& run, const std::string& name, std::string_view bytes) {
+    Output output(name, run.options.replacesDocuments, run.progress);
+    output.write(bytes);
+    output.keep();
+    return output.close();
+}
+
+bool makeFolder(const std::string& folder) {
+    std::error_code error;
+    std::filesystem::create_directories(folder, error);
+    if (error) say(folder, error.message() + ".");
+    return !error;
+}
+
+// ---------------------------------------------------------------------------------------------
+// The command
+
+/// A file that does not read is the one that somebody asks for, so nothing but its bytes is needed.
+bool runAnonymize(Run& run) {
+    const AnonymizeRequest& request = run.options.anonymize;
+    if (request.folder && !makeFolder(*request.folder)) return false;
+    const brackwell::Anonymizer anonymizer(request.what);
+    bool areAllWritten = true;
+    std::size_t number = 0;
+    for (const std::string& name : run.options.files) {
+        ++number;
+        const bool isWritten = withEnoughMemory(run, name, [&] {
+            const InputFile input = readFile(run, name);
+            run.progress.end();
+            const brackwell::Data& bytes = input.file.bytes();
+            if (bytes.isEmpty()) return false;
+            const auto& documents = input.file.documents();
+            const brackwell::AnonymizedDocument document = anonymizer.anonymize(
+                bytes, documents.empty() ? brackwell::TextEncodingNone : documents.front().encoding());
+            sayResult(run, input, document);
+            if (request.folder)
+                return writeToFolder(run, nameInFolder(*request.folder, name, number),
+                                     document.bytes.bytes());
+            writeDocument(run.output, document.bytes.bytes());
+            run.output.keep();
+            return true;
+        });
+        areAllWritten = areAllWritten && isWritten;
+        if (!run.output.isGood()) break;
+    }
+    return areAllWritten;
+}
+
+std::string problemWith(const Options& options) {
+    const bool hasFolder = options.anonymize.folder.has_value();
+    if (hasFolder && options.outputFile) return "--into and --output exclude each other";
+    return options.files.size() > 1 && !hasFolder ? "several files need --into FOLDER" : "";
+}
+
+void declareOptions(CLI::App& command, Options& options) {
+    AnonymizeRequest& request = options.anonymize;
+    command
+        .add_option("--into", request.folder,
+                    "Write a file for each FILE into this folder: anonymous-1.ofx and so on")
+        ->type_name("FOLDER");
+    command.add_flag("--institution", request.what.institution,
+                     "Replace what names the institution, too: names, identifiers, web addresses");
+    command
+        .add_option("--shift-days", request.what.shiftDays, "Move all dates by so many days; may be negative")
+        ->type_name("DAYS");
+}
+
+constexpr const char* kHelp =
+    "The same bytes, mistakes included, but for the values that say who somebody is, or how much they\n"
+    "have: names, memos, account numbers, identifiers, amounts, balances, keys, addresses, comments. A\n"
+    "letter becomes a letter and a digit a digit. The same word becomes the same word in all files of one\n"
+    "call; amounts keep sign, marks and places. Codes and dates stay, and so does the institution, unless\n"
+    "you say otherwise. Totals are not true afterwards. A file that cannot be read is taken as well.\n"
+    "Look at the result before you give it away.\n\n"
+    "Examples:\n"
+    "  brackwell anonymize july.ofx --output for-the-report.ofx\n"
+    "  brackwell anonymize Downloads --into for-the-report --shift-days -41\n";
+
+}  // namespace
+
+constexpr Command commands::kAnonymize({
+    .name = "anonymize",
+    .summary = "The document without what says who, to give away",
+    .traits = kSeveralFiles | kOutput,
+    .help = kHelp,
+    .run = runAnonymize,
+    .declareOptions = declareOptions,
+    .problemWith = problemWith,
+});
+
+}  // namespace tool
