@@ -6,6 +6,7 @@
 
 #include "convert/digit_pairs.h"
 #include "text/ascii_digit.h"
+#include "text/utf8.h"
 
 namespace brackwell {
 namespace {
@@ -44,18 +45,6 @@ std::optional<milliseconds> millisecondsBehind(const char* point) noexcept {
         value = value * 10 + digitValue(*digit);
     }
     return milliseconds(value);
-}
-
-/// The first characters of a text, for a text that has more; otherwise all of it.
-std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept {
-    if (text.size() <= count) return text;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool beginsCharacter = (static_cast<unsigned char>(text[i]) & 0xC0) != 0x80;
-        if (!beginsCharacter) continue;
-        if (count == 0) return text.substr(0, i);
-        --count;
-    }
-    return text;
 }
 
 }  // namespace

@@ -116,17 +116,10 @@ std::string inUTF8(const std::string& locale) {
     return locale.substr(0, place) + ".UTF-8" + locale.substr(rest);
 }
 
-std::string firstCharacters(std::string_view text, std::size_t count) {
-    std::size_t size = 0;
-    for (; count > 0 && size < text.size(); --count)
-        size += std::max<std::size_t>(firstCharacter(text.substr(size)).size, 1);
-    return std::string(text.substr(0, size));
-}
-
 std::vector<std::string> englishNames(const NameSource& source) {
     std::vector<std::string> names;
     for (const std::string_view name : source.english)
-        names.push_back(firstCharacters(name, source.englishCharacters));
+        names.emplace_back(firstCharacters(name, source.englishCharacters));
     return names;
 }
 
@@ -138,7 +131,7 @@ std::vector<std::string> localNames(const Locale& locale, const NameSource& sour
         const std::string_view name = trimWhiteSpace(locale.text(item));
         if (name.empty()) return englishNames(source);
         if (!isValidUTF8(name)) return {};
-        names.push_back(firstCharacters(name, source.characters));
+        names.emplace_back(firstCharacters(name, source.characters));
     }
     return names;
 }

@@ -15,7 +15,7 @@ namespace brackwell {
 
 namespace {
 
-using Kind = PatternPart::Kind;
+using PartKind = PatternPart::Kind;
 
 constexpr std::string_view kNumberLetters = "yMLdDhHKkmsS";
 constexpr std::string_view kZoneLetters = "zZXx";
@@ -56,14 +56,14 @@ PatternPart field(char letter, std::size_t width) {
         return each.letter == letter && width >= each.narrowest && width <= each.widest;
     });
     if (named != kNameWidths.end()) {
-        part.kind = Kind::name;
+        part.kind = PartKind::name;
         part.names = named->list;
     } else if (contains(kNumberLetters, letter) && !(contains(kMonthLetters, letter) && width > 2)) {
-        part.kind = Kind::number;
+        part.kind = PartKind::number;
     } else if (contains(kZoneLetters, letter) && width <= longestZoneField(letter)) {
-        part.kind = Kind::zone;
+        part.kind = PartKind::zone;
     } else {
-        part.kind = Kind::unknown;
+        part.kind = PartKind::unknown;
     }
     return part;
 }
@@ -109,17 +109,17 @@ PatternPart takeField(std::string_view& pattern) {
 }
 
 bool beginsWithDigit(const PatternPart& part) noexcept {
-    return part.kind == Kind::number || (part.kind == Kind::text && beginsWithDigits(part.text, 1));
+    return part.kind == PartKind::number || (part.kind == PartKind::text && beginsWithDigits(part.text, 1));
 }
 
 /// Finds the parts that have exactly as many digits as letters: numbers next to each other could not be
 /// separated otherwise, and the width of a fraction of a second says how fine it is.
 void findExactParts(std::vector<PatternPart>& parts) noexcept {
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        const bool isNumber = parts[i].kind == Kind::number;
+        const bool isNumber = parts[i].kind == PartKind::number;
         const bool digitsFollow = i + 1 < parts.size() && beginsWithDigit(parts[i + 1]);
-        const bool followsNumber = i > 0 && parts[i - 1].kind == Kind::number;
-        if (isNumber || parts[i].kind == Kind::zone)
+        const bool followsNumber = i > 0 && parts[i - 1].kind == PartKind::number;
+        if (isNumber || parts[i].kind == PartKind::zone)
             parts[i].isExact = digitsFollow || (isNumber && (followsNumber || parts[i].letter == 'S'));
     }
 }
@@ -130,7 +130,7 @@ DatePattern parseDatePattern(std::string_view pattern) {
     DatePattern result;
     while (!pattern.empty()) {
         PatternPart part = isASCIILetter(pattern.front()) ? takeField(pattern) : takeText(pattern);
-        if (part.kind == Kind::name) result.names.set(static_cast<std::size_t>(part.names));
+        if (part.kind == PartKind::name) result.names.set(static_cast<std::size_t>(part.names));
         result.parts.push_back(std::move(part));
     }
     findExactParts(result.parts);

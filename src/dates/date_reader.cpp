@@ -72,9 +72,9 @@ unsigned millisecondsOf(std::string_view fraction) noexcept {
 }
 
 /// Reads a text along a pattern, part by part, in one pass without turning back.
-class Reader {
+class PatternReader {
 public:
-    Reader(const CalendarNames& names, std::string_view text) noexcept : names_(names), rest_(text) {}
+    PatternReader(const CalendarNames& names, std::string_view text) noexcept : names_(names), rest_(text) {}
 
     bool take(const PatternPart& part) noexcept {
         switch (part.kind) {
@@ -205,7 +205,7 @@ constexpr Date kLastMoment = sys_days(year(9999) / December / 31) + days(1) - mi
 }  // namespace
 
 std::optional<Date> readDate(const DateStyle& style, std::string_view text) {
-    Reader reader(style.names, text);
+    PatternReader reader(style.names, text);
     for (const PatternPart& part : style.pattern.parts)
         if (!reader.take(part)) return std::nullopt;
     if (!reader.isAtEnd()) return std::nullopt;

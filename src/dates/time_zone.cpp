@@ -12,15 +12,13 @@ namespace brackwell {
 
 namespace {
 
-using std::chrono::seconds;
-
 /// The system's zone is looked up each time: an application may set TZ, and a machine may travel.
 TimeZone::Offset systemOffset(std::int64_t moment) {
     const time_t time = moment;
     struct tm local = {};
     ::tzset();
     if (::localtime_r(&time, &local) == nullptr) return {};
-    return {seconds(local.tm_gmtoff), local.tm_zone != nullptr ? local.tm_zone : ""};
+    return {std::chrono::seconds(local.tm_gmtoff), local.tm_zone != nullptr ? local.tm_zone : ""};
 }
 
 }  // namespace
@@ -29,8 +27,8 @@ struct TimeZone::Rules {
     ZoneFile file;
 };
 
-TimeZone TimeZone::fixed(seconds offset) noexcept {
-    constexpr seconds largest(kSecondsPerDay - 1);
+TimeZone TimeZone::fixed(std::chrono::seconds offset) noexcept {
+    constexpr std::chrono::seconds largest(kSecondsPerDay - 1);
     TimeZone zone;
     zone.offset_ = std::clamp(offset, -largest, largest);
     return zone;
@@ -55,9 +53,9 @@ TimeZone::Offset TimeZone::offsetAt(Date date) const {
     if (kind_ == Kind::system) return systemOffset(secondsOf(date));
     if (kind_ == Kind::file) {
         const LocalTimeType& type = rules_->file.typeAt(secondsOf(date));
-        return {seconds(type.fromUTC), type.abbreviation};
+        return {std::chrono::seconds(type.fromUTC), type.abbreviation};
     }
-    if (offset_ == seconds(0)) return {};
+    if (offset_ == std::chrono::seconds(0)) return {};
     return {offset_, shortOffsetName(offset_)};
 }
 
@@ -73,7 +71,7 @@ Date TimeZone::fromLocal(std::chrono::local_time<std::chrono::milliseconds> loca
     // before or the one after it is in force. When clocks go back, the larger one leads to the earlier of
     // two moments. When they go forward, and skip what is looked for, neither leads to itself; the one
     // before the gap, which then is the smaller, leads just as far past it.
-    constexpr seconds reach(kZoneOffsetLimit);
+    constexpr std::chrono::seconds reach(kZoneOffsetLimit);
     const auto [smaller, larger] =
         std::minmax({offsetAt(shown - reach).fromUTC, offsetAt(shown + reach).fromUTC});
     const Date earlier = shown - larger;

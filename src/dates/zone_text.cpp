@@ -13,8 +13,6 @@ namespace brackwell {
 
 namespace {
 
-using std::chrono::seconds;
-
 // ---------------------------------------------------------------------------------------------
 // Reading
 
@@ -66,7 +64,7 @@ std::string_view takeColonAndPair(std::string_view& text) noexcept {
 }
 
 /// Takes "+1", "-0530", "+05:30" or "+005328" off the beginning.
-std::optional<seconds> takeOffset(std::string_view& text, bool digitsFollow) noexcept {
+std::optional<std::chrono::seconds> takeOffset(std::string_view& text, bool digitsFollow) noexcept {
     if (!text.starts_with('+') && !text.starts_with('-')) return std::nullopt;
     const bool negative = text.front() == '-';
     text.remove_prefix(1);
@@ -87,7 +85,7 @@ std::optional<seconds> takeOffset(std::string_view& text, bool digitsFollow) noe
     const auto minutes = minute.empty() ? 0U : smallNumber(minute, 60);
     const auto rest = second.empty() ? 0U : smallNumber(second, 60);
     if (!hours || !minutes || !rest) return std::nullopt;
-    const seconds offset(*hours * 3600 + *minutes * 60 + *rest);
+    const std::chrono::seconds offset(*hours * 3600 + *minutes * 60 + *rest);
     return negative ? -offset : offset;
 }
 
@@ -104,8 +102,8 @@ struct OffsetForm {
     std::size_t hourDigits = 2;
 };
 
-void appendOffset(std::string& text, seconds offset, const OffsetForm& form) {
-    text += offset < seconds(0) ? '-' : '+';
+void appendOffset(std::string& text, std::chrono::seconds offset, const OffsetForm& form) {
+    text += offset < std::chrono::seconds(0) ? '-' : '+';
     const auto size = static_cast<unsigned>(std::chrono::abs(offset).count());
     const unsigned minute = size / 60 % 60;
     const unsigned second = form.seconds == Seconds::never ? 0 : size % 60;
@@ -118,9 +116,9 @@ void appendOffset(std::string& text, seconds offset, const OffsetForm& form) {
     appendPadded(text, second, 2);
 }
 
-void appendNamedOffset(std::string& text, seconds offset, const OffsetForm& form) {
+void appendNamedOffset(std::string& text, std::chrono::seconds offset, const OffsetForm& form) {
     text += "GMT";
-    if (offset != seconds(0)) appendOffset(text, offset, form);
+    if (offset != std::chrono::seconds(0)) appendOffset(text, offset, form);
 }
 
 constexpr OffsetForm kLongForm{":"};
@@ -133,10 +131,10 @@ constexpr std::array<OffsetForm, 5> kIsoForms{{{"", Minutes::unlessZero, Seconds
                                                {"", Minutes::always, Seconds::unlessZero},
                                                {":", Minutes::always, Seconds::unlessZero}}};
 
-void appendISO(std::string& text, seconds offset, const OffsetForm& form, bool zeroIsZ) {
+void appendISO(std::string& text, std::chrono::seconds offset, const OffsetForm& form, bool zeroIsZ) {
     // What is not written must not leave a sign behind: "-00:00" is not allowed.
     if (form.seconds == Seconds::never) offset = std::chrono::duration_cast<std::chrono::minutes>(offset);
-    if (zeroIsZ && offset == seconds(0))
+    if (zeroIsZ && offset == std::chrono::seconds(0))
         text += 'Z';
     else
         appendOffset(text, offset, form);
@@ -185,13 +183,13 @@ std::optional<ZoneText> takeZone(std::string_view& text, char letter, bool digit
     } else if (letter == 'z') {
         zone.abbreviation = name;
     } else {
-        zone.offset = seconds(0);
+        zone.offset = std::chrono::seconds(0);
     }
     return zone;
 }
 
 void appendZone(std::string& text, char letter, std::size_t width, const TimeZone::Offset& offset) {
-    const seconds fromUTC = offset.fromUTC;
+    const std::chrono::seconds fromUTC = offset.fromUTC;
     if (letter == 'z' && width < 4) {
         const bool isName =
             !offset.abbreviation.empty() && std::ranges::all_of(offset.abbreviation, isASCIILetter);
@@ -206,13 +204,13 @@ void appendZone(std::string& text, char letter, std::size_t width, const TimeZon
     }
 }
 
-std::string shortOffsetName(seconds offset) {
+std::string shortOffsetName(std::chrono::seconds offset) {
     std::string name;
     appendNamedOffset(name, offset, kShortForm);
     return name;
 }
 
-std::optional<seconds> offsetOfAbbreviation(std::string_view abbreviation) noexcept {
+std::optional<std::chrono::seconds> offsetOfAbbreviation(std::string_view abbreviation) noexcept {
     const auto known =
         std::ranges::find_if(kKnownAbbreviations, [abbreviation](const KnownAbbreviation& each) {
             return equalsIgnoringCase(each.name, abbreviation);

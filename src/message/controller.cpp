@@ -3,23 +3,19 @@
 #include <brackwell/reading.h>
 
 #include "parser/errors.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell {
 namespace {
-
-int hexValue(char c) noexcept {
-    if (c >= '0' && c <= '9') return c - '0';
-    if (c >= 'A' && c <= 'F') return c - 'A' + 10;
-    return c >= 'a' && c <= 'f' ? c - 'a' + 10 : -1;
-}
 
 /// A "%" that two hexadecimal digits do not follow is itself: paths may have one.
 std::string withoutPercents(std::string_view text) {
     std::string plain;
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool escape =
-            text[i] == '%' && i + 2 < text.size() && hexValue(text[i + 1]) >= 0 && hexValue(text[i + 2]) >= 0;
-        plain += escape ? static_cast<char>(hexValue(text[i + 1]) * 16 + hexValue(text[i + 2])) : text[i];
+        const bool escape = text[i] == '%' && i + 2 < text.size() && hexDigitValue(text[i + 1]) >= 0 &&
+                            hexDigitValue(text[i + 2]) >= 0;
+        plain += escape ? static_cast<char>(hexDigitValue(text[i + 1]) * 16 + hexDigitValue(text[i + 2]))
+                        : text[i];
         if (escape) i += 2;
     }
     return plain;

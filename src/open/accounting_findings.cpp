@@ -16,14 +16,12 @@ namespace {
 
 using reading::Document;
 
-std::string tag(std::string_view name) { return "<" + shownText(name, 40) + ">"; }
-
 struct UnreadWords {
     std::string_view one;
     std::string_view several;
 };
 /// By Unread.
-constexpr UnreadWords kWords[] = {
+constexpr UnreadWords kUnreadWords[] = {
     {"transaction", "transactions"},
     {"transfer", "transfers"},
     {"payment", "payments"},
@@ -34,23 +32,20 @@ constexpr UnreadWords kWords[] = {
     {"amount", "amounts"},
     {"value", "values"},
 };
-static_assert(std::size(kWords) == kUnreadCount);
+static_assert(std::size(kUnreadWords) == kUnreadCount);
 
 /// "; in it are 2 transactions, 3 amounts and 12 values"; nothing for what is one value itself.
 std::string contentsOf(const UnreadGroup& group) {
     std::vector<std::string> parts;
     for (std::size_t i = 0; i < kUnreadCount; ++i)
         if (group.contents[i] != 0)
-            parts.push_back(counted(group.contents[i], kWords[i].one, kWords[i].several));
-    std::string list;
-    for (std::size_t i = 0; i < parts.size(); ++i)
-        list.append(i == 0 ? "" : i + 1 == parts.size() ? " and " : ", ").append(parts[i]);
-    return list;
+            parts.push_back(counted(group.contents[i], kUnreadWords[i].one, kUnreadWords[i].several));
+    return enumerated(parts);
 }
 
-class Reporter {
+class UnreadReporter {
 public:
-    Reporter(FindingList& findings, const Document& document, const TreePlaces& places)
+    UnreadReporter(FindingList& findings, const Document& document, const TreePlaces& places)
         : findings_(findings), document_(document), places_(places) {}
 
     void say(const UnreadGroup& group) {
@@ -78,7 +73,7 @@ public:
             counted(odd.count, "text seems to contain a tag that has lost its \"<\"",
                     "texts seem to contain tags that have lost their \"<\"") +
                 first(odd) + shown(document_.text(document_.node(odd.first))) + " of " +
-                tag(nameOf(odd.first)) + ".");
+                tagOfName(nameOf(odd.first)) + ".");
     }
 
     void sayTextOnly(const UnreadGroup& group) {
@@ -86,7 +81,7 @@ public:
         add(group, FindingKind::notDelivered, FindingSeverity::warning,
             counted(group.count, "aggregate has text instead of elements, so it is not read",
                     "aggregates have text instead of elements, so they are not read") +
-                first(group) + tag(nameOf(group.first)) + ", " +
+                first(group) + tagOfName(nameOf(group.first)) + ", " +
                 shown(document_.text(document_.node(group.first))) + ".");
     }
 
@@ -141,7 +136,7 @@ private:
         if (!group.holdsRecords()) return addDetail(group);
         add(group, FindingKind::treeOnly, FindingSeverity::warning,
             counted(group.count, "element is", "elements are") +
-                " available only in the parse tree: " + tag(tagOf(group)) + contents(group) + ".");
+                " available only in the parse tree: " + tagOfName(tagOf(group)) + contents(group) + ".");
     }
 
     void addDetail(const UnreadGroup& group) {
@@ -151,7 +146,7 @@ private:
         else
             details_.count += group.count;
         if (detailNames_.size() < longest)
-            detailNames_.append(detailNames_.empty() ? "" : ", ").append(tag(tagOf(group)));
+            detailNames_.append(detailNames_.empty() ? "" : ", ").append(tagOfName(tagOf(group)));
     }
 
     void sayExtension(const UnreadGroup& group) {
@@ -161,21 +156,21 @@ private:
             group.holdsRecords() ? FindingSeverity::warning : FindingSeverity::note,
             counted(group.count, "private element of the institution is",
                     "private elements of the institution are") +
-                " not read: " + tag(tagOf(group)) + contents(group) + ".");
+                " not read: " + tagOfName(tagOf(group)) + contents(group) + ".");
     }
 
     void sayUnknown(const UnreadGroup& group) {
         if (group.isEmpty()) return;
         std::string text = counted(group.count, "element is", "elements are") +
-                           " not read: " + tag(tagOf(group)) + " is not in the OFX standard";
+                           " not read: " + tagOfName(tagOf(group)) + " is not in the OFX standard";
         const elements::Element parent = elements::findElement(nameOf(group.parent));
         const std::string_view meant = group.meant != elements::kUnknown
                                            ? elements::nameOf(group.meant)
                                            : similarElement(tagOf(group), parent);
-        if (!meant.empty()) text.append(", which has ").append(tag(meant));
+        if (!meant.empty()) text.append(", which has ").append(tagOfName(meant));
         if (group.firstCut != 0)
             text.append("; it cuts off the text of ")
-                .append(tag(nameOf(group.firstCut - 1)))
+                .append(tagOfName(nameOf(group.firstCut - 1)))
                 .append(" before it");
         add(group, FindingKind::unknownElement, FindingSeverity::warning, text + contents(group) + ".");
     }
@@ -196,7 +191,7 @@ private:
 
 void Accounting::addFindings(FindingList& findings, const Document& document,
                              const TreePlaces& places) const {
-    Reporter reporter(findings, document, places);
+    UnreadReporter reporter(findings, document, places);
     for (const UnreadGroup& group : groups_) reporter.say(group);
     reporter.sayTextOnly(textOnly_);
     reporter.sayOddTexts(oddTexts_);

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstddef>
 
+#include "text/ascii_case.h"
 #include "text/ascii_digit.h"
 #include "text/utf8.h"
 
@@ -67,8 +68,6 @@ constexpr std::array<char32_t, 10> kCurrencySigns = {0xA3,   0xA4,   0xA5,   0x0
 
 constexpr std::size_t kCodeLength = 3;
 
-bool isCapital(char c) noexcept { return c >= 'A' && c <= 'Z'; }
-
 bool isCurrencySign(char32_t character) noexcept {
     return (character >= 0x20A0 && character <= 0x20CF) ||
            std::ranges::find(kCurrencySigns, character) != kCurrencySigns.end();
@@ -103,7 +102,7 @@ struct Back {
 template <class End>
 std::size_t capitalsAt(std::string_view rest) noexcept {
     std::size_t count = 0;
-    while (count < rest.size() && count <= kCodeLength && isCapital(End::at(rest, count))) ++count;
+    while (count < rest.size() && count <= kCodeLength && isASCIICapital(End::at(rest, count))) ++count;
     return count;
 }
 
@@ -157,7 +156,7 @@ private:
 
     /// "CR" and "DR" count as whole words only: IDR is a currency.
     bool takeSide() noexcept {
-        const bool isWord = rest_.size() > 2 && !isCapital(Back::at(rest_, 2));
+        const bool isWord = rest_.size() > 2 && !isASCIICapital(Back::at(rest_, 2));
         return isWord && takeSign<Back>(kSideTexts);
     }
 

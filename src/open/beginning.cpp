@@ -8,6 +8,7 @@
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
 #include "text/byte_order_marks.h"
+#include "text/comment_marks.h"
 
 namespace brackwell::opening {
 namespace {
@@ -55,7 +56,7 @@ std::string_view firstTextIn(std::string_view piece, FirstIn firstIn) {
         const std::string_view between = piece.substr(0, piece.find('<'));
         if (const std::string_view text = firstIn(between); !text.empty()) return text;
         piece.remove_prefix(between.size());
-        const std::string_view end = piece.starts_with("<!--") ? "-->"sv : ">"sv;
+        const std::string_view end = piece.starts_with(kCommentBegin) ? kCommentEnd : ">"sv;
         const std::size_t at = piece.find(end);
         piece.remove_prefix(at == piece.npos ? piece.size() : at + end.size());
     }

@@ -91,14 +91,14 @@ bool hasNoClass(Content content) noexcept {
 enum class Reason : std::uint8_t { hasNoClass, textOnly, outside, repeated, misplaced };
 
 /// Why something is not delivered: an element in a parent.
-struct Cause {
+struct MissingCause {
     Reason reason = Reason::misplaced;
     std::uint32_t element = 0;  ///< the node
     std::uint32_t parent = 0;   ///< the node
 };
 
 struct MissingGroup {
-    Cause cause;
+    MissingCause cause;
     ContentCounts counts{};
     std::uint32_t first = 0;  ///< the first node that is missing
 };
@@ -156,7 +156,7 @@ private:
     }
 
     /// Why the innermost open element is not delivered. Everything around it is open, too.
-    Cause causeOf(Content content) const {
+    MissingCause causeOf(Content content) const {
         const Open& missing = open_.back();
         if (hasNoClass(content)) return {Reason::hasNoClass, missing.node, 0};
         if (!document_.node(missing.node).isAggregate()) return {Reason::textOnly, missing.node, 0};
@@ -201,13 +201,13 @@ private:
                (level == responseLevel && place->child.ends_with("RS"));
     }
 
-    bool isSameCause(const Cause& a, const Cause& b) const noexcept {
+    bool isSameCause(const MissingCause& a, const MissingCause& b) const noexcept {
         return a.reason == b.reason && document_.node(a.element).name() == document_.node(b.element).name() &&
                document_.node(a.parent).name() == document_.node(b.parent).name();
     }
 
     void add(Content content, std::uint32_t node) {
-        const Cause cause = causeOf(content);
+        const MissingCause cause = causeOf(content);
         auto group = std::ranges::find_if(
             groups_, [&](const MissingGroup& known) { return isSameCause(known.cause, cause); });
         if (group == groups_.end() && groups_.size() == kMostGroups) group = groups_.end() - 1;
@@ -231,14 +231,7 @@ std::string listOf(const ContentCounts& counts) {
         const ContentWords words = wordsFor(static_cast<Content>(i));
         if (counts[i] != 0) parts.push_back(counted(counts[i], words.one, words.several));
     }
-    std::string list;
-    for (std::size_t i = 0; i < parts.size(); ++i)
-        list.append(i == 0 ? "" : i + 1 == parts.size() ? " and " : ", ").append(parts[i]);
-    return list;
-}
-
-std::string tag(const Document& document, std::uint32_t node) {
-    return "<" + shownText(document.name(document.node(node)), 40) + ">";
+    return enumerated(parts);
 }
 
 std::string sentenceFor(const Document& document, const MissingGroup& group) {
@@ -246,25 +239,25 @@ std::string sentenceFor(const Document& document, const MissingGroup& group) {
     for (const std::size_t count : group.counts) total += count;
     const std::string verb = total == 1 ? " is" : " are";
     const std::string what = listOf(group.counts) + verb + " left out: ";
-    const Cause& cause = group.cause;
+    const MissingCause& cause = group.cause;
     switch (cause.reason) {
         case Reason::hasNoClass:
-            return what + tag(document, cause.element) + " is available only in the parse tree.";
+            return what + tagOfNode(document, cause.element) + " is available only in the parse tree.";
         case Reason::textOnly:
-            return what + tag(document, cause.element) +
+            return what + tagOfNode(document, cause.element) +
                    " has text instead of elements: " + quoted(document.text(document.node(cause.element))) +
                    ".";
         case Reason::outside:
-            return what + tag(document, cause.element) + " is outside <OFX>.";
+            return what + tagOfNode(document, cause.element) + " is outside <OFX>.";
         case Reason::repeated: {
-            const std::string where = cause.parent == 0 ? "document" : tag(document, cause.parent);
-            return what + "there is more than one " + tag(document, cause.element) + " in one " + where +
-                   "; only a single one can be read.";
+            const std::string where = cause.parent == 0 ? "document" : tagOfNode(document, cause.parent);
+            return what + "there is more than one " + tagOfNode(document, cause.element) + " in one " +
+                   where + "; only a single one can be read.";
         }
         case Reason::misplaced:
             break;
     }
-    return what + tag(document, cause.element) + " is in " + tag(document, cause.parent) +
+    return what + tagOfNode(document, cause.element) + " is in " + tagOfNode(document, cause.parent) +
            ", where it is not read.";
 }
 

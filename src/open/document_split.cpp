@@ -13,7 +13,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view kRoot = "<OFX>";
+constexpr std::string_view kRootTag = "<OFX>";
 constexpr std::string_view kRootEnd = "</OFX>";
 constexpr std::string_view kHeader = "OFXHEADER:";
 
@@ -30,7 +30,7 @@ std::size_t findBeginning(std::string_view text, std::size_t from) noexcept {
 
 /// True where a document begins. The root tag is looked for in any case, as a repair finds it.
 bool beginsDocument(std::string_view text) noexcept {
-    for (const std::string_view begin : {kHeader, "<?xml"sv, "<?OFX"sv, kRoot})
+    for (const std::string_view begin : {kHeader, "<?xml"sv, "<?OFX"sv, kRootTag})
         if (equalsIgnoringCase(text.substr(0, begin.size()), begin)) return true;
     return false;
 }
@@ -92,9 +92,10 @@ private:
 
     /// Takes a tag; true when it is the root of the next document.
     bool isNextRoot(std::string_view here) noexcept {
-        const bool isRoot = equalsIgnoringCase(here.substr(0, kRoot.size()), kRoot);
+        const bool isRoot = equalsIgnoringCase(here.substr(0, kRootTag.size()), kRootTag);
         const bool hasHeader = header_ != kNowhere;
-        if (isRoot && isInBody_ && (hasHeader || (hasContent_ && holdsMessageSet(here.substr(kRoot.size())))))
+        if (isRoot && isInBody_ &&
+            (hasHeader || (hasContent_ && holdsMessageSet(here.substr(kRootTag.size())))))
             return true;
         header_ = kNowhere;
         hasContent_ = hasContent_ || (isInBody_ && !isRoot);

@@ -27,13 +27,13 @@ constexpr std::string_view kRepairRemedy = "Allow repair, which can fix this doc
 // ---------------------------------------------------------------------------------------------
 // Tags that do not match
 
-struct Cause {
+struct TagCause {
     RepairKind kind;
     std::string_view sentence;  ///< in which "@" is the open tag
 };
 
 /// What is wrong at the open tag, when a repair would have to change something there.
-constexpr Cause kCausesAtOpenTag[] = {
+constexpr TagCause kCausesAtOpenTag[] = {
     {RepairKind::comment, "A comment, which is not part of OFX, was read as an element."},
     {RepairKind::instruction, "An instruction or declaration inside the body was read as an element."},
     {RepairKind::characterData, "A CDATA section was read as an element."},
@@ -47,7 +47,7 @@ constexpr Cause kCausesAtOpenTag[] = {
 
 constexpr std::string_view kMissingClose = "The close tag of @ is missing.";
 constexpr std::string_view kStrayClose = "The close tag is one too many, or its open tag is missing.";
-constexpr Cause kCausesAtCloseTag[] = {
+constexpr TagCause kCausesAtCloseTag[] = {
     {RepairKind::wrongClose, "The close tag is misspelt, or belongs to another element than @."},
     {RepairKind::strayClose, kStrayClose},
     {RepairKind::missingOpen, "The open tag is missing."},
@@ -55,8 +55,8 @@ constexpr Cause kCausesAtCloseTag[] = {
 };
 
 template <std::size_t Count>
-std::string_view sentenceFor(RepairKind kind, const Cause (&causes)[Count]) noexcept {
-    const auto* const cause = std::ranges::find(causes, kind, &Cause::kind);
+std::string_view sentenceFor(RepairKind kind, const TagCause (&causes)[Count]) noexcept {
+    const auto* const cause = std::ranges::find(causes, kind, &TagCause::kind);
     return cause != std::end(causes) ? cause->sentence : std::string_view();
 }
 

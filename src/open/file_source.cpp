@@ -12,17 +12,18 @@
 #include "open/error_with.h"
 #include "open/shown_text.h"
 #include "text/ascii_case.h"
+#include "text/ascii_digit.h"
 
 namespace brackwell::opening {
 namespace {
 
-constexpr std::size_t kLongestName = 200;  // in a message: a name may be as long as the caller likes
+constexpr std::size_t kLongestShownName = 200;  // in a message: a name may be as long as the caller likes
 
 constexpr std::string_view kFetchesNothing = "Nothing is fetched from other computers.";
 constexpr std::string_view kDownloadFirst = "Download the file first.";
 
 /// An error that names a file or a URL.
-struct Sentence {
+struct FileError {
     OpenErrorCode code;
     std::string_view begin;  ///< before the name
     std::string_view end;    ///< after it
@@ -30,25 +31,25 @@ struct Sentence {
     std::string_view remedy;
 
     OpenError with(std::string_view name) const {
-        return errorWith(code, std::string(begin).append(shownText(name, kLongestName)).append(end),
+        return errorWith(code, std::string(begin).append(shownText(name, kLongestShownName)).append(end),
                          std::string(cause), std::string(remedy));
     }
 };
 
-constexpr Sentence kFolder{OpenErrorCode::isFolder, "", " is a folder.", "", "Name a file in it."};
-constexpr Sentence kNotFound{OpenErrorCode::notFound, "The file at ", " was not found.", "",
-                             "Check the path; a relative path starts in the current folder."};
-constexpr Sentence kNotPermitted{OpenErrorCode::notPermitted, "No permission to read the file at ", ".", "",
-                                 "Ask its owner for permission."};
-constexpr Sentence kNotReadable{OpenErrorCode::notReadable, "The file at ", " could not be read.", "",
-                                "Check the disk or the network connection, and try again."};
-constexpr Sentence kOtherHost{OpenErrorCode::otherComputer, "The URL names another computer: ", ".",
-                              kFetchesNothing, kDownloadFirst};
-constexpr Sentence kOtherScheme{OpenErrorCode::otherComputer, "The URL has a scheme other than file: ", "",
-                                kFetchesNothing, kDownloadFirst};
-constexpr Sentence kInvalidURL{OpenErrorCode::invalidURL, "The URL names no file: ", "", "",
-                               "Write it like file:///home/me/july.ofx: with three slashes and an absolute "
-                               "path, and \"%\" only before two hexadecimal digits."};
+constexpr FileError kFolder{OpenErrorCode::isFolder, "", " is a folder.", "", "Name a file in it."};
+constexpr FileError kNotFound{OpenErrorCode::notFound, "The file at ", " was not found.", "",
+                              "Check the path; a relative path starts in the current folder."};
+constexpr FileError kNotPermitted{OpenErrorCode::notPermitted, "No permission to read the file at ", ".", "",
+                                  "Ask its owner for permission."};
+constexpr FileError kNotReadable{OpenErrorCode::notReadable, "The file at ", " could not be read.", "",
+                                 "Check the disk or the network connection, and try again."};
+constexpr FileError kOtherHost{OpenErrorCode::otherComputer, "The URL names another computer: ", ".",
+                               kFetchesNothing, kDownloadFirst};
+constexpr FileError kOtherScheme{OpenErrorCode::otherComputer, "The URL has a scheme other than file: ", "",
+                                 kFetchesNothing, kDownloadFirst};
+constexpr FileError kInvalidURL{OpenErrorCode::invalidURL, "The URL names no file: ", "", "",
+                                "Write it like file:///home/me/july.ofx: with three slashes and an absolute "
+                                "path, and \"%\" only before two hexadecimal digits."};
 
 /// Why a file could not be read. Reading it has failed without saying why, so the system is asked again.
 OpenError errorOfFile(const std::string& path) {
@@ -67,12 +68,6 @@ OpenError errorOfFile(const std::string& path) {
     return (isMissing ? kNotFound : kNotReadable).with(path);
 }
 
-int hexValue(char c) noexcept {
-    if (c >= '0' && c <= '9') return c - '0';
-    const char capital = capitalLetter(c);
-    return capital >= 'A' && capital <= 'F' ? capital - 'A' + 10 : -1;
-}
-
 /// The bytes that a URL's path stands for; nothing when a "%" is not followed by two digits, or one stands
 /// for a NUL, which no path has.
 std::optional<std::string> decodedPath(std::string_view text) {
@@ -82,8 +77,8 @@ std::optional<std::string> decodedPath(std::string_view text) {
             path += text[i];
             continue;
         }
-        const int high = i + 2 < text.size() ? hexValue(text[i + 1]) : -1;
-        const int low = i + 2 < text.size() ? hexValue(text[i + 2]) : -1;
+        const int high = i + 2 < text.size() ? hexDigitValue(text[i + 1]) : -1;
+        const int low = i + 2 < text.size() ? hexDigitValue(text[i + 2]) : -1;
         if (high < 0 || low < 0 || high * 16 + low == 0) return std::nullopt;
         path += static_cast<char>(high * 16 + low);
         i += 2;

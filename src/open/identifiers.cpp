@@ -15,7 +15,7 @@
 namespace brackwell::opening {
 namespace {
 
-using Transactions = std::vector<std::shared_ptr<TvOFXStatementTransaction>>;
+using BankTransactions = std::vector<std::shared_ptr<TvOFXStatementTransaction>>;
 
 /// Two transactions with one identifier are the same when everything that people compare is the same. A
 /// download may well list one twice.
@@ -28,7 +28,7 @@ bool areSame(const TvOFXStatementTransaction& a, const TvOFXStatementTransaction
 /// could otherwise be made in which all identifiers share a slot.
 class FirstByIdentifier {
 public:
-    explicit FirstByIdentifier(const Transactions& transactions)
+    explicit FirstByIdentifier(const BankTransactions& transactions)
         : transactions_(transactions), slots_(std::bit_ceil(transactions.size() * 2 + 1)) {}
 
     const TvOFXStatementTransaction& firstWith(std::string_view id, std::size_t number) {
@@ -41,17 +41,17 @@ public:
     }
 
 private:
-    const Transactions& transactions_;
+    const BankTransactions& transactions_;
     UnpredictableHash hash_;
     std::vector<std::uint32_t> slots_;  ///< open addressing; number + 1, 0 is free
 };
 
 /// The transactions of a statement with the identifier of an earlier, different one.
-struct Repeated {
+struct RepeatedIdentifiers {
     std::size_t count = 0;
     const TvOFXStatementTransaction* first = nullptr;
 
-    void search(const Transactions& transactions) {
+    void search(const BankTransactions& transactions) {
         FirstByIdentifier table(transactions);
         for (std::size_t number = 0; number < transactions.size(); ++number) {
             const TvOFXStatementTransaction& transaction = *transactions[number];
@@ -67,7 +67,7 @@ struct Repeated {
 void findRepeatedIdentifiers(FindingList& findings, const KnownResponses& responses,
                              const TreePlaces& places) {
     for (const auto& statement : responses.statements) {
-        Repeated repeated;
+        RepeatedIdentifiers repeated;
         repeated.search(statement->statementTransactions());
         if (repeated.count == 0) continue;
         const bool isOne = repeated.count == 1;

@@ -12,7 +12,7 @@
 namespace brackwell::opening {
 namespace {
 
-using Transactions = InvestmentList<InvestmentTransaction>;
+using InvestmentTransactions = InvestmentList<InvestmentTransaction>;
 
 /// The same when all that people compare is.
 bool areSame(const InvestmentTransaction& a, const InvestmentTransaction& b) {
@@ -27,11 +27,11 @@ bool areSame(const InvestmentTransaction& a, const InvestmentTransaction& b) {
 }
 
 /// The transactions whose identifier an earlier, different one has.
-struct Repeated {
+struct RepeatedInvestmentIdentifiers {
     std::size_t count = 0;
     std::size_t first = 0;  ///< its number
 
-    void search(const Transactions& transactions) {
+    void search(const InvestmentTransactions& transactions) {
         std::unordered_map<std::string_view, std::size_t, UnpredictableHash> known;
         for (std::size_t number = 0; number < transactions.size(); ++number) {
             const InvestmentTransaction transaction = transactions[number];
@@ -50,8 +50,8 @@ void findRepeatedInvestmentIdentifiers(FindingList& findings,
                                        const std::vector<InvestmentStatement>& statements,
                                        const TreePlaces& places) {
     for (const InvestmentStatement& statement : statements) {
-        const Transactions transactions = statement.transactions();
-        Repeated repeated;
+        const InvestmentTransactions transactions = statement.transactions();
+        RepeatedInvestmentIdentifiers repeated;
         repeated.search(transactions);
         if (repeated.count == 0) continue;
         const InvestmentTransaction first = transactions[repeated.first];

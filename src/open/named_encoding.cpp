@@ -22,12 +22,12 @@ bool isWide(TextEncoding encoding) noexcept { return std::ranges::find(kWide, en
 
 /// The names of encodings in a header, the first one first; the others are empty. OFX 1 has two fields for
 /// them.
-using Names = std::array<std::string_view, 2>;
+using NamesInHeader = std::array<std::string_view, 2>;
 
-Names namesIn(const std::optional<ParseDictionary>& header, std::string_view text) noexcept {
+NamesInHeader namesIn(const std::optional<ParseDictionary>& header, std::string_view text) noexcept {
     const std::string_view begin = trimWhiteSpace(text);
     if (begin.starts_with('<')) return {encodingNameInXML(begin)};
-    Names names;
+    NamesInHeader names;
     if (!header) return names;
     std::size_t count = 0;
     for (const reading::NameID field : {reading::element("CHARSET"), reading::element("ENCODING")}) {
@@ -56,7 +56,7 @@ void findEncodingDoubts(FindingList& findings, TextEncoding used,
                         const std::optional<ParseDictionary>& header, std::string_view text,
                         EncodingOrigin origin) {
     if (origin == EncodingOrigin::mark) return;
-    const Names names = namesIn(header, text);
+    const NamesInHeader names = namesIn(header, text);
     const auto isThisOne = [used](std::string_view name) { return !name.empty() && isNameOf(name, used); };
     if (std::ranges::any_of(names, isThisOne)) return;
     const bool isNamed = !names.front().empty();

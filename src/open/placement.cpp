@@ -6,13 +6,6 @@
 #include "open/shown_text.h"
 
 namespace brackwell::opening {
-namespace {
-
-std::string tag(const reading::Document& document, std::uint32_t node) {
-    return "<" + shownText(document.name(document.node(node)), 40) + ">";
-}
-
-}  // namespace
 
 void addMisplaced(FindingList& findings, const reading::Document& document, const Misplaced& misplaced,
                   const TreePlaces& places) {
@@ -21,15 +14,15 @@ void addMisplaced(FindingList& findings, const reading::Document& document, cons
             FindingKind::notDelivered, FindingSeverity::warning,
             counted(misplaced.count, "element is where the OFX standard does not allow it, so it is not read",
                     "elements are where the OFX standard does not allow them, so they are not read") +
-                (misplaced.count == 1 ? ": " : "; the first is ") + tag(document, misplaced.first) + " in " +
-                tag(document, misplaced.firstParent) + ".",
+                (misplaced.count == 1 ? ": " : "; the first is ") + tagOfNode(document, misplaced.first) +
+                " in " + tagOfNode(document, misplaced.firstParent) + ".",
             misplaced.count, places.offsetOf(misplaced.first));
     if (misplaced.repeated != 0)
         findings.add(FindingKind::notDelivered, FindingSeverity::warning,
                      counted(misplaced.repeated, "element is", "elements are") +
                          " repeated although only one is allowed, so only the first or none is read" +
                          (misplaced.repeated == 1 ? ": " : "; the first is ") +
-                         tag(document, misplaced.firstRepeated) + ".",
+                         tagOfNode(document, misplaced.firstRepeated) + ".",
                      misplaced.repeated, places.offsetOf(misplaced.firstRepeated));
     if (misplaced.further != 0)
         findings.add(FindingKind::notDelivered, FindingSeverity::note,
@@ -37,7 +30,7 @@ void addMisplaced(FindingList& findings, const reading::Document& document, cons
                          " repeated although only one is allowed; the content of all is read, but only the "
                          "period of the first" +
                          (misplaced.further == 1 ? ": " : "; the first is ") +
-                         tag(document, misplaced.firstFurther) + ".",
+                         tagOfNode(document, misplaced.firstFurther) + ".",
                      misplaced.further, places.offsetOf(misplaced.firstFurther));
 }
 

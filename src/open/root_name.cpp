@@ -5,34 +5,34 @@
 #include <cstddef>
 
 #include "text/ascii_case.h"
+#include "text/comment_marks.h"
+#include "text/name_byte.h"
 #include "text/text_parts.h"
 
 namespace brackwell::opening {
 namespace {
 
-constexpr std::string_view kRoot = "OFX";
-constexpr std::size_t kLongestName = 40;  // what is longer is no name, and would spoil a message
-
-bool isInName(char c) noexcept {
-    return isASCIILetter(c) || (c >= '0' && c <= '9') || c == '.' || c == '-' || c == '_' || c == ':';
-}
+constexpr std::string_view kRootName = "OFX";
+constexpr std::size_t kLongestRootName = 40;  // what is longer is no name, and would spoil a message
 
 /// Walks over the open tags of a text.
-class Names {
+class OpenTags {
 public:
-    explicit Names(std::string_view text) noexcept : text_(text) {}
+    explicit OpenTags(std::string_view text) noexcept : text_(text) {}
 
     /// The name of the next open tag; empty at the end.
     std::string_view next() noexcept {
         for (at_ = text_.find('<', at_); at_ < text_.size(); at_ = text_.find('<', at_ + 1)) {
             const std::string_view rest = text_.substr(at_ + 1);
             if (rest.starts_with('?') || rest.starts_with('!')) {
-                at_ = std::min(text_.find(rest.starts_with("!--") ? "-->" : ">", at_ + 1), text_.size() - 1);
+                at_ = std::min(
+                    text_.find(rest.starts_with(kCommentBegin.substr(1)) ? kCommentEnd : ">", at_ + 1),
+                    text_.size() - 1);
                 continue;
             }
-            const auto* const end = std::ranges::find_if_not(rest, isInName);
+            const auto* const end = std::ranges::find_if_not(rest, isInASCIIName);
             const auto size = static_cast<std::size_t>(end - rest.begin());
-            if (size == 0 || size > kLongestName) continue;
+            if (size == 0 || size > kLongestRootName) continue;
             at_ += size;
             return rest.substr(0, size);
         }
@@ -46,18 +46,18 @@ private:
 
 }  // namespace
 
-std::string_view firstElementName(std::string_view text) noexcept { return Names(text).next(); }
+std::string_view firstElementName(std::string_view text) noexcept { return OpenTags(text).next(); }
 
 std::string_view withoutPrefix(std::string_view name) noexcept { return afterLast(name, ":"); }
 
 std::string_view rootNameOf(std::string_view text, std::string_view first) noexcept {
-    if (equalsIgnoringCase(first, kRoot)) return kRoot;
-    Names names(text);
+    if (equalsIgnoringCase(first, kRootName)) return kRootName;
+    OpenTags names(text);
     for (std::string_view name = names.next(); !name.empty(); name = names.next()) {
-        if (equalsIgnoringCase(name, kRoot)) return kRoot;
-        if (equalsIgnoringCase(withoutPrefix(name), kRoot)) return name;
+        if (equalsIgnoringCase(name, kRootName)) return kRootName;
+        if (equalsIgnoringCase(withoutPrefix(name), kRootName)) return name;
     }
-    return first.empty() ? kRoot : first;
+    return first.empty() ? kRootName : first;
 }
 
 }  // namespace brackwell::opening

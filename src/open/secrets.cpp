@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "text/ascii_case.h"
+#include "text/name_byte.h"
 #include "text/utf8.h"
 
 namespace brackwell {
@@ -27,16 +29,8 @@ constexpr std::uint32_t kFirstLetters = [] {
     return letters;
 }();
 
-char asCapital(char c) noexcept { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-bool isNameCharacter(char c) noexcept {
-    const char capital = asCapital(c);
-    return (capital >= 'A' && capital <= 'Z') || (c >= '0' && c <= '9') || c == '.' || c == '_' || c == '-' ||
-           c == ':';
-}
-
 std::size_t nameEnd(std::string_view text, std::size_t begin) noexcept {
-    while (begin < text.size() && isNameCharacter(text[begin])) ++begin;
+    while (begin < text.size() && isInASCIIName(text[begin])) ++begin;
     return begin;
 }
 
@@ -54,8 +48,8 @@ std::size_t afterBlanks(std::string_view text, std::size_t begin) noexcept {
 /// False for most names of a document.
 bool mayHoldSecret(std::string_view name) noexcept {
     for (std::size_t at = 0; at + kShortest <= name.size(); ++at) {
-        const char capital = asCapital(name[at]);
-        if (capital >= 'A' && capital <= 'Z' && (kFirstLetters >> (capital - 'A') & 1U) != 0) return true;
+        const char capital = capitalLetter(name[at]);
+        if (isASCIICapital(capital) && (kFirstLetters >> (capital - 'A') & 1U) != 0) return true;
     }
     return false;
 }
@@ -66,7 +60,7 @@ std::optional<std::size_t> secretNameEnd(std::string_view text, std::size_t begi
     const std::string_view name = text.substr(begin, end - begin);
     if (!mayHoldSecret(name)) return std::nullopt;
     for (const std::string_view secret : kSecretNames) {
-        const auto isSame = [](char c, char capital) { return asCapital(c) == capital; };
+        const auto isSame = [](char c, char capital) { return capitalLetter(c) == capital; };
         const auto* const found = std::search(name.begin(), name.end(), secret.begin(), secret.end(), isSame);
         if (found != name.end())
             return begin + static_cast<std::size_t>(found - name.begin()) + secret.size();

@@ -21,7 +21,7 @@ struct Digits {
 };
 
 /// Takes the digits off the beginning of the text, four at most.
-Digits takeDigits(std::string_view& text) noexcept {
+Digits takeDatePart(std::string_view& text) noexcept {
     Digits digits;
     for (; digits.count < 4 && beginsWithDigits(text, 1); text.remove_prefix(1), ++digits.count)
         digits.value = digits.value * 10 + digitValue(text.front());
@@ -36,7 +36,7 @@ bool takeCharacter(std::string_view& text, char character) noexcept {
 
 /// Takes two digits that stand for less than `limit` off the beginning of the text.
 std::optional<unsigned> takePair(std::string_view& text, unsigned limit) noexcept {
-    const Digits digits = takeDigits(text);
+    const Digits digits = takeDatePart(text);
     if (digits.count != 2 || digits.value >= limit) return std::nullopt;
     return digits.value;
 }
@@ -71,7 +71,7 @@ std::optional<seconds> offsetInBrackets(std::string_view text) noexcept {
     std::string_view rest = text.substr(0, text.find(':'));
     const bool isBehind = takeCharacter(rest, '-');
     if (!isBehind) takeCharacter(rest, '+');
-    const Digits hour = takeDigits(rest);
+    const Digits hour = takeDatePart(rest);
     const auto* const part = std::ranges::find(kPartsOfHours, rest, &PartOfHour::text);
     if (hour.count == 0 || hour.count > 2 || part == std::end(kPartsOfHours)) return std::nullopt;
     const seconds offset = hours(hour.value) + part->value;
@@ -99,7 +99,7 @@ bool mayBeZoneOfDay(std::string_view text) noexcept {
 
 /// The time of day at the beginning of the text; nothing when there is none.
 std::optional<milliseconds> takeTime(std::string_view& text) noexcept {
-    const Digits hour = takeDigits(text);
+    const Digits hour = takeDatePart(text);
     if (hour.count == 0 || hour.count > 2 || hour.value > 23 || !takeCharacter(text, ':'))
         return std::nullopt;
     const std::optional<unsigned> minute = takePair(text, 60);
@@ -142,13 +142,13 @@ std::optional<Date> dateOf(unsigned yearNumber, unsigned monthNumber, unsigned d
 std::optional<SeparatedDate> SeparatedDate::of(std::string_view text) noexcept {
     SeparatedDate date;
     std::array<Digits, 3> numbers;
-    numbers[0] = takeDigits(text);
+    numbers[0] = takeDatePart(text);
     if (text.empty()) return std::nullopt;
     date.mark = text.front();
     if (date.mark != '/' && date.mark != '-' && date.mark != '.') return std::nullopt;
     for (std::size_t i = 1; i < numbers.size(); ++i) {
         if (!takeCharacter(text, date.mark)) return std::nullopt;
-        numbers[i] = takeDigits(text);
+        numbers[i] = takeDatePart(text);
     }
     date.yearFirst = numbers[0].count == 4;
     if (!date.yearFirst) std::rotate(numbers.begin(), numbers.end() - 1, numbers.end());

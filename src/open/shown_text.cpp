@@ -54,8 +54,21 @@ std::string quoted(std::string_view text, std::size_t longest) {
     return "\"" + shownText(text, longest) + "\"";
 }
 
+std::string tagOfName(std::string_view name) { return "<" + shownText(name, 40) + ">"; }
+
+std::string tagOfNode(const reading::Document& document, std::uint32_t node) {
+    return tagOfName(document.name(document.node(node)));
+}
+
 std::string counted(std::size_t count, std::string_view one, std::string_view several) {
     return std::to_string(count).append(" ").append(count == 1 ? one : several);
+}
+
+std::string enumerated(const std::vector<std::string>& parts) {
+    std::string list;
+    for (std::size_t i = 0; i < parts.size(); ++i)
+        list.append(i == 0 ? "" : i + 1 == parts.size() ? " and " : ", ").append(parts[i]);
+    return list;
 }
 
 std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size) {

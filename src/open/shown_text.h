@@ -2,8 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "tree/document.h"
 
 namespace brackwell::opening {
 
@@ -21,7 +25,14 @@ std::string quotedUnlessSecret(std::string_view document, std::size_t offset, st
 std::string quotedUnlessSecret(std::string_view document, std::size_t offset, std::size_t size,
                                std::string_view part);
 
+/// The name of an element as a tag, "<STMTTRN>".
+std::string tagOfName(std::string_view name);
+std::string tagOfNode(const reading::Document& document, std::uint32_t node);
+
 /// "1 balance", "3 balances".
 std::string counted(std::size_t count, std::string_view one, std::string_view several);
+
+/// "1 statement, 3 transactions and 2 balances"; empty for no parts.
+std::string enumerated(const std::vector<std::string>& parts);
 
 }  // namespace brackwell::opening

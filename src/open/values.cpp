@@ -132,9 +132,9 @@ constexpr Words kDateWords{
     FindingSeverity::note,
 };
 
-class Reporter {
+class OddValueReporter {
 public:
-    Reporter(FindingList& findings, const TreePlaces& places, const Words& words, bool asWritten)
+    OddValueReporter(FindingList& findings, const TreePlaces& places, const Words& words, bool asWritten)
         : findings_(findings), places_(places), words_(words), asWritten_(asWritten) {}
 
     void report(const OddValues& odd) const {
@@ -205,8 +205,8 @@ void findOddValues(FindingList& findings, const reading::Document& document, con
         else
             sort(dates, index, text, reading, given);
     }
-    Reporter(findings, places, kAmountWords, options.asWritten).report(amounts);
-    Reporter(findings, places, kDateWords, options.asWritten).report(dates);
+    OddValueReporter(findings, places, kAmountWords, options.asWritten).report(amounts);
+    OddValueReporter(findings, places, kDateWords, options.asWritten).report(dates);
 }
 
 }  // namespace brackwell::opening

@@ -12,9 +12,9 @@ namespace brackwell::opening {
 namespace {
 
 /// Reads an amount by the evidence of its document; nothing where the prescribed reading is as good.
-class EvidenceFormatter final : public NumberFormatter {
+class EvidenceNumberFormatter final : public NumberFormatter {
 public:
-    explicit EvidenceFormatter(const WrittenAmounts& amounts) noexcept : amounts_(amounts) {}
+    explicit EvidenceNumberFormatter(const WrittenAmounts& amounts) noexcept : amounts_(amounts) {}
 
     std::optional<Decimal> numberFromString(std::string_view text) const override {
         const AmountReading reading = amounts_.read(text);
@@ -101,7 +101,7 @@ AmountReading WrittenAmounts::read(std::string_view text) const {
 }
 
 std::shared_ptr<const NumberFormatter> WrittenAmounts::formatter() const {
-    return std::make_shared<const EvidenceFormatter>(*this);
+    return std::make_shared<const EvidenceNumberFormatter>(*this);
 }
 
 }  // namespace brackwell::opening

@@ -15,9 +15,9 @@ namespace {
 using namespace std::chrono_literals;
 
 /// Reads a date by the evidence of its document; nothing where the prescribed reading is as good.
-class EvidenceFormatter final : public DateFormatter {
+class EvidenceDateFormatter final : public DateFormatter {
 public:
-    explicit EvidenceFormatter(const WrittenDates& dates) : dates_(dates) {}
+    explicit EvidenceDateFormatter(const WrittenDates& dates) : dates_(dates) {}
 
     std::optional<Date> dateFromString(std::string_view text) const override {
         const DateReading reading = dates_.read(text);
@@ -127,7 +127,7 @@ void WrittenDates::takeOrdersFrom(const WrittenDates& all) noexcept {
 }
 
 std::shared_ptr<const DateFormatter> WrittenDates::formatter() const {
-    return std::make_shared<const EvidenceFormatter>(*this);
+    return std::make_shared<const EvidenceDateFormatter>(*this);
 }
 
 bool isDoubtful(Date date) noexcept {

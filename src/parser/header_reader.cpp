@@ -5,6 +5,8 @@
 #include <optional>
 #include <vector>
 
+#include "text/ascii_space.h"
+
 namespace brackwell {
 namespace {
 
@@ -13,7 +15,6 @@ using namespace std::string_view_literals;
 constexpr std::string_view kDeclaration = "<?xml"sv;
 
 // One character at a time is as fast as it gets for names and values of some ten characters.
-bool isBlank(char c) noexcept { return c == ' ' || c == '\t'; }
 bool isQuote(char c) noexcept { return c == '"'; }
 bool endsAttribute(char c) noexcept { return c == ' ' || c == '\n'; }
 

@@ -5,6 +5,8 @@
 #include <limits>
 #include <utility>
 
+#include "repair/deepest.h"
+
 namespace brackwell::repair {
 namespace {
 
@@ -87,9 +89,7 @@ private:
                elements::findChild(tags_[next].element, tag.element) != nullptr;
     }
 
-    /// No real document nests deeper than kDeepest; the limit keeps hostile ones from taking quadratic time.
     void close(Element element) {
-        constexpr std::size_t kDeepest = 16;
         for (std::size_t depth = open_.size(); depth > 0 && open_.size() - depth < kDeepest; --depth)
             if (open_[depth - 1] == element) return open_.resize(depth - 1);
     }

@@ -11,7 +11,8 @@
 namespace brackwell::repair {
 namespace {
 
-bool isKnownInCapitals(std::string_view name) {
+/// True for a name in small letters that would be that of an element in capitals.
+bool isElementInCapitals(std::string_view name) {
     if (!hasSmallLetter(name)) return false;
     std::string capitals(name);
     std::ranges::transform(capitals, capitals.begin(), capitalLetter);
@@ -66,7 +67,7 @@ std::vector<Fault> faultsOf(const Tree& tree) {
         for (NodeID node = tree[parent].first; node != kNoNode; node = tree[node].next) {
             const Node& it = tree[node];
             if (it.element == elements::kUnknown) {
-                if (isKnownInCapitals(it.name)) faults.push_back({FaultKind::smallLetters, node, kNoNode});
+                if (isElementInCapitals(it.name)) faults.push_back({FaultKind::smallLetters, node, kNoNode});
                 continue;
             }
             const NodeID first = firsts.firstOf(tree, node);

@@ -12,7 +12,9 @@
 #include "elements/structure.h"
 #include "repair/markup.h"
 #include "text/ascii_case.h"
+#include "text/ascii_space.h"
 #include "text/byte_order_marks.h"
+#include "text/comment_marks.h"
 #include "text/text_parts.h"
 
 namespace brackwell::repair {
@@ -20,12 +22,10 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view kBlanks = " \t\r\n";
+constexpr std::string_view kHeaderBlanks = " \t\r\n";
 constexpr std::string_view kHeaderBegin = "OFXHEADER:";
-constexpr std::string_view kCommentBegin = "<!--";
-constexpr std::string_view kCommentEnd = "-->";
 
-bool isBlank(char c) noexcept { return kBlanks.find(c) != std::string_view::npos; }
+bool isHeaderBlank(char c) noexcept { return kHeaderBlanks.find(c) != std::string_view::npos; }
 
 /// Where the first tag begins that is "<OFX>" but for blanks or attributes, or but for its case, too. One
 /// with another tag after it comes before one that is only mentioned in a text.
@@ -39,9 +39,9 @@ std::size_t findLooseOFXTag(std::string_view text, NameCase nameCase) noexcept {
         if (end == std::string_view::npos) break;
         const std::string_view after = text.substr(at + begin.size(), end - at - begin.size());
         const bool isTag = trimWhiteSpace(after).empty() ||
-                           (isBlank(after.front()) && after.find('=') != std::string_view::npos);
+                           (isHeaderBlank(after.front()) && after.find('=') != std::string_view::npos);
         if (text[end] == '<' || !isTag) continue;
-        const std::size_t next = text.find_first_not_of(kBlanks, end + 1);
+        const std::size_t next = text.find_first_not_of(kHeaderBlanks, end + 1);
         if (next != std::string_view::npos && text[next] == '<') return at;
         mentioned = std::min(mentioned, at);
     }
@@ -63,7 +63,7 @@ std::size_t findFirstTag(std::string_view text, BeginsDocument beginsDocument) n
         const std::size_t end = text.find_first_of("<>", at + 1);
         if (end == std::string_view::npos) break;
         if (text[end] == '<' || !beginsDocument(trimWhiteSpace(text.substr(at + 1, end - at - 1)))) continue;
-        const std::size_t next = text.find_first_not_of(kBlanks, end + 1);
+        const std::size_t next = text.find_first_not_of(kHeaderBlanks, end + 1);
         if (next != std::string_view::npos && text[next] == '<') return at;
     }
     return std::string_view::npos;
@@ -82,7 +82,7 @@ std::size_t findFirstElement(std::string_view text) noexcept {
 // Headers of OFX 1
 
 bool beginsLine(std::string_view header, std::size_t at) noexcept {
-    while (at > 0 && (header[at - 1] == ' ' || header[at - 1] == '\t')) --at;
+    while (at > 0 && isBlank(header[at - 1])) --at;
     return at == 0 || header[at - 1] == '\n' || header[at - 1] == '\r';
 }
 
@@ -100,7 +100,7 @@ bool endsWithField(std::string_view text, std::string_view name) noexcept {
     if (text.size() < name.size() || !equalsIgnoringCase(text.substr(text.size() - name.size()), name))
         return false;
     const std::size_t begin = text.size() - name.size();
-    return begin == 0 || isBlank(text[begin - 1]);
+    return begin == 0 || isHeaderBlank(text[begin - 1]);
 }
 
 /// The next field of a header at or after a place, with blanks before its colon and in whatever case; at the
@@ -109,7 +109,7 @@ Field findField(std::string_view header, std::size_t from) noexcept {
     for (std::size_t colon = header.find(':', from); colon != std::string_view::npos;
          colon = header.find(':', colon + 1)) {
         std::size_t end = colon;
-        while (end > from && (header[end - 1] == ' ' || header[end - 1] == '\t')) --end;
+        while (end > from && isBlank(header[end - 1])) --end;
         const std::string_view before = header.substr(from, end - from);
         const auto* const field = std::ranges::find_if(
             elements::kHeaderFields, [before](std::string_view name) { return endsWithField(before, name); });
@@ -177,7 +177,7 @@ void mendFields(std::string_view header, std::size_t base, Edits& edits) {
          field = findField(header, field.colon + 1), isFirst = false) {
         if (!isFirst && !beginsLine(header, field.begin)) {
             std::size_t end = field.begin;
-            while (end > 0 && isBlank(header[end - 1])) --end;
+            while (end > 0 && isHeaderBlank(header[end - 1])) --end;
             edits.push_back({base + end, field.begin - end, RepairKind::header, "\n",
                              "each line of a header has one field"});
         }
@@ -231,12 +231,12 @@ struct Value {
     std::size_t end;
 };
 Value valueAt(std::string_view attributes, std::size_t at) noexcept {
-    at = std::min(attributes.find_first_not_of(kBlanks, at), attributes.size());
+    at = std::min(attributes.find_first_not_of(kHeaderBlanks, at), attributes.size());
     const bool isQuoted = at < attributes.size() && (attributes[at] == '"' || attributes[at] == '\'');
     const std::size_t begin = at + (isQuoted ? 1 : 0);
-    const std::size_t end =
-        std::min(isQuoted ? attributes.find(attributes[at], begin) : attributes.find_first_of(kBlanks, begin),
-                 attributes.size());
+    const std::size_t end = std::min(
+        isQuoted ? attributes.find(attributes[at], begin) : attributes.find_first_of(kHeaderBlanks, begin),
+        attributes.size());
     return {attributes.substr(begin, end - begin), std::min(end + (isQuoted ? 1 : 0), attributes.size())};
 }
 
@@ -247,7 +247,7 @@ std::string plainInstruction(std::string_view attributes) {
     for (std::size_t equals = attributes.find('='); equals != std::string_view::npos;
          equals = attributes.find('=')) {
         const std::string_view before = trimWhiteSpace(attributes.substr(0, equals));
-        const std::string_view name = afterLast(before, kBlanks);
+        const std::string_view name = afterLast(before, kHeaderBlanks);
         const Value value = valueAt(attributes, equals + 1);
         plain += ' ';
         for (const char c : name) plain += capitalLetter(c);
@@ -340,7 +340,7 @@ std::size_t findPartOfHeader(std::string_view front) noexcept {
     for (std::size_t at = findPlainField(front, 0); at < front.size();
          at = findPlainField(front, front.find(':', at) + 1)) {
         std::size_t end = at;
-        while (end > 0 && isBlank(front[end - 1])) --end;
+        while (end > 0 && isHeaderBlank(front[end - 1])) --end;
         if (beginsLine(front, at) || front.substr(0, end).ends_with(kCommentBegin)) return at;
     }
     return std::string_view::npos;
@@ -403,7 +403,7 @@ bool isOFC(std::string_view text) noexcept {
         }
         const std::string_view after = here.substr(std::min(root.size(), here.size()));
         return equalsIgnoringCase(here.substr(0, root.size()), root) && !after.empty() &&
-               (after.front() == '>' || isBlank(after.front()));
+               (after.front() == '>' || isHeaderBlank(after.front()));
     }
     return false;
 }

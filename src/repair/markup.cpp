@@ -7,18 +7,16 @@
 
 #include "repair/remains.h"
 #include "text/ascii_case.h"
+#include "text/ascii_space.h"
+#include "text/comment_marks.h"
 #include "text/text_parts.h"
 
 namespace brackwell::repair {
 namespace {
 
-constexpr std::string_view kCommentBegin = "<!--";
-constexpr std::string_view kCommentEnd = "-->";
 constexpr std::string_view kDataBegin = "<![CDATA[";
 constexpr std::string_view kDataEnd = "]]>";
 
-bool isSmallLetter(char c) noexcept { return c >= 'a' && c <= 'z'; }
-bool isBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
 bool isBeyondASCII(char c) noexcept { return static_cast<unsigned char>(c) >= 0x80; }
 bool beginsName(char c) noexcept { return isASCIILetter(c) || isBeyondASCII(c) || c == '_'; }
 bool isInName(char c) noexcept {
@@ -58,7 +56,7 @@ std::string escaped(std::string_view text) {
 /// What stands between the brackets of a tag, taken apart.
 struct Inside {
     explicit Inside(std::string_view text)
-        : beginsWithBlank(!text.empty() && isBlank(text.front())), name(trimWhiteSpace(text)) {
+        : beginsWithBlank(!text.empty() && isASCIIWhiteSpace(text.front())), name(trimWhiteSpace(text)) {
         if (name.starts_with('/')) {
             form = Tag::Form::close;
             name = trimWhiteSpace(name.substr(1));
@@ -68,7 +66,7 @@ struct Inside {
             form = Tag::Form::selfClosed;
             name = trimWhiteSpace(name.substr(0, name.size() - 1));
         }
-        const auto* const blank = std::ranges::find_if(name, isBlank);
+        const auto* const blank = std::ranges::find_if(name, isASCIIWhiteSpace);
         const auto size = static_cast<std::size_t>(blank - name.begin());
         // What follows the name is attributes, or this is no tag.
         if (name.find('=', size) != std::string_view::npos) name = name.substr(0, size);
@@ -111,7 +109,7 @@ bool isInLowerCase(const std::vector<Tag>& tags, bool beginsWithRoot) noexcept {
 /// after the text before it.
 bool standsLikeATag(std::string_view body, const Tag& tag) noexcept {
     std::size_t begin = tag.begin;
-    while (begin > 0 && (body[begin - 1] == ' ' || body[begin - 1] == '\t')) --begin;
+    while (begin > 0 && isBlank(body[begin - 1])) --begin;
     return begin == tag.begin || body[begin - 1] == '\n' || body[begin - 1] == '\r';
 }
 
@@ -365,6 +363,6 @@ bool isName(std::string_view text) noexcept {
     return !text.empty() && beginsName(text.front()) && std::ranges::all_of(text, isInName);
 }
 
-bool hasSmallLetter(std::string_view text) noexcept { return std::ranges::any_of(text, isSmallLetter); }
+bool hasSmallLetter(std::string_view text) noexcept { return std::ranges::any_of(text, isSmallASCIILetter); }
 
 }  // namespace brackwell::repair

@@ -7,6 +7,7 @@
 #include <string>
 #include <utility>
 
+#include "repair/deepest.h"
 #include "repair/likeness.h"
 #include "repair/nesting_edits.h"
 #include "repair/open_aggregates.h"
@@ -150,11 +151,9 @@ private:
     }
 
     /// Closes aggregates without a close tag of their own when this element cannot stand in them, but can
-    /// in one around them. No real document nests deeper than kDeepest; the limit keeps hostile ones from
-    /// taking quadratic time.
+    /// in one around them.
     void endAggregatesBefore(const Tag& tag) {
         if (elements::parentsOf(tag.element).empty()) return;
-        constexpr std::uint32_t kDeepest = 16;
         const std::uint32_t last = depth() > kDeepest ? depth() - kDeepest : 0;
         for (std::uint32_t wanted = depth(); wanted > last; --wanted) {
             if (open_[wanted].hasRoomFor(tag.element)) return endDownTo(wanted, tag);

@@ -10,6 +10,7 @@
 
 #include "elements/roles.h"
 #include "elements/ways.h"
+#include "repair/deepest.h"
 #include "repair/faults.h"
 #include "repair/holders.h"
 #include "repair/place_rules.h"
@@ -18,9 +19,6 @@ namespace brackwell::repair {
 namespace {
 
 using elements::Element;
-
-/// No document that means well nests deeper.
-constexpr unsigned kDeepest = 16;
 
 class Placer {
 public:

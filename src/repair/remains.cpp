@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "text/ascii_case.h"
+#include "text/ascii_space.h"
+
 namespace brackwell::repair {
 namespace {
 
@@ -11,9 +14,9 @@ using elements::Element;
 
 constexpr std::size_t kShortest = 4;  ///< after a value; shorter ones are words of texts, too
 
-bool isCapital(char c) noexcept { return c >= 'A' && c <= 'Z'; }
-bool isInName(char c) noexcept { return isCapital(c) || (c >= '0' && c <= '9') || c == '.' || c == '_'; }
-bool isBlank(char c) noexcept { return c == ' ' || c == '\t'; }
+bool isInStandardName(char c) noexcept {
+    return isASCIICapital(c) || (c >= '0' && c <= '9') || c == '.' || c == '_';
+}
 bool isLeaf(Element element) noexcept {
     return elements::kindOf(element) == elements::Kind::leaf ||
            elements::kindOf(element) == elements::Kind::either;
@@ -34,7 +37,8 @@ bool areSiblings(Element a, Element b) noexcept {
 
 std::string_view nameWithoutBegin(std::string_view text, Element before) noexcept {
     std::size_t begin = text.size();
-    while (begin > 0 && text.size() - begin < elements::kLongestName && isInName(text[begin - 1])) --begin;
+    while (begin > 0 && text.size() - begin < elements::kLongestName && isInStandardName(text[begin - 1]))
+        --begin;
     const bool isClose = begin > 0 && text[begin - 1] == '/';
     if (elements::findElement(text.substr(begin)) != elements::kUnknown) {
         if (isClose) return text.substr(begin - 1);
@@ -42,7 +46,7 @@ std::string_view nameWithoutBegin(std::string_view text, Element before) noexcep
     }
     // Directly after a value nothing shows where the value ends, so the longest name counts.
     for (; begin + kShortest <= text.size(); ++begin) {
-        if (begin == 0 || isCapital(text[begin - 1]) || isBlank(text[begin - 1])) continue;
+        if (begin == 0 || isASCIICapital(text[begin - 1]) || isBlank(text[begin - 1])) continue;
         const Element element = elements::findElement(text.substr(begin));
         if (isLeaf(element) && areSiblings(before, element)) return text.substr(begin);
     }
@@ -53,7 +57,7 @@ bool mayEndWithName(std::string_view text, Element before) noexcept {
     if (!nameWithoutBegin(text, before).empty()) return true;
     for (std::size_t size = 2; size <= std::min(text.size(), elements::kLongestName); ++size) {
         const std::string_view name = text.substr(text.size() - size);
-        if (!isInName(name.front())) return false;
+        if (!isInStandardName(name.front())) return false;
         const Element element = elements::findElement(name);
         if (element != elements::kUnknown && areSiblings(before, element)) return true;
     }

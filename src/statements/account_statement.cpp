@@ -9,8 +9,6 @@
 namespace brackwell {
 namespace {
 
-constexpr reading::NameID kTransaction = element("STMTTRN");
-
 std::string textOf(const std::optional<Decimal>& amount) {
     return amount ? amount->toString() : std::string(kAbsent);
 }
@@ -25,7 +23,7 @@ struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
     static constexpr auto kTransactionList = elementTable<Self>({
         {element("DTSTART"), date<&Self::transactionStartDateTime_>},
         {element("DTEND"), date<&Self::transactionEndDateTime_>},
-        {kTransaction, transactions},
+        {element("STMTTRN"), transactions},
     });
     static constexpr auto kLedgerBalance = elementTable<Self>({
         {element("BALAMT"), amount<&Self::ledgerBalanceAmount_>},

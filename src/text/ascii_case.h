@@ -6,18 +6,20 @@
 
 namespace brackwell {
 
+constexpr bool isASCIICapital(char character) noexcept { return character >= 'A' && character <= 'Z'; }
+constexpr bool isSmallASCIILetter(char character) noexcept { return character >= 'a' && character <= 'z'; }
 constexpr bool isASCIILetter(char character) noexcept {
-    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+    return isASCIICapital(character) || isSmallASCIILetter(character);
 }
 
 /// The small form of an ASCII capital; every other byte as it is.
 constexpr char smallLetter(char character) noexcept {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+    return isASCIICapital(character) ? static_cast<char>(character - 'A' + 'a') : character;
 }
 
 /// The capital form of a small ASCII letter; every other byte as it is.
 constexpr char capitalLetter(char character) noexcept {
-    return character >= 'a' && character <= 'z' ? static_cast<char>(character - 'a' + 'A') : character;
+    return isSmallASCIILetter(character) ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
 /// True when both texts are the same but for the case of ASCII letters.

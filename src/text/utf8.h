@@ -27,6 +27,18 @@ UTF8Character firstCharacter(std::string_view text) noexcept;
 /// The character that the text ends with; none as above.
 UTF8Character lastCharacter(std::string_view text) noexcept;
 
+/// The first characters of a text, for a text that has more; otherwise all of it.
+inline std::string_view firstCharacters(std::string_view text, std::size_t count) noexcept {
+    if (text.size() <= count) return text;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool beginsCharacter = (static_cast<unsigned char>(text[i]) & 0xC0) != 0x80;
+        if (!beginsCharacter) continue;
+        if (count == 0) return text.substr(0, i);
+        --count;
+    }
+    return text;
+}
+
 /// Appends a character. It must be a Unicode scalar value.
 void appendCharacter(std::string& text, char32_t character);
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/platform.h>
 
+#include "text/ascii_space.h"
 #include "text/utf8.h"
 
 namespace brackwell {
@@ -8,9 +9,6 @@ namespace brackwell {
 namespace {
 
 bool isASCII(char byte) noexcept { return static_cast<unsigned char>(byte) < 0x80; }
-
-/// U+0009-000D and 0020, the white space that almost every text ends with.
-bool isASCIIWhiteSpace(char byte) noexcept { return byte == ' ' || (byte >= '\t' && byte <= '\r'); }
 
 /// The size of the white space character at one end of a text, which is not empty; 0 when there is another
 /// character, or bytes that are no character.
@@ -26,7 +24,7 @@ std::size_t whiteSpaceSize(char endByte, std::string_view text) noexcept {
 // Both follow Unicode: the property White_Space, and the characters that end a line.
 
 bool isWhiteSpace(char32_t character) noexcept {
-    if (character < 0x80) return character == ' ' || (character >= '\t' && character <= '\r');
+    if (character < 0x80) return isASCIIWhiteSpace(static_cast<char>(character));
     if (character < 0x1680) return character == 0x85 || character == 0xA0;
     if (character >= 0x2000 && character <= 0x200A) return true;
     switch (character) {
