@@ -228,6 +228,17 @@ TEST_CASE("the amount of a duplicate has its currency, where that is not the acc
                    "2024-07-02  Shop   x   2       -1.50  CHF\n"));
 }
 
+TEST_CASE("a duplicate without a name, or with an empty one, is shown with that of its payee") {
+    const TemporaryFolder folder;
+    for (const char* const name : {"", "<NAME></NAME>"}) {
+        CAPTURE(name);
+        const std::string paid =
+            list(bought("-1.5", name + std::string("<FITID>x<PAYEE><NAME>Shop</PAYEE>")));
+        CHECK(contains(tool({"duplicates", folder.file("a", paid), folder.file("b", paid)}).output,
+                       "2024-07-02  Shop   x   2       -1.50\n"));
+    }
+}
+
 TEST_CASE("equal transactions of one statement, and of different accounts, are no duplicates") {
     const std::string none = "No transaction occurs in two statements.\n";
     CHECK(outputOf({"duplicates"}, list(bought("1", "<FITID>x") + bought("1", "<FITID>x"))) == none);

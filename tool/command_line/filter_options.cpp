@@ -13,7 +13,7 @@ namespace tool {
 namespace {
 
 /// The beginning of the day that "YYYY-MM-DD" names; nothing for other texts and days that no calendar has.
-std::optional<brackwell::Date> dayOf(std::string_view text) noexcept {
+std::optional<brackwell::Date> dayNamed(std::string_view text) noexcept {
     constexpr std::string_view form = "dddd-dd-dd";
     if (text.size() != form.size()) return std::nullopt;
     unsigned numbers[3] = {};
@@ -53,7 +53,7 @@ std::vector<std::string> wordsOf(std::string_view text) {
 // Checks; each returns what is wrong with a text, "" for nothing
 
 std::string checkDay(const std::string& text) {
-    return dayOf(text) ? std::string() : "not a date like 2024-01-31: \"" + text + "\"";
+    return dayNamed(text) ? std::string() : "not a date like 2024-01-31: \"" + text + "\"";
 }
 
 std::string checkAccount(const std::string& text) { return text.empty() ? "the number is empty" : ""; }
@@ -85,8 +85,8 @@ void declareFilter(CLI::App& command, FilterTexts& texts) {
 
 Filter understoodFilter(const FilterTexts& texts) {
     Filter filter;
-    if (texts.since) filter.since = dayOf(*texts.since);
-    if (texts.until) filter.before = *dayOf(*texts.until) + std::chrono::days(1);
+    if (texts.since) filter.since = dayNamed(*texts.since);
+    if (texts.until) filter.before = *dayNamed(*texts.until) + std::chrono::days(1);
     if (filter.since && filter.before && *filter.since >= *filter.before)
         throw CLI::ValidationError("--until", *texts.until + " is before " + *texts.since + " of --since");
     filter.accounts = texts.accounts;

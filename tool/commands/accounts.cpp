@@ -153,7 +153,7 @@ bool runAccounts(Run& run) {
     return allRead;
 }
 
-constexpr const char* kHelp =
+constexpr const char* kAccountsHelp =
     "An account that occurs in several files is one row: with its latest balance, the number of its\n"
     "transactions (each counted once) and the days that its statements cover. Accounts are the same when\n"
     "number and currency are, and nothing else that both have differs. The balance of an investment\n"
@@ -170,7 +170,7 @@ constexpr Command commands::kAccounts({
     .name = "accounts",
     .summary = "The accounts of all files, one row for each",
     .traits = kSeveralFiles | kReading | kNumbers | kOutput,
-    .help = kHelp,
+    .help = kAccountsHelp,
     .run = runAccounts,
 });
 

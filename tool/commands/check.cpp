@@ -11,7 +11,7 @@ bool runCheck(Run& run) {
     return forEachFile(run, [](const InputFile&) {});
 }
 
-constexpr const char* kHelp =
+constexpr const char* kCheckHelp =
     "Findings go to standard error, a line each, as in every command; nothing else is written.\n"
     "With --strict the status is 3 when there is one.\n\n"
     "Examples:\n"
@@ -24,7 +24,7 @@ constexpr Command commands::kCheck({
     .name = "check",
     .summary = "What the documents hold but the output lacks, or may have wrong",
     .traits = kSeveralFiles | kReading,
-    .help = kHelp,
+    .help = kCheckHelp,
     .run = runCheck,
 });
 

@@ -119,7 +119,7 @@ const std::map<std::string, TableKind>& tableKinds() {
     return kinds;
 }
 
-void declareOptions(CLI::App& command, Options& options) {
+void declareCsvOptions(CLI::App& command, Options& options) {
     command
         .add_option_function<std::string>(
             "--kind", [&options](const std::string& kind) { options.table = tableKinds().at(kind); },
@@ -130,7 +130,7 @@ void declareOptions(CLI::App& command, Options& options) {
                      "Add columns for amounts in another currency to a table of bank transactions");
 }
 
-constexpr const char* kHelp =
+constexpr const char* kCsvHelp =
     "--kind bank writes the transactions of bank and card statements; investments those of investment\n"
     "statements, including the bank transactions in them; positions the holdings; and securities the\n"
     "descriptions of securities. Names and tickers come from the securities of the same document, or\n"
@@ -150,9 +150,9 @@ constexpr Command commands::kCsv({
     .name = "csv",
     .summary = "One row per transaction, with a header row",
     .traits = kSeveralFiles | kReading | kFilter | kOutput,
-    .help = kHelp,
+    .help = kCsvHelp,
     .run = runCsv,
-    .declareOptions = declareOptions,
+    .declareOptions = declareCsvOptions,
 });
 
 }  // namespace tool

@@ -15,6 +15,7 @@
 #include "investments/security_lookup.h"
 #include "money/foreign_amount.h"
 #include "text/shown_values.h"
+#include "text/transaction_text.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
 #include "text_page/table.h"
@@ -60,13 +61,10 @@ std::string filesOf(const Account& account, const std::vector<const Entry*>& gro
 
 Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::size_t times,
                  const std::string& accountCurrency) {
-    const auto payee = transaction.payee();
     const auto date = transaction.datePosted();
-    brackwell::OptionalText name = transaction.payeeName();
-    if (!name && payee) name = payee->name();
     return {
         dayText(date),
-        visibleText(name.value_or("")),
+        visibleText(payeeOf(transaction).value_or("")),
         visibleText(transaction.memo().value_or("")),
         visibleText(transaction.fiTransactionID().value_or("")),
         std::to_string(times),
@@ -149,7 +147,7 @@ bool runDuplicates(Run& run) {
     return allRead;
 }
 
-constexpr const char* kHelp =
+constexpr const char* kDuplicatesHelp =
     "Statements of the same account are compared, also those of one file. Two transactions are the\n"
     "same when their amounts are equal, no field that both have differs, and their identifiers (FITID)\n"
     "are equal, or their dates posted where one has no identifier. Equal transactions of one statement\n"
@@ -165,7 +163,7 @@ constexpr Command commands::kDuplicates({
     .name = "duplicates",
     .summary = "Transactions that occur in more than one statement",
     .traits = kSeveralFiles | kReading | kNumbers | kOutput,
-    .help = kHelp,
+    .help = kDuplicatesHelp,
     .run = runDuplicates,
 });
 

@@ -102,11 +102,11 @@ bool runJson(Run& run) {
         run, [&run](const InputFile& input) { writeDocument(run, input, input.file.securities()); });
 }
 
-void declareOptions(CLI::App& command, Options& options) {
+void declareJsonOptions(CLI::App& command, Options& options) {
     command.add_flag("--indent", options.isIndented, "Write over several lines, for people to read");
 }
 
-constexpr const char* kHelp =
+constexpr const char* kJsonHelp =
     "One object for each FILE, a line each, with a first key \"file\"; over several lines with\n"
     "--indent.\n\n"
     "Examples:\n"
@@ -121,9 +121,9 @@ constexpr Command commands::kJson({
     .name = "json",
     .summary = "Everything that was read, as JSON",
     .traits = kSeveralFiles | kReading | kFilter | kOutput,
-    .help = kHelp,
+    .help = kJsonHelp,
     .run = runJson,
-    .declareOptions = declareOptions,
+    .declareOptions = declareJsonOptions,
 });
 
 }  // namespace tool

@@ -32,7 +32,7 @@ bool runPretty(Run& run) {
     });
 }
 
-constexpr const char* kHelp =
+constexpr const char* kPrettyHelp =
     "One element a line, closed and escaped, in the order of the document, in UTF-8. What is\n"
     "written reads back to the same tree. A line OFXHEADER:100 comes first where the body does\n"
     "not begin with <OFX>, since nothing would be read otherwise.\n\n"
@@ -46,7 +46,7 @@ constexpr Command commands::kPretty({
     .name = "pretty",
     .summary = "The body, rendered again as indented OFX text",
     .traits = kOneFile | kReading | kOutput,
-    .help = kHelp,
+    .help = kPrettyHelp,
     .run = runPretty,
 });
 

@@ -115,7 +115,7 @@ bool runRepair(Run& run) {
     });
 }
 
-void declareOptions(CLI::App& command, Options& options) {
+void declareRepairOptions(CLI::App& command, Options& options) {
     CLI::Option* diff =
         command.add_flag("--diff", options.asDiff, "Show what was changed as a diff instead of a list");
     command
@@ -124,7 +124,7 @@ void declareOptions(CLI::App& command, Options& options) {
         ->excludes(diff);
 }
 
-constexpr const char* kHelp =
+constexpr const char* kRepairHelp =
     "Repairs missing, misspelt and crossed tags, and moves elements to where they belong; closes empty\n"
     "leaves, drops comments, unwraps CDATA sections, and changes tags in lower case to capitals. Values are\n"
     "not changed. The changes are listed on standard error, the most important first, with line, column and\n"
@@ -142,9 +142,9 @@ constexpr Command commands::kRepair({
     .name = "repair",
     .summary = "The repaired document",
     .traits = kOneFile | kOutput | kMayReplaceItsFile,
-    .help = kHelp,
+    .help = kRepairHelp,
     .run = runRepair,
-    .declareOptions = declareOptions,
+    .declareOptions = declareRepairOptions,
 });
 
 }  // namespace tool

@@ -29,7 +29,7 @@ bool runReport(Run& run) {
     return allRead;
 }
 
-constexpr const char* kHelp =
+constexpr const char* kReportHelp =
     "The page is self-contained: it loads nothing, and can be kept, sent or printed. An account that\n"
     "occurs in several files is shown once, and so are its transactions. Account numbers are\n"
     "masked but for their last four characters, unless --full is given. Without --sort the newest\n"
@@ -44,7 +44,7 @@ constexpr Command commands::kReport({
     .name = "report",
     .summary = "A page for the browser: balances, plots and a table to search in",
     .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput,
-    .help = kHelp,
+    .help = kReportHelp,
     .run = runReport,
 });
 

@@ -47,7 +47,7 @@ std::int32_t routingNamed(const std::string& name) {
     return static_cast<std::int32_t>(std::ranges::find(routings(), name) - routings().begin());
 }
 
-void declareOptions(CLI::App& command, Options& options) {
+void declareRequestOptions(CLI::App& command, Options& options) {
     RequestOptions& request = options.request;
     command
         .add_option_function<std::string>(
@@ -69,7 +69,7 @@ void declareOptions(CLI::App& command, Options& options) {
         ->check(CLI::Validator(CLI::IsMember(routings())).description(""));
 }
 
-constexpr const char* kHelp =
+constexpr const char* kRequestHelp =
     "The sign-on, the message set around it and the header are not part of the request.\n\n"
     "Examples:\n"
     "  brackwell request accounts\n"
@@ -81,9 +81,9 @@ constexpr Command commands::kRequest({
     .name = "request",
     .summary = "A request as OFX text",
     .traits = kOutput,
-    .help = kHelp,
+    .help = kRequestHelp,
     .run = runRequest,
-    .declareOptions = declareOptions,
+    .declareOptions = declareRequestOptions,
 });
 
 }  // namespace tool

@@ -137,7 +137,7 @@ bool runShow(Run& run) {
     });
 }
 
-constexpr const char* kHelp =
+constexpr const char* kShowHelp =
     "Account numbers are masked but for their last four characters, unless --full is given.\n"
     "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
     "unless NO_COLOR is set. Totals are those of the transactions that are shown.\n\n"
@@ -152,7 +152,7 @@ constexpr Command commands::kShow({
     .name = "show",
     .summary = "A person's view: institution, accounts, balances and transactions",
     .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput,
-    .help = kHelp,
+    .help = kShowHelp,
     .run = runShow,
 });
 

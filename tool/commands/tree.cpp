@@ -61,11 +61,11 @@ bool runTree(Run& run) {
     return withEnoughMemory(run, run.options.files.front(), [&run] { return writeTree(run); });
 }
 
-void declareOptions(CLI::App& command, Options& options) {
+void declareTreeOptions(CLI::App& command, Options& options) {
     command.add_flag("--original", options.showsOriginals, "Write the source text of each transaction, too");
 }
 
-constexpr const char* kHelp =
+constexpr const char* kTreeHelp =
     "A document that does not parse is shown as far as it was understood, with status 1.\n"
     "--original adds TVOFX_ORIGINAL_STRING to each transaction: its text in the document. In a\n"
     "document whose transactions are not closed these overlap, and the output grows long.\n\n"
@@ -79,9 +79,9 @@ constexpr Command commands::kTree({
     .name = "tree",
     .summary = "The header and the parse tree, as JSON",
     .traits = kOneFile | kReading | kOutput,
-    .help = kHelp,
+    .help = kTreeHelp,
     .run = runTree,
-    .declareOptions = declareOptions,
+    .declareOptions = declareTreeOptions,
 });
 
 }  // namespace tool

@@ -18,6 +18,8 @@
 namespace tool {
 namespace {
 
+using Kind = OutputTarget::Kind;
+
 /// True for the number of an open descriptor that a path is another name of.
 bool isDescriptorAt(int number, const std::string& path) noexcept {
     struct stat held = {};
@@ -39,7 +41,6 @@ int openDescriptor(const std::string& path) {
 
 OutputFile::OutputFile(const std::string& name, bool replacesDocuments)
     : name_(name), replacesDocuments_(replacesDocuments) {
-    using Kind = OutputTarget::Kind;
     const OutputTarget target = outputTarget(name);
     if (target.kind == Kind::missing || target.kind == Kind::file) {
         openBeside(target.path);

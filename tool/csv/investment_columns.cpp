@@ -30,7 +30,7 @@ struct Source {
 
 /// A column, and how its field is made; null: it is the object's field of this name.
 template <class Object>
-struct Column {
+struct FieldColumn {
     std::string_view name;
     void (*add)(Row&, const Source<Object>&) = nullptr;
 };
@@ -150,7 +150,7 @@ void addUnderlyingType(Row& row, const Source<Security>& source) {
 // ---------------------------------------------------------------------------------------------
 // Columns
 
-constexpr Column<InvestmentTransaction> kTransactionColumns[] = {
+constexpr FieldColumn<InvestmentTransaction> kTransactionColumns[] = {
     {"file", addFile},
     {"brokerID", addBroker},
     {"accountID", addAccount},
@@ -220,7 +220,7 @@ constexpr Column<InvestmentTransaction> kTransactionColumns[] = {
     {"memo", addMemo},
 };
 
-constexpr Column<Position> kPositionColumns[] = {
+constexpr FieldColumn<Position> kPositionColumns[] = {
     {"file", addFile},
     {"brokerID", addBroker},
     {"accountID", addAccount},
@@ -249,7 +249,7 @@ constexpr Column<Position> kPositionColumns[] = {
     {"memo"},
 };
 
-constexpr Column<Security> kSecurityColumns[] = {
+constexpr FieldColumn<Security> kSecurityColumns[] = {
     {"file", addFile},
     {"kind", addKind},
     {"id"},
@@ -290,14 +290,14 @@ constexpr Column<Security> kSecurityColumns[] = {
     {"memo"},
 };
 
-std::span<const Column<InvestmentTransaction>> columnsFor(const InvestmentTransaction*) noexcept {
+std::span<const FieldColumn<InvestmentTransaction>> columnsFor(const InvestmentTransaction*) noexcept {
     return kTransactionColumns;
 }
-std::span<const Column<Position>> columnsFor(const Position*) noexcept { return kPositionColumns; }
-std::span<const Column<Security>> columnsFor(const Security*) noexcept { return kSecurityColumns; }
+std::span<const FieldColumn<Position>> columnsFor(const Position*) noexcept { return kPositionColumns; }
+std::span<const FieldColumn<Security>> columnsFor(const Security*) noexcept { return kSecurityColumns; }
 
 template <class Object>
-std::span<const Column<Object>> columnsOf() noexcept {
+std::span<const FieldColumn<Object>> columnsOf() noexcept {
     return columnsFor(static_cast<const Object*>(nullptr));
 }
 
@@ -315,7 +315,7 @@ void complete(const Source<Security>&) {}
 template <class Object>
 std::string headerOf() {
     std::string header;
-    for (const Column<Object>& column : columnsOf<Object>())
+    for (const FieldColumn<Object>& column : columnsOf<Object>())
         header.append(header.empty() ? "" : ",").append(column.name);
     return header + "\r\n";
 }
@@ -324,7 +324,7 @@ template <class Object>
 void addFields(Row& row, const Item<Object>& item) {
     Source<Object> source{item, item.object.fields(), {}, item.object.currency(), {}};
     complete(source);
-    for (const Column<Object>& column : columnsOf<Object>()) {
+    for (const FieldColumn<Object>& column : columnsOf<Object>()) {
         if (column.add != nullptr)
             column.add(row, source);
         else

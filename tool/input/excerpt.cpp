@@ -14,7 +14,6 @@ namespace {
 using brackwell::TextRange;
 
 constexpr std::string_view kLineEnds = "\r\n";
-constexpr std::string_view kEllipsis = "\u2026";  // takes one column
 
 bool isLeadByte(char c) noexcept { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }
 

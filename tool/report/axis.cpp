@@ -44,7 +44,7 @@ std::string scientific(double value) {
 
 /// A round number in a few letters: "1,500", "20k", "1.5M", "0.05", "1e+20".
 std::string tickLabel(double value, double step) {
-    struct Unit {
+    struct Magnitude {
         double size;
         const char* sign;
     };
@@ -52,11 +52,12 @@ std::string tickLabel(double value, double step) {
     const std::string sign = value < 0 ? "\u2212" : "";
     value = std::abs(value);
     if (value >= 1e15 || step < 1e-6) return sign + scientific(value);
-    for (const Unit unit : {Unit{1e12, "T"}, Unit{1e9, "G"}, Unit{1e6, "M"}, Unit{1e3, "k"}})
-        if (value >= 10 * unit.size || (value >= unit.size && unit.size > 1e3)) {
-            const double unitStep = step / unit.size;
+    for (const Magnitude magnitude :
+         {Magnitude{1e12, "T"}, Magnitude{1e9, "G"}, Magnitude{1e6, "M"}, Magnitude{1e3, "k"}})
+        if (value >= 10 * magnitude.size || (value >= magnitude.size && magnitude.size > 1e3)) {
+            const double unitStep = step / magnitude.size;
             const int decimals = std::max(0, -static_cast<int>(std::floor(std::log10(unitStep) + 1e-9)));
-            if (decimals <= 2) return sign + fixed(value / unit.size, decimals) + unit.sign;
+            if (decimals <= 2) return sign + fixed(value / magnitude.size, decimals) + magnitude.sign;
         }
     const int decimals = std::max(0, -static_cast<int>(std::floor(std::log10(step) + 1e-9)));
     std::string text = fixed(value, decimals);

@@ -50,12 +50,12 @@ std::string barName(int number, const Unit& unit) {
     return std::to_string(static_cast<int>(month.year())) + (unit.months == 12 ? "" : "s");
 }
 
-double approximate(const Sum& sum) noexcept { return sum.value() ? tool::approximate(*sum.value()) : 0; }
+double approximateSum(const Sum& sum) noexcept { return sum.value() ? tool::approximate(*sum.value()) : 0; }
 
 /// Where bars stand side by side.
-class Row {
+class BarRow {
 public:
-    explicit Row(const std::vector<Bar>& bars)
+    explicit BarRow(const std::vector<Bar>& bars)
         : first_(bars.front().number), count_(bars.back().number - first_ + 1) {}
 
     int count() const noexcept { return count_; }
@@ -84,23 +84,23 @@ struct Range {
     double high;
 };
 
-Range bothOf(const Flow& flow) noexcept { return {approximate(flow.out), approximate(flow.in)}; }
+Range bothOf(const Flow& flow) noexcept { return {approximateSum(flow.out), approximateSum(flow.in)}; }
 Range netOf(const Flow& flow) noexcept {
-    const double net = approximate(flow.net());
+    const double net = approximateSum(flow.net());
     return {net, net};
 }
 
 /// A bar of money in and one of money out, with a mark for the net.
 void writeBoth(HtmlWriter& html, const Flow& flow, double middle, double width, const ValueAxis& axis) {
-    const double net = axis.place(approximate(flow.net()));
-    writeBar(html, "in", middle, width, axis.place(0), axis.place(approximate(flow.in)));
-    writeBar(html, "out", middle, width, axis.place(0), axis.place(approximate(flow.out)));
+    const double net = axis.place(approximateSum(flow.net()));
+    writeBar(html, "in", middle, width, axis.place(0), axis.place(approximateSum(flow.in)));
+    writeBar(html, "out", middle, width, axis.place(0), axis.place(approximateSum(flow.out)));
     html.write("<path class=\"net\" d=\"M{} {}h{}\"/>", plotWidth(middle - width * 0.7), plotHeight(net),
                plotWidth(width * 1.4));
 }
 
 void writeNet(HtmlWriter& html, const Flow& flow, double middle, double width, const ValueAxis& axis) {
-    const double net = approximate(flow.net());
+    const double net = approximateSum(flow.net());
     writeBar(html, net < 0 ? "out" : "in", middle, width, axis.place(0), axis.place(net));
 }
 
@@ -121,7 +121,7 @@ struct Drawing {
 constexpr Drawing kBoth{"Money in and out of", bothOf, writeBoth, bothInWords, true};
 constexpr Drawing kNet{"Income of", netOf, writeNet, netInWords, false};
 
-std::vector<Tick> labelsOf(const Row& row, const Unit& unit) {
+std::vector<Tick> labelsOf(const BarRow& row, const Unit& unit) {
     std::vector<Tick> labels;
     const int step = (row.count() + 5) / 6;
     for (int place = 0; place < row.count(); place += step)
@@ -140,7 +140,7 @@ ValueAxis axisOf(const std::vector<Bar>& bars, const Drawing& drawing) {
     return valueAxis(low, high);
 }
 
-void writeBars(HtmlWriter& html, const std::vector<Bar>& bars, const Row& row, const ValueAxis& axis,
+void writeBars(HtmlWriter& html, const std::vector<Bar>& bars, const BarRow& row, const ValueAxis& axis,
                const Unit& unit, const Drawing& drawing) {
     beginStretched(html);
     for (const Bar& bar : bars) {
@@ -170,7 +170,7 @@ void writePlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std
                const std::string& currency, std::string_view id, const Drawing& drawing) {
     const Unit& unit = unitFor(months);
     const std::vector<Bar> bars = barsOf(months, unit);
-    const Row row(bars);
+    const BarRow row(bars);
     const ValueAxis axis = axisOf(bars, drawing);
     beginPlot(html, axis, id);
     html.write("<title id=\"{}-title\">{} {} by {}</title>", id, drawing.title, name, unit.name);

@@ -16,6 +16,7 @@
 #include "report/amounts.h"
 #include "report/html_writer.h"
 #include "text/shown_values.h"
+#include "text/transaction_text.h"
 #include "text/value_text.h"
 
 namespace tool {
@@ -28,7 +29,7 @@ using brackwell::OptionalText;
 using brackwell::TvOFXStatementTransaction;
 
 /// A transaction of a bank or card account, or else of an investment account.
-struct Row {
+struct TransactionRow {
     const TvOFXStatementTransaction* transaction;
     const Trade* trade;
     std::size_t account;  ///< its number on the page
@@ -37,8 +38,8 @@ struct Row {
 };
 
 /// In the order that is wanted; otherwise the newest first. Those without a date or amount come last.
-std::vector<Row> rowsOf(const Report& report) {
-    std::vector<Row> rows;
+std::vector<TransactionRow> rowsOf(const Report& report) {
+    std::vector<TransactionRow> rows;
     std::size_t account = 0;
     for (const AccountFigures& figures : report.accounts) {
         ++account;
@@ -52,9 +53,10 @@ std::vector<Row> rowsOf(const Report& report) {
             rows.push_back({nullptr, &trade, account, trade.date, trade.amount});
     }
     const Order order = report.filter->order;
-    if (order == Order::document) std::ranges::stable_sort(rows, std::ranges::greater(), &Row::date);
-    if (order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, &Row::date);
-    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Amount>, &Row::amount);
+    if (order == Order::document)
+        std::ranges::stable_sort(rows, std::ranges::greater(), &TransactionRow::date);
+    if (order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, &TransactionRow::date);
+    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Amount>, &TransactionRow::amount);
     return rows;
 }
 
@@ -73,21 +75,8 @@ std::vector<Named> namesOf(const Report& report) {
     return names;
 }
 
-OptionalText firstOf(OptionalText first, OptionalText second) noexcept {
-    return first && !first->empty() ? first : second;
-}
-
-OptionalText numberOf(const TvOFXStatementTransaction& transaction) noexcept {
-    return firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber());
-}
-
-OptionalText payeeOf(const TvOFXStatementTransaction& transaction) {
-    const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
-    return firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt);
-}
-
 /// The number of a bank transaction, also of one in an investment account.
-OptionalText numberOf(const Row& row) {
+OptionalText numberInRow(const TransactionRow& row) {
     if (row.transaction != nullptr) return numberOf(*row.transaction);
     const auto bank = row.trade->transaction.bankTransaction();
     return bank ? numberOf(*bank) : std::nullopt;
@@ -125,7 +114,7 @@ std::string subjectOf(const Trade& trade) {
 }
 
 /// An amount that is not in the account's currency as it is written.
-std::string foreignAmountOf(const Row& row, const std::string& accountCurrency) {
+std::string foreignAmountOf(const TransactionRow& row, const std::string& accountCurrency) {
     const bool isTrade = row.trade != nullptr;
     const auto currency = isTrade ? currencyOf(row.trade->transaction) : currencyOf(*row.transaction);
     const auto amount = isTrade ? amountOf(row.trade->transaction) : row.transaction->amount();
@@ -147,17 +136,18 @@ struct Columns {
     std::string commonCurrency;  ///< of all amounts otherwise
 };
 
-Columns columnsOf(const std::vector<Named>& names, const std::vector<Row>& rows) {
+Columns columnsOf(const std::vector<Named>& names, const std::vector<TransactionRow>& rows) {
     Columns columns;
     columns.account = names.size() > 1;
-    columns.number =
-        std::ranges::any_of(rows, [](const Row& row) { return !numberOf(row).value_or("").empty(); });
+    columns.number = std::ranges::any_of(
+        rows, [](const TransactionRow& row) { return !numberInRow(row).value_or("").empty(); });
     columns.commonCurrency = names.front().currency;
     columns.currency = std::ranges::any_of(
         names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
     if (columns.currency) columns.commonCurrency.clear();
-    columns.trades = std::ranges::any_of(rows, [](const Row& row) { return row.trade != nullptr; });
-    columns.longAmounts = std::ranges::any_of(rows, [](const Row& row) {
+    columns.trades =
+        std::ranges::any_of(rows, [](const TransactionRow& row) { return row.trade != nullptr; });
+    columns.longAmounts = std::ranges::any_of(rows, [](const TransactionRow& row) {
         return row.amount && row.amount->shown().toString().size() > kUsualAmount;
     });
     return columns;
@@ -169,7 +159,7 @@ public:
     Cells(HtmlWriter& html, const std::vector<Named>& names, const Columns& columns)
         : markup_(html), names_(names), columns_(columns) {}
 
-    void write(const Row& row) {
+    void write(const TransactionRow& row) {
         markup_.write("<tr data-account=\"{}\">", row.account);
         const std::string foreign = foreignAmountOf(row, names_[row.account - 1].currency);
         const std::string converted = row.amount ? foreign : std::string();
@@ -178,7 +168,7 @@ public:
         else
             writeTrade(*row.trade, converted);
         if (columns_.account) markup_.write("<td>{}</td>", names_[row.account - 1].name);
-        if (columns_.number) markup_.write("<td>{}</td>", numberOf(row).value_or(""));
+        if (columns_.number) markup_.write("<td>{}</td>", numberInRow(row).value_or(""));
         writeAmount(row, foreign);
         markup_.write("</tr>\n");
     }
@@ -214,7 +204,7 @@ private:
         if (!text.value_or("").empty()) markup_.write("<small>{}</small>", *text);
     }
     /// What buys or sells securities is neither in nor out.
-    void writeAmount(const Row& row, const std::string& foreign) {
+    void writeAmount(const TransactionRow& row, const std::string& foreign) {
         if (!row.amount) return writeNoAmount(row, foreign);
         const bool movesMoney = row.trade == nullptr || row.trade->movesMoney;
         const std::string_view flow = row.amount->isNegative() ? "out" : "in";
@@ -223,7 +213,7 @@ private:
         markup_.write("</td>");
     }
     /// Most transactions that only move securities have none.
-    void writeNoAmount(const Row& row, const std::string& foreign) {
+    void writeNoAmount(const TransactionRow& row, const std::string& foreign) {
         const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
         markup_.write("<td class=\"none\">{}</td>",
                       !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount"));
@@ -270,7 +260,7 @@ void writeHead(HtmlWriter& html, const Columns& columns) {
 }  // namespace
 
 void writeTransactions(HtmlWriter& html, const Report& report) {
-    const std::vector<Row> rows = rowsOf(report);
+    const std::vector<TransactionRow> rows = rowsOf(report);
     if (rows.empty()) return;
     html.write(
         "<section aria-labelledby=\"transactions-title\">\n<h2 "
@@ -280,7 +270,7 @@ void writeTransactions(HtmlWriter& html, const Report& report) {
     const Columns columns = columnsOf(names, rows);
     writeHead(html, columns);
     Cells cells(html, names, columns);
-    for (const Row& row : rows) {
+    for (const TransactionRow& row : rows) {
         if (!html.isGood()) return;
         cells.write(row);
     }

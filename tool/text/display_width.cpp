@@ -15,8 +15,6 @@ bool contains(std::span<const CharacterRange> ranges, char32_t character) noexce
     return range != ranges.end() && range->first <= character;
 }
 
-constexpr std::string_view kEllipsis = "\u2026";  // takes one column
-
 }  // namespace
 
 std::size_t characterWidth(char32_t character) noexcept {

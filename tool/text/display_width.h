@@ -7,6 +7,9 @@
 
 namespace tool {
 
+/// What stands for a part that was cut out; takes one column.
+inline constexpr std::string_view kEllipsis = "\u2026";
+
 /// How many columns of a terminal a character takes: two for East Asian wide characters and emoji,
 /// none for combining marks and other characters that only change their neighbour.
 std::size_t characterWidth(char32_t character) noexcept;

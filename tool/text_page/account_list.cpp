@@ -25,33 +25,33 @@ std::string_view statusName(TvOFXServiceStatus status) noexcept {
 }
 
 /// What a block says of an account.
-struct Block {
+struct InfoBlock {
     OptionalText number;
     std::string_view type;
     OptionalText bank;
     TvOFXServiceStatus status = TvOFXServiceStatusNone;
 };
 
-Block blockOf(const TvOFXBankAccountInfo& info) {
+InfoBlock blockOf(const TvOFXBankAccountInfo& info) {
     const TvOFXBankAccount* account = info.bankAcctFrom().get();
     if (account == nullptr) return {{}, {}, {}, info.serviceStatus()};
     return {account->accountID(), accountTypeName(account->accountType()), account->bankID(),
             info.serviceStatus()};
 }
 
-Block blockOf(const TvOFXCreditCardAccountInfo& info) {
+InfoBlock blockOf(const TvOFXCreditCardAccountInfo& info) {
     return {info.accountID(), "Credit card", {}, info.serviceStatus()};
 }
 
-Block blockOf(const TvOFXInvestmentAccountInfo& info) {
+InfoBlock blockOf(const TvOFXInvestmentAccountInfo& info) {
     const TvOFXInvestmentAccount* account = info.investmentAccount().get();
     if (account == nullptr) return {{}, "Investment", {}, info.serviceStatus()};
     return {account->accountID().text(), "Investment", account->brokerID().text(), info.serviceStatus()};
 }
 
 /// Of a record without a block there is still the description.
-std::vector<Block> blocksOf(const ListedAccount& account) {
-    std::vector<Block> blocks;
+std::vector<InfoBlock> blocksOf(const ListedAccount& account) {
+    std::vector<InfoBlock> blocks;
     if (account.bank) blocks.push_back(blockOf(*account.bank));
     if (account.card) blocks.push_back(blockOf(*account.card));
     if (account.investment) blocks.push_back(blockOf(*account.investment));
@@ -62,7 +62,7 @@ std::vector<Block> blocksOf(const ListedAccount& account) {
 using Rows = std::vector<Table::Row>;
 
 void addRows(Rows& rows, const ListedAccount& account, bool isFull) {
-    for (const Block& block : blocksOf(account)) {
+    for (const InfoBlock& block : blocksOf(account)) {
         const auto status =
             block.status != TvOFXServiceStatusNone ? block.status : account.record->serviceStatus();
         rows.push_back({
@@ -76,7 +76,7 @@ void addRows(Rows& rows, const ListedAccount& account, bool isFull) {
     }
 }
 
-void showRows(TextPage& page, const Rows& rows) {
+void showInfoRows(TextPage& page, const Rows& rows) {
     Table table({{"Description", Column::Kind::text, 8, 5},
                  {"Number", Column::Kind::text, 8, 9},
                  {"Type", Column::Kind::text, 8, 4},
@@ -105,7 +105,7 @@ void showAccountInfo(TextPage& page, const TvOFXAccountInfoResponse& response, c
         if (account) addRows(rows, *account, options.showsFullNumbers);
     }
     if (rows.empty()) return page.paragraph("No accounts.");
-    showRows(page, rows);
+    showInfoRows(page, rows);
 }
 
 void showListedAccounts(TextPage& page, const std::vector<ListedAccount>& accounts, bool isFull) {
@@ -117,7 +117,7 @@ void showListedAccounts(TextPage& page, const std::vector<ListedAccount>& accoun
         if (met.insert(std::move(whole)).second) addRows(rows, account, isFull);
     }
     page.heading("Accounts of account lists");
-    showRows(page, rows);
+    showInfoRows(page, rows);
 }
 
 }  // namespace tool

@@ -12,6 +12,7 @@
 #include "investments/security_lookup.h"
 #include "money/foreign_amount.h"
 #include "text/shown_values.h"
+#include "text/transaction_text.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
 #include "text_page/listed_balance.h"
@@ -25,7 +26,7 @@ namespace {
 
 using namespace brackwell;
 
-std::string amountText(const std::optional<Decimal>& amount) {
+std::string amountCell(const std::optional<Decimal>& amount) {
     return amount ? shownAmount(*amount) : std::string();
 }
 
@@ -44,10 +45,10 @@ void showListed(TextPage& page, const std::vector<ListedBalance>& balances, Opti
 }
 
 void showBalance(TextPage& page, const InvestmentBalance& balance, OptionalText statementCurrency) {
-    page.fact("Cash", amountText(balance.cash()));
-    page.fact("Margin", amountText(balance.margin()));
-    page.fact("Short", amountText(balance.shortBalance()));
-    page.fact("Buying power", amountText(balance.buyingPower()));
+    page.fact("Cash", amountCell(balance.cash()));
+    page.fact("Margin", amountCell(balance.margin()));
+    page.fact("Short", amountCell(balance.shortBalance()));
+    page.fact("Buying power", amountCell(balance.buyingPower()));
     showListed(page, balance.listed(), statementCurrency);
 }
 
@@ -90,7 +91,7 @@ Table::Row rowOf(const Position& position, const SecurityLookup& securities, Opt
         visibleText(tickerOf(security).value_or("")),
         shownUnits(position.units()),
         shownUnits(position.unitPrice()),
-        amountText(position.marketValue()),
+        amountCell(position.marketValue()),
         visibleText(foreignSymbol(position.currency(), currency)),
         dayOrText(position.priceDate(), position.text("priceDate")),
     };
@@ -135,8 +136,7 @@ void showHoldings(TextPage& page, const InvestmentStatement& statement, const Se
 std::string subjectOf(const InvestmentTransaction& transaction, const SecurityLookup& securities) {
     const auto bank = transaction.bankTransaction();
     if (!bank) return visibleText(nameOf(securities.find(transaction), transaction.securityID()));
-    const auto payee = bank->payee();
-    return visibleText(bank->payeeName().value_or(payee ? payee->name().value_or("") : std::string_view()));
+    return visibleText(payeeOf(*bank).value_or(""));
 }
 
 /// The text of a date that is none.
@@ -158,7 +158,7 @@ Table::Row rowOf(const InvestmentTransaction& transaction, const SecurityLookup&
         subjectOf(transaction, securities),
         shownUnits(unitsOf(transaction)),
         shownUnits(transaction.unitPrice()),
-        amountText(amountOf(transaction)),
+        amountCell(amountOf(transaction)),
         visibleText(foreignSymbol(currencyOf(transaction), currency)),
         visibleText(memoOf(transaction).value_or("")),
     };

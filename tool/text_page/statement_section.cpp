@@ -11,6 +11,7 @@
 #include "money/foreign_amount.h"
 #include "text/display_width.h"
 #include "text/shown_values.h"
+#include "text/transaction_text.h"
 #include "text/value_text.h"
 #include "text/visible_text.h"
 #include "text_page/table.h"
@@ -55,22 +56,16 @@ void showFacts(TextPage& page, const brackwell::TvOFXAccountStatement& statement
               balanceText(statement.availableBalanceAmount(), statement.availableBalanceDateTime()));
 }
 
-/// The first of some texts that is there and not empty.
-std::string_view firstOf(OptionalText first, OptionalText second) noexcept {
-    return first && !first->empty() ? *first : second.value_or("");
-}
-
 Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, OptionalText currency) {
     const auto date = transaction.datePosted();
-    const std::shared_ptr<brackwell::TvOFXPayee> payee = transaction.payee();
     return {
         // A text that is no date is still worth seeing.
         date ? std::string(DateText(*date).day())
              : clipped(visibleText(transaction.originalDatePostedString().value_or("")), 10),
         visibleText(transaction.transactionType().value_or("")),
-        visibleText(firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt)),
+        visibleText(payeeOf(transaction).value_or("")),
         visibleText(transaction.memo().value_or("")),
-        visibleText(firstOf(transaction.checkOrReferenceNumber(), transaction.referenceNumber())),
+        visibleText(numberOf(transaction).value_or("")),
         transaction.amount() ? shownAmount(*transaction.amount()) : "",
         visibleText(foreignSymbol(currencyOf(transaction), currency)),
     };
