@@ -5,7 +5,7 @@ install(TARGETS brackwell EXPORT brackwell
     LIBRARY COMPONENT library NAMELINK_COMPONENT development
     ARCHIVE COMPONENT development
     INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/brackwell
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/brackwell ${PROJECT_BINARY_DIR}/include/brackwell
     DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
     COMPONENT development
     FILES_MATCHING PATTERN *.h)
@@ -20,7 +20,7 @@ install(EXPORT brackwell
 include(CMakePackageConfigHelpers)
 configure_package_config_file(${CMAKE_CURRENT_LIST_DIR}/brackwellConfig.cmake.in brackwellConfig.cmake
     INSTALL_DESTINATION ${package_folder})
-write_basic_package_version_file(brackwellConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+configure_file(${CMAKE_CURRENT_LIST_DIR}/brackwellConfigVersion.cmake.in brackwellConfigVersion.cmake @ONLY)
 install(
     FILES
         ${CMAKE_CURRENT_BINARY_DIR}/brackwellConfig.cmake

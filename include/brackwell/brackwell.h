@@ -19,7 +19,7 @@
 ///   process's locale. Nor may anybody else while it is in use: that is a rule of the C library.
 
 /// \namespace brackwell
-/// All of the library but its macro and the two constants of its version.
+/// All of the library but its macros and the two constants of its version.
 
 #include <brackwell/accounts.h>
 #include <brackwell/anonymize.h>
@@ -33,6 +33,7 @@
 #include <brackwell/repair.h>
 #include <brackwell/requests.h>
 #include <brackwell/statements.h>
+#include <brackwell/version.h>
 
 extern "C" {
 

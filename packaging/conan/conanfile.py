@@ -21,6 +21,7 @@ class BrackwellConan(ConanFile):
     name = "brackwell"
     description = "Reads Open Financial Exchange (OFX) documents"
     license = "Apache-2.0"
+    homepage = "https://brackwell.invalid"
     topics = ("ofx", "finance", "parser")
     package_type = "library"
     settings = "os", "arch", "compiler", "build_type"

@@ -21,8 +21,12 @@ pattern = re.search(r're\.search\(r"(.+?)", cmake_lists\)', (root / "packaging/c
 found = re.search(pattern.group(1), (root / "CMakeLists.txt").read_text()).group(1)
 assert found == version, f"Conan: {found}"
 
+homepage = re.search(r'HOMEPAGE_URL "(.+?)"', (root / "CMakeLists.txt").read_text()).group(1)
+assert f'homepage = "{homepage}"' in (root / "packaging/conan/conanfile.py").read_text(), f"Conan: not {homepage}"
+
 manifest = json.loads((root / "packaging/vcpkg/brackwell/vcpkg.json").read_text())
 assert manifest["version"] == version, f"vcpkg: {manifest['version']}"
+assert manifest["homepage"] == homepage, f"vcpkg: {manifest['homepage']}"
 
 try:
     import yaml

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "command_line/options.h"
 
+#include <brackwell/version.h>
+
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
@@ -150,7 +152,7 @@ void declareUnmarking(CLI::App& app) {
 void declare(CLI::App& app, Options& options, Texts& texts) {
     app.require_subcommand(1);
     app.footer(kExamples);
-    app.set_version_flag("--version", "brackwell " BRACKWELL_VERSION, "Print the version and exit");
+    app.set_version_flag("--version", "brackwell " BRACKWELL_VERSION_STRING, "Print the version and exit");
     app.get_formatter()->column_width(32);
     for (const Command* command : commands::all()) declareCommand(app, *command, options, texts);
     declareUnmarking(app);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/html_page.h"
 
+#include <brackwell/version.h>
+
 #include <chrono>
 #include <cstddef>
 #include <string>
@@ -52,7 +54,7 @@ void writeHead(HtmlWriter& html) {
         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\"/>\n"
         "<meta name=\"color-scheme\" content=\"light dark\"/>\n"
         "<meta name=\"referrer\" content=\"no-referrer\"/>\n"
-        "<meta name=\"generator\" content=\"brackwell " BRACKWELL_VERSION
+        "<meta name=\"generator\" content=\"brackwell " BRACKWELL_VERSION_STRING
         "\"/>\n"
         "<title>Account report</title>\n<style>",
         std::string_view(kPageStyleHash.data(), kPageStyleHash.size()),
@@ -128,7 +130,7 @@ void writeFoot(HtmlWriter& html) {
     html.write(
         "<footer><p>Days and months are those of UTC. Amounts are exact but for those that a rate has "
         "converted; these and the plots are rounded. "
-        "Made with brackwell " BRACKWELL_VERSION ".</p></footer>\n</main>\n<script>");
+        "Made with brackwell " BRACKWELL_VERSION_STRING ".</p></footer>\n</main>\n<script>");
     html.write(kPageScript);
     html.write("</script>\n</body>\n</html>\n");
 }

@@ -1,8 +1,9 @@
-# A project inside another one brings the library and nothing else.
+# A project inside another one brings the library and nothing else, and is compiled as the other one wants it.
 
 set(brackwell brackwell::brackwell)
-get_target_property(options brackwell-objects COMPILE_OPTIONS)
+get_target_property(options brackwell COMPILE_OPTIONS)
 if(options MATCHES "-W" OR BRACKWELL_INSTALL OR BRACKWELL_TOOL OR BRACKWELL_TESTS
    OR BRACKWELL_BENCHMARKS)
     message(FATAL_ERROR "A subproject brings more than the library")
 endif()
+target_compile_definitions(brackwell PRIVATE CONSUMER_ASKS)

@@ -1,0 +1,67 @@
+# What somebody asks for reaches the commands that compile the library, in a project of theirs (CONSUMER) and when the
+# library is built by itself (SOURCE), and warnings of our own do not.
+
+cmake_minimum_required(VERSION 3.25)
+
+# Configures PROJECT with the definitions of DEFINE, and sees that every command that compiles a source of
+# the library matches all expressions of EXPECT and none of REJECT.
+function(expect_commands project)
+    cmake_parse_arguments(PARSE_ARGV 1 row "" "" "DEFINE;EXPECT;REJECT")
+    file(REMOVE ${WORK}/CMakeCache.txt)
+    list(TRANSFORM row_DEFINE PREPEND -D)
+    execute_process(
+        COMMAND ${CMAKE_COMMAND} -S ${project} -B ${WORK} -G ${GENERATOR}
+            -D CMAKE_MAKE_PROGRAM=${MAKE_PROGRAM} -D CMAKE_CXX_COMPILER=${COMPILER}
+            -D CMAKE_EXPORT_COMPILE_COMMANDS=ON -D BRACKWELL_SOURCE=${SOURCE} -D BRACKWELL_BY=add_subdirectory
+            ${row_DEFINE}
+        OUTPUT_QUIET
+        COMMAND_ERROR_IS_FATAL ANY)
+    file(READ ${WORK}/compile_commands.json commands)
+    string(JSON count LENGTH "${commands}")
+    math(EXPR last "${count} - 1")
+    set(of_library 0)
+    foreach(i RANGE ${last})
+        string(JSON command GET "${commands}" ${i} command)
+        if(NOT command MATCHES "brackwell\\.dir")
+            continue()
+        endif()
+        math(EXPR of_library "${of_library} + 1")
+        foreach(expression IN LISTS row_EXPECT)
+            if(NOT command MATCHES "${expression}")
+                message(FATAL_ERROR "With ${row_DEFINE} there is no ${expression} in\n${command}")
+            endif()
+        endforeach()
+        foreach(expression IN LISTS row_REJECT)
+            if(command MATCHES "${expression}")
+                message(FATAL_ERROR "With ${row_DEFINE} there is ${expression} in\n${command}")
+            endif()
+        endforeach()
+    endforeach()
+    if(of_library EQUAL 0)
+        message(FATAL_ERROR "No source of the library is compiled")
+    endif()
+endfunction()
+
+set(alone BRACKWELL_TOOL=OFF BRACKWELL_TESTS=OFF BRACKWELL_BENCHMARKS=OFF)
+set(warnings " -W[a-z]" " -pedantic")
+
+expect_commands(${CONSUMER}
+    EXPECT " -DCONSUMER_ASKS" " -std=c\\+\\+20" " -fPIC"
+    REJECT ${warnings})
+expect_commands(${CONSUMER}
+    DEFINE CMAKE_POSITION_INDEPENDENT_CODE=OFF CMAKE_CXX_STANDARD=23
+    EXPECT " -std=c\\+\\+(23|2b)"
+    REJECT ${warnings} " -fPIC")
+expect_commands(${CONSUMER}
+    DEFINE CMAKE_CXX_STANDARD=17 CMAKE_UNITY_BUILD=ON CMAKE_UNITY_BUILD_BATCH_SIZE=7
+    EXPECT " -std=c\\+\\+20" "unity_[0-9]+_cxx")
+file(REMOVE_RECURSE ${WORK})
+expect_commands(${SOURCE}
+    DEFINE ${alone} CMAKE_POSITION_INDEPENDENT_CODE=OFF CMAKE_CXX_STANDARD=23
+    EXPECT " -std=c\\+\\+(23|2b)"
+    REJECT ${warnings} " -fPIC")
+expect_commands(${SOURCE}
+    DEFINE ${alone} BRACKWELL_WARNINGS=ON
+    EXPECT " -Wall" " -Wconversion"
+    REJECT " -Werror")
+file(REMOVE_RECURSE ${WORK})
