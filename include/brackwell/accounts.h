@@ -82,10 +82,13 @@ public:
     bool isEqualToOFXBankAccount(const TvOFXBankAccount* other) const noexcept;
 
 private:
+    friend class TvOFXMessage;
+    friend class TvOFXStatementResponse;
     struct Elements;
     enum Text : std::size_t { bankID_, branchID_, accountID_, acctKeyChecksum_, textCount };
     internal::TextFields<textCount> texts_;
     TvOFXBankAccountType accountType_ = TvOFXBankAccountTypeUnknown;
+    const TvOFXResponse* statement_ = nullptr;  ///< that read it; only compared, as it may be gone
 };
 
 /// A card account (CCACCTFROM, CCACCTTO).
@@ -120,9 +123,12 @@ public:
     bool isEqualToOFXCreditCardAccount(const TvOFXCreditCardAccount* other) const noexcept;
 
 private:
+    friend class TvOFXMessage;
+    friend class TvOFXCCStatementResponse;
     struct Elements;
     enum Text : std::size_t { accountID_, acctKeyChecksum_, textCount };
     internal::TextFields<textCount> texts_;
+    const TvOFXResponse* statement_ = nullptr;  ///< that read it; only compared, as it may be gone
 };
 
 /// An investment account (INVACCTFROM). Its fields are kept as the document has them, whatever their

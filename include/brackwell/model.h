@@ -28,6 +28,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -354,7 +355,7 @@ public:
 
     /// @{
     /// The first statement whose account is this very object, so only accounts that this message
-    /// handed out find theirs; null otherwise.
+    /// handed out find theirs; null otherwise. Takes the same time however many statements there are.
     std::shared_ptr<TvOFXStatementResponse> statementsForBankAccount(
         const std::shared_ptr<const TvOFXAggregate>& account) const;
     std::shared_ptr<TvOFXCCStatementResponse> statementsForCreditCardAccount(
@@ -378,6 +379,10 @@ private:
                                  const TvOFXInterpreter& interpreter);
     BRACKWELL_INTERNAL void takeResponses(const TvOFXInterpreter& interpreter);
 
+    /// Where each response of a list stands in it.
+    using Places = std::unordered_map<const TvOFXResponse*, std::size_t>;
+    BRACKWELL_INTERNAL static Places placesOf(const TvOFXResponseList& more, std::size_t first);
+
     std::uint64_t headerVersion_ = 0;
     std::uint64_t ofxVersion_ = 0;
     internal::TextFields<textCount> texts_;
@@ -393,6 +398,8 @@ private:
     TvOFXResponseList billPaymentMsgSet_;
     TvOFXResponseList emailMsgSet_;
     TvOFXResponseList secListMsgSet_;
+    Places bankingPlaces_;
+    Places creditCardPlaces_;
     std::shared_ptr<TvOFXFIProfileRequest> profileRequest_;
     std::shared_ptr<TvOFXFIProfileResponse> profileResponse_;
     std::optional<Data> data_;

@@ -22,16 +22,23 @@ void appendAccounts(std::vector<std::shared_ptr<Account>>& accounts, const TvOFX
             if ((statement->*account)()) accounts.push_back((statement->*account)());
 }
 
-/// The first statement of a class whose account is this very object; an equal account is another one.
+/// The response at the place that a table has for it; null when it has none.
+template <class Places>
+std::shared_ptr<TvOFXResponse> responseAt(const TvOFXResponseList& responses, const Places& places,
+                                          const TvOFXResponse* response) {
+    const auto place = places.find(response);
+    return place == places.end() ? nullptr : responses[place->second];
+}
+
+/// The response, when it is a statement of a class and its account is this very object; an equal account is
+/// another one.
 template <class Statement, class Account>
-std::shared_ptr<Statement> statementOf(const TvOFXAggregate* wanted, const TvOFXResponseList& responses,
-                                       const std::shared_ptr<Account>& (Statement::*account)()
-                                           const noexcept) {
-    if (wanted == nullptr) return nullptr;
-    for (const auto& response : responses)
-        if (auto statement = std::dynamic_pointer_cast<Statement>(response))
-            if ((*statement.*account)().get() == wanted) return statement;
-    return nullptr;
+std::shared_ptr<Statement> statementWith(const Account* wanted,
+                                         const std::shared_ptr<TvOFXResponse>& response,
+                                         const std::shared_ptr<Account>& (Statement::*account)()
+                                             const noexcept) {
+    auto statement = std::dynamic_pointer_cast<Statement>(response);
+    return statement && (*statement.*account)().get() == wanted ? statement : nullptr;
 }
 
 /// A header's element as a number; `version` when the header has none.
@@ -113,11 +120,24 @@ void TvOFXMessage::takeResponses(const TvOFXInterpreter& interpreter) {
                                     {billPaymentMsgSet_, interpreter.billPaymentMsgSetResponses()},
                                     {emailMsgSet_, interpreter.emailMsgSetReponses()},
                                     {secListMsgSet_, interpreter.investmentSecListMsgSetResponses()}}};
+    Places banking = placesOf(interpreter.bankingMsgSetResponses(), bankingMsgSet_.size());
+    Places creditCard = placesOf(interpreter.creditCardMsgSetResponses(), creditCardMsgSet_.size());
     // Room in all of them first, so that none has changed when memory runs out.
+    bankingPlaces_.reserve(bankingPlaces_.size() + banking.size());
+    creditCardPlaces_.reserve(creditCardPlaces_.size() + creditCard.size());
     for (const auto& [list, more] : all) makeRoom(list, more.size());
     for (const auto& [list, more] : all) list.insert(list.end(), more.begin(), more.end());
+    bankingPlaces_.merge(banking);
+    creditCardPlaces_.merge(creditCard);
     signonResponse_ = interpreter.signOnResponse();
     profileResponse_ = interpreter.fiProfileResponse();
+}
+
+TvOFXMessage::Places TvOFXMessage::placesOf(const TvOFXResponseList& more, std::size_t first) {
+    Places places;
+    places.reserve(more.size());
+    for (std::size_t i = 0; i < more.size(); ++i) places.try_emplace(more[i].get(), first + i);
+    return places;
 }
 
 void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
@@ -172,12 +192,20 @@ std::vector<std::shared_ptr<TvOFXCreditCardAccount>> TvOFXMessage::creditCardAcc
 
 std::shared_ptr<TvOFXStatementResponse> TvOFXMessage::statementsForBankAccount(
     const std::shared_ptr<const TvOFXAggregate>& account) const {
-    return statementOf(account.get(), bankingMsgSet_, &TvOFXStatementResponse::bankAccountFrom);
+    // A statement makes its accounts itself and shares them with no other, so an account has one statement at
+    // most, which it knows. That one may have read another account since, or be none of this message's.
+    const auto* wanted = dynamic_cast<const TvOFXBankAccount*>(account.get());
+    if (wanted == nullptr) return nullptr;
+    return statementWith(wanted, responseAt(bankingMsgSet_, bankingPlaces_, wanted->statement_),
+                         &TvOFXStatementResponse::bankAccountFrom);
 }
 
 std::shared_ptr<TvOFXCCStatementResponse> TvOFXMessage::statementsForCreditCardAccount(
     const std::shared_ptr<const TvOFXAggregate>& account) const {
-    return statementOf(account.get(), creditCardMsgSet_, &TvOFXCCStatementResponse::creditCardAccountFrom);
+    const auto* wanted = dynamic_cast<const TvOFXCreditCardAccount*>(account.get());
+    if (wanted == nullptr) return nullptr;
+    return statementWith(wanted, responseAt(creditCardMsgSet_, creditCardPlaces_, wanted->statement_),
+                         &TvOFXCCStatementResponse::creditCardAccountFrom);
 }
 
 }  // namespace brackwell

@@ -32,6 +32,7 @@ std::uint32_t TvOFXStatementResponse::accountElement() const noexcept {
 
 void TvOFXStatementResponse::readAccount(const ParseDictionary& node) {
     bankAccountFrom_ = TvOFXBankAccount::initWithParserDict(node);
+    bankAccountFrom_->statement_ = this;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -50,6 +51,7 @@ std::uint32_t TvOFXCCStatementResponse::accountElement() const noexcept {
 
 void TvOFXCCStatementResponse::readAccount(const ParseDictionary& node) {
     creditCardAccountFrom_ = TvOFXCreditCardAccount::initWithParseDict(node);
+    creditCardAccountFrom_->statement_ = this;
 }
 
 }  // namespace brackwell

@@ -457,6 +457,52 @@ TEST_CASE("finding securities takes little more time than there are of them") {
                 });
 }
 
+TEST_CASE("walking accounts and asking for their statements takes time in proportion to their number") {
+    const std::vector<Shape> documents{
+        {"bank statements",
+         [](auto n) {
+             return "<OFX><BANKMSGSRSV1>" +
+                    numbered(
+                        "<STMTTRNRS><TRNUID>#<STMTRS><BANKACCTFROM><ACCTID>#</BANKACCTFROM></STMTRS>"
+                        "</STMTTRNRS>",
+                        n);
+         },
+         2000},
+        {"bank statements of one account",
+         [](auto n) {
+             return "<OFX><BANKMSGSRSV1>" +
+                    repeated(
+                        "<STMTTRNRS><TRNUID>1<STMTRS><BANKACCTFROM><ACCTID>1</BANKACCTFROM></STMTRS>"
+                        "</STMTTRNRS>",
+                        n);
+         },
+         2000},
+        {"card statements",
+         [](auto n) {
+             return "<OFX><CREDITCARDMSGSRSV1>" +
+                    numbered(
+                        "<CCSTMTTRNRS><TRNUID>#<CCSTMTRS><CCACCTFROM><ACCTID>#</CCACCTFROM></CCSTMTRS>"
+                        "</CCSTMTTRNRS>",
+                        n);
+         },
+         2000},
+    };
+    for (const Shape& shape : documents)
+        checkLinear(shape, [](const std::string& document) {
+            const auto message = TovanaOFXController::importOFXFileFromData(Data::view(document));
+            std::size_t statements = 0;
+            // Of both kinds, so that accounts without a statement of the kind are asked for as well.
+            for (const auto& account : message->accountsFound()) {
+                statements += message->statementsForBankAccount(account) != nullptr ? 1U : 0U;
+                statements += message->statementsForCreditCardAccount(account) != nullptr ? 1U : 0U;
+            }
+            CHECK(statements == message->accountsFound().size());
+            CHECK(statements > 0);
+            const OpenedFile file = openData(Data::view(document), OpenOptions::asIs());
+            for (const auto& statement : file.statements()) CHECK(accountOf(*statement).accountID());
+        });
+}
+
 TEST_CASE("opening a file takes time in proportion to it, with and without repair") {
     std::vector<Shape> shapes = kFiles;
     for (const std::vector<Shape>* more : {&kBodies, &kOverlapping, &kLongNames, &kDocuments})
