@@ -216,10 +216,33 @@ public:
 
     /// The exact sum; nothing when it does not fit.
     std::optional<Decimal> plus(const Decimal& other) const noexcept;
+    /// The exact difference; nothing when it does not fit.
+    std::optional<Decimal> minus(const Decimal& other) const noexcept;
     /// The exact product; nothing when it does not fit.
     std::optional<Decimal> times(const Decimal& other) const noexcept;
     /// The same magnitude with the other sign; zero stays zero.
     Decimal negated() const noexcept;
+    /// The number with at most so many digits after the point, rounded half to even. Fewer than 0 are
+    /// taken for 0.
+    Decimal rounded(int fractionDigits) const noexcept;
+
+    /// @{
+    /// Amounts as applications keep them that count in cents: a whole number of the currency's smallest unit,
+    /// of which 10^fractionDigits make one (2 for EUR, 0 for JPY, 3 for KWD; OFX does not say). From units,
+    /// nothing when the number does not fit. To units, nothing when it is not whole, as 0.005 with 2, or
+    /// beyond 64 bits: nothing is rounded unless rounded() is asked for it first.
+    static std::optional<Decimal> fromMinorUnits(std::int64_t units, int fractionDigits) noexcept;
+    std::optional<std::int64_t> toMinorUnits(int fractionDigits) const noexcept;
+    /// @}
+
+    /// The nearest binary number, for charts and statistics. Hardly any decimal fraction has an exact one, so
+    /// sums of them drift, equality is by chance, and from 16 digits on the last ones are lost: never keep,
+    /// add or compare money as this.
+    double toDouble() const noexcept;
+    /// The shortest number that has this nearest binary one: 0.1 for 0.1, but 0.30000000000000004 for 0.1 +
+    /// 0.2, so round what was computed. Nothing for infinities, for what is no number, and for what does not
+    /// fit.
+    static std::optional<Decimal> fromDouble(double value) noexcept;
 
     bool operator==(const Decimal&) const noexcept = default;  ///< by value
     /// By value, whatever the digits and exponents.

@@ -2,6 +2,9 @@
 #include <brackwell/platform.h>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
 
 #include "numbers/decimal_coefficient.h"
 #include "numbers/decimal_digits.h"
@@ -122,6 +125,8 @@ std::optional<Decimal> Decimal::plus(const Decimal& other) const noexcept {
     return decimalFrom(lower.negative_, below - above, lower.exponent_);
 }
 
+std::optional<Decimal> Decimal::minus(const Decimal& other) const noexcept { return plus(other.negated()); }
+
 std::optional<Decimal> Decimal::times(const Decimal& other) const noexcept {
     if (isZero() || other.isZero()) return Decimal();
     Wide a = coefficientOf(*this);
@@ -139,6 +144,60 @@ Decimal Decimal::negated() const noexcept {
     Decimal number = *this;
     number.negative_ = !negative_ && !isZero();
     return number;
+}
+
+Decimal Decimal::rounded(int fractionDigits) const noexcept {
+    const int kept = std::clamp(fractionDigits, 0, -minimumExponent);
+    const int dropped = -exponent_ - kept;
+    if (dropped <= 0) return *this;
+    const Wide coefficient = coefficientOf(*this);
+    if (dropped > digitCount(coefficient)) return {};  // less than half of the last digit
+    const Wide unit = powerOfTen(dropped);
+    Wide quotient = coefficient / unit;
+    const Wide twice = coefficient % unit * 2;
+    if (twice > unit || (twice == unit && quotient % 2 == 1)) ++quotient;
+    return *decimalFrom(negative_, quotient, -kept);  // no more digits than there were, so it fits
+}
+
+std::optional<Decimal> Decimal::fromMinorUnits(std::int64_t units, int fractionDigits) noexcept {
+    const Decimal whole = fromInteger(units);
+    return fromParts(whole.negative_, whole.high_, whole.low_,
+                     std::int64_t{whole.exponent_} - std::int64_t{fractionDigits});
+}
+
+std::optional<std::int64_t> Decimal::toMinorUnits(int fractionDigits) const noexcept {
+    if (isZero()) return 0;
+    constexpr int digitsOfUnits = std::numeric_limits<std::int64_t>::digits10;
+    // The coefficient ends in no zero, so that below 0 there is a fraction of a unit.
+    const std::int64_t shift = std::int64_t{exponent_} + fractionDigits;
+    if (shift < 0 || shift > digitsOfUnits || high_ != 0) return std::nullopt;
+    constexpr Wide largest = std::numeric_limits<std::int64_t>::max();
+    const Wide units = Wide{low_} * powerOfTen(static_cast<int>(shift));
+    if (units > largest + (negative_ ? 1 : 0)) return std::nullopt;
+    // From one less, since the smallest number has no counterpart above zero.
+    return negative_ ? -static_cast<std::int64_t>(units - 1) - 1 : static_cast<std::int64_t>(units);
+}
+
+double Decimal::toDouble() const noexcept {
+    if (isZero()) return 0;
+    // "e" and what is behind it, at most "-128", stand at the end; digits are put before them.
+    std::array<char, 1 + maximumDigits + 5> text;
+    char* begin = text.data() + 1 + maximumDigits;
+    *begin = 'e';
+    const char* const end = std::to_chars(begin + 1, text.data() + text.size(), exponent_).ptr;
+    for (Wide rest = coefficientOf(*this); rest != 0; rest /= 10)
+        *--begin = static_cast<char>('0' + rest % 10);
+    if (negative_) *--begin = '-';
+    double value = 0;
+    std::from_chars(begin, end, value);  // rounds correctly; no number is beyond what a double holds
+    return value;
+}
+
+std::optional<Decimal> Decimal::fromDouble(double value) noexcept {
+    std::array<char, 32> text;  // the longest has 24 characters
+    const auto written =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::scientific);
+    return fromString({text.data(), static_cast<std::size_t>(written.ptr - text.data())});
 }
 
 std::strong_ordering operator<=>(const Decimal& a, const Decimal& b) noexcept {

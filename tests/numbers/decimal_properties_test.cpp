@@ -205,3 +205,50 @@ TEST_CASE("a decimal number survives its plain notation and its parts") {
                                    number.exponent()) == number);
     }
 }
+
+TEST_CASE("a difference is the sum with the negated number") {
+    Generator generator;
+    for (int round = 0; round < 10'000; ++round) {
+        const Reference a = generator.number();
+        const Reference b = generator.neighbour(a);
+        if (!fits(a) || !fits(b)) continue;
+        const Decimal first = decimal(scientific(a));
+        const Decimal second = decimal(scientific(b));
+        REQUIRE(first.minus(second) == first.plus(second.negated()));
+    }
+}
+
+TEST_CASE("a rounded number is at most half of its last digit away, and rounding again changes nothing") {
+    Generator generator;
+    for (int round = 0; round < 20'000; ++round) {
+        const Reference reference = generator.number();
+        if (!fits(reference)) continue;
+        const Decimal number = decimal(scientific(reference));
+        const int digits = generator.between(0, 40);
+        CAPTURE(scientific(reference));
+        CAPTURE(digits);
+        const Decimal rounded = number.rounded(digits);
+        REQUIRE(rounded.exponent() >= (rounded.isZero() ? 0 : -digits));
+        REQUIRE(rounded.rounded(digits) == rounded);
+        // The difference to a longer number may not fit, but then nothing was rounded by more than it is
+        // long.
+        if (const auto difference = number.minus(rounded)) {
+            const Decimal half = decimal("5e-" + std::to_string(digits + 1));
+            REQUIRE(*difference <= half);
+            REQUIRE(*difference >= half.negated());
+        }
+    }
+}
+
+TEST_CASE("numbers of up to 15 digits survive the way to a binary number and back") {
+    Generator generator;
+    for (int round = 0; round < 20'000; ++round) {
+        Reference reference = generator.number();
+        reference.digits.resize(std::min<std::size_t>(reference.digits.size(), 15));
+        reference = normalised(reference);
+        if (!fits(reference)) continue;
+        const Decimal number = decimal(scientific(reference));
+        CAPTURE(scientific(reference));
+        REQUIRE(Decimal::fromDouble(number.toDouble()) == number);
+    }
+}

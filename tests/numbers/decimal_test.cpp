@@ -2,6 +2,7 @@
 #include <brackwell/platform.h>
 #include <doctest/doctest.h>
 
+#include <cmath>
 #include <limits>
 #include <string>
 #include <type_traits>
@@ -495,4 +496,157 @@ TEST_CASE("a negated decimal number has the other sign, and zero has none") {
     CHECK(decimal("-" + nines38 + "e127").negated() == decimal(nines38 + "e127"));
     CHECK(Decimal().negated() == Decimal());
     CHECK_FALSE(Decimal().negated().isNegative());
+}
+
+TEST_CASE("a difference is exact or nothing") {
+    CHECK(plain(decimal("12.5").minus(decimal("0.75"))) == "11.75");
+    CHECK(plain(decimal("0.1").minus(decimal("0.3"))) == "-0.2");
+    CHECK(plain(decimal("5").minus(decimal("5"))) == "0");
+    CHECK(plain(Decimal().minus(decimal("-7"))) == "7");
+    CHECK(decimal(nines38).minus(decimal(nines38)) == Decimal());
+    CHECK_FALSE(decimal(nines38).minus(decimal("0.1")));
+    CHECK_FALSE(decimal("-" + nines38 + "e127").minus(decimal(nines38 + "e127")));
+}
+
+TEST_CASE("rounding goes to the nearest number, and from the middle to the even one") {
+    struct Row {
+        std::string number;
+        int fractionDigits;
+        std::string rounded;
+    };
+    const std::vector<Row> rows = {
+        {"0.125", 2, "0.12"},
+        {"0.135", 2, "0.14"},
+        {"0.1350001", 2, "0.14"},
+        {"0.1250001", 2, "0.13"},
+        {"0.1249999", 2, "0.12"},
+        {"-0.125", 2, "-0.12"},
+        {"-0.135", 2, "-0.14"},
+        {"0.5", 0, "0"},
+        {"1.5", 0, "2"},
+        {"2.5", 0, "2"},
+        {"-0.5", 0, "0"},
+        {"9.99", 1, "10"},
+        {"99.5", 0, "100"},
+        {"12.3", 2, "12.3"},
+        {"1200", 2, "1200"},
+        {"1e127", 2, "1e127"},
+        {"0", 2, "0"},
+        {"0.05", 0, "0"},
+        {"5e-128", 127, "0"},
+        {"15e-128", 127, "2e-127"},
+        {"6e-128", 127, "1e-127"},
+        {"1e-128", 128, "1e-128"},
+        {"1e-128", 1000, "1e-128"},
+        {"9e-128", 0, "0"},
+        {"12.5", -3, "12"},
+        {"0." + nines38, 37, "1"},
+        {"0." + nines38, 38, "0." + nines38},
+        {"-0." + nines38, 0, "-1"},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.number);
+        CAPTURE(row.fractionDigits);
+        CHECK(decimal(row.number).rounded(row.fractionDigits) == decimal(row.rounded));
+    }
+    CHECK_FALSE(decimal("-0.5").rounded(0).isNegative());
+}
+
+TEST_CASE("an amount becomes a number of smallest units exactly or not at all, and back") {
+    constexpr std::int64_t largest = std::numeric_limits<std::int64_t>::max();
+    constexpr std::int64_t smallest = std::numeric_limits<std::int64_t>::min();
+    struct Row {
+        std::string number;
+        int fractionDigits;
+        std::optional<std::int64_t> units;
+    };
+    const std::vector<Row> rows = {
+        {"12.5", 2, 1250},
+        {"-12.5", 2, -1250},
+        {"-12.05", 2, -1205},
+        {"0", 2, 0},
+        {"845", 0, 845},
+        {"1.234", 3, 1234},
+        {"1200", -2, 12},
+        {"9223372036854775807", 0, largest},
+        {"-9223372036854775808", 0, smallest},
+        {"92233720368547758.07", 2, largest},
+        {"-92233720368547758.08", 2, smallest},
+        {"1e18", 0, 1'000'000'000'000'000'000},
+        {"0.000000000000000001", 18, 1},
+        {"0.005", 2, std::nullopt},
+        {"12.5", 0, std::nullopt},
+        {"1250", -2, std::nullopt},
+        {"9223372036854775808", 0, std::nullopt},
+        {"-9223372036854775809", 0, std::nullopt},
+        {"92233720368547758.08", 2, std::nullopt},
+        {"1e19", 0, std::nullopt},
+        {"1e127", 2, std::nullopt},
+        {"1", 19, std::nullopt},
+        {"1", std::numeric_limits<int>::max(), std::nullopt},
+        {"1", std::numeric_limits<int>::min(), std::nullopt},
+        {nines38, 0, std::nullopt},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.number);
+        CAPTURE(row.fractionDigits);
+        CHECK(decimal(row.number).toMinorUnits(row.fractionDigits) == row.units);
+        if (row.units) CHECK(Decimal::fromMinorUnits(*row.units, row.fractionDigits) == decimal(row.number));
+    }
+}
+
+TEST_CASE("smallest units of a size that no decimal number has are nothing") {
+    CHECK(Decimal::fromMinorUnits(0, std::numeric_limits<int>::max()) == Decimal());
+    CHECK(Decimal::fromMinorUnits(7, 128) == decimal("7e-128"));
+    CHECK(Decimal::fromMinorUnits(70, 129) == decimal("7e-128"));
+    CHECK_FALSE(Decimal::fromMinorUnits(7, 129));
+    CHECK_FALSE(Decimal::fromMinorUnits(7, -128));
+    CHECK_FALSE(Decimal::fromMinorUnits(7, std::numeric_limits<int>::min()));
+}
+
+TEST_CASE("a decimal number becomes the nearest binary one") {
+    struct Row {
+        std::string number;
+        double nearest;
+    };
+    const std::vector<Row> rows = {
+        {"0", 0.0},
+        {"-12.5", -12.5},
+        {"0.1", 0.1},
+        {"1234567.89", 1234567.89},
+        {"9007199254740993", 9007199254740992.0},  // between two, and taken to the even one
+        {"9007199254740993.0000000000000000001", 9007199254740994.0},
+        {"1e127", 1e127},
+        {"-1e-128", -1e-128},
+        {nines38 + "e127", 1e165},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.number);
+        CHECK(decimal(row.number).toDouble() == row.nearest);
+    }
+    CHECK_FALSE(std::signbit(Decimal().toDouble()));
+}
+
+TEST_CASE("a binary number becomes the shortest decimal number that is nearest to it, if that fits") {
+    struct Row {
+        double value;
+        std::string number;
+    };
+    const std::vector<Row> rows = {
+        {0.1, "0.1"},       {-12.5, "-12.5"},
+        {1e23, "1e23"},     {0.1 + 0.2, "0.30000000000000004"},
+        {-0.0, "0"},        {1e127, "1e127"},
+        {1e-128, "1e-128"}, {std::numeric_limits<double>::epsilon(), "2.220446049250313e-16"},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.value);
+        CHECK(Decimal::fromDouble(row.value) == decimal(row.number));
+    }
+    for (const double value :
+         {std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity(),
+          std::numeric_limits<double>::quiet_NaN(), std::numeric_limits<double>::max(),
+          std::numeric_limits<double>::denorm_min(), 1e150, 1e-130}) {
+        CAPTURE(value);
+        CHECK_FALSE(Decimal::fromDouble(value));
+    }
 }
