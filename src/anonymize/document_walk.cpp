@@ -7,21 +7,16 @@
 #include "anonymize/value_kind.h"
 #include "elements/header_fields.h"
 #include "text/ascii_case.h"
-#include "text/ascii_digit.h"
+#include "text/ascii_space.h"
 #include "text/byte_order_marks.h"
+#include "text/comment_marks.h"
+#include "text/name_byte.h"
 
 namespace brackwell::anonymizing {
 namespace {
 
 using elements::Element;
 
-bool isNamePart(char c) noexcept {
-    return isASCIILetter(c) || isASCIIDigit(c) || c == '.' || c == '_' || c == '-' || c == ':';
-}
-bool isBlank(char c) noexcept { return c == ' ' || (c >= '\t' && c <= '\r'); }
-
-constexpr std::string_view kCommentBegin = "<!--";
-constexpr std::string_view kCommentEnd = "-->";
 constexpr std::string_view kCharacterDataBegin = "<![CDATA[";
 
 /// The field of a header of OFX 1, "NAME:", that a text begins with; "" when it begins with none.
@@ -60,7 +55,8 @@ private:
             const std::string_view field = fieldAt(text);
             std::size_t end = field.empty() ? 1 : field.size() + 1;
             const std::size_t begin = field.empty() ? 0 : end;
-            while (end < text.size() && !isBlank(text[end]) && fieldAt(text.substr(end)).empty()) ++end;
+            while (end < text.size() && !isASCIIWhiteSpace(text[end]) && fieldAt(text.substr(end)).empty())
+                ++end;
             if (field.empty()) {
                 visitor_.onOtherText(text.substr(0, end));
             } else {
@@ -97,12 +93,13 @@ private:
     void readInstruction(std::string_view text) {
         for (std::size_t equals = text.find('='); equals != text.npos; equals = text.find('=')) {
             std::size_t nameBegin = equals;
-            while (nameBegin > 0 && isNamePart(text[nameBegin - 1])) --nameBegin;
+            while (nameBegin > 0 && isInASCIIName(text[nameBegin - 1])) --nameBegin;
             std::size_t begin = equals + 1;
             const bool isQuoted = begin < text.size() && (text[begin] == '"' || text[begin] == '\'');
             if (isQuoted) ++begin;
             std::size_t end = begin;
-            while (end < text.size() && (isQuoted ? text[end] != text[begin - 1] : !isBlank(text[end])))
+            while (end < text.size() &&
+                   (isQuoted ? text[end] != text[begin - 1] : !isASCIIWhiteSpace(text[end])))
                 ++end;
             visitor_.onMarkup(text.substr(0, begin));
             visitor_.onHeaderValue(text.substr(nameBegin, equals - nameBegin),
@@ -116,9 +113,9 @@ private:
         std::size_t begin = 1;
         const bool isClose = rest_.substr(begin).starts_with('/');
         if (isClose) ++begin;
-        while (begin < rest_.size() && isBlank(rest_[begin])) ++begin;
+        while (begin < rest_.size() && isASCIIWhiteSpace(rest_[begin])) ++begin;
         std::size_t end = begin;
-        while (end < rest_.size() && isNamePart(rest_[end])) ++end;
+        while (end < rest_.size() && isInASCIIName(rest_[end])) ++end;
         if (end == begin) return false;
         const std::size_t mark = std::min(rest_.find_first_of("<>", end), rest_.size());
         const bool isFinished = mark < rest_.size() && rest_[mark] == '>';
@@ -126,7 +123,8 @@ private:
         Element element = elementMeantBy(name);
         if (element == elements::kUnknown) {
             // A name that nobody knows is one only where nothing but blanks follows it.
-            const bool isName = isFinished && (end == mark || isBlank(rest_[end]) || rest_[end] == '/');
+            const bool isName =
+                isFinished && (end == mark || isASCIIWhiteSpace(rest_[end]) || rest_[end] == '/');
             if (!isName) end = begin + knownPrefix(name);
             if (end == begin) return false;
             element = elementMeantBy(rest_.substr(begin, end - begin));
