@@ -12,13 +12,39 @@
 #include <brackwell/internal/text_fields.h>
 #include <brackwell/model.h>
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <vector>
+
+namespace brackwell {
+class TvOFXBankAccount;
+class TvOFXInvestmentAccount;
+class TvOFXCreditCardAccount;
+}  // namespace brackwell
+
+/// @{
+/// Hashes that go with the equality of accounts. They differ from process to process, so that no document can
+/// choose accounts that make a table slow.
+template <>
+struct BRACKWELL_EXPORT std::hash<brackwell::TvOFXBankAccount> {
+    std::size_t operator()(const brackwell::TvOFXBankAccount& account) const noexcept;  ///< the hash
+};
+template <>
+struct BRACKWELL_EXPORT std::hash<brackwell::TvOFXCreditCardAccount> {
+    std::size_t operator()(const brackwell::TvOFXCreditCardAccount& account) const noexcept;  ///< the hash
+};
+template <>
+struct BRACKWELL_EXPORT std::hash<brackwell::TvOFXInvestmentAccount> {
+    std::size_t operator()(const brackwell::TvOFXInvestmentAccount& account) const noexcept;  ///< the hash
+};
+/// @}
 
 namespace brackwell {
 
@@ -80,6 +106,12 @@ public:
     /// True when the types are the same and no text differs that both accounts have. An absent text
     /// agrees with any: intended, so this is not transitive. False for null.
     bool isEqualToOFXBankAccount(const TvOFXBankAccount* other) const noexcept;
+    /// @{
+    /// By bank, branch, number, type and key, each of which counts; absent is before every text. For sorting
+    /// and as keys, which the comparison above is not fit for; std::hash goes with it.
+    bool operator==(const TvOFXBankAccount& other) const noexcept;
+    std::strong_ordering operator<=>(const TvOFXBankAccount& other) const noexcept;
+    /// @}
 
 private:
     friend class TvOFXMessage;
@@ -121,6 +153,11 @@ public:
 
     /// True when no text differs that both accounts have. False for null.
     bool isEqualToOFXCreditCardAccount(const TvOFXCreditCardAccount* other) const noexcept;
+    /// @{
+    /// By number and key, both of which count; absent is before every text. std::hash goes with it.
+    bool operator==(const TvOFXCreditCardAccount& other) const noexcept;
+    std::strong_ordering operator<=>(const TvOFXCreditCardAccount& other) const noexcept;
+    /// @}
 
 private:
     friend class TvOFXMessage;
@@ -150,10 +187,49 @@ public:
     const ParseValue& brokerID() const noexcept { return brokerID_; }
     const ParseValue& accountID() const noexcept { return accountID_; }
     /// @}
+    /// @{
+    /// By the texts of broker and number; absent, and what is no text, is before every text. std::hash goes
+    /// with it.
+    bool operator==(const TvOFXInvestmentAccount& other) const noexcept;
+    std::strong_ordering operator<=>(const TvOFXInvestmentAccount& other) const noexcept;
+    /// @}
 
 private:
     ParseValue brokerID_;
     ParseValue accountID_;
+};
+
+/// The order of the accounts that pointers of any kind point at, null first; for sorting, and for containers,
+/// whose accounts must not be changed as long as they are keys:
+///
+///     std::map<std::shared_ptr<const TvOFXBankAccount>, Decimal, AccountLess> balances;
+struct AccountLess {
+    using is_transparent = void;  ///< a key need not be of the container's kind of pointer
+    /// True when the first is before the second.
+    template <class First, class Second>
+    bool operator()(const First& a, const Second& b) const noexcept {
+        return b && (!a || *a < *b);
+    }
+};
+
+/// Equality of the accounts that pointers point at; null equals null only.
+struct AccountEqual {
+    using is_transparent = void;  ///< a key need not be of the container's kind of pointer
+    /// True when both are equal.
+    template <class First, class Second>
+    bool operator()(const First& a, const Second& b) const noexcept {
+        return a && b ? *a == *b : !a && !b;
+    }
+};
+
+/// The hash that goes with AccountEqual.
+struct AccountHash {
+    using is_transparent = void;  ///< a key need not be of the container's kind of pointer
+    /// The hash of the account; 0 for null.
+    template <class Pointer>
+    std::size_t operator()(const Pointer& account) const noexcept {
+        return account ? std::hash<std::remove_cvref_t<decltype(*account)>>()(*account) : 0;
+    }
 };
 
 // ---------------------------------------------------------------------------------------------

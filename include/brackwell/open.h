@@ -30,6 +30,7 @@
 #include <brackwell/repair.h>
 #include <brackwell/statements.h>
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
@@ -226,6 +227,17 @@ struct BRACKWELL_EXPORT StatementAccount {
     /// The number of the account (ACCTID); nothing when the document names none. Valid as long as the
     /// account.
     OptionalText accountID() const noexcept;
+
+    /// @{
+    /// By what the accounts say, not by which objects they are; statements without an account come first,
+    /// then cards. So it is a key for what belongs to one account:
+    ///
+    ///     std::map<StatementAccount, std::vector<std::shared_ptr<TvOFXAccountStatement>>> byAccount;
+    ///
+    /// An account that one document names with its bank and another without are two.
+    bool operator==(const StatementAccount& other) const noexcept;
+    std::strong_ordering operator<=>(const StatementAccount& other) const noexcept;
+    /// @}
 };
 
 /// The account of a bank or card statement. The class of the statement says which of both it is: a
@@ -371,3 +383,13 @@ BRACKWELL_EXPORT std::shared_ptr<TvOFXAccountStatement> detached(
 /// @}
 
 }  // namespace brackwell
+
+/// The hash that goes with the equality of the accounts of statements.
+template <>
+struct std::hash<brackwell::StatementAccount> {
+    /// The hash of the account.
+    std::size_t operator()(const brackwell::StatementAccount& account) const noexcept {
+        // One of them at most is there.
+        return brackwell::AccountHash()(account.bank) ^ brackwell::AccountHash()(account.card);
+    }
+};

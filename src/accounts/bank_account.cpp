@@ -2,7 +2,9 @@
 #include <brackwell/accounts.h>
 
 #include <array>
+#include <tuple>
 
+#include "accounts/account_hash.h"
 #include "fields/element_table.h"
 #include "fields/ofx_text.h"
 
@@ -19,6 +21,12 @@ constexpr std::array<TypeText, 4> kTypeTexts{{{TvOFXBankAccountTypeChecking, "CH
                                               {TvOFXBankAccountTypeMoneyMarket, "MONEYMARKET"},
                                               {TvOFXBankAccountTypeCreditLine, "CREDITLINE"}}};
 constexpr std::string_view kTypeKey = "aT";
+
+/// What tells an account from others, in the order in which they are sorted.
+auto identityOf(const TvOFXBankAccount& account) noexcept {
+    return std::tuple(account.bankID(), account.branchID(), account.accountID(), account.accountType(),
+                      account.acctKeyChecksum());
+}
 
 }  // namespace
 
@@ -99,4 +107,18 @@ bool TvOFXBankAccount::isEqualToOFXBankAccount(const TvOFXBankAccount* other) co
            agreeOnTexts(texts_, other->texts_, Elements::kTexts);
 }
 
+bool TvOFXBankAccount::operator==(const TvOFXBankAccount& other) const noexcept {
+    return identityOf(*this) == identityOf(other);
+}
+
+std::strong_ordering TvOFXBankAccount::operator<=>(const TvOFXBankAccount& other) const noexcept {
+    return identityOf(*this) <=> identityOf(other);
+}
+
 }  // namespace brackwell
+
+std::size_t std::hash<brackwell::TvOFXBankAccount>::operator()(
+    const brackwell::TvOFXBankAccount& account) const noexcept {
+    return brackwell::accountHash(account.accountType(), {account.bankID(), account.branchID(),
+                                                          account.accountID(), account.acctKeyChecksum()});
+}

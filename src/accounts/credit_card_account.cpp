@@ -1,9 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/accounts.h>
 
+#include <tuple>
+
+#include "accounts/account_hash.h"
 #include "fields/element_table.h"
 
 namespace brackwell {
+namespace {
+
+/// What tells an account from others, in the order in which they are sorted.
+auto identityOf(const TvOFXCreditCardAccount& account) noexcept {
+    return std::tuple(account.accountID(), account.acctKeyChecksum());
+}
+
+}  // namespace
 
 struct BRACKWELL_INTERNAL TvOFXCreditCardAccount::Elements {
     using Self = TvOFXCreditCardAccount;
@@ -51,4 +62,17 @@ bool TvOFXCreditCardAccount::isEqualToOFXCreditCardAccount(
     return other != nullptr && agreeOnTexts(texts_, other->texts_, Elements::kTexts);
 }
 
+bool TvOFXCreditCardAccount::operator==(const TvOFXCreditCardAccount& other) const noexcept {
+    return identityOf(*this) == identityOf(other);
+}
+
+std::strong_ordering TvOFXCreditCardAccount::operator<=>(const TvOFXCreditCardAccount& other) const noexcept {
+    return identityOf(*this) <=> identityOf(other);
+}
+
 }  // namespace brackwell
+
+std::size_t std::hash<brackwell::TvOFXCreditCardAccount>::operator()(
+    const brackwell::TvOFXCreditCardAccount& account) const noexcept {
+    return brackwell::accountHash(0, {account.accountID(), account.acctKeyChecksum()});
+}

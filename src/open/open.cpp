@@ -237,9 +237,28 @@ std::shared_ptr<TvOFXMessage> OpenedDocument::message() const {
     return message;
 }
 
+namespace {
+
+/// The order of two accounts; null is before all others.
+template <class Account>
+std::strong_ordering orderOf(const std::shared_ptr<Account>& a, const std::shared_ptr<Account>& b) noexcept {
+    return a && b ? *a <=> *b : static_cast<bool>(a) <=> static_cast<bool>(b);
+}
+
+}  // namespace
+
 OptionalText StatementAccount::accountID() const noexcept {
     if (bank) return bank->accountID();
     return card ? card->accountID() : OptionalText();
+}
+
+bool StatementAccount::operator==(const StatementAccount& other) const noexcept {
+    return AccountEqual()(bank, other.bank) && AccountEqual()(card, other.card);
+}
+
+std::strong_ordering StatementAccount::operator<=>(const StatementAccount& other) const noexcept {
+    const std::strong_ordering banks = orderOf(bank, other.bank);
+    return std::is_neq(banks) ? banks : orderOf(card, other.card);
 }
 
 StatementAccount accountOf(const TvOFXAccountStatement& statement) noexcept {

@@ -3,6 +3,8 @@
 #include <doctest/doctest.h>
 
 #include <algorithm>
+#include <map>
+#include <unordered_map>
 
 #include "support/documents.h"
 #include "support/temporary_folder.h"
@@ -522,6 +524,36 @@ TEST_CASE("a statement leads to its account") {
     const OpenedFile nameless =
         opened("<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS></STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>");
     CHECK_FALSE(accountOf(*nameless.statements().at(0)).accountID());
+}
+
+TEST_CASE("the accounts of statements are keys by what they say") {
+    const OpenedFile first = opened(document("tea", "17"));
+    const OpenedFile again = opened(document("milk", "17"));
+    const OpenedFile other = opened(document("tea", "18"));
+    const OpenedFile card = openData(exampleData("card.ofx"));
+    const auto keyOf = [](const OpenedFile& file) { return accountOf(*file.statements().front()); };
+    const StatementAccount none;
+    const std::vector<StatementAccount> ascending{none, keyOf(card), keyOf(first), keyOf(other)};
+    for (std::size_t i = 0; i < ascending.size(); ++i)
+        for (std::size_t j = 0; j < ascending.size(); ++j) {
+            CHECK((ascending[i] <=> ascending[j]) == (i <=> j));
+            CHECK((ascending[i] == ascending[j]) == (i == j));
+            CHECK((std::hash<StatementAccount>()(ascending[i]) ==
+                   std::hash<StatementAccount>()(ascending[j])) == (i == j));
+        }
+    CHECK(keyOf(first).bank != keyOf(again).bank);
+    CHECK(keyOf(first) == keyOf(again));
+
+    std::map<StatementAccount, int> ordered;
+    std::unordered_map<StatementAccount, int> hashed;
+    for (const OpenedFile* file : {&first, &again, &other, &card}) {
+        ++ordered[keyOf(*file)];
+        ++hashed[keyOf(*file)];
+    }
+    CHECK(ordered.size() == 3);
+    CHECK(ordered.at(keyOf(again)) == 2);
+    CHECK(hashed.size() == 3);
+    CHECK(hashed.at(keyOf(again)) == 2);
 }
 
 TEST_CASE("the lists of a temporary file are safe to walk over") {
