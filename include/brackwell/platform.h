@@ -139,8 +139,8 @@ BRACKWELL_EXPORT std::optional<Data> encodeText(std::string_view text, TextEncod
 /// The usual name ("UTF-8", "windows-1252"); nothing when the encoding is not known.
 BRACKWELL_EXPORT OptionalText nameOfTextEncoding(TextEncoding encoding) noexcept;
 
-/// The encoding with this name or one of its usual other names, compared without case ("1252",
-/// "CP1252", "windows-1252"); TextEncodingNone when no known encoding is called so.
+/// The encoding with this name or one of its usual other names, compared without case, "-" and "_"
+/// ("1252", "CP1252", "windows-1252", "win_1252"); TextEncodingNone when no known encoding is called so.
 BRACKWELL_EXPORT TextEncoding textEncodingNamed(std::string_view name) noexcept;
 
 /// Every encoding that the library decodes, in a fixed order.

@@ -26,6 +26,8 @@ constexpr TextEncoding kEncodingWindows1254 = 14;
 constexpr TextEncoding kEncodingWindows1250 = 15;
 constexpr TextEncoding kEncodingISO2022JP = 21;
 constexpr TextEncoding kEncodingMacRoman = 30;
+constexpr TextEncoding kEncodingISOLatin9 = 0x8000020f;
+constexpr TextEncoding kEncodingKOI8R = 0x80000a02;
 constexpr TextEncoding kEncodingUTF32 = 0x8c000100;
 constexpr TextEncoding kEncodingUTF32LittleEndian = 0x9c000100;
 
@@ -47,45 +49,94 @@ struct Encoding {
     Method method;
     const char* iconvName;  ///< of marked encodings: the host's byte order
     std::string_view name;
-    std::array<std::string_view, 5> otherNames = {};
+    std::array<std::string_view, 6> otherNames = {};  ///< "-" and "_" are left out in comparing
 };
 
 // Shift_JIS as it is found in files is the code page of Windows, in which 5C and 7E are ASCII.
 constexpr std::array kEncodings = {
-    Encoding{TextEncodingASCII, Method::ascii, "ASCII", "ASCII", {"US-ASCII", "USASCII", "ISO646-US"}},
-    Encoding{TextEncodingUTF8, Method::utf8, "UTF-8", "UTF-8", {"UTF8"}},
+    Encoding{TextEncodingASCII,
+             Method::ascii,
+             "ASCII",
+             "ASCII",
+             {"USASCII", "ISO646-US", "ANSI_X3.4-1968", "CP367", "IBM367"}},
+    Encoding{TextEncodingUTF8, Method::utf8, "UTF-8", "UTF-8", {"CP65001", "65001", "WINDOWS-65001"}},
     Encoding{TextEncodingISOLatin1,
              Method::singleByte,
              "ISO-8859-1",
              "ISO-8859-1",
-             {"ISO8859-1", "ISO_8859-1", "8859-1", "LATIN1", "LATIN-1"}},
-    Encoding{
-        TextEncodingUTF16, Method::marked16, kHostIsBigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-16", {"UTF16"}},
-    Encoding{TextEncodingWindows1252, Method::singleByte, "CP1252", "windows-1252", {"CP1252", "1252"}},
-    Encoding{TextEncodingUTF16BigEndian, Method::other, "UTF-16BE", "UTF-16BE", {"UTF16BE"}},
-    Encoding{TextEncodingUTF16LittleEndian, Method::other, "UTF-16LE", "UTF-16LE", {"UTF16LE"}},
-    Encoding{TextEncodingUTF32BigEndian, Method::other, "UTF-32BE", "UTF-32BE", {"UTF32BE"}},
-    Encoding{kEncodingUTF32LittleEndian, Method::other, "UTF-32LE", "UTF-32LE", {"UTF32LE"}},
-    Encoding{
-        kEncodingUTF32, Method::marked32, kHostIsBigEndian ? "UTF-32BE" : "UTF-32LE", "UTF-32", {"UTF32"}},
+             {"8859-1", "LATIN1", "ISO-LATIN-1", "L1", "CP819", "IBM819"}},
+    Encoding{TextEncodingUTF16, Method::marked16, kHostIsBigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-16"},
+    Encoding{TextEncodingWindows1252,
+             Method::singleByte,
+             "CP1252",
+             "windows-1252",
+             {"CP1252", "1252", "WIN-1252", "X-CP1252", "MS-ANSI"}},
+    Encoding{TextEncodingUTF16BigEndian, Method::other, "UTF-16BE", "UTF-16BE"},
+    Encoding{TextEncodingUTF16LittleEndian, Method::other, "UTF-16LE", "UTF-16LE"},
+    Encoding{TextEncodingUTF32BigEndian, Method::other, "UTF-32BE", "UTF-32BE"},
+    Encoding{kEncodingUTF32LittleEndian, Method::other, "UTF-32LE", "UTF-32LE"},
+    Encoding{kEncodingUTF32, Method::marked32, kHostIsBigEndian ? "UTF-32BE" : "UTF-32LE", "UTF-32"},
     Encoding{kEncodingISOLatin2,
              Method::singleByte,
              "ISO-8859-2",
              "ISO-8859-2",
-             {"ISO8859-2", "ISO_8859-2", "8859-2", "LATIN2", "LATIN-2"}},
-    Encoding{kEncodingWindows1250, Method::singleByte, "CP1250", "windows-1250", {"CP1250", "1250"}},
-    Encoding{kEncodingWindows1251, Method::singleByte, "CP1251", "windows-1251", {"CP1251", "1251"}},
-    Encoding{kEncodingWindows1253, Method::singleByte, "CP1253", "windows-1253", {"CP1253", "1253"}},
-    Encoding{kEncodingWindows1254, Method::singleByte, "CP1254", "windows-1254", {"CP1254", "1254"}},
-    Encoding{kEncodingMacRoman, Method::singleByte, "MACINTOSH", "macintosh", {"MACROMAN", "x-mac-roman"}},
-    Encoding{kEncodingEUCJP, Method::asciiExtension, "EUC-JP", "EUC-JP", {"EUCJP", "EUC_JP"}},
+             {"8859-2", "LATIN2", "ISO-LATIN-2", "L2", "CP912"}},
+    Encoding{kEncodingISOLatin9,
+             Method::singleByte,
+             "ISO-8859-15",
+             "ISO-8859-15",
+             {"8859-15", "LATIN9", "ISO-LATIN-9", "L9", "CP923", "IBM923"}},
+    Encoding{kEncodingWindows1250,
+             Method::singleByte,
+             "CP1250",
+             "windows-1250",
+             {"CP1250", "1250", "WIN-1250", "X-CP1250"}},
+    Encoding{kEncodingWindows1251,
+             Method::singleByte,
+             "CP1251",
+             "windows-1251",
+             {"CP1251", "1251", "WIN-1251", "X-CP1251"}},
+    Encoding{kEncodingKOI8R, Method::singleByte, "KOI8-R", "KOI8-R", {"KOI8", "CP20866", "20866"}},
+    Encoding{kEncodingWindows1253,
+             Method::singleByte,
+             "CP1253",
+             "windows-1253",
+             {"CP1253", "1253", "WIN-1253", "X-CP1253"}},
+    Encoding{kEncodingWindows1254,
+             Method::singleByte,
+             "CP1254",
+             "windows-1254",
+             {"CP1254", "1254", "WIN-1254", "X-CP1254"}},
+    Encoding{kEncodingMacRoman,
+             Method::singleByte,
+             "MACINTOSH",
+             "macintosh",
+             {"MACROMAN", "X-MAC-ROMAN", "CP10000", "10000"}},
+    Encoding{kEncodingEUCJP, Method::asciiExtension, "EUC-JP", "EUC-JP", {"X-EUC-JP", "UJIS"}},
     Encoding{kEncodingShiftJIS,
              Method::asciiExtension,
              "CP932",
              "Shift_JIS",
-             {"SHIFT-JIS", "SHIFTJIS", "SJIS", "CP932", "932"}},
-    Encoding{kEncodingISO2022JP, Method::other, "ISO-2022-JP", "ISO-2022-JP", {"ISO2022-JP", "ISO2022JP"}},
+             {"SJIS", "X-SJIS", "CP932", "932", "MS932", "WINDOWS-31J"}},
+    Encoding{kEncodingISO2022JP, Method::other, "ISO-2022-JP", "ISO-2022-JP"},
 };
+
+/// Takes what names of encodings are written with and without off the beginning.
+void withoutSeparators(std::string_view& name) noexcept {
+    while (name.starts_with('-') || name.starts_with('_')) name.remove_prefix(1);
+}
+
+/// "ISO8859_1" is "ISO-8859-1", and "win1252" is "WIN-1252".
+bool isSameName(std::string_view a, std::string_view b) noexcept {
+    for (;;) {
+        withoutSeparators(a);
+        withoutSeparators(b);
+        if (a.empty() || b.empty()) return a.empty() && b.empty();
+        if (smallLetter(a.front()) != smallLetter(b.front())) return false;
+        a.remove_prefix(1);
+        b.remove_prefix(1);
+    }
+}
 
 const Encoding* findEncoding(TextEncoding number) noexcept {
     const auto found = std::ranges::find(kEncodings, number, &Encoding::number);
@@ -250,9 +301,10 @@ OptionalText nameOfTextEncoding(TextEncoding encoding) noexcept {
 }
 
 TextEncoding textEncodingNamed(std::string_view name) noexcept {
+    withoutSeparators(name);
     if (name.empty()) return TextEncodingNone;  // also what unused places of the table hold
     const auto isNamed = [&](const Encoding& encoding) {
-        const auto matches = [&](std::string_view other) { return equalsIgnoringCase(name, other); };
+        const auto matches = [&](std::string_view other) { return isSameName(name, other); };
         return matches(encoding.name) || std::ranges::any_of(encoding.otherNames, matches);
     };
     const auto found = std::ranges::find_if(kEncodings, isNamed);

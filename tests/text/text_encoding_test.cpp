@@ -68,6 +68,8 @@ const std::vector<Sample> kSamples = {
     {"ISO-8859-2", "\u0141\u00F3d\u017A",
      "\xA3\xF3"
      "d\xBC"},
+    {"ISO-8859-15", "M\u00FCller \u20AC\u0153", "M\xFCller \xA4\xBD"},
+    {"KOI8-R", "\u0411\u0430\u043D\u043A", "\xE2\xC1\xCE\xCB"},
     {"windows-1250", "\u0141\u00F3d\u017A \u20AC",
      "\xA3\xF3"
      "d\x9F \x80"},
@@ -119,6 +121,8 @@ TEST_CASE("exactly the bytes without a meaning are refused") {
         {"UTF-8", range(0x80, 0xFF)},
         {"ISO-8859-1", {}},
         {"ISO-8859-2", {}},
+        {"ISO-8859-15", {}},
+        {"KOI8-R", {}},
         {"windows-1250", {0x81, 0x83, 0x88, 0x90, 0x98}},
         {"windows-1251", {0x98}},
         {"windows-1252", {0x81, 0x8D, 0x8F, 0x90, 0x9D}},
@@ -245,8 +249,8 @@ TEST_CASE("the text of a view is a view until it is made independent") {
 TEST_CASE("ASCII bytes in an encoding that extends ASCII are shared") {
     const Data data = Data::copy("<OFX>plain \\ ~ text</OFX>");
     for (const char* name :
-         {"ASCII", "ISO-8859-1", "ISO-8859-2", "windows-1250", "windows-1251", "windows-1252", "windows-1253",
-          "windows-1254", "macintosh", "EUC-JP", "Shift_JIS"}) {
+         {"ASCII", "ISO-8859-1", "ISO-8859-2", "ISO-8859-15", "KOI8-R", "windows-1250", "windows-1251",
+          "windows-1252", "windows-1253", "windows-1254", "macintosh", "EUC-JP", "Shift_JIS"}) {
         CAPTURE(name);
         const auto text = decodeText(data, named(name));
         REQUIRE(text);
@@ -415,6 +419,8 @@ TEST_CASE("encodings have their usual names") {
         Row{15, "windows-1250"},
         Row{21, "ISO-2022-JP"},
         Row{30, "macintosh"},
+        Row{0x8000020f, "ISO-8859-15"},
+        Row{0x80000a02, "KOI8-R"},
         Row{0x8c000100, "UTF-32"},
         Row{0x90000100, "UTF-16BE"},
         Row{0x94000100, "UTF-16LE"},
@@ -429,31 +435,40 @@ TEST_CASE("encodings have their usual names") {
     }
 }
 
-TEST_CASE("encodings are found by their other names, without case") {
+TEST_CASE("encodings are found by their other names, without case, hyphens and underscores") {
     struct Row {
         TextEncoding encoding;
         std::vector<std::string_view> names;
     };
     const std::vector<Row> rows = {
-        {TextEncodingASCII, {"ascii", "US-ASCII", "us-ascii", "USASCII", "UsAscii", "ISO646-US"}},
-        {TextEncodingUTF8, {"utf-8", "UTF8", "utf8"}},
+        {TextEncodingASCII,
+         {"ascii", "US-ASCII", "us-ascii", "USASCII", "UsAscii", "ISO646-US", "us_ascii", "ANSI_X3.4-1968",
+          "cp367"}},
+        {TextEncodingUTF8, {"utf-8", "UTF8", "utf8", "utf_8", "cp65001", "65001"}},
         {TextEncodingISOLatin1,
-         {"iso-8859-1", "8859-1", "ISO8859-1", "iso8859-1", "ISO_8859-1", "LATIN1", "Latin-1"}},
+         {"iso-8859-1", "8859-1", "ISO8859-1", "iso8859-1", "ISO_8859-1", "LATIN1", "Latin-1", "ISO8859_1",
+          "iso88591", "8859_1", "cp819", "CP-819", "IBM819", "l1", "iso-latin-1"}},
         {TextEncodingUTF16, {"utf-16", "UTF16"}},
         {TextEncodingUTF16BigEndian, {"utf-16be", "UTF16BE"}},
         {TextEncodingUTF16LittleEndian, {"Utf-16Le", "UTF16LE"}},
         {TextEncodingUTF32BigEndian, {"utf-32be", "UTF32BE"}},
-        {TextEncodingWindows1252, {"1252", "CP1252", "cp1252", "WINDOWS-1252", "Windows-1252"}},
+        {TextEncodingWindows1252,
+         {"1252", "CP1252", "cp1252", "WINDOWS-1252", "Windows-1252", "win-1252", "WIN1252", "windows1252",
+          "windows_1252", "Cp-1252", "x-cp1252", "-1252-"}},
         {0x9c000100, {"utf-32le", "UTF32LE"}},
         {0x8c000100, {"utf-32", "UTF32"}},
         {9, {"8859-2", "ISO8859-2", "ISO_8859-2", "LATIN2", "LATIN-2"}},
-        {15, {"1250", "cp1250"}},
-        {11, {"1251", "CP1251"}},
+        {0x8000020f,
+         {"iso-8859-15", "ISO8859-15", "ISO8859_15", "iso885915", "8859-15", "latin9", "LATIN-9", "l9",
+          "cp923"}},
+        {0x80000a02, {"koi8-r", "KOI8R", "koi8_r", "koi8", "cp20866"}},
+        {15, {"1250", "cp1250", "win-1250"}},
+        {11, {"1251", "CP1251", "win-1251"}},
         {13, {"1253", "CP1253"}},
         {14, {"1254", "CP1254"}},
         {30, {"MacRoman", "x-mac-roman"}},
         {3, {"eucjp", "EUC_JP"}},
-        {8, {"sjis", "SHIFT-JIS", "SHIFTJIS", "CP932", "932"}},
+        {8, {"sjis", "SHIFT-JIS", "SHIFTJIS", "CP932", "932", "ms932", "windows-31j", "x-sjis"}},
         {21, {"iso-2022-jp", "ISO2022-JP", "ISO2022JP"}},
     };
     CHECK(rows.size() == knownTextEncodings().size());
@@ -467,7 +482,8 @@ TEST_CASE("encodings are found by their other names, without case") {
 
 TEST_CASE("other names are no encoding") {
     for (const std::string_view name :
-         {"", " ", "UTF", "UTF-8 ", " UTF-8", "UTF-80", "NONE", "125", "12522"}) {
+         {"", " ", "UTF", "UTF-8 ", " UTF-8", "UTF-80", "NONE", "125", "12522", "-", "_", "-_-", "ISO-8859",
+          "ISO-8859-11", "ISO 8859-1", "ISO.8859.1", "L10", "CP", "WIN"}) {
         CAPTURE(name);
         CHECK(textEncodingNamed(name) == TextEncodingNone);
     }

@@ -43,9 +43,9 @@ std::string withTransactions(const std::string& transactions) {
 class LoadedEncodings {
 public:
     LoadedEncodings() {
-        for (const char* name :
-             {"CP1250", "CP1251", "CP1252", "CP1253", "CP1254", "CP932", "EUC-JP", "ISO-2022-JP",
-              "ISO-8859-1", "ISO-8859-2", "MACINTOSH", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"})
+        for (const char* name : {"CP1250", "CP1251", "CP1252", "CP1253", "CP1254", "CP932", "EUC-JP",
+                                 "ISO-2022-JP", "ISO-8859-1", "ISO-8859-2", "ISO-8859-15", "KOI8-R",
+                                 "MACINTOSH", "UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"})
             open_.push_back(::iconv_open("UTF-8", name));
     }
     LoadedEncodings(const LoadedEncodings&) = delete;
