@@ -23,6 +23,7 @@
 #include <array>
 #include <chrono>
 #include <compare>
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -65,6 +66,11 @@ class BRACKWELL_EXPORT Data {
 public:
     /// No bytes.
     Data() noexcept = default;
+    /// The bytes of a std::string, which can so be given wherever bytes are taken. One that is moved in is
+    /// taken over like adopt() does, any other copied. A template, so that no literal, which may be meant for
+    /// a path, is taken for bytes.
+    template <std::same_as<std::string> String>
+    Data(String bytes) : Data(adopt(std::move(bytes))) {}  // NOLINT(google-explicit-constructor)
 
     /// Takes the bytes over without copying them.
     static Data adopt(std::string bytes);

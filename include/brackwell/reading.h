@@ -19,6 +19,7 @@
 
 #include <brackwell/platform.h>
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -327,6 +328,12 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Import
 
+/// A std::filesystem::path, told by what it has, as its header takes long to compile.
+template <class Path>
+concept FilePath = requires(const Path& path) {
+    { path.native() } -> std::same_as<const std::string&>;
+};
+
 /// The front door: a document's bytes in, a message out. Holds no state; every call is independent.
 class BRACKWELL_EXPORT TovanaOFXController {
 public:
@@ -340,10 +347,26 @@ public:
         OptionalText url, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
         std::shared_ptr<const DateFormatter> dateFormatter, Error* error = nullptr);
 
+    /// @{
+    /// The same two for a std::filesystem::path, which is never taken for a URL.
+    template <FilePath Path>
+    static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(const Path& path, Error* error = nullptr) {
+        return importFile(path.native(), TextEncodingNone, nullptr, nullptr, error);
+    }
+    template <FilePath Path>
+    static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(
+        const Path& path, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
+        std::shared_ptr<const DateFormatter> dateFormatter, Error* error = nullptr) {
+        return importFile(path.native(), encoding, std::move(numberFormatter), std::move(dateFormatter),
+                          error);
+    }
+    /// @}
+
     /// Imports the bytes of a document. Null without an error when there is no data; null with an
     /// error when it is empty, cannot be decoded or has a close tag that matches nothing open. Text
-    /// that is not OFX gives a message without responses. The message refers to the bytes of `data`
-    /// when they are UTF-8, and copies them when they are a view of the caller's.
+    /// that is not OFX gives a message without responses, and TvOFXMessage::content says so. The message
+    /// refers to the bytes of `data` when they are UTF-8, and copies them when they are a view of the
+    /// caller's.
     static std::shared_ptr<TvOFXMessage> importOFXFileFromData(const std::optional<Data>& data,
                                                                Error* error = nullptr);
 
@@ -352,6 +375,12 @@ public:
         const std::optional<Data>& data, TextEncoding encoding,
         std::shared_ptr<const NumberFormatter> numberFormatter,
         std::shared_ptr<const DateFormatter> dateFormatter, Error* error = nullptr);
+
+private:
+    static std::shared_ptr<TvOFXMessage> importFile(const std::string& path, TextEncoding encoding,
+                                                    std::shared_ptr<const NumberFormatter> numberFormatter,
+                                                    std::shared_ptr<const DateFormatter> dateFormatter,
+                                                    Error* error);
 };
 
 }  // namespace brackwell

@@ -28,6 +28,10 @@ std::string pathOf(std::string_view url) {
     return std::string(url);
 }
 
+void reportNotFound(std::string_view file, Error* error) {
+    reading::report(error, reading::kImportError, "The file at " + std::string(file) + " was not found.");
+}
+
 }  // namespace
 
 std::shared_ptr<TvOFXMessage> TovanaOFXController::importOFXFileFromURL(OptionalText url, Error* error) {
@@ -39,10 +43,15 @@ std::shared_ptr<TvOFXMessage> TovanaOFXController::importOFXFileFromURL(
     std::shared_ptr<const DateFormatter> dateFormatter, Error* error) {
     if (!url) return nullptr;
     const std::optional<Data> data = Data::fromFile(pathOf(*url));
-    if (!data) {
-        reading::report(error, reading::kImportError, "The file at " + std::string(*url) + " was not found.");
-        return nullptr;
-    }
+    if (!data) reportNotFound(*url, error);
+    return importOFXFileFromData(data, encoding, std::move(numberFormatter), std::move(dateFormatter), error);
+}
+
+std::shared_ptr<TvOFXMessage> TovanaOFXController::importFile(
+    const std::string& path, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
+    std::shared_ptr<const DateFormatter> dateFormatter, Error* error) {
+    const std::optional<Data> data = Data::fromFile(path);
+    if (!data) reportNotFound(path, error);
     return importOFXFileFromData(data, encoding, std::move(numberFormatter), std::move(dateFormatter), error);
 }
 

@@ -213,3 +213,42 @@ TEST_CASE("a pipe is read to its end, in whatever pieces it comes") {
     REQUIRE(data);
     CHECK(data->bytes() == expected);
 }
+
+TEST_CASE("a string can be given where bytes are taken, and is copied or taken over") {
+    const std::string bytes = someBytes(1000);
+    const auto take = [](const Data& data) { return data; };
+    const Data copy = take(bytes);
+    CHECK(copy.bytes() == bytes);
+    CHECK(static_cast<const void*>(copy.bytes().data()) != bytes.data());
+    CHECK_FALSE(copy.isView());
+
+    std::string moved = bytes;
+    const char* place = moved.data();
+    const Data taken = take(std::move(moved));
+    CHECK(taken.bytes() == bytes);
+    CHECK(static_cast<const void*>(taken.bytes().data()) == place);
+
+    const std::optional<Data> optional = bytes;
+    CHECK(optional == Data::view(bytes));
+    CHECK(Data(std::string()).isEmpty());
+}
+
+TEST_CASE("a literal, a view and null are no bytes") {
+    // A literal may be meant for a path, and a view does not say who owns its bytes.
+    CHECK_FALSE(std::is_constructible_v<Data, const char*>);
+    CHECK_FALSE(std::is_constructible_v<Data, std::string_view>);
+    CHECK_FALSE(std::is_constructible_v<Data, std::nullptr_t>);
+    CHECK(std::is_convertible_v<std::string, Data>);
+    CHECK(std::is_convertible_v<std::string, std::optional<Data>>);
+}
+
+TEST_CASE("a file is read by any form of its path") {
+    const TemporaryFolder folder;
+    const std::string path = folder.file("some bytes", "abc");
+    const Data expected = Data::view("abc");
+    CHECK(Data::fromFile(path) == expected);
+    CHECK(Data::fromFile(path.c_str()) == expected);
+    CHECK(Data::fromFile(std::filesystem::path(path)) == expected);
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
+        CHECK(Data::fromFile(entry.path()) == expected);
+}

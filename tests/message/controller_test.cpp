@@ -261,6 +261,34 @@ TEST_CASE("a path is not unescaped") {
     CHECK_FALSE(TovanaOFXController::importOFXFileFromURL("file://" + file.path()));
 }
 
+TEST_CASE("a path is taken as it is, also one that looks like a URL") {
+    const File file("file:a%20b", kStatement);
+    const std::filesystem::path path = file.path();
+    Error error;
+    const auto message = TovanaOFXController::importOFXFileFromURL(path, &error);
+    REQUIRE(message);
+    CHECK(message->bankAccountsFound().size() == 1);
+    CHECK(TovanaOFXController::importOFXFileFromURL(path));
+    const auto decoded =
+        TovanaOFXController::importOFXFileFromURL(path, TextEncodingWindows1252, nullptr, nullptr, &error);
+    REQUIRE(decoded);
+    const auto statement = decoded->statementsForBankAccount(decoded->bankAccountsFound().front());
+    CHECK(shown(statement->statementTransactions().front()->payeeName()) == "\u00C3\u201E");
+
+    const std::filesystem::path missing = path.string() + " not";
+    CHECK_FALSE(TovanaOFXController::importOFXFileFromURL(missing, &error));
+    CHECK(error == Error{"Brackwell", 1, "The file at " + missing.string() + " was not found.",
+                         "Error importing file."});
+    CHECK_FALSE(TovanaOFXController::importOFXFileFromURL(missing, TextEncodingNone, nullptr, nullptr));
+}
+
+TEST_CASE("the bytes of a string import like any others") {
+    const std::string bytes(kStatement);
+    const auto message = TovanaOFXController::importOFXFileFromData(bytes);
+    REQUIRE(message);
+    CHECK(message->bankAccountsFound().size() == 1);
+}
+
 TEST_CASE("a file that cannot be read is an error that tells the URL") {
     const File other("other.ofx", kStatement);
     const std::string folder = other.folder();
