@@ -14,7 +14,12 @@
 /// - Text is UTF-8. A text that may be absent is a `std::optional<std::string_view>`; absent and
 ///   empty are different. A view that a getter returns is valid until the object that it came
 ///   from is changed or destroyed.
-/// - "Nothing" is `std::nullopt` for values and a null pointer for objects.
+/// - "Nothing" is `std::nullopt` for values and a null pointer for objects. Some lists may be absent, which
+///   is not the same as empty. Such a list is a `std::optional` where the object that is asked has a field
+///   for it (TvOFXMessage::allRequests), and a pointer where it belongs to another object or stands in a
+///   table (TvOFXResult::transactions, TvOFXInterpreter::responsesForKey), since a `std::optional` could
+///   only be handed out with a copy of the list there. Both are tested with `if (list)` and walked with
+///   `*list`. All other lists are empty when there is nothing in them.
 /// - The library throws nothing of its own; `std::bad_alloc` passes through when memory is
 ///   exhausted, leaves no object half made and leaks nothing.
 /// - Distinct objects may be used by distinct threads, and any number of threads may read one object
