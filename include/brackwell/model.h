@@ -300,6 +300,13 @@ private:
 /// Settings for a message that an application builds; without content today.
 struct TvOFXUserSettings {};
 
+/// What a message has found in the text that it was made of.
+enum class MessageContent : std::uint8_t {
+    notOFX,       ///< nothing yet, or only text that does not begin like OFX
+    noResponses,  ///< OFX without a response that could be read: only a header, or names in small letters
+    responses,    ///< at least one response, also one that the message does not keep, as to a sign-on
+};
+
 /// One OFX document: its header fields, the responses of its message sets, and, for a document that
 /// an application builds, its requests.
 class BRACKWELL_EXPORT TvOFXMessage {
@@ -338,6 +345,9 @@ public:
     }
     /// The responses of the banking message set.
     const TvOFXResponseList& bankingMsgSet() const noexcept { return bankingMsgSet_; }
+    /// Whether the text was OFX, and held something: neither is an error of the import. Of several parser
+    /// results, it is the one with most.
+    MessageContent content() const noexcept { return content_; }
     /// Always absent: a message keeps no bytes of its document; an application that needs them keeps them.
     const std::optional<Data>& data() const noexcept { return data_; }
 
@@ -385,6 +395,7 @@ private:
 
     std::uint64_t headerVersion_ = 0;
     std::uint64_t ofxVersion_ = 0;
+    MessageContent content_ = MessageContent::notOFX;
     internal::TextFields<textCount> texts_;
     std::optional<std::vector<std::shared_ptr<TvOFXRequest>>> allRequests_;
     std::optional<std::vector<std::shared_ptr<TvOFXAggregate>>> accountsFound_;

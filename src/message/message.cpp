@@ -3,6 +3,9 @@
 #include <brackwell/requests.h>
 #include <brackwell/statements.h>
 
+#include <algorithm>
+#include <utility>
+
 #include "memory/make_room.h"
 #include "tree/node_ref.h"
 
@@ -47,6 +50,11 @@ std::uint64_t versionIn(const NodeRef& header, reading::NameID name, std::uint64
     return value.isText() ? static_cast<std::uint64_t>(leadingInteger(value.text())) : version;
 }
 
+MessageContent contentOf(const TvOFXInterpreter& interpreter) noexcept {
+    if (!interpreter.parserDict()) return MessageContent::notOFX;
+    return interpreter.allResponses().empty() ? MessageContent::noResponses : MessageContent::responses;
+}
+
 }  // namespace
 
 std::shared_ptr<TvOFXMessage> TvOFXMessage::initWithUserSettings(const TvOFXUserSettings&) {
@@ -82,6 +90,7 @@ void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
     takeResponses(interpreter);  // the last step that can fail
     // The texts are always overwritten, with nothing when the header lacks them.
     texts_ = std::move(texts);
+    content_ = std::max(content_, contentOf(interpreter));
     headerVersion_ = versionIn(header, element("OFXHEADER"), headerVersion_);
     ofxVersion_ = versionIn(header, element("VERSION"), ofxVersion_);
 }

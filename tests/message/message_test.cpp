@@ -162,6 +162,51 @@ TEST_CASE("a text that is not OFX makes a message without content") {
     CHECK(message->headerVersion() == 0);
 }
 
+TEST_CASE("a message tells text that is no OFX from OFX without responses") {
+    struct Row {
+        std::string_view text;
+        MessageContent content;
+    };
+    for (const Row& row : std::initializer_list<Row>{
+             {"no OFX at all", MessageContent::notOFX},
+             {"<html><body>Please sign in</body></html>", MessageContent::notOFX},
+             {"<ofx></ofx>", MessageContent::notOFX},
+             {"OFXHEADER:100\nVERSION:102\n", MessageContent::noResponses},
+             {"<OFX></OFX>", MessageContent::noResponses},
+             {"<OFX><BANKMSGSRSV1></BANKMSGSRSV1></OFX>", MessageContent::noResponses},
+             {"OFXHEADER:100\n\n<ofx><bankmsgsrsv1><stmttrnrs><trnuid>1</stmttrnrs></bankmsgsrsv1></ofx>",
+              MessageContent::noResponses},
+             {"<?xml "
+              "version=\"1.0\"?><OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1</STMTTRNRS></BANKMSGSRSV1></OFX>",
+              MessageContent::noResponses},
+             {"<OFX><SIGNONMSGSRSV1><SONRS><LANGUAGE>ENG</SONRS></SIGNONMSGSRSV1></OFX>",
+              MessageContent::responses},
+             {"<OFX><SIGNUPMSGSRSV1><ACCTINFOTRNRS><TRNUID>1</ACCTINFOTRNRS></SIGNUPMSGSRSV1></OFX>",
+              MessageContent::responses},
+             {"<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1</STMTTRNRS></BANKMSGSRSV1></OFX>",
+              MessageContent::responses},
+         }) {
+        CAPTURE(row.text);
+        const auto message = TovanaOFXController::importOFXFileFromData(Data::view(row.text));
+        REQUIRE(message);
+        CHECK(static_cast<int>(message->content()) == static_cast<int>(row.content));
+    }
+}
+
+TEST_CASE("the content of a message is the most of what it has taken") {
+    TvOFXMessage message;
+    CHECK((message.content() == MessageContent::notOFX));
+    message.processParserResult({{}, {}});
+    CHECK((message.content() == MessageContent::notOFX));
+    message.processParserResult({{}, parsed("<OFX><A>1</OFX>")});
+    CHECK((message.content() == MessageContent::noResponses));
+    message.processParserResult({{}, parsed("<OFX><X><SONRS><A>1</SONRS></X></OFX>")});
+    CHECK((message.content() == MessageContent::responses));
+    message.processParserResult({{}, {}});
+    CHECK((message.content() == MessageContent::responses));
+    CHECK((TvOFXMessage::initWithUserSettings()->content() == MessageContent::notOFX));
+}
+
 TEST_CASE("header texts outlive the parser result") {
     TvOFXMessage message;
     {
