@@ -355,6 +355,8 @@ public:
     /// return the same list, whatever was added since. The first call changes the message, so it is for
     /// one thread.
     const std::vector<std::shared_ptr<TvOFXAggregate>>& accountsFound();
+    /// The same list without keeping it: what the first call kept, or, before that, what it would keep.
+    std::vector<std::shared_ptr<TvOFXAggregate>> accountsFound() const;
     /// @{
     /// The accounts of the statements in document order; not those of account information, which a message
     /// does not hold: intended. Each is the very object that its statement holds; nothing is merged, so an

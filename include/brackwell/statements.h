@@ -12,6 +12,7 @@
 #include <brackwell/internal/text_fields.h>
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -168,6 +169,10 @@ public:
     /// kept; nothing without datePosted. Valid until datePosted is set. The first call changes the
     /// transaction, so it is for one thread.
     OptionalText sort_date();
+    /// The day of datePosted: in UTC, as which dates are read, unless another zone is given; that of
+    /// TimeZone::system() is the day of sort_date. Nothing without datePosted, and outside of the years 1 to
+    /// 9999.
+    std::optional<std::chrono::year_month_day> dayPosted(const TimeZone& zone = {}) const;
 
     /// A getter and its name.
     struct Field {

@@ -166,14 +166,17 @@ void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
 
 const std::vector<std::shared_ptr<TvOFXAggregate>>& TvOFXMessage::accountsFound() {
     // Kept from the first call on: later requests and responses do not change the answer.
-    if (!accountsFound_) {
-        const auto banks = bankAccountsFound();
-        const auto cards = creditCardAccountsFound();
-        std::vector<std::shared_ptr<TvOFXAggregate>> accounts(banks.begin(), banks.end());
-        accounts.insert(accounts.end(), cards.begin(), cards.end());
-        accountsFound_ = std::move(accounts);
-    }
+    if (!accountsFound_) accountsFound_ = std::as_const(*this).accountsFound();
     return *accountsFound_;
+}
+
+std::vector<std::shared_ptr<TvOFXAggregate>> TvOFXMessage::accountsFound() const {
+    if (accountsFound_) return *accountsFound_;
+    const auto banks = bankAccountsFound();
+    const auto cards = creditCardAccountsFound();
+    std::vector<std::shared_ptr<TvOFXAggregate>> accounts(banks.begin(), banks.end());
+    accounts.insert(accounts.end(), cards.begin(), cards.end());
+    return accounts;
 }
 
 std::vector<std::shared_ptr<TvOFXBankAccount>> TvOFXMessage::bankAccountsFound() const {

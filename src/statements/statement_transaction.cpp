@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "dates/civil_time.h"
 #include "fields/element_table.h"
 #include "memory/rollback.h"
 
@@ -238,6 +239,14 @@ OptionalText TvOFXStatementTransaction::sort_date() {
         day.copy(cached.data(), cached.size());
     }
     return std::string_view(cached.data(), cached.size());
+}
+
+std::optional<std::chrono::year_month_day> TvOFXStatementTransaction::dayPosted(const TimeZone& zone) const {
+    if (!datePosted_) return std::nullopt;
+    const CivilTime time = civilTime(*datePosted_, zone.offsetAt(*datePosted_).fromUTC);
+    if (time.year < 1 || time.year > 9999) return std::nullopt;
+    return std::chrono::year_month_day{std::chrono::year{static_cast<int>(time.year)},
+                                       std::chrono::month{time.month}, std::chrono::day{time.day}};
 }
 
 std::span<const TvOFXStatementTransaction::Field> TvOFXStatementTransaction::fields() noexcept {

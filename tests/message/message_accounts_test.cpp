@@ -148,6 +148,22 @@ TEST_CASE("the accounts found are made on the first call and kept") {
     CHECK(ids(other.creditCardAccountsFound()) == "[c1]");
 }
 
+TEST_CASE("a constant message tells its accounts without keeping them") {
+    TvOFXMessage message;
+    const TvOFXMessage& constant = message;
+    CHECK(constant.accountsFound().empty());
+    process(message, ofx(bank("b1"), card("c1")));
+    REQUIRE(constant.accountsFound().size() == 2);
+    CHECK(constant.accountsFound()[0] == message.bankAccountsFound()[0]);
+    CHECK(constant.accountsFound()[1] == message.creditCardAccountsFound()[0]);
+    process(message, ofx(bank("b2")));
+    CHECK(constant.accountsFound().size() == 3);
+    // From the first call on that keeps the list, both give that one.
+    CHECK(message.accountsFound() == constant.accountsFound());
+    process(message, ofx(bank("b3")));
+    CHECK(constant.accountsFound().size() == 3);
+}
+
 TEST_CASE("a list of accounts is the caller's own") {
     const auto message = imported(ofx(bank("b1")));
     auto banks = message->bankAccountsFound();
