@@ -45,6 +45,8 @@ class TvOFXRequest;
 class TvOFXSignOnResponse;
 class TvOFXStatementResponse;
 class TvOFXStatementTransaction;
+enum TvOFXBankAccountType : std::uint64_t;
+enum TvOFXServiceStatus : std::uint64_t;
 
 // ---------------------------------------------------------------------------------------------
 // Ground floor
@@ -496,16 +498,16 @@ public:
     /// @}
 
     /// @{
-    /// The record's own SVCSTATUS (TvOFXServiceStatus), DESC and PHONE.
-    std::uint64_t serviceStatus() const noexcept;
+    /// The record's own SVCSTATUS, DESC and PHONE.
+    TvOFXServiceStatus serviceStatus() const noexcept;
     OptionalText accountDescription() const noexcept;
     OptionalText accountPhone() const noexcept;
     /// @}
     /// @{
     /// The record's bank block: its account, what can be done with it, the account's fields, its SVCSTATUS
-    /// (TvOFXServiceStatus) and its type (TvOFXBankAccountType). Texts are valid as long as the record.
+    /// and its type. Texts are valid as long as the record.
     std::shared_ptr<TvOFXBankAccount> bankAccount() const;
-    std::uint64_t bankingServiceStatus() const noexcept;
+    TvOFXServiceStatus bankingServiceStatus() const noexcept;
     bool supportsTransactionDownload() const noexcept;
     bool isTransferSourceAccount() const noexcept;
     bool isTransferDestinationAccount() const noexcept;
@@ -513,13 +515,13 @@ public:
     OptionalText bankingBranchID() const noexcept;
     OptionalText bankingAccountID() const noexcept;
     OptionalText bankingAcctKeyChecksum() const noexcept;
-    std::uint64_t bankingAccountType() const noexcept;
+    TvOFXBankAccountType bankingAccountType() const noexcept;
     /// @}
     /// @{
     /// The SVCSTATUS of the other blocks; 0 for records that were read, as those blocks are not.
-    std::uint64_t creditCardServiceStatus() const noexcept;
-    std::uint64_t paymentsServiceStatus() const noexcept;
-    std::uint64_t investmentServiceStatus() const noexcept;
+    TvOFXServiceStatus creditCardServiceStatus() const noexcept;
+    TvOFXServiceStatus paymentsServiceStatus() const noexcept;
+    TvOFXServiceStatus investmentServiceStatus() const noexcept;
     /// @}
 
 private:

@@ -397,6 +397,11 @@ public:
 
     /// The message set with a number of TvOFXMessageSetType; null for any other number.
     std::shared_ptr<TvOFXMessageSetProfile> profileForMessageSet(std::uint64_t messageSet) const noexcept;
+    /// The same for a name of it.
+    std::shared_ptr<TvOFXMessageSetProfile> profileForMessageSet(
+        TvOFXMessageSetType messageSet) const noexcept {
+        return profileForMessageSet(static_cast<std::uint64_t>(messageSet));
+    }
     /// @{
     /// The response's message sets; null when it has none, or there is no response.
     std::shared_ptr<TvOFXMessageSetProfileSignOn> messageSetProfileSignOn() const noexcept;

@@ -30,7 +30,7 @@ void TvOFXAccount::setCountry(OptionalText country) {
     country_ = country ? std::optional<std::string>(*country) : std::nullopt;
 }
 
-std::uint64_t TvOFXAccount::serviceStatus() const noexcept { return accountInfo_->serviceStatus(); }
+TvOFXServiceStatus TvOFXAccount::serviceStatus() const noexcept { return accountInfo_->serviceStatus(); }
 
 OptionalText TvOFXAccount::accountDescription() const noexcept { return accountInfo_->accountDescription(); }
 
@@ -43,7 +43,7 @@ std::shared_ptr<TvOFXBankAccount> TvOFXAccount::bankAccount() const {
     return bank ? bank->bankAcctFrom() : nullptr;
 }
 
-std::uint64_t TvOFXAccount::bankingServiceStatus() const noexcept {
+TvOFXServiceStatus TvOFXAccount::bankingServiceStatus() const noexcept {
     return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::serviceStatus);
 }
 
@@ -75,19 +75,19 @@ OptionalText TvOFXAccount::bankingAcctKeyChecksum() const noexcept {
     return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::acctKeyChecksum);
 }
 
-std::uint64_t TvOFXAccount::bankingAccountType() const noexcept {
+TvOFXBankAccountType TvOFXAccount::bankingAccountType() const noexcept {
     return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::accountType);
 }
 
-std::uint64_t TvOFXAccount::creditCardServiceStatus() const noexcept {
+TvOFXServiceStatus TvOFXAccount::creditCardServiceStatus() const noexcept {
     return ask(accountInfo_->creditCardAccountInfo(), &TvOFXCreditCardAccountInfo::serviceStatus);
 }
 
-std::uint64_t TvOFXAccount::paymentsServiceStatus() const noexcept {
+TvOFXServiceStatus TvOFXAccount::paymentsServiceStatus() const noexcept {
     return ask(accountInfo_->paymentsAccountInfo(), &TvOFXPaymentsAccountInfo::serviceStatus);
 }
 
-std::uint64_t TvOFXAccount::investmentServiceStatus() const noexcept {
+TvOFXServiceStatus TvOFXAccount::investmentServiceStatus() const noexcept {
     return ask(accountInfo_->investmentAccountInfo(), &TvOFXInvestmentAccountInfo::serviceStatus);
 }
 

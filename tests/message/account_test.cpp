@@ -33,6 +33,17 @@ void checkNoBlocks(const TvOFXAccount& account) {
 
 }  // namespace
 
+TEST_CASE("the numbers of statuses and types are those of their enumerations") {
+    CHECK(std::is_same_v<decltype(&TvOFXAccount::bankingAccountType),
+                         TvOFXBankAccountType (TvOFXAccount::*)() const noexcept>);
+    for (const auto status : {&TvOFXAccount::serviceStatus, &TvOFXAccount::bankingServiceStatus,
+                              &TvOFXAccount::creditCardServiceStatus, &TvOFXAccount::paymentsServiceStatus,
+                              &TvOFXAccount::investmentServiceStatus}) {
+        const std::uint64_t number = (*accountOf("<DESC>x").*status)();  // as before
+        CHECK(number == TvOFXServiceStatusNone);
+    }
+}
+
 TEST_CASE("there is no flat account without a record") {
     CHECK_FALSE(TvOFXAccount::initWithAccountInfos(nullptr));
 }

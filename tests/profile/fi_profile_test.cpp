@@ -115,6 +115,7 @@ TEST_CASE("message sets have numbers from 1 to 4") {
     for (std::uint64_t messageSet = 1; messageSet <= 4; ++messageSet)
         CHECK(profile->profileForMessageSet(messageSet));
     CHECK_FALSE(profile->profileForMessageSet(0));
+    CHECK_FALSE(profile->profileForMessageSet(static_cast<TvOFXMessageSetType>(5)));
     CHECK_FALSE(profile->profileForMessageSet(5));
     CHECK_FALSE(profile->profileForMessageSet(std::uint64_t{1} << 32 | 1));
 }
