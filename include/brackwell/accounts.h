@@ -29,22 +29,22 @@ class TvOFXInvestmentAccount;
 class TvOFXCreditCardAccount;
 }  // namespace brackwell
 
-/// @{
-/// Hashes that go with the equality of accounts. They differ from process to process, so that no document can
-/// choose accounts that make a table slow.
+/// \cond
+// Hashes that go with the equality of accounts. They differ from process to process, so that no document can
+// choose accounts that make a table slow. (Doxygen knows no namespace std.)
 template <>
 struct BRACKWELL_EXPORT std::hash<brackwell::TvOFXBankAccount> {
-    std::size_t operator()(const brackwell::TvOFXBankAccount& account) const noexcept;  ///< the hash
+    std::size_t operator()(const brackwell::TvOFXBankAccount& account) const noexcept;
 };
 template <>
 struct BRACKWELL_EXPORT std::hash<brackwell::TvOFXCreditCardAccount> {
-    std::size_t operator()(const brackwell::TvOFXCreditCardAccount& account) const noexcept;  ///< the hash
+    std::size_t operator()(const brackwell::TvOFXCreditCardAccount& account) const noexcept;
 };
 template <>
 struct BRACKWELL_EXPORT std::hash<brackwell::TvOFXInvestmentAccount> {
-    std::size_t operator()(const brackwell::TvOFXInvestmentAccount& account) const noexcept;  ///< the hash
+    std::size_t operator()(const brackwell::TvOFXInvestmentAccount& account) const noexcept;
 };
-/// @}
+/// \endcond
 
 namespace brackwell {
 

@@ -384,12 +384,13 @@ BRACKWELL_EXPORT std::shared_ptr<TvOFXAccountStatement> detached(
 
 }  // namespace brackwell
 
-/// The hash that goes with the equality of the accounts of statements.
+/// \cond
+// The hash that goes with the equality of the accounts of statements. (Doxygen knows no namespace std.)
 template <>
 struct std::hash<brackwell::StatementAccount> {
-    /// The hash of the account.
     std::size_t operator()(const brackwell::StatementAccount& account) const noexcept {
         // One of them at most is there.
         return brackwell::AccountHash()(account.bank) ^ brackwell::AccountHash()(account.card);
     }
 };
+/// \endcond

@@ -11,7 +11,8 @@
 #include "support/documents.h"
 
 /// \file
-/// Equality, order and hash of account identifiers, beside the prescribed comparison, which is not transitive.
+/// Equality, order and hash of account identifiers, beside the prescribed comparison, which is not
+/// transitive.
 
 using namespace brackwell;
 using namespace brackwell::tests;
