@@ -355,10 +355,10 @@ public:
     }
     template <FilePath Path>
     static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(
-        const Path& path, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
-        std::shared_ptr<const DateFormatter> dateFormatter, Error* error = nullptr) {
-        return importFile(path.native(), encoding, std::move(numberFormatter), std::move(dateFormatter),
-                          error);
+        const Path& path, TextEncoding encoding,
+        const std::shared_ptr<const NumberFormatter>& numberFormatter,
+        const std::shared_ptr<const DateFormatter>& dateFormatter, Error* error = nullptr) {
+        return importFile(path.native(), encoding, numberFormatter, dateFormatter, error);
     }
     /// @}
 
