@@ -67,7 +67,7 @@ public:
     TvOFXBankAccount() noexcept = default;
 
     /// An account with these three fields.
-    static std::shared_ptr<TvOFXBankAccount> initWithBankID(OptionalText bankID, OptionalText accountID,
+    static std::shared_ptr<TvOFXBankAccount> initWithBankID(TextArgument bankID, TextArgument accountID,
                                                             TvOFXBankAccountType type);
     /// Reads a BANKACCTFROM or BANKACCTTO node. A value that is no text is skipped.
     static std::shared_ptr<TvOFXBankAccount> initWithParserDict(const std::optional<ParseDictionary>& node);
@@ -92,15 +92,15 @@ public:
     /// BANKID (in many countries a sort or routing number), BRANCHID, ACCTID, ACCTTYPE and ACCTKEY. Texts
     /// are valid until they are set again, and as long as the account.
     OptionalText bankID() const noexcept { return texts_.get(bankID_); }
-    void setBankID(OptionalText text) { texts_.set(bankID_, text); }
+    void setBankID(TextArgument text) { texts_.set(bankID_, text); }
     OptionalText branchID() const noexcept { return texts_.get(branchID_); }
-    void setBranchID(OptionalText text) { texts_.set(branchID_, text); }
+    void setBranchID(TextArgument text) { texts_.set(branchID_, text); }
     OptionalText accountID() const noexcept { return texts_.get(accountID_); }
-    void setAccountID(OptionalText text) { texts_.set(accountID_, text); }
+    void setAccountID(TextArgument text) { texts_.set(accountID_, text); }
     TvOFXBankAccountType accountType() const noexcept { return accountType_; }
     void setAccountType(TvOFXBankAccountType type) noexcept { accountType_ = type; }
     OptionalText acctKeyChecksum() const noexcept { return texts_.get(acctKeyChecksum_); }
-    void setAcctKeyChecksum(OptionalText text) { texts_.set(acctKeyChecksum_, text); }
+    void setAcctKeyChecksum(TextArgument text) { texts_.set(acctKeyChecksum_, text); }
     /// @}
 
     /// True when the types are the same and no text differs that both accounts have. An absent text
@@ -129,8 +129,7 @@ public:
     TvOFXCreditCardAccount() noexcept = default;
 
     /// An account with a number and no key.
-    static std::shared_ptr<TvOFXCreditCardAccount> initWithAccountID(OptionalText accountID);
-    /// @{
+    static std::shared_ptr<TvOFXCreditCardAccount> initWithAccountID(TextArgument accountID);
     /// Reads a CCACCTFROM or CCACCTTO node. A value that is no text is skipped.
     static std::shared_ptr<TvOFXCreditCardAccount> initWithParseDict(
         const std::optional<ParseDictionary>& node);

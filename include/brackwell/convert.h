@@ -36,7 +36,7 @@ public:
     /// longer; "yyyyMMdd" on its first 8. Every date is read as UTC: a zone in brackets is never
     /// applied. That a date with time and zone but without milliseconds ("20240131120000[-5:EST]")
     /// so becomes midnight of its day is intended.
-    std::optional<Date> dateFromOFXDateString(OptionalText text) const;
+    std::optional<Date> dateFromOFXDateString(TextArgument text) const;
 
     /// The date as "yyyyMMddhhmmss" in the process's time zone. The hour is that of the 12-hour clock,
     /// without AM or PM: intended.
@@ -44,7 +44,7 @@ public:
 
     /// The number of an OFX amount, or nothing; the caller's formatter is tried first. "," groups
     /// digits, so "1,234.56" is 1234.56.
-    std::optional<Decimal> decimalNumberFromOFXAmountString(OptionalText text) const;
+    std::optional<Decimal> decimalNumberFromOFXAmountString(TextArgument text) const;
 
     /// The number as the caller's formatter writes it, else with two decimals and grouped thousands
     /// ("1,234.50"). Nothing for nothing.
@@ -104,7 +104,8 @@ private:
 BRACKWELL_EXPORT std::string indentedOFXText(const ParseDictionary& tree);
 
 /// Hands the text of indentedOFXText to `take` in pieces that end where a line does, so that it need not
-/// be kept as a whole. Ends early, and returns false, once `take` returns false.
+/// be kept as a whole. Ends early, and returns false, once `take` returns false; also when `take` is empty.
+/// `take` must not be assigned to while it runs.
 BRACKWELL_EXPORT bool writeIndentedOFXText(const ParseDictionary& tree,
                                            const std::function<bool(std::string_view)>& take);
 

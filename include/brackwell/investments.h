@@ -419,7 +419,7 @@ public:
     /// The first security with this identifier and type of it (CUSIP, in any case). Where one of the two
     /// names no type, the identifier alone decides. Nothing when there is none, or no identifier. Takes time
     /// in proportion to the logarithm of the number of securities.
-    std::optional<Security> find(OptionalText id, OptionalText idType) const;
+    std::optional<Security> find(TextArgument id, TextArgument idType) const;
     std::optional<Security> find(const Position& position) const;
     std::optional<Security> find(const InvestmentTransaction& transaction) const;
     /// @}

@@ -59,13 +59,13 @@ public:
     std::int64_t version() const noexcept { return version_; }
     void setVersion(std::int64_t version) noexcept { version_ = version; }
     OptionalText serviceProviderName() const noexcept { return texts_.get(serviceProviderName_); }
-    void setServiceProviderName(OptionalText text) { texts_.set(serviceProviderName_, text); }
+    void setServiceProviderName(TextArgument text) { texts_.set(serviceProviderName_, text); }
     /// @}
     /// @{
     /// The address that requests of the set go to (URL), and how they are secured: by OFX (OFXSEC), and by
     /// the transport (TRANSPSEC).
     OptionalText url() const noexcept { return texts_.get(url_); }
-    void setUrl(OptionalText text) { texts_.set(url_, text); }
+    void setUrl(TextArgument text) { texts_.set(url_, text); }
     TvOFXMessageSetSecurity security() const noexcept { return security_; }
     void setSecurity(TvOFXMessageSetSecurity security) noexcept { security_ = security; }
     bool usesTransportLevelSecurity() const noexcept { return usesTransportLevelSecurity_; }
@@ -74,7 +74,7 @@ public:
     /// @{
     /// The name of the realm whose rules hold, as in TvOFXSignOnInfo; not resolved.
     OptionalText signonRealm() const noexcept { return texts_.get(signonRealm_); }
-    void setSignonRealm(OptionalText text) { texts_.set(signonRealm_, text); }
+    void setSignonRealm(TextArgument text) { texts_.set(signonRealm_, text); }
     /// @}
     /// @{
     /// The languages that the server answers in (LANGUAGE), in document order.
@@ -161,7 +161,7 @@ public:
     /// @{
     /// The time of day after which transfers wait for the next day (PROCENDTM); not converted.
     OptionalText processingEndTime() const noexcept { return texts_.get(processingEndTime_); }
-    void setProcessingEndTime(OptionalText text) { texts_.set(processingEndTime_, text); }
+    void setProcessingEndTime(TextArgument text) { texts_.set(processingEndTime_, text); }
     /// @}
     /// @{
     /// Whether transfers can be scheduled (CANSCHED), repeated (CANRECUR) and changed (CANMODXFERS), and the

@@ -168,12 +168,12 @@ public:
     /// @{
     /// The client's transaction identifier (TRNUID).
     OptionalText transactionUID() const noexcept { return texts_.get(transactionUID_); }
-    void setTransactionUID(OptionalText uid) { texts_.set(transactionUID_, uid); }
+    void setTransactionUID(TextArgument uid) { texts_.set(transactionUID_, uid); }
     /// @}
     /// @{
     /// The name of the response's element after interpretation ("STMTRS").
     OptionalText transactionWrapperName() const noexcept { return texts_.get(transactionWrapperName_); }
-    void setTransactionWrapperName(OptionalText name) { texts_.set(transactionWrapperName_, name); }
+    void setTransactionWrapperName(TextArgument name) { texts_.set(transactionWrapperName_, name); }
     /// @}
 
 private:
@@ -494,7 +494,7 @@ public:
     /// @{
     /// "USA" until one has been set: no document says which country an account is in.
     std::string_view country() const noexcept { return country_ ? std::string_view(*country_) : "USA"; }
-    void setCountry(OptionalText country);
+    void setCountry(TextArgument country);
     /// @}
 
     /// @{

@@ -20,6 +20,9 @@
 ///   table (TvOFXResult::transactions, TvOFXInterpreter::responsesForKey), since a `std::optional` could
 ///   only be handed out with a copy of the list there. Both are tested with `if (list)` and walked with
 ///   `*list`. All other lists are empty when there is nothing in them.
+/// - An operation that takes a text which may be absent (TextArgument) takes a null `const char*` as nothing;
+///   a text that must be there is a `std::string_view`, and by the rules of the standard library a null
+///   pointer is none.
 /// - The library throws nothing of its own; `std::bad_alloc` passes through when memory is
 ///   exhausted, leaves no object half made and leaks nothing.
 /// - Distinct objects may be used by distinct threads, and any number of threads may read one object
@@ -36,6 +39,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -48,6 +52,27 @@ namespace brackwell {
 
 /// A text that may be absent; see the conventions above for how long it is valid.
 using OptionalText = std::optional<std::string_view>;
+
+/// A text that an operation takes and that may be absent: any text, an OptionalText, `std::nullopt`, or a
+/// null pointer, which is nothing. The number 0 is no text, and does not compile. Parameters alone have this
+/// type; it refers to the caller's text like a view.
+class TextArgument : public OptionalText {
+public:
+    /// @{
+    /// Nothing.
+    TextArgument() noexcept = default;
+    TextArgument(std::nullptr_t) noexcept {}  // NOLINT(google-explicit-constructor): as below
+    /// @}
+    /// The text that ends before the zero byte; nothing when the pointer is null.
+    TextArgument(const char* text) noexcept  // NOLINT(google-explicit-constructor): for literals
+        : OptionalText(text != nullptr ? OptionalText(text) : std::nullopt) {}
+    /// Whatever else an OptionalText can be made of.
+    template <class Text>
+    requires(std::is_convertible_v<const Text&, OptionalText> && !std::is_pointer_v<Text> &&
+             !std::is_array_v<Text> && !std::is_null_pointer_v<Text>)
+        TextArgument(const Text& text)  // NOLINT(google-explicit-constructor): for strings
+        : OptionalText(text) {}
+};
 
 // ---------------------------------------------------------------------------------------------
 // Errors

@@ -53,9 +53,9 @@ public:
     /// @{
     /// The institution's name (ORG) and its identifier, which is unique within it only (FID).
     OptionalText organization() const noexcept { return texts_.get(organization_); }
-    void setOrganization(OptionalText text) { texts_.set(organization_, text); }
+    void setOrganization(TextArgument text) { texts_.set(organization_, text); }
     OptionalText fid() const noexcept { return texts_.get(fid_); }
-    void setFid(OptionalText text) { texts_.set(fid_, text); }
+    void setFid(TextArgument text) { texts_.set(fid_, text); }
     /// @}
 
 private:
@@ -91,14 +91,14 @@ public:
     /// The key that stands for the password in this session (USERKEY), a secret, and when it expires
     /// (TSKEYEXPIRE).
     OptionalText userKey() const noexcept { return texts_.get(userKey_); }
-    void setUserKey(OptionalText text) { texts_.set(userKey_, text); }
+    void setUserKey(TextArgument text) { texts_.set(userKey_, text); }
     std::optional<Date> tskeyExpire() const noexcept { return tskeyExpire_; }
     void setTskeyExpire(std::optional<Date> date) noexcept { tskeyExpire_ = date; }
     /// @}
     /// @{
     /// The language of the session (LANGUAGE), such as "ENG".
     OptionalText language() const noexcept { return texts_.get(language_); }
-    void setLanguage(OptionalText text) { texts_.set(language_, text); }
+    void setLanguage(TextArgument text) { texts_.set(language_, text); }
     /// @}
     /// @{
     /// The last change of the institution's profile (DTPROFUP), and of the list of accounts (DTACCTUP).
@@ -123,9 +123,9 @@ public:
     /// @{
     /// Secrets of the session, to be sent back with the next request (SESSCOOKIE, ACCESSKEY).
     OptionalText sessionCookie() const noexcept { return texts_.get(sessionCookie_); }
-    void setSessionCookie(OptionalText text) { texts_.set(sessionCookie_, text); }
+    void setSessionCookie(TextArgument text) { texts_.set(sessionCookie_, text); }
     OptionalText accessKey() const noexcept { return texts_.get(accessKey_); }
-    void setAccessKey(OptionalText text) { texts_.set(accessKey_, text); }
+    void setAccessKey(TextArgument text) { texts_.set(accessKey_, text); }
     /// @}
 
 private:
@@ -172,7 +172,7 @@ public:
     /// @{
     /// The name that the cores of message sets refer to (SIGNONREALM).
     OptionalText signonRealm() const noexcept { return texts_.get(signonRealm_); }
-    void setSignonRealm(OptionalText text) { texts_.set(signonRealm_, text); }
+    void setSignonRealm(TextArgument text) { texts_.set(signonRealm_, text); }
     /// @}
     /// @{
     /// How many characters a password must and may have (MIN, MAX), not checked against each other; and which
@@ -290,34 +290,34 @@ public:
     /// FINAME, CITY, STATE, POSTALCODE and COUNTRY; the address has the lines ADDR1 to ADDR3 with line feeds
     /// between them, and is absent without the first.
     OptionalText fiName() const noexcept { return texts_.get(fiName_); }
-    void setFiName(OptionalText text) { texts_.set(fiName_, text); }
+    void setFiName(TextArgument text) { texts_.set(fiName_, text); }
     OptionalText address() const noexcept { return texts_.get(address_); }
-    void setAddress(OptionalText text) { texts_.set(address_, text); }
+    void setAddress(TextArgument text) { texts_.set(address_, text); }
     OptionalText city() const noexcept { return texts_.get(city_); }
-    void setCity(OptionalText text) { texts_.set(city_, text); }
+    void setCity(TextArgument text) { texts_.set(city_, text); }
     OptionalText state() const noexcept { return texts_.get(state_); }
-    void setState(OptionalText text) { texts_.set(state_, text); }
+    void setState(TextArgument text) { texts_.set(state_, text); }
     OptionalText postalCode() const noexcept { return texts_.get(postalCode_); }
-    void setPostalCode(OptionalText text) { texts_.set(postalCode_, text); }
+    void setPostalCode(TextArgument text) { texts_.set(postalCode_, text); }
     OptionalText country() const noexcept { return texts_.get(country_); }
-    void setCountry(OptionalText text) { texts_.set(country_, text); }
+    void setCountry(TextArgument text) { texts_.set(country_, text); }
     /// @}
     /// @{
     /// How to reach the institution: CSPHONE, TSPHONE, FAXPHONE, URL and EMAIL.
     OptionalText customerServicePhoneNumber() const noexcept {
         return texts_.get(customerServicePhoneNumber_);
     }
-    void setCustomerServicePhoneNumber(OptionalText text) { texts_.set(customerServicePhoneNumber_, text); }
+    void setCustomerServicePhoneNumber(TextArgument text) { texts_.set(customerServicePhoneNumber_, text); }
     OptionalText technicalSupportPhoneNumber() const noexcept {
         return texts_.get(technicalSupportPhoneNumber_);
     }
-    void setTechnicalSupportPhoneNumber(OptionalText text) { texts_.set(technicalSupportPhoneNumber_, text); }
+    void setTechnicalSupportPhoneNumber(TextArgument text) { texts_.set(technicalSupportPhoneNumber_, text); }
     OptionalText faxNumber() const noexcept { return texts_.get(faxNumber_); }
-    void setFaxNumber(OptionalText text) { texts_.set(faxNumber_, text); }
+    void setFaxNumber(TextArgument text) { texts_.set(faxNumber_, text); }
     OptionalText informationURL() const noexcept { return texts_.get(informationURL_); }
-    void setInformationURL(OptionalText text) { texts_.set(informationURL_, text); }
+    void setInformationURL(TextArgument text) { texts_.set(informationURL_, text); }
     OptionalText email() const noexcept { return texts_.get(email_); }
-    void setEmail(OptionalText text) { texts_.set(email_, text); }
+    void setEmail(TextArgument text) { texts_.set(email_, text); }
     /// @}
 
 private:

@@ -63,10 +63,14 @@ public:
     /// @{
     /// A text, which is copied, or a dictionary, which is shared.
     ParseValue(std::string_view text);  // NOLINT(google-explicit-constructor): for literals
-    ParseValue(const char* text) : ParseValue(std::string_view(text)) {}
+    ParseValue(const char* text) : ParseValue() {
+        if (text != nullptr) *this = ParseValue(std::string_view(text));
+    }
     ParseValue(const std::string& text) : ParseValue(std::string_view(text)) {}
     ParseValue(const ParseDictionary& dictionary);
     /// @}
+    /// Nothing, as any null `const char*` is. The number 0 is no value, and does not compile.
+    ParseValue(std::nullptr_t) noexcept {}  // NOLINT(google-explicit-constructor): like a literal
 
     /// @{
     /// An array of texts and dictionaries. One value stays itself, since a name that occurs once is never
@@ -315,7 +319,7 @@ public:
     static std::optional<ParseDictionary> parseOFXDataString(std::string_view body, Error* error = nullptr);
 
     /// The text with "&lt;", "&gt;" and "&amp;" replaced; no other entity is known. Nothing for nothing.
-    static std::optional<std::string> unescapeCharactersInOFXSGMLFormattedString(OptionalText text);
+    static std::optional<std::string> unescapeCharactersInOFXSGMLFormattedString(TextArgument text);
 
 private:
     BRACKWELL_INTERNAL std::shared_ptr<TvOFXParserResult> parse(Error* error);
@@ -339,13 +343,15 @@ class BRACKWELL_EXPORT TovanaOFXController {
 public:
     /// Reads the whole file and imports it. A URL is a path or a "file:" URL. Null without an error
     /// when there is no URL; null with an error when the file cannot be read or does not import.
-    static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(OptionalText url, Error* error = nullptr);
+    static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(TextArgument url, Error* error = nullptr);
 
-    /// The same with a preset text encoding (0: none) and the caller's formatters (null: none), which
-    /// are tried before the built-in formats in statements and their transactions.
+    /// The same with a preset text encoding (TextEncodingNone: find it out) and the caller's formatters
+    /// (null: none), which are tried before the built-in formats in statements and their transactions. A bare
+    /// 0 after the URL could also be an error place, and does not compile.
     static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(
-        OptionalText url, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
-        std::shared_ptr<const DateFormatter> dateFormatter, Error* error = nullptr);
+        TextArgument url, TextEncoding encoding,
+        std::shared_ptr<const NumberFormatter> numberFormatter = nullptr,
+        std::shared_ptr<const DateFormatter> dateFormatter = nullptr, Error* error = nullptr);
 
     /// @{
     /// The same two for a std::filesystem::path, which is never taken for a URL.
@@ -356,8 +362,8 @@ public:
     template <FilePath Path>
     static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(
         const Path& path, TextEncoding encoding,
-        const std::shared_ptr<const NumberFormatter>& numberFormatter,
-        const std::shared_ptr<const DateFormatter>& dateFormatter, Error* error = nullptr) {
+        const std::shared_ptr<const NumberFormatter>& numberFormatter = nullptr,
+        const std::shared_ptr<const DateFormatter>& dateFormatter = nullptr, Error* error = nullptr) {
         return importFile(path.native(), encoding, numberFormatter, dateFormatter, error);
     }
     /// @}
@@ -373,8 +379,8 @@ public:
     /// The same with a preset text encoding and the caller's formatters.
     static std::shared_ptr<TvOFXMessage> importOFXFileFromData(
         const std::optional<Data>& data, TextEncoding encoding,
-        std::shared_ptr<const NumberFormatter> numberFormatter,
-        std::shared_ptr<const DateFormatter> dateFormatter, Error* error = nullptr);
+        std::shared_ptr<const NumberFormatter> numberFormatter = nullptr,
+        std::shared_ptr<const DateFormatter> dateFormatter = nullptr, Error* error = nullptr);
 
 private:
     static std::shared_ptr<TvOFXMessage> importFile(const std::string& path, TextEncoding encoding,

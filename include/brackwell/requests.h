@@ -65,8 +65,8 @@ public:
     /// @{
     /// The date is used as it stands, neither checked nor reformatted; nothing gives "19900101".
     static std::shared_ptr<TvOFXAccountInfoRequest> initWithUpdateDateTime(
-        OptionalText updateDateTime = std::nullopt);
-    explicit TvOFXAccountInfoRequest(OptionalText updateDateTime);
+        TextArgument updateDateTime = std::nullopt);
+    explicit TvOFXAccountInfoRequest(TextArgument updateDateTime = std::nullopt);
     const std::string& dateTimeAccountUpdate() const noexcept { return dateTimeAccountUpdate_; }
     /// @}
     std::string_view requestIdentifier() const noexcept override;
@@ -87,8 +87,8 @@ public:
     /// @{
     /// The date is used as it stands, neither checked nor reformatted; nothing gives "19900101".
     static std::shared_ptr<TvOFXFIProfileRequest> initWithUpdateDateTime(
-        OptionalText updateDateTime = std::nullopt);
-    explicit TvOFXFIProfileRequest(OptionalText updateDateTime);
+        TextArgument updateDateTime = std::nullopt);
+    explicit TvOFXFIProfileRequest(TextArgument updateDateTime = std::nullopt);
     const std::string& dateTimeProfileUpdate() const noexcept { return dateTimeProfileUpdate_; }
     /// @}
     /// @{

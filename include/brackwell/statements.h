@@ -126,7 +126,7 @@ public:
     /// @{
     /// The institution's own identifier of the transaction (FITID).
     OptionalText fiTransactionID() const noexcept { return texts_.get(fiTransactionID_); }
-    void setFiTransactionID(OptionalText text) { texts_.set(fiTransactionID_, text); }
+    void setFiTransactionID(TextArgument text) { texts_.set(fiTransactionID_, text); }
     /// @}
     /// @{
     /// The identifier of an earlier transaction that this one replaces or deletes (CORRECTFITID), and which

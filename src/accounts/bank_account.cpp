@@ -50,8 +50,8 @@ TvOFXBankAccount::TvOFXBankAccount(const KeyedUnarchiver& coder) {
     accountType_ = static_cast<TvOFXBankAccountType>(coder.decodeUnsigned(kTypeKey).value_or(0));
 }
 
-std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithBankID(OptionalText bankID,
-                                                                   OptionalText accountID,
+std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithBankID(TextArgument bankID,
+                                                                   TextArgument accountID,
                                                                    TvOFXBankAccountType type) {
     auto account = std::make_shared<TvOFXBankAccount>();
     account->setBankID(bankID);

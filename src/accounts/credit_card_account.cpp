@@ -35,7 +35,7 @@ TvOFXCreditCardAccount::TvOFXCreditCardAccount(const KeyedUnarchiver& coder) : T
     decodeTexts(coder, texts_, Elements::kTexts);
 }
 
-std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithAccountID(OptionalText accountID) {
+std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithAccountID(TextArgument accountID) {
     auto account = std::make_shared<TvOFXCreditCardAccount>();
     account->texts_.set(accountID_, accountID);
     return account;

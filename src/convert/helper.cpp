@@ -19,7 +19,7 @@ TvOFXHelper::TvOFXHelper()
                       PatternDateFormatter("yyyyMMddHHmmss.SSS"), PatternDateFormatter("yyyyMMddHHmmss"),
                       PatternDateFormatter("yyyyMMdd")} {}
 
-std::optional<Date> TvOFXHelper::dateFromOFXDateString(OptionalText text) const {
+std::optional<Date> TvOFXHelper::dateFromOFXDateString(TextArgument text) const {
     if (!text) return std::nullopt;
     if (userDateFormatter_)
         if (const std::optional<Date> date = userDateFormatter_->dateFromString(*text)) return date;
@@ -32,7 +32,7 @@ std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
     return PatternDateFormatter("yyyyMMddhhmmss", TimeZone::system(), "de_DE").stringFromDate(date);
 }
 
-std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(OptionalText text) const {
+std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(TextArgument text) const {
     if (!text) return std::nullopt;
     if (userAmountNumberFormatter_)
         if (const std::optional<Decimal> number = userAmountNumberFormatter_->numberFromString(*text))

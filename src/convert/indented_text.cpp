@@ -162,7 +162,9 @@ std::string indentedOFXText(const ParseDictionary& tree) {
 }
 
 bool writeIndentedOFXText(const ParseDictionary& tree, const std::function<bool(std::string_view)>& take) {
-    const reading::NodeRef root = reading::NodeRef::of(tree);
+    if (!take) return false;
+    const ParseDictionary held = tree;  // `take` may replace the caller's
+    const reading::NodeRef root = reading::NodeRef::of(held);
     return !root || IndentedText(root.document(), root.index(), take).write();
 }
 

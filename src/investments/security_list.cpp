@@ -38,7 +38,7 @@ SecurityList::SecurityList(std::vector<Security> securities)
                              [this](std::uint32_t index) { return keyOf(all_[index]); });
 }
 
-std::optional<Security> SecurityList::find(OptionalText id, OptionalText idType) const {
+std::optional<Security> SecurityList::find(TextArgument id, TextArgument idType) const {
     if (!id) return std::nullopt;
     const auto keyAt = [this](std::uint32_t index) { return keyOf(all_[index]); };
     const auto firstFrom = [&](std::string_view type) {

@@ -26,7 +26,7 @@ std::string TvOFXAccount::description() const {
     return text;
 }
 
-void TvOFXAccount::setCountry(OptionalText country) {
+void TvOFXAccount::setCountry(TextArgument country) {
     country_ = country ? std::optional<std::string>(*country) : std::nullopt;
 }
 

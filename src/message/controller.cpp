@@ -34,12 +34,12 @@ void reportNotFound(std::string_view file, Error* error) {
 
 }  // namespace
 
-std::shared_ptr<TvOFXMessage> TovanaOFXController::importOFXFileFromURL(OptionalText url, Error* error) {
+std::shared_ptr<TvOFXMessage> TovanaOFXController::importOFXFileFromURL(TextArgument url, Error* error) {
     return importOFXFileFromURL(url, TextEncodingNone, nullptr, nullptr, error);
 }
 
 std::shared_ptr<TvOFXMessage> TovanaOFXController::importOFXFileFromURL(
-    OptionalText url, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
+    TextArgument url, TextEncoding encoding, std::shared_ptr<const NumberFormatter> numberFormatter,
     std::shared_ptr<const DateFormatter> dateFormatter, Error* error) {
     if (!url) return nullptr;
     const std::optional<Data> data = Data::fromFile(pathOf(*url));

@@ -62,7 +62,7 @@ std::optional<ParseDictionary> TvOFXParser::parseOFXDataString(std::string_view 
     return tree;
 }
 
-std::optional<std::string> TvOFXParser::unescapeCharactersInOFXSGMLFormattedString(OptionalText text) {
+std::optional<std::string> TvOFXParser::unescapeCharactersInOFXSGMLFormattedString(TextArgument text) {
     if (!text) return std::nullopt;
     std::string unescaped(text->size(), '\0');
     unescaped.resize(reading::unescape(*text, unescaped.data()));

@@ -5,7 +5,7 @@
 
 namespace brackwell {
 
-TvOFXAccountInfoRequest::TvOFXAccountInfoRequest(OptionalText updateDateTime)
+TvOFXAccountInfoRequest::TvOFXAccountInfoRequest(TextArgument updateDateTime)
     : TvOFXRequest("ACCTINFOTRNRQ"), dateTimeAccountUpdate_(updateDateTime.value_or(kDefaultUpdate)) {}
 
 std::string TvOFXAccountInfoRequest::ofxString() const {
@@ -15,7 +15,7 @@ std::string TvOFXAccountInfoRequest::ofxString() const {
 std::string_view TvOFXAccountInfoRequest::className() const noexcept { return "TvOFXAccountInfoRequest"; }
 
 std::shared_ptr<TvOFXAccountInfoRequest> TvOFXAccountInfoRequest::initWithUpdateDateTime(
-    OptionalText updateDateTime) {
+    TextArgument updateDateTime) {
     return std::make_shared<TvOFXAccountInfoRequest>(updateDateTime);
 }
 

@@ -8,7 +8,7 @@
 
 namespace brackwell {
 
-TvOFXFIProfileRequest::TvOFXFIProfileRequest(OptionalText updateDateTime)
+TvOFXFIProfileRequest::TvOFXFIProfileRequest(TextArgument updateDateTime)
     : TvOFXRequest("PROFTRNRQ"), dateTimeProfileUpdate_(updateDateTime.value_or(kDefaultUpdate)) {}
 
 std::string TvOFXFIProfileRequest::description() const { return ofxString(); }
@@ -20,7 +20,7 @@ std::string TvOFXFIProfileRequest::ofxString() const {
 std::string_view TvOFXFIProfileRequest::className() const noexcept { return "TvOFXFIProfileRequest"; }
 
 std::shared_ptr<TvOFXFIProfileRequest> TvOFXFIProfileRequest::initWithUpdateDateTime(
-    OptionalText updateDateTime) {
+    TextArgument updateDateTime) {
     return std::make_shared<TvOFXFIProfileRequest>(updateDateTime);
 }
 

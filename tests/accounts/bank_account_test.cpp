@@ -26,7 +26,7 @@ struct TextRow {
     std::string element;
     std::string key;
     OptionalText (TvOFXBankAccount::*get)() const noexcept;
-    void (TvOFXBankAccount::*set)(OptionalText);
+    void (TvOFXBankAccount::*set)(TextArgument);
 };
 const std::array<TextRow, 4> kTexts{
     {{"BANKID", "bID", &TvOFXBankAccount::bankID, &TvOFXBankAccount::setBankID},

@@ -24,7 +24,7 @@ struct TextField {
     const char* element;
     const char* label;
     OptionalText (Response::*get)() const noexcept;
-    void (Response::*set)(OptionalText);
+    void (Response::*set)(TextArgument);
 };
 const std::array<TextField, 10> kTexts{
     {{"FINAME", "fiName", &Response::fiName, &Response::setFiName},

@@ -25,7 +25,7 @@ constexpr const char* kFull =
 struct TextField {
     const char* element;
     OptionalText (TvOFXSignOnResponse::*get)() const noexcept;
-    void (TvOFXSignOnResponse::*set)(OptionalText);
+    void (TvOFXSignOnResponse::*set)(TextArgument);
 };
 using Self = TvOFXSignOnResponse;
 const std::array<TextField, 4> kTexts{{{"LANGUAGE", &Self::language, &Self::setLanguage},
