@@ -60,9 +60,10 @@ enum TvOFXBankAccountType : std::uint64_t {
     TvOFXBankAccountTypeCreditLine = 4,   ///< CREDITLINE
 };
 
-/// A bank account (BANKACCTFROM, BANKACCTTO). Keeps no parse data, so its ofxString is empty; its
-/// description is its OFX text.
-class BRACKWELL_EXPORT TvOFXBankAccount final : public TvOFXAggregate {
+/// A bank account (BANKACCTFROM, BANKACCTTO). initWithParserDict reads it, and keeps no parse data, so the
+/// ofxString is empty; the description is the OFX text. What the base has for nodes (initWithParseDict,
+/// parseDictionary, setOriginalParseData) keeps the node and fills no field.
+class BRACKWELL_EXPORT TvOFXBankAccount final : public AggregateClass<TvOFXBankAccount, TvOFXAggregate> {
 public:
     TvOFXBankAccount() noexcept = default;
 
@@ -74,11 +75,8 @@ public:
     /// The account as a BANKACCTFROM aggregate, also when it was read from another one. Bank, number
     /// and type are always written, with an empty value when absent.
     std::string description() const override;
-    /// @{
     /// Reads what encodeWithCoder wrote; what is missing there stays absent.
-    static std::shared_ptr<TvOFXBankAccount> initWithCoder(const KeyedUnarchiver& coder);
     explicit TvOFXBankAccount(const KeyedUnarchiver& coder);
-    /// @}
     /// Writes "bID", "branchID", "aID", "aT" and "aKC"; nothing of the base class.
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
@@ -124,22 +122,17 @@ private:
 };
 
 /// A card account (CCACCTFROM, CCACCTTO).
-class BRACKWELL_EXPORT TvOFXCreditCardAccount final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXCreditCardAccount final
+    : public AggregateClass<TvOFXCreditCardAccount, TvOFXAggregate> {
 public:
     TvOFXCreditCardAccount() noexcept = default;
 
     /// An account with a number and no key.
     static std::shared_ptr<TvOFXCreditCardAccount> initWithAccountID(TextArgument accountID);
     /// Reads a CCACCTFROM or CCACCTTO node. A value that is no text is skipped.
-    static std::shared_ptr<TvOFXCreditCardAccount> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node);
-    /// @}
-    /// @{
     /// Reads what encodeWithCoder wrote; what is missing there stays absent.
-    static std::shared_ptr<TvOFXCreditCardAccount> initWithCoder(const KeyedUnarchiver& coder);
     explicit TvOFXCreditCardAccount(const KeyedUnarchiver& coder);
-    /// @}
     /// Writes the base's archive, "aID" and "aKC".
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
@@ -169,16 +162,13 @@ private:
 
 /// An investment account (INVACCTFROM). Its fields are kept as the document has them, whatever their
 /// kind, so they are parse values.
-class BRACKWELL_EXPORT TvOFXInvestmentAccount final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXInvestmentAccount final
+    : public AggregateClass<TvOFXInvestmentAccount, TvOFXAggregate> {
 public:
     TvOFXInvestmentAccount() noexcept = default;
 
-    /// @{
     /// Reads an INVACCTFROM node.
-    static std::shared_ptr<TvOFXInvestmentAccount> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXInvestmentAccount(const std::optional<ParseDictionary>& node);
-    /// @}
     std::string_view className() const noexcept override;
 
     /// @{
@@ -325,16 +315,13 @@ private:
 };
 
 /// The investment block of a record (INVACCTINFO).
-class BRACKWELL_EXPORT TvOFXInvestmentAccountInfo final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXInvestmentAccountInfo final
+    : public AggregateClass<TvOFXInvestmentAccountInfo, TvOFXAggregate> {
 public:
     TvOFXInvestmentAccountInfo() noexcept = default;
 
-    /// @{
     /// Reads an INVACCTINFO node.
-    static std::shared_ptr<TvOFXInvestmentAccountInfo> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXInvestmentAccountInfo(const std::optional<ParseDictionary>& node);
-    /// @}
     std::string_view className() const noexcept override;
 
     /// The account (INVACCTFROM); null when the block names none.
@@ -411,16 +398,13 @@ private:
 };
 
 /// The account-information response (ACCTINFORS): the accounts that the user holds.
-class BRACKWELL_EXPORT TvOFXAccountInfoResponse final : public TvOFXResponse {
+class BRACKWELL_EXPORT TvOFXAccountInfoResponse final
+    : public AggregateClass<TvOFXAccountInfoResponse, TvOFXResponse> {
 public:
     TvOFXAccountInfoResponse() noexcept = default;
 
-    /// @{
     /// Reads an ACCTINFORS node. The date is converted by the shared helper.
-    static std::shared_ptr<TvOFXAccountInfoResponse> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node);
-    /// @}
     /// "TvOFXAccountInfoResponse containing 3 accounts."
     std::string description() const override;
     std::string_view className() const noexcept override;

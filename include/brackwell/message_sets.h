@@ -40,15 +40,13 @@ enum TvOFXSyncMode : std::int32_t {
 };
 
 /// What every message set of a profile says (MSGSETCORE): where its requests go, and how.
-class BRACKWELL_EXPORT TvOFXMessageSetCore final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXMessageSetCore final
+    : public AggregateClass<TvOFXMessageSetCore, TvOFXAggregate> {
 public:
     TvOFXMessageSetCore() noexcept = default;
 
-    /// @{
     /// Reads an MSGSETCORE node.
-    static std::shared_ptr<TvOFXMessageSetCore> initWithParseDict(const std::optional<ParseDictionary>& node);
     explicit TvOFXMessageSetCore(const std::optional<ParseDictionary>& node);
-    /// @}
     /// One line: "MessageSetCore:", then the fields; texts only when they are not empty, a version only
     /// above 0, languages only when there are some.
     std::string description() const override;
@@ -103,16 +101,13 @@ private:
 };
 
 /// One message set that the institution supports: its core, and in subclasses its own options.
-class BRACKWELL_EXPORT TvOFXMessageSetProfile : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXMessageSetProfile
+    : public AggregateClass<TvOFXMessageSetProfile, TvOFXAggregate> {
 public:
     TvOFXMessageSetProfile() noexcept = default;
 
-    /// @{
     /// Reads the core of a message set's node.
-    static std::shared_ptr<TvOFXMessageSetProfile> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXMessageSetProfile(const std::optional<ParseDictionary>& node);
-    /// @}
     /// The class's name and ":" on a line, then the core's description; nothing of a subclass's own.
     std::string description() const override;
     std::string_view className() const noexcept override;
@@ -130,16 +125,13 @@ private:
 };
 
 /// The banking message set (BANKMSGSETV1).
-class BRACKWELL_EXPORT TvOFXMessageSetProfileBanking final : public TvOFXMessageSetProfile {
+class BRACKWELL_EXPORT TvOFXMessageSetProfileBanking final
+    : public AggregateClass<TvOFXMessageSetProfileBanking, TvOFXMessageSetProfile> {
 public:
     TvOFXMessageSetProfileBanking() noexcept = default;
 
-    /// @{
     /// Reads a BANKMSGSETV1 node.
-    static std::shared_ptr<TvOFXMessageSetProfileBanking> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXMessageSetProfileBanking(const std::optional<ParseDictionary>& node);
-    /// @}
     /// The base's text, then each option on a line. "supports supports email" is intended.
     std::string description() const override;
     std::string_view className() const noexcept override;
@@ -225,16 +217,13 @@ private:
 };
 
 /// The card message set (CREDITCARDMSGSETV1).
-class BRACKWELL_EXPORT TvOFXMessageSetProfileCreditCard final : public TvOFXMessageSetProfile {
+class BRACKWELL_EXPORT TvOFXMessageSetProfileCreditCard final
+    : public AggregateClass<TvOFXMessageSetProfileCreditCard, TvOFXMessageSetProfile> {
 public:
     TvOFXMessageSetProfileCreditCard() noexcept = default;
 
-    /// @{
     /// Reads a CREDITCARDMSGSETV1 node.
-    static std::shared_ptr<TvOFXMessageSetProfileCreditCard> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXMessageSetProfileCreditCard(const std::optional<ParseDictionary>& node);
-    /// @}
     std::string_view className() const noexcept override;
 
     /// @{
@@ -252,28 +241,24 @@ private:
 };
 
 /// The sign-on message set (SIGNONMSGSETV1), which has only its core.
-class BRACKWELL_EXPORT TvOFXMessageSetProfileSignOn final : public TvOFXMessageSetProfile {
+class BRACKWELL_EXPORT TvOFXMessageSetProfileSignOn final
+    : public AggregateClass<TvOFXMessageSetProfileSignOn, TvOFXMessageSetProfile> {
 public:
     /// As the base is made.
-    using TvOFXMessageSetProfile::TvOFXMessageSetProfile;
+    using AggregateClass::AggregateClass;
 
     /// Reads a SIGNONMSGSETV1 node.
-    static std::shared_ptr<TvOFXMessageSetProfileSignOn> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     std::string_view className() const noexcept override;
 };
 
 /// The sign-up message set (SIGNUPMSGSETV1): how users enrol, and what they may change.
-class BRACKWELL_EXPORT TvOFXMessageSetProfileSignUp final : public TvOFXMessageSetProfile {
+class BRACKWELL_EXPORT TvOFXMessageSetProfileSignUp final
+    : public AggregateClass<TvOFXMessageSetProfileSignUp, TvOFXMessageSetProfile> {
 public:
     TvOFXMessageSetProfileSignUp() noexcept = default;
 
-    /// @{
     /// Reads a SIGNUPMSGSETV1 node.
-    static std::shared_ptr<TvOFXMessageSetProfileSignUp> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXMessageSetProfileSignUp(const std::optional<ParseDictionary>& node);
-    /// @}
     std::string_view className() const noexcept override;
 
     /// Whether enrolling from a client takes an account; absent when the profile does not say, so that

@@ -28,6 +28,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <utility>
 #include <vector>
@@ -76,7 +77,8 @@ public:
     virtual std::string description() const;
     /// The object as OFX text. The base renders originalParseData; "" when there is none.
     virtual std::string ofxString() const;
-    /// Reads an archive; ofxVersion and helperObject are not in it.
+    /// Reads an archive; ofxVersion and helperObject are not in it. Each class has its own, see
+    /// AggregateClass.
     static std::shared_ptr<TvOFXAggregate> initWithCoder(const KeyedUnarchiver& coder);
     /// Writes originalParseData, when present, under "originalPD".
     virtual void encodeWithCoder(KeyedArchiver& coder) const;
@@ -112,16 +114,53 @@ private:
     std::shared_ptr<TvOFXHelper> helperObject_;
 };
 
-/// A STATUS aggregate. Without both CODE and SEVERITY all fields stay empty.
-class BRACKWELL_EXPORT TvOFXStatus : public TvOFXAggregate {
+/// The initialisers of a class of aggregates, which make objects of that very class. Every class has them in
+/// this way, and one of an application's own gets them alike:
+///
+///     class Terms : public AggregateClass<Terms, TvOFXResponse> {};
+///
+/// Derived from TvOFXResponse itself, it would have the initialisers of TvOFXResponse, which make that. A
+/// class that has an initialiser of its own, hides the one that it has from here.
+template <class Class, class Base>
+class BRACKWELL_EXPORT AggregateClass : public Base {
+public:
+    /// As the base is made.
+    using Base::Base;
+
+    /// Makes an object with the class's constructor that reads a node. For a class without one, as
+    /// TvOFXAggregate does: keeps the node and reads nothing from it.
+    static std::shared_ptr<Class> initWithParseDict(const std::optional<ParseDictionary>& node) requires(
+        !std::is_abstract_v<Class>) {
+        if constexpr (std::is_constructible_v<Class, const std::optional<ParseDictionary>&>) {
+            return std::make_shared<Class>(node);
+        } else {
+            auto object = std::make_shared<Class>();
+            object->setOriginalParseData(node);
+            return object;
+        }
+    }
+    /// Reads what encodeWithCoder wrote. The classes whose comments name keys of an archive get their fields
+    /// back. Of the others an archive holds the node alone: their object is a new one with that node, and
+    /// `initWithParseDict(object->originalParseData())` reads the fields from it.
+    static std::shared_ptr<Class> initWithCoder(const KeyedUnarchiver& coder) requires(
+        !std::is_abstract_v<Class>) {
+        if constexpr (std::is_constructible_v<Class, const KeyedUnarchiver&>) {
+            return std::make_shared<Class>(coder);
+        } else {
+            auto object = std::make_shared<Class>();
+            object->setOriginalParseData(TvOFXAggregate(coder).originalParseData());
+            return object;
+        }
+    }
+};
+
+/// A STATUS aggregate. Its fields stay empty unless it has both CODE and SEVERITY.
+class BRACKWELL_EXPORT TvOFXStatus : public AggregateClass<TvOFXStatus, TvOFXAggregate> {
 public:
     TvOFXStatus() noexcept = default;
 
-    /// @{
     /// Reads a STATUS node.
-    static std::shared_ptr<TvOFXStatus> initWithParseDict(const std::optional<ParseDictionary>& node);
     explicit TvOFXStatus(const std::optional<ParseDictionary>& node);
-    /// @}
     /// "Status: 2000 [ERROR] - General error", without the parts that are absent or empty.
     std::string description() const override;
     /// The aggregate as OFX text. The code's line never has a close tag, whatever the version:
@@ -145,16 +184,14 @@ private:
 
 /// The base of every response: what its transaction wrapper says of it. An object of this very class
 /// stands for a response whose aggregate has no class of its own.
-class BRACKWELL_EXPORT TvOFXResponse : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXResponse : public AggregateClass<TvOFXResponse, TvOFXAggregate> {
 public:
     TvOFXResponse() noexcept = default;
 
-    /// @{
-    /// Reads STATUS; and where the node holds a wrapper (a name that ends in "TRNRS"), that name and the
-    /// node's TRNUID.
-    static std::shared_ptr<TvOFXResponse> initWithParseDict(const std::optional<ParseDictionary>& node);
+    /// Reads STATUS. Where the node holds a wrapper (a name that ends in "TRNRS"), reads that name and the
+    /// node's TRNUID as well; and when the node has no STATUS, that of the response which the wrapper is for
+    /// (STMTRS for STMTTRNRS), when it stands in the same node.
     explicit TvOFXResponse(const std::optional<ParseDictionary>& node);
-    /// @}
     /// "Generic TvOFXResponse.", whatever the object holds.
     std::string description() const override;
     std::string_view className() const noexcept override;

@@ -33,17 +33,15 @@ namespace brackwell {
 // Sign-on
 
 /// The institution that answers (FI).
-class BRACKWELL_EXPORT TvOFXFinancialInstitutionIdentification final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXFinancialInstitutionIdentification final
+    : public AggregateClass<TvOFXFinancialInstitutionIdentification, TvOFXAggregate> {
 public:
     TvOFXFinancialInstitutionIdentification() noexcept = default;
 
-    /// @{
     /// Reads an FI node. Without a text in ORG, FID is not read either: intended.
-    static std::shared_ptr<TvOFXFinancialInstitutionIdentification> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXFinancialInstitutionIdentification(const std::optional<ParseDictionary>& node);
-    /// @}
-    /// "TvOFXFinancialInstitutionIdentification = 1001/Big Bank": identifier, then name.
+    /// "TvOFXFinancialInstitutionIdentification = 1001/Big Bank": identifier, then name; "(null)" for one
+    /// that is absent.
     std::string description() const override;
     /// The FI aggregate, without the texts that are absent or empty. Leaves are closed when ofxVersion is
     /// 200 or more. Nothing is escaped.
@@ -64,15 +62,12 @@ private:
 };
 
 /// The reply to a sign-on (SONRS). Texts are those of the document, empty ones included.
-class BRACKWELL_EXPORT TvOFXSignOnResponse final : public TvOFXResponse {
+class BRACKWELL_EXPORT TvOFXSignOnResponse final : public AggregateClass<TvOFXSignOnResponse, TvOFXResponse> {
 public:
     TvOFXSignOnResponse() noexcept = default;
 
-    /// @{
     /// Reads a SONRS node. Dates are converted by the shared helper.
-    static std::shared_ptr<TvOFXSignOnResponse> initWithParseDict(const std::optional<ParseDictionary>& node);
     explicit TvOFXSignOnResponse(const std::optional<ParseDictionary>& node);
-    /// @}
     /// "Sign On Response:" and, on the same line, what is present of status, language, times and
     /// institution. Never shows the user key, its expiry, the session cookie or the access key.
     std::string description() const override;
@@ -153,15 +148,12 @@ enum TvOFXCharacterSet : std::int32_t {
 
 /// The rules of one sign-on realm (SIGNONINFO): what a password must be like, and which other
 /// credentials the server asks for. Some fields have no getter; the description shows them.
-class BRACKWELL_EXPORT TvOFXSignOnInfo final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXSignOnInfo final : public AggregateClass<TvOFXSignOnInfo, TvOFXAggregate> {
 public:
     TvOFXSignOnInfo() noexcept = default;
 
-    /// @{
     /// Reads a SIGNONINFO node.
-    static std::shared_ptr<TvOFXSignOnInfo> initWithParseDict(const std::optional<ParseDictionary>& node);
     explicit TvOFXSignOnInfo(const std::optional<ParseDictionary>& node);
-    /// @}
     /// "TvOFXSignOnInfo", then every field on a line of its own; texts only when present.
     std::string description() const override;
     std::string_view className() const noexcept override;
@@ -230,16 +222,13 @@ private:
 // The profile
 
 /// The institution's profile (PROFRS). Texts are those of the document, empty ones included.
-class BRACKWELL_EXPORT TvOFXFIProfileResponse final : public TvOFXResponse {
+class BRACKWELL_EXPORT TvOFXFIProfileResponse final
+    : public AggregateClass<TvOFXFIProfileResponse, TvOFXResponse> {
 public:
     TvOFXFIProfileResponse() noexcept = default;
 
-    /// @{
     /// Reads a PROFRS node. DTPROFUP is converted by the shared helper.
-    static std::shared_ptr<TvOFXFIProfileResponse> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     explicit TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node);
-    /// @}
     /// "TvOFXFIProfile", the other class's name, then the fields that are present, the postal code before
     /// the city; the realms; the banking and the sign-on message set, never the two others. All intended.
     std::string description() const override;

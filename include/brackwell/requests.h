@@ -23,7 +23,7 @@
 namespace brackwell {
 
 /// The base of all requests.
-class BRACKWELL_EXPORT TvOFXRequest : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXRequest : public AggregateClass<TvOFXRequest, TvOFXAggregate> {
 public:
     /// A request without wrapper name and transaction UID.
     TvOFXRequest() = default;
@@ -57,8 +57,11 @@ private:
 };
 
 /// Asks for the user's accounts that changed since a date (ACCTINFORQ).
-class BRACKWELL_EXPORT TvOFXAccountInfoRequest final : public TvOFXRequest {
+class BRACKWELL_EXPORT TvOFXAccountInfoRequest final
+    : public AggregateClass<TvOFXAccountInfoRequest, TvOFXRequest> {
 public:
+    /// The wrapper of this kind is fixed.
+    static std::shared_ptr<TvOFXRequest> initWithTransactionWrapperName(std::string_view) = delete;
     std::string ofxString() const override;
     std::string_view className() const noexcept override;
 
@@ -77,8 +80,11 @@ private:
 };
 
 /// Asks for the institution's profile as changed since a date (PROFRQ).
-class BRACKWELL_EXPORT TvOFXFIProfileRequest final : public TvOFXRequest {
+class BRACKWELL_EXPORT TvOFXFIProfileRequest final
+    : public AggregateClass<TvOFXFIProfileRequest, TvOFXRequest> {
 public:
+    /// The wrapper of this kind is fixed.
+    static std::shared_ptr<TvOFXRequest> initWithTransactionWrapperName(std::string_view) = delete;
     /// The same as ofxString.
     std::string description() const override;
     std::string ofxString() const override;
@@ -107,8 +113,11 @@ private:
 };
 
 /// The challenge that precedes a sign-on (CHALLENGERQ). It has a name but no text of its own.
-class BRACKWELL_EXPORT TvOFXChallengeRequest final : public TvOFXRequest {
+class BRACKWELL_EXPORT TvOFXChallengeRequest final
+    : public AggregateClass<TvOFXChallengeRequest, TvOFXRequest> {
 public:
+    /// The wrapper of this kind is fixed.
+    static std::shared_ptr<TvOFXRequest> initWithTransactionWrapperName(std::string_view) = delete;
     TvOFXChallengeRequest() = default;
     std::string_view className() const noexcept override;
     std::string_view requestIdentifier() const noexcept override;

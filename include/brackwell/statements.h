@@ -26,20 +26,14 @@
 namespace brackwell {
 
 /// The other party of a transaction (PAYEE).
-class BRACKWELL_EXPORT TvOFXPayee final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXPayee final : public AggregateClass<TvOFXPayee, TvOFXAggregate> {
 public:
     TvOFXPayee() noexcept = default;
 
-    /// @{
     /// Reads a PAYEE node. A value that is no text is skipped.
-    static std::shared_ptr<TvOFXPayee> initWithParseDict(const std::optional<ParseDictionary>& node);
     explicit TvOFXPayee(const std::optional<ParseDictionary>& node);
-    /// @}
-    /// @{
     /// Reads what encodeWithCoder wrote; what is missing there stays absent.
-    static std::shared_ptr<TvOFXPayee> initWithCoder(const KeyedUnarchiver& coder);
     explicit TvOFXPayee(const KeyedUnarchiver& coder);
-    /// @}
     /// Writes the base's archive and the nine texts.
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
@@ -84,29 +78,23 @@ private:
 
 /// One booked or pending movement of money (STMTTRN). Texts are those of the document, unchanged; they
 /// are valid until they are set again, and as long as the transaction.
-class BRACKWELL_EXPORT TvOFXStatementTransaction final : public TvOFXAggregate {
+class BRACKWELL_EXPORT TvOFXStatementTransaction final
+    : public AggregateClass<TvOFXStatementTransaction, TvOFXAggregate> {
 public:
     TvOFXStatementTransaction() noexcept;
     ~TvOFXStatementTransaction() override;
 
-    /// Only keeps the node, as the base does; fills no field. To read a transaction use
-    /// initWithParserDict.
-    static std::shared_ptr<TvOFXStatementTransaction> initWithParseDict(
-        const std::optional<ParseDictionary>& node);
     /// Fills the fields. A value of another kind than its element should have is skipped.
     void parseDictionary(const std::optional<ParseDictionary>& node) override;
     /// The class's name on a line, then the fields that are present, each after two blanks.
     std::string description() const override;
-    /// @{
     /// Reads what encodeWithCoder wrote; what is missing there stays absent.
-    static std::shared_ptr<TvOFXStatementTransaction> initWithCoder(const KeyedUnarchiver& coder);
     explicit TvOFXStatementTransaction(const KeyedUnarchiver& coder);
-    /// @}
     /// Writes the fields that are present, but originalDatePostedString and what the base holds.
     void encodeWithCoder(KeyedArchiver& coder) const override;
     std::string_view className() const noexcept override;
 
-    /// A transaction read from an STMTTRN node.
+    /// A transaction read from an STMTTRN node. (initWithParseDict only keeps the node and fills no field.)
     static std::shared_ptr<TvOFXStatementTransaction> initWithParserDict(
         const std::optional<ParseDictionary>& node);
 
@@ -232,7 +220,7 @@ private:
 };
 
 /// What bank and card statements have in common: all but the account.
-class BRACKWELL_EXPORT TvOFXAccountStatement : public TvOFXResponse {
+class BRACKWELL_EXPORT TvOFXAccountStatement : public AggregateClass<TvOFXAccountStatement, TvOFXResponse> {
 public:
     /// Reads a STMTRS or CCSTMTRS node. Run a second time, it appends the transactions again.
     void parseDictionary(const std::optional<ParseDictionary>& node) override;
@@ -284,7 +272,8 @@ private:
 };
 
 /// The statement of a bank account (STMTRS).
-class BRACKWELL_EXPORT TvOFXStatementResponse final : public TvOFXAccountStatement {
+class BRACKWELL_EXPORT TvOFXStatementResponse final
+    : public AggregateClass<TvOFXStatementResponse, TvOFXAccountStatement> {
 public:
     TvOFXStatementResponse() noexcept = default;
     /// Reads a STMTRS node, with the shared helper.
@@ -303,7 +292,8 @@ private:
 };
 
 /// The statement of a card account (CCSTMTRS).
-class BRACKWELL_EXPORT TvOFXCCStatementResponse final : public TvOFXAccountStatement {
+class BRACKWELL_EXPORT TvOFXCCStatementResponse final
+    : public AggregateClass<TvOFXCCStatementResponse, TvOFXAccountStatement> {
 public:
     TvOFXCCStatementResponse() noexcept = default;
     /// Reads a CCSTMTRS node, with the shared helper.

@@ -21,13 +21,8 @@ struct BRACKWELL_INTERNAL TvOFXAccountInfoResponse::Elements {
 };
 
 TvOFXAccountInfoResponse::TvOFXAccountInfoResponse(const std::optional<ParseDictionary>& node)
-    : TvOFXResponse(node) {
-    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXAccountInfoResponse> TvOFXAccountInfoResponse::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXAccountInfoResponse>(node);
+    : AggregateClass(node) {
+    if (node) Elements::kTable.read(*this, NodeRef::of(*originalParseData()));
 }
 
 std::string TvOFXAccountInfoResponse::description() const {

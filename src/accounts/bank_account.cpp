@@ -79,10 +79,6 @@ std::string TvOFXBankAccount::description() const {
     return text.append("</BANKACCTFROM>\n");
 }
 
-std::shared_ptr<TvOFXBankAccount> TvOFXBankAccount::initWithCoder(const KeyedUnarchiver& coder) {
-    return std::make_shared<TvOFXBankAccount>(coder);
-}
-
 void TvOFXBankAccount::encodeWithCoder(KeyedArchiver& coder) const {
     encodeTexts(coder, texts_, Elements::kTexts);
     coder.encodeUnsigned(kTypeKey, accountType_);

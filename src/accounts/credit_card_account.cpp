@@ -27,11 +27,11 @@ struct BRACKWELL_INTERNAL TvOFXCreditCardAccount::Elements {
 };
 
 TvOFXCreditCardAccount::TvOFXCreditCardAccount(const std::optional<ParseDictionary>& node)
-    : TvOFXAggregate(node) {
+    : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
-TvOFXCreditCardAccount::TvOFXCreditCardAccount(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {
+TvOFXCreditCardAccount::TvOFXCreditCardAccount(const KeyedUnarchiver& coder) : AggregateClass(coder) {
     decodeTexts(coder, texts_, Elements::kTexts);
 }
 
@@ -39,15 +39,6 @@ std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithAccountI
     auto account = std::make_shared<TvOFXCreditCardAccount>();
     account->texts_.set(accountID_, accountID);
     return account;
-}
-
-std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXCreditCardAccount>(node);
-}
-
-std::shared_ptr<TvOFXCreditCardAccount> TvOFXCreditCardAccount::initWithCoder(const KeyedUnarchiver& coder) {
-    return std::make_shared<TvOFXCreditCardAccount>(coder);
 }
 
 void TvOFXCreditCardAccount::encodeWithCoder(KeyedArchiver& coder) const {

@@ -29,13 +29,8 @@ struct BRACKWELL_INTERNAL TvOFXInvestmentAccountInfo::Elements {
 };
 
 TvOFXInvestmentAccountInfo::TvOFXInvestmentAccountInfo(const std::optional<ParseDictionary>& node)
-    : TvOFXAggregate(node) {
+    : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXInvestmentAccountInfo> TvOFXInvestmentAccountInfo::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXInvestmentAccountInfo>(node);
 }
 
 std::string_view TvOFXInvestmentAccountInfo::className() const noexcept {

@@ -10,7 +10,7 @@ namespace brackwell {
 using reading::element;
 using reading::NodeRef;
 
-TvOFXResponse::TvOFXResponse(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
+TvOFXResponse::TvOFXResponse(const std::optional<ParseDictionary>& node) : AggregateClass(node) {
     if (!node) return;
     const NodeRef response = NodeRef::of(*node);
     std::string_view wrapper;
@@ -27,10 +27,6 @@ TvOFXResponse::TvOFXResponse(const std::optional<ParseDictionary>& node) : TvOFX
     if (status_) return;  // the wrapper's own one counts
     if (const auto status = (*node)[innerResponseName(wrapper)]["STATUS"].dictionary())
         status_ = TvOFXStatus::initWithParseDict(status);
-}
-
-std::shared_ptr<TvOFXResponse> TvOFXResponse::initWithParseDict(const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXResponse>(node);
 }
 
 std::string TvOFXResponse::description() const { return "Generic TvOFXResponse."; }

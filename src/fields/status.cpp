@@ -9,7 +9,7 @@ namespace brackwell {
 using reading::element;
 using reading::NodeRef;
 
-TvOFXStatus::TvOFXStatus(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
+TvOFXStatus::TvOFXStatus(const std::optional<ParseDictionary>& node) : AggregateClass(node) {
     if (!node) return;
     const NodeRef status = NodeRef::of(*node);
     const auto isPresent = [](const NodeRef& value) { return value.isText() && !value.text().empty(); };
@@ -21,10 +21,6 @@ TvOFXStatus::TvOFXStatus(const std::optional<ParseDictionary>& node) : TvOFXAggr
     texts_.setLeaf(severity_, *severity.owner, severity.index());
     const NodeRef message = status[element("MESSAGE")];
     if (isPresent(message)) texts_.setLeaf(message_, *message.owner, message.index());
-}
-
-std::shared_ptr<TvOFXStatus> TvOFXStatus::initWithParseDict(const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXStatus>(node);
 }
 
 std::string TvOFXStatus::description() const {

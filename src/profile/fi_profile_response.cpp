@@ -60,16 +60,11 @@ struct BRACKWELL_INTERNAL TvOFXFIProfileResponse::Elements {
 };
 
 TvOFXFIProfileResponse::TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node)
-    : TvOFXResponse(node) {
+    : AggregateClass(node) {
     if (!node) return;
     const NodeRef profile = NodeRef::of(*node);
     Elements::kTable.read(*this, profile);
     Elements::readAddress(*this, profile);
-}
-
-std::shared_ptr<TvOFXFIProfileResponse> TvOFXFIProfileResponse::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXFIProfileResponse>(node);
 }
 
 std::string TvOFXFIProfileResponse::description() const {

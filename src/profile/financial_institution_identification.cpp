@@ -12,7 +12,7 @@ using reading::NodeRef;
 
 TvOFXFinancialInstitutionIdentification::TvOFXFinancialInstitutionIdentification(
     const std::optional<ParseDictionary>& node)
-    : TvOFXAggregate(node) {
+    : AggregateClass(node) {
     if (!node) return;
     // Without a name (ORG) the identifier (FID) is not read either: intended.
     for (const auto& [field, name] : {std::pair(organization_, element("ORG")), {fid_, element("FID")}}) {
@@ -20,11 +20,6 @@ TvOFXFinancialInstitutionIdentification::TvOFXFinancialInstitutionIdentification
         if (!value.isText() || value.text().empty()) return;
         texts_.setLeaf(field, *value.owner, value.index());
     }
-}
-
-std::shared_ptr<TvOFXFinancialInstitutionIdentification>
-TvOFXFinancialInstitutionIdentification::initWithParseDict(const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXFinancialInstitutionIdentification>(node);
 }
 
 std::string TvOFXFinancialInstitutionIdentification::description() const {

@@ -42,13 +42,8 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetCore::Elements {
     });
 };
 
-TvOFXMessageSetCore::TvOFXMessageSetCore(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
+TvOFXMessageSetCore::TvOFXMessageSetCore(const std::optional<ParseDictionary>& node) : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXMessageSetCore> TvOFXMessageSetCore::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXMessageSetCore>(node);
 }
 
 std::string TvOFXMessageSetCore::description() const {

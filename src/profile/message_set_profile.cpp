@@ -6,14 +6,9 @@
 namespace brackwell {
 
 TvOFXMessageSetProfile::TvOFXMessageSetProfile(const std::optional<ParseDictionary>& node)
-    : TvOFXAggregate(node) {
+    : AggregateClass(node) {
     if (node)
         object<&TvOFXMessageSetProfile::messageSetCore_>(*this, NodeRef::of(*node)[element("MSGSETCORE")]);
-}
-
-std::shared_ptr<TvOFXMessageSetProfile> TvOFXMessageSetProfile::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXMessageSetProfile>(node);
 }
 
 std::string TvOFXMessageSetProfile::description() const {

@@ -46,13 +46,8 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileBanking::Elements {
 };
 
 TvOFXMessageSetProfileBanking::TvOFXMessageSetProfileBanking(const std::optional<ParseDictionary>& node)
-    : TvOFXMessageSetProfile(node) {
+    : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXMessageSetProfileBanking> TvOFXMessageSetProfileBanking::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXMessageSetProfileBanking>(node);
 }
 
 std::string TvOFXMessageSetProfileBanking::description() const {

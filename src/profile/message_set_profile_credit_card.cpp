@@ -6,15 +6,10 @@
 namespace brackwell {
 
 TvOFXMessageSetProfileCreditCard::TvOFXMessageSetProfileCreditCard(const std::optional<ParseDictionary>& node)
-    : TvOFXMessageSetProfile(node) {
+    : AggregateClass(node) {
     if (node)
         flag<&TvOFXMessageSetProfileCreditCard::closingStatementInformationAvailable_>(
             *this, NodeRef::of(*node)[element("CLOSINGAVAIL")]);
-}
-
-std::shared_ptr<TvOFXMessageSetProfileCreditCard> TvOFXMessageSetProfileCreditCard::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXMessageSetProfileCreditCard>(node);
 }
 
 std::string_view TvOFXMessageSetProfileCreditCard::className() const noexcept {

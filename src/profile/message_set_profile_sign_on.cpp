@@ -3,11 +3,6 @@
 
 namespace brackwell {
 
-std::shared_ptr<TvOFXMessageSetProfileSignOn> TvOFXMessageSetProfileSignOn::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXMessageSetProfileSignOn>(node);
-}
-
 std::string_view TvOFXMessageSetProfileSignOn::className() const noexcept {
     return "TvOFXMessageSetProfileSignOn";
 }

@@ -28,13 +28,8 @@ struct BRACKWELL_INTERNAL TvOFXMessageSetProfileSignUp::Elements {
 };
 
 TvOFXMessageSetProfileSignUp::TvOFXMessageSetProfileSignUp(const std::optional<ParseDictionary>& node)
-    : TvOFXMessageSetProfile(node) {
+    : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXMessageSetProfileSignUp> TvOFXMessageSetProfileSignUp::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXMessageSetProfileSignUp>(node);
 }
 
 std::string_view TvOFXMessageSetProfileSignUp::className() const noexcept {

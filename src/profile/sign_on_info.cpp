@@ -45,13 +45,8 @@ struct BRACKWELL_INTERNAL TvOFXSignOnInfo::Elements {
     });
 };
 
-TvOFXSignOnInfo::TvOFXSignOnInfo(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
+TvOFXSignOnInfo::TvOFXSignOnInfo(const std::optional<ParseDictionary>& node) : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXSignOnInfo> TvOFXSignOnInfo::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXSignOnInfo>(node);
 }
 
 std::string TvOFXSignOnInfo::description() const {

@@ -40,13 +40,8 @@ struct BRACKWELL_INTERNAL TvOFXSignOnResponse::Elements {
     });
 };
 
-TvOFXSignOnResponse::TvOFXSignOnResponse(const std::optional<ParseDictionary>& node) : TvOFXResponse(node) {
-    if (node) Elements::kTable.read(*this, NodeRef::of(*node));
-}
-
-std::shared_ptr<TvOFXSignOnResponse> TvOFXSignOnResponse::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXSignOnResponse>(node);
+TvOFXSignOnResponse::TvOFXSignOnResponse(const std::optional<ParseDictionary>& node) : AggregateClass(node) {
+    if (node) Elements::kTable.read(*this, NodeRef::of(*originalParseData()));
 }
 
 std::string TvOFXSignOnResponse::description() const {

@@ -6,7 +6,7 @@
 namespace brackwell {
 
 TvOFXAccountInfoRequest::TvOFXAccountInfoRequest(TextArgument updateDateTime)
-    : TvOFXRequest("ACCTINFOTRNRQ"), dateTimeAccountUpdate_(updateDateTime.value_or(kDefaultUpdate)) {}
+    : AggregateClass("ACCTINFOTRNRQ"), dateTimeAccountUpdate_(updateDateTime.value_or(kDefaultUpdate)) {}
 
 std::string TvOFXAccountInfoRequest::ofxString() const {
     return wrappedText({{"DTACCTUP", dateTimeAccountUpdate_}});

@@ -9,7 +9,7 @@
 namespace brackwell {
 
 TvOFXFIProfileRequest::TvOFXFIProfileRequest(TextArgument updateDateTime)
-    : TvOFXRequest("PROFTRNRQ"), dateTimeProfileUpdate_(updateDateTime.value_or(kDefaultUpdate)) {}
+    : AggregateClass("PROFTRNRQ"), dateTimeProfileUpdate_(updateDateTime.value_or(kDefaultUpdate)) {}
 
 std::string TvOFXFIProfileRequest::description() const { return ofxString(); }
 

@@ -23,20 +23,12 @@ struct BRACKWELL_INTERNAL TvOFXPayee::Elements {
     static constexpr auto kTable = elementTable<&Self::texts_, kTexts>();
 };
 
-TvOFXPayee::TvOFXPayee(const std::optional<ParseDictionary>& node) : TvOFXAggregate(node) {
+TvOFXPayee::TvOFXPayee(const std::optional<ParseDictionary>& node) : AggregateClass(node) {
     if (node) Elements::kTable.read(*this, NodeRef::of(*node));
 }
 
-TvOFXPayee::TvOFXPayee(const KeyedUnarchiver& coder) : TvOFXAggregate(coder) {
+TvOFXPayee::TvOFXPayee(const KeyedUnarchiver& coder) : AggregateClass(coder) {
     decodeTexts(coder, texts_, Elements::kTexts);
-}
-
-std::shared_ptr<TvOFXPayee> TvOFXPayee::initWithParseDict(const std::optional<ParseDictionary>& node) {
-    return std::make_shared<TvOFXPayee>(node);
-}
-
-std::shared_ptr<TvOFXPayee> TvOFXPayee::initWithCoder(const KeyedUnarchiver& coder) {
-    return std::make_shared<TvOFXPayee>(coder);
 }
 
 void TvOFXPayee::encodeWithCoder(KeyedArchiver& coder) const {

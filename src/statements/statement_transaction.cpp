@@ -146,13 +146,6 @@ TvOFXStatementTransaction::TvOFXStatementTransaction(const KeyedUnarchiver& code
 
 TvOFXStatementTransaction::~TvOFXStatementTransaction() = default;
 
-std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithParseDict(
-    const std::optional<ParseDictionary>& node) {
-    auto transaction = std::make_shared<TvOFXStatementTransaction>();
-    transaction->setOriginalParseData(node);
-    return transaction;
-}
-
 void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDictionary>& node) {
     if (!node) return setOriginalParseData(std::nullopt);
     Rollback before(texts_, datePosted_, dateUserInit_, dateFundsAvailable_, amount_);
@@ -185,11 +178,6 @@ std::string TvOFXStatementTransaction::description() const {
     if (payee()) append("payee", payee()->description());
     if (datePosted_) append("date posted", dateDescription(*datePosted_));
     return text;
-}
-
-std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithCoder(
-    const KeyedUnarchiver& coder) {
-    return std::make_shared<TvOFXStatementTransaction>(coder);
 }
 
 void TvOFXStatementTransaction::encodeWithCoder(KeyedArchiver& coder) const {

@@ -2,6 +2,10 @@
 #include <brackwell/brackwell.h>
 #include <doctest/doctest.h>
 
+#include <set>
+#include <tuple>
+#include <typeinfo>
+
 using namespace brackwell;
 
 /// \file
@@ -21,6 +25,28 @@ using Plain =
 using Archived = std::tuple<TvOFXBankAccount, TvOFXCreditCardAccount, TvOFXStatementTransaction, TvOFXPayee>;
 /// Aggregates with a text of their own that can be made of nothing.
 using Written = std::tuple<TvOFXStatus, TvOFXSignOnResponse, TvOFXFinancialInstitutionIdentification>;
+
+/// A class of an application's own.
+class Terms final : public AggregateClass<Terms, TvOFXResponse> {
+public:
+    std::string_view className() const noexcept override { return "Terms"; }
+};
+/// All classes; those that the others have left out are requests, which are new ones after an archive.
+using All = decltype(std::tuple_cat(Plain(), Archived(), Written(),
+                                    std::tuple<TvOFXAccountInfoRequest, TvOFXFIProfileRequest, Terms>()));
+
+template <class Class>
+concept HasNodeInitialiser = requires(std::optional<ParseDictionary> node) {
+    Class::initWithParseDict(node);
+};
+template <class Class>
+concept HasArchiveInitialiser = requires(const KeyedUnarchiver& coder) {
+    Class::initWithCoder(coder);
+};
+template <class Class>
+concept HasWrapperInitialiser = requires {
+    Class::initWithTransactionWrapperName("A");
+};
 
 template <class Base, class... Classes>
 constexpr bool kIsBaseOfAll = (std::is_base_of_v<Base, Classes> && ...);
@@ -129,3 +155,71 @@ TEST_CASE_TEMPLATE_DEFINE("an archive of its own keeps neither version nor helpe
     CHECK(Aggregate::initWithCoder(*opened)->helperObject() == nullptr);
 }
 TEST_CASE_TEMPLATE_APPLY(archivesItself, Archived);
+
+TEST_CASE_TEMPLATE_DEFINE("an aggregate that comes back from an archive is of its class", Aggregate,
+                          comesBackAsItsClass) {
+    Aggregate object;
+    object.setOriginalParseData(kNode);
+    const auto opened = KeyedUnarchiver::open(Data::copy(archiveOf(object)));
+    REQUIRE(opened);
+    const auto restored = Aggregate::initWithCoder(*opened);
+    static_assert(std::is_same_v<decltype(restored), const std::shared_ptr<Aggregate>>);
+    CHECK(restored->className() == object.className());
+    const TvOFXAggregate& base = *restored;
+    CHECK(typeid(base) == typeid(Aggregate));
+    // An archive of the class's own need not hold the node; every other one does.
+    if (opened->contains("originalPD")) CHECK(restored->originalParseData() == kNode);
+    CHECK(archiveOf(*restored) == archiveOf(object));
+    CHECK(restored->ofxVersion() == 0);
+    CHECK(restored->helperObject() == nullptr);
+}
+TEST_CASE_TEMPLATE_APPLY(comesBackAsItsClass, All);
+
+TEST_CASE_TEMPLATE_DEFINE("an aggregate that is made of a node is of its class", Aggregate,
+                          isMadeAsItsClass) {
+    const auto made = Aggregate::initWithParseDict(kNode);
+    static_assert(std::is_same_v<decltype(made), const std::shared_ptr<Aggregate>>);
+    CHECK(made->className() == Aggregate().className());
+    CHECK(made->originalParseData() == kNode);
+    CHECK_FALSE(Aggregate::initWithParseDict(std::nullopt)->originalParseData());
+}
+TEST_CASE_TEMPLATE_APPLY(isMadeAsItsClass, All);
+
+TEST_CASE("the names of all classes are different") {
+    std::set<std::string_view> names;
+    std::apply([&](const auto&... objects) { (names.insert(objects.className()), ...); }, All());
+    CHECK(names.size() == std::tuple_size_v<All>);
+}
+
+TEST_CASE("a class of which there are no objects has no initialisers") {
+    CHECK_FALSE(HasNodeInitialiser<TvOFXAccountStatement>);
+    CHECK_FALSE(HasArchiveInitialiser<TvOFXAccountStatement>);
+    CHECK(HasNodeInitialiser<TvOFXStatementResponse>);
+    CHECK(HasArchiveInitialiser<TvOFXStatementResponse>);
+}
+
+TEST_CASE("only a request that can be of any kind is made with the name of its wrapper") {
+    CHECK(HasWrapperInitialiser<TvOFXRequest>);
+    CHECK_FALSE(HasWrapperInitialiser<TvOFXAccountInfoRequest>);
+    CHECK_FALSE(HasWrapperInitialiser<TvOFXFIProfileRequest>);
+    CHECK_FALSE(HasWrapperInitialiser<TvOFXChallengeRequest>);
+}
+
+TEST_CASE("the fields of an archive that holds the node alone are read from the node") {
+    const auto status = TvOFXStatus::initWithParseDict(ParseDictionary{{"CODE", "5"}, {"SEVERITY", "WARN"}});
+    const auto opened = KeyedUnarchiver::open(Data::copy(archiveOf(*status)));
+    REQUIRE(opened);
+    const auto restored = TvOFXStatus::initWithCoder(*opened);
+    CHECK(restored->code() == 0);
+    CHECK(TvOFXStatus::initWithParseDict(restored->originalParseData())->code() == 5);
+}
+
+TEST_CASE("a request that comes back from an archive is a new one") {
+    const auto request = TvOFXAccountInfoRequest::initWithUpdateDateTime("20240101");
+    const auto opened = KeyedUnarchiver::open(Data::copy(archiveOf(*request)));
+    REQUIRE(opened);
+    const auto restored = TvOFXAccountInfoRequest::initWithCoder(*opened);
+    CHECK(restored->dateTimeAccountUpdate() == "19900101");
+    CHECK(restored->transactionWrapperName() == "ACCTINFOTRNRQ");
+    CHECK(restored->transactionUID() != request->transactionUID());
+}
