@@ -272,10 +272,10 @@ public:
 private:
     struct Elements;
     std::shared_ptr<TvOFXBankAccount> bankAcctFrom_;
-    bool supportsTransactionDownload_ = false;
-    bool isTransferSourceAccount_ = false;
-    bool isTransferDestinationAccount_ = false;
-    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+    internal::EmptiedByMove<bool> supportsTransactionDownload_;
+    internal::EmptiedByMove<bool> isTransferSourceAccount_;
+    internal::EmptiedByMove<bool> isTransferDestinationAccount_;
+    internal::EmptiedByMove<TvOFXServiceStatus> serviceStatus_;
 };
 
 /// The card block of a record (CCACCTINFO). Flags are true only for the exact text "Y".
@@ -308,10 +308,10 @@ public:
 private:
     struct Elements;
     std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountFrom_;
-    bool supportsTransactionDownload_ = false;
-    bool isTransferSourceAccount_ = false;
-    bool isTransferDestinationAccount_ = false;
-    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+    internal::EmptiedByMove<bool> supportsTransactionDownload_;
+    internal::EmptiedByMove<bool> isTransferSourceAccount_;
+    internal::EmptiedByMove<bool> isTransferDestinationAccount_;
+    internal::EmptiedByMove<TvOFXServiceStatus> serviceStatus_;
 };
 
 /// The investment block of a record (INVACCTINFO).
@@ -394,7 +394,7 @@ private:
     std::shared_ptr<TvOFXCreditCardAccountInfo> creditCardAccountInfo_;
     std::shared_ptr<TvOFXPaymentsAccountInfo> paymentsAccountInfo_;
     std::shared_ptr<TvOFXInvestmentAccountInfo> investmentAccountInfo_;
-    TvOFXServiceStatus serviceStatus_ = TvOFXServiceStatusNone;
+    internal::EmptiedByMove<TvOFXServiceStatus> serviceStatus_;
 };
 
 /// The account-information response (ACCTINFORS): the accounts that the user holds.

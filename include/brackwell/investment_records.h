@@ -114,21 +114,21 @@ public:
                    std::size_t size) noexcept
         : records_(std::move(records)), numbers_(numbers), size_(size) {}
 
-    std::size_t size() const noexcept { return size_; }   ///< how many there are
-    bool isEmpty() const noexcept { return size_ == 0; }  ///< true when there is none
+    std::size_t size() const noexcept { return size_; }    ///< how many there are
+    bool isEmpty() const noexcept { return size() == 0; }  ///< true when there is none
     /// The object at this position, made when asked for.
     /// REQUIRES: index < size()
     Object operator[](std::size_t index) const noexcept { return Object(records_, numbers_[index]); }
     /// @{
     /// Valid as long as this list.
     Iterator begin() const noexcept { return {this, 0}; }
-    Iterator end() const noexcept { return {this, size_}; }
+    Iterator end() const noexcept { return {this, size()}; }
     /// @}
 
 private:
     std::shared_ptr<const investments::Records> records_;
     const std::uint32_t* numbers_;
-    std::size_t size_;
+    internal::EmptiedByMove<std::size_t> size_;
 };
 
 /// The currency of a transaction, position or balance when it is not the statement's.

@@ -17,6 +17,7 @@
 /// document does not fill is absent; nothing in a readable document is an error.
 
 #include <brackwell/convert.h>
+#include <brackwell/internal/emptied_by_move.h>
 #include <brackwell/internal/text_fields.h>
 
 #include <array>
@@ -325,7 +326,7 @@ private:
     };
     BRACKWELL_INTERNAL void file(const std::shared_ptr<TvOFXResponse>& response, std::string_view name);
 
-    std::optional<ParseDictionary> parserDict_;
+    internal::EmptiedByMove<std::optional<ParseDictionary>> parserDict_;
     std::shared_ptr<TvOFXHelper> helperObject_;
     std::shared_ptr<TvOFXSignOnResponse> signOnResponse_;
     std::shared_ptr<TvOFXFIProfileResponse> fiProfileResponse_;
@@ -434,12 +435,12 @@ private:
     using Places = std::unordered_map<const TvOFXResponse*, std::size_t>;
     BRACKWELL_INTERNAL static Places placesOf(const TvOFXResponseList& more, std::size_t first);
 
-    std::uint64_t headerVersion_ = 0;
-    std::uint64_t ofxVersion_ = 0;
-    MessageContent content_ = MessageContent::notOFX;
+    internal::EmptiedByMove<std::uint64_t> headerVersion_;
+    internal::EmptiedByMove<std::uint64_t> ofxVersion_;
+    internal::EmptiedByMove<MessageContent> content_;  ///< notOFX when it is new
     internal::TextFields<textCount> texts_;
-    std::optional<std::vector<std::shared_ptr<TvOFXRequest>>> allRequests_;
-    std::optional<std::vector<std::shared_ptr<TvOFXAggregate>>> accountsFound_;
+    internal::EmptiedByMove<std::optional<std::vector<std::shared_ptr<TvOFXRequest>>>> allRequests_;
+    internal::EmptiedByMove<std::optional<std::vector<std::shared_ptr<TvOFXAggregate>>>> accountsFound_;
     std::shared_ptr<TvOFXSignOnResponse> signonResponse_;
     std::vector<std::shared_ptr<TvOFXAggregate>> signupMsgSet_;
     TvOFXResponseList bankingMsgSet_;
@@ -526,11 +527,14 @@ public:
     /// "TvOFXAccount:" and, when there is one, the description, each on a line.
     std::string description() const;
 
-    /// The record that is viewed; never null.
+    /// The record that is viewed; null only once the view was moved from, which then is as that of an empty
+    /// record.
     const std::shared_ptr<const TvOFXAccountInfo>& ofxAccountInfo() const noexcept { return accountInfo_; }
     /// @{
     /// "USA" until one has been set: no document says which country an account is in.
-    std::string_view country() const noexcept { return country_ ? std::string_view(*country_) : "USA"; }
+    std::string_view country() const noexcept {
+        return country_.get() ? std::string_view(*country_.get()) : "USA";
+    }
     void setCountry(TextArgument country);
     /// @}
 
@@ -565,8 +569,10 @@ private:
     explicit TvOFXAccount(std::shared_ptr<const TvOFXAccountInfo> accountInfo) noexcept
         : accountInfo_(std::move(accountInfo)) {}
 
+    BRACKWELL_INTERNAL const TvOFXAccountInfo& record() const noexcept;
+
     std::shared_ptr<const TvOFXAccountInfo> accountInfo_;
-    std::optional<std::string> country_;
+    internal::EmptiedByMove<std::optional<std::string>> country_;
 };
 
 }  // namespace brackwell

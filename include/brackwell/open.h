@@ -247,6 +247,12 @@ BRACKWELL_EXPORT StatementAccount accountOf(const TvOFXAccountStatement& stateme
 /// One document of a file, read as far as possible.
 class BRACKWELL_EXPORT OpenedDocument {
 public:
+    /// @{
+    /// A copy stands for the same document, and so does what was moved from.
+    OpenedDocument(const OpenedDocument&) noexcept = default;
+    OpenedDocument& operator=(const OpenedDocument&) noexcept = default;
+    ~OpenedDocument() = default;
+    /// @}
     /// True when the document was read.
     explicit operator bool() const noexcept;
     /// Why it was not read; its code is none when it was.
@@ -305,6 +311,12 @@ private:
 /// out is valid as long as the documents: keep the file, or a copy of the document.
 class BRACKWELL_EXPORT OpenedFile {
 public:
+    /// @{
+    /// A copy stands for the same file, and so does what was moved from.
+    OpenedFile(const OpenedFile&) noexcept = default;
+    OpenedFile& operator=(const OpenedFile&) noexcept = default;
+    ~OpenedFile() = default;
+    /// @}
     /// True when at least one document was read.
     explicit operator bool() const noexcept;
     /// Why nothing was read; its code is none when something was.

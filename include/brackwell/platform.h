@@ -23,10 +23,14 @@
 /// - An operation that takes a text which may be absent (TextArgument) takes a null `const char*` as nothing;
 ///   a text that must be there is a `std::string_view`, and by the rules of the standard library a null
 ///   pointer is none.
+/// - What was moved from may be used again. It is empty, as new; where a class says that its move is a copy,
+///   it is unchanged. Classes that can be copied or moved can be assigned as well.
 /// - The library throws nothing of its own; `std::bad_alloc` passes through when memory is
 ///   exhausted, leaves no object half made and leaks nothing.
 /// - Distinct objects may be used by distinct threads, and any number of threads may read one object
 ///   through `const` operations; brackwell.h says it in full.
+
+#include <brackwell/internal/emptied_by_move.h>
 
 #include <array>
 #include <chrono>
@@ -119,11 +123,11 @@ public:
 
     /// The bytes; valid as long as this object or a copy of it.
     std::string_view bytes() const noexcept { return bytes_; }
-    std::size_t size() const noexcept { return bytes_.size(); }  ///< how many bytes
-    bool isEmpty() const noexcept { return bytes_.empty(); }     ///< true when there are none
+    std::size_t size() const noexcept { return bytes().size(); }  ///< how many bytes
+    bool isEmpty() const noexcept { return bytes().empty(); }     ///< true when there are none
 
     /// True when the bytes belong to the caller (made by view()).
-    bool isView() const noexcept { return owner_ == nullptr && !bytes_.empty(); }
+    bool isView() const noexcept { return owner_ == nullptr && !isEmpty(); }
 
     /// The bytes from `offset` on (none when that is past the end); shares them.
     Data from(std::size_t offset) const noexcept;
@@ -135,14 +139,14 @@ public:
     Data owned() const;
 
     /// Equal bytes, wherever they are kept.
-    friend bool operator==(const Data& a, const Data& b) noexcept { return a.bytes_ == b.bytes_; }
+    friend bool operator==(const Data& a, const Data& b) noexcept { return a.bytes() == b.bytes(); }
 
 private:
     Data(std::shared_ptr<const void> owner, std::string_view bytes) noexcept
         : owner_(std::move(owner)), bytes_(bytes) {}
 
     std::shared_ptr<const void> owner_;
-    std::string_view bytes_;
+    internal::EmptiedByMove<std::string_view> bytes_;
 };
 
 // ---------------------------------------------------------------------------------------------
@@ -323,7 +327,13 @@ struct NumberFormat {
 /// digits hold for writing only.
 class BRACKWELL_EXPORT DecimalNumberFormatter final : public NumberFormatter {
 public:
-    explicit DecimalNumberFormatter(NumberFormat format = {});       ///< keeps the settings
+    explicit DecimalNumberFormatter(NumberFormat format = {});  ///< keeps the settings
+    /// @{
+    /// A move is a copy, so that no formatter is ever without its settings.
+    DecimalNumberFormatter(const DecimalNumberFormatter&) = default;
+    DecimalNumberFormatter& operator=(const DecimalNumberFormatter&) = default;
+    ~DecimalNumberFormatter() override = default;
+    /// @}
     const NumberFormat& format() const noexcept { return format_; }  ///< the settings
     std::optional<Decimal> numberFromString(std::string_view text) const override;
     std::optional<std::string> stringFromNumber(const Decimal& number) const override;
@@ -344,7 +354,8 @@ BRACKWELL_EXPORT Date currentDate();
 /// The default text of a date: year-month-day, time and offset in UTC, "2024-01-31 17:05:00 +0000".
 BRACKWELL_EXPORT std::string dateDescription(Date date);
 
-/// The offset from UTC at each moment. A value; copies share the zone's rules.
+/// The offset from UTC at each moment. A value; copies share the zone's rules. One that was moved from is
+/// UTC.
 class BRACKWELL_EXPORT TimeZone {
 public:
     /// UTC.
@@ -371,8 +382,8 @@ public:
 private:
     struct Rules;
     enum class Kind : std::uint8_t { fixed, system, file };
-    Kind kind_ = Kind::fixed;
-    std::chrono::seconds offset_{0};
+    internal::EmptiedByMove<Kind> kind_;  ///< at first fixed, as it is without rules
+    internal::EmptiedByMove<std::chrono::seconds> offset_;
     std::shared_ptr<const Rules> rules_;
 };
 

@@ -55,7 +55,7 @@ TimeZone::Offset TimeZone::offsetAt(Date date) const {
         const LocalTimeType& type = rules_->file.typeAt(secondsOf(date));
         return {std::chrono::seconds(type.fromUTC), type.abbreviation};
     }
-    if (offset_ == std::chrono::seconds(0)) return {};
+    if (offset_.get() == std::chrono::seconds(0)) return {};
     return {offset_, shortOffsetName(offset_)};
 }
 
@@ -65,7 +65,7 @@ Date TimeZone::fromLocal(std::chrono::local_time<std::chrono::milliseconds> loca
     constexpr std::chrono::days margin(2);
     const Date shown(
         std::clamp(local.time_since_epoch(), milliseconds::min() + margin, milliseconds::max() - margin));
-    if (kind_ == Kind::fixed) return shown - offset_;
+    if (kind_ == Kind::fixed) return shown - offset_.get();
 
     // Clocks of all zones go for days between two changes, so at most one is near: the offset that holds
     // before or the one after it is in force. When clocks go back, the larger one leads to the earlier of

@@ -113,14 +113,14 @@ std::optional<Data> Data::fromFile(const std::string& path) {
 
 Data Data::from(std::size_t offset) const noexcept {
     if (offset >= size()) return {};
-    return {owner_, bytes_.substr(offset)};
+    return {owner_, bytes().substr(offset)};
 }
 
 Data Data::slice(std::size_t offset, std::size_t size) const noexcept {
     if (offset >= this->size() || size == 0) return {};
-    return {owner_, bytes_.substr(offset, size)};
+    return {owner_, bytes().substr(offset, size)};
 }
 
-Data Data::owned() const { return isView() ? copy(bytes_) : *this; }
+Data Data::owned() const { return isView() ? copy(bytes()) : *this; }
 
 }  // namespace brackwell

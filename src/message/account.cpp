@@ -30,65 +30,71 @@ void TvOFXAccount::setCountry(TextArgument country) {
     country_ = country ? std::optional<std::string>(*country) : std::nullopt;
 }
 
-TvOFXServiceStatus TvOFXAccount::serviceStatus() const noexcept { return accountInfo_->serviceStatus(); }
+TvOFXServiceStatus TvOFXAccount::serviceStatus() const noexcept { return record().serviceStatus(); }
 
-OptionalText TvOFXAccount::accountDescription() const noexcept { return accountInfo_->accountDescription(); }
+OptionalText TvOFXAccount::accountDescription() const noexcept { return record().accountDescription(); }
 
-OptionalText TvOFXAccount::accountPhone() const noexcept { return accountInfo_->accountPhone(); }
+OptionalText TvOFXAccount::accountPhone() const noexcept { return record().accountPhone(); }
 
 // Everything is asked of the record each time: the record may be shared and is never copied.
 
+/// The record, or an empty one once the view was moved from.
+const TvOFXAccountInfo& TvOFXAccount::record() const noexcept {
+    static const TvOFXAccountInfo kEmpty;
+    return accountInfo_ ? *accountInfo_ : kEmpty;
+}
+
 std::shared_ptr<TvOFXBankAccount> TvOFXAccount::bankAccount() const {
-    const auto& bank = accountInfo_->bankAccountInfo();
+    const auto& bank = record().bankAccountInfo();
     return bank ? bank->bankAcctFrom() : nullptr;
 }
 
 TvOFXServiceStatus TvOFXAccount::bankingServiceStatus() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::serviceStatus);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::serviceStatus);
 }
 
 bool TvOFXAccount::supportsTransactionDownload() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::supportsTransactionDownload);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::supportsTransactionDownload);
 }
 
 bool TvOFXAccount::isTransferSourceAccount() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::isTransferSourceAccount);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::isTransferSourceAccount);
 }
 
 bool TvOFXAccount::isTransferDestinationAccount() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::isTransferDestinationAccount);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::isTransferDestinationAccount);
 }
 
 OptionalText TvOFXAccount::bankingBankID() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::bankID);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::bankID);
 }
 
 OptionalText TvOFXAccount::bankingBranchID() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::branchID);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::branchID);
 }
 
 OptionalText TvOFXAccount::bankingAccountID() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::accountID);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::accountID);
 }
 
 OptionalText TvOFXAccount::bankingAcctKeyChecksum() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::acctKeyChecksum);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::acctKeyChecksum);
 }
 
 TvOFXBankAccountType TvOFXAccount::bankingAccountType() const noexcept {
-    return ask(accountInfo_->bankAccountInfo(), &TvOFXBankAccountInfo::accountType);
+    return ask(record().bankAccountInfo(), &TvOFXBankAccountInfo::accountType);
 }
 
 TvOFXServiceStatus TvOFXAccount::creditCardServiceStatus() const noexcept {
-    return ask(accountInfo_->creditCardAccountInfo(), &TvOFXCreditCardAccountInfo::serviceStatus);
+    return ask(record().creditCardAccountInfo(), &TvOFXCreditCardAccountInfo::serviceStatus);
 }
 
 TvOFXServiceStatus TvOFXAccount::paymentsServiceStatus() const noexcept {
-    return ask(accountInfo_->paymentsAccountInfo(), &TvOFXPaymentsAccountInfo::serviceStatus);
+    return ask(record().paymentsAccountInfo(), &TvOFXPaymentsAccountInfo::serviceStatus);
 }
 
 TvOFXServiceStatus TvOFXAccount::investmentServiceStatus() const noexcept {
-    return ask(accountInfo_->investmentAccountInfo(), &TvOFXInvestmentAccountInfo::serviceStatus);
+    return ask(record().investmentAccountInfo(), &TvOFXInvestmentAccountInfo::serviceStatus);
 }
 
 }  // namespace brackwell

@@ -97,13 +97,13 @@ std::shared_ptr<TvOFXInterpreter> TvOFXInterpreter::initWithParseResult(
 }
 
 bool TvOFXInterpreter::interpret() {
-    const NodeRef ofx = parserDict_ ? NodeRef::of(*parserDict_)[element("OFX")] : NodeRef();
+    // Into another interpreter, so that this one is unchanged when memory runs out.
+    TvOFXInterpreter read({std::nullopt, parserDict()});
+    const NodeRef ofx = parserDict() ? NodeRef::of(*read.parserDict())[element("OFX")] : NodeRef();
     if (!ofx.isDictionary()) {
         reset();
         return false;
     }
-    // Into another interpreter, so that this one is unchanged when memory runs out.
-    TvOFXInterpreter read({std::nullopt, parserDict_});
     read.setHelperObject(helperObject_);
     interpretMessageSets(read, ofx);
     const bool hasChildren = ofx.node().size > 0;

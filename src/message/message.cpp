@@ -60,7 +60,7 @@ MessageContent contentOf(const TvOFXInterpreter& interpreter) noexcept {
 std::shared_ptr<TvOFXMessage> TvOFXMessage::initWithUserSettings(const TvOFXUserSettings&) {
     auto message = std::make_shared<TvOFXMessage>();
     message->texts_.set(headerData_, "OFXSGML");
-    message->headerVersion_ = message->ofxVersion_ < 200 ? 100 : 200;  // by OFX 1 or OFX 2
+    message->headerVersion_ = message->ofxVersion() < 200 ? 100 : 200;  // by OFX 1 or OFX 2
     for (const std::size_t field : {ofxSecurity_, compression_, oldFileUID_, nuFileUID_})
         message->texts_.set(field, "NONE");
     message->texts_.set(encoding_, "USASCII");
@@ -90,7 +90,7 @@ void TvOFXMessage::take(const std::optional<ParseDictionary>& headerDictionary,
     takeResponses(interpreter);  // the last step that can fail
     // The texts are always overwritten, with nothing when the header lacks them.
     texts_ = std::move(texts);
-    content_ = std::max(content_, contentOf(interpreter));
+    content_ = std::max(content_.get(), contentOf(interpreter));
     headerVersion_ = versionIn(header, element("OFXHEADER"), headerVersion_);
     ofxVersion_ = versionIn(header, element("VERSION"), ofxVersion_);
 }
@@ -154,10 +154,11 @@ void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
     const bool isSignUp = dynamic_cast<const TvOFXAccountInfoRequest*>(request.get()) != nullptr;
     // Room in every list first, so that a request is in all of them or in none.
     if (isSignUp) makeRoom(signupMsgSet_, 1);
+    auto& requests = allRequests_.get();
     std::vector<std::shared_ptr<TvOFXRequest>> first;
-    makeRoom(allRequests_ ? *allRequests_ : first, 1);
-    if (!allRequests_) allRequests_ = std::move(first);
-    allRequests_->push_back(request);
+    makeRoom(requests ? *requests : first, 1);
+    if (!requests) requests = std::move(first);
+    requests->push_back(request);
     if (isSignUp) signupMsgSet_.push_back(request);
     if (auto profile = std::dynamic_pointer_cast<TvOFXFIProfileRequest>(request))
         profileRequest_ = std::move(profile);
@@ -166,12 +167,13 @@ void TvOFXMessage::addRequest(const std::shared_ptr<TvOFXRequest>& request) {
 
 const std::vector<std::shared_ptr<TvOFXAggregate>>& TvOFXMessage::accountsFound() {
     // Kept from the first call on: later requests and responses do not change the answer.
-    if (!accountsFound_) accountsFound_ = std::as_const(*this).accountsFound();
-    return *accountsFound_;
+    auto& found = accountsFound_.get();
+    if (!found) found = std::as_const(*this).accountsFound();
+    return *found;
 }
 
 std::vector<std::shared_ptr<TvOFXAggregate>> TvOFXMessage::accountsFound() const {
-    if (accountsFound_) return *accountsFound_;
+    if (const auto& found = accountsFound_.get()) return *found;
     const auto banks = bankAccountsFound();
     const auto cards = creditCardAccountsFound();
     std::vector<std::shared_ptr<TvOFXAggregate>> accounts(banks.begin(), banks.end());

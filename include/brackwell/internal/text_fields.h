@@ -5,6 +5,7 @@
 /// How the objects of the model hold their texts. It is installed because their getters are inline, but it is
 /// no part of the interface: what namespace internal has may change with any version.
 
+#include <brackwell/internal/emptied_by_move.h>
 #include <brackwell/platform.h>
 
 #include <array>
@@ -36,10 +37,13 @@ public:
         : document_(other.document_),
           own_(other.own_ ? std::make_unique<OwnTexts>(*other.own_) : nullptr),
           leaves_(other.leaves_) {}
-    /// Takes everything over.
+    /// The same for an object that has texts already.
+    TextFields& operator=(const TextFields& other) { return *this = TextFields(other); }
+    /// @{
+    /// Takes everything over; the other has no texts then.
     TextFields(TextFields&&) noexcept = default;
-    /// Takes everything over.
     TextFields& operator=(TextFields&&) noexcept = default;
+    /// @}
     ~TextFields() = default;
 
     /// Valid until this field is set again or the object is destroyed.
@@ -50,7 +54,7 @@ public:
     void setLeaf(std::size_t field, const std::shared_ptr<const reading::Document>& document,
                  std::uint32_t node) {
         if (document_ == document)
-            leaves_[field] = node;
+            leaves_.get()[field] = node;
         else
             setLeafOfOther(field, document, node);
     }
@@ -62,12 +66,12 @@ private:
 
     std::shared_ptr<const reading::Document> document_;
     std::unique_ptr<OwnTexts> own_;
-    std::array<std::uint32_t, Count> leaves_{};  ///< 0: none
+    EmptiedByMove<std::array<std::uint32_t, Count>> leaves_;  ///< 0: none
 };
 
 template <std::size_t Count>
 OptionalText TextFields<Count>::get(std::size_t field) const noexcept {
-    if (leaves_[field] != 0) return leafText(*document_, leaves_[field]);
+    if (leaves_.get()[field] != 0) return leafText(*document_, leaves_.get()[field]);
     if (own_ && (*own_)[field]) return *(*own_)[field];
     return std::nullopt;
 }
@@ -80,7 +84,7 @@ void TextFields<Count>::set(std::size_t field, OptionalText text) {
     } else if (own_) {
         (*own_)[field].reset();
     }
-    leaves_[field] = 0;
+    leaves_.get()[field] = 0;
 }
 
 template <std::size_t Count>
@@ -91,7 +95,7 @@ void TextFields<Count>::setLeafOfOther(std::size_t field,
         set(field, leafText(*document, node));
     } else {
         document_ = document;
-        leaves_[field] = node;
+        leaves_.get()[field] = node;
     }
 }
 
