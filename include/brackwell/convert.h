@@ -20,7 +20,7 @@
 namespace brackwell {
 
 /// Converts OFX dates and amounts. A caller's formatters, when set, are tried before the built-in
-/// formats.
+/// formats. A formatter lives for as long as it is asked, and may replace itself or the helper meanwhile.
 class BRACKWELL_EXPORT TvOFXHelper {
 public:
     /// The shared helper, made on first use, by any thread, and kept for the life of the process.

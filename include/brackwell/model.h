@@ -14,7 +14,9 @@
 /// TvOFXFIMessage are a view of their results, and TvOFXAccount is a view of one account record.
 ///
 /// Objects are shared by reference counting and not copied when handed out. A field that the
-/// document does not fill is absent; nothing in a readable document is an error.
+/// document does not fill is absent; nothing in a readable document is an error. While an object reads a
+/// node, it asks the formatters of the application; these may replace the helper of the object, or the
+/// formatters of the helper, but not read another node into the object.
 
 #include <brackwell/convert.h>
 #include <brackwell/internal/emptied_by_move.h>

@@ -6,6 +6,18 @@
 #include "convert/ofx_date.h"
 
 namespace brackwell {
+namespace {
+
+/// The built-in formatter of every helper, for when its own may be gone.
+const DecimalNumberFormatter& builtInAmountFormatter() {
+    static const DecimalNumberFormatter kFormatter;
+    return kFormatter;
+}
+
+}  // namespace
+
+// A formatter of the application's may replace itself, or even the helper, while it is asked. So it is held
+// for as long, and nothing of the helper is used after that.
 
 const std::shared_ptr<TvOFXHelper>& TvOFXHelper::defaultHelper() {
     // Never destroyed, so that objects of the application may use it until the process ends.
@@ -21,8 +33,8 @@ TvOFXHelper::TvOFXHelper()
 
 std::optional<Date> TvOFXHelper::dateFromOFXDateString(TextArgument text) const {
     if (!text) return std::nullopt;
-    if (userDateFormatter_)
-        if (const std::optional<Date> date = userDateFormatter_->dateFromString(*text)) return date;
+    if (const auto formatter = userDateFormatter_)
+        if (const std::optional<Date> date = formatter->dateFromString(*text)) return date;
     return dateFromOFXText(*text);
 }
 
@@ -34,22 +46,21 @@ std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
 
 std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(TextArgument text) const {
     if (!text) return std::nullopt;
-    if (userAmountNumberFormatter_)
-        if (const std::optional<Decimal> number = userAmountNumberFormatter_->numberFromString(*text))
-            return number;
+    if (const auto formatter = userAmountNumberFormatter_)
+        if (const std::optional<Decimal> number = formatter->numberFromString(*text)) return number;
     // Whatever this reads, the formatter reads as the same number; it only takes longer.
     std::optional<Decimal> number = Decimal::fromString(*text);
-    if (!number) number = ofxAmountFormatter_.numberFromString(*text);
+    if (!number) number = builtInAmountFormatter().numberFromString(*text);
     return number;
 }
 
 std::optional<std::string> TvOFXHelper::ofxAmountStringFromDecimalNumber(
     const std::optional<Decimal>& number) const {
     if (!number) return std::nullopt;
-    if (userAmountNumberFormatter_)
-        if (std::optional<std::string> text = userAmountNumberFormatter_->stringFromNumber(*number))
-            return text;
-    return ofxAmountFormatter_.stringFromNumber(*number);
+    const Decimal written = *number;  // the caller's own may be changed by the formatter as well
+    if (const auto formatter = userAmountNumberFormatter_)
+        if (std::optional<std::string> text = formatter->stringFromNumber(written)) return text;
+    return builtInAmountFormatter().stringFromNumber(written);
 }
 
 void TvOFXHelper::setDateFormatter(std::shared_ptr<const DateFormatter> formatter) noexcept {

@@ -181,7 +181,8 @@ private:
 /// All objects of a class that a reader finds.
 template <class Walk, class Object>
 std::vector<Object> readAll(const std::optional<ParseDictionary>& document,
-                            const std::shared_ptr<TvOFXHelper>& helper, RecordType type) {
+                            const std::shared_ptr<TvOFXHelper>& given, RecordType type) {
+    const std::shared_ptr<TvOFXHelper> helper = given;  // a formatter may replace the caller's
     const reading::NodeRef root = document ? reading::NodeRef::of(*document) : reading::NodeRef();
     if (!root) return {};
     const auto records = std::make_shared<Records>();

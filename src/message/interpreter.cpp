@@ -124,15 +124,16 @@ void TvOFXInterpreter::reset() noexcept {
 
 std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
     const std::optional<ParseDictionary>& node, std::string_view withMessageSetKey) {
-    const NodeRef wrapper = node ? NodeRef::of(*node) : NodeRef();
+    const std::optional<ParseDictionary> held = node;  // a formatter may replace the caller's
+    const NodeRef wrapper = held ? NodeRef::of(*held) : NodeRef();
     const NodeRef statusNode = wrapper[element("STATUS")];
     std::string innerName(withMessageSetKey);
-    std::optional<ParseDictionary> innerNode = node;
+    std::optional<ParseDictionary> innerNode = held;
     OptionalText uid;
     if (elements::isWrapper(withMessageSetKey)) {
         innerName = innerResponseName(withMessageSetKey);
         // An inner node that is not a dictionary counts as absent.
-        innerNode = node ? (*node)[innerName].dictionary() : std::nullopt;
+        innerNode = held ? (*held)[innerName].dictionary() : std::nullopt;
         if (const NodeRef value = wrapper[element("TRNUID")]; value.isText()) uid = value.text();
     }
 

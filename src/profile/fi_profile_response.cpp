@@ -62,7 +62,7 @@ struct BRACKWELL_INTERNAL TvOFXFIProfileResponse::Elements {
 TvOFXFIProfileResponse::TvOFXFIProfileResponse(const std::optional<ParseDictionary>& node)
     : AggregateClass(node) {
     if (!node) return;
-    const NodeRef profile = NodeRef::of(*node);
+    const NodeRef profile = NodeRef::of(*originalParseData());
     Elements::kTable.read(*this, profile);
     Elements::readAddress(*this, profile);
 }

@@ -42,8 +42,9 @@ struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
 };
 
 void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>& node) {
-    if (node) {
-        const NodeRef statement = NodeRef::of(*node);
+    const std::optional<ParseDictionary> held = node;  // a formatter may replace the caller's
+    if (held) {
+        const NodeRef statement = NodeRef::of(*held);
         // Memory may run out at any of the fields; then the statement is as it was before.
         Rollback before(texts_, transactionStartDateTime_, transactionEndDateTime_, statementTransactions_,
                         ledgerBalanceAmount_, ledgerBalanceDateTime_, availableBalanceAmount_,
@@ -53,7 +54,7 @@ void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>
         if (account.isDictionary()) readAccount(account.dictionary());
         before.keep();
     }
-    TvOFXAggregate::parseDictionary(node);
+    TvOFXAggregate::parseDictionary(held);
 }
 
 void TvOFXAccountStatement::readTransactions(const NodeRef& list) {

@@ -152,7 +152,8 @@ void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDiction
     std::unique_ptr<Parties> parties = parties_ ? std::make_unique<Parties>(*parties_) : nullptr;
     std::swap(parties, parties_);  // so that what is read goes into a copy
     try {
-        read(NodeRef::of(*node));
+        const ParseDictionary held = *node;  // a formatter may replace the caller's
+        read(NodeRef::of(held));
     } catch (...) {
         parties_ = std::move(parties);
         throw;
