@@ -262,7 +262,8 @@ public:
     /// An object of the class that stands for an aggregate of this name.
     std::shared_ptr<TvOFXResponse> createResponseObjectForKey(
         std::string_view name, const std::optional<ParseDictionary>& andResponseDict);
-    /// Appends to the list of the message set; does nothing unless it is one of the ten known ones.
+    /// Appends to the list of the message set; does nothing unless it is one of the ten known ones, or when
+    /// there is no response.
     void addResponse(const std::shared_ptr<TvOFXResponse>& response, std::string_view toMessageSet);
 
     /// @{

@@ -154,8 +154,9 @@ public:
     OptionalText originalDatePostedString() const noexcept { return texts_.get(originalDatePostedString_); }
 
     /// The day of datePosted in the process's time zone as eight digits, made on the first call and
-    /// kept; nothing without datePosted. Valid until datePosted is set. The first call changes the
-    /// transaction, so it is for one thread.
+    /// kept; nothing without datePosted. A day before the year 1 is "00010101" and one after the year 9999
+    /// "99991231", so that the order of days is never wrong. Valid until datePosted is set; reading another
+    /// node does not renew it. The first call changes the transaction, so it is for one thread.
     OptionalText sort_date();
     /// The day of datePosted: in UTC, as which dates are read, unless another zone is given; that of
     /// TimeZone::system() is the day of sort_date. Nothing without datePosted, and outside of the years 1 to

@@ -189,6 +189,7 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
 
 void TvOFXInterpreter::addResponse(const std::shared_ptr<TvOFXResponse>& response,
                                    std::string_view toMessageSet) {
+    if (!response) return;
     struct Row {
         std::string_view prefix;  ///< of the name, without the digit of the version
         MessageSet list;

@@ -115,6 +115,12 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
 
 namespace {
 
+/// @{
+/// The first and the last day that a calendar with years of four digits has.
+constexpr std::string_view kFirstDay = "00010101";
+constexpr std::string_view kLastDay = "99991231";
+/// @}
+
 template <class Object>
 void encodeObject(KeyedArchiver& coder, std::string_view key, const std::shared_ptr<Object>& object) {
     if (!object) return;
@@ -224,8 +230,12 @@ OptionalText TvOFXStatementTransaction::sort_date() {
         if (!datePosted_) return std::nullopt;
         // The locale is prescribed; with digits only it makes no difference.
         const PatternDateFormatter formatter("yyyyMMdd", TimeZone::system(), "de_DE");
-        const std::string day = formatter.stringFromDate(*datePosted_);
-        day.copy(cached.data(), cached.size());
+        const std::string written = formatter.stringFromDate(*datePosted_);
+        std::string_view day = written;
+        // A year that has a sign, or more than four digits, gives the nearest day without: cutting its digits
+        // would change the order.
+        if (day.size() > cached.size()) day = *datePosted_ < Date() ? kFirstDay : kLastDay;
+        std::max(day, kFirstDay).copy(cached.data(), cached.size());
     }
     return std::string_view(cached.data(), cached.size());
 }

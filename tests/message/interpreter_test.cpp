@@ -371,6 +371,34 @@ TEST_CASE("a response that is interpreted alone is in every index but the messag
     CHECK(interpreter.allResponses().size() == 1);
 }
 
+TEST_CASE("no response is in no message set") {
+    TvOFXInterpreter interpreter = over(std::nullopt);
+    for (const MessageSetRow& row : kMessageSets) {
+        CAPTURE(row.prefix);
+        interpreter.addResponse(nullptr, row.prefix + "1");
+        CHECK((interpreter.*row.list)().empty());
+    }
+    checkEmpty(interpreter);
+}
+
+TEST_CASE("of a message set that stands twice neither is read, and of two OFX neither") {
+    const auto interpreter = interpreted(
+        "<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>a</STMTTRNRS></BANKMSGSRSV1>"
+        "<CREDITCARDMSGSRSV1><CCSTMTTRNRS><TRNUID>b</CCSTMTTRNRS></CREDITCARDMSGSRSV1>"
+        "<BANKMSGSRSV1><STMTTRNRS><TRNUID>c</STMTTRNRS></BANKMSGSRSV1></OFX>");
+    CHECK(uids(interpreter->allResponses()) == "[b]");
+    CHECK(interpreted("<OFX><A><B>1</A></OFX><OFX><A><B>1</A></OFX>")->allResponses().empty());
+}
+
+TEST_CASE("a sign-on or profile that is made alone is kept as the last one") {
+    TvOFXInterpreter interpreter = over(std::nullopt);
+    const auto signOn = interpreter.createResponseObjectForKey("SONRS", std::nullopt);
+    const auto profile = interpreter.createResponseObjectForKey("PROFRS", std::nullopt);
+    CHECK(interpreter.signOnResponse() == signOn);
+    CHECK(interpreter.fiProfileResponse() == profile);
+    CHECK(interpreter.allResponses().empty());
+}
+
 TEST_CASE("interpreting again begins anew") {
     TvOFXInterpreter interpreter =
         over(ofx("BANKMSGSRSV1",

@@ -38,6 +38,43 @@ TEST_CASE("the sort key is the day of the posting date in the process's time zon
     }
 }
 
+TEST_CASE("the sort key of a year without four digits is the nearest day that has them") {
+    struct Row {
+        std::string zone;
+        Date date;
+        std::string day;
+    };
+    for (const Row& row :
+         {Row{"UTC0", utc(9999, 12, 31, 23, 59), "99991231"},
+          Row{"CET-1", utc(9999, 12, 31, 23, 59), "99991231"}, Row{"UTC0", utc(10000, 1, 1), "99991231"},
+          Row{"UTC0", utc(20240, 1, 31), "99991231"}, Row{"UTC0", utc(1, 1, 1), "00010101"},
+          Row{"EST5", utc(1, 1, 1), "00010101"}, Row{"UTC0", utc(0, 12, 31), "00010101"},
+          Row{"UTC0", utc(-1, 6, 1), "00010101"}, Row{"UTC0", utc(-10000, 6, 1), "00010101"},
+          Row{"UTC0", Date::max(), "99991231"}, Row{"UTC0", Date::min(), "00010101"}}) {
+        CAPTURE(row.zone);
+        CAPTURE(row.date.time_since_epoch().count());
+        const TimeZoneGuard guard(row.zone);
+        TvOFXStatementTransaction transaction;
+        transaction.setDatePosted(row.date);
+        CHECK(shown(transaction.sort_date()) == row.day);
+    }
+}
+
+TEST_CASE("a later day never sorts before an earlier one, whatever the years") {
+    const TimeZoneGuard guard("CET-1");
+    std::string before;
+    for (const int year : {-20000, -1, 0, 1, 999, 1970, 2024, 9999, 10000, 20240}) {
+        for (const unsigned month : {1U, 12U}) {
+            CAPTURE(year);
+            TvOFXStatementTransaction transaction;
+            transaction.setDatePosted(utc(year, month, 31, 23, 30));
+            const std::string day(*transaction.sort_date());
+            CHECK(before <= day);
+            before = day;
+        }
+    }
+}
+
 TEST_CASE("without a posting date there is no sort key, whatever other dates there are") {
     const auto read = TvOFXStatementTransaction::initWithParserDict(
         ParseDictionary{{"DTPOSTED", "2024"}, {"DTUSER", "20240101"}, {"DTAVAIL", "20240101"}});
