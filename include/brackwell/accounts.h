@@ -5,6 +5,7 @@
 /// Account identifiers: which bank, card or investment account a statement, a transfer or a record
 /// speaks of; and account information: the accounts that a user holds at an institution.
 ///
+///     #include <brackwell/statements.h>
 ///     auto account = brackwell::TvOFXBankAccount::initWithBankID("121000248", "0001",
 ///                                                                brackwell::TvOFXBankAccountTypeChecking);
 ///     if (account->isEqualToOFXBankAccount(statement->bankAccountFrom().get())) ...
@@ -423,7 +424,24 @@ private:
 };
 
 /// The accounts of a response as flat views, and the response as bytes: an application stores `data`
-/// and later gets the same accounts back with `initWithData`.
+/// and later gets the same accounts back with `initWithData`, as long as no text of the response has "<" or
+/// an entity in it. The bytes are OFX text without escapes: intended. So a text with "<" comes back cut off
+/// there, or takes its record or the whole response with it, and one that reads like an entity ("&lt;") comes
+/// back as another. How an application notices before it stores them:
+///
+///     auto restored = brackwell::TvOFXUserAccountInfo::initWithData(info->data());
+///     bool isWhole = restored->acctInfoResponse()->originalParseData() ==
+///                    info->acctInfoResponse()->originalParseData();
+///
+/// A keyed archive of the response gives every text back:
+///
+///     brackwell::KeyedArchiver archiver;
+///     info->acctInfoResponse()->encodeWithCoder(archiver);
+///     store(archiver.archivedData());                                 // later:
+///     auto archive = brackwell::KeyedUnarchiver::open(*bytes);
+///     auto response = brackwell::TvOFXAccountInfoResponse::initWithParseDict(
+///         brackwell::TvOFXAggregate::initWithCoder(*archive)->originalParseData());
+///     info = brackwell::TvOFXUserAccountInfo::initWithAccountInfoResponse(response);
 class BRACKWELL_EXPORT TvOFXUserAccountInfo final {
 public:
     /// No response and no accounts.
@@ -433,7 +451,8 @@ public:
     /// Keeps the response and makes a view of each of its records.
     static std::shared_ptr<TvOFXUserAccountInfo> initWithAccountInfoResponse(
         std::shared_ptr<TvOFXAccountInfoResponse> response);
-    /// Bytes that do not parse give a response without records.
+    /// Restores what `data` wrote. Bytes that do not parse give a response without records and without
+    /// originalParseData; the comment of the class says which texts make such bytes.
     static std::shared_ptr<TvOFXUserAccountInfo> initWithData(const std::optional<Data>& data);
 
     /// The response's ofxString as UTF-8; nothing without a response.

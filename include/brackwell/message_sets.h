@@ -5,6 +5,7 @@
 /// The message sets in an institution's profile (profile.h): what the institution offers, where the
 /// requests go, and how they are secured. Flags are true only for the exact text "Y".
 ///
+///     #include <brackwell/profile.h>
 ///     if (auto banking = profile->messageSetProfileBanking())
 ///         if (banking->messageSetCore()) connect(banking->messageSetCore()->url().value_or(""));
 

@@ -5,6 +5,7 @@
 /// The object model. TvOFXMessage is what an import returns; it holds responses, such as the
 /// statements of statements.h, and lists the accounts that they speak of:
 ///
+///     #include <brackwell/statements.h>
 ///     for (const auto& account : message->bankAccountsFound())
 ///         if (auto statement = message->statementsForBankAccount(account))
 ///             for (const auto& transaction : statement->statementTransactions()) ...
@@ -58,8 +59,9 @@ enum TvOFXServiceStatus : std::uint64_t;
 /// An object that stands for one OFX aggregate: it keeps the node of the parse tree that it was read
 /// from, the OFX version it renders for and the helper it converts with.
 ///
-/// Made in one of two ways: `initWithParseDict` reads a node at once; or the plain constructor,
-/// setHelperObject, then parseDictionary, when the helper must be in place before reading.
+/// `initWithParseDict`, or `initWithParserDict` where a class has that, makes an object that has read a node.
+/// With a helper of their own, statements and transactions read as well: the plain constructor,
+/// setHelperObject, then parseDictionary.
 class BRACKWELL_EXPORT TvOFXAggregate {
 public:
     TvOFXAggregate() noexcept = default;
@@ -73,7 +75,8 @@ public:
 
     /// An object that keeps the node and reads nothing from it.
     static std::shared_ptr<TvOFXAggregate> initWithParseDict(const std::optional<ParseDictionary>& node);
-    /// The reading hook. The base keeps the node as originalParseData and does nothing else.
+    /// The reading hook. The base keeps the node as originalParseData and reads nothing; so do all classes
+    /// but statements and transactions, TvOFXBankAccount among them.
     virtual void parseDictionary(const std::optional<ParseDictionary>& node);
     /// Debugging text. The base renders originalParseData like ofxString, or gives the class's name
     /// and the object's address when there is none.
@@ -250,7 +253,8 @@ public:
     void setHelperObject(std::shared_ptr<TvOFXHelper> helper) noexcept { helperObject_ = std::move(helper); }
     /// @}
 
-    /// Forgets earlier results and reads the tree. False when the tree has no "OFX" with children.
+    /// Forgets earlier results and reads the tree. False when the tree has no "OFX" with children. Of a
+    /// message set that stands twice in "OFX" neither is read, and nothing of two "OFX": intended.
     bool interpret();
     /// Forgets all results; the tree and the helper stay.
     void reset() noexcept;
@@ -259,7 +263,8 @@ public:
     /// STATUS and TRNUID, and files it in all indexes but the message-set lists.
     std::shared_ptr<TvOFXResponse> interpretResponseDict(const std::optional<ParseDictionary>& node,
                                                          std::string_view withMessageSetKey);
-    /// An object of the class that stands for an aggregate of this name.
+    /// An object of the class that stands for an aggregate of this name. It is filed nowhere, but a SONRS is
+    /// signOnResponse from then on, and a PROFRS fiProfileResponse.
     std::shared_ptr<TvOFXResponse> createResponseObjectForKey(
         std::string_view name, const std::optional<ParseDictionary>& andResponseDict);
     /// Appends to the list of the message set; does nothing unless it is one of the ten known ones, or when
@@ -274,7 +279,9 @@ public:
     }
     /// @}
 
-    /// Every response, in the order built, which is document order.
+    /// Every response, in the order built: those of a message set together, and in it those of one name
+    /// together, where the first of them stands. Among those of one name it is document order; the order in
+    /// which unlike names alternate is not kept.
     const TvOFXResponseList& allResponses() const noexcept { return responseObjects_; }
     /// @{
     /// The responses by their TRNUID, and by the name of their aggregate ("STMTRS").
@@ -368,9 +375,10 @@ public:
     void addRequest(const std::shared_ptr<TvOFXRequest>& request);
 
     /// @{
-    /// Header fields: OFXHEADER and VERSION as numbers (0 when not there); SECURITY, DATA, ENCODING, CHARSET,
-    /// OLDFILEUID, NEWFILEUID and COMPRESSION as texts, valid until the next processParserResult. What
-    /// ENCODING and CHARSET say was not used to decode the document.
+    /// Header fields: OFXHEADER and VERSION as numbers; SECURITY, DATA, ENCODING, CHARSET, OLDFILEUID,
+    /// NEWFILEUID and COMPRESSION as texts, valid until the next processParserResult. A header that lacks a
+    /// number leaves it as it was, at first 0; one that lacks a text takes it away. What ENCODING and CHARSET
+    /// say was not used to decode the document.
     std::uint64_t headerVersion() const noexcept { return headerVersion_; }
     std::uint64_t ofxVersion() const noexcept { return ofxVersion_; }
     OptionalText ofxSecurity() const noexcept { return texts_.get(ofxSecurity_); }
@@ -401,9 +409,9 @@ public:
     /// The same list without keeping it: what the first call kept, or, before that, what it would keep.
     std::vector<std::shared_ptr<TvOFXAggregate>> accountsFound() const;
     /// @{
-    /// The accounts of the statements in document order; not those of account information, which a message
-    /// does not hold: intended. Each is the very object that its statement holds; nothing is merged, so an
-    /// account with two statements stands here twice.
+    /// The accounts of the statements, in the order of TvOFXInterpreter::allResponses; not those of account
+    /// information, which a message does not hold: intended. Each is the very object that its statement
+    /// holds; nothing is merged, so an account with two statements stands here twice.
     std::vector<std::shared_ptr<TvOFXBankAccount>> bankAccountsFound() const;
     std::vector<std::shared_ptr<TvOFXCreditCardAccount>> creditCardAccountsFound() const;
     /// @}
@@ -472,7 +480,7 @@ public:
 
     /// When this object was made.
     Date date() const noexcept { return date_; }
-    /// "[INFO] Statement ready": the status's severity and message.
+    /// "[INFO] Statement ready": the status's severity and message, each "(null)" when there is none.
     const std::string& message() const noexcept { return message_; }
 
 private:

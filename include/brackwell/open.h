@@ -281,7 +281,7 @@ public:
     std::shared_ptr<const TvOFXInterpreter> interpreter() const noexcept;
     /// The responses, in the order in which they were built. Empty when the document was not read.
     const TvOFXResponseList& responses() const noexcept;
-    /// The bank and card statements in the order of `responses`.
+    /// The bank and card statements in the order of `responses`, see TvOFXInterpreter::allResponses.
     const std::vector<std::shared_ptr<TvOFXAccountStatement>>& statements() const noexcept;
     /// @{
     /// The investment statements and the securities, in document order.
@@ -333,7 +333,8 @@ public:
     Data bytes() && { return bytes(); }
     /// @}
     /// @{
-    /// The documents in the file's order; empty when the file could not be read or has no bytes.
+    /// The documents in the file's order; empty when the file could not be read. A file without bytes, or
+    /// with a text that is no OFX document, is one document that was not read.
     const std::vector<OpenedDocument>& documents() const& noexcept;
     std::vector<OpenedDocument> documents() && { return documents(); }
     /// @}

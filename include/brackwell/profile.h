@@ -352,9 +352,14 @@ public:
     /// Keeps the response; null is none.
     static std::shared_ptr<TvOFXFIProfile> initWithProfileResponse(
         std::shared_ptr<TvOFXFIProfileResponse> response);
-    /// Restores what `data` wrote. Repeated leaves (LANGUAGE, PROCDAYSOFF) are lost on the way, and so
-    /// are texts with "<" or "&", since they are written without escapes: intended. Bytes that do not
-    /// parse give a profile whose response has no fields.
+    /// Restores what `data` wrote. Repeated leaves (LANGUAGE, PROCDAYSOFF) are lost on the way, and since
+    /// texts are written without escapes, one with "<" comes back cut off there and one that reads like an
+    /// entity ("&lt;") as another: intended. A text with a close tag in it ("</b>") makes bytes that do not
+    /// parse; these give a profile whose response has no fields and no originalParseData.
+    ///
+    /// To see beforehand that all comes back, compare the originalParseData of the response with that of the
+    /// response restored. A keyed archive of the response (TvOFXAggregate::encodeWithCoder) gives everything
+    /// back; TvOFXUserAccountInfo shows both.
     static std::shared_ptr<TvOFXFIProfile> initWithData(const std::optional<Data>& data);
 
     /// The response's description; "TvOFXFIProfile" without a response.

@@ -6,6 +6,7 @@
 /// leave something behind. The import never does this by itself: whoever wants it asks for it, and gets the
 /// list of what was changed, with reasons.
 ///
+///     #include <brackwell/reading.h>
 ///     brackwell::RepairedText repaired = brackwell::repairOFXText(text, brackwell::RepairScope::structure);
 ///     for (const auto& change : repaired.changes)
 ///         std::cerr << change.line << ':' << change.column << ' ' << describe(change.kind) << ": "

@@ -100,7 +100,8 @@ public:
 
     /// What kind of movement (TRNTYPE): DEBIT, CREDIT, FEE, XFER and others; no list is enforced.
     OptionalText transactionType() const noexcept { return texts_.get(transactionType_); }
-    /// When it was booked (DTPOSTED), in UTC; nothing when that is no date, see originalDatePostedString.
+    /// When it was booked (DTPOSTED); nothing when that is no date, see originalDatePostedString. The time is
+    /// taken for UTC whatever zone the text names, so "20240131120000.000[-5:EST]" is 12:00 UTC: intended.
     std::optional<Date> datePosted() const noexcept { return datePosted_; }
     /// Another date than the stored one also renews sort_date.
     void setDatePosted(std::optional<Date> date) noexcept;
@@ -223,7 +224,8 @@ private:
 /// What bank and card statements have in common: all but the account.
 class BRACKWELL_EXPORT TvOFXAccountStatement : public AggregateClass<TvOFXAccountStatement, TvOFXResponse> {
 public:
-    /// Reads a STMTRS or CCSTMTRS node. Run a second time, it appends the transactions again.
+    /// Reads a STMTRS or CCSTMTRS node, but no STATUS or TRNUID; the interpreter sets these. Run a second
+    /// time, it appends the transactions again.
     void parseDictionary(const std::optional<ParseDictionary>& node) override;
     /// The class's name, the two balances and the number of transactions.
     std::string description() const override;

@@ -23,6 +23,10 @@ std::shared_ptr<TvOFXAccountInfoResponse> threeAccounts() {
     return TvOFXAccountInfoResponse::initWithParseDict(parsed(kThree));
 }
 
+std::optional<ParseDictionary> restoredNode(const TvOFXAccountInfoResponse& response) {
+    return restored(response)->originalParseData();
+}
+
 }  // namespace
 
 TEST_CASE("a user without a response has no accounts") {
@@ -95,6 +99,34 @@ TEST_CASE("bytes that do not parse give a user whose response has no records") {
         CHECK(info->allAccounts().empty());
         REQUIRE(info->data());
         CHECK(info->data()->isEmpty());
+    }
+}
+
+TEST_CASE("a text with markup does not survive storing unchanged, which its node shows") {
+    // Intended: nothing is escaped.
+    struct Row {
+        std::string text;      ///< in the document
+        std::string restored;  ///< what the record's description reads after storing
+        std::size_t accounts;  ///< how many come back
+    };
+    for (const Row& row :
+         {Row{"A &amp; B", "A & B", 1}, Row{"A", "A", 1}, Row{"A &lt;B&gt; C", "A", 1},
+          Row{"A &amp;lt; B", "A < B", 1}, Row{"A &lt; B", "", 0}, Row{"A &lt;/B&gt;", "", 0}}) {
+        CAPTURE(row.text);
+        const auto response = TvOFXAccountInfoResponse::initWithParseDict(
+            parsed("<ACCTINFO><DESC>" + row.text + "<BANKACCTINFO><SUPTXDL>Y</BANKACCTINFO></ACCTINFO>"));
+        const auto info = Info::initWithAccountInfoResponse(response);
+        REQUIRE(info->allAccounts().size() == 1);
+        const auto restored = Info::initWithData(info->data());
+        REQUIRE(restored->allAccounts().size() == row.accounts);
+        if (row.accounts != 0) CHECK(shown(restored->allAccounts()[0]->accountDescription()) == row.restored);
+        const bool isWhole = restored->acctInfoResponse()->originalParseData() ==
+                             info->acctInfoResponse()->originalParseData();
+        CHECK(isWhole == (shown(info->allAccounts()[0]->accountDescription()) == row.restored));
+        // A keyed archive has no such weakness.
+        const auto archive = restoredNode(*response);
+        CHECK(archive == response->originalParseData());
+        CHECK(TvOFXAccountInfoResponse::initWithParseDict(archive)->accountInfos().size() == 1);
     }
 }
 

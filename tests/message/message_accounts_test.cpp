@@ -191,3 +191,14 @@ TEST_CASE("an account outlives its message") {
     { account = imported(ofx(bank("b1")))->bankAccountsFound().front(); }
     CHECK(shown(account->accountID()) == "b1");
 }
+
+TEST_CASE("the accounts found stand in the order of their statements' names, not in that of the document") {
+    const auto message = imported(
+        "<OFX><BANKMSGSRSV1><STMTTRNRS><STMTRS><BANKACCTFROM><ACCTID>1</BANKACCTFROM></STMTRS></STMTTRNRS>"
+        "<STMTRS><BANKACCTFROM><ACCTID>2</BANKACCTFROM></STMTRS>"
+        "<STMTTRNRS><STMTRS><BANKACCTFROM><ACCTID>3</BANKACCTFROM></STMTRS></STMTTRNRS></BANKMSGSRSV1></"
+        "OFX>");
+    std::string found;
+    for (const auto& account : message->bankAccountsFound()) found.append(account->accountID().value_or("?"));
+    CHECK(found == "132");
+}
