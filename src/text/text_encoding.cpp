@@ -238,18 +238,19 @@ std::optional<Data> decodeUTF8(const Data& data) {
 }
 
 /// The name and the first bytes of an encoding that is told by a mark.
-struct Mark {
+struct EncodingMark {
     std::string_view bytes;
     const char* iconvName;
 };
 
-constexpr std::array kMarks16 = {Mark{kUTF16BigEndianMark, "UTF-16BE"},
-                                 Mark{kUTF16LittleEndianMark, "UTF-16LE"}};
-constexpr std::array kMarks32 = {Mark{kUTF32BigEndianMark, "UTF-32BE"},
-                                 Mark{kUTF32LittleEndianMark, "UTF-32LE"}};
+constexpr std::array kMarks16 = {EncodingMark{kUTF16BigEndianMark, "UTF-16BE"},
+                                 EncodingMark{kUTF16LittleEndianMark, "UTF-16LE"}};
+constexpr std::array kMarks32 = {EncodingMark{kUTF32BigEndianMark, "UTF-32BE"},
+                                 EncodingMark{kUTF32LittleEndianMark, "UTF-32LE"}};
 
-std::optional<Data> decodeMarked(std::string_view bytes, std::span<const Mark> marks, const char* unmarked) {
-    for (const Mark& mark : marks) {
+std::optional<Data> decodeMarked(std::string_view bytes, std::span<const EncodingMark> marks,
+                                 const char* unmarked) {
+    for (const EncodingMark& mark : marks) {
         if (bytes.starts_with(mark.bytes))
             return decodeByIconv(bytes.substr(mark.bytes.size()), mark.iconvName);
     }
