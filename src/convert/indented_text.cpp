@@ -163,7 +163,8 @@ std::string indentedOFXText(const ParseDictionary& tree) {
 
 bool writeIndentedOFXText(const ParseDictionary& tree, const std::function<bool(std::string_view)>& take) {
     if (!take) return false;
-    const ParseDictionary held = tree;  // `take` may replace the caller's
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): `take` may replace it
+    const ParseDictionary held = tree;
     const reading::NodeRef root = reading::NodeRef::of(held);
     return !root || IndentedText(root.document(), root.index(), take).write();
 }

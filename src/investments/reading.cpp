@@ -182,7 +182,8 @@ private:
 template <class Walk, class Object>
 std::vector<Object> readAll(const std::optional<ParseDictionary>& document,
                             const std::shared_ptr<TvOFXHelper>& given, RecordType type) {
-    const std::shared_ptr<TvOFXHelper> helper = given;  // a formatter may replace the caller's
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
+    const std::shared_ptr<TvOFXHelper> helper = given;
     const reading::NodeRef root = document ? reading::NodeRef::of(*document) : reading::NodeRef();
     if (!root) return {};
     const auto records = std::make_shared<Records>();

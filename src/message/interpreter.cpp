@@ -124,7 +124,8 @@ void TvOFXInterpreter::reset() noexcept {
 
 std::shared_ptr<TvOFXResponse> TvOFXInterpreter::interpretResponseDict(
     const std::optional<ParseDictionary>& node, std::string_view withMessageSetKey) {
-    const std::optional<ParseDictionary> held = node;  // a formatter may replace the caller's
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
+    const std::optional<ParseDictionary> held = node;
     const NodeRef wrapper = held ? NodeRef::of(*held) : NodeRef();
     const NodeRef statusNode = wrapper[element("STATUS")];
     std::string innerName(withMessageSetKey);

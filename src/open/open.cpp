@@ -317,7 +317,8 @@ std::shared_ptr<TvOFXMessage> OpenedFile::message() const {
 OpenedFile openData(const Data& data, const OpenOptions& options) {
     if (data.size() > options.maximumSize)
         return FileState::unread(opening::tooLargeError(options.maximumSize));
-    const OpenOptions held = options;  // a formatter may replace the caller's
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace them
+    const OpenOptions held = options;
     const Data bytes = data.owned();
     return FileState::of(bytes, opening::openDocuments(bytes, held));
 }

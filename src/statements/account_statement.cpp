@@ -42,7 +42,8 @@ struct BRACKWELL_INTERNAL TvOFXAccountStatement::Elements {
 };
 
 void TvOFXAccountStatement::parseDictionary(const std::optional<ParseDictionary>& node) {
-    const std::optional<ParseDictionary> held = node;  // a formatter may replace the caller's
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
+    const std::optional<ParseDictionary> held = node;
     if (held) {
         const NodeRef statement = NodeRef::of(*held);
         // Memory may run out at any of the fields; then the statement is as it was before.

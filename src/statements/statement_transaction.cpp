@@ -158,7 +158,8 @@ void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDiction
     std::unique_ptr<Parties> parties = parties_ ? std::make_unique<Parties>(*parties_) : nullptr;
     std::swap(parties, parties_);  // so that what is read goes into a copy
     try {
-        const ParseDictionary held = *node;  // a formatter may replace the caller's
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
+        const ParseDictionary held = *node;
         read(NodeRef::of(held));
     } catch (...) {
         parties_ = std::move(parties);

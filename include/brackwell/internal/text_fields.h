@@ -37,7 +37,7 @@ public:
         : document_(other.document_),
           own_(other.own_ ? std::make_unique<OwnTexts>(*other.own_) : nullptr),
           leaves_(other.leaves_) {}
-    /// The same for an object that has texts already.
+    // NOLINTNEXTLINE(misc-unconventional-assign-operator): it returns *this, which the template hides
     TextFields& operator=(const TextFields& other) { return *this = TextFields(other); }
     /// @{
     /// Takes everything over; the other has no texts then.
