@@ -11,7 +11,8 @@
 /// - One object may be asked by several threads at the same time through `const` operations, as long as
 ///   none changes it. Two questions keep their answer and so are not `const`:
 ///   TvOFXMessage::accountsFound and TvOFXStatementTransaction::sort_date. Once answered, they only read.
-///   A `const` message answers the first without keeping it, and dayPosted, in place of the second, is `const`.
+///   A `const` message answers the first without keeping it, and dayPosted, in place of the second, is
+///   `const`.
 /// - TvOFXHelper::defaultHelper is the one object that all threads share. Any thread may be the first to
 ///   ask for it. Formatters are set on it, if at all, while no other thread uses the library.
 /// - A formatter is asked by every object that it was handed to, so by several threads when these are
