@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "csv/format.h"
 #include "filter/filter.h"
 #include "input/folders.h"
 
@@ -54,6 +55,7 @@ struct Options {
     bool hasCurrencies = false;  ///< a table of bank transactions has the currency of each
     RequestOptions request;
     AnonymizeRequest anonymize;
+    CsvFormat csv;
 };
 
 /// What became of the command line: options, or an exit status with what is to be said instead of

@@ -147,13 +147,13 @@ bool runAnonymize(Run& run) {
     return areAllWritten;
 }
 
-std::string problemWith(const Options& options) {
+std::string anonymizeProblem(const Options& options) {
     const bool hasFolder = options.anonymize.folder.has_value();
     if (hasFolder && options.outputFile) return "--into and --output exclude each other";
     return options.files.size() > 1 && !hasFolder ? "several files need --into FOLDER" : "";
 }
 
-void declareOptions(CLI::App& command, Options& options) {
+void declareAnonymizeOptions(CLI::App& command, Options& options) {
     AnonymizeRequest& request = options.anonymize;
     command
         .add_option("--into", request.folder,
@@ -166,7 +166,7 @@ void declareOptions(CLI::App& command, Options& options) {
         ->type_name("DAYS");
 }
 
-constexpr const char* kHelp =
+constexpr const char* kAnonymizeHelp =
     "The same bytes, mistakes included, but for the values that say who somebody is, or how much they\n"
     "have: names, memos, account numbers, identifiers, amounts, balances, keys, addresses, comments. A\n"
     "letter becomes a letter and a digit a digit. The same word becomes the same word in all files of one\n"
@@ -183,10 +183,10 @@ constexpr Command commands::kAnonymize({
     .name = "anonymize",
     .summary = "The document without what says who, to give away",
     .traits = kSeveralFiles | kOutput,
-    .help = kHelp,
+    .help = kAnonymizeHelp,
     .run = runAnonymize,
-    .declareOptions = declareOptions,
-    .problemWith = problemWith,
+    .declareOptions = declareAnonymizeOptions,
+    .problemWith = anonymizeProblem,
 });
 
 }  // namespace tool

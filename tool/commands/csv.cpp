@@ -7,109 +7,68 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
+#include <vector>
 
+#include "csv/bank_table.h"
 #include "csv/investment_table.h"
-#include "csv/row.h"
+#include "history/history.h"
 #include "input/run.h"
-#include "money/foreign_amount.h"
 
 namespace tool {
 namespace {
 
-using brackwell::OptionalText;
-
-constexpr std::string_view kHeader =
-    "file,accountClass,bankID,branchID,accountID,accountType,defaultCurrency,transactionType,datePosted,"
-    "dateUserInit,dateFundsAvailable,amount,fiTransactionID,checkOrReferenceNumber,referenceNumber,payeeName,"
-    "memo";
-constexpr std::string_view kCurrencyHeader = ",transactionCurrency,currencyRate,isConverted";
-
-/// The fields that are the same in all rows of a statement.
-void addStatement(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement) {
-    using namespace brackwell;
-    row.add(OptionalText(file));
-    const auto* bank = dynamic_cast<const TvOFXStatementResponse*>(&statement);
-    const auto* card = dynamic_cast<const TvOFXCCStatementResponse*>(&statement);
-    if (bank != nullptr && bank->bankAccountFrom()) {
-        const TvOFXBankAccount& account = *bank->bankAccountFrom();
-        row.add(account.className());
-        row.add(account.bankID());
-        row.add(account.branchID());
-        row.add(account.accountID());
-        row.add(TvOFXBankAccount::accountTypeStringFromAccountType(account.accountType()));
-    } else {
-        const auto account = card != nullptr ? card->creditCardAccountFrom() : nullptr;
-        row.add(account ? OptionalText(account->className()) : std::nullopt);
-        row.addMade(",,");
-        row.add(account ? account->accountID() : std::nullopt);
-        row.addMade(",");
-    }
-    row.add(statement.defaultCurrency());
-}
-
-void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transaction) {
-    row.add(transaction.transactionType());
-    row.add(transaction.datePosted());
-    row.add(transaction.dateUserInit());
-    row.add(transaction.dateFundsAvailable());
-    row.add(transaction.amount());
-    row.add(transaction.fiTransactionID());
-    row.add(transaction.checkOrReferenceNumber());
-    row.add(transaction.referenceNumber());
-    row.add(transaction.payeeName());
-    row.add(transaction.memo());
-}
-
-/// As a table of investments has it.
-void addCurrency(Row& row, const std::optional<brackwell::TransactionCurrency>& currency) {
-    if (!currency) return row.addMade(",,,");
-    row.add(OptionalText(currency->symbol));
-    row.add(currency->rate);
-    row.add(OptionalText(currency->isConverted ? "Y" : "N"));
-}
-
-/// Returns how many of the rows have amounts in another currency, which the table does not say.
-std::size_t writeStatement(Run& run, const std::string& file,
-                           const brackwell::TvOFXAccountStatement& statement) {
-    Row common;
-    addStatement(common, file, statement);
-    Row row;
-    std::size_t foreign = 0;
-    for (const auto* transaction : run.options.filter.transactionsOf(statement)) {
-        if (!run.output.isGood()) break;
-        row.clear();
-        row.addMade(common.text());
-        addTransaction(row, *transaction);
-        const auto currency = currencyOf(*transaction);
-        if (run.options.hasCurrencies)
-            addCurrency(row, currency);
-        else if (transaction->amount() && isForeign(currency, statement.defaultCurrency()))
-            ++foreign;
-        row.write(run.output);
-    }
-    return foreign;
-}
-
-void sayForeign(Run& run, const InputFile& input, std::size_t foreign) {
+/// Amounts of a file whose currency the table does not say.
+void sayForeign(Run& run, const std::string& file, std::size_t foreign) {
     if (foreign == 0) return;
-    sayNotInTable(run, input,
+    sayNotInTable(run, file,
                   std::to_string(foreign) + (foreign == 1 ? " amount is" : " amounts are") +
                       " in a currency other than the account's; add --currencies to see which.");
 }
 
+/// The transactions of an account that an earlier statement had already.
+std::unordered_set<const brackwell::TvOFXStatementTransaction*> repeatsOf(const AccountHistory& account) {
+    std::unordered_set<const brackwell::TvOFXStatementTransaction*> repeats;
+    for (const HistoryEntry& entry : account.entries)
+        if (!entry.isOriginal()) repeats.insert(entry.transaction);
+    return repeats;
+}
+
+/// By account, since what an account has twice is known when all files are read.
+bool writeUnique(Run& run, const BankTable& table) {
+    History history;
+    const bool allRead =
+        readHistory(run, history, [&run](const InputFile& input) { sayWhatIsLeftOut(run, input); });
+    std::map<std::string, std::size_t> foreign;
+    for (const AccountHistory& account : history.accounts()) {
+        const auto repeats = repeatsOf(account);
+        for (const HistoryStatement& each : account.statements) {
+            Filter::Transactions transactions = run.options.filter.transactionsOf(*each.statement);
+            std::erase_if(transactions,
+                          [&](const auto* transaction) { return repeats.contains(transaction); });
+            foreign[each.file] += table.write(each.file, *each.statement, transactions);
+        }
+    }
+    for (const auto& [file, count] : foreign) sayForeign(run, file, count);
+    return allRead;
+}
+
 bool runCsv(Run& run) {
     if (run.options.table != TableKind::bank) return writeInvestmentTable(run);
-    run.output.write(kHeader);
-    if (run.options.hasCurrencies) run.output.write(kCurrencyHeader);
-    run.output.write("\r\n");
-    return forEachFile(run, [&run](const InputFile& input) {
+    const BankTable table(run.options, run.output);
+    if (run.options.csv.isUnique) return writeUnique(run, table);
+    return forEachFile(run, [&](const InputFile& input) {
         std::size_t foreign = 0;
         for (const auto& statement : input.file.statements())
-            if (run.options.filter.takes(*statement)) foreign += writeStatement(run, input.name, *statement);
-        sayForeign(run, input, foreign);
+            if (run.options.filter.takes(*statement))
+                foreign += table.write(input.name, *statement, run.options.filter.transactionsOf(*statement));
+        sayForeign(run, input.name, foreign);
         sayWhatIsLeftOut(run, input);
     });
 }
+
+// ---------------------------------------------------------------------------------------------
+// Options
 
 const std::map<std::string, TableKind>& tableKinds() {
     static const std::map<std::string, TableKind> kinds{{"bank", TableKind::bank},
@@ -117,6 +76,64 @@ const std::map<std::string, TableKind>& tableKinds() {
                                                         {"positions", TableKind::positions},
                                                         {"securities", TableKind::securities}};
     return kinds;
+}
+
+/// What stands between commas.
+std::vector<std::string> partsOf(const std::string& text) {
+    std::vector<std::string> parts(1);
+    for (const char c : text) {
+        if (c == ',')
+            parts.emplace_back();
+        else
+            parts.back() += c;
+    }
+    return parts;
+}
+
+/// What is wrong with a text, "" for nothing.
+std::string checkDelimiter(const std::string& text) {
+    const bool isOne = text.size() == 1 && text[0] > ' ' && text[0] < 0x7F && text[0] != '"';
+    return isOne || text == "tab" ? "" : "neither a single character nor tab: \"" + text + "\"";
+}
+
+/// What is wrong only together; throws a CLI::ValidationError.
+void checkTable(const Options& options) {
+    const bool isBank = options.table == TableKind::bank;
+    if (options.csv.isUnique && !isBank)
+        throw CLI::ValidationError("--unique", "is for tables of bank transactions only");
+    std::vector<std::string_view> known(bankColumns().begin(), bankColumns().end());
+    if (!isBank) known = investmentColumns(options.table);
+    const std::optional<std::string> unknown = unknownColumn(options.csv.columns, known);
+    if (!unknown) return;
+    std::string problem = "no column of this table is called \"" + *unknown + "\"; there are ";
+    for (const std::string_view name : known) problem.append(name == known.front() ? "" : ", ").append(name);
+    throw CLI::ValidationError("--columns", problem);
+}
+
+void declareFormat(CLI::App& command, CsvFormat& format) {
+    command
+        .add_option_function<std::string>(
+            "--columns", [&format](const std::string& names) { format.columns = partsOf(names); },
+            "Only these columns, in this order, with commas between them")
+        ->type_name("NAMES");
+    command
+        .add_option_function<std::string>(
+            "--delimiter",
+            [&format](const std::string& text) { format.delimiter = text == "tab" ? '\t' : text[0]; },
+            "Put this character between fields, or tab for a tab; else a comma")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(checkDelimiter, ""));
+    command
+        .add_option_function<std::string>(
+            "--decimal-mark", [&format](const std::string& mark) { format.decimalMark = mark[0]; },
+            "Write amounts with a point or a comma before the decimals")
+        ->type_name("CHAR")
+        ->check(CLI::Validator(CLI::IsMember({".", ","})).description(""));
+    command.add_flag("--decimals", format.keepsDecimals,
+                     "Write amounts with the decimals of the document (-6.40)");
+    command.add_flag("--days", format.hasDays, "Write dates without a time of day as days (2024-03-01)");
+    command.add_flag("--raw", format.isRaw, "No apostrophe before what a spreadsheet might run");
+    command.add_flag("--unique", format.isUnique, "Leave out what an earlier statement had already");
 }
 
 void declareCsvOptions(CLI::App& command, Options& options) {
@@ -128,6 +145,8 @@ void declareCsvOptions(CLI::App& command, Options& options) {
         ->check(CLI::IsMember(tableKinds()).description(""));
     command.add_flag("--currencies", options.hasCurrencies,
                      "Add columns for amounts in another currency to a table of bank transactions");
+    declareFormat(command, options.csv);
+    command.parse_complete_callback([&options] { checkTable(options); });
 }
 
 constexpr const char* kCsvHelp =
@@ -137,11 +156,44 @@ constexpr const char* kCsvHelp =
     "else of all files. The default table is followed by a message on standard error that counts what\n"
     "the files have of other kinds, and amounts in a currency other than the account's unless\n"
     "--currencies is given.\n"
-    "A field that a spreadsheet might take for a formula begins with an apostrophe.\n\n"
+    "A field that a spreadsheet might take for a formula begins with an apostrophe, unless --raw is given.\n"
+    "--decimal-separator and --grouping-separator say how amounts are read; --decimal-mark how they are\n"
+    "written. Without --decimals an amount has no zeros at its end. With --unique the rows are grouped by\n"
+    "account, and what counts as the same is what \"brackwell duplicates\" says.\n\n"
+    "Columns of the tables, for --columns; those of currencies are in a table of bank transactions only\n"
+    "with --currencies or when they are named:\n"
+    "  bank: file, accountClass, bankID, branchID, accountID, accountType, defaultCurrency,\n"
+    "  transactionType, datePosted, dateUserInit, dateFundsAvailable, amount, fiTransactionID,\n"
+    "  checkOrReferenceNumber, referenceNumber, payeeName, memo, transactionCurrency, currencyRate,\n"
+    "  isConverted.\n"
+    "  investments: file, brokerID, accountID, currency, kind, fiTransactionID, serverTransactionID,\n"
+    "  tradeDate, settleDate, securityID, securityIDType, securityName, ticker, units, unitPrice,\n"
+    "  total, commission, fees, taxes, load, markup, markdown, withholding, stateWithholding, penalty,\n"
+    "  accruedInterest, gain, averageCostBasis, transactionCurrency, currencyRate, isConverted,\n"
+    "  tradeType, incomeType, optionAction, transferAction, positionType, sellReason,\n"
+    "  securitySubAccount, fundSubAccount, fromSubAccount, toSubAccount, isTaxExempt,\n"
+    "  sharesPerContract, secured, relatedFITID, relationType, reversalFITID, reversalFees, oldUnits,\n"
+    "  newUnits, numerator, denominator, cashForFractions, purchaseDate, transferBrokerID,\n"
+    "  transferAccountID, source401k, loanID, loanPrincipal, loanInterest, payrollDate,\n"
+    "  isPriorYearContribution, transactionType, payeeName, checkOrReferenceNumber, referenceNumber,\n"
+    "  memo.\n"
+    "  positions: file, brokerID, accountID, currency, asOf, kind, securityID, securityIDType,\n"
+    "  securityName, ticker, subAccount, positionType, units, unitPrice, marketValue, priceDate,\n"
+    "  averageCostBasis, positionCurrency, currencyRate, source401k, secured, unitsStreet, unitsUser,\n"
+    "  reinvestsDividends, reinvestsGains, memo.\n"
+    "  securities: file, kind, id, idType, name, ticker, institutionID, rating, unitPrice, priceDate,\n"
+    "  priceCurrency, currencyRate, assetClass, institutionAssetClass, typeDescription, stockType,\n"
+    "  fundType, yield, yieldDate, optionType, strikePrice, expiryDate, sharesPerContract,\n"
+    "  underlyingID, underlyingIDType, parValue, debtType, debtClass, couponRate, couponDate,\n"
+    "  couponFrequency, callPrice, yieldToCall, callDate, callType, yieldToMaturity, maturityDate,\n"
+    "  memo.\n"
+    "\n"
     "Examples:\n"
     "  brackwell csv *.ofx --output year.csv\n"
     "  brackwell csv --account 5678 --account 2290 --since 2024-07-01 *.ofx\n"
     "  brackwell csv --kind positions *.ofx --output holdings.csv\n"
+    "  brackwell csv --columns datePosted,payeeName,amount --days --decimals july.ofx\n"
+    "  brackwell csv --delimiter \";\" --decimal-mark , --unique Downloads --output year.csv\n"
     "  brackwell csv --decimal-separator , --grouping-separator . juli.ofx\n";
 
 }  // namespace

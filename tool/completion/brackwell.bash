@@ -9,7 +9,7 @@ _brackwell_options() {
         "") echo "-h --help --version" ;;
         show) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
         json) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --indent --since --until --account --search --sort" ;;
-        csv) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --kind --currencies --since --until --account --search --sort" ;;
+        csv) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --kind --currencies --columns --delimiter --decimal-mark --decimals --days --raw --unique --since --until --account --search --sort" ;;
         report) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
         accounts) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
         duplicates) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
@@ -41,6 +41,9 @@ _brackwell_values() {
         --into) [[ " anonymize " == *" $1 "* ]] && echo "anonymous-1.ofx and so on" ;;
         --shift-days) [[ " anonymize " == *" $1 "* ]] ;;
         --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;
+        --columns) [[ " csv " == *" $1 "* ]] ;;
+        --delimiter) [[ " csv " == *" $1 "* ]] ;;
+        --decimal-mark) [[ " csv " == *" $1 "* ]] ;;
         --routing) [[ " request " == *" $1 "* ]] && echo "none service msgset" ;;
         *) return 1 ;;
     esac

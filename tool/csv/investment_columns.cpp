@@ -40,7 +40,7 @@ void addField(Row& row, const std::vector<InvestmentField>& fields, std::string_
     if (field == fields.end()) return row.add(OptionalText());
     switch (field->kind) {
         case InvestmentField::Kind::amount:
-            return row.add(field->amount);
+            return row.add(field->amount, field->text);
         case InvestmentField::Kind::date:
             return row.add(field->date);
         default:
@@ -313,11 +313,10 @@ void complete(const Source<Security>&) {}
 }  // namespace
 
 template <class Object>
-std::string headerOf() {
-    std::string header;
-    for (const FieldColumn<Object>& column : columnsOf<Object>())
-        header.append(header.empty() ? "" : ",").append(column.name);
-    return header + "\r\n";
+std::vector<std::string_view> columnNames() {
+    std::vector<std::string_view> names;
+    for (const FieldColumn<Object>& column : columnsOf<Object>()) names.push_back(column.name);
+    return names;
 }
 
 template <class Object>
@@ -332,9 +331,9 @@ void addFields(Row& row, const Item<Object>& item) {
     }
 }
 
-template std::string headerOf<InvestmentTransaction>();
-template std::string headerOf<Position>();
-template std::string headerOf<Security>();
+template std::vector<std::string_view> columnNames<InvestmentTransaction>();
+template std::vector<std::string_view> columnNames<Position>();
+template std::vector<std::string_view> columnNames<Security>();
 template void addFields(Row&, const Item<InvestmentTransaction>&);
 template void addFields(Row&, const Item<Position>&);
 template void addFields(Row&, const Item<Security>&);

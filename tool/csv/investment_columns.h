@@ -4,6 +4,8 @@
 #include <brackwell/investments.h>
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 /// \file
 /// The columns of the tables of investments. Most of them are fields, under the names of their getters.
@@ -22,11 +24,11 @@ struct Item {
     const SecurityLookup& securities;
 };
 
-/// The header row of the table of these objects, with its end.
+/// The names of the columns of the table of these objects.
 template <class Object>
-std::string headerOf();
+std::vector<std::string_view> columnNames();
 
-/// The fields of a row.
+/// The fields of a row, of all columns.
 template <class Object>
 void addFields(Row& row, const Item<Object>& item);
 

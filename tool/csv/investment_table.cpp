@@ -25,6 +25,7 @@ struct Part {
     const std::string& file;
     const OpenedDocument& document;
     const SecurityLookup& securities;
+    const CsvLayout& layout;
 
     const Filter& filter() const noexcept { return run.options.filter; }
 };
@@ -32,7 +33,7 @@ struct Part {
 /// The rows of objects of one statement, or of no statement.
 template <class Object>
 void writeRows(const Part& part, const InvestmentStatement* statement, const std::vector<Object>& objects) {
-    Row row;
+    Row row(part.layout);
     for (const Object& object : objects) {
         if (!part.run.output.isGood()) return;
         row.clear();
@@ -60,14 +61,14 @@ void writeSecurities(const Part& part) {
 /// A kind of table.
 struct CsvTable {
     TableKind kind;
-    std::string (*header)();
+    std::vector<std::string_view> (*columns)();
     void (*write)(const Part&);
 };
 
 constexpr std::array kTables = {
-    CsvTable{TableKind::investments, headerOf<InvestmentTransaction>, writeTransactions},
-    CsvTable{TableKind::positions, headerOf<Position>, writePositions},
-    CsvTable{TableKind::securities, headerOf<Security>, writeSecurities},
+    CsvTable{TableKind::investments, columnNames<InvestmentTransaction>, writeTransactions},
+    CsvTable{TableKind::positions, columnNames<Position>, writePositions},
+    CsvTable{TableKind::securities, columnNames<Security>, writeSecurities},
 };
 
 /// Something of a file that a table does not have.
@@ -99,16 +100,24 @@ std::string sentenceOf(const std::vector<LeftOut>& leftOut) {
     return things + (isOne ? " is" : " are") + " not in this table; use --kind " + tables + ".";
 }
 
+const CsvTable& tableOf(TableKind kind) { return *std::ranges::find(kTables, kind, &CsvTable::kind); }
+
 }  // namespace
 
+std::vector<std::string_view> investmentColumns(TableKind kind) { return tableOf(kind).columns(); }
+
 bool writeInvestmentTable(Run& run) {
-    const CsvTable& table = *std::ranges::find(kTables, run.options.table, &CsvTable::kind);
-    run.output.write(table.header());
+    const CsvTable& table = tableOf(run.options.table);
+    const std::vector<std::string_view> columns = table.columns();
+    const CsvLayout layout = layoutOf(run.options.csv, columns);
+    Row header(layout);
+    for (const std::string_view name : columns) header.add(OptionalText(name));
+    header.write(run.output);
     return forEachFileWithSecurities(run, [&](const InputFile& input, const SecurityList& others) {
         for (const OpenedDocument& opened : input.file.documents()) {
             const SecurityList own(opened.securities());
             const SecurityLookup securities(own, others);
-            table.write({run, input.name, opened, securities});
+            table.write({run, input.name, opened, securities, layout});
         }
     });
 }
@@ -130,13 +139,13 @@ void sayWhatIsLeftOut(Run& run, const InputFile& input) {
     }
     std::vector<LeftOut> leftOut;
     std::ranges::copy_if(counts, std::back_inserter(leftOut), &LeftOut::count);
-    if (!leftOut.empty()) sayNotInTable(run, input, sentenceOf(leftOut));
+    if (!leftOut.empty()) sayNotInTable(run, input.name, sentenceOf(leftOut));
 }
 
-void sayNotInTable(Run& run, const InputFile& input, const std::string& sentence) {
+void sayNotInTable(Run& run, const std::string& file, const std::string& sentence) {
     ++run.findings;
     run.progress.end();
-    if (!run.options.isQuiet) say(input.name, sentence);
+    if (!run.options.isQuiet) say(file, sentence);
 }
 
 }  // namespace tool

@@ -2,11 +2,18 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
+
+#include "command_line/options.h"
 
 namespace tool {
 
 struct InputFile;
 struct Run;
+
+/// The columns of one of these tables.
+std::vector<std::string_view> investmentColumns(TableKind kind);
 
 /// The table of investment transactions, positions or securities that the options ask for; false when a file
 /// could not be read.
@@ -16,7 +23,7 @@ bool writeInvestmentTable(Run& run);
 /// have.
 void sayWhatIsLeftOut(Run& run, const InputFile& input);
 
-/// Says that a table does not have something of a document; a finding like those of reading.
-void sayNotInTable(Run& run, const InputFile& input, const std::string& sentence);
+/// Says that a table does not have something of a file; a finding like those of reading.
+void sayNotInTable(Run& run, const std::string& file, const std::string& sentence);
 
 }  // namespace tool

@@ -3,38 +3,53 @@
 
 #include <brackwell/platform.h>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "csv/format.h"
 
 namespace tool {
 
 class Output;
 
-/// One row of a table of comma-separated values (RFC 4180), field after field. A field that a spreadsheet
-/// might take for a formula begins with an apostrophe.
+/// One row of a table of comma-separated values (RFC 4180), field after field, of all columns of the table.
+/// Unless the values are wanted raw, a field that a spreadsheet might take for a formula begins with an
+/// apostrophe.
 class Row {
 public:
-    void clear() noexcept { text_.clear(); }
-    std::string_view text() const noexcept { return text_; }
+    /// The layout has to live as long as the row.
+    explicit Row(const CsvLayout& layout) noexcept : layout_(layout) {}
+
+    /// Begins anew, with the fields of another row.
+    void beginWith(const Row& other);
+    void clear() noexcept;
 
     /// @{
     /// The next field; an empty one for nothing.
     void add(brackwell::OptionalText field);
     void add(const std::optional<brackwell::Date>& date);
-    void add(const std::optional<brackwell::Decimal>& amount);
+    void add(const std::optional<brackwell::Decimal>& amount) { add(amount, std::nullopt); }
     /// @}
-    /// Fields that have been made before, each with its comma.
-    void addMade(std::string_view fields) { text_.append(fields); }
+    /// An amount, and its text in the document.
+    void add(const std::optional<brackwell::Decimal>& amount, brackwell::OptionalText written);
+    /// So many empty fields.
+    void addEmpty(std::size_t count);
 
-    /// Writes the row and its end.
+    /// Writes the columns that are wanted, and the end of the row.
     void write(Output& output) const;
 
 private:
-    void separate();
-    void addQuoted(std::string_view text);
+    void begin();
+    void end() { ends_.push_back(text_.size()); }
+    void addText(std::string_view text, bool isGuarded);
+    std::string_view field(std::size_t place) const noexcept;
 
-    std::string text_;
+    const CsvLayout& layout_;
+    std::string text_;               ///< the fields, with the delimiter between them
+    std::vector<std::size_t> ends_;  ///< where each of them ends
 };
 
 }  // namespace tool

@@ -89,7 +89,7 @@ std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
     return places.back();
 }
 
-bool readHistory(Run& run, History& history) {
+bool readHistory(Run& run, History& history, const std::function<void(const InputFile&)>& use) {
     std::set<std::string> read;
     std::size_t begun = 0;
     std::size_t added = 0;
@@ -98,6 +98,7 @@ bool readHistory(Run& run, History& history) {
         history.add(input, run.options.filter);
         ++added;
         read.insert(input.name);
+        if (use) use(input);
     });
     // With a part of a document in it, whatever is made of the history would be wrong.
     if (added < begun) throw std::bad_alloc();

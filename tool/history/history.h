@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -109,7 +110,8 @@ private:
 };
 
 /// Reads what the files of the command line say of the accounts that are wanted. All transactions of these
-/// are kept, wanted or not, since balances follow from all of them. False when a file could not be read.
-bool readHistory(Run& run, History& history);
+/// are kept, wanted or not, since balances follow from all of them. Each file is handed on after that. False
+/// when a file could not be read.
+bool readHistory(Run& run, History& history, const std::function<void(const InputFile&)>& use = {});
 
 }  // namespace tool
