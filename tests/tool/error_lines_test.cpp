@@ -32,7 +32,7 @@ std::string lineWith(const std::string& text, const std::string& part) {
 
 TEST_CASE("a document that does not read is explained with both places, the lines there and what to do") {
     const Finished finished = tool(
-        {"json", "--as-is", "-"},
+        {"show", "--as-is", "-"},
         "OFXHEADER:100\n\n<OFX>\n <STMTRS>\n  <CURDEF>EUR\n  <BANKTRANLIST>\n   <STMTTRN>\n    <TRNAMT>1\n"
         "   </STMTTRN>\n </STMTRS>\n</OFX>\n");
     CHECK(finished.status == 1);

@@ -91,15 +91,41 @@ void writeDocument(Run& run, const InputFile& input, const SecurityList& others)
     run.output.write('\n');
 }
 
+void writeError(JsonWriter& json, const OpenError& error) {
+    json.field("error");
+    json.beginObject();
+    writeField(json, "code", OptionalText(nameOf(error.code)));
+    writeField(json, "text", OptionalText(error.text));
+    writeField(json, "cause", OptionalText(error.cause));
+    writeField(json, "remedy", OptionalText(error.remedy));
+    writeField(json, "line", std::uint64_t{error.line});
+    writeField(json, "column", std::uint64_t{error.column});
+    json.endObject();
+}
+
+/// A file of which nothing was read has an object, too, so that a program gets one for each file.
+void writeUnread(Run& run, const InputFile& input) {
+    JsonWriter json(run.output, run.options.isIndented ? JsonLayout::indented : JsonLayout::oneLine);
+    json.beginObject();
+    writeField(json, "file", OptionalText(input.name));
+    writeError(json, input.file.error());
+    writeFindings(json, input);
+    json.endObject();
+    run.output.write('\n');
+}
+
 bool runJson(Run& run) {
+    const auto useUnread = [&run](const InputFile& input) { writeUnread(run, input); };
     // Securities of other files matter only where words are looked for: no file has to wait for them
     // otherwise.
     if (!run.options.filter.words.empty())
-        return forEachFileWithSecurities(run, [&run](const InputFile& input, const SecurityList& others) {
-            writeDocument(run, input, others);
-        });
+        return forEachFileWithSecurities(
+            run,
+            [&run](const InputFile& input, const SecurityList& others) { writeDocument(run, input, others); },
+            useUnread);
     return forEachFile(
-        run, [&run](const InputFile& input) { writeDocument(run, input, input.file.securities()); });
+        run, [&run](const InputFile& input) { writeDocument(run, input, input.file.securities()); },
+        useUnread);
 }
 
 void declareJsonOptions(CLI::App& command, Options& options) {
@@ -108,7 +134,8 @@ void declareJsonOptions(CLI::App& command, Options& options) {
 
 constexpr const char* kJsonHelp =
     "One object for each FILE, a line each, with a first key \"file\"; over several lines with\n"
-    "--indent.\n\n"
+    "--indent. A file of which nothing was read has an object with \"error\": code, text, cause, remedy,\n"
+    "line and column. json.schema.json in the documentation describes all of them.\n\n"
     "Examples:\n"
     "  brackwell json july.ofx --output july.json\n"
     "  brackwell json --account 5678 --sort date july.ofx\n"

@@ -55,12 +55,15 @@ void sayError(const InputFile& input) {
 
 }  // namespace
 
-bool forEachFile(Run& run, const std::function<void(const InputFile&)>& use) {
+bool forEachFile(Run& run, const UseOfFile& use, const UseOfFile& useUnread) {
     bool allRead = true;
     for (const std::string& name : run.options.files) {
         const bool isRead = withEnoughMemory(run, name, [&] {
             const InputFile input = readFile(run, name);
-            if (!input.file) return false;
+            if (!input.file) {
+                if (useUnread) useUnread(input);
+                return false;
+            }
             use(input);
             run.output.keep();
             return isWhollyRead(input.file);

@@ -28,9 +28,12 @@ bool withEnoughMemory(Run& run, const std::string& name, const std::function<boo
 /// True when every document of a file was read.
 bool isWhollyRead(const brackwell::OpenedFile& file);
 
+using UseOfFile = std::function<void(const InputFile&)>;
+
 /// Reads the files one after the other, says what is to be said of them, and hands on those of which
-/// something was read. False when there was another one, or one that was not wholly read.
-bool forEachFile(Run& run, const std::function<void(const InputFile&)>& use);
+/// something was read; the others, too, where there is a use for them. False when there was another one, or
+/// one that was not wholly read.
+bool forEachFile(Run& run, const UseOfFile& use, const UseOfFile& useUnread = {});
 
 /// Reads one file, with a progress line while it lasts, and says what is to be said of it: findings, or why
 /// it was not read.

@@ -31,27 +31,38 @@ bool knowsItsSecurities(const OpenedFile& file) {
 }  // namespace
 
 bool forEachFileWithSecurities(Run& run,
-                               const std::function<void(const InputFile&, const SecurityList&)>& use) {
+                               const std::function<void(const InputFile&, const SecurityList&)>& use,
+                               const UseOfFile& useUnread) {
     std::vector<InputFile> waiting;
     std::vector<Security> known;
     const bool areSeveral = run.options.files.size() > 1;
-    bool isAllDone = forEachFile(run, [&](const InputFile& input) {
+    const auto useOrWait = [&](const InputFile& input) {
         const auto& own = input.file.securities();
         if (areSeveral) known.insert(known.end(), own.all().begin(), own.all().end());
         if (waiting.empty() && (!areSeveral || knowsItsSecurities(input.file)))
             use(input, own);
         else
             waiting.push_back(input);
-    });
+    };
+    const auto useUnreadOrWait = [&](const InputFile& input) {
+        if (!useUnread) return;
+        if (waiting.empty())
+            useUnread(input);
+        else
+            waiting.push_back(input);
+    };
+    bool isAllDone = forEachFile(run, useOrWait, useUnreadOrWait);
     const SecurityList all(std::move(known));
     for (const InputFile& input : waiting) {
         if (!run.output.isGood()) break;
-        isAllDone = withEnoughMemory(run, input.name,
-                                     [&] {
-                                         use(input, all);
-                                         return true;
-                                     }) &&
-                    isAllDone;
+        const bool isDone = withEnoughMemory(run, input.name, [&] {
+            if (input.file)
+                use(input, all);
+            else
+                useUnread(input);
+            return true;
+        });
+        isAllDone = isDone && isAllDone;
     }
     return isAllDone;
 }

@@ -33,8 +33,10 @@ private:
 
 /// Reads the files like forEachFile and hands each on, in their order, with all securities that are known
 /// for it. A file that names a security of which it says nothing itself waits until all files are read, and
-/// so do those after it; the others do not.
+/// so do those after it; the others do not. Files of which nothing was read are handed on in their places
+/// where there is a use for them.
 bool forEachFileWithSecurities(
-    Run& run, const std::function<void(const InputFile&, const brackwell::SecurityList&)>& use);
+    Run& run, const std::function<void(const InputFile&, const brackwell::SecurityList&)>& use,
+    const std::function<void(const InputFile&)>& useUnread = {});
 
 }  // namespace tool
