@@ -8,7 +8,7 @@
 ///
 ///     brackwell::Anonymizer anonymizer;
 ///     std::optional<brackwell::Data> bytes = brackwell::Data::fromFile("july.ofx");
-///     if (bytes) send(anonymizer.anonymize(*bytes).bytes);
+///     if (bytes) std::cout << anonymizer.anonymize(*bytes).bytes.bytes();
 
 #include <brackwell/platform.h>
 
