@@ -7,6 +7,7 @@
 
 #include "text/ascii_case.h"
 #include "text/utf8.h"
+#include "tree/document.h"
 
 namespace brackwell::opening {
 namespace {

@@ -7,7 +7,9 @@
 #include <string_view>
 #include <vector>
 
-#include "tree/document.h"
+namespace brackwell::reading {
+class Document;
+}
 
 namespace brackwell::opening {
 
