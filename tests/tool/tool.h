@@ -17,37 +17,20 @@ namespace brackwell::tests {
 using Json = nlohmann::ordered_json;
 
 /// The tool with these arguments.
-inline Command toolCommand(std::vector<std::string> arguments) {
-    arguments.insert(arguments.begin(), BRACKWELL_TOOL);
-    return {std::move(arguments)};
-}
+Command toolCommand(std::vector<std::string> arguments);
 
 /// Runs the tool.
-inline Finished tool(std::vector<std::string> arguments, const std::string& input = {},
-                     std::map<std::string, std::string> environment = {}) {
-    Command command = toolCommand(std::move(arguments));
-    command.input = input;
-    command.environment = std::move(environment);
-    return run(command);
-}
+Finished tool(std::vector<std::string> arguments, const std::string& input = {},
+              std::map<std::string, std::string> environment = {});
 
 /// Runs the tool on a document that must be read, and gives its output. What is odd about the document is not
 /// asked for: tests make documents of which most is left out.
-inline std::string outputOf(std::vector<std::string> arguments, const std::string& document) {
-    arguments.insert(arguments.end(), {"--quiet", "-"});
-    const Finished finished = tool(std::move(arguments), document);
-    CHECK(finished.status == 0);
-    CHECK(finished.error == "");
-    return finished.output;
-}
+std::string outputOf(std::vector<std::string> arguments, const std::string& document);
 
-inline Json jsonOf(const std::string& command, const std::string& document) {
-    return Json::parse(outputOf({command}, document));
-}
+/// What a command writes of a document, which must be JSON.
+Json jsonOf(const std::string& command, const std::string& document);
 /// The same of the document as it is, without a repair.
-inline Json jsonAsIs(const std::string& command, const std::string& document) {
-    return Json::parse(outputOf({command, "--as-is"}, document));
-}
+Json jsonAsIs(const std::string& command, const std::string& document);
 
 /// What the tool says of a file that is not there, with its name before it.
 inline std::string notFound(const std::string& name) {
