@@ -33,8 +33,8 @@ TvOFXHelper::TvOFXHelper()
 
 std::optional<Date> TvOFXHelper::dateFromOFXDateString(TextArgument text) const {
     if (!text) return std::nullopt;
-    if (const auto formatter = userDateFormatter_)
-        if (const std::optional<Date> date = formatter->dateFromString(*text)) return date;
+    if (userDateFormatter_)
+        if (const auto held = userDateFormatter_; const auto date = held->dateFromString(*text)) return date;
     return dateFromOFXText(*text);
 }
 
@@ -46,8 +46,9 @@ std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
 
 std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(TextArgument text) const {
     if (!text) return std::nullopt;
-    if (const auto formatter = userAmountNumberFormatter_)
-        if (const std::optional<Decimal> number = formatter->numberFromString(*text)) return number;
+    if (userAmountNumberFormatter_)
+        if (const auto held = userAmountNumberFormatter_; const auto number = held->numberFromString(*text))
+            return number;
     // Whatever this reads, the formatter reads as the same number; it only takes longer.
     std::optional<Decimal> number = Decimal::fromString(*text);
     if (!number) number = builtInAmountFormatter().numberFromString(*text);
@@ -58,8 +59,9 @@ std::optional<std::string> TvOFXHelper::ofxAmountStringFromDecimalNumber(
     const std::optional<Decimal>& number) const {
     if (!number) return std::nullopt;
     const Decimal written = *number;  // the caller's own may be changed by the formatter as well
-    if (const auto formatter = userAmountNumberFormatter_)
-        if (std::optional<std::string> text = formatter->stringFromNumber(written)) return text;
+    if (userAmountNumberFormatter_)
+        if (const auto held = userAmountNumberFormatter_; auto text = held->stringFromNumber(written))
+            return text;
     return builtInAmountFormatter().stringFromNumber(written);
 }
 
