@@ -95,6 +95,19 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"request", "everything"}, "everything"},
         {{"request", "accounts", "--version", "two"}, "--version"},
         {{"request", "accounts", "--version", "-1"}, "--version"},
+        {{"request", "accounts", "--version", "999"}, "not a version like 102 or 211: \"999\""},
+        {{"request", "accounts", "--version", "300"}, "not a version"},
+        {{"request", "accounts", "--version", "21"}, "not a version"},
+        {{"request", "accounts", "--version", "2110"}, "not a version"},
+        {{"request", "accounts", "--since", "last year"}, "not a date like 2024-01-31: \"last year\""},
+        {{"request", "accounts", "--since", "2024-02-30"}, "not a date"},
+        {{"request", "accounts", "--since", "20240230"}, "not a date"},
+        {{"request", "accounts", "--since", "2024013112"}, "not a date"},
+        {{"request", "accounts", "--since", "20240131120000[-5:EST"}, "not a date"},
+        {{"request", "accounts", "--since", "20240131120000[<A>]"}, "not a date"},
+        {{"request", "accounts", "--since", "20240131120000.12"}, "not a date"},
+        {{"show", document, "--since", "20240230"}, "not a date"},
+        {{"show", document, "--since", "2024-0131"}, "not a date"},
         {{"request", "profile", "--routing", "away"}, "away"},
     };
     for (const Row& row : rows) {
@@ -180,9 +193,9 @@ TEST_CASE("request profile writes the request with its routing") {
              {{}, "<CLIENTROUTING>NONE", "<DTPROFUP>19900101"},
              {{"--routing", "none"}, "<CLIENTROUTING>NONE", "<DTPROFUP>19900101"},
              {{"--routing", "service", "--version", "102"}, "<CLIENTROUTING>SERVICE", "<DTPROFUP>19900101"},
-             {{"--routing", "msgset", "--version", "211", "--since", "last year"},
+             {{"--routing", "msgset", "--version", "211", "--since", "20230101"},
               "<CLIENTROUTING>MSGSET</CLIENTROUTING>",
-              "<DTPROFUP>last year</DTPROFUP>"}}) {
+              "<DTPROFUP>20230101</DTPROFUP>"}}) {
         const std::string options = Json(row.options).dump();
         CAPTURE(options);
         std::vector<std::string> arguments{"request", "profile"};

@@ -74,7 +74,7 @@ TEST_CASE("options that choose transactions are wrong usage when they make no se
     for (const Row& row : std::vector<Row>{
              {{"--since", "2024-02-30"}, "not a date like 2024-01-31: \"2024-02-30\""},
              {{"--since", "2023-02-29"}, "not a date"},
-             {{"--since", "20240131"}, "not a date"},
+             {{"--since", "20240230"}, "not a date"},
              {{"--since", "2024-1-31"}, "not a date"},
              {{"--since", "2024-01-31T00:00"}, "not a date"},
              {{"--since", "2024/01/31"}, "not a date"},

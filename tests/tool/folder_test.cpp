@@ -135,7 +135,7 @@ TEST_CASE("what may not be looked into is an error") {
     CHECK(filesIn(finished.output) == std::vector<std::string>{"in/july.ofx"});
 }
 
-TEST_CASE("a folder deeper than a path may be long is an error, not a loop") {
+TEST_CASE("folders in folders are looked through, however deep") {
     const TemporaryFolder folder;
     folder.file("in/july.ofx", documentOf("A"));
     std::string name = folder.path("in/d");

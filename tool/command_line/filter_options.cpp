@@ -3,36 +3,16 @@
 
 #include <CLI/CLI.hpp>
 #include <chrono>
-#include <cstddef>
 #include <string_view>
 
+#include "command_line/day.h"
 #include "text/characters.h"
 #include "text/folded_case.h"
 
 namespace tool {
 namespace {
 
-/// The beginning of the day that "YYYY-MM-DD" names; nothing for other texts and days that no calendar has.
-std::optional<brackwell::Date> dayNamed(std::string_view text) noexcept {
-    constexpr std::string_view form = "dddd-dd-dd";
-    if (text.size() != form.size()) return std::nullopt;
-    unsigned numbers[3] = {};
-    for (std::size_t i = 0, part = 0; i < form.size(); ++i) {
-        if (form[i] == '-') {
-            if (text[i] != '-') return std::nullopt;
-            ++part;
-        } else {
-            if (text[i] < '0' || text[i] > '9') return std::nullopt;
-            numbers[part] = numbers[part] * 10 + static_cast<unsigned>(text[i] - '0');
-        }
-    }
-    using namespace std::chrono;
-    const year_month_day day(year(static_cast<int>(numbers[0])), month(numbers[1]),
-                             std::chrono::day(numbers[2]));
-    return day.ok() ? std::optional<brackwell::Date>(sys_days(day)) : std::nullopt;
-}
-
-/// The words of a text in folded case.
+/// The words of a text as they are searched.
 std::vector<std::string> wordsOf(std::string_view text) {
     std::string folded;
     appendFoldedCase(folded, text);
@@ -51,10 +31,6 @@ std::vector<std::string> wordsOf(std::string_view text) {
 
 // ---------------------------------------------------------------------------------------------
 // Checks; each returns what is wrong with a text, "" for nothing
-
-std::string checkDay(const std::string& text) {
-    return dayNamed(text) ? std::string() : "not a date like 2024-01-31: \"" + text + "\"";
-}
 
 std::string checkAccount(const std::string& text) { return text.empty() ? "the number is empty" : ""; }
 

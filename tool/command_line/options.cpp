@@ -26,7 +26,7 @@ constexpr const char* kExamples =
     "  brackwell report Downloads --output report.html\n"
     "  brackwell csv --output year.csv *.ofx\n"
     "  curl -s https://bank.example/statement | brackwell json -\n"
-    "  brackwell request accounts --version 211 --since 20240101\n\n"
+    "  brackwell request accounts --version 211 --since 2024-01-01\n\n"
     "A file for --output is written under another name and renamed when it is complete: after an error,\n"
     "or when no document could be read, the old file stays. When some could be read, the output has those.\n"
     "Only its owner can read it. An OFX document is replaced only with --force.\n\n"

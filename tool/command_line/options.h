@@ -24,8 +24,9 @@ enum class TableKind : unsigned char { bank, investments, positions, securities 
 struct RequestOptions {
     bool isProfile = false;  ///< else the accounts
     std::uint64_t version = 0;
-    std::optional<std::string> since;
+    std::optional<std::string> since;  ///< as an OFX date
     std::int32_t routing = 0;
+    bool isDocument = false;  ///< with a header and the message set around it
 };
 
 /// What `brackwell anonymize` does.
@@ -53,9 +54,9 @@ struct Options {
     bool listsEveryChange = false;  ///< of a repair, also those that are alike
     TableKind table = TableKind::bank;
     bool hasCurrencies = false;  ///< a table of bank transactions has the currency of each
-    RequestOptions request;
-    AnonymizeRequest anonymize;
     CsvFormat csv;
+    AnonymizeRequest anonymize;
+    RequestOptions request;
 };
 
 /// What became of the command line: options, or an exit status with what is to be said instead of

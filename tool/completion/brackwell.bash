@@ -17,8 +17,7 @@ _brackwell_options() {
         tree) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --original" ;;
         pretty) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
         repair) echo "-h --help --encoding -o --output --force -q --quiet --strict --diff --all" ;;
-        anonymize) echo "-h --help --encoding -o --output --force -q --quiet --strict --into --institution --shift-days" ;;
-        request) echo "-h --help -o --output --force --version --since --routing" ;;
+        request) echo "-h --help -o --output --force --version --since --document --routing" ;;
     esac
 }
 
@@ -38,12 +37,10 @@ _brackwell_values() {
         --search) [[ " show json csv report " == *" $1 "* ]] ;;
         --sort) [[ " show json csv report " == *" $1 "* ]] && echo "date amount" ;;
         --kind) [[ " csv " == *" $1 "* ]] && echo "bank investments positions securities" ;;
-        --into) [[ " anonymize " == *" $1 "* ]] && echo "anonymous-1.ofx and so on" ;;
-        --shift-days) [[ " anonymize " == *" $1 "* ]] ;;
-        --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;
         --columns) [[ " csv " == *" $1 "* ]] ;;
         --delimiter) [[ " csv " == *" $1 "* ]] ;;
         --decimal-mark) [[ " csv " == *" $1 "* ]] ;;
+        --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;
         --routing) [[ " request " == *" $1 "* ]] && echo "none service msgset" ;;
         *) return 1 ;;
     esac

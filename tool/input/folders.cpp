@@ -50,9 +50,9 @@ void takeFolder(const std::string& folder, NamedFiles& named) {
     if (content.documents.empty())
         named.errors.push_back({folder, "There is no OFX document in this folder."});
     if (const std::size_t count = content.passedOver.size(); count > 0)
-        named.notes.push_back({folder, std::to_string(count) + (count == 1 ? " file is" : " files are") +
-                                           " not read, as no OFX document: " +
-                                           someOf(content.passedOver, folder) + "."});
+        named.notes.push_back(
+            {folder, std::to_string(count) + (count == 1 ? " file is" : " files are") +
+                         " not read, as no OFX document: " + someOf(content.passedOver, folder) + "."});
     std::ranges::move(content.documents, std::back_inserter(named.files));
 }
 

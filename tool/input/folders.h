@@ -9,15 +9,16 @@
 
 namespace tool {
 
-/// What is in a folder and in those below it, each with the folder's name before it and in the order of names.
+/// What is in a folder and in those below it, each with the folder's name before it and in the order of
+/// names.
 struct FolderContent {
     std::vector<std::string> documents;   ///< what has the name of a document, or holds one
     std::vector<std::string> passedOver;  ///< everything else: other files, hidden ones, links to folders
     std::vector<std::string> unread;      ///< folders that could not be looked into
 };
 
-/// Looks through a folder. Links to files are followed, those to folders are not, so that this ends. Nothing is
-/// opened but files: to open a pipe would mean to wait for its other end.
+/// Looks through a folder. Links to files are followed, those to folders are not, so that this ends. Nothing
+/// is opened but files: to open a pipe would mean to wait for its other end.
 FolderContent contentOf(const std::string& folder);
 
 /// True for the name of a folder that exists.
