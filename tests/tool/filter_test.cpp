@@ -159,7 +159,7 @@ TEST_CASE("a search finds transactions in which every word stands, in whatever f
                                            {"card bakery", {"ID-1"}},
                                            {"  card \t payment ", {"ID-1"}},
                                            {"MÜLLER", {"ID-1"}},
-                                           {"muller", {}},
+                                           {"muller", {"ID-1"}},
                                            {"οδος", {"ID-2"}},
                                            {"οδοσ", {"ID-2"}},
                                            {"пекАРНЯ", {"ID-3"}},
@@ -199,6 +199,25 @@ TEST_CASE("letters are compared without case beyond ASCII") {
         CHECK(idsWith({"--search", search}, document) == Texts{"capital", "small"});
     }
     CHECK(idsWith({"--search", "×"}, transactionsWith(entry("a", "<MEMO>÷"))) == Texts{});
+}
+
+TEST_CASE("letters are compared without their marks") {
+    for (const auto& [memo, search] :
+         std::vector<std::pair<std::string, std::string>>{{"Café Lumière", "cafe lumiere"},
+                                                          {"CAFE LUMIERE 0044", "café lumière"},
+                                                          {"Cafe\u0301", "café"},
+                                                          {"Łódź Zażółć", "lodz zazolc"},
+                                                          {"Straße", "STRASSE"},
+                                                          {"Œuvre Æon", "oeuvre aeon"},
+                                                          {"Smørrebrød Đorđe", "smorrebrod dorde"},
+                                                          {"Phở Hà Nội", "pho ha noi"},
+                                                          {"İstanbul", "istanbul"},
+                                                          {"Ȧ÷×", "a÷×"}}) {
+        const std::string text = memo + " " + search;
+        CAPTURE(text);
+        CHECK(idsWith({"--search", search}, transactionsWith(entry("a", "<MEMO>" + memo))) == Texts{"a"});
+    }
+    CHECK(idsWith({"--search", "a"}, transactionsWith(entry("1", "<MEMO>\u0430"))) == Texts{});
 }
 
 TEST_CASE("sorting is stable, and puts last what has nothing to sort by") {

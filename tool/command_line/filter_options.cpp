@@ -7,7 +7,7 @@
 
 #include "command_line/day.h"
 #include "text/characters.h"
-#include "text/folded_case.h"
+#include "text/searched_letters.h"
 
 namespace tool {
 namespace {
@@ -15,7 +15,7 @@ namespace {
 /// The words of a text as they are searched.
 std::vector<std::string> wordsOf(std::string_view text) {
     std::string folded;
-    appendFoldedCase(folded, text);
+    appendSearchedLetters(folded, text);
     std::vector<std::string> words;
     bool isInWord = false;
     for (std::string_view rest = folded; !rest.empty();) {

@@ -24,13 +24,12 @@ struct FilterTexts {
 
 /// What the help of a command with these options says of them.
 inline constexpr const char* kFilterHelp =
-    "Dates are those on which a transaction was posted or traded, both inclusive, in UTC, as they are "
-    "shown;\n"
-    "a transaction without one is left out where dates are asked for. --account may be given several times;\n"
-    "statements and listed accounts with other numbers are left out. --search looks in the payee, the memo,\n"
-    "all identifiers and the name and ticker of the security, without regard to case; it chooses positions\n"
-    "and securities, too. --sort orders the transactions of each statement, earliest or least first; equal\n"
-    "ones keep their order, and those without date or amount come last.\n\n";
+    "Dates are those on which a transaction was posted or traded, both inclusive, in UTC, as they are\n"
+    "shown; a transaction without one is left out where dates are asked for. --account may be given\n"
+    "several times; statements and listed accounts with other numbers are left out. --search looks in the\n"
+    "payee, the memo, all identifiers and the name and ticker of the security, without regard to case and\n"
+    "accents; it chooses positions and securities, too. --sort orders the transactions of each statement,\n"
+    "earliest or least first; equal ones keep their order, and those without date or amount come last.\n\n";
 
 /// Declares --since, --until, --account, --search and --sort.
 void declareFilter(CLI::App& command, FilterTexts& texts);

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "accounts/account_number.h"
-#include "text/folded_case.h"
+#include "text/searched_letters.h"
 
 namespace tool {
 
@@ -39,7 +39,7 @@ std::vector<TextGetter> searchedTexts() {
 
 void appendSearchedText(std::string& text, OptionalText field) {
     if (!field) return;
-    appendFoldedCase(text, *field);
+    appendSearchedLetters(text, *field);
     text += '\n';
 }
 
