@@ -15,6 +15,7 @@
     COMMAND(Report)            \
     COMMAND(Accounts)          \
     COMMAND(Duplicates)        \
+    COMMAND(Payees)            \
     COMMAND(Check)             \
     COMMAND(Tree)              \
     COMMAND(Pretty)            \

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Completion of brackwell for bash, written by script/completions.
 
-_brackwell_commands="show json csv report accounts duplicates check tree pretty repair anonymize request"
+_brackwell_commands="show json csv report accounts duplicates payees check tree pretty repair request"
 
 # The options that a command takes.
 _brackwell_options() {
@@ -13,6 +13,7 @@ _brackwell_options() {
         report) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
         accounts) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
         duplicates) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
+        payees) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --since --until --account --search --sort" ;;
         check) echo "-h --help --encoding -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
         tree) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --original" ;;
         pretty) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
@@ -25,17 +26,17 @@ _brackwell_options() {
 # value.
 _brackwell_values() {
     case $2 in
-        --encoding) [[ " show json csv report accounts duplicates check tree pretty repair anonymize " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 windows-1250 windows-1251 windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
-        -o) [[ " show json csv report accounts duplicates tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
-        --output) [[ " show json csv report accounts duplicates tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
-        --date-format) [[ " show json csv report accounts duplicates check tree pretty " == *" $1 "* ]] ;;
-        --decimal-separator) [[ " show json csv report accounts duplicates check tree pretty " == *" $1 "* ]] ;;
-        --grouping-separator) [[ " show json csv report accounts duplicates check tree pretty " == *" $1 "* ]] ;;
-        --since) [[ " show json csv report request " == *" $1 "* ]] ;;
-        --until) [[ " show json csv report " == *" $1 "* ]] ;;
-        --account) [[ " show json csv report " == *" $1 "* ]] ;;
-        --search) [[ " show json csv report " == *" $1 "* ]] ;;
-        --sort) [[ " show json csv report " == *" $1 "* ]] && echo "date amount" ;;
+        --encoding) [[ " show json csv report accounts duplicates payees check tree pretty repair " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 windows-1250 windows-1251 windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
+        -o) [[ " show json csv report accounts duplicates payees tree pretty repair request " == *" $1 "* ]] && echo "FILE" ;;
+        --output) [[ " show json csv report accounts duplicates payees tree pretty repair request " == *" $1 "* ]] && echo "FILE" ;;
+        --date-format) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --decimal-separator) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --grouping-separator) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --since) [[ " show json csv report payees request " == *" $1 "* ]] ;;
+        --until) [[ " show json csv report payees " == *" $1 "* ]] ;;
+        --account) [[ " show json csv report payees " == *" $1 "* ]] ;;
+        --search) [[ " show json csv report payees " == *" $1 "* ]] ;;
+        --sort) [[ " show json csv report payees " == *" $1 "* ]] && echo "date amount" ;;
         --kind) [[ " csv " == *" $1 "* ]] && echo "bank investments positions securities" ;;
         --columns) [[ " csv " == *" $1 "* ]] ;;
         --delimiter) [[ " csv " == *" $1 "* ]] ;;
