@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/anonymize.h>
 
-#include <iterator>
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <optional>
 #include <string_view>
 #include <unordered_map>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "anonymize/replacement.h"
 
-#include <iterator>
 #include <algorithm>
 #include <charconv>
+#include <iterator>
 
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"

@@ -7,7 +7,7 @@
 namespace tool {
 namespace {
 
-constexpr std::string_view kForms[] = {"dddd-dd-dd", "dddddddd"};
+constexpr std::string_view kDayForms[] = {"dddd-dd-dd", "dddddddd"};
 
 /// The digits of a text that has one of the forms; "" for others.
 std::string digitsOf(std::string_view text, std::string_view form) {
@@ -21,7 +21,7 @@ std::string digitsOf(std::string_view text, std::string_view form) {
     return digits;
 }
 
-unsigned numberOf(std::string_view digits) noexcept {
+unsigned digitsAsNumber(std::string_view digits) noexcept {
     unsigned number = 0;
     for (const char c : digits) number = number * 10 + static_cast<unsigned>(c - '0');
     return number;
@@ -30,14 +30,14 @@ unsigned numberOf(std::string_view digits) noexcept {
 }  // namespace
 
 std::optional<brackwell::Date> dayOf(std::string_view text) {
-    for (const std::string_view form : kForms) {
+    for (const std::string_view form : kDayForms) {
         const std::string digits = digitsOf(text, form);
         if (digits.empty()) continue;
         using namespace std::chrono;
         const std::string_view all = digits;
-        const year_month_day day(year(static_cast<int>(numberOf(all.substr(0, 4)))),
-                                 month(numberOf(all.substr(4, 2))),
-                                 std::chrono::day(numberOf(all.substr(6))));
+        const year_month_day day(year(static_cast<int>(digitsAsNumber(all.substr(0, 4)))),
+                                 month(digitsAsNumber(all.substr(4, 2))),
+                                 std::chrono::day(digitsAsNumber(all.substr(6))));
         if (day.ok()) return sys_days(day);
     }
     return std::nullopt;

@@ -61,8 +61,8 @@ void declareFilter(CLI::App& command, FilterTexts& texts) {
 
 Filter understoodFilter(const FilterTexts& texts) {
     Filter filter;
-    if (texts.since) filter.since = dayNamed(*texts.since);
-    if (texts.until) filter.before = *dayNamed(*texts.until) + std::chrono::days(1);
+    if (texts.since) filter.since = dayOf(*texts.since);
+    if (texts.until) filter.before = *dayOf(*texts.until) + std::chrono::days(1);
     if (filter.since && filter.before && *filter.since >= *filter.before)
         throw CLI::ValidationError("--until", *texts.until + " is before " + *texts.since + " of --since");
     filter.accounts = texts.accounts;

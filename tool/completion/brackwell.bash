@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Completion of brackwell for bash, written by script/completions.
 
-_brackwell_commands="show json csv report accounts duplicates payees check tree pretty repair request"
+_brackwell_commands="show json csv report accounts duplicates payees check tree pretty repair anonymize request"
 
 # The options that a command takes.
 _brackwell_options() {
@@ -18,6 +18,7 @@ _brackwell_options() {
         tree) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --original" ;;
         pretty) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
         repair) echo "-h --help --encoding -o --output --force -q --quiet --strict --diff --all" ;;
+        anonymize) echo "-h --help --encoding -o --output --force -q --quiet --strict --into --institution --shift-days" ;;
         request) echo "-h --help -o --output --force --version --since --document --routing" ;;
     esac
 }
@@ -26,9 +27,9 @@ _brackwell_options() {
 # value.
 _brackwell_values() {
     case $2 in
-        --encoding) [[ " show json csv report accounts duplicates payees check tree pretty repair " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 windows-1250 windows-1251 windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
-        -o) [[ " show json csv report accounts duplicates payees tree pretty repair request " == *" $1 "* ]] && echo "FILE" ;;
-        --output) [[ " show json csv report accounts duplicates payees tree pretty repair request " == *" $1 "* ]] && echo "FILE" ;;
+        --encoding) [[ " show json csv report accounts duplicates payees check tree pretty repair anonymize " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 ISO-8859-15 windows-1250 windows-1251 KOI8-R windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
+        -o) [[ " show json csv report accounts duplicates payees tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
+        --output) [[ " show json csv report accounts duplicates payees tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
         --date-format) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
         --decimal-separator) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
         --grouping-separator) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
@@ -41,6 +42,8 @@ _brackwell_values() {
         --columns) [[ " csv " == *" $1 "* ]] ;;
         --delimiter) [[ " csv " == *" $1 "* ]] ;;
         --decimal-mark) [[ " csv " == *" $1 "* ]] ;;
+        --into) [[ " anonymize " == *" $1 "* ]] && echo "anonymous-1.ofx and so on" ;;
+        --shift-days) [[ " anonymize " == *" $1 "* ]] ;;
         --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;
         --routing) [[ " request " == *" $1 "* ]] && echo "none service msgset" ;;
         *) return 1 ;;
