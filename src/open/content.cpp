@@ -149,7 +149,7 @@ void NameFactsTable::addChildFacts() {
     for (ChildFacts& facts : childFacts_) facts.quiet = facts.standing & quiet;
 }
 
-const NameFactsTable& NameFactsTable::known() noexcept {
+const NameFactsTable& NameFactsTable::known() {
     static const NameFactsTable kTable;
     return kTable;
 }

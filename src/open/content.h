@@ -97,7 +97,7 @@ struct ChildFacts {
 class NameFactsTable {
 public:
     /// The only table, made at the first call.
-    static const NameFactsTable& known() noexcept;
+    static const NameFactsTable& known();
 
     /// What an element is to people, wherever it stands.
     Content contentOf(reading::NameID name) const noexcept { return contents_[knownOrNone(name)]; }
