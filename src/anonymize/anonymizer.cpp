@@ -12,6 +12,7 @@
 #include "anonymize/document_walk.h"
 #include "anonymize/replacement.h"
 #include "anonymize/value_kind.h"
+#include "dates/civil_time.h"
 #include "text/ascii_digit.h"
 #include "text/byte_order_marks.h"
 
@@ -44,10 +45,12 @@ std::optional<std::string> movedDay(std::string_view text, std::int32_t days) {
     const std::chrono::year_month_day after{std::chrono::sys_days(before) + std::chrono::days(days)};
     const int year = static_cast<int>(after.year());
     if (year < 1 || year > 9999) return std::nullopt;
-    std::string digits =
-        std::to_string(static_cast<unsigned>(year) * 10000U + static_cast<unsigned>(after.month()) * 100U +
-                       static_cast<unsigned>(after.day()));
-    return digits.insert(0, kDigitsOfDay - digits.size(), '0');
+    std::string digits;
+    appendPadded(digits,
+                 static_cast<unsigned>(year) * 10000U + static_cast<unsigned>(after.month()) * 100U +
+                     static_cast<unsigned>(after.day()),
+                 kDigitsOfDay);
+    return digits;
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -45,10 +45,9 @@ constexpr auto kStrict = std::to_array<std::string_view>({
 
 constexpr auto kIsStrict = [] {
     std::array<bool, elements::kElementCount + 1> found{};
-    for (elements::Element i = 0; i < elements::kElementCount; ++i) {
-        const std::string_view name = elements::kElementRows[i].name;
-        found[i] = elements::isMessageSet(name) || name.find("MSGSET") != name.npos;
-    }
+    std::size_t element = 0;
+    for (const elements::ElementRow& row : elements::kElementRows)
+        found[element++] = elements::isMessageSet(row.name) || row.name.find("MSGSET") != row.name.npos;
     for (const std::string_view name : kStrict) found[elements::tables::find(name)] = true;
     return found;
 }();

@@ -4,9 +4,9 @@
 cmake_minimum_required(VERSION 3.25)
 
 # Configures PROJECT with the definitions of DEFINE, and sees that every command that compiles a source of
-# the library matches all expressions of EXPECT and none of REJECT.
+# the library matches all expressions of EXPECT and none of REJECT, and one of them the expression SOME.
 function(expect_commands project)
-    cmake_parse_arguments(PARSE_ARGV 1 row "" "" "DEFINE;EXPECT;REJECT")
+    cmake_parse_arguments(PARSE_ARGV 1 row "" "SOME" "DEFINE;EXPECT;REJECT")
     file(REMOVE ${WORK}/CMakeCache.txt)
     list(TRANSFORM row_DEFINE PREPEND -D)
     execute_process(
@@ -20,12 +20,16 @@ function(expect_commands project)
     string(JSON count LENGTH "${commands}")
     math(EXPR last "${count} - 1")
     set(of_library 0)
+    set(has_some FALSE)
     foreach(i RANGE ${last})
         string(JSON command GET "${commands}" ${i} command)
         if(NOT command MATCHES "brackwell\\.dir")
             continue()
         endif()
         math(EXPR of_library "${of_library} + 1")
+        if(row_SOME AND command MATCHES "${row_SOME}")
+            set(has_some TRUE)
+        endif()
         foreach(expression IN LISTS row_EXPECT)
             if(NOT command MATCHES "${expression}")
                 message(FATAL_ERROR "With ${row_DEFINE} there is no ${expression} in\n${command}")
@@ -39,6 +43,9 @@ function(expect_commands project)
     endforeach()
     if(of_library EQUAL 0)
         message(FATAL_ERROR "No source of the library is compiled")
+    endif()
+    if(row_SOME AND NOT has_some)
+        message(FATAL_ERROR "With ${row_DEFINE} no command has ${row_SOME}")
     endif()
 endfunction()
 
@@ -54,7 +61,8 @@ expect_commands(${CONSUMER}
     REJECT ${warnings} " -fPIC")
 expect_commands(${CONSUMER}
     DEFINE CMAKE_CXX_STANDARD=17 CMAKE_UNITY_BUILD=ON CMAKE_UNITY_BUILD_BATCH_SIZE=7
-    EXPECT " -std=c\\+\\+20" "unity_[0-9]+_cxx")
+    SOME "unity_[0-9]+_cxx"
+    EXPECT " -std=c\\+\\+20")
 file(REMOVE_RECURSE ${WORK})
 expect_commands(${SOURCE}
     DEFINE ${alone} CMAKE_POSITION_INDEPENDENT_CODE=OFF CMAKE_CXX_STANDARD=23
