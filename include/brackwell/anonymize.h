@@ -62,21 +62,28 @@ struct AnonymizedDocument {
 ///   different words. Other letters are replaced by letters of the same document.
 /// - What is replaced cannot be found out without the object's key, which is random and never leaves it.
 ///   How long a word is can be seen, and that two are the same.
-/// - Codes stay: types of accounts and transactions, currencies, status codes, flags. So do dates, unless
-///   they are moved, and the header but for identifiers of files.
+/// - Codes stay: types of accounts and transactions, currencies, status codes, flags. In an element of codes
+///   that is whatever looks like one, a word in capitals or a number of few digits. So do dates, unless they
+///   are moved, the header but for identifiers of files, and up to three letters beside an amount.
 /// - The sums of a document are not true afterwards: balances do not follow from transactions, and the total
 ///   of an investment is not its units times its price.
 ///
 /// The document need not be one that reads. Takes time in proportion to it.
 class BRACKWELL_EXPORT Anonymizer {
 public:
-    /// Copies share the key.
     explicit Anonymizer(AnonymizeOptions options = {});
+    /// @{
+    /// A copy shares the key, and so does what was moved from.
+    Anonymizer(const Anonymizer&) noexcept = default;
+    Anonymizer& operator=(const Anonymizer&) noexcept = default;
+    ~Anonymizer() = default;
+    /// @}
 
     /// The document without what says who. `encoding` is the one it is in, such as
-    /// OpenedDocument::encoding tells. With TextEncodingNone, or when the bytes are not what that encoding
-    /// makes of their text, a byte order mark decides, then whether they are UTF-8; all else counts as one
-    /// byte for a character.
+    /// OpenedDocument::encoding tells. A byte order mark of UTF-16 or UTF-32 counts more. With
+    /// TextEncodingNone, or when the bytes are not what that encoding makes of their text, it is one in which
+    /// they are a text: UTF-8, or, where there are zero bytes, UTF-16 or UTF-32; all else counts as one byte
+    /// for a character.
     AnonymizedDocument anonymize(const Data& bytes, TextEncoding encoding = TextEncodingNone) const;
 
 private:

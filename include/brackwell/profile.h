@@ -353,9 +353,11 @@ public:
     static std::shared_ptr<TvOFXFIProfile> initWithProfileResponse(
         std::shared_ptr<TvOFXFIProfileResponse> response);
     /// Restores what `data` wrote. Repeated leaves (LANGUAGE, PROCDAYSOFF) are lost on the way, and since
-    /// texts are written without escapes, one with "<" comes back cut off there and one that reads like an
-    /// entity ("&lt;") as another: intended. A text with a close tag in it ("</b>") makes bytes that do not
-    /// parse; these give a profile whose response has no fields and no originalParseData.
+    /// texts are written without escapes, one with "<" comes back cut off there and may take the fields after
+    /// it along, and one that reads like an entity ("&lt;") as another: intended. A text with a close tag in
+    /// it
+    /// ("</b>") makes bytes that do not parse; these give a profile whose response has no fields and no
+    /// originalParseData.
     ///
     /// To see beforehand that all comes back, compare the originalParseData of the response with that of the
     /// response restored. A keyed archive of the response (TvOFXAggregate::encodeWithCoder) gives everything

@@ -13,8 +13,11 @@
 #include "anonymize/replacement.h"
 #include "anonymize/value_kind.h"
 #include "dates/civil_time.h"
+#include "elements/header_fields.h"
+#include "text/ascii_case.h"
 #include "text/ascii_digit.h"
 #include "text/byte_order_marks.h"
+#include "text/utf8.h"
 
 namespace brackwell {
 namespace {
@@ -55,6 +58,9 @@ std::optional<std::string> movedDay(std::string_view text, std::int32_t days) {
 
 // ---------------------------------------------------------------------------------------------
 // Names
+
+/// What an XML declaration has.
+constexpr std::string_view kXMLFields[] = {"version", "encoding", "standalone"};
 
 /// True for a name as the standard and institutions write theirs. What has small letters may be a person's
 /// address in brackets.
@@ -118,7 +124,10 @@ public:
     }
     void onHeaderValue(std::string_view field, std::string_view text) override {
         const bool isIdentifier = field.ends_with("FILEUID") && text != "NONE";
-        return isIdentifier ? writeWords(text) : onMarkup(text);
+        const auto isField = [field](std::string_view name) { return equalsIgnoringCase(field, name); };
+        const bool isKnown =
+            std::ranges::any_of(elements::kHeaderFields, isField) || std::ranges::any_of(kXMLFields, isField);
+        return isIdentifier || !isKnown ? writeWords(text) : onMarkup(text);
     }
     void onOtherText(std::string_view text) override { writeWords(text); }
 
@@ -149,31 +158,56 @@ private:
     UnknownNames unknown_;
 };
 
-/// A byte order mark and what it says of the bytes after it.
-struct Mark {
-    std::string_view bytes;
-    TextEncoding encoding;
+/// A wide encoding, whose characters are of several bytes each; its name is that of textEncodingNamed.
+struct WideEncoding {
+    std::string_view mark;
+    std::string_view name;
+    std::size_t unit;  ///< bytes that characters consist of at least, and in multiples of
 };
-/// The longer ones come first, since one of them begins like another.
-constexpr Mark kMarks[] = {
-    {kUTF32BigEndianMark, TextEncodingUTF32BigEndian},
-    {kUTF32LittleEndianMark, TextEncodingNone},
-    {kUTF16BigEndianMark, TextEncodingUTF16BigEndian},
-    {kUTF16LittleEndianMark, TextEncodingUTF16LittleEndian},
-    {kUTF8Mark, TextEncodingUTF8},
+/// Those of the longer marks come first, since one of these begins like another.
+constexpr WideEncoding kWideEncodings[] = {
+    {kUTF32BigEndianMark, "UTF-32BE", 4},
+    {kUTF32LittleEndianMark, "UTF-32LE", 4},
+    {kUTF16BigEndianMark, "UTF-16BE", 2},
+    {kUTF16LittleEndianMark, "UTF-16LE", 2},
 };
 
 /// The bytes that the characters of an encoding consist of at least, and in multiples of.
 std::size_t unitOf(TextEncoding encoding) noexcept {
-    switch (encoding) {
-        case TextEncodingUTF16BigEndian:
-        case TextEncodingUTF16LittleEndian:
-            return 2;
-        case TextEncodingUTF32BigEndian:
-            return 4;
-        default:
-            return 1;
-    }
+    for (const WideEncoding& wide : kWideEncodings)
+        if (textEncodingNamed(wide.name) == encoding) return wide.unit;
+    return 1;
+}
+
+/// The mark that a document begins with; "" when it has none.
+std::string_view markOf(std::string_view bytes) noexcept {
+    for (const WideEncoding& wide : kWideEncodings)
+        if (bytes.starts_with(wide.mark)) return wide.mark;
+    return bytes.starts_with(kUTF8Mark) ? kUTF8Mark : std::string_view();
+}
+
+/// The encodings that a document may be in, the most likely one first. Every byte is a character of the last.
+std::vector<TextEncoding> candidatesFor(std::string_view bytes, TextEncoding given) {
+    std::vector<TextEncoding> candidates;
+    for (const WideEncoding& wide : kWideEncodings)
+        if (bytes.starts_with(wide.mark)) candidates.push_back(textEncodingNamed(wide.name));
+    if (given != TextEncodingNone) candidates.push_back(given);
+    const bool isWide = bytes.substr(0, 64).find('\0') != bytes.npos;
+    if (!isWide) candidates.push_back(TextEncodingUTF8);
+    if (isWide)
+        for (const WideEncoding& wide : kWideEncodings) candidates.push_back(textEncodingNamed(wide.name));
+    candidates.push_back(TextEncodingISOLatin1);
+    return candidates;
+}
+
+/// True for the encodings that bytes are in, or are taken for, whatever their text is.
+bool takesAnything(TextEncoding encoding) noexcept {
+    return encoding == TextEncodingUTF8 || encoding == TextEncodingISOLatin1;
+}
+
+/// False for bytes of another encoding, which nearly always give zero characters, or none of ASCII.
+bool isPlausible(std::string_view text) noexcept {
+    return text.find('\0') == text.npos && (text.empty() || asciiPrefix(text.substr(0, 1)) == 1);
 }
 
 }  // namespace
@@ -189,7 +223,7 @@ struct Anonymizer::State {
         const std::size_t tail = size % unitOf(encoding);  // of a document that is cut off
         const Data body = bytes.slice(mark.size(), size - tail);
         const std::optional<Data> text = decodeText(body, encoding);
-        if (!text) return std::nullopt;
+        if (!text || (!takesAnything(encoding) && !isPlausible(text->bytes()))) return std::nullopt;
         const std::optional<Data> again = encodeText(text->bytes(), encoding);
         if (!again || again->bytes() != body.bytes()) return std::nullopt;
 
@@ -211,15 +245,10 @@ Anonymizer::Anonymizer(AnonymizeOptions options)
     : state_(std::make_shared<const State>(State{options, {}})) {}
 
 AnonymizedDocument Anonymizer::anonymize(const Data& bytes, TextEncoding encoding) const {
-    const auto* const mark =
-        std::ranges::find_if(kMarks, [&](const Mark& row) { return bytes.bytes().starts_with(row.bytes); });
-    const std::string_view markBytes = mark != std::end(kMarks) ? mark->bytes : std::string_view();
-    const TextEncoding marked = mark != std::end(kMarks) ? mark->encoding : TextEncodingNone;
-    for (const TextEncoding candidate : {encoding, marked, TextEncodingUTF8})
-        if (candidate != TextEncodingNone)
-            if (auto document = state_->anonymize(bytes, markBytes, candidate)) return *std::move(document);
-    // Every byte is a character of Latin-1, so this one always succeeds.
-    return state_->anonymize(bytes, markBytes, TextEncodingISOLatin1).value_or(AnonymizedDocument());
+    const std::string_view mark = markOf(bytes.bytes());
+    for (const TextEncoding candidate : candidatesFor(bytes.bytes(), encoding))
+        if (auto document = state_->anonymize(bytes, mark, candidate)) return *std::move(document);
+    return {};
 }
 
 }  // namespace brackwell

@@ -79,7 +79,11 @@ private:
             readFreeText(take(std::min(rest_.find(kCommentEnd), rest_.size())));
             visitor_.onMarkup(take(kCommentEnd.size()));
         } else if (rest_.starts_with("<?")) {
-            readInstruction(take(std::min(rest_.find("?>"), rest_.size())));
+            const std::string_view text = take(std::min(rest_.find("?>"), rest_.size()));
+            if (isHeader(text))
+                readInstruction(text);
+            else
+                visitor_.onOtherText(text);
         } else if (rest_.starts_with("<!")) {
             visitor_.onMarkup(take(2));
             visitor_.onOtherText(take(std::min(rest_.find_first_of("<>"), rest_.size())));
@@ -87,6 +91,12 @@ private:
             return readTag();
         }
         return true;
+    }
+
+    /// True for the two instructions that a header of OFX 2 consists of.
+    static bool isHeader(std::string_view instruction) noexcept {
+        const std::string_view name = instruction.substr(2, instruction.find_first_of(" \t\r\n") - 2);
+        return equalsIgnoringCase(name, "xml") || equalsIgnoringCase(name, "OFX");
     }
 
     /// The fields of a header of OFX 2, "NAME=value" with or without quotation marks.

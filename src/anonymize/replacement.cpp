@@ -167,16 +167,21 @@ void Replacement::appendReference(std::string& to, std::string_view reference) c
     if (range == std::end(kReferenceRanges)) {
         to.append(digits, '0');  // no character has so many digits
     } else {
-        const std::uint64_t number = cipher_.numberFor(reference) % (range->last - range->first + 1);
+        std::uint32_t before = 0;
+        std::from_chars(reference.data() + begin, reference.data() + begin + digits, before, base);
+        const std::uint32_t size = range->last - range->first + 1;
+        auto number = static_cast<std::uint32_t>(cipher_.numberFor(reference) % size);
+        if (range->first + number == before) number = (number + 1) % size;
         std::array<char, 8> written{};
-        const auto result = std::to_chars(written.data(), written.data() + written.size(),
-                                          range->first + static_cast<std::uint32_t>(number), base);
+        const auto result =
+            std::to_chars(written.data(), written.data() + written.size(), range->first + number, base);
         to.append(written.data(), result.ptr);
     }
     to += ';';
 }
 
 void Replacement::appendAmount(std::string& to, std::string_view text) const {
+    if (std::ranges::none_of(text, isASCIIDigit)) return appendWords(to, text);
     const std::vector<Symbol> symbols = digitsFor(text);
     auto symbol = symbols.begin();
     while (!text.empty()) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace brackwell::anonymizing {
 namespace {
@@ -46,31 +47,65 @@ std::uint64_t moved(std::uint64_t number, std::uint64_t by, std::uint64_t size) 
     return (number + by % size) % size;
 }
 
-/// One place alone: every value moves by as much, so none stays and no two meet.
-void replaceOne(Symbol& symbol, std::uint64_t hash) noexcept {
-    if (symbol.count > 1)
-        symbol.value =
-            static_cast<std::uint8_t>(moved(symbol.value, 1 + hash % (symbol.count - 1U), symbol.count));
+/// One place alone: its values are brought into an order that nobody knows, and each becomes the next one.
+void replaceOne(const UnpredictableHash& hash, Symbol& symbol, std::uint64_t purpose) noexcept {
+    const auto rank = [&](std::uint64_t value) {
+        return std::pair(hashOf(hash, {purpose, symbol.count, value, 0}), value);
+    };
+    const auto own = rank(symbol.value);
+    auto next = own;
+    auto first = own;
+    for (std::uint64_t value = 0; value < symbol.count; ++value) {
+        const auto other = rank(value);
+        first = std::min(first, other);
+        if (other > own && (next == own || other < next)) next = other;
+    }
+    symbol.value = static_cast<std::uint8_t>((next == own ? first : next).second);
 }
 
+/// The two numbers of several places, and what they are hashed with.
+struct Halves {
+    std::array<std::uint64_t, 2> numbers;
+    std::array<std::uint64_t, 2> sizes;
+    std::uint64_t purpose;
+    std::uint64_t places;
+
+    /// How far a number is moved in a round.
+    std::uint64_t distance(const UnpredictableHash& hash, std::uint64_t round) const noexcept {
+        return hashOf(hash, {purpose, places, round, numbers[1 - round % 2]}) % sizes[round % 2];
+    }
+    void scramble(const UnpredictableHash& hash) noexcept {
+        for (std::uint64_t round = 0; round < kRounds; ++round)
+            numbers[round % 2] = moved(numbers[round % 2], distance(hash, round), sizes[round % 2]);
+    }
+    /// What scramble makes these numbers of.
+    void unscramble(const UnpredictableHash& hash) noexcept {
+        for (std::uint64_t done = 0; done < kRounds; ++done) {
+            const std::uint64_t round = kRounds - 1 - done;
+            const std::uint64_t back = sizes[round % 2] - distance(hash, round);
+            numbers[round % 2] = moved(numbers[round % 2], back, sizes[round % 2]);
+        }
+    }
+    /// Takes the next one of all pairs, and the first after the last.
+    void advance() noexcept {
+        numbers[1] = moved(numbers[1], 1, sizes[1]);
+        if (numbers[1] == 0) numbers[0] = moved(numbers[0], 1, sizes[0]);
+    }
+};
+
+/// The network alone would leave a text as it is now and then. So it brings all texts of the shape into an
+/// order that nobody knows, and each becomes the one after it.
 void replaceSeveral(const UnpredictableHash& hash, std::span<Symbol> symbols,
                     std::uint64_t purpose) noexcept {
     const std::span<Symbol> first = symbols.first(symbols.size() / 2);
     const std::span<Symbol> second = symbols.subspan(symbols.size() / 2);
-    const std::uint64_t sizes[] = {sizeOf(first), sizeOf(second)};
-    const std::uint64_t before[] = {numberOf(first), numberOf(second)};
-    std::uint64_t numbers[] = {before[0], before[1]};
-    // A text that would stay as it is takes another turn, with another key. There are few of them, and the
-    // chance that one then meets another text of the document is as small as that of a guess.
-    for (std::uint64_t turn = 0; turn < 4 && std::ranges::equal(numbers, before); ++turn)
-        for (std::uint64_t round = 0; round < kRounds; ++round) {
-            std::uint64_t& changed = numbers[round % 2];
-            const std::uint64_t other = numbers[1 - round % 2];
-            const std::uint64_t by = hashOf(hash, {purpose, symbols.size() << 8U | round, turn, other});
-            changed = moved(changed, by, sizes[round % 2]);
-        }
-    setNumber(first, numbers[0]);
-    setNumber(second, numbers[1]);
+    Halves halves{
+        {numberOf(first), numberOf(second)}, {sizeOf(first), sizeOf(second)}, purpose, symbols.size()};
+    halves.unscramble(hash);
+    halves.advance();
+    halves.scramble(hash);
+    setNumber(first, halves.numbers[0]);
+    setNumber(second, halves.numbers[1]);
 }
 
 }  // namespace
@@ -83,7 +118,7 @@ void ShapeCipher::replace(std::span<Symbol> symbols, std::uint64_t purpose) cons
         const std::uint64_t next = hashOf(hash_, {purpose, numberOf(part.first(part.size() / 2)),
                                                   numberOf(part.subspan(part.size() / 2)), part.size()});
         if (part.size() == 1)
-            replaceOne(part.front(), hashOf(hash_, {purpose, part.front().count, 0, 0}));
+            replaceOne(hash_, part.front(), purpose);
         else
             replaceSeveral(hash_, part, purpose);
         purpose = next;

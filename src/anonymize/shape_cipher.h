@@ -18,9 +18,9 @@ struct Symbol {
 
 /// Replaces texts by others of the same shape, which means that each place keeps its count.
 ///
-/// Each text of a shape becomes another one, and no two become the same, without a list of what was replaced:
-/// a Feistel network in mixed radix. Half of the places are one number, the others a second one, and each in
-/// turn is moved by a keyed hash of the other one.
+/// Each text of a shape becomes another one, and no two become the same, without a list of what was replaced,
+/// by a Feistel network in mixed radix: half of the places are one number, the others a second one, and each
+/// in turn is moved by a keyed hash of the other one.
 class ShapeCipher {
 public:
     /// Replaces the symbols in place. `purpose` makes shapes of different kinds independent.

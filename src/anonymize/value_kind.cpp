@@ -95,21 +95,31 @@ elements::Element elementMeantBy(std::string_view name) noexcept {
 bool looksLikeCode(std::string_view text) noexcept {
     constexpr std::size_t longest = 20;
     constexpr std::ptrdiff_t mostDigits = 5;  // a status has them; a telephone number or an account has more
-    const auto isPart = [](char c) { return isASCIILetter(c) || isASCIIDigit(c) || c == '_' || c == '-'; };
+    const auto isPart = [](char c) {
+        return (c >= 'A' && c <= 'Z') || isASCIIDigit(c) || c == '_' || c == '-';
+    };
     return text.size() <= longest && std::ranges::all_of(text, isPart) &&
            std::ranges::count_if(text, isASCIIDigit) <= mostDigits;
 }
 
 bool looksLikeDate(std::string_view text) noexcept {
     constexpr std::size_t longest = 48;
-    constexpr std::ptrdiff_t mostLetters = 9;  // "Sept" and a zone of some letters
-    const auto isPart = [](char c) {
-        return isASCIILetter(c) || isASCIIDigit(c) ||
-               std::string_view("+-/.,:[] ").find(c) != std::string_view::npos;
-    };
-    return text.size() <= longest && std::ranges::all_of(text, isPart) &&
-           std::ranges::count_if(text, isASCIILetter) <= mostLetters &&
-           std::ranges::any_of(text, isASCIIDigit);
+    constexpr std::size_t mostLetters = 4;  // in a row: "Sept", or a zone
+    constexpr std::ptrdiff_t mostDigits = 20;
+    std::size_t letters = 0;
+    for (const char c : text) {
+        letters = isASCIILetter(c) ? letters + 1 : 0;
+        const bool isPart =
+            letters != 0 || isASCIIDigit(c) || std::string_view("+-/.,:[] ").find(c) != text.npos;
+        if (!isPart || letters > mostLetters) return false;
+    }
+    const std::ptrdiff_t digits = std::ranges::count_if(text, isASCIIDigit);
+    if (text.size() > longest || digits == 0 || digits > mostDigits) return false;
+    if (!beginsWithDigits(text, 8)) return text.find_first_of("-/.:") != text.npos || digits <= 6;
+    const unsigned month = 10 * digitValue(text[4]) + digitValue(text[5]);
+    const unsigned day = 10 * digitValue(text[6]) + digitValue(text[7]);
+    const bool isYear = text.starts_with("19") || text.starts_with("20") || text.starts_with("21");
+    return isYear && month <= 12 && day <= 31;
 }
 
 }  // namespace brackwell::anonymizing

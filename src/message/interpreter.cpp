@@ -107,6 +107,7 @@ bool TvOFXInterpreter::interpret() {
     read.setHelperObject(helperObject_);
     interpretMessageSets(read, ofx);
     const bool hasChildren = ofx.node().size > 0;
+    read.setHelperObject(helperObject_);  // again, since a formatter may have replaced it
     static_assert(std::is_nothrow_move_assignable_v<TvOFXInterpreter>);
     *this = std::move(read);
     return hasChildren;

@@ -25,12 +25,13 @@ void appendAccounts(std::vector<std::shared_ptr<Account>>& accounts, const TvOFX
             if ((statement->*account)()) accounts.push_back((statement->*account)());
 }
 
-/// The response at the place that a table has for it; null when it has none.
+/// The response at the place that a table has for it; null when it has none. A list may be shorter than its
+/// table after it was moved to itself.
 template <class Places>
 std::shared_ptr<TvOFXResponse> responseAt(const TvOFXResponseList& responses, const Places& places,
                                           const TvOFXResponse* response) {
     const auto place = places.find(response);
-    return place == places.end() ? nullptr : responses[place->second];
+    return place != places.end() && place->second < responses.size() ? responses[place->second] : nullptr;
 }
 
 /// The response, when it is a statement of a class and its account is this very object; an equal account is
