@@ -35,7 +35,7 @@ struct UnknownElements {
     std::string name;       ///< as the document writes it
     std::size_t count = 0;  ///< how often it begins
 
-    bool operator==(const UnknownElements&) const = default;
+    bool operator==(const UnknownElements&) const = default;  ///< the same name as often
 };
 
 /// A document without what says who.
@@ -71,6 +71,7 @@ struct AnonymizedDocument {
 /// The document need not be one that reads. Takes time in proportion to it.
 class BRACKWELL_EXPORT Anonymizer {
 public:
+    /// With a new key.
     explicit Anonymizer(AnonymizeOptions options = {});
     /// @{
     /// A copy shares the key, and so does what was moved from.
