@@ -352,9 +352,11 @@ struct TvOFXUserSettings {};
 
 /// What a message has found in the text that it was made of.
 enum class MessageContent : std::uint8_t {
-    notOFX,       ///< nothing yet, or only text that does not begin like OFX
-    noResponses,  ///< OFX without a response that could be read: only a header, or names in small letters
-    responses,    ///< at least one response, also one that the message does not keep, as to a sign-on
+    notOFX,  ///< nothing yet, or only text that does not begin like OFX
+    /// OFX without a response that could be read: only a header, names in small letters, or XML that is no
+    /// OFX
+    noResponses,
+    responses,  ///< at least one response, also one that the message does not keep, as to a sign-on
 };
 
 /// One OFX document: its header fields, the responses of its message sets, and, for a document that

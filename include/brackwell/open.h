@@ -165,8 +165,9 @@ struct BRACKWELL_EXPORT OpenError {
     std::size_t offset = 0;                    ///< of that place, in the bytes of OpenedDocument::text
     std::optional<std::size_t> openedAt;  ///< where the innermost open element begins, for tagsDoNotMatch
     bool isRepairable = false;            ///< true when a repair was not allowed and would read the document
-    /// Those in which the bytes are a document, when they are none in the one that was tried: a choice for
-    /// OpenOptions::encoding, which the remedy names, too.
+    /// Those in which the bytes are a document, when they are no text in the one that was tried: a choice for
+    /// OpenOptions::encoding, which the remedy names, too. Empty for bytes that are a text there, however
+    /// odd.
     std::vector<TextEncoding> readingEncodings;
 
     /// Text, cause and remedy in one.

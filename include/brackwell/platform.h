@@ -23,8 +23,10 @@
 /// - An operation that takes a text which may be absent (TextArgument) takes a null `const char*` as nothing;
 ///   a text that must be there is a `std::string_view`, and by the rules of the standard library a null
 ///   pointer is none.
-/// - What was moved from may be used again. It is empty, as new; where a class says that its move is a copy,
-///   it is unchanged. Classes that can be copied or moved can be assigned as well.
+/// - An object of a class that was moved from may be used again. It is empty, as new; where a class says that
+///   its move is a copy, it is unchanged; a TvOFXParser keeps its encoding. The members of a struct without
+///   operations are as the standard library leaves them. Classes that can be copied or moved can be assigned
+///   as well.
 /// - The library throws nothing of its own; `std::bad_alloc` passes through when memory is
 ///   exhausted, leaves no object half made and leaks nothing.
 /// - Distinct objects may be used by distinct threads, and any number of threads may read one object

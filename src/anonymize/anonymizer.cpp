@@ -158,20 +158,6 @@ private:
     UnknownNames unknown_;
 };
 
-/// A wide encoding, whose characters are of several bytes each; its name is that of textEncodingNamed.
-struct WideEncoding {
-    std::string_view mark;
-    std::string_view name;
-    std::size_t unit;  ///< bytes that characters consist of at least, and in multiples of
-};
-/// Those of the longer marks come first, since one of these begins like another.
-constexpr WideEncoding kWideEncodings[] = {
-    {kUTF32BigEndianMark, "UTF-32BE", 4},
-    {kUTF32LittleEndianMark, "UTF-32LE", 4},
-    {kUTF16BigEndianMark, "UTF-16BE", 2},
-    {kUTF16LittleEndianMark, "UTF-16LE", 2},
-};
-
 /// The bytes that the characters of an encoding consist of at least, and in multiples of.
 std::size_t unitOf(TextEncoding encoding) noexcept {
     for (const WideEncoding& wide : kWideEncodings)

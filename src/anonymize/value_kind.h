@@ -23,10 +23,11 @@ ValueKind kindOf(elements::Element element) noexcept;
 /// The element that a name in a tag means, in whatever case and with whatever prefix of a namespace.
 elements::Element elementMeantBy(std::string_view name) noexcept;
 
-/// True for what can be a code: a word or a number that is too short to say who.
+/// True for what can be a code: a word in capitals, or a number too short for an account or a telephone.
 bool looksLikeCode(std::string_view text) noexcept;
 
-/// True for what can be a date or a time of day, in any form: digits, marks, and a zone.
+/// True for what can be a date or a time of day: digits and marks, in an order that a day may have, and words
+/// no longer than a month's name cut short or a zone.
 bool looksLikeDate(std::string_view text) noexcept;
 
 }  // namespace brackwell::anonymizing

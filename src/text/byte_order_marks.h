@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace brackwell {
@@ -13,6 +14,20 @@ inline constexpr std::string_view kUTF16LittleEndianMark{"\xFF\xFE", 2};
 inline constexpr std::string_view kUTF32BigEndianMark{"\0\0\xFE\xFF", 4};
 inline constexpr std::string_view kUTF32LittleEndianMark{"\xFF\xFE\0\0", 4};
 /// @}
+
+/// An encoding whose characters consist of several bytes each, and the mark that tells of it.
+struct WideEncoding {
+    std::string_view mark;
+    const char* name;
+    std::size_t unit;  ///< bytes that characters consist of at least, and in multiples of
+};
+/// The longer marks come first, since one of these begins like another.
+inline constexpr WideEncoding kWideEncodings[] = {
+    {kUTF32BigEndianMark, "UTF-32BE", 4},
+    {kUTF32LittleEndianMark, "UTF-32LE", 4},
+    {kUTF16BigEndianMark, "UTF-16BE", 2},
+    {kUTF16LittleEndianMark, "UTF-16LE", 2},
+};
 
 /// What the prescribed parser takes for the mark of UTF-8, whose first byte is another one.
 inline constexpr std::string_view kParserUTF8Mark{"\xBF\xBB\xBF", 3};

@@ -237,23 +237,11 @@ std::optional<Data> decodeUTF8(const Data& data) {
     return data.bytes().starts_with(kUTF8Mark) ? data.from(kUTF8Mark.size()) : data;
 }
 
-/// The name and the first bytes of an encoding that is told by a mark.
-struct EncodingMark {
-    std::string_view bytes;
-    const char* iconvName;
-};
-
-constexpr std::array kMarks16 = {EncodingMark{kUTF16BigEndianMark, "UTF-16BE"},
-                                 EncodingMark{kUTF16LittleEndianMark, "UTF-16LE"}};
-constexpr std::array kMarks32 = {EncodingMark{kUTF32BigEndianMark, "UTF-32BE"},
-                                 EncodingMark{kUTF32LittleEndianMark, "UTF-32LE"}};
-
-std::optional<Data> decodeMarked(std::string_view bytes, std::span<const EncodingMark> marks,
-                                 const char* unmarked) {
-    for (const EncodingMark& mark : marks) {
-        if (bytes.starts_with(mark.bytes))
-            return decodeByIconv(bytes.substr(mark.bytes.size()), mark.iconvName);
-    }
+/// Of the encodings with characters of so many bytes the one that the mark tells, without the mark.
+std::optional<Data> decodeMarked(std::string_view bytes, std::size_t unit, const char* unmarked) {
+    for (const WideEncoding& wide : kWideEncodings)
+        if (wide.unit == unit && bytes.starts_with(wide.mark))
+            return decodeByIconv(bytes.substr(wide.mark.size()), wide.name);
     return decodeByIconv(bytes, unmarked);
 }
 
@@ -269,9 +257,9 @@ std::optional<Data> decodeText(const Data& data, TextEncoding encoding) {
         case Method::utf8:
             return decodeUTF8(data);
         case Method::marked16:
-            return decodeMarked(data.bytes(), kMarks16, found->iconvName);
+            return decodeMarked(data.bytes(), 2, found->iconvName);
         case Method::marked32:
-            return decodeMarked(data.bytes(), kMarks32, found->iconvName);
+            return decodeMarked(data.bytes(), 4, found->iconvName);
         case Method::singleByte:
             return isASCII() ? data : decodeSingleBytes(data.bytes(), found->iconvName);
         case Method::asciiExtension:

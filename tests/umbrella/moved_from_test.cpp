@@ -253,6 +253,16 @@ TEST_CASE("an interpreter and a message are as new after a move") {
     CHECK(message.message().empty());  // NOLINT(bugprone-use-after-move): what is tested
 }
 
+TEST_CASE("a message that was moved to itself has no statement of an account that it had") {
+    const auto message = imported(kStatement);
+    const auto account = message->bankAccountsFound().at(0);
+    REQUIRE(message->statementsForBankAccount(account));
+    TvOFXMessage& same = *message;
+    *message = std::move(same);
+    const auto statement = message->statementsForBankAccount(account);
+    CHECK((statement == nullptr || statement->bankAccountFrom() == account));
+}
+
 TEST_CASE("a message that was moved from can be filled again") {
     TvOFXMessage message;
     message.processParserResult(resultOf(kStatement));

@@ -200,6 +200,26 @@ TEST_CASE("a formatter may replace helper and tree of the interpreter that build
     CHECK_FALSE(dates.wasDestroyedWhileAsked);
 }
 
+TEST_CASE("the helper that a formatter gives the interpreter while it interprets stays") {
+    Record dates;
+    TvOFXParserResult result;
+    result.ofxData = parsed("<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS>" + std::string(kStatement) +
+                            "</STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>");
+    TvOFXInterpreter interpreter(result);
+    const auto next = std::make_shared<TvOFXHelper>();
+    {
+        auto helper = std::make_shared<TvOFXHelper>();
+        helper->setDateFormatter(
+            std::make_shared<ReplacingDates>(dates, [&] { interpreter.setHelperObject(next); }));
+        interpreter.setHelperObject(std::move(helper));
+    }
+    REQUIRE(interpreter.interpret());
+    CHECK(interpreter.allResponses().size() == 1);
+    CHECK(interpreter.helperObject() == next);
+    CHECK(dates.asked > 0);
+    CHECK_FALSE(dates.wasDestroyedWhileAsked);
+}
+
 TEST_CASE("a formatter of the shared helper may take away what a response is read from") {
     Record dates;
     const auto& shared = TvOFXHelper::defaultHelper();

@@ -245,9 +245,7 @@ void understand(Options& options, const Texts& texts) {
     checkFiles(options);
     takeFolders(options);
     checkOutput(options);
-    if (options.command->problemWith != nullptr)
-        if (const std::string problem = options.command->problemWith(options); !problem.empty())
-            throw CLI::ValidationError(std::string(options.command->name), problem);
+    if (options.command->check != nullptr) options.command->check(options);
 }
 
 }  // namespace

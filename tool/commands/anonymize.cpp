@@ -147,10 +147,11 @@ bool runAnonymize(Run& run) {
     return areAllWritten;
 }
 
-std::string anonymizeProblem(const Options& options) {
+void checkTargets(const Options& options) {
     const bool hasFolder = options.anonymize.folder.has_value();
-    if (hasFolder && options.outputFile) return "--into and --output exclude each other";
-    return options.files.size() > 1 && !hasFolder ? "several files need --into FOLDER" : "";
+    if (hasFolder && options.outputFile) throw CLI::ValidationError("--into", "excludes --output");
+    if (options.files.size() > 1 && !hasFolder)
+        throw CLI::ValidationError("FILE", "several files need --into FOLDER");
 }
 
 void declareAnonymizeOptions(CLI::App& command, Options& options) {
@@ -186,7 +187,7 @@ constexpr Command commands::kAnonymize({
     .help = kAnonymizeHelp,
     .run = runAnonymize,
     .declareOptions = declareAnonymizeOptions,
-    .problemWith = anonymizeProblem,
+    .check = checkTargets,
 });
 
 }  // namespace tool

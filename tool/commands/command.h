@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
 #include <string_view>
 
 namespace CLI {
@@ -34,8 +33,8 @@ struct CommandRow {
     bool (*run)(Run& run) = nullptr;
     /// Declares the options of its own; null when it has none.
     void (*declareOptions)(CLI::App& command, Options& options) = nullptr;
-    /// What is wrong with a command line whose parts are all right, "" for nothing; null when nothing can be.
-    std::string (*problemWith)(const Options& options) = nullptr;
+    /// Throws a CLI::ValidationError when options are wrong only together; null when they cannot be.
+    void (*check)(const Options& options) = nullptr;
 };
 
 /// A row that lacks nothing: one without a function does not compile.

@@ -7,7 +7,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <vector>
 
 #include "csv/bank_table.h"
@@ -26,14 +25,6 @@ void sayForeign(Run& run, const std::string& file, std::size_t foreign) {
                       " in a currency other than the account's; add --currencies to see which.");
 }
 
-/// The transactions of an account that an earlier statement had already.
-std::unordered_set<const brackwell::TvOFXStatementTransaction*> repeatsOf(const AccountHistory& account) {
-    std::unordered_set<const brackwell::TvOFXStatementTransaction*> repeats;
-    for (const HistoryEntry& entry : account.entries)
-        if (!entry.isOriginal()) repeats.insert(entry.transaction);
-    return repeats;
-}
-
 /// By account, since what an account has twice is known when all files are read.
 bool writeUnique(Run& run, const BankTable& table) {
     History history;
@@ -41,7 +32,7 @@ bool writeUnique(Run& run, const BankTable& table) {
         readHistory(run, history, [&run](const InputFile& input) { sayWhatIsLeftOut(run, input); });
     std::map<std::string, std::size_t> foreign;
     for (const AccountHistory& account : history.accounts()) {
-        const auto repeats = repeatsOf(account);
+        const auto repeats = account.repeatedTransactions();
         for (const HistoryStatement& each : account.statements) {
             Filter::Transactions transactions = run.options.filter.transactionsOf(*each.statement);
             std::erase_if(transactions,
@@ -96,7 +87,6 @@ std::string checkDelimiter(const std::string& text) {
     return isOne || text == "tab" ? "" : "neither a single character nor tab: \"" + text + "\"";
 }
 
-/// What is wrong only together; throws a CLI::ValidationError.
 void checkTable(const Options& options) {
     const bool isBank = options.table == TableKind::bank;
     if (options.csv.isUnique && !isBank)
@@ -146,7 +136,6 @@ void declareCsvOptions(CLI::App& command, Options& options) {
     command.add_flag("--currencies", options.hasCurrencies,
                      "Add columns for amounts in another currency to a table of bank transactions");
     declareFormat(command, options.csv);
-    command.parse_complete_callback([&options] { checkTable(options); });
 }
 
 constexpr const char* kCsvHelp =
@@ -205,6 +194,7 @@ constexpr Command commands::kCsv({
     .help = kCsvHelp,
     .run = runCsv,
     .declareOptions = declareCsvOptions,
+    .check = checkTable,
 });
 
 }  // namespace tool

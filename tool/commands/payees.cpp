@@ -6,7 +6,6 @@
 #include <map>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -70,9 +69,7 @@ void addPayment(Payees& payees, const Transaction& transaction, const std::strin
 
 /// Each transaction counts once, in however many files it stands.
 void addAccount(Payees& payees, const AccountHistory& account, const Filter& filter) {
-    std::unordered_set<const Transaction*> repeats;
-    for (const HistoryEntry& entry : account.entries)
-        if (!entry.isOriginal()) repeats.insert(entry.transaction);
+    const auto repeats = account.repeatedTransactions();
     for (const HistoryStatement& each : account.statements)
         for (const Transaction* transaction : filter.transactionsOf(*each.statement))
             if (!repeats.contains(transaction)) addPayment(payees, *transaction, account.currency);

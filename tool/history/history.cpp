@@ -38,6 +38,13 @@ std::string institutionOf(const OpenedDocument& document) {
 
 }  // namespace
 
+std::unordered_set<const TvOFXStatementTransaction*> AccountHistory::repeatedTransactions() const {
+    std::unordered_set<const TvOFXStatementTransaction*> repeated;
+    for (const HistoryEntry& entry : entries)
+        if (!entry.isOriginal()) repeated.insert(entry.transaction);
+    return repeated;
+}
+
 OptionalText AccountHistory::number() const noexcept {
     if (bankAccount) return bankAccount->accountID();
     return card ? card->accountID() : std::nullopt;

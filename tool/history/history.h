@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -62,6 +63,8 @@ struct AccountHistory {
     std::vector<HistoryEntry> entries;         ///< all transactions of these in their order
     std::size_t repeats = 0;                   ///< how many entries are not original
 
+    /// The entries' transactions that are not original.
+    std::unordered_set<const brackwell::TvOFXStatementTransaction*> repeatedTransactions() const;
     brackwell::OptionalText number() const noexcept;
     /// As the last file that names one has it, since institutions change their names; "" when none does.
     std::string_view institution() const noexcept;
