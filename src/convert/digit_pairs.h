@@ -15,8 +15,9 @@ constexpr bool areDigits(std::uint64_t word) noexcept {
     constexpr std::uint64_t zeros = 0x3030303030303030;
     constexpr std::uint64_t upperHalves = 0xF0F0F0F0F0F0F0F0;
     constexpr std::uint64_t sixes = 0x0606060606060606;
-    // A digit's upper half is that of "0", and stays so when 6 is added.
-    return (word & upperHalves) == zeros && ((word + sixes) & upperHalves) == zeros;
+    // A digit's upper half is that of "0", and stays so when 6 is added. A byte that has more bits, or that
+    // carries into the next one, is no digit itself.
+    return (word & (word + sixes) & upperHalves) == zeros;
 }
 
 /// The numbers that eight ASCII digits make two by two, each in the lower byte of 16 bits, the first lowest.

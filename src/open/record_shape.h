@@ -33,48 +33,45 @@ public:
     };
     /// How many nodes after that of the record itself.
     using Offset = std::uint16_t;
+    /// An element that is counted, or whose text is a value.
+    struct Found {
+        Offset offset;
+        Content content;
+    };
 
     /// Of no record.
     RecordShape() = default;
     /// Of a record in which nothing was found so far. The document must outlive this object.
-    RecordShape(const reading::Document& document, const reading::Node& record,
-                const ChildFacts* around) noexcept
-        : record_(&record), end_(document.endOf(&record)), around_(around) {
+    RecordShape(const reading::Node& record, const reading::Node* end, const ChildFacts* around) noexcept
+        : record_(&record), end_(end), around_(around) {
         for (const reading::Node* node = record_ + 1; node < end_; ++node)
             if (node->isAggregate() && !aggregates_.add(static_cast<Offset>(node - record_)))
                 end_ = record_;  // too many: the shape of no record
     }
 
     /// False for what is rather a part of a document than one of its records.
-    static bool isRecord(const reading::Document& document, const reading::Node& node) noexcept {
+    static bool isRecord(const reading::Node& node, const reading::Node* end) noexcept {
         constexpr std::ptrdiff_t mostNodes = 64;
-        return node.isRepeated() && node.isAggregate() && document.endOf(&node) - &node <= mostNodes;
+        return node.isRepeated() && node.isAggregate() && end - &node <= mostNodes;
     }
 
     /// Adds what was found in the record; false when it is too much.
     bool add(const reading::Node& node, Content content) noexcept {
-        if (!isLeafContent(content)) return counted.add(content);
-        Few<Offset>& leaves = content == Content::amount ? amounts
-                              : content == Content::date ? dates
-                                                         : identifiers;
-        return leaves.add(static_cast<Offset>(&node - record_));
+        return found.add({static_cast<Offset>(&node - record_), content});
     }
 
     /// True when another record has the same elements in the same order.
-    bool isOf(const reading::Document& document, const reading::Node& record,
+    bool isOf(const reading::Node& record, const reading::Node* end,
               const ChildFacts* around) const noexcept {
-        if (around_ != around || document.endOf(&record) - &record != end_ - record_) return false;
+        if (around_ != around || end - &record != end_ - record_) return false;
         if (!hasSameNames(&record)) return false;
-        const std::uint32_t shift = document.index(record) - document.index(*record_);
         for (const Offset offset : aggregates_)
-            if (record_[offset].begin + shift != (&record)[offset].begin) return false;
+            if (record_[offset].begin - record_->begin != (&record)[offset].begin - record.begin)
+                return false;
         return true;
     }
 
-    Few<Content> counted;  ///< elements that are counted
-    Few<Offset> amounts;
-    Few<Offset> dates;
-    Few<Offset> identifiers;
+    Few<Found> found;
     std::ptrdiff_t required = 0;  ///< what the record adds to Survey::required
 
 private:

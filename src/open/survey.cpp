@@ -45,13 +45,15 @@ public:
                 end = document_.endOf(&document_.node(around.node));
                 continue;
             }
+            if (const reading::Node* after = document_.endOf(node);
+                RecordShape::isRecord(*node, after) && takeKnown(*node, after, around.children)) {
+                node = after;
+                continue;
+            }
             const Content value = names_.valueOf(*node, *around.children);
             if (isLeafContent(value)) {
                 survey_.required += requiredBy(*node);
                 take(*node, value);
-            } else if (RecordShape::isRecord(document_, *node) && takeKnown(*node, around.children)) {
-                node = document_.endOf(node);
-                continue;
             } else {
                 look(*node, around);
                 if (node->isAggregate()) {
@@ -67,6 +69,10 @@ public:
 private:
     void take(const reading::Node& node, Content content) {
         if (recorded_ != 0 && !recording_.add(node, content)) recorded_ = 0;
+        takeValue(node, content);
+    }
+
+    [[gnu::always_inline]] void takeValue(const reading::Node& node, Content content) {
         if (content == Content::amount)
             survey_.amounts.add(document_.text(node));
         else if (content == Content::date)
@@ -107,25 +113,18 @@ private:
 
     /// Counts a record whose shape is known without walking through it: the transactions of a statement have
     /// few shapes. An unknown shape is recorded, unless the record has something that varies within a shape.
-    bool takeKnown(const reading::Node& record, const ChildFacts* around) {
+    bool takeKnown(const reading::Node& record, const reading::Node* end, const ChildFacts* around) {
         if (recorded_ != 0) return false;
         for (const RecordShape& shape : shapes_) {
-            if (!shape.isOf(document_, record, around)) continue;
-            takeValues(&record, shape);
+            if (!shape.isOf(record, end, around)) continue;
+            survey_.required += shape.required;
+            for (const auto [offset, content] : shape.found) takeValue((&record)[offset], content);
             return true;
         }
-        recording_ = RecordShape(document_, record, around);
+        recording_ = RecordShape(record, end, around);
         recorded_ = document_.index(record);
         requiredBefore_ = survey_.required;
         return false;
-    }
-
-    void takeValues(const reading::Node* record, const RecordShape& shape) {
-        survey_.required += shape.required;
-        for (const Content content : shape.counted) count(content);
-        for (const auto offset : shape.amounts) survey_.amounts.add(document_.text(record[offset]));
-        for (const auto offset : shape.dates) readDate(document_.text(record[offset]));
-        for (const auto offset : shape.identifiers) survey_.identifiers.add(document_.text(record[offset]));
     }
 
     void keepShape() noexcept {
