@@ -165,9 +165,8 @@ struct BRACKWELL_EXPORT OpenError {
     std::size_t offset = 0;                    ///< of that place, in the bytes of OpenedDocument::text
     std::optional<std::size_t> openedAt;  ///< where the innermost open element begins, for tagsDoNotMatch
     bool isRepairable = false;            ///< true when a repair was not allowed and would read the document
-    /// Those in which the bytes are a document, when they are no text in the one that was tried: a choice for
-    /// OpenOptions::encoding, which the remedy names, too. Empty for bytes that are a text there, however
-    /// odd.
+    /// Those in which the bytes are a document, when they are no text in the one that was tried, or no OFX in
+    /// the one that was chosen: a choice for OpenOptions::encoding, which the remedy names, too.
     std::vector<TextEncoding> readingEncodings;
 
     /// Text, cause and remedy in one.
@@ -366,8 +365,8 @@ private:
 
 /// @{
 /// Opens a file. A text that begins with "file:" is a URL in one of the forms of RFC 8089, any other text is
-/// a path; where there is no such file and the text has the form of another URL ("https://..."), the error
-/// says so. A std::filesystem::path is never taken for a URL.
+/// a path, and a null pointer is an empty one; where there is no such file and the text has the form of
+/// another URL ("https://..."), the error says so. A std::filesystem::path is never taken for a URL.
 BRACKWELL_EXPORT OpenedFile openFile(std::string_view pathOrURL, const OpenOptions& options = {});
 BRACKWELL_EXPORT OpenedFile openFile(const std::filesystem::path& path, const OpenOptions& options = {});
 inline OpenedFile openFile(const char* pathOrURL, const OpenOptions& options = {}) {

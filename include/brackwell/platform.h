@@ -119,9 +119,14 @@ public:
     /// length of the call is enough.
     static Data view(std::string_view bytes) noexcept;
 
-    /// Reads a whole file in one go; a name that is not a readable file gives nothing. Pipes and
-    /// other files without a size are read to their end.
+    /// @{
+    /// Reads a whole file in one go; a name that is not a readable file gives nothing, and so does a null
+    /// pointer. Pipes and other files without a size are read to their end.
     static std::optional<Data> fromFile(const std::string& path);
+    static std::optional<Data> fromFile(const char* path) {
+        return path != nullptr ? fromFile(std::string(path)) : std::nullopt;
+    }
+    /// @}
 
     /// The bytes; valid as long as this object or a copy of it.
     std::string_view bytes() const noexcept { return bytes_; }
@@ -181,8 +186,9 @@ BRACKWELL_EXPORT std::optional<Data> encodeText(std::string_view text, TextEncod
 /// The usual name ("UTF-8", "windows-1252"); nothing when the encoding is not known.
 BRACKWELL_EXPORT OptionalText nameOfTextEncoding(TextEncoding encoding) noexcept;
 
-/// The encoding with this name or one of its usual other names, compared without case, "-" and "_"
-/// ("1252", "CP1252", "windows-1252", "win_1252"); TextEncodingNone when no known encoding is called so.
+/// The encoding with this name or one of its usual other names, compared without case, "-", "_", blanks and a
+/// year after ":" ("1252", "CP1252", "windows-1252", "Win 1252", "ISO_8859-1:1987"); TextEncodingNone when no
+/// known encoding is called so.
 BRACKWELL_EXPORT TextEncoding textEncodingNamed(std::string_view name) noexcept;
 
 /// Every encoding that the library decodes, in a fixed order.

@@ -241,19 +241,36 @@ std::string hexadecimal(char byte) {
     return {digits[value >> 4U], digits[value & 0xFU]};
 }
 
+std::string nameOf(TextEncoding encoding) {
+    const OptionalText name = nameOfTextEncoding(encoding);
+    return name ? std::string(*name) : "text encoding " + std::to_string(encoding);
+}
+
 /// The encodings in which the bytes are an OFX document.
 std::vector<TextEncoding> readingEncodings(const Data& bytes) {
     std::vector<TextEncoding> encodings;
     for (const TextEncoding encoding : knownTextEncodings())
-        if (parse(bytes, encoding).outcome == Outcome::read) encodings.push_back(encoding);
+        if (parseChosen(bytes, encoding).outcome == Outcome::read) encodings.push_back(encoding);
     return encodings;
 }
 
-std::string namesOf(const std::vector<TextEncoding>& encodings) {
+/// Names the encodings that read the bytes, if there are any.
+void findReadingEncodings(OpenError& error, const Data& bytes) {
+    error.readingEncodings = readingEncodings(bytes);
+    if (error.readingEncodings.empty()) return;
     std::string names;
-    for (const TextEncoding encoding : encodings)
+    for (const TextEncoding encoding : error.readingEncodings)
         names.append(names.empty() ? "" : ", ").append(*nameOfTextEncoding(encoding));
-    return names;
+    error.remedy = "These encodings can read it: " + names + ".";
+}
+
+/// A text that is not OFX in the encoding that the application has chosen, when it is in another.
+void blameChosenEncoding(OpenError& error, const Data& bytes, const OpenOptions& options,
+                         EncodingSearch search) {
+    if (options.encoding == TextEncodingNone || search == EncodingSearch::none || error.isRepairable) return;
+    findReadingEncodings(error, bytes);
+    if (!error.readingEncodings.empty())
+        error.cause = "It is not OFX when it is read as " + nameOf(options.encoding) + ".";
 }
 
 OpenError undecodedError(const Data& bytes, const OpenOptions& options, EncodingSearch search) {
@@ -281,7 +298,9 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
         found.offset = 0;  // the document has no decoded text to have a place in
         return found;
     }
-    if (const auto invalid = firstInvalidByte(bytes.bytes())) {
+    if (isChosen && options.encoding != TextEncodingUTF8) {
+        error.cause = "Its bytes are not text in " + nameOf(options.encoding) + ".";
+    } else if (const auto invalid = firstInvalidByte(bytes.bytes())) {
         error.offset = *invalid;
         error.cause = "The byte at offset " + std::to_string(*invalid) + " (hexadecimal " +
                       hexadecimal(bytes.bytes()[*invalid]) + ") is not UTF-8.";
@@ -290,10 +309,8 @@ OpenError undecodedError(const Data& bytes, const OpenOptions& options, Encoding
         error.remedy = "Give the encoding that it is in.";
         return error;
     }
-    error.readingEncodings = readingEncodings(bytes);
-    error.remedy = error.readingEncodings.empty()
-                       ? "It is not an OFX document in any supported encoding. Ask the institution for OFX."
-                       : "These encodings can read it: " + namesOf(error.readingEncodings) + ".";
+    error.remedy = "It is not an OFX document in any supported encoding. Ask the institution for OFX.";
+    findReadingEncodings(error, bytes);
     return error;
 }
 
@@ -327,8 +344,11 @@ OpenError errorOf(const Parsed& parsed, const Data& bytes, RepairTrial& repair, 
     switch (parsed.outcome) {
         case Outcome::read:
             return {};
-        case Outcome::notOFX:
-            return notOFXError(text, repair);
+        case Outcome::notOFX: {
+            OpenError error = notOFXError(text, repair);
+            blameChosenEncoding(error, bytes, options, search);
+            return error;
+        }
         case Outcome::malformed:
             return nestingError(text, parsed.failure, repair);
         case Outcome::undecoded:

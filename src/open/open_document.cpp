@@ -105,7 +105,7 @@ private:
     bool mayRepair() const noexcept { return options_.repair == OpenRepair::whenNeeded; }
 
     Parsed firstParsed() {
-        if (options_.encoding != TextEncodingNone) return parse(state_->bytes, options_.encoding);
+        if (options_.encoding != TextEncodingNone) return parseChosen(state_->bytes, options_.encoding);
         return parseInAnyEncoding(state_->bytes, mayRepair(), isEncodingGuessed_);
     }
 

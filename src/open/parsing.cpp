@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "open/parsing.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 #include <vector>
 
@@ -28,6 +30,21 @@ Data fromLastMark(const Data& data) noexcept {
         if (at != 0) return data.from(at);
     }
     return data;
+}
+
+/// The encoding that a byte order mark tells of, when it is a wide one.
+const WideEncoding* markedEncoding(const Data& data) noexcept {
+    const auto* const found = std::ranges::find_if(
+        kWideEncodings, [&](const WideEncoding& wide) { return data.bytes().starts_with(wide.mark); });
+    return found == std::end(kWideEncodings) ? nullptr : found;
+}
+
+Parsed parseMarked(const Data& data, const WideEncoding& wide) {
+    return parse(data.from(wide.mark.size()), textEncodingNamed(wide.name));
+}
+
+bool isDocument(const Parsed& parsed) noexcept {
+    return parsed.outcome == Outcome::read || parsed.outcome == Outcome::malformed;
 }
 
 /// True for bytes that begin like ASCII in UTF-16 with the high bytes first. Without a mark, the parser tries
@@ -78,6 +95,15 @@ Parsed parse(const Data& data, TextEncoding encoding) {
     return parsed;
 }
 
+Parsed parseChosen(const Data& data, TextEncoding encoding) {
+    const WideEncoding* wide = markedEncoding(data);
+    const std::string_view chosen = nameOfTextEncoding(encoding).value_or("");
+    // "UTF-16" is what "UTF-16BE" and "UTF-16LE" begin with. The parser takes it for that of this machine.
+    const bool isTold = wide != nullptr && chosen.size() == std::string_view("UTF-16").size() &&
+                        std::string_view(wide->name).starts_with(chosen);
+    return isTold ? parseMarked(data, *wide) : parse(data, encoding);
+}
+
 // A repair finds a document after other text; that it has changed something shows that there is one.
 TextEncoding encodingOfHiddenDocument(const Data& data) {
     for (const TextEncoding encoding : {TextEncodingUTF8, TextEncodingWindows1252, TextEncodingISOLatin1}) {
@@ -106,9 +132,15 @@ Data withoutMark(const Data& data) noexcept {
 Parsed parseInAnyEncoding(const Data& marked, bool repairs, bool& isGuessed) {
     const Data data = fromLastMark(marked);
     Parsed parsed = parse(data, TextEncodingNone);
-    if (parsed.outcome == Outcome::notOFX && beginsLikeBigEndianUTF16(data.bytes())) {
-        Parsed other = parse(data, TextEncodingUTF16BigEndian);
-        if (other.outcome == Outcome::read || other.outcome == Outcome::malformed) return other;
+    if (parsed.outcome == Outcome::notOFX) {
+        // The parser takes the mark of UTF-32 with the low bytes first for that of UTF-16.
+        const WideEncoding* wide = markedEncoding(data);
+        Parsed other;
+        if (wide != nullptr)
+            other = parseMarked(data, *wide);
+        else if (beginsLikeBigEndianUTF16(data.bytes()))
+            other = parse(data, TextEncodingUTF16BigEndian);
+        if (isDocument(other)) return other;
     }
     if (parsed.outcome != Outcome::undecoded || data.isEmpty()) return parsed;
     // In any encoding but its own, a byte order mark would be read as letters.

@@ -32,6 +32,9 @@ struct Parsed {
 
 Parsed parse(const Data& data, TextEncoding encoding);
 
+/// The same in an encoding that somebody chose: of UTF-16 and UTF-32 the byte order is that of the mark.
+Parsed parseChosen(const Data& data, TextEncoding encoding);
+
 /// The same, and for bytes that are no text, with the encoding that the document itself names and those that
 /// documents have in practice. `isGuessed` becomes true when one of these reads them. Of several byte order
 /// marks in a row, as programs leave that put one before another, the last one counts.

@@ -49,7 +49,7 @@ struct Encoding {
     Method method;
     const char* iconvName;  ///< of marked encodings: the host's byte order
     std::string_view name;
-    std::array<std::string_view, 6> otherNames = {};  ///< "-" and "_" are left out in comparing
+    std::array<std::string_view, 6> otherNames = {};  ///< "-", "_" and blanks are left out in comparing
 };
 
 // Shift_JIS as it is found in files is the code page of Windows, in which 5C and 7E are ASCII.
@@ -123,10 +123,10 @@ constexpr std::array kEncodings = {
 
 /// Takes what names of encodings are written with and without off the beginning.
 void withoutSeparators(std::string_view& name) noexcept {
-    while (name.starts_with('-') || name.starts_with('_')) name.remove_prefix(1);
+    name.remove_prefix(std::min(name.find_first_not_of("-_ "), name.size()));
 }
 
-/// "ISO8859_1" is "ISO-8859-1", and "win1252" is "WIN-1252".
+/// "ISO8859_1" and "iso 8859-1" are "ISO-8859-1", and "win1252" is "WIN-1252".
 bool isSameName(std::string_view a, std::string_view b) noexcept {
     for (;;) {
         withoutSeparators(a);
@@ -290,6 +290,7 @@ OptionalText nameOfTextEncoding(TextEncoding encoding) noexcept {
 }
 
 TextEncoding textEncodingNamed(std::string_view name) noexcept {
+    name = name.substr(0, name.find(':'));  // after it stands the year of a standard: "ISO_8859-1:1987"
     withoutSeparators(name);
     if (name.empty()) return TextEncodingNone;  // also what unused places of the table hold
     const auto isNamed = [&](const Encoding& encoding) {

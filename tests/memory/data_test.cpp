@@ -161,6 +161,7 @@ TEST_CASE("a name that is not a readable file gives nothing") {
     CHECK_FALSE(Data::fromFile(folder.path("missing")));
     CHECK_FALSE(Data::fromFile(folder.path("")));
     CHECK_FALSE(Data::fromFile(""));
+    CHECK_FALSE(Data::fromFile(nullptr));
     std::filesystem::create_symlink("nowhere", folder.path("dangling"));
     CHECK_FALSE(Data::fromFile(folder.path("dangling")));
     if (::geteuid() != 0) {  // the superuser may read everything

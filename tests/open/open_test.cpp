@@ -45,6 +45,17 @@ std::vector<std::string> memosOf(const OpenedFile& file) {
     return memos;
 }
 
+/// Text of ASCII with so many bytes to a character.
+std::string wide(const std::string& text, bool isBigEndian, std::size_t unit = 2) {
+    const std::string zeros(unit - 1, '\0');
+    std::string bytes;
+    for (const char c : text) bytes += isBigEndian ? zeros + c : c + zeros;
+    return bytes;
+}
+
+const std::string kMark32BigEndian("\0\0\xFE\xFF", 4);
+const std::string kMark32LittleEndian("\xFF\xFE\0\0", 4);
+
 bool has(const OpenedFile& file, FindingKind kind) {
     return std::ranges::any_of(file.findings(), [kind](const Finding& found) { return found.kind == kind; });
 }
@@ -300,11 +311,6 @@ TEST_CASE("an encoding is a finding where it is not the one that the document na
 }
 
 TEST_CASE("marks that stand twice, and UTF-16 of the other order, are read") {
-    const auto wide = [](const std::string& text, bool isBigEndian) {
-        std::string bytes;
-        for (const char c : text) bytes += isBigEndian ? std::string{'\0', c} : std::string{c, '\0'};
-        return bytes;
-    };
     struct Row {
         std::string why, bytes, memo, mark;
     };
@@ -317,6 +323,10 @@ TEST_CASE("marks that stand twice, and UTF-16 of the other order, are read") {
              {"big-endian, with a mark", "\xFE\xFF" + wide(document("tea"), true), "tea", "\xFE\xFF"},
              {"big-endian, without", wide(document("tea"), true), "tea", ""},
              {"little-endian, without", wide(document("tea"), false), "tea", ""},
+             {"little-endian of four bytes", kMark32LittleEndian + wide(document("tea"), false, 4), "tea",
+              kMark32LittleEndian},
+             {"big-endian of four bytes", kMark32BigEndian + wide(document("tea"), true, 4), "tea",
+              kMark32BigEndian},
          }) {
         CAPTURE(row.why);
         for (const OpenOptions& options : {OpenOptions(), OpenOptions::asIs()}) {
@@ -332,6 +342,64 @@ TEST_CASE("marks that stand twice, and UTF-16 of the other order, are read") {
     CHECK(cut.code == OpenErrorCode::undecodable);
     CHECK(cut.cause ==
           "It is UTF-16, which consists of pairs of bytes, but it ends in the middle of a pair.");
+}
+
+TEST_CASE("a chosen encoding with two byte orders has the one that the mark tells") {
+    const TextEncoding utf32 = textEncodingNamed("UTF-32");
+    struct Row {
+        TextEncoding chosen;
+        std::string mark;
+        bool isBigEndian;
+        std::size_t unit;
+        std::string used;
+    };
+    for (const Row& row : std::vector<Row>{
+             {TextEncodingUTF16, "\xFE\xFF", true, 2, "UTF-16BE"},
+             {TextEncodingUTF16, "\xFF\xFE", false, 2, "UTF-16LE"},
+             {TextEncodingUTF16BigEndian, "\xFE\xFF", true, 2, "UTF-16BE"},
+             {utf32, kMark32BigEndian, true, 4, "UTF-32BE"},
+             {utf32, kMark32LittleEndian, false, 4, "UTF-32LE"},
+         }) {
+        CAPTURE(row.used);
+        OpenOptions options;
+        options.encoding = row.chosen;
+        const OpenedFile file = opened(row.mark + wide(document("tea"), row.isBigEndian, row.unit), options);
+        REQUIRE(file);
+        CHECK(memosOf(file) == std::vector<std::string>{"tea"});
+        CHECK(nameOfTextEncoding(file.documents()[0].encoding()) == row.used);
+        CHECK(file.documents()[0].mark() == row.mark);
+    }
+}
+
+TEST_CASE("bytes that are no document in the chosen encoding name those in which they are one") {
+    const auto errorIn = [](TextEncoding chosen, const std::string& bytes) {
+        OpenOptions options;
+        options.encoding = chosen;
+        return opened(bytes, options).error();
+    };
+    const auto isNamed = [](const OpenError& error, TextEncoding encoding) {
+        return std::ranges::find(error.readingEncodings, encoding) != error.readingEncodings.end();
+    };
+    // An even number of ASCII letters are half as many characters in UTF-16.
+    const std::string even = document("teas").size() % 2 == 0 ? document("teas") : document("tea");
+    const OpenError other = errorIn(TextEncodingUTF16BigEndian, even);
+    CHECK(other.code == OpenErrorCode::notOFX);
+    CHECK(other.cause == "It is not OFX when it is read as UTF-16BE.");
+    CHECK(isNamed(other, TextEncodingUTF8));
+    CHECK(other.remedy.starts_with("These encodings can read it: "));
+
+    const OpenError undecodable = errorIn(TextEncodingWindows1252, document("\x81"));
+    CHECK(undecodable.code == OpenErrorCode::undecodable);
+    CHECK(undecodable.cause == "Its bytes are not text in windows-1252.");
+    CHECK(isNamed(undecodable, TextEncodingISOLatin1));
+
+    const OpenError unknown = errorIn(TextEncoding{4711}, document("tea"));
+    CHECK(unknown.cause == "Its bytes are not text in text encoding 4711.");
+    CHECK(isNamed(unknown, TextEncodingUTF8));
+
+    const OpenError nothing = errorIn(TextEncodingISOLatin1, "Dear customer");
+    CHECK(nothing.cause == "It begins with \"Dear customer\".");
+    CHECK(nothing.readingEncodings.empty());
 }
 
 TEST_CASE("a text that reads and has no OFX in it is an error that names it") {

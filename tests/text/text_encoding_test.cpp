@@ -435,7 +435,7 @@ TEST_CASE("encodings have their usual names") {
     }
 }
 
-TEST_CASE("encodings are found by their other names, without case, hyphens and underscores") {
+TEST_CASE("encodings are found by their other names, without case, hyphens, underscores, blanks and years") {
     struct Row {
         TextEncoding encoding;
         std::vector<std::string_view> names;
@@ -447,14 +447,15 @@ TEST_CASE("encodings are found by their other names, without case, hyphens and u
         {TextEncodingUTF8, {"utf-8", "UTF8", "utf8", "utf_8", "cp65001", "65001"}},
         {TextEncodingISOLatin1,
          {"iso-8859-1", "8859-1", "ISO8859-1", "iso8859-1", "ISO_8859-1", "LATIN1", "Latin-1", "ISO8859_1",
-          "iso88591", "8859_1", "cp819", "CP-819", "IBM819", "l1", "iso-latin-1"}},
+          "iso88591", "8859_1", "cp819", "CP-819", "IBM819", "l1", "iso-latin-1", "ISO 8859-1",
+          "ISO_8859-1:1987"}},
         {TextEncodingUTF16, {"utf-16", "UTF16"}},
         {TextEncodingUTF16BigEndian, {"utf-16be", "UTF16BE"}},
         {TextEncodingUTF16LittleEndian, {"Utf-16Le", "UTF16LE"}},
         {TextEncodingUTF32BigEndian, {"utf-32be", "UTF32BE"}},
         {TextEncodingWindows1252,
          {"1252", "CP1252", "cp1252", "WINDOWS-1252", "Windows-1252", "win-1252", "WIN1252", "windows1252",
-          "windows_1252", "Cp-1252", "x-cp1252", "-1252-"}},
+          "windows_1252", "Cp-1252", "x-cp1252", "-1252-", "Windows 1252", " 1252 "}},
         {0x9c000100, {"utf-32le", "UTF32LE"}},
         {0x8c000100, {"utf-32", "UTF32"}},
         {9, {"8859-2", "ISO8859-2", "ISO_8859-2", "LATIN2", "LATIN-2"}},
@@ -482,8 +483,8 @@ TEST_CASE("encodings are found by their other names, without case, hyphens and u
 
 TEST_CASE("other names are no encoding") {
     for (const std::string_view name :
-         {"", " ", "UTF", "UTF-8 ", " UTF-8", "UTF-80", "NONE", "125", "12522", "-", "_", "-_-", "ISO-8859",
-          "ISO-8859-11", "ISO 8859-1", "ISO.8859.1", "L10", "CP", "WIN"}) {
+         {"", " ", "UTF", "UTF-8\t", "UTF-80", "NONE", "125", "12522", "-", "_", "-_-", "ISO-8859",
+          "ISO-8859-11", "ISO.8859.1", "L10", "CP", "WIN", ":", ":UTF-8"}) {
         CAPTURE(name);
         CHECK(textEncodingNamed(name) == TextEncodingNone);
     }
