@@ -9,12 +9,13 @@ NodeID WorkTree::childAround(NodeID node, NodeID parent) const noexcept {
 }
 
 void WorkTree::detach(NodeID node) {
-    firsts_.remove(tree()[node].parent, elementOf(node), node);
+    forget(node);
     result_.tree.detach(node);
     result_.isChanged = true;
 }
 
 void WorkTree::insert(NodeID node, NodeID parent, NodeID after) {
+    firsts_.learn(tree(), parent);
     result_.tree.insert(node, parent, after);
     note(node);
 }
@@ -28,7 +29,7 @@ NodeID WorkTree::make(elements::Element element, RepairKind kind, std::string re
 
 void WorkTree::rename(NodeID node, elements::Element element, std::string reason) {
     Node& it = result_.tree[node];
-    firsts_.remove(it.parent, it.element, node);
+    forget(node);
     explain(node, RepairKind::wrongName, std::move(reason));
     mark(node).isRenamed = true;
     it.element = element;

@@ -13,9 +13,7 @@ namespace brackwell::repair {
 /// each aggregate has.
 class WorkTree {
 public:
-    explicit WorkTree(Tree tree) : result_{std::move(tree), {}, false} {
-        for (NodeID node = 1; node < result_.tree.size(); ++node) note(node);
-    }
+    explicit WorkTree(Tree tree) : result_{std::move(tree), {}, false} {}
     Arrangement finish() && { return std::move(result_); }
 
     const Tree& tree() const noexcept { return result_.tree; }
@@ -25,7 +23,9 @@ public:
     /// Its open tag.
     std::string nameOf(NodeID node) const { return openTag(tree()[node].name); }
     /// The first child of a kind; kNoNode: there is none.
-    NodeID first(NodeID parent, elements::Element element) const { return firsts_.find(parent, element); }
+    NodeID first(NodeID parent, elements::Element element) const {
+        return firsts_.find(tree(), parent, element);
+    }
     /// The child of a parent in which a node stands, or which it is.
     NodeID childAround(NodeID node, NodeID parent) const noexcept;
 
@@ -44,12 +44,14 @@ public:
     void explain(NodeID node, RepairKind kind, std::string reason);
 
 private:
-    void note(NodeID node) {
-        if (elementOf(node) != elements::kUnknown) firsts_.add(tree()[node].parent, elementOf(node), node);
+    void forget(NodeID node) {
+        firsts_.learn(tree(), tree()[node].parent);
+        firsts_.remove(tree()[node].parent, elementOf(node), node);
     }
+    void note(NodeID node) { firsts_.add(tree()[node].parent, elementOf(node), node); }
 
     Arrangement result_;
-    FirstChildren firsts_;
+    mutable FirstChildren firsts_;  ///< found when they are asked for
 };
 
 }  // namespace brackwell::repair
