@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "investments/transaction.h"
+#include "numbers/wide.h"
 
 namespace brackwell {
 namespace {
@@ -16,18 +17,15 @@ namespace {
 // Most amounts have few digits and agree to the cent. That is checked first, in whole numbers: it is done for
 // every transaction of a document, and decimals take longer.
 
-// NOLINTNEXTLINE(modernize-use-using): "using" has no place for __extension__
-__extension__ typedef __int128 Whole;
-
 /// Numbers are whole multiples of 10^-kWholePlaces. Thirty of them can be added without an overflow.
 constexpr int kWholePlaces = 12;
 constexpr int kMostShift = 18;
 constexpr auto kPowers = [] {
-    std::array<std::int64_t, kMostShift + 1> powers{1};
+    std::array<std::uint64_t, kMostShift + 1> powers{1};
     for (std::size_t i = 1; i != powers.size(); ++i) powers[i] = powers[i - 1] * 10;
     return powers;
 }();
-constexpr Whole kCent = kPowers[kWholePlaces - 2];
+constexpr Wide kCent = kPowers[kWholePlaces - 2];
 
 /// A sum of signed numbers; it agrees with nothing once a number does not fit.
 class WholeSum {
@@ -36,9 +34,7 @@ public:
         const int shift = exponent + kWholePlaces;
         fits_ = fits_ && shift >= 0 && shift <= kMostShift && coefficient >> kMostBits == 0;
         if (!fits_) return;
-        const Whole value =
-            Whole{static_cast<std::int64_t>(coefficient)} * kPowers[static_cast<unsigned>(shift)];
-        sum_ += isNegative ? -value : value;
+        (isNegative ? below_ : above_) += Wide{coefficient} * kPowers[static_cast<unsigned>(shift)];
     }
     void add(const Decimal& number, bool isNegated) noexcept {
         fits_ = fits_ && number.coefficientHigh() == 0;
@@ -55,14 +51,17 @@ public:
     bool agreesWith(const Decimal& number) const noexcept {
         WholeSum other;
         other.add(number, number.isNegative());
-        const Whole difference = (sum_ < 0 ? -sum_ : sum_) - other.sum_;
-        return fits_ && other.fits_ && difference <= kCent && difference >= -kCent;
+        return fits_ && other.fits_ && difference(magnitude(), other.magnitude()) <= kCent;
     }
 
 private:
     static constexpr int kMostBits = 62;
 
-    Whole sum_ = 0;
+    static Wide difference(Wide a, Wide b) noexcept { return a < b ? b - a : a - b; }
+    Wide magnitude() const noexcept { return difference(above_, below_); }
+
+    Wide above_ = 0;  ///< the sum of the positive numbers
+    Wide below_ = 0;  ///< that of the negative ones' magnitudes
     bool fits_ = true;
 };
 

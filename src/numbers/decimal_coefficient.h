@@ -8,13 +8,11 @@
 #include <cstdint>
 #include <optional>
 
+#include "numbers/wide.h"
+
 namespace brackwell {
 
-/// Wide enough for every coefficient of a Decimal, and for the sum of two of them and 10^38.
-// NOLINTNEXTLINE(modernize-use-using): "using" has no place for __extension__
-__extension__ typedef unsigned __int128 Wide;
-
-/// 10^0 to 10^38.
+/// 10^0 to 10^38. Wide holds every coefficient of a Decimal, and the sum of two of them and 10^38.
 inline constexpr auto kPowersOfTen = [] {
     std::array<Wide, Decimal::maximumDigits + 1> powers{1};
     for (std::size_t i = 1; i != powers.size(); ++i) powers[i] = powers[i - 1] * 10;
