@@ -87,7 +87,8 @@ private:
     static constexpr PortableWide productOf(std::uint64_t a, std::uint64_t b) noexcept {
         const std::uint64_t lower = (a & kLowerHalf) * (b & kLowerHalf);
         const std::uint64_t crossed = (a & kLowerHalf) * (b >> kHalf);
-        const std::uint64_t middle = (a >> kHalf) * (b & kLowerHalf) + (lower >> kHalf) + (crossed & kLowerHalf);
+        const std::uint64_t middle =
+            (a >> kHalf) * (b & kLowerHalf) + (lower >> kHalf) + (crossed & kLowerHalf);
         const std::uint64_t upper = (a >> kHalf) * (b >> kHalf);
         return {upper + (crossed >> kHalf) + (middle >> kHalf), middle << kHalf | (lower & kLowerHalf)};
     }

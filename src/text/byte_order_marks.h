@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <string_view>
 
@@ -20,13 +21,14 @@ struct WideEncoding {
     std::string_view mark;
     const char* name;
     std::size_t unit;  ///< bytes that characters consist of at least, and in multiples of
+    std::endian order;
 };
 /// The longer marks come first, since one of these begins like another.
 inline constexpr WideEncoding kWideEncodings[] = {
-    {kUTF32BigEndianMark, "UTF-32BE", 4},
-    {kUTF32LittleEndianMark, "UTF-32LE", 4},
-    {kUTF16BigEndianMark, "UTF-16BE", 2},
-    {kUTF16LittleEndianMark, "UTF-16LE", 2},
+    {kUTF32BigEndianMark, "UTF-32BE", 4, std::endian::big},
+    {kUTF32LittleEndianMark, "UTF-32LE", 4, std::endian::little},
+    {kUTF16BigEndianMark, "UTF-16BE", 2, std::endian::big},
+    {kUTF16LittleEndianMark, "UTF-16LE", 2, std::endian::little},
 };
 
 /// What the prescribed parser takes for the mark of UTF-8, whose first byte is another one.

@@ -1,16 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/platform.h>
-#include <iconv.h>
 
 #include <algorithm>
+#include <array>
 #include <bit>
-#include <cerrno>
-#include <new>
-#include <span>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
+#include "system/text_converter.h"
 #include "text/ascii_case.h"
 #include "text/byte_order_marks.h"
+#include "text/single_bytes.h"
 #include "text/utf8.h"
+#include "text/wide_text.h"
 
 namespace brackwell {
 
@@ -31,51 +38,57 @@ constexpr TextEncoding kEncodingKOI8R = 0x80000a02;
 constexpr TextEncoding kEncodingUTF32 = 0x8c000100;
 constexpr TextEncoding kEncodingUTF32LittleEndian = 0x9c000100;
 
-constexpr bool kHostIsBigEndian = std::endian::native == std::endian::big;
-
 /// How bytes become text.
 enum class Method : std::uint8_t {
     ascii,           ///< all bytes are below 0x80
     utf8,            ///< checked, not converted
-    marked16,        ///< iconv, in the byte order that a mark tells
+    utf16,           ///< in the encoding's byte order
+    utf32,           ///< the same with four bytes to a character
+    marked16,        ///< in the byte order that a mark tells, else the host's
     marked32,        ///< the same with four bytes to a character
     singleByte,      ///< each byte is a character; those below 0x80 are ASCII
-    asciiExtension,  ///< iconv; bytes below 0x80, when nothing else is there, are ASCII
-    other,           ///< iconv
+    asciiExtension,  ///< by the system; bytes below 0x80, when nothing else is there, are ASCII
+    system,          ///< by the system
 };
 
 struct Encoding {
     TextEncoding number;
     Method method;
-    const char* iconvName;  ///< of marked encodings: the host's byte order
+    const char* systemName;  ///< null where the system is not asked
     std::string_view name;
     std::array<std::string_view, 6> otherNames = {};  ///< "-", "_" and blanks are left out in comparing
+    const UpperHalf* characters = nullptr;            ///< of single bytes, unless the system is asked
+    std::endian order = std::endian::native;          ///< where no mark tells it
 };
 
 // Shift_JIS as it is found in files is the code page of Windows, in which 5C and 7E are ASCII.
 constexpr std::array kEncodings = {
     Encoding{TextEncodingASCII,
              Method::ascii,
-             "ASCII",
+             nullptr,
              "ASCII",
              {"USASCII", "ISO646-US", "ANSI_X3.4-1968", "CP367", "IBM367"}},
-    Encoding{TextEncodingUTF8, Method::utf8, "UTF-8", "UTF-8", {"CP65001", "65001", "WINDOWS-65001"}},
+    Encoding{TextEncodingUTF8, Method::utf8, nullptr, "UTF-8", {"CP65001", "65001", "WINDOWS-65001"}},
     Encoding{TextEncodingISOLatin1,
              Method::singleByte,
+             nullptr,
              "ISO-8859-1",
-             "ISO-8859-1",
-             {"8859-1", "LATIN1", "ISO-LATIN-1", "L1", "CP819", "IBM819"}},
-    Encoding{TextEncodingUTF16, Method::marked16, kHostIsBigEndian ? "UTF-16BE" : "UTF-16LE", "UTF-16"},
+             {"8859-1", "LATIN1", "ISO-LATIN-1", "L1", "CP819", "IBM819"},
+             &kISOLatin1},
+    Encoding{TextEncodingUTF16, Method::marked16, nullptr, "UTF-16"},
     Encoding{TextEncodingWindows1252,
              Method::singleByte,
-             "CP1252",
+             nullptr,
              "windows-1252",
-             {"CP1252", "1252", "WIN-1252", "X-CP1252", "MS-ANSI"}},
-    Encoding{TextEncodingUTF16BigEndian, Method::other, "UTF-16BE", "UTF-16BE"},
-    Encoding{TextEncodingUTF16LittleEndian, Method::other, "UTF-16LE", "UTF-16LE"},
-    Encoding{TextEncodingUTF32BigEndian, Method::other, "UTF-32BE", "UTF-32BE"},
-    Encoding{kEncodingUTF32LittleEndian, Method::other, "UTF-32LE", "UTF-32LE"},
-    Encoding{kEncodingUTF32, Method::marked32, kHostIsBigEndian ? "UTF-32BE" : "UTF-32LE", "UTF-32"},
+             {"CP1252", "1252", "WIN-1252", "X-CP1252", "MS-ANSI"},
+             &kWindows1252},
+    Encoding{TextEncodingUTF16BigEndian, Method::utf16, nullptr, "UTF-16BE", {}, nullptr, std::endian::big},
+    Encoding{
+        TextEncodingUTF16LittleEndian, Method::utf16, nullptr, "UTF-16LE", {}, nullptr, std::endian::little},
+    Encoding{TextEncodingUTF32BigEndian, Method::utf32, nullptr, "UTF-32BE", {}, nullptr, std::endian::big},
+    Encoding{
+        kEncodingUTF32LittleEndian, Method::utf32, nullptr, "UTF-32LE", {}, nullptr, std::endian::little},
+    Encoding{kEncodingUTF32, Method::marked32, nullptr, "UTF-32"},
     Encoding{kEncodingISOLatin2,
              Method::singleByte,
              "ISO-8859-2",
@@ -83,9 +96,10 @@ constexpr std::array kEncodings = {
              {"8859-2", "LATIN2", "ISO-LATIN-2", "L2", "CP912"}},
     Encoding{kEncodingISOLatin9,
              Method::singleByte,
+             nullptr,
              "ISO-8859-15",
-             "ISO-8859-15",
-             {"8859-15", "LATIN9", "ISO-LATIN-9", "L9", "CP923", "IBM923"}},
+             {"8859-15", "LATIN9", "ISO-LATIN-9", "L9", "CP923", "IBM923"},
+             &kISOLatin9},
     Encoding{kEncodingWindows1250,
              Method::singleByte,
              "CP1250",
@@ -118,7 +132,7 @@ constexpr std::array kEncodings = {
              "CP932",
              "Shift_JIS",
              {"SJIS", "X-SJIS", "CP932", "932", "MS932", "WINDOWS-31J"}},
-    Encoding{kEncodingISO2022JP, Method::other, "ISO-2022-JP", "ISO-2022-JP"},
+    Encoding{kEncodingISO2022JP, Method::system, "ISO-2022-JP", "ISO-2022-JP"},
 };
 
 /// Takes what names of encodings are written with and without off the beginning.
@@ -143,61 +157,8 @@ const Encoding* findEncoding(TextEncoding number) noexcept {
     return found == kEncodings.end() ? nullptr : &*found;
 }
 
-/// Throws when there is less memory than it takes to load an encoding.
-void requireMemory() {
-    constexpr std::size_t enough = std::size_t{1} << 20;
-    ::operator delete(::operator new(enough));
-}
-
-/// A conversion that the C library has begun; ended on every way out.
-class Converter {
-public:
-    Converter(const char* from, const char* to) : handle_(::iconv_open(to, from)) {
-        if (isOpen()) return;
-        // The C library loads encodings when they are wanted. Without memory for that it mostly says that
-        // there is no such encoding; that is so when it says it again and there is memory.
-        handle_ = ::iconv_open(to, from);
-        if (!isOpen()) requireMemory();
-    }
-    Converter(const Converter&) = delete;
-    Converter& operator=(const Converter&) = delete;
-    ~Converter() {
-        if (isOpen()) ::iconv_close(handle_);
-    }
-
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): what POSIX has iconv_open return
-    bool isOpen() const noexcept { return handle_ != reinterpret_cast<iconv_t>(-1); }
-
-    /// Appends all that the bytes become; false when that is not possible without any loss.
-    bool convert(std::string_view bytes, std::string& result) const {
-        char* input = const_cast<char*>(bytes.data());  // iconv only reads, but its type does not say so
-        std::size_t inputSize = bytes.size();
-        return run(&input, &inputSize, result) && run(nullptr, nullptr, result);
-    }
-
-private:
-    /// Without input, appends what returns to the encoding's first state.
-    bool run(char** input, std::size_t* inputSize, std::string& result) const {
-        constexpr auto failure = static_cast<std::size_t>(-1);
-        // Large enough that few calls are needed, small enough for any thread's stack.
-        std::array<char, 16384> chunk;
-        std::size_t outcome = failure;
-        int problem = 0;
-        do {
-            char* output = chunk.data();
-            std::size_t room = chunk.size();
-            outcome = ::iconv(handle_, input, inputSize, &output, &room);
-            problem = errno;
-            result.append(chunk.data(), chunk.size() - room);
-        } while (outcome == failure && problem == E2BIG);
-        return outcome == 0;  // more than 0 counts characters that were replaced by others
-    }
-
-    iconv_t handle_;
-};
-
 std::optional<std::string> convert(std::string_view bytes, const char* from, const char* to) {
-    const Converter converter(from, to);
+    const system::TextConverter converter(from, to);
     if (!converter.isOpen()) return std::nullopt;
     std::string result;
     result.reserve(bytes.size());
@@ -205,17 +166,15 @@ std::optional<std::string> convert(std::string_view bytes, const char* from, con
     return result;
 }
 
-std::optional<Data> decodeByIconv(std::string_view bytes, const char* from) {
-    auto text = convert(bytes, from, "UTF-8");
+std::optional<Data> dataOf(std::optional<std::string> text) {
     if (!text) return std::nullopt;
     return Data::adopt(std::move(*text));
 }
 
-/// Converts each byte from 0x80 on once and looks it up from then on; between them stands ASCII, which is
-/// copied. Asking iconv for all of a text takes ten times as long.
-std::optional<Data> decodeSingleBytes(std::string_view bytes, const char* from) {
-    const Converter converter(from, "UTF-8");
-    if (!converter.isOpen()) return std::nullopt;
+/// Looks each byte from 0x80 on up, in its UTF-8 form; between them stands ASCII, which is copied. `append`
+/// appends the character of a byte, and is asked once for each byte; it is false for a byte that is none.
+template <class Append>
+std::optional<Data> decodeSingleBytes(std::string_view bytes, const Append& append) {
     std::array<std::string, 128> characters;
     std::string text;
     text.reserve(bytes.size() + bytes.size() / 8);
@@ -225,11 +184,43 @@ std::optional<Data> decodeSingleBytes(std::string_view bytes, const char* from) 
         bytes.remove_prefix(ascii);
         if (bytes.empty()) break;
         std::string& character = characters[static_cast<unsigned char>(bytes.front()) - 0x80U];
-        if (character.empty() && !converter.convert(bytes.substr(0, 1), character)) return std::nullopt;
+        if (character.empty() && !append(bytes.front(), character)) return std::nullopt;
         text.append(character);
         bytes.remove_prefix(1);
     }
     return Data::adopt(std::move(text));
+}
+
+std::optional<Data> decodeSingleBytes(std::string_view bytes, const Encoding& encoding) {
+    if (encoding.characters != nullptr)
+        return decodeSingleBytes(bytes, [&](char byte, std::string& text) {
+            const char16_t character = (*encoding.characters)[static_cast<unsigned char>(byte) - 0x80U];
+            if (character != 0) appendCharacter(text, character);
+            return character != 0;
+        });
+    const system::TextConverter converter(encoding.systemName, "UTF-8");
+    if (!converter.isOpen()) return std::nullopt;
+    return decodeSingleBytes(bytes, [&](char byte, std::string& text) {
+        return converter.convert(std::string_view(&byte, 1), text);
+    });
+}
+
+/// Nothing when a character has no byte.
+std::optional<Data> encodeSingleBytes(std::string_view text, const UpperHalf& characters) {
+    std::string bytes;
+    bytes.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t ascii = asciiPrefix(text);
+        bytes.append(text.substr(0, ascii));
+        text.remove_prefix(ascii);
+        if (text.empty()) break;
+        const UTF8Character character = firstCharacter(text);
+        const auto found = std::ranges::find(characters, character.value);
+        if (found == characters.end()) return std::nullopt;
+        bytes += static_cast<char>(0x80 + (found - characters.begin()));
+        text.remove_prefix(character.size);
+    }
+    return Data::adopt(std::move(bytes));
 }
 
 std::optional<Data> decodeUTF8(const Data& data) {
@@ -237,12 +228,24 @@ std::optional<Data> decodeUTF8(const Data& data) {
     return data.bytes().starts_with(kUTF8Mark) ? data.from(kUTF8Mark.size()) : data;
 }
 
-/// Of the encodings with characters of so many bytes the one that the mark tells, without the mark.
-std::optional<Data> decodeMarked(std::string_view bytes, std::size_t unit, const char* unmarked) {
+std::optional<Data> decodeWide(std::string_view bytes, std::size_t unit, std::endian order) {
+    return dataOf(unit == 2 ? decodeUTF16(bytes, order) : decodeUTF32(bytes, order));
+}
+
+/// Goes by a mark, which is no part of the text.
+std::optional<Data> decodeMarked(std::string_view bytes, std::size_t unit) {
     for (const WideEncoding& wide : kWideEncodings)
         if (wide.unit == unit && bytes.starts_with(wide.mark))
-            return decodeByIconv(bytes.substr(wide.mark.size()), wide.name);
-    return decodeByIconv(bytes, unmarked);
+            return decodeWide(bytes.substr(wide.mark.size()), unit, wide.order);
+    return decodeWide(bytes, unit, std::endian::native);
+}
+
+/// Asks the system, which drops some characters silently and takes similar ones for others. Nothing was lost
+/// when the bytes are the same text again.
+std::optional<Data> encodeBySystem(std::string_view text, const char* name) {
+    std::optional<std::string> bytes = convert(text, "UTF-8", name);
+    if (!bytes || convert(*bytes, name, "UTF-8") != text) return std::nullopt;
+    return Data::adopt(std::move(*bytes));
 }
 
 }  // namespace
@@ -250,38 +253,55 @@ std::optional<Data> decodeMarked(std::string_view bytes, std::size_t unit, const
 std::optional<Data> decodeText(const Data& data, TextEncoding encoding) {
     const Encoding* found = findEncoding(encoding);
     if (found == nullptr) return std::nullopt;
-    const auto isASCII = [&] { return asciiPrefix(data.bytes()) == data.size(); };
+    const std::string_view bytes = data.bytes();
+    const auto isASCII = [&] { return asciiPrefix(bytes) == bytes.size(); };
     switch (found->method) {
         case Method::ascii:
             return isASCII() ? std::optional(data) : std::nullopt;
         case Method::utf8:
             return decodeUTF8(data);
+        case Method::utf16:
+            return decodeWide(bytes, 2, found->order);
+        case Method::utf32:
+            return decodeWide(bytes, 4, found->order);
         case Method::marked16:
-            return decodeMarked(data.bytes(), 2, found->iconvName);
+            return decodeMarked(bytes, 2);
         case Method::marked32:
-            return decodeMarked(data.bytes(), 4, found->iconvName);
+            return decodeMarked(bytes, 4);
         case Method::singleByte:
-            return isASCII() ? data : decodeSingleBytes(data.bytes(), found->iconvName);
+            return isASCII() ? data : decodeSingleBytes(bytes, *found);
         case Method::asciiExtension:
             if (isASCII()) return data;
             break;
-        case Method::other:
+        case Method::system:
             break;
     }
-    return decodeByIconv(data.bytes(), found->iconvName);
+    return dataOf(convert(bytes, found->systemName, "UTF-8"));
 }
 
 std::optional<Data> encodeText(std::string_view text, TextEncoding encoding) {
     const Encoding* found = findEncoding(encoding);
     if (found == nullptr || !isValidUTF8(text)) return std::nullopt;
-    if (found->method == Method::utf8) return Data::copy(text);
-
-    auto bytes = convert(text, "UTF-8", found->iconvName);
-    if (!bytes) return std::nullopt;
-    // The C library drops some characters silently and takes similar ones for others. Nothing was lost
-    // when the bytes are the same text again.
-    if (convert(*bytes, found->iconvName, "UTF-8") != text) return std::nullopt;
-    return Data::adopt(std::move(*bytes));
+    switch (found->method) {
+        case Method::ascii:
+            if (asciiPrefix(text) != text.size()) return std::nullopt;
+            return Data::copy(text);
+        case Method::utf8:
+            return Data::copy(text);
+        case Method::utf16:
+        case Method::marked16:
+            return Data::adopt(encodeUTF16(text, found->order));
+        case Method::utf32:
+        case Method::marked32:
+            return Data::adopt(encodeUTF32(text, found->order));
+        case Method::singleByte:
+            if (found->characters != nullptr) return encodeSingleBytes(text, *found->characters);
+            break;
+        case Method::asciiExtension:
+        case Method::system:
+            break;
+    }
+    return encodeBySystem(text, found->systemName);
 }
 
 OptionalText nameOfTextEncoding(TextEncoding encoding) noexcept {

@@ -90,7 +90,8 @@ TEST_CASE("wide numbers are those of the compiler") {
                 native(a * b) == native(a) * native(b) && native(a | b) == (native(a) | native(b)) &&
                 native(a & b) == (native(a) & native(b)) && (a < b) == (native(a) < native(b)) &&
                 (a == b) == (native(a) == native(b)) &&
-                (b == 0 || (native(a / b) == native(a) / native(b) && native(a % b) == native(a) % native(b)));
+                (b == 0 ||
+                 (native(a / b) == native(a) / native(b) && native(a % b) == native(a) % native(b)));
             CHECK(areSame);
         }
     }
