@@ -1,27 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/platform.h>
-#include <time.h>  // NOLINT(modernize-deprecated-headers): localtime_r is of POSIX
 
 #include <algorithm>
 
 #include "dates/civil_time.h"
 #include "dates/zone_file.h"
 #include "dates/zone_text.h"
+#include "system/local_time.h"
 
 namespace brackwell {
-
-namespace {
-
-/// The system's zone is looked up each time: an application may set TZ, and a machine may travel.
-TimeZone::Offset systemOffset(std::int64_t moment) {
-    const time_t time = moment;
-    struct tm local = {};
-    ::tzset();
-    if (::localtime_r(&time, &local) == nullptr) return {};
-    return {std::chrono::seconds(local.tm_gmtoff), local.tm_zone != nullptr ? local.tm_zone : ""};
-}
-
-}  // namespace
 
 struct TimeZone::Rules {
     ZoneFile file;
@@ -50,7 +37,10 @@ std::optional<TimeZone> TimeZone::named(std::string_view name) {
 }
 
 TimeZone::Offset TimeZone::offsetAt(Date date) const {
-    if (kind_ == Kind::system) return systemOffset(secondsOf(date));
+    if (kind_ == Kind::system) {
+        const system::LocalClock clock = system::localClockAt(secondsOf(date));
+        return {std::chrono::seconds(clock.fromUTC), clock.abbreviation};
+    }
     if (kind_ == Kind::file) {
         const LocalTimeType& type = rules_->file.typeAt(secondsOf(date));
         return {std::chrono::seconds(type.fromUTC), type.abbreviation};

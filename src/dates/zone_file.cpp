@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "system/local_time.h"
 #include "text/ascii_digit.h"
 
 namespace brackwell {
@@ -206,7 +207,7 @@ std::optional<ZoneFile> parseZoneFile(std::string_view text) {
 std::optional<ZoneFile> loadZoneFile(std::string_view name) {
     if (!isZoneName(name)) return std::nullopt;
     const char* folder = std::getenv("TZDIR");
-    std::string path = folder != nullptr && *folder != '\0' ? folder : "/usr/share/zoneinfo";
+    std::string path = folder != nullptr && *folder != '\0' ? folder : system::zoneFolder();
     path += '/';
     path += name;
     const std::optional<Data> data = Data::fromFile(path);

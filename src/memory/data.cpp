@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/platform.h>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <cstring>
 
 #include "memory/large_pages.h"
+#include "system/input_file.h"
 
 namespace brackwell {
 
@@ -16,43 +13,6 @@ namespace {
 
 /// What is set aside at first for a file that does not tell its size.
 constexpr std::size_t kMinimumCapacity = 4096;
-
-/// An open file that is closed on every way out.
-class File {
-public:
-    explicit File(const char* path) noexcept {
-        do {
-            descriptor_ = ::open(path, O_RDONLY | O_CLOEXEC);
-        } while (descriptor_ < 0 && errno == EINTR);
-    }
-    File(const File&) = delete;
-    File& operator=(const File&) = delete;
-    ~File() {
-        if (isOpen()) ::close(descriptor_);
-    }
-
-    bool isOpen() const noexcept { return descriptor_ >= 0; }
-
-    /// The size that the file says it has. Only a hint: pipes and the files of /proc say 0, and any
-    /// file may change while it is read.
-    std::size_t expectedSize() const noexcept {
-        struct stat status = {};
-        if (::fstat(descriptor_, &status) != 0 || status.st_size < 0) return 0;
-        return static_cast<std::size_t>(status.st_size);
-    }
-
-    /// How many bytes were put at `place`, 0 at the end of the file, -1 when it cannot be read.
-    ssize_t read(char* place, std::size_t room) const noexcept {
-        ssize_t count = 0;
-        do {
-            count = ::read(descriptor_, place, room);
-        } while (count < 0 && errno == EINTR);
-        return count;
-    }
-
-private:
-    int descriptor_ = -1;
-};
 
 /// Memory for a file's bytes; it is not filled first, as the file's bytes will fill it.
 struct Buffer {
@@ -93,17 +53,17 @@ Data Data::view(std::string_view bytes) noexcept { return {nullptr, bytes}; }
 std::optional<Data> Data::fromFile(const std::string& path) {
     // The system's calls would take a name with a NUL for the shorter name before it.
     if (path.find('\0') != std::string::npos) return std::nullopt;
-    const File file(path.c_str());
+    const system::InputFile file(path);
     if (!file.isOpen()) return std::nullopt;
 
     // The room for one byte more lets the end be seen without a second buffer.
     Buffer buffer(std::max(file.expectedSize() + 1, kMinimumCapacity));
     for (;;) {
         if (buffer.size == buffer.capacity) buffer.grow();
-        const ssize_t count = file.read(buffer.start.get() + buffer.size, buffer.capacity - buffer.size);
-        if (count < 0) return std::nullopt;
-        if (count == 0) break;
-        buffer.size += static_cast<std::size_t>(count);
+        const auto count = file.read(buffer.start.get() + buffer.size, buffer.capacity - buffer.size);
+        if (!count) return std::nullopt;
+        if (*count == 0) break;
+        buffer.size += *count;
     }
 
     const std::string_view bytes(buffer.start.get(), buffer.size);

@@ -4,12 +4,9 @@
 #include <cstddef>
 #include <memory>
 
-namespace brackwell {
+#include "system/large_pages.h"
 
-/// Asks the system to back large new memory with large pages. Handing out 120 MB in pages of 4 KiB takes
-/// the system as long as importing a document of 40 MB into them takes the library; in large pages it takes
-/// about half of that. Small memory, and systems that know no such wish, are left as they are.
-void preferLargePages(void* memory, std::size_t size) noexcept;
+namespace brackwell {
 
 /// Allocates like std::allocator, with large pages where there is much to allocate.
 template <class Value>
@@ -22,7 +19,7 @@ struct LargePageAllocator {
 
     Value* allocate(std::size_t count) {
         Value* memory = std::allocator<Value>().allocate(count);
-        preferLargePages(static_cast<void*>(memory), count * sizeof(Value));
+        system::preferLargePages(static_cast<void*>(memory), count * sizeof(Value));
         return memory;
     }
     void deallocate(Value* memory, std::size_t count) noexcept {

@@ -10,7 +10,7 @@
 #include <type_traits>
 #include <utility>
 
-#include "memory/large_pages.h"
+#include "system/large_pages.h"
 
 namespace brackwell::reading {
 
@@ -80,7 +80,7 @@ private:
     void reallocate(std::size_t capacity) {
         void* moved = std::realloc(static_cast<void*>(values_), capacity * sizeof(Value));
         if (moved == nullptr) throw std::bad_alloc();
-        preferLargePages(moved, capacity * sizeof(Value));
+        system::preferLargePages(moved, capacity * sizeof(Value));
         values_ = static_cast<Value*>(moved);
         capacity_ = static_cast<std::uint32_t>(capacity);
     }

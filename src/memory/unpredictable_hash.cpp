@@ -2,12 +2,13 @@
 #include "memory/unpredictable_hash.h"
 
 #include <brackwell/platform.h>
-#include <sys/random.h>
 
 #include <bit>
 #include <chrono>
 #include <cstddef>
 #include <cstring>
+
+#include "system/random_bytes.h"
 
 namespace brackwell {
 namespace {
@@ -39,7 +40,11 @@ struct State {
 }  // namespace
 
 UnpredictableHash::UnpredictableHash() {
-    if (getrandom(key_.data(), sizeof key_, GRND_NONBLOCK) == static_cast<ssize_t>(sizeof key_)) return;
+    std::array<std::uint8_t, sizeof key_> bytes = {};
+    if (system::tryFillWithRandom(bytes)) {
+        std::memcpy(key_.data(), bytes.data(), bytes.size());
+        return;
+    }
     // Right after a machine has started there may be no random numbers yet: the clock and the address of this
     // object must suffice.
     key_ = {static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count()),

@@ -1,26 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/platform.h>
-#include <sys/random.h>
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "system/random_bytes.h"
 
 namespace brackwell {
 
-namespace {
-
-using UUIDBytes = std::array<std::uint8_t, 16>;
-
-UUIDBytes randomBytes() noexcept {
-    UUIDBytes bytes = {};
-    // So few bytes come whole. Only while the system starts up, before its generator is ready, a signal may
-    // end the call early.
-    while (::getrandom(bytes.data(), bytes.size(), 0) != static_cast<ssize_t>(bytes.size())) {
-    }
-    return bytes;
-}
-
-}  // namespace
-
 std::string newUUID() {
-    UUIDBytes bytes = randomBytes();
+    std::array<std::uint8_t, 16> bytes = {};
+    system::fillWithRandom(bytes);
     bytes[6] = static_cast<std::uint8_t>((bytes[6] & 0x0FU) | 0x40U);  // version 4, random
     bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3FU) | 0x80U);  // the variant of RFC 9562
 

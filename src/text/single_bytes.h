@@ -23,8 +23,14 @@ inline constexpr UpperHalf kISOLatin9 = [] {
         char16_t character;
     };
     UpperHalf characters = kISOLatin1;
-    for (const Other& other : {Other{0xA4, u'\u20AC'}, {0xA6, u'\u0160'}, {0xA8, u'\u0161'}, {0xB4, u'\u017D'},
-                               {0xB8, u'\u017E'}, {0xBC, u'\u0152'}, {0xBD, u'\u0153'}, {0xBE, u'\u0178'}})
+    for (const Other& other : {Other{0xA4, u'\u20AC'},
+                               {0xA6, u'\u0160'},
+                               {0xA8, u'\u0161'},
+                               {0xB4, u'\u017D'},
+                               {0xB8, u'\u017E'},
+                               {0xBC, u'\u0152'},
+                               {0xBD, u'\u0153'},
+                               {0xBE, u'\u0178'}})
         characters[other.byte - 0x80U] = other.character;
     return characters;
 }();

@@ -37,7 +37,7 @@ TEST_CASE("the values of a shared array are constructed and destroyed") {
 TEST_CASE("a wish for large pages changes no byte of the memory, wherever it begins") {
     std::string text(std::size_t{9} << 20, 'x');
     for (const std::size_t begin : {0U, 1U, 4095U, 4097U})
-        preferLargePages(text.data() + begin, text.size() - begin);
+        system::preferLargePages(text.data() + begin, text.size() - begin);
     CHECK(text.find_first_not_of('x') == std::string::npos);
 }
 

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "memory/large_pages.h"
-
-#include <sys/mman.h>
-#include <unistd.h>
+#include "system/large_pages.h"
 
 #include <cstdint>
 
-namespace brackwell {
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
+namespace brackwell::system {
+
+#if defined(__linux__) && defined(MADV_HUGEPAGE)
 
 void preferLargePages(void* memory, std::size_t size) noexcept {
-#ifdef MADV_HUGEPAGE
     // Two large pages of 2 MiB: a block of this size contains at least one, wherever it begins.
     constexpr std::size_t worthIt = std::size_t{4} << 20;
     if (size < worthIt) return;
@@ -17,10 +20,12 @@ void preferLargePages(void* memory, std::size_t size) noexcept {
     const std::uintptr_t inPage = reinterpret_cast<std::uintptr_t>(memory) % page;
     // A hint: if the system ignores it, the memory works just the same.
     static_cast<void>(madvise(static_cast<char*>(memory) - inPage, size + inPage, MADV_HUGEPAGE));
-#else
-    static_cast<void>(memory);
-    static_cast<void>(size);
-#endif
 }
 
-}  // namespace brackwell
+#else
+
+void preferLargePages(void* /*memory*/, std::size_t /*size*/) noexcept {}
+
+#endif
+
+}  // namespace brackwell::system

@@ -74,7 +74,8 @@ TEST_CASE("every byte, and every pair of bytes, is read as the system reads it")
         for (unsigned number = 0; number <= 0xFFFF; ++number) {
             std::string bytes = {static_cast<char>(number >> 8), static_cast<char>(number & 0xFFU)};
             if (std::string_view(name).starts_with("UTF-32")) bytes = std::string(1, '\0') + bytes + '\x01';
-            const bool isSame = textOf(decodeText(Data::view(bytes), encoding)) == bySystem(bytes, name, "UTF-8");
+            const bool isSame =
+                textOf(decodeText(Data::view(bytes), encoding)) == bySystem(bytes, name, "UTF-8");
             if (!isSame) CHECK_MESSAGE(isSame, "of number ", number);
         }
     }

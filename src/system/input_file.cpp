@@ -1,0 +1,73 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "system/input_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <limits>
+
+#if defined(_WIN32)
+#include <io.h>
+
+#include <filesystem>
+#else
+#include <unistd.h>
+#endif
+
+namespace brackwell::system {
+
+#if defined(_WIN32)
+
+InputFile::InputFile(const std::string& path) {
+    const std::u8string text(path.begin(), path.end());
+    descriptor_ = ::_wopen(std::filesystem::path(text).c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+}
+
+InputFile::~InputFile() {
+    if (isOpen()) ::_close(descriptor_);
+}
+
+std::size_t InputFile::expectedSize() const noexcept {
+    struct ::_stat64 status = {};
+    if (::_fstat64(descriptor_, &status) != 0 || status.st_size < 0) return 0;
+    return static_cast<std::size_t>(status.st_size);
+}
+
+std::optional<std::size_t> InputFile::read(char* place, std::size_t room) const noexcept {
+    const auto wanted = static_cast<unsigned>(
+        std::min(room, static_cast<std::size_t>(std::numeric_limits<int>::max())));
+    const int count = ::_read(descriptor_, place, wanted);
+    return count < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
+}
+
+#else
+
+InputFile::InputFile(const std::string& path) {
+    do {
+        descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    } while (descriptor_ < 0 && errno == EINTR);
+}
+
+InputFile::~InputFile() {
+    if (isOpen()) ::close(descriptor_);
+}
+
+std::size_t InputFile::expectedSize() const noexcept {
+    struct stat status = {};
+    if (::fstat(descriptor_, &status) != 0 || status.st_size < 0) return 0;
+    return static_cast<std::size_t>(status.st_size);
+}
+
+std::optional<std::size_t> InputFile::read(char* place, std::size_t room) const noexcept {
+    ssize_t count = 0;
+    do {
+        count = ::read(descriptor_, place, room);
+    } while (count < 0 && errno == EINTR);
+    return count < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
+}
+
+#endif
+
+}  // namespace brackwell::system

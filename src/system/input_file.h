@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace brackwell::system {
+
+/// A file that is open for reading, without a buffer; closed on every way out. Paths are UTF-8 where the
+/// system's are not bytes.
+class InputFile {
+public:
+    explicit InputFile(const std::string& path);
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    ~InputFile();
+
+    bool isOpen() const noexcept { return descriptor_ >= 0; }
+
+    /// The size that the file says it has. Only a hint: pipes and the files of /proc say 0, and any
+    /// file may change while it is read.
+    std::size_t expectedSize() const noexcept;
+
+    /// How many bytes were put at `place`, 0 at the end of the file; nothing when it cannot be read.
+    std::optional<std::size_t> read(char* place, std::size_t room) const noexcept;
+
+private:
+    int descriptor_ = -1;
+};
+
+}  // namespace brackwell::system
