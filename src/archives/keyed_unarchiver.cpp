@@ -176,7 +176,8 @@ std::optional<std::vector<ArchiveListItem>> KeyedUnarchiver::decodeList(std::str
         std::string_view afterHead = value;
         if (const auto inner = cbor::takeArgument(afterHead, Major::array)) {
             value = afterHead;
-            items.push_back({Kind::beginList, {}, *inner});
+            items.push_back({Kind::beginList, {}, 0});
+            items.back().count = *inner;
             entriesLeft.push_back(*inner);
         } else {
             items.push_back({Kind::text, *cbor::takeString(value, Major::text), 0});

@@ -32,9 +32,11 @@ std::string TvOFXAggregate::description() const {
     if (originalParseData_) return TvOFXHelper::ofxDictionaryToString(*originalParseData_);
     // Without a node there is nothing to show but which object it is.
     std::array<char, 16> digits{};  // of 64 bits
-    const auto end = std::to_chars(digits.begin(), digits.end(), std::bit_cast<std::uintptr_t>(this), 16).ptr;
+    char* const begin = digits.data();
+    char* const end =
+        std::to_chars(begin, begin + digits.size(), std::bit_cast<std::uintptr_t>(this), 16).ptr;
     std::string text("<");
-    text.append(className()).append(": 0x").append(digits.begin(), end);
+    text.append(className()).append(": 0x").append(begin, end);
     return text.append(">");
 }
 

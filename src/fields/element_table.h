@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "elements/refuse.h"
 #include "fields/text_table.h"
 #include "tree/node_ref.h"
 
@@ -57,10 +58,10 @@ public:
         rows_.fill(kNone);
         for (std::size_t row = 0; row < Count; ++row) {
             const auto& [name, rule] = entries[row];
-            if (rule == nullptr) throw "an element has no rule";
+            if (rule == nullptr) elements::refuse("an element has no rule");
             rules_[row] = rule;
             if (name == kNoElement) continue;
-            if (rows_[name] != kNone) throw "an element stands in a table twice";
+            if (rows_[name] != kNone) elements::refuse("an element stands in a table twice");
             rows_[name] = static_cast<std::uint8_t>(row);
         }
     }

@@ -10,6 +10,7 @@
 #include <optional>
 #include <string_view>
 
+#include "elements/refuse.h"
 #include "tree/element_names.h"
 
 /// \file
@@ -44,7 +45,7 @@ class TextTable {
 public:
     consteval explicit TextTable(const TextRow (&rows)[Count]) : rows_(std::to_array(rows)) {
         for (std::size_t field = 0; field < Count; ++field)
-            if (rows_[field].field != field) throw "a text has no row, or one at another place";
+            if (rows_[field].field != field) elements::refuse("a text has no row, or one at another place");
     }
     static constexpr std::size_t size() noexcept { return Count; }
     constexpr const TextRow& row(std::size_t field) const noexcept { return rows_[field]; }

@@ -10,6 +10,7 @@
 #include <span>
 #include <string_view>
 
+#include "elements/refuse.h"
 #include "tree/element_names.h"
 
 /// \file
@@ -124,7 +125,7 @@ private:
     static constexpr std::uint8_t kNothing = 0xFF;
 
     consteval FieldTable(std::span<const FieldRow> fields, std::span<const PartRow> parts) : fields_(fields) {
-        if (fields.size() > kMostFields) throw "more fields than bits";
+        if (fields.size() > kMostFields) elements::refuse("more fields than bits");
         entries_.fill(kNothing);
         for (std::size_t i = 0; i < fields.size(); ++i) add(fields[i], i);
         for (const PartRow& part : parts) add(part);
@@ -138,17 +139,17 @@ private:
     consteval void add(const PartRow& part) {
         add(part.element, part.in == PartRow::kAnywhere ? kPart : kScopedPart);
         if (part.in == PartRow::kAnywhere) return;
-        if (scope_ != PartRow::kAnywhere && scope_ != part.in) throw "parts have two scopes";
+        if (scope_ != PartRow::kAnywhere && scope_ != part.in) elements::refuse("parts have two scopes");
         scope_ = part.in;
     }
     consteval void add(NameID element, std::uint8_t code) {
-        if (entries_[element] != kNothing) throw "an element stands in a table twice";
+        if (entries_[element] != kNothing) elements::refuse("an element stands in a table twice");
         entries_[element] = code;
     }
     consteval std::size_t position(std::string_view name, FieldRule rule) const {
         for (std::size_t i = 0; i < fields_.size(); ++i)
             if (fields_[i].name == name && fields_[i].rule == rule) return i;
-        throw "no such field";
+        elements::refuse("no such field");
     }
 
     std::span<const FieldRow> fields_;

@@ -10,6 +10,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "system/exhausted_memory.h"
 #include "system/large_pages.h"
 
 namespace brackwell::reading {
@@ -75,11 +76,11 @@ private:
         reallocate(std::min(needed > doubled ? needed + 16 : doubled, kMost));
     }
     void checkRoomFor(std::size_t more) const {
-        if (more > kMost - size_) throw std::bad_alloc();
+        if (more > kMost - size_) system::failForMemory();
     }
     void reallocate(std::size_t capacity) {
         void* moved = std::realloc(static_cast<void*>(values_), capacity * sizeof(Value));
-        if (moved == nullptr) throw std::bad_alloc();
+        if (moved == nullptr) system::failForMemory();
         system::preferLargePages(moved, capacity * sizeof(Value));
         values_ = static_cast<Value*>(moved);
         capacity_ = static_cast<std::uint32_t>(capacity);

@@ -25,4 +25,23 @@ private:
     bool isKept_ = false;
 };
 
+/// Lets a member have another value, and gives it the first one back, unless the other one is kept.
+template <class Member>
+class Replacement {
+public:
+    Replacement(Member& member, Member other) noexcept
+        : member_(member), before_(std::exchange(member, std::move(other))) {}
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+    ~Replacement() {
+        if (!isKept_) member_ = std::move(before_);
+    }
+    void keep() noexcept { isKept_ = true; }
+
+private:
+    Member& member_;
+    Member before_;
+    bool isKept_ = false;
+};
+
 }  // namespace brackwell

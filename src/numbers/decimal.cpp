@@ -180,17 +180,17 @@ std::optional<std::int64_t> Decimal::toMinorUnits(int fractionDigits) const noex
 
 double Decimal::toDouble() const noexcept {
     if (isZero()) return 0;
-    // "e" and what is behind it, at most "-128", stand at the end; digits are put before them.
-    std::array<char, 1 + maximumDigits + 5> text;
+    // "e", the exponent, at most "-128", and a zero stand at the end; digits are put before them.
+    std::array<char, 1 + maximumDigits + 6> text{};
     char* begin = text.data() + 1 + maximumDigits;
     *begin = 'e';
-    const char* const end = std::to_chars(begin + 1, text.data() + text.size(), exponent_).ptr;
+    std::to_chars(begin + 1, text.data() + text.size() - 1, exponent_);
     for (Wide rest = coefficientOf(*this); rest != 0; rest /= 10)
         *--begin = static_cast<char>('0' + rest % 10);
     if (negative_) *--begin = '-';
-    double value = 0;
-    std::from_chars(begin, end, value);  // rounds correctly; no number is beyond what a double holds
-    return value;
+    // Rounds correctly; no number is beyond what a double holds. Without a decimal mark the text means the
+    // same in every locale.
+    return std::strtod(begin, nullptr);
 }
 
 std::optional<Decimal> Decimal::fromDouble(double value) noexcept {

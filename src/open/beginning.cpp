@@ -9,6 +9,7 @@
 #include "text/ascii_digit.h"
 #include "text/byte_order_marks.h"
 #include "text/comment_marks.h"
+#include "text/size_until.h"
 
 namespace brackwell::opening {
 namespace {
@@ -41,8 +42,8 @@ bool isHeaderLine(std::string_view line) noexcept { return std::ranges::count(li
 /// The first line of a text that is not a field of a header; empty when there is none.
 std::string_view firstOtherLine(std::string_view text) noexcept {
     while (!text.empty()) {
-        const auto* const end = std::ranges::find_if(text, [](char c) { return c == '\n' || c == '\r'; });
-        const std::string_view line = text.substr(0, static_cast<std::size_t>(end - text.begin()));
+        const std::string_view line =
+            text.substr(0, sizeUntil(text, [](char c) { return c == '\n' || c == '\r'; }));
         if (const std::string_view ink = inked(line); !ink.empty() && !isHeaderLine(ink)) return ink;
         text.remove_prefix(std::min(line.size() + 1, text.size()));
     }

@@ -3,14 +3,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
-#include <filesystem>
-#include <new>
 #include <optional>
 #include <utility>
 
 #include "open/error_with.h"
 #include "open/shown_text.h"
+#include "system/exhausted_memory.h"
+#include "system/input_file.h"
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
 
@@ -53,18 +52,14 @@ constexpr FileError kInvalidURL{OpenErrorCode::invalidURL, "The URL names no fil
 
 /// Why a file could not be read. Reading it has failed without saying why, so the system is asked again.
 OpenError errorOfFile(const std::string& path) {
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error)) return kFolder.with(path);
-    errno = 0;
-    std::FILE* const file = path.find('\0') == path.npos ? std::fopen(path.c_str(), "rb") : nullptr;
-    const int number = errno;
-    if (number == ENOMEM) throw std::bad_alloc();
-    if (file != nullptr) {
-        std::fclose(file);
-        return kNotReadable.with(path);
-    }
+    if (path.find('\0') != path.npos) return kNotFound.with(path);
+    if (system::statusOf(path).isFolder) return kFolder.with(path);
+    const system::InputFile file(path);
+    if (file.isOpen()) return kNotReadable.with(path);
+    const int number = file.error();
+    if (number == ENOMEM) system::failForMemory();
     if (number == EACCES || number == EPERM) return kNotPermitted.with(path);
-    const bool isMissing = number == 0 || number == ENOENT || number == ENOTDIR;
+    const bool isMissing = number == ENOENT || number == ENOTDIR;
     return (isMissing ? kNotFound : kNotReadable).with(path);
 }
 
@@ -95,9 +90,7 @@ OpenError tooLargeError(std::size_t maximumSize) {
 }
 
 Source readFile(const std::string& path, std::size_t maximumSize) {
-    std::error_code error;
-    const auto size = std::filesystem::file_size(path, error);
-    if (!error && size > maximumSize) return {{}, tooLargeError(maximumSize)};
+    if (system::statusOf(path).size > maximumSize) return {{}, tooLargeError(maximumSize)};
     std::optional<Data> bytes = Data::fromFile(path);
     if (!bytes) return {{}, errorOfFile(path)};
     return {std::move(*bytes), {}};

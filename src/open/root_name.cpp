@@ -7,6 +7,7 @@
 #include "text/ascii_case.h"
 #include "text/comment_marks.h"
 #include "text/name_byte.h"
+#include "text/size_until.h"
 #include "text/text_parts.h"
 
 namespace brackwell::opening {
@@ -30,8 +31,7 @@ public:
                     text_.size() - 1);
                 continue;
             }
-            const auto* const end = std::ranges::find_if_not(rest, isInASCIIName);
-            const auto size = static_cast<std::size_t>(end - rest.begin());
+            const std::size_t size = sizeUntil(rest, [](char c) { return !isInASCIIName(c); });
             if (size == 0 || size > kLongestRootName) continue;
             at_ += size;
             return rest.substr(0, size);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "text/ascii_space.h"
+#include "text/size_until.h"
 
 namespace brackwell {
 namespace {
@@ -61,8 +62,7 @@ void readAttribute(std::string_view piece, reading::HeaderCollector& header) {
 
 void readAttributes(std::string_view instruction, reading::HeaderCollector& header) {
     while (!instruction.empty()) {
-        const auto* const end = std::find_if(instruction.begin(), instruction.end(), endsAttribute);
-        const auto size = static_cast<std::size_t>(end - instruction.begin());
+        const std::size_t size = sizeUntil(instruction, endsAttribute);
         readAttribute(instruction.substr(0, size), header);
         instruction.remove_prefix(std::min(size + 1, instruction.size()));
     }

@@ -111,9 +111,8 @@ Field findField(std::string_view header, std::size_t from) noexcept {
         std::size_t end = colon;
         while (end > from && isBlank(header[end - 1])) --end;
         const std::string_view before = header.substr(from, end - from);
-        const auto* const field = std::ranges::find_if(
-            elements::kHeaderFields, [before](std::string_view name) { return endsWithField(before, name); });
-        if (field != elements::kHeaderFields.end()) return {end - field->size(), colon, *field};
+        for (const std::string_view field : elements::kHeaderFields)
+            if (endsWithField(before, field)) return {end - field.size(), colon, field};
     }
     return {header.size(), header.size(), {}};
 }

@@ -9,6 +9,7 @@
 #include "text/ascii_case.h"
 #include "text/ascii_space.h"
 #include "text/comment_marks.h"
+#include "text/size_until.h"
 #include "text/text_parts.h"
 
 namespace brackwell::repair {
@@ -66,8 +67,7 @@ struct Inside {
             form = Tag::Form::selfClosed;
             name = trimWhiteSpace(name.substr(0, name.size() - 1));
         }
-        const auto* const blank = std::ranges::find_if(name, isASCIIWhiteSpace);
-        const auto size = static_cast<std::size_t>(blank - name.begin());
+        const std::size_t size = sizeUntil(name, isASCIIWhiteSpace);
         // What follows the name is attributes, or this is no tag.
         if (name.find('=', size) != std::string_view::npos) name = name.substr(0, size);
     }

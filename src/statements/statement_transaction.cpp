@@ -155,16 +155,12 @@ TvOFXStatementTransaction::~TvOFXStatementTransaction() = default;
 void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDictionary>& node) {
     if (!node) return setOriginalParseData(std::nullopt);
     Rollback before(texts_, datePosted_, dateUserInit_, dateFundsAvailable_, amount_);
-    std::unique_ptr<Parties> parties = parties_ ? std::make_unique<Parties>(*parties_) : nullptr;
-    std::swap(parties, parties_);  // so that what is read goes into a copy
-    try {
-        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
-        const ParseDictionary held = *node;
-        read(NodeRef::of(held));
-    } catch (...) {
-        parties_ = std::move(parties);
-        throw;
-    }
+    // What is read goes into a copy.
+    Replacement copied(parties_, parties_ ? std::make_unique<Parties>(*parties_) : nullptr);
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
+    const ParseDictionary held = *node;
+    read(NodeRef::of(held));
+    copied.keep();
     before.keep();
 }
 

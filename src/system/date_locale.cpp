@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <new>
 #include <type_traits>
+
+#include "system/exhausted_memory.h"
 #endif
 
 namespace brackwell::system {
@@ -20,7 +22,8 @@ namespace {
 /// The items of a list; shorter ones are filled up with zeros.
 using Items = std::array<nl_item, 12>;
 
-constexpr Items kMonths = {MON_1, MON_2, MON_3, MON_4, MON_5, MON_6, MON_7, MON_8, MON_9, MON_10, MON_11, MON_12};
+constexpr Items kMonths = {MON_1, MON_2, MON_3, MON_4,  MON_5,  MON_6,
+                           MON_7, MON_8, MON_9, MON_10, MON_11, MON_12};
 constexpr Items kShortMonths = {ABMON_1, ABMON_2, ABMON_3, ABMON_4,  ABMON_5,  ABMON_6,
                                 ABMON_7, ABMON_8, ABMON_9, ABMON_10, ABMON_11, ABMON_12};
 // Not every C library knows the forms of months that stand alone.
@@ -31,9 +34,9 @@ constexpr Items kAloneMonths = {ALTMON_1, ALTMON_2, ALTMON_3, ALTMON_4,  ALTMON_
 constexpr Items kAloneMonths = kMonths;
 #endif
 #if defined(ALTMON_1) && defined(__GLIBC__)
-constexpr Items kShortAloneMonths = {_NL_ABALTMON_1,  _NL_ABALTMON_2,  _NL_ABALTMON_3, _NL_ABALTMON_4,
-                                     _NL_ABALTMON_5,  _NL_ABALTMON_6,  _NL_ABALTMON_7, _NL_ABALTMON_8,
-                                     _NL_ABALTMON_9,  _NL_ABALTMON_10, _NL_ABALTMON_11, _NL_ABALTMON_12};
+constexpr Items kShortAloneMonths = {_NL_ABALTMON_1, _NL_ABALTMON_2,  _NL_ABALTMON_3,  _NL_ABALTMON_4,
+                                     _NL_ABALTMON_5, _NL_ABALTMON_6,  _NL_ABALTMON_7,  _NL_ABALTMON_8,
+                                     _NL_ABALTMON_9, _NL_ABALTMON_10, _NL_ABALTMON_11, _NL_ABALTMON_12};
 #else
 constexpr Items kShortAloneMonths = kShortMonths;
 #endif
@@ -52,7 +55,7 @@ static_assert(std::is_pointer_v<locale_t>, "a locale is kept as a pointer");
 DateLocale::DateLocale(const std::string& name) {
     errno = 0;  // not every failure sets it
     handle_ = ::newlocale(LC_TIME_MASK, name.c_str(), locale_t{});
-    if (handle_ == nullptr && errno == ENOMEM) throw std::bad_alloc();
+    if (handle_ == nullptr && errno == ENOMEM) failForMemory();
 }
 
 DateLocale::~DateLocale() {

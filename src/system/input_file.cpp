@@ -23,6 +23,7 @@ namespace brackwell::system {
 InputFile::InputFile(const std::string& path) {
     const std::u8string text(path.begin(), path.end());
     descriptor_ = ::_wopen(std::filesystem::path(text).c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
+    if (!isOpen()) error_ = errno;
 }
 
 InputFile::~InputFile() {
@@ -36,10 +37,18 @@ std::size_t InputFile::expectedSize() const noexcept {
 }
 
 std::optional<std::size_t> InputFile::read(char* place, std::size_t room) const noexcept {
-    const auto wanted = static_cast<unsigned>(
-        std::min(room, static_cast<std::size_t>(std::numeric_limits<int>::max())));
+    const auto wanted =
+        static_cast<unsigned>(std::min(room, static_cast<std::size_t>(std::numeric_limits<int>::max())));
     const int count = ::_read(descriptor_, place, wanted);
     return count < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
+}
+
+FileStatus statusOf(const std::string& path) {
+    if (path.find('\0') != std::string::npos) return {};  // the system would take the shorter name before it
+    struct ::_stat64 status = {};
+    const std::u8string text(path.begin(), path.end());
+    if (::_wstat64(std::filesystem::path(text).c_str(), &status) != 0) return {};
+    return {(status.st_mode & _S_IFDIR) != 0, static_cast<std::uint64_t>(status.st_size)};
 }
 
 #else
@@ -48,6 +57,7 @@ InputFile::InputFile(const std::string& path) {
     do {
         descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     } while (descriptor_ < 0 && errno == EINTR);
+    if (!isOpen()) error_ = errno;
 }
 
 InputFile::~InputFile() {
@@ -66,6 +76,13 @@ std::optional<std::size_t> InputFile::read(char* place, std::size_t room) const 
         count = ::read(descriptor_, place, room);
     } while (count < 0 && errno == EINTR);
     return count < 0 ? std::nullopt : std::optional(static_cast<std::size_t>(count));
+}
+
+FileStatus statusOf(const std::string& path) {
+    if (path.find('\0') != std::string::npos) return {};  // the system would take the shorter name before it
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) != 0) return {};
+    return {S_ISDIR(status.st_mode), static_cast<std::uint64_t>(status.st_size)};
 }
 
 #endif

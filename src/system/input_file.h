@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,8 @@ public:
     ~InputFile();
 
     bool isOpen() const noexcept { return descriptor_ >= 0; }
+    /// Why it is not, as a value of errno.
+    int error() const noexcept { return error_; }
 
     /// The size that the file says it has. Only a hint: pipes and the files of /proc say 0, and any
     /// file may change while it is read.
@@ -27,6 +30,14 @@ public:
 
 private:
     int descriptor_ = -1;
+    int error_ = 0;
 };
+
+/// What the system says of a file without opening it.
+struct FileStatus {
+    bool isFolder = false;
+    std::uint64_t size = 0;  ///< 0 for what has none, or is not there
+};
+FileStatus statusOf(const std::string& path);
 
 }  // namespace brackwell::system

@@ -27,7 +27,9 @@ LocalClock localClockAt(std::int64_t secondsSince1970) {
     if (!std::in_range<time_t>(secondsSince1970)) return {};
     const time_t time = secondsSince1970;
     struct tm local = {};
+#if !defined(__wasi__)  // which has no other zone than UTC
     ::tzset();
+#endif
     if (::localtime_r(&time, &local) == nullptr) return {};
     return {local.tm_gmtoff, local.tm_zone != nullptr ? local.tm_zone : ""};
 }

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "memory/pod_vector.h"
+#include "system/exhausted_memory.h"
 #include "tree/name_table.h"
 
 namespace brackwell::reading {
@@ -49,7 +50,7 @@ public:
     Document() = default;
     /// A tree over a body, which lies in `source`.
     Document(Data source, std::string_view body) : source_(std::move(source)), body_(body) {
-        if (body.size() >= Node::kOwnText) throw std::bad_alloc();
+        if (body.size() >= Node::kOwnText) system::failForMemory();
     }
 
     std::string_view text(const Node& leaf) const noexcept {

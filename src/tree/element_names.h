@@ -10,6 +10,7 @@
 #include <string_view>
 
 #include "elements/element_list.h"
+#include "elements/refuse.h"
 #include "memory/byte_block.h"
 #include "tree/name_key.h"
 
@@ -151,7 +152,7 @@ constexpr NameID findKnownElement(std::string_view name) noexcept {
 /// The number of a known name, found by the compiler; a name that is not known does not compile.
 consteval NameID element(std::string_view name) {
     const NameID id = findKnownElement(name);
-    if (id == kKnownElementCount) throw "not a known element name";
+    if (id == kKnownElementCount) elements::refuse("not a known element name");
     return id;
 }
 

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <new>
 
+#include "system/exhausted_memory.h"
+
 namespace brackwell::reading {
 
 TreeWriter::TreeWriter(Document& document, std::size_t expectedNodes, std::size_t expectedOwnText)
@@ -37,7 +39,7 @@ void TreeWriter::setLeaf(NameID name, std::string_view text) {
 
 char* TreeWriter::appendOwnText(std::size_t size) {
     PodVector<char>& own = document_.ownText_;
-    if (size >= Node::kOwnText - own.size()) throw std::bad_alloc();
+    if (size >= Node::kOwnText - own.size()) system::failForMemory();
     return own.append(size);
 }
 
