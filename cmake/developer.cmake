@@ -24,8 +24,4 @@ add_compile_options(
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     add_compile_options(
         -Wuseless-cast -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wsuggest-override)
-    if(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        # Sees overlapping copies in every std::string "a" + b.
-        add_compile_options(-Wno-restrict)
-    endif()
 endif()

@@ -2,7 +2,7 @@
 
 set(brackwell brackwell::brackwell)
 get_target_property(options brackwell COMPILE_OPTIONS)
-if(options MATCHES "-W" OR BRACKWELL_INSTALL OR BRACKWELL_TOOL OR BRACKWELL_TESTS
+if(options MATCHES "-W([^n]|n[^o])" OR BRACKWELL_INSTALL OR BRACKWELL_TOOL OR BRACKWELL_TESTS
    OR BRACKWELL_BENCHMARKS)
     message(FATAL_ERROR "A subproject brings more than the library")
 endif()
