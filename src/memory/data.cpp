@@ -51,8 +51,6 @@ Data Data::copy(std::string_view bytes) {
 Data Data::view(std::string_view bytes) noexcept { return {nullptr, bytes}; }
 
 std::optional<Data> Data::fromFile(const std::string& path) {
-    // The system's calls would take a name with a NUL for the shorter name before it.
-    if (path.find('\0') != std::string::npos) return std::nullopt;
     const system::InputFile file(path);
     if (!file.isOpen()) return std::nullopt;
 

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstdint>
+#include <limits>
 #include <optional>
 #include <utility>
 
@@ -17,6 +19,8 @@ namespace brackwell::opening {
 namespace {
 
 constexpr std::size_t kLongestShownName = 200;  // in a message: a name may be as long as the caller likes
+
+constexpr std::size_t kPiece = 65536;  // bytes that are read at a time where a file does not tell its size
 
 constexpr std::string_view kFetchesNothing = "Nothing is fetched from other computers.";
 constexpr std::string_view kDownloadFirst = "Download the file first.";
@@ -52,7 +56,6 @@ constexpr FileError kInvalidURL{OpenErrorCode::invalidURL, "The URL names no fil
 
 /// Why a file could not be read. Reading it has failed without saying why, so the system is asked again.
 OpenError errorOfFile(const std::string& path) {
-    if (path.find('\0') != path.npos) return kNotFound.with(path);
     if (system::statusOf(path).isFolder) return kFolder.with(path);
     const system::InputFile file(path);
     if (file.isOpen()) return kNotReadable.with(path);
@@ -61,6 +64,23 @@ OpenError errorOfFile(const std::string& path) {
     if (number == EACCES || number == EPERM) return kNotPermitted.with(path);
     const bool isMissing = number == ENOENT || number == ENOTDIR;
     return (isMissing ? kNotFound : kNotReadable).with(path);
+}
+
+/// The bytes of a file that may have any number of them, whatever it says, such as a pipe. Reads no more than
+/// it takes to see that they are more than the limit. Nothing when the file cannot be read.
+std::optional<Data> bytesWithin(std::size_t limit, const std::string& path) {
+    const system::InputFile file(path);
+    if (!file.isOpen()) return std::nullopt;
+    std::string bytes;
+    while (bytes.size() <= limit) {
+        const std::size_t before = bytes.size();
+        bytes.resize(before + kPiece);
+        const std::optional<std::size_t> count = file.read(bytes.data() + before, kPiece);
+        if (!count) return std::nullopt;
+        bytes.resize(before + *count);
+        if (*count == 0) break;
+    }
+    return Data::adopt(std::move(bytes));
 }
 
 /// The bytes that a URL's path stands for; nothing when a "%" is not followed by two digits, or one stands
@@ -90,9 +110,12 @@ OpenError tooLargeError(std::size_t maximumSize) {
 }
 
 Source readFile(const std::string& path, std::size_t maximumSize) {
-    if (system::statusOf(path).size > maximumSize) return {{}, tooLargeError(maximumSize)};
-    std::optional<Data> bytes = Data::fromFile(path);
+    const std::uint64_t size = system::statusOf(path).size;
+    if (size > maximumSize) return {{}, tooLargeError(maximumSize)};
+    const bool hasLimit = maximumSize != std::numeric_limits<std::size_t>::max();
+    std::optional<Data> bytes = hasLimit && size == 0 ? bytesWithin(maximumSize, path) : Data::fromFile(path);
     if (!bytes) return {{}, errorOfFile(path)};
+    if (bytes->size() > maximumSize) return {{}, tooLargeError(maximumSize)};
     return {std::move(*bytes), {}};
 }
 

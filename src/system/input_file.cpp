@@ -18,9 +18,16 @@
 
 namespace brackwell::system {
 
+namespace {
+
+bool hasNUL(const std::string& path) noexcept { return path.find('\0') != std::string::npos; }
+
+}  // namespace
+
 #if defined(_WIN32)
 
-InputFile::InputFile(const std::string& path) {
+InputFile::InputFile(const std::string& path) : error_(hasNUL(path) ? ENOENT : 0) {
+    if (error_ != 0) return;
     const std::u8string text(path.begin(), path.end());
     descriptor_ = ::_wopen(std::filesystem::path(text).c_str(), _O_RDONLY | _O_BINARY | _O_NOINHERIT);
     if (!isOpen()) error_ = errno;
@@ -44,7 +51,7 @@ std::optional<std::size_t> InputFile::read(char* place, std::size_t room) const 
 }
 
 FileStatus statusOf(const std::string& path) {
-    if (path.find('\0') != std::string::npos) return {};  // the system would take the shorter name before it
+    if (hasNUL(path)) return {};
     struct ::_stat64 status = {};
     const std::u8string text(path.begin(), path.end());
     if (::_wstat64(std::filesystem::path(text).c_str(), &status) != 0) return {};
@@ -53,7 +60,8 @@ FileStatus statusOf(const std::string& path) {
 
 #else
 
-InputFile::InputFile(const std::string& path) {
+InputFile::InputFile(const std::string& path) : error_(hasNUL(path) ? ENOENT : 0) {
+    if (error_ != 0) return;
     do {
         descriptor_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
     } while (descriptor_ < 0 && errno == EINTR);
@@ -79,7 +87,7 @@ std::optional<std::size_t> InputFile::read(char* place, std::size_t room) const 
 }
 
 FileStatus statusOf(const std::string& path) {
-    if (path.find('\0') != std::string::npos) return {};  // the system would take the shorter name before it
+    if (hasNUL(path)) return {};
     struct stat status = {};
     if (::stat(path.c_str(), &status) != 0) return {};
     return {S_ISDIR(status.st_mode), static_cast<std::uint64_t>(status.st_size)};

@@ -12,6 +12,7 @@ namespace brackwell::system {
 /// system's are not bytes.
 class InputFile {
 public:
+    /// A name with a NUL is that of no file: the system's calls would take it for the shorter name before it.
     explicit InputFile(const std::string& path);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;

@@ -1,9 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/open.h>
 #include <doctest/doctest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
+#include <csignal>
+#include <fstream>
 #include <map>
+#include <thread>
 #include <unordered_map>
 
 #include "support/documents.h"
@@ -751,6 +755,32 @@ TEST_CASE("limits on size and depth are held") {
     CHECK(deep.error().code == OpenErrorCode::tooDeep);
     CHECK(deep.error().remedy == "Raise OpenOptions::maximumDepth if you trust the sender.");
     CHECK(deep.statements().empty());
+}
+
+TEST_CASE("of a file that does not tell its size, no more is read than the limit takes to see") {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("pipe");
+    REQUIRE(::mkfifo(path.c_str(), 0600) == 0);
+    std::size_t written = 0;
+    std::thread writer([&] {
+        std::ofstream pipe(path, std::ios::binary);
+        for (const std::string piece(10'000, 'x');
+             written < 10'000'000 && pipe.write(piece.data(), 10'000).flush();)
+            written += piece.size();
+    });
+    const auto previous = std::signal(SIGPIPE, SIG_IGN);  // what the writer gets once nobody reads
+    OpenOptions limited;
+    limited.maximumSize = 100;
+    CHECK(openFile(path, limited).error().code == OpenErrorCode::tooLarge);
+    writer.join();
+    std::signal(SIGPIPE, previous);
+    CHECK(written < 1'000'000);
+
+    CHECK(openFile("/proc/self/maps", limited).error().code == OpenErrorCode::tooLarge);
+    CHECK(openFile("/dev/null", limited).error().code == OpenErrorCode::empty);
+    CHECK(openFile(folder.path(""), limited).error().code == OpenErrorCode::isFolder);
+    limited.maximumSize = 1'000'000;
+    CHECK(openFile("/proc/self/maps", limited).error().code == OpenErrorCode::notOFX);
 }
 
 TEST_CASE("the caller's formatters go before everything else") {
