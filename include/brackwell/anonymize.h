@@ -57,8 +57,7 @@ struct AnonymizedDocument {
 ///   tag stay. An amount keeps its sign, its marks, its places and its zeros at the front; one of nothing but
 ///   zeros stays.
 /// - Alike stays alike: a word becomes the same word wherever it stands, in all documents of one object, so
-/// an
-///   account number can be followed from one file to the next; different words of ASCII characters become
+///   an account number can be followed from one file to the next; different words of ASCII characters become
 ///   different words. Other letters are replaced by letters of the same document.
 /// - What is replaced cannot be found out without the object's key, which is random and never leaves it.
 ///   How long a word is can be seen, and that two are the same.

@@ -116,7 +116,7 @@ struct Finding {
     std::size_t line = 0;    ///< of the first place in the text as it came; 0 when there is no one place
     std::size_t column = 0;  ///< in characters; 0 like the line
     std::size_t count = 1;   ///< how many things it stands for
-    std::string text;        ///< a sentence for a person, at most about 400 bytes, without control characters
+    std::string text{};      ///< a sentence for a person, at most about 400 bytes, without control characters
 
     bool operator==(const Finding&) const = default;  ///< the same in all parts
 };
@@ -157,17 +157,17 @@ BRACKWELL_EXPORT std::string_view nameOf(OpenErrorCode code) noexcept;
 /// and none is longer than about 400 bytes.
 struct BRACKWELL_EXPORT OpenError {
     OpenErrorCode code = OpenErrorCode::none;  ///< for programs; none when it was read
-    std::string text;                          ///< what happened, for a person; empty when nothing did
-    std::string cause;                         ///< the likely cause, in a sentence; may be empty
-    std::string remedy;                        ///< what to do, in a sentence or two; empty when it was read
+    std::string text{};                        ///< what happened, for a person; empty when nothing did
+    std::string cause{};                       ///< the likely cause, in a sentence; may be empty
+    std::string remedy{};                      ///< what to do, in a sentence or two; empty when it was read
     std::size_t line = 0;                      ///< of the place where reading ended; 0: there is none
     std::size_t column = 0;                    ///< in characters; 0 like the line
     std::size_t offset = 0;                    ///< of that place, in the bytes of OpenedDocument::text
-    std::optional<std::size_t> openedAt;  ///< where the innermost open element begins, for tagsDoNotMatch
-    bool isRepairable = false;            ///< true when a repair was not allowed and would read the document
+    std::optional<std::size_t> openedAt{};  ///< where the innermost open element begins, for tagsDoNotMatch
+    bool isRepairable = false;  ///< true when a repair was not allowed and would read the document
     /// Those in which the bytes are a document, when they are no text in the one that was tried, or no OFX in
     /// the one that was chosen: a choice for OpenOptions::encoding, which the remedy names, too.
-    std::vector<TextEncoding> readingEncodings;
+    std::vector<TextEncoding> readingEncodings{};
 
     /// Text, cause and remedy in one.
     std::string description() const;
@@ -191,8 +191,8 @@ struct OpenOptions {
     /// anything else, or the document's other amounts or the file's other dates show what it means; each kind
     /// of such a value is a finding. False is the prescribed reading, in which "," groups digits.
     bool asWritten = true;
-    std::shared_ptr<const NumberFormatter> numberFormatter;  ///< tried before everything else; may be null
-    std::shared_ptr<const DateFormatter> dateFormatter;      ///< the same for dates
+    std::shared_ptr<const NumberFormatter> numberFormatter{};  ///< tried before everything else; may be null
+    std::shared_ptr<const DateFormatter> dateFormatter{};      ///< the same for dates
     /// @{
     /// Limits for those who take files from strangers: bytes of the file, and nested aggregates. Without them
     /// any size is read; time and memory are in proportion to it.
@@ -221,8 +221,8 @@ struct ListedAccount {
 
 /// The account of a bank or card statement, as the document names it.
 struct BRACKWELL_EXPORT StatementAccount {
-    std::shared_ptr<const TvOFXBankAccount> bank;        ///< null: it is no bank statement, or names none
-    std::shared_ptr<const TvOFXCreditCardAccount> card;  ///< null: it is no card statement, or names none
+    std::shared_ptr<const TvOFXBankAccount> bank{};        ///< null: it is no bank statement, or names none
+    std::shared_ptr<const TvOFXCreditCardAccount> card{};  ///< null: it is no card statement, or names none
 
     /// The number of the account (ACCTID); nothing when the document names none. Valid as long as the
     /// account.

@@ -86,10 +86,10 @@ public:
 /// What went wrong, as a value. An operation that can fail takes `Error* error = nullptr` as its
 /// last argument; the place is written only on failure.
 struct Error {
-    std::string domain;         ///< "Brackwell" for every error of the library
-    int code = 0;               ///< 1 for every error of the library
-    std::string description;    ///< one or two sentences for a person
-    std::string failureReason;  ///< the kind of failure, the same text for every error of a kind
+    std::string domain{};         ///< "Brackwell" for every error of the library
+    int code = 0;                 ///< 1 for every error of the library
+    std::string description{};    ///< one or two sentences for a person
+    std::string failureReason{};  ///< the kind of failure, the same text for every error of a kind
 
     bool operator==(const Error&) const = default;  ///< all four are the same
 };
@@ -462,9 +462,9 @@ struct ArchiveListItem {
         beginList,  ///< what follows stands in a list inside the list
         endList,    ///< the end of the innermost such list
     };
-    Kind kind = Kind::text;  ///< what the entry is
-    std::string_view text;   ///< of a text; empty otherwise
-    std::size_t count = 0;   ///< of a list that begins: how many entries stand directly in it
+    Kind kind = Kind::text;   ///< what the entry is
+    std::string_view text{};  ///< of a text; empty otherwise
+    std::size_t count = 0;    ///< of a list that begins: how many entries stand directly in it
 
     bool operator==(const ArchiveListItem&) const = default;  ///< equal kinds, texts and counts
 };

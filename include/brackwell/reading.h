@@ -269,9 +269,9 @@ private:
 /// What the parser makes of a document.
 struct TvOFXParserResult {
     /// Header names and their values, all texts; absent when the document has no header.
-    std::optional<ParseDictionary> ofxHeader;
+    std::optional<ParseDictionary> ofxHeader{};
     /// The root of the parse tree; absent when the document is not OFX.
-    std::optional<ParseDictionary> ofxData;
+    std::optional<ParseDictionary> ofxData{};
 };
 
 /// Turns the bytes of one document into a header and a parse tree: removes a byte order mark, finds

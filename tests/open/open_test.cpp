@@ -740,6 +740,17 @@ TEST_CASE("of many documents that are no text only the first ones name the encod
     }
 }
 
+TEST_CASE("some members of a struct can be named, and the others are empty, without a warning") {
+    CHECK_FALSE(OpenOptions{.maximumSize = 1}.numberFormatter);
+    CHECK_FALSE(OpenOptions{.maximumSize = 1}.dateFormatter);
+    CHECK(Finding{.kind = FindingKind::refused}.text.empty());
+    CHECK(OpenError{.code = OpenErrorCode::empty}.description().empty());
+    CHECK(Error{.code = 1}.description.empty());
+    CHECK(StatementAccount{.bank = nullptr} == StatementAccount{.card = nullptr});
+    CHECK_FALSE(TvOFXParserResult{.ofxData = ParseDictionary()}.ofxHeader);
+    CHECK(ArchiveListItem{.kind = ArchiveListItem::Kind::beginList, .count = 1}.text.empty());
+}
+
 TEST_CASE("limits on size and depth are held") {
     OpenOptions limited;
     limited.maximumSize = 100;

@@ -185,10 +185,8 @@ std::string sentenceFor(const bw::Finding& finding) {
 Download read(const fs::path& path) {
     Download download;
     download.name = path.filename().string();
-    bw::OpenOptions options;
-    options.maximumSize = std::size_t{32} << 20;
-    options.maximumDepth = 200;
-    const bw::OpenedFile file = bw::openFile(path, options);
+    const bw::OpenedFile file =
+        bw::openFile(path, {.maximumSize = std::size_t{32} << 20, .maximumDepth = 200});
     for (const bw::Finding& finding : file.findings()) download.remarks.push_back(sentenceFor(finding));
     if (!file) {
         download.failure = file.error().description();
