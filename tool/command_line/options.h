@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "bookkeeping/book.h"
 #include "csv/format.h"
 #include "filter/filter.h"
 #include "input/folders.h"
@@ -35,6 +36,15 @@ struct AnonymizeRequest {
     std::optional<std::string> folder;  ///< for the output; none: that goes where all output goes
 };
 
+/// What `brackwell convert` does.
+struct ConvertRequest {
+    BookFormat format = BookFormat::hledger;
+    std::optional<std::string> accountMap;  ///< its file
+    std::vector<std::string> journals;      ///< what stands in these is left out
+    bool hasOpenings = true;
+    bool hasAssertions = true;
+};
+
 /// The command line.
 struct Options {
     const Command* command = nullptr;       ///< the row of the one that was given
@@ -56,6 +66,7 @@ struct Options {
     bool hasCurrencies = false;  ///< a table of bank transactions has the currency of each
     CsvFormat csv;
     AnonymizeRequest anonymize;
+    ConvertRequest convert;
     RequestOptions request;
 };
 

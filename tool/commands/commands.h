@@ -13,6 +13,7 @@
     COMMAND(Json)              \
     COMMAND(Csv)               \
     COMMAND(Report)            \
+    COMMAND(Convert)           \
     COMMAND(Accounts)          \
     COMMAND(Duplicates)        \
     COMMAND(Payees)            \

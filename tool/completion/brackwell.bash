@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: Apache-2.0
 # Completion of brackwell for bash, written by script/completions.
 
-_brackwell_commands="show json csv report accounts duplicates payees check tree pretty repair anonymize request"
+_brackwell_commands="show json csv report convert accounts duplicates payees check tree pretty repair anonymize request"
 
 # The options that a command takes.
 _brackwell_options() {
@@ -11,6 +11,7 @@ _brackwell_options() {
         json) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --indent --since --until --account --search --sort" ;;
         csv) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --kind --currencies --columns --delimiter --decimal-mark --decimals --days --raw --unique --since --until --account --search --sort" ;;
         report) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
+        convert) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --to --accounts --unless --no-opening-balances --no-assertions" ;;
         accounts) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
         duplicates) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
         payees) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --since --until --account --search --sort" ;;
@@ -27,12 +28,12 @@ _brackwell_options() {
 # value.
 _brackwell_values() {
     case $2 in
-        --encoding) [[ " show json csv report accounts duplicates payees check tree pretty repair anonymize " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 ISO-8859-15 windows-1250 windows-1251 KOI8-R windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
-        -o) [[ " show json csv report accounts duplicates payees tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
-        --output) [[ " show json csv report accounts duplicates payees tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
-        --date-format) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
-        --decimal-separator) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
-        --grouping-separator) [[ " show json csv report accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --encoding) [[ " show json csv report convert accounts duplicates payees check tree pretty repair anonymize " == *" $1 "* ]] && echo "auto ASCII UTF-8 ISO-8859-1 UTF-16 windows-1252 UTF-16BE UTF-16LE UTF-32BE UTF-32LE UTF-32 ISO-8859-2 ISO-8859-15 windows-1250 windows-1251 KOI8-R windows-1253 windows-1254 macintosh EUC-JP Shift_JIS ISO-2022-JP" ;;
+        -o) [[ " show json csv report convert accounts duplicates payees tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
+        --output) [[ " show json csv report convert accounts duplicates payees tree pretty repair anonymize request " == *" $1 "* ]] && echo "FILE" ;;
+        --date-format) [[ " show json csv report convert accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --decimal-separator) [[ " show json csv report convert accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --grouping-separator) [[ " show json csv report convert accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
         --since) [[ " show json csv report payees request " == *" $1 "* ]] ;;
         --until) [[ " show json csv report payees " == *" $1 "* ]] ;;
         --account) [[ " show json csv report payees " == *" $1 "* ]] ;;
@@ -42,6 +43,9 @@ _brackwell_values() {
         --columns) [[ " csv " == *" $1 "* ]] ;;
         --delimiter) [[ " csv " == *" $1 "* ]] ;;
         --decimal-mark) [[ " csv " == *" $1 "* ]] ;;
+        --to) [[ " convert " == *" $1 "* ]] && echo "hledger ledger beancount" ;;
+        --accounts) [[ " convert " == *" $1 "* ]] && echo "FILE" ;;
+        --unless) [[ " convert " == *" $1 "* ]] && echo "FILE" ;;
         --into) [[ " anonymize " == *" $1 "* ]] && echo "anonymous-1.ofx and so on" ;;
         --shift-days) [[ " anonymize " == *" $1 "* ]] ;;
         --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;

@@ -1,0 +1,168 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bookkeeping/bank_entry.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+#include <variant>
+
+#include "money/foreign_amount.h"
+#include "text/transaction_text.h"
+#include "text/value_text.h"
+#include "text/visible_text.h"
+
+namespace tool {
+namespace {
+
+using namespace brackwell;
+
+/// The fields of a transaction that have places of their own in an entry, or that repeat what others say.
+constexpr std::array<std::string_view, 8> kBookedFields = {
+    "datePosted", "amount", "fiTransactionID",    "checkOrReferenceNumber",
+    "payeeName",  "memo",   "originalDataString", "originalDatePostedString",
+};
+
+void addFact(std::vector<BookFact>& facts, std::string_view name, OptionalText text) {
+    if (text && !trimWhiteSpace(*text).empty()) facts.push_back({name, std::string(*text)});
+}
+void addFact(std::vector<BookFact>& facts, std::string_view name, std::optional<Date> date) {
+    if (date) facts.push_back({name, dayText(date)});
+}
+void addFact(std::vector<BookFact>&, std::string_view, const std::optional<Decimal>&) {}
+void addFact(std::vector<BookFact>& facts, std::string_view, const std::shared_ptr<TvOFXPayee>& payee) {
+    if (!payee) return;
+    addFact(facts, "payeeAddress", OptionalText(payee->address()));
+    addFact(facts, "payeeCity", payee->city());
+    addFact(facts, "payeeState", payee->state());
+    addFact(facts, "payeeZipCode", payee->zipCode());
+    addFact(facts, "payeeCountry", payee->country());
+    addFact(facts, "payeePhoneNumber", payee->phoneNumber());
+}
+template <class Account>
+void addFact(std::vector<BookFact>& facts, std::string_view name, const std::shared_ptr<Account>& account) {
+    if (account) addFact(facts, name, account->accountID());
+}
+
+std::vector<BookFact> factsOf(const TvOFXStatementTransaction& transaction) {
+    std::vector<BookFact> facts;
+    for (const auto& field : TvOFXStatementTransaction::fields()) {
+        if (std::ranges::find(kBookedFields, field.name) != kBookedFields.end()) continue;
+        std::visit([&](const auto get) { addFact(facts, field.name, (transaction.*get)()); }, field.get);
+    }
+    addCurrencyFacts(facts, currencyOf(transaction));
+    return facts;
+}
+
+/// A FITID that the identity does not show as it is.
+void addHiddenIdentifier(std::vector<BookFact>& facts, OptionalText identifier,
+                         const BookIdentity& identity) {
+    const std::string_view text = trimWhiteSpace(identifier.value_or(""));
+    if (!text.empty() && !identity.identifier.starts_with(std::string(text) + "."))
+        facts.push_back({"fiTransactionID", std::string(text)});
+}
+
+/// Accounts that the type of a transaction (TRNTYPE) tells.
+struct TypedAccount {
+    std::string_view type;
+    BookRole spent;
+    BookRole received;
+};
+constexpr TypedAccount kTypedAccounts[] = {
+    {"FEE", BookRole::fees, BookRole::fees},
+    {"SRVCHG", BookRole::fees, BookRole::fees},
+    {"INT", BookRole::interestPaid, BookRole::interest},
+    {"DIV", BookRole::unknownExpense, BookRole::dividends},
+};
+
+std::string counterAccountOf(const TvOFXStatementTransaction& transaction, const BookContext& context) {
+    const auto named =
+        context.map.counterAccount(payeeOf(transaction).value_or(""), transaction.memo().value_or(""));
+    if (named) return *named;
+    if (transaction.bankAccountTo() || transaction.creditCardAccountTo())
+        return context.map.name(BookRole::transfers);
+    const bool isSpent = transaction.amount()->isNegative();
+    const auto* const typed = std::ranges::find(
+        kTypedAccounts, trimWhiteSpace(transaction.transactionType().value_or("")), &TypedAccount::type);
+    if (typed != std::end(kTypedAccounts)) return context.map.name(isSpent ? typed->spent : typed->received);
+    return context.map.name(isSpent ? BookRole::unknownExpense : BookRole::unknownIncome);
+}
+
+Decimal magnitudeOf(const Decimal& amount) { return amount.isNegative() ? amount.negated() : amount; }
+
+/// The two postings of an amount.
+std::vector<Posting> postingsOf(const TvOFXStatementTransaction& transaction, const BookedAccount& account,
+                                const BookContext& context) {
+    const Decimal& stated = *transaction.amount();
+    const auto currency = currencyOf(transaction);
+    const std::string home = context.commodities.currency(account.currency);
+    Posting own{account.name, stated, home, {}, {}, {}, account.statement, {}};
+    Posting other{counterAccountOf(transaction, context), stated.negated(), home, {}, {}, {}, 0, {}};
+    if (isForeign(currency, account.currency)) {
+        const std::string foreign = context.commodities.currency(currency->symbol);
+        const auto converted = amountIn(transaction, account.currency);
+        other.commodity = foreign;
+        if (converted) {
+            own.quantity = converted->shown();
+            other.cost = magnitudeOf(own.quantity);
+            other.costCommodity = home;
+        } else {
+            own.commodity = foreign;
+        }
+    }
+    // Two names for one currency need no price.
+    if (other.commodity == own.commodity && other.cost) {
+        other.quantity = own.quantity.negated();
+        other.cost.reset();
+    }
+    return {std::move(own), std::move(other)};
+}
+
+}  // namespace
+
+std::string bookDay(std::optional<Date> date) {
+    using namespace std::chrono;
+    constexpr sys_days first = year(1400) / 1 / 1;
+    constexpr sys_days last = year(9999) / 12 / 31;
+    if (!date || *date < first || *date >= last) return {};
+    return dayText(date);
+}
+
+void addCurrencyFacts(std::vector<BookFact>& facts, const std::optional<TransactionCurrency>& currency) {
+    if (!currency) return;
+    addFact(facts, currency->isConverted ? "convertedFrom" : "statedIn", OptionalText(currency->symbol));
+    if (currency->rate) facts.push_back({"currencyRate", currency->rate->toString()});
+}
+
+std::optional<BookEntry> bankEntry(const TvOFXStatementTransaction& transaction, const BookedAccount& account,
+                                   const BookIdentity& identity, const BookContext& context) {
+    BookEntry entry;
+    entry.day = bookDay(transaction.datePosted());
+    if (entry.day.empty() && !transaction.datePosted()) entry.day = account.defaultDay;
+    if (!transaction.amount() || entry.day.empty()) return std::nullopt;
+    entry.payee = visibleText(payeeOf(transaction).value_or(""));
+    entry.memo = visibleText(transaction.memo().value_or(""));
+    entry.code = visibleText(transaction.checkOrReferenceNumber().value_or(""));
+    entry.facts = factsOf(transaction);
+    if (!transaction.datePosted()) addFact(entry.facts, "datePosted", OptionalText("none"));
+    addHiddenIdentifier(entry.facts, transaction.fiTransactionID(), identity);
+    entry.postings = postingsOf(transaction, account, context);
+    entry.postings.front().identity = identity;
+    return entry;
+}
+
+BookRemark bankRemark(const TvOFXStatementTransaction& transaction, const BookIdentity& identity) {
+    BookRemark remark;
+    remark.day = dayText(transaction.datePosted());
+    remark.identity = identity;
+    remark.text = std::string("A transaction without ") + (transaction.amount() ? "a day" : "an amount");
+    if (transaction.amount()) remark.facts.push_back({"amount", transaction.amount()->toString()});
+    addFact(remark.facts, "payeeName", payeeOf(transaction));
+    addFact(remark.facts, "memo", transaction.memo());
+    addFact(remark.facts, "checkOrReferenceNumber", transaction.checkOrReferenceNumber());
+    for (BookFact& fact : factsOf(transaction)) remark.facts.push_back(std::move(fact));
+    addHiddenIdentifier(remark.facts, transaction.fiTransactionID(), identity);
+    return remark;
+}
+
+}  // namespace tool

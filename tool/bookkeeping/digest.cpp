@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "bookkeeping/digest.h"
+
+namespace tool {
+
+std::string Digest::text() const {
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (int shift = 60; shift >= 0; shift -= 4) text += digits[hash_ >> shift & 0xF];
+    return text;
+}
+
+}  // namespace tool

@@ -1,0 +1,51 @@
+// SPDX-License-Identifier: Apache-2.0
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "bookkeeping/book.h"
+
+namespace tool {
+
+/// What stands in journals that exist already, in any of the formats: the identities of entries, and what is
+/// declared and used. Nothing else of a journal is understood.
+class KnownJournal {
+public:
+    /// Reads a journal and those that it includes. False with a sentence in `error` when one cannot be read.
+    bool read(const std::string& path, std::string& error);
+
+    /// @{
+    /// True when an entry has this digest or identifier; takes it out then, so that of two equal transactions
+    /// the second is found only where the journal has two.
+    bool takeDigest(const BookIdentity& identity);
+    bool takeIdentifier(const BookIdentity& identity);
+    /// @}
+
+    /// True when a posting is to the account.
+    bool uses(std::string_view account) const { return used_.contains(account); }
+    /// True when a directive opens the account, or declares the account or the commodity.
+    bool declares(std::string_view name) const { return declared_.contains(name); }
+    /// True when it has this line, but for blanks.
+    bool hasPrice(std::string_view line) const;
+
+private:
+    using Counts = std::unordered_map<std::string, std::size_t>;
+
+    void takeLine(std::string_view line);
+    bool takeIdentity(std::string_view text);
+    void takePosting(std::string_view line);
+    void takeDirective(std::string_view line);
+
+    Counts identifiers_;
+    Counts digests_;
+    std::set<std::string, std::less<>> used_;
+    std::set<std::string, std::less<>> declared_;
+    std::set<std::string, std::less<>> prices_;
+};
+
+}  // namespace tool
