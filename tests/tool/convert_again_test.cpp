@@ -154,6 +154,26 @@ TEST_CASE("what a journal has opened, declared or begun is not opened, declared 
     }
 }
 
+TEST_CASE("transactions from before an opening balance in the journal are named, since it has them already") {
+    const std::string late =
+        statementWith("<BANKTRANLIST>" + coffee("20240305", "2") +
+                      "</BANKTRANLIST><LEDGERBAL><BALAMT>10<DTASOF>20240305</LEDGERBAL>");
+    const std::string early = transactionsWith(coffee("20240205", "1") + coffee("20240206", "3"));
+    for (const std::string& format : kBookFormats) {
+        CAPTURE(format);
+        const TemporaryFolder folder;
+        const std::string journal = folder.file("main", journalOfDocument(format, late));
+        const Finished finished =
+            tool({"convert", "--to", format, folder.file("a.ofx", early), "--unless", journal});
+        CHECK(finished.status == 0);
+        CHECK(countOf(finished.output, "\n2024-02-") == 2);
+        CHECK(
+            finished.error ==
+            "convert: 2 postings are of a day before the opening balance of 2024-03-05 in the journal, which "
+            "has them in it already: take -6.4 USD off it, and give it an earlier day.\n");
+    }
+}
+
 TEST_CASE("journals that a journal includes are read, and each once") {
     const std::string document = transactionsWith(coffee("20240305", "1"));
     const TemporaryFolder folder;

@@ -60,9 +60,9 @@ Finished convert(const std::vector<std::string>& documents, const std::string& f
 
 TEST_CASE("an account begins with what its balance asks for, and the balance is asserted") {
     const std::string journal = convert({kJanuary}).output;
-    CHECK(entryWith(journal, "Opening balance") == Lines{"2024-01-10 * Opening balance",
-                                                         "    Assets:Bank:A1  100.00 USD",
-                                                         "    Equity:Opening-Balances  -100.00 USD"});
+    CHECK(entryWith(journal, "Opening balance") ==
+          Lines{"2024-01-10 * Opening balance", "    Assets:Bank:A1  100.00 USD",
+                "    ; ofxopening: 2024-01-10", "    Equity:Opening-Balances  -100.00 USD"});
     const Lines balance = entryWith(journal, "Balance of");
     REQUIRE(balance.size() == 3);
     CHECK(balance[0] == "2024-01-31 * Balance of the statement");

@@ -183,7 +183,8 @@ TEST_CASE("positions are asserted units and prices, and cash is an asserted bala
     const std::string journal = journalOfDocument("hledger", document);
     CHECK(contains(journal, "    Assets:Investments:D1:Securities  0 ALDR = 50 ALDR\n"));
     CHECK(contains(journal,
-                   "    Assets:Investments:D1:Securities  -50 ALDR\n    Equity:Opening-Balances  50 ALDR\n"));
+                   "    Assets:Investments:D1:Securities  -50 ALDR\n    ; ofxopening: 2024-02-15\n"
+                   "    Equity:Opening-Balances  50 ALDR\n"));
     CHECK(contains(journal, "    Assets:Investments:D1:Cash  0.00 USD = 12.50 USD\n"));
     CHECK(contains(journal, "    Assets:Investments:D1:Cash  4522.50 USD\n"));
     CHECK(contains(journal, "\nP 2024-03-28 ALDR 49.00 USD\n"));

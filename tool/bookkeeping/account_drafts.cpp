@@ -158,9 +158,8 @@ void addEntry(Drafts& drafts, const AccountHistory& account, const HistoryEntry&
     if (!made) return drafts.remarks.push_back(bankRemark(*entry.transaction, identity));
     DraftEntry draft;
     draft.entry = std::move(*made);
+    draft.account = drafts.accounts.size() - 1;
     draft.transaction = entry.transaction;
-    if (account.bankAccount) draft.bank = trimmedOf(account.bankAccount->bankID());
-    draft.number = trimmedOf(account.number());
     drafts.entries.push_back(std::move(draft));
 }
 
@@ -273,6 +272,7 @@ void addEntry(Drafts& drafts, const InvestmentAccount& account, const Investment
     if (!made) return drafts.remarks.push_back(investmentRemark(entry.transaction, identity));
     DraftEntry draft;
     draft.entry = std::move(*made);
+    draft.account = drafts.accounts.size() - 1;
     drafts.entries.push_back(std::move(draft));
 }
 
@@ -282,14 +282,14 @@ void addAccount(Drafts& drafts, const AccountHistory& account, const std::string
                 const BookContext& context) {
     const Identities identities = identitiesOf(account);
     const Coverage coverage = coverageOf(account);
-    const std::size_t first = drafts.entries.size();
+    drafts.accounts.push_back(
+        {account.bankAccount ? trimmedOf(account.bankAccount->bankID()) : "", trimmedOf(account.number())});
     StatedBefore before;
     for (const HistoryEntry& entry : account.entries) {
         const BookIdentity identity = identities.of(*entry.transaction);
         if (!before.has(identity, entry.transaction->fiTransactionID(), entry.statement, !entry.isOriginal()))
             addEntry(drafts, account, entry, identity, name, context);
     }
-    for (std::size_t i = first; i < drafts.entries.size(); ++i) drafts.entries[i].account = first;
     Sayings sayings(drafts, identities, coverage);
     for (std::size_t i = 0; i < account.statements.size(); ++i)
         addSayings(sayings, account.statements[i], static_cast<std::uint32_t>(i), name, context);
@@ -299,7 +299,7 @@ void addAccount(Drafts& drafts, const InvestmentAccount& account, const Investme
                 const SecurityList& others, const BookContext& context) {
     const Identities identities = identitiesOf(account);
     const Coverage coverage = coverageOf(account);
-    const std::size_t first = drafts.entries.size();
+    drafts.accounts.emplace_back();
     StatedBefore before;
     for (std::size_t i = 0; i < account.entries.size(); ++i) {
         const InvestmentEntry& entry = account.entries[i];
@@ -307,7 +307,6 @@ void addAccount(Drafts& drafts, const InvestmentAccount& account, const Investme
         if (!before.has(identity, identifierOf(entry.transaction), entry.statement, entry.original != i))
             addEntry(drafts, account, entry, identity, names, others, context);
     }
-    for (std::size_t i = first; i < drafts.entries.size(); ++i) drafts.entries[i].account = first;
     Sayings sayings(drafts, identities, coverage);
     for (std::size_t i = 0; i < account.statements.size(); ++i) {
         const InvestmentSource& source = account.statements[i];

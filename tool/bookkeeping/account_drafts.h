@@ -14,6 +14,7 @@ namespace tool {
 
 /// Everything that documents say of accounts, before any of it is held against anything else.
 struct Drafts {
+    std::vector<DraftAccount> accounts;
     std::vector<DraftEntry> entries;
     std::vector<BookBalance> balances;
     std::vector<BookPrice> prices;

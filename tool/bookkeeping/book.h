@@ -32,6 +32,8 @@ struct BookFact {
 /// them (identity.h).
 inline constexpr std::string_view kIdentifierName = "ofxid";
 inline constexpr std::string_view kDigestName = "ofxdigest";
+/// The name under which it keeps the day from which on an account has what it began with.
+inline constexpr std::string_view kOpeningName = "ofxopening";
 
 /// How a transaction is found again in a journal.
 struct BookIdentity {

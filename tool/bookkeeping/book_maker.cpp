@@ -14,6 +14,7 @@
 #include "bookkeeping/book_format.h"
 #include "bookkeeping/booked_accounts.h"
 #include "bookkeeping/commodities.h"
+#include "money/sum.h"
 #include "text/shown_values.h"
 
 namespace tool {
@@ -40,10 +41,11 @@ public:
 
     Book make() {
         readAccounts();
-        pairTransfers(drafts_.entries);
+        pairTransfers(drafts_.entries, drafts_.accounts);
         leaveOut();
         joinTransfers(drafts_.entries, map_);
         takeEntries();
+        noteOlderThanOpening();
         takeBalances();
         takePrices();
         book_.remarks = std::move(drafts_.remarks);
@@ -56,6 +58,7 @@ private:
     void readAccounts();
     void leaveOut();
     void takeEntries();
+    void noteOlderThanOpening();
     void takeBalances();
     void takeOpening(const OpeningBalance& opening);
     void noteObjection(const BookBalance& balance);
@@ -121,6 +124,27 @@ void BookMaker::takeEntries() {
     });
 }
 
+/// What an account began with has older transactions in it already.
+void BookMaker::noteOlderThanOpening() {
+    std::map<std::pair<std::string, std::string>, std::pair<std::size_t, Sum>> older;
+    for (const BookEntry& entry : book_.entries)
+        for (const Posting& posting : entry.postings) {
+            const std::string day = journal_.openingDay(posting.account);
+            if (day.empty() || entry.day >= day) continue;
+            auto& [count, sum] = older[{day, posting.commodity}];
+            ++count;
+            sum.add(posting.quantity);
+        }
+    for (const auto& [key, counted] : older) {
+        const auto& [count, sum] = counted;
+        notes_.push_back({"", std::to_string(count) + (count == 1 ? " posting is" : " postings are") +
+                                  " of a day before the opening balance of " + key.first +
+                                  " in the journal, which has them in it already: take " +
+                                  (sum.value() ? withCurrency(sum.value()->toString(), key.second) : "them") +
+                                  " off it, and give it an earlier day."});
+    }
+}
+
 void BookMaker::takeBalances() {
     book_.balances = std::move(drafts_.balances);
     std::ranges::stable_sort(book_.balances, [](const BookBalance& a, const BookBalance& b) {
@@ -148,7 +172,7 @@ void BookMaker::takeOpening(const OpeningBalance& opening) {
         openings.back().payee = "Opening balance";
     }
     openings.back().postings.push_back(
-        {opening.account, opening.amount, opening.commodity, {}, {}, {}, 0, {}});
+        {opening.account, opening.amount, opening.commodity, {}, {}, {}, 0, {{kOpeningName, opening.day}}});
     openings.back().postings.push_back(
         {map_.name(BookRole::opening), opening.amount.negated(), opening.commodity, {}, {}, {}, 0, {}});
 }

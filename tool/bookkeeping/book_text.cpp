@@ -104,7 +104,10 @@ std::string accountPartOf(std::string_view text) {
             part += '-';
     }
     // However long a number is, its account's name stands in every entry.
-    if (part.size() > longest) part = part.substr(0, longest) + Digest().add(text).text();
+    if (part.size() > longest) {
+        part.resize(longest);
+        part += Digest().add(text).text();
+    }
     while (part.ends_with('-')) part.pop_back();
     if (!part.empty() && isSmallLetter(part.front()))
         part.front() = static_cast<char>(part.front() - 'a' + 'A');

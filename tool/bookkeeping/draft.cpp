@@ -43,7 +43,8 @@ bool isPlain(const DraftEntry& draft) {
 using Ends = std::unordered_map<std::string, std::vector<std::size_t>>;
 
 /// The only entry that can be the other end.
-std::optional<std::size_t> otherEnd(const std::vector<DraftEntry>& drafts, const Ends& ends,
+std::optional<std::size_t> otherEnd(const std::vector<DraftEntry>& drafts,
+                                    const std::vector<DraftAccount>& accounts, const Ends& ends,
                                     std::size_t place) {
     const DraftEntry& draft = drafts[place];
     const auto wanted = isPlain(draft) ? otherEndOf(draft) : std::nullopt;
@@ -52,7 +53,8 @@ std::optional<std::size_t> otherEnd(const std::vector<DraftEntry>& drafts, const
     const auto found = ends.find(keyOfEnd(wanted->number, draft, amount));
     if (found == ends.end() || found->second.size() != 1) return std::nullopt;
     const DraftEntry& other = drafts[found->second.front()];
-    const bool isBankOther = !wanted->bank.empty() && !other.bank.empty() && wanted->bank != other.bank;
+    const std::string& bank = accounts[other.account].bank;
+    const bool isBankOther = !wanted->bank.empty() && !bank.empty() && wanted->bank != bank;
     if (other.account == draft.account || isBankOther || amount.isZero()) return std::nullopt;
     return found->second.front();
 }
@@ -72,16 +74,17 @@ bool isUnknown(const std::string& account, const AccountMap& map) {
 
 }  // namespace
 
-void pairTransfers(std::vector<DraftEntry>& drafts) {
+void pairTransfers(std::vector<DraftEntry>& drafts, const std::vector<DraftAccount>& accounts) {
     Ends ends;
-    for (std::size_t i = 0; i < drafts.size(); ++i)
-        if (isPlain(drafts[i]) && !drafts[i].number.empty())
-            ends[keyOfEnd(drafts[i].number, drafts[i], drafts[i].entry.postings.front().quantity)].push_back(
-                i);
+    for (std::size_t i = 0; i < drafts.size(); ++i) {
+        const std::string& number = accounts[drafts[i].account].number;
+        if (isPlain(drafts[i]) && !number.empty())
+            ends[keyOfEnd(number, drafts[i], drafts[i].entry.postings.front().quantity)].push_back(i);
+    }
     std::vector<std::optional<std::size_t>> claims;
     std::vector<std::size_t> claimed(drafts.size());
     for (std::size_t i = 0; i < drafts.size(); ++i) {
-        claims.push_back(otherEnd(drafts, ends, i));
+        claims.push_back(otherEnd(drafts, accounts, ends, i));
         if (claims.back()) ++claimed[*claims.back()];
     }
     for (std::size_t i = 0; i < drafts.size(); ++i) {

@@ -18,14 +18,18 @@ namespace tool {
 
 class AccountMap;
 
+/// An account of documents, by what transfers call it.
+struct DraftAccount {
+    std::string bank;
+    std::string number;  ///< "" for one that takes no part in transfers
+};
+
 /// An entry of which the first posting is that of the account it is from.
 struct DraftEntry {
     BookEntry entry;
-    std::size_t account = 0;  ///< a number for each account
+    std::size_t account = 0;  ///< in Drafts::accounts
     /// Of a bank or card account; null for others. The other parties decide what is a transfer.
     const brackwell::TvOFXStatementTransaction* transaction = nullptr;
-    std::string bank;                    ///< of its account
-    std::string number;                  ///< of its account
     std::optional<std::size_t> partner;  ///< the entry that says the same of the other account
     bool isLeftOut = false;
 };
@@ -33,7 +37,7 @@ struct DraftEntry {
 /// Finds the entries that are the two ends of one transfer: one names the account of the other, and they are
 /// of the same day and of opposite amounts in one currency, and no other two could be meant. Everything else
 /// stays as it is.
-void pairTransfers(std::vector<DraftEntry>& drafts);
+void pairTransfers(std::vector<DraftEntry>& drafts, const std::vector<DraftAccount>& accounts);
 
 /// Makes one entry of two that are partners, or lets the one of them that is not in a journal end in the
 /// account of transfers, where its partner ends, too. Entries that are not needed are left out.

@@ -126,25 +126,30 @@ bool KnownJournal::takeIdentity(std::string_view text) {
     const std::size_t colon = text.find(':');
     if (colon == text.npos) return false;
     const std::string_view name = text.substr(0, colon);
-    if (name != kIdentifierName && name != kDigestName) return false;
+    if (name != kIdentifierName && name != kDigestName && name != kOpeningName) return false;
     std::string_view value = withoutBlanks(text.substr(colon + 1));
     if (value.starts_with('"')) value.remove_prefix(1);
     value = textUntil(value, "\" \t,;");
-    if (!value.empty()) ++(name == kDigestName ? digests_ : identifiers_)[std::string(value)];
+    if (name == kOpeningName)
+        openings_[account_] = value;
+    else if (!value.empty())
+        ++(name == kDigestName ? digests_ : identifiers_)[std::string(value)];
     return true;
 }
 
 void KnownJournal::takePosting(std::string_view line) {
-    // A comment after the posting, as programs print it; what stands in quotes is none.
     const std::size_t comment = line.find(';');
-    if (comment != line.npos && line.substr(0, comment).find('"') == line.npos)
-        takeIdentity(withoutBlanks(line.substr(comment + 1)));
+    const bool hasComment = comment != line.npos && line.substr(0, comment).find('"') == line.npos;
+    const std::string_view commentText = hasComment ? withoutBlanks(line.substr(comment + 1)) : "";
     if (line.starts_with("* ") || line.starts_with("! ")) line = withoutBlanks(line.substr(1));
     std::string_view name = nameUntilTwoBlanks(line);
     if ((name.starts_with('(') && name.ends_with(')')) || (name.starts_with('[') && name.ends_with(']')))
         name = name.substr(1, name.size() - 2);
     used_.emplace(name);
     used_.emplace(textUntil(line, kBlankMarks));
+    account_ = name;
+    // A comment after the posting, as programs print it; what stands in quotes is none.
+    takeIdentity(commentText);
 }
 
 void KnownJournal::takeDirective(std::string_view line) {
@@ -176,6 +181,11 @@ bool KnownJournal::takeIdentifier(const BookIdentity& identity) {
     if (identity.identifier.empty() || found == identifiers_.end() || found->second == 0) return false;
     --found->second;
     return true;
+}
+
+std::string KnownJournal::openingDay(std::string_view account) const {
+    const auto found = openings_.find(account);
+    return found == openings_.end() ? std::string() : found->second;
 }
 
 bool KnownJournal::hasPrice(std::string_view line) const { return prices_.contains(visibleText(line)); }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -30,6 +31,9 @@ public:
     bool uses(std::string_view account) const { return used_.contains(account); }
     /// True when a directive opens the account, or declares the account or the commodity.
     bool declares(std::string_view name) const { return declared_.contains(name); }
+    /// The day of the opening balance that an account has; "" when it has none from the tool.
+    std::string openingDay(std::string_view account) const;
+
     /// True when it has this line, but for blanks.
     bool hasPrice(std::string_view line) const;
 
@@ -46,6 +50,8 @@ private:
     std::set<std::string, std::less<>> used_;
     std::set<std::string, std::less<>> declared_;
     std::set<std::string, std::less<>> prices_;
+    std::map<std::string, std::string, std::less<>> openings_;  ///< days by account
+    std::string account_;                                       ///< of the last posting
 };
 
 }  // namespace tool
