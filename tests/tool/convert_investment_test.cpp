@@ -160,7 +160,9 @@ TEST_CASE("an investment transaction that moves nothing, or on no day, is a comm
             CAPTURE(transaction);
             const std::string journal = journalOfDocument(format, investing(transaction));
             CHECK(contains(journal, "\n; 2024-02-15 "));
-            CHECK(contains(journal, ", without a day, or without units and money\n;   fiTransactionID: 1\n"));
+            CHECK(contains(journal,
+                           ", without a day, or without units and money that journals can have\n;   "
+                           "fiTransactionID: 1\n"));
             CHECK(contains(journal, ";   memo: note\n"));
         }
     const std::string dayless = "<INCOME><INVTRAN><FITID>1</INVTRAN><INCOMETYPE>DIV<TOTAL>5</INCOME>";

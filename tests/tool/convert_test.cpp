@@ -162,6 +162,31 @@ TEST_CASE("what has no amount or no day is a comment, unless its statement tells
     CHECK(lines[1] == "    ; datePosted: none");
 }
 
+TEST_CASE("numbers that some program would round are comments") {
+    struct Row {
+        const char* amount;
+        bool isBooked;
+    };
+    for (const Row& row : {Row{"-999999999999999.99", true}, Row{"-0.00000000000000000000001", true},
+                           Row{"1000000000000000", false}, Row{"1.000000000000000000000001", false}}) {
+        CAPTURE(row.amount);
+        const std::string amount = row.amount;
+        const std::string document =
+            statementWith("<BANKTRANLIST><STMTTRN><DTPOSTED>20240305<TRNAMT>" + amount +
+                          "<FITID>1<NAME>Cafe</STMTTRN></BANKTRANLIST>" + "<LEDGERBAL><BALAMT>" + amount +
+                          "<DTASOF>20240305</LEDGERBAL>");
+        for (const std::string& format : kBookFormats) {
+            const std::string journal = journalOfDocument(format, document);
+            CHECK(contains(journal, "; 2024-03-05 A transaction with more digits than journals have\n") !=
+                  row.isBooked);
+            CHECK(contains(journal, "; 2024-03-05 A balance with more digits than journals have\n") !=
+                  row.isBooked);
+            CHECK(contains(journal, amount));
+            if (hasBookProgram(format)) CHECK(complaintsAbout(format, journal) == "");
+        }
+    }
+}
+
 TEST_CASE("amounts in another currency are converted, and their other end is what was paid") {
     const std::string rated = entry("<NAME>Cafe<CURRENCY><CURRATE>1.1111<CURSYM>CHF</CURRENCY>");
     CHECK(entryOf("hledger", rated, "Cafe") == Lines{"2024-03-05 * Cafe", "    ; transactionType: POS",

@@ -41,6 +41,12 @@ public:
     /// A balance of a day, in a statement of which the transactions end on another one. Where that is long
     /// before, those of other statements are needed, too.
     void add(BookBalance balance, Date date, std::optional<Date> end) {
+        if (!isBookable(balance.amount)) {
+            BookRemark remark{
+                balance.day, "A balance with more digits than journals have", {}, std::move(balance.facts)};
+            remark.facts.push_back({"balance", withCurrency(balance.amount.toString(), balance.commodity)});
+            return add(std::move(remark));
+        }
         const bool isLate = end && std::chrono::floor<std::chrono::days>(date) - std::chrono::days(1) >
                                        std::chrono::floor<std::chrono::days>(*end);
         balance.isCovered = coverage_.covers(isLate ? *end : date, date);
@@ -225,6 +231,11 @@ std::vector<BookFact> factsOf(const Position& position) {
     return facts;
 }
 
+std::optional<Decimal> bookablePrice(const Position& position, const std::optional<Security>& security) {
+    const auto price = pricePerUnit(position, security);
+    return price && isBookable(*price) ? price : std::nullopt;
+}
+
 /// The positions of a statement by commodity, since one may be held in several sub-accounts, and their
 /// prices.
 void addPositions(Drafts& drafts, Sayings& sayings, const InvestmentSource& source, const BookBalance& plain,
@@ -245,7 +256,7 @@ void addPositions(Drafts& drafts, Sayings& sayings, const InvestmentSource& sour
         const auto sum = balance.amount.plus(heldUnits(position));
         if (sum) balance.amount = *sum;
         balance.facts.insert(balance.facts.end(), facts.begin(), facts.end());
-        const auto price = pricePerUnit(position, security);
+        const auto price = bookablePrice(position, security);
         const auto currency = position.currency();
         const std::string day = firstDay({position.priceDate(), source.statement.asOf()});
         if (price && !day.empty())

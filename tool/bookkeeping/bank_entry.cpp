@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -128,6 +129,16 @@ std::string bookDay(std::optional<Date> date) {
     return dayText(date);
 }
 
+bool isBookable(const Decimal& number) {
+    constexpr std::ptrdiff_t most = 24;
+    constexpr std::ptrdiff_t mostBeforePoint = 15;
+    const auto isDigit = [](char c) { return c >= '0' && c <= '9'; };
+    const std::string text = number.toString();
+    const auto point = std::ranges::find(text, '.');
+    return std::count_if(text.begin(), text.end(), isDigit) <= most &&
+           std::count_if(text.begin(), point, isDigit) <= mostBeforePoint;
+}
+
 void addCurrencyFacts(std::vector<BookFact>& facts, const std::optional<TransactionCurrency>& currency) {
     if (!currency) return;
     addFact(facts, currency->isConverted ? "convertedFrom" : "statedIn", OptionalText(currency->symbol));
@@ -139,7 +150,7 @@ std::optional<BookEntry> bankEntry(const TvOFXStatementTransaction& transaction,
     BookEntry entry;
     entry.day = bookDay(transaction.datePosted());
     if (entry.day.empty() && !transaction.datePosted()) entry.day = account.defaultDay;
-    if (!transaction.amount() || entry.day.empty()) return std::nullopt;
+    if (!transaction.amount() || entry.day.empty() || !isBookable(*transaction.amount())) return std::nullopt;
     entry.payee = visibleText(payeeOf(transaction).value_or(""));
     entry.memo = visibleText(transaction.memo().value_or(""));
     entry.code = visibleText(transaction.checkOrReferenceNumber().value_or(""));
@@ -155,7 +166,10 @@ BookRemark bankRemark(const TvOFXStatementTransaction& transaction, const BookId
     BookRemark remark;
     remark.day = dayText(transaction.datePosted());
     remark.identity = identity;
-    remark.text = std::string("A transaction without ") + (transaction.amount() ? "a day" : "an amount");
+    const bool isTooLong = transaction.amount() && !isBookable(*transaction.amount());
+    remark.text =
+        isTooLong ? "A transaction with more digits than journals have"
+                  : std::string("A transaction without ") + (transaction.amount() ? "a day" : "an amount");
     if (transaction.amount()) remark.facts.push_back({"amount", transaction.amount()->toString()});
     addFact(remark.facts, "payeeName", payeeOf(transaction));
     addFact(remark.facts, "memo", transaction.memo());

@@ -29,8 +29,8 @@ struct BookedAccount {
 };
 
 /// A bank or card transaction as an entry with two postings, the first of which is its account's; nothing
-/// when it has no amount or no day, or one that no format has. An amount in another currency is converted
-/// where its rate is given, and the other posting has it as it was.
+/// when it has no amount or no day, or one that some format does not have. An amount in another currency is
+/// converted where its rate is given, and the other posting has it as it was.
 std::optional<BookEntry> bankEntry(const brackwell::TvOFXStatementTransaction& transaction,
                                    const BookedAccount& account, const BookIdentity& identity,
                                    const BookContext& context);
@@ -40,6 +40,9 @@ BookRemark bankRemark(const brackwell::TvOFXStatementTransaction& transaction, c
 
 /// A day that all formats have, from the year 1400 on; "" for others and for nothing.
 std::string bookDay(std::optional<brackwell::Date> date);
+
+/// True for a number that all formats add up exactly: of at most 24 digits, 15 of them before the point.
+bool isBookable(const brackwell::Decimal& number);
 
 /// What a currency beside an amount says.
 void addCurrencyFacts(std::vector<BookFact>& facts,

@@ -214,8 +214,16 @@ void BookMaker::declareAccounts() {
 }
 
 void BookMaker::declareCommodities() {
+    std::set<std::string> used;
+    for (const auto* entries : {&book_.openings, &book_.entries})
+        for (const BookEntry& entry : *entries)
+            for (const Posting& posting : entry.postings)
+                used.insert({posting.commodity, posting.costCommodity});
+    for (const BookBalance& balance : book_.balances) used.insert(balance.commodity);
+    for (const BookPrice& price : book_.prices) used.insert(price.currency);
     for (BookCommodity& commodity : commodities_.all()) {
         book_.decimals.emplace(commodity.name, commodity.decimals);
+        if (commodity.isCurrency && !used.contains(commodity.name)) continue;
         if (!journal_.declares(commodity.name)) book_.commodities.push_back(std::move(commodity));
     }
 }

@@ -36,7 +36,7 @@ std::string keyOfEnd(const std::string& number, const DraftEntry& draft, const D
 }
 
 /// Two ends that have the same counter account are no conversion.
-bool isPlain(const DraftEntry& draft) {
+bool mayBeTransfer(const DraftEntry& draft) {
     return draft.transaction != nullptr && !draft.entry.postings.back().cost;
 }
 
@@ -47,7 +47,7 @@ std::optional<std::size_t> otherEnd(const std::vector<DraftEntry>& drafts,
                                     const std::vector<DraftAccount>& accounts, const Ends& ends,
                                     std::size_t place) {
     const DraftEntry& draft = drafts[place];
-    const auto wanted = isPlain(draft) ? otherEndOf(draft) : std::nullopt;
+    const auto wanted = mayBeTransfer(draft) ? otherEndOf(draft) : std::nullopt;
     if (!wanted || wanted->number.empty()) return std::nullopt;
     const Decimal amount = draft.entry.postings.front().quantity.negated();
     const auto found = ends.find(keyOfEnd(wanted->number, draft, amount));
@@ -78,7 +78,7 @@ void pairTransfers(std::vector<DraftEntry>& drafts, const std::vector<DraftAccou
     Ends ends;
     for (std::size_t i = 0; i < drafts.size(); ++i) {
         const std::string& number = accounts[drafts[i].account].number;
-        if (isPlain(drafts[i]) && !number.empty())
+        if (mayBeTransfer(drafts[i]) && !number.empty())
             ends[keyOfEnd(number, drafts[i], drafts[i].entry.postings.front().quantity)].push_back(i);
     }
     std::vector<std::optional<std::size_t>> claims;

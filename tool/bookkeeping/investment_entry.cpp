@@ -259,6 +259,10 @@ std::vector<BookFact> factsOf(const InvestmentTransaction& transaction, bool isW
     return facts;
 }
 
+bool isBookablePosting(const Posting& posting) {
+    return isBookable(posting.quantity) && (!posting.cost || isBookable(*posting.cost));
+}
+
 std::string commodityOfAmounts(const InvestmentTransaction& transaction, const BookedAccount& account,
                                const BookContext& context) {
     const auto currency = transaction.currency();
@@ -289,7 +293,8 @@ std::optional<BookEntry> investmentEntry(const InvestmentTransaction& transactio
         context.commodities.security(transaction.securityID(), transaction.securityIDType(), security),
         commodityOfAmounts(transaction, account, context)};
     entry.postings = kMakers[static_cast<std::size_t>(transaction.kind())](source);
-    if (entry.postings.empty()) return std::nullopt;
+    if (entry.postings.empty() || !std::ranges::all_of(entry.postings, isBookablePosting))
+        return std::nullopt;
     const std::string_view name = nameOf(security, transaction.securityID());
     entry.payee = visibleText(kindInWords(transaction) + " " + std::string(name));
     entry.memo = visibleText(transaction.memo().value_or(""));
@@ -305,7 +310,8 @@ BookRemark investmentRemark(const InvestmentTransaction& transaction, const Book
     BookRemark remark;
     remark.day = dayText(dateOf(transaction));
     remark.identity = identity;
-    remark.text = kindInWords(transaction) + ", without a day, or without units and money";
+    remark.text =
+        kindInWords(transaction) + ", without a day, or without units and money that journals can have";
     remark.facts = factsOf(transaction, true);
     return remark;
 }

@@ -109,7 +109,7 @@ void declareConvertOptions(CLI::App& command, Options& options) {
         "--no-assertions", [&request] { request.hasAssertions = false; }, "Balances as comments only");
 }
 
-bool isSameFile(const std::string& a, const std::string& b) {
+bool areOneFile(const std::string& a, const std::string& b) {
     std::error_code unknown;
     return std::filesystem::equivalent(a, b, unknown);
 }
@@ -119,10 +119,10 @@ void checkConvertTargets(const Options& options) {
     if (!options.outputFile) return;
     const ConvertRequest& request = options.convert;
     for (const std::string& journal : request.journals)
-        if (isSameFile(journal, *options.outputFile))
+        if (areOneFile(journal, *options.outputFile))
             throw CLI::ValidationError(
                 "--output", *options.outputFile + " is also a journal of --unless; append to it with >>");
-    if (request.accountMap && isSameFile(*request.accountMap, *options.outputFile))
+    if (request.accountMap && areOneFile(*request.accountMap, *options.outputFile))
         throw CLI::ValidationError("--output", *options.outputFile + " is also the file of --accounts");
 }
 
