@@ -82,10 +82,10 @@ bool runConvert(Run& run) {
 // Options
 
 const std::map<std::string, BookFormat>& bookFormats() {
-    static const std::map<std::string, BookFormat> formats{{"hledger", BookFormat::hledger},
-                                                           {"ledger", BookFormat::ledger},
-                                                           {"beancount", BookFormat::beancount}};
-    return formats;
+    static const std::map<std::string, BookFormat> kFormats{{"hledger", BookFormat::hledger},
+                                                            {"ledger", BookFormat::ledger},
+                                                            {"beancount", BookFormat::beancount}};
+    return kFormats;
 }
 
 void declareConvertOptions(CLI::App& command, Options& options) {
