@@ -30,12 +30,11 @@ nb::object momentToPython(Date moment) {
     static Imported timezone("datetime", "timezone");
     static nb::handle utc = nb::getattr(*timezone, "utc").release();
     const auto days = std::chrono::floor<std::chrono::days>(moment);
-    const std::chrono::year_month_day day(days);
-    if (!day.ok() || day.year() < std::chrono::year(1) || day.year() > std::chrono::year(9999))
-        return nb::none();
+    const auto day = dayOf(moment);
+    if (!day) return nb::none();
     const std::chrono::hh_mm_ss time(moment - days);
-    return (*datetime)(static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
-                       static_cast<unsigned>(day.day()), time.hours().count(), time.minutes().count(),
+    return (*datetime)(static_cast<int>(day->year()), static_cast<unsigned>(day->month()),
+                       static_cast<unsigned>(day->day()), time.hours().count(), time.minutes().count(),
                        time.seconds().count(), time.subseconds().count() * 1000, utc);
 }
 
@@ -52,6 +51,14 @@ struct ToPython {
 };
 
 }  // namespace
+
+std::optional<std::chrono::year_month_day> dayOf(std::optional<Date> moment) {
+    if (!moment) return std::nullopt;
+    const std::chrono::year_month_day day(std::chrono::floor<std::chrono::days>(*moment));
+    if (!day.ok() || day.year() < std::chrono::year(1) || day.year() > std::chrono::year(9999))
+        return std::nullopt;
+    return day;
+}
 
 nb::object toPython(const Cell& cell) { return std::visit(ToPython(), cell); }
 

@@ -10,6 +10,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
@@ -34,6 +35,9 @@ enum class Kind : std::uint8_t { text, amount, day, moment, flag, integer, word,
 /// One value; monostate where the document has none. A view is valid as long as the object that was asked.
 using Cell = std::variant<std::monostate, std::string_view, std::string, Decimal, std::chrono::year_month_day,
                           Date, bool, std::int64_t, Word>;
+
+/// The day of a moment, in UTC; nothing outside of the years 1 to 9999.
+std::optional<std::chrono::year_month_day> dayOf(std::optional<Date> moment);
 
 /// The value as Python has it: str, decimal.Decimal, datetime.date, an aware datetime.datetime in UTC, bool,
 /// int, a member of an enumeration, or None. A moment outside of the years 1 to 9999, which datetime does not

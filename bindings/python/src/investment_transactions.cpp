@@ -16,12 +16,7 @@ namespace brackwell::python {
 namespace {
 
 std::optional<std::chrono::year_month_day> dayOfTrade(const InvestmentTransaction& transaction) {
-    const auto date = transaction.tradeDate();
-    if (!date) return std::nullopt;
-    const std::chrono::year_month_day day(std::chrono::floor<std::chrono::days>(*date));
-    if (!day.ok() || day.year() < std::chrono::year(1) || day.year() > std::chrono::year(9999))
-        return std::nullopt;
-    return day;
+    return dayOf(transaction.tradeDate());
 }
 
 }  // namespace

@@ -52,42 +52,44 @@ struct List {
 template <class T>
 class ListTable final : public Table {
 public:
-    explicit ListTable(List<T> list) : list_(std::move(list)) {
-        for (const SharedColumn& shared : list_.shared) columns_.push_back(shared.column);
+    /// Holds every object, since a column is asked for after the other and each would be made as often.
+    explicit ListTable(const List<T>& list) : shared_(list.shared), ends_(list.ends) {
+        for (const SharedColumn& shared : shared_) columns_.push_back(shared.column);
         for (const Field<T>& field : fieldsOf<T>()) {
             if (!field.isColumn()) continue;
             fields_.push_back(&field);
             columns_.push_back({field.name, field.kind});
         }
+        objects_.reserve(list.size());
+        for (std::size_t part = 0; part < ends_.size(); ++part)
+            for (std::size_t i = 0; i < ends_[part] - list.begin(part); ++i)
+                objects_.push_back(list.at(part, i));
     }
-    std::size_t rowCount() const override { return list_.size(); }
+    std::size_t rowCount() const override { return objects_.size(); }
     const std::vector<Column>& columns() const override { return columns_; }
     void eachCell(std::size_t column, std::size_t begin, std::size_t end,
                   const std::function<void(const Cell&)>& take) const override {
-        const std::size_t shared = list_.shared.size();
-        for (std::size_t part = 0; part < list_.ends.size() && begin < end; ++part) {
-            const std::size_t first = list_.begin(part);
-            const std::size_t last = std::min(end, list_.ends[part]);
-            if (begin >= last) continue;
-            const Cell same = column < shared ? list_.shared[column].cell(part) : Cell();
-            for (; begin < last; ++begin) {
-                if (column < shared)
-                    take(same);
-                else
-                    takeField(*fields_[column - shared], list_.at(part, begin - first), take);
-            }
-        }
+        if (column < shared_.size()) return eachShared(shared_[column], begin, end, take);
+        const Field<T>& field = *fields_[column - shared_.size()];
+        for (; begin < end; ++begin) take(field.cell(HandleOf<T>::object(objects_[begin])));
     }
 
 private:
-    static void takeField(const Field<T>& field, const Handle<T>& handle,
-                          const std::function<void(const Cell&)>& take) {
-        take(field.cell(HandleOf<T>::object(handle)));
+    void eachShared(const SharedColumn& shared, std::size_t begin, std::size_t end,
+                    const std::function<void(const Cell&)>& take) const {
+        for (std::size_t part = 0; part < ends_.size() && begin < end; ++part) {
+            const std::size_t last = std::min(end, ends_[part]);
+            if (begin >= last) continue;
+            const Cell same = shared.cell(part);
+            for (; begin < last; ++begin) take(same);
+        }
     }
 
-    List<T> list_;
+    std::vector<SharedColumn> shared_;
+    std::vector<std::size_t> ends_;
     std::vector<const Field<T>*> fields_;
     std::vector<Column> columns_;
+    std::vector<Handle<T>> objects_;
 };
 
 template <class T>

@@ -79,7 +79,7 @@ OptionalText nameOfPayee(const Transaction& transaction) {
 std::vector<Field<Transaction>> transactionFields() {
     std::vector<Field<Transaction>> fields;
     fields.push_back(field<Transaction>(
-                         "date", [](const Transaction& object) { return object.dayPosted(); },
+                         "date", [](const Transaction& object) { return dayOf(object.datePosted()); },
                          "The day on which it was booked, that of date_posted.")
                          .with(Use::derived));
     for (const Transaction::Field& each : Transaction::fields()) fields.push_back(fieldOf(each));
