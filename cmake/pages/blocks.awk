@@ -58,7 +58,8 @@ inside && /^```$/ {
     else if (language == "text" && code) expect(block)
     else if (language == "console") write_session()
     else if (language == "cmake") write_project()
-    else if (language != "mermaid") fail("no rule for a block of \"" language "\" here")
+    # Sessions of Python are run by the tests of the package.
+    else if (language != "mermaid" && language != "pycon") fail("no rule for a block of \"" language "\" here")
     next
 }
 inside { block = block $0 "\n" }
