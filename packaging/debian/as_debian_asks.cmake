@@ -3,7 +3,8 @@
 # Programs and libraries are without what only debuggers and the curious read.
 file(GLOB binaries ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/usr/bin/*)
 file(GLOB_RECURSE libraries ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/*/libbrackwell.so.*)
-foreach(file ${binaries} ${libraries})
+file(GLOB_RECURSE extensions ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/python/*/_core.*.so)
+foreach(file ${binaries} ${libraries} ${extensions})
     if(NOT IS_SYMLINK ${file})
         execute_process(
             COMMAND strip --strip-unneeded --remove-section=.comment --remove-section=.note ${file}
