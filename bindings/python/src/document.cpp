@@ -157,6 +157,9 @@ void bindContent(Bound& bound) {
     bindLists<Security>(bound, "securities", securitiesOf, "The securities that the document brings along.");
     bindLists<Finding>(bound, "findings", findingsOf,
                        "What the document holds that is not delivered, or not surely.");
+}
+
+void bindSmallerParts(Bound& bound) {
     bound
         .def_prop_ro(
             "listed_accounts",
@@ -217,7 +220,7 @@ void bindSource(Bound& bound) {
             "the two names no type, the identifier alone decides.");
 }
 
-void bindObject(Bound& bound) {
+void bindTables(Bound& bound) {
     const auto transactions = [](const std::shared_ptr<Document>& self) {
         return nb::cast(transactionsOf(self));
     };
@@ -241,7 +244,11 @@ void bindObject(Bound& bound) {
             [transactions](const std::shared_ptr<Document>& self) {
                 return transactions(self).attr("__arrow_c_schema__")();
             },
-            nb::sig("def __arrow_c_schema__(self, /) -> object"), "The schema of that table.")
+            nb::sig("def __arrow_c_schema__(self, /) -> object"), "The schema of that table.");
+}
+
+void bindObject(Bound& bound) {
+    bound
         .def(
             "__eq__",
             [](const Document& self, nb::handle other) -> nb::object {
@@ -269,7 +276,9 @@ void bindDocument(nb::module_& module) {
         module, "Document",
         "An opened file: all that its documents hold. Everything that is taken from it keeps it alive.");
     bindContent(bound);
+    bindSmallerParts(bound);
     bindSource(bound);
+    bindTables(bound);
     bindObject(bound);
 
     nb::class_<OpenOptions>(module, "Options",
