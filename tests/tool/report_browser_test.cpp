@@ -1,62 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <algorithm>
 
+#include "tool/browser.h"
 #include "tool/report.h"
 
 using namespace brackwell::tests;
 
 namespace {
-
-/// False on a machine without a browser; ctest knows the message and counts the test as skipped.
-bool hasBrowser() {
-    const bool isThere = !std::string_view(BRACKWELL_CHROMIUM).empty();
-    if (!isThere) MESSAGE("skipped: no Chromium was found to show pages in");
-    return isThere;
-}
-
-/// What a browser makes of a page.
-struct Shown {
-    std::string page;                   ///< as it is once the script has run
-    std::string console;                ///< what the page's console says
-    std::vector<std::string> requests;  ///< the addresses that the page asked for
-};
-
-/// The addresses in a browser's log of its network that were asked for by a page. What the browser itself
-/// wants to know, such as whether there is a newer one, has no origin.
-std::vector<std::string> requestsIn(const std::string& log) {
-    const std::string before = "\"url\":\"";
-    std::vector<std::string> found;
-    for (const std::string& line : linesOf(log)) {
-        if (!contains(line, "\"initiator\":\"") || contains(line, "\"initiator\":\"not an origin\""))
-            continue;
-        const std::size_t start = line.find(before) + before.size();
-        found.push_back(line.substr(start, line.find('"', start) - start));
-    }
-    return found;
-}
-
-/// Shows a page in a browser that reaches no host, with a filter in its address.
-Shown show(const std::string& page, const std::string& filter, int width = 800) {
-    const TemporaryFolder folder;
-    const std::string path = folder.file("report.html", page);
-    const std::string network = folder.path("network.json");
-    Command browser{{BRACKWELL_CHROMIUM, "--headless=new", "--no-sandbox", "--disable-gpu",
-                     "--disable-extensions", "--disable-background-networking", "--disable-component-update",
-                     "--no-first-run", "--disable-dev-shm-usage", "--host-resolver-rules=MAP * ~NOTFOUND",
-                     "--window-size=" + std::to_string(width) + ",600",
-                     "--user-data-dir=" + folder.path("profile"), "--log-net-log=" + network,
-                     "--enable-logging=stderr", "--dump-dom", "file://" + path + filter}};
-    browser.environment = {{"HOME", folder.path()}};
-    const Finished finished = run(browser);
-    CHECK(finished.status == 0);
-    Shown shown{finished.output, {}, {}};
-    for (const std::string& line : linesOf(finished.error))
-        if (contains(line, "CONSOLE")) shown.console += line + "\n";
-    const std::string log = folder.read("network.json");
-    CHECK(contains(log, "\"events\""));
-    shown.requests = requestsIn(log);
-    return shown;
-}
 
 /// The descriptions of the rows that a browser shows.
 std::vector<std::string> rowsOf(const std::string& page) {
@@ -90,18 +40,13 @@ const std::string kPage = [] {
         .output;
 }();
 
-std::string withoutPolicy(std::string page) {
-    const std::size_t policy = page.find("<meta http-equiv");
-    return page.erase(policy, page.find("/>", policy) + 2 - policy);
-}
-
 using Names = std::vector<std::string>;
 
 }  // namespace
 
 TEST_CASE("a browser runs the page's script, says nothing against it, and asks nobody for anything") {
     if (!hasBrowser()) return;
-    const Shown shown = show(kPage, "");
+    const Shown shown = shownInBrowser(kPage, "");
     CHECK(shown.console == "");
     CHECK(shown.requests == Names{});
     CHECK(rowsOf(shown.page).size() == 5);
@@ -127,7 +72,7 @@ TEST_CASE("the filter in a page's address hides rows and adds up the others") {
                            {"Salary", "COFFEE and cake", "Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;",
                             "Coffee Pier", "Undated"}}}) {
         CAPTURE(row.filter);
-        const Shown shown = show(kPage, row.filter);
+        const Shown shown = shownInBrowser(kPage, row.filter);
         CHECK(rowsOf(shown.page) == row.rows);
         CHECK(foundLine(shown.page).starts_with(std::to_string(row.rows.size()) + " of 5 shown"));
         CHECK(shown.console == "");
@@ -139,14 +84,14 @@ TEST_CASE("a browser refuses whatever else gets into a page") {
     std::string page = kPage;
     page.insert(page.find("</main>"),
                 "<script>document.title = 'run'</script><img src=\"http://nowhere.invalid/picture.png\"/>");
-    const Shown refused = show(page, "");
+    const Shown refused = shownInBrowser(page, "");
     CHECK(contains(refused.page, "<title>Account report</title>"));
     CHECK(contains(refused.console, "Content Security Policy"));
     CHECK(refused.requests == Names{});
     CHECK(rowsOf(refused.page).size() == 5);
 
     // It is the page's policy that does it.
-    const Shown allowed = show(withoutPolicy(page), "");
+    const Shown allowed = shownInBrowser(withoutPolicy(page), "");
     CHECK(contains(allowed.page, "<title>run</title>"));
     CHECK(allowed.requests == Names{"http://nowhere.invalid/picture.png"});
 }
@@ -164,6 +109,6 @@ TEST_CASE("long amounts stay in their table, on a wide page and on a narrow one"
                 "document.title = cells.length + ' cells, outside: ' + outside.length;\n</script>");
     for (const int width : {1200, 500}) {
         CAPTURE(width);
-        CHECK(contains(show(page, "", width).page, "<title>20 cells, outside: 0</title>"));
+        CHECK(contains(shownInBrowser(page, "", width).page, "<title>20 cells, outside: 0</title>"));
     }
 }

@@ -53,6 +53,55 @@ TEST_CASE("a number stands in full only where that is asked for") {
     CHECK(contains(outputOf({"report", "--full"}, document), "Checking account 0012345678"));
 }
 
+TEST_CASE("no two accounts have the same name") {
+    struct Row {
+        const char* about;
+        std::string document;
+        std::vector<std::string> names;
+    };
+    const std::string day = transaction("20240101", "1");
+    const std::string listed =
+        "<SIGNUPMSGSRSV1><ACCTINFOTRNRS><ACCTINFORS><ACCTINFO><DESC>Everyday 0011112222<BANKACCTINFO>"
+        "<BANKACCTFROM><BANKID>1<ACCTID>0011112222<ACCTTYPE>CHECKING</BANKACCTFROM></BANKACCTINFO></ACCTINFO>"
+        "</ACCTINFORS></ACCTINFOTRNRS></SIGNUPMSGSRSV1>";
+    for (const Row& row : std::vector<Row>{
+             {"other numbers",
+              bankDocument(statement("0011112222", "EUR", day) + statement("0011113333", "EUR", day)),
+              {"Checking account \u2022\u2022 2222", "Checking account \u2022\u2022 3333"}},
+             {"other currencies",
+              bankDocument(statement("0011112222", "EUR", day) + statement("0011112222", "USD", day)),
+              {"Checking account \u2022\u2022 2222, EUR", "Checking account \u2022\u2022 2222, USD"}},
+             {"the same end",
+              bankDocument(statement("0011112222", "EUR", day) + statement("9911112222", "EUR", day)),
+              {"Checking account \u2022\u2022 2222, no. 1", "Checking account \u2022\u2022 2222, no. 2"}},
+             {"a title in an account list",
+              version1(listed + "<BANKMSGSRSV1>" + statement("0011112222", "EUR", day) +
+                       statement("9911112222", "EUR", day) + "</BANKMSGSRSV1>"),
+              {"Everyday \u2022\u2022 2222", "Checking account \u2022\u2022 2222"}}}) {
+        CAPTURE(row.about);
+        const auto rows = reportOf(row.document).rows("overview");
+        std::vector<std::string> names;
+        for (const auto& cells : rows) names.push_back(cells.at(0));
+        CHECK(names == row.names);
+    }
+}
+
+TEST_CASE("accounts of two institutions with one name have their institutions in it") {
+    const auto document = [](const std::string& institution) {
+        return version1("<SIGNONMSGSRSV1><SONRS><FI><ORG>" + institution +
+                        "</FI></SONRS></SIGNONMSGSRSV1><BANKMSGSRSV1>" +
+                        statement(institution + "2222", "EUR", transaction("20240101", "1")) +
+                        "</BANKMSGSRSV1>");
+    };
+    const TemporaryFolder folder;
+    const Finished finished = tool({"report", "-q", folder.file("a.ofx", document("Larkmoor")),
+                                    folder.file("b.ofx", document("Tamarack"))});
+    const auto rows = MarkupPage(finished.output).rows("overview");
+    REQUIRE(rows.size() == 2);
+    CHECK(rows.at(0).at(0) == "Checking account \u2022\u2022 2222, LarkmoorLarkmoor");
+    CHECK(rows.at(1).at(0) == "Checking account \u2022\u2022 2222, TamarackTamarack");
+}
+
 TEST_CASE("several accounts are listed, and summed up by currency") {
     const std::string document = bankDocument(
         statement("1111", "EUR", transaction("20240101", "10.10") + transaction("20240102", "-3"),
@@ -89,6 +138,12 @@ TEST_CASE("a transaction's row has its date, texts and amount") {
     CHECK(rows.at(0) ==
           std::vector<std::string>{"2024-01-31", "BakeryRolls", "DEBIT", "17", "\u22121,234.50"});
     CHECK(page.texts("th", "number") == std::vector<std::string>{"Number"});
+}
+
+TEST_CASE("a memo stands in the place of a payee that is not given") {
+    const std::string page =
+        outputOf({"report"}, transactionsWith(transaction("20240131", "1", "<MEMO>Rolls")));
+    CHECK(contains(page, "<th scope=\"row\">Rolls</th>"));
 }
 
 TEST_CASE("the newest transactions come first unless another order is asked for") {

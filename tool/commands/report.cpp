@@ -15,7 +15,8 @@ bool runReport(Run& run) {
     const bool allRead = readHistory(run, history);
     Report report;
     report.accounts = figuresOf(history, run.options);
-    report.investments = investmentFiguresOf(history.investments(), run.options);
+    report.investments = investmentFiguresOf(history, run.options);
+    distinguishNames(report.accounts, report.investments);
     report.currencies = figuresByCurrency(report.accounts, report.investments);
     report.otherSecurities = history.investments().otherSecurities();
     report.unread = history.unread();

@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <optional>
-#include <string>
 
 namespace tool {
 
@@ -20,8 +19,5 @@ struct Period {
         last = std::max(last.value_or(*date), *date);
     }
 };
-
-/// "2025-01-01 to 2025-01-31"; one day once, and "" for none.
-std::string daysText(const Period& period);
 
 }  // namespace tool

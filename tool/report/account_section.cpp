@@ -25,8 +25,10 @@ constexpr std::size_t kMostGaps = 5;
 void writeHead(HtmlWriter& html, const AccountFigures& figures, std::size_t number) {
     html.write(
         "<section class=\"account\" id=\"account-{}\" aria-labelledby=\"account-title-{}\">\n<header>"
-        "<div><h2 id=\"account-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
-        number, number, number, figures.name(), figures.institution);
+        "<div><h2 id=\"account-title-{}\">",
+        number, number, number);
+    writeName(html, figures.name);
+    html.write("</h2><p><bdi>{}</bdi></p></div>", figures.institution);
     if (figures.ledger)
         html.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Ledger balance {}</p>",
                    amountText(figures.ledger->amount), figures.history->currency,
@@ -50,7 +52,7 @@ void writeFacts(HtmlWriter& html, const AccountFigures& figures) {
                    amountText(figures.available->amount), dayText(figures.available->date));
     if (!figures.transactions.empty()) writeFlowFacts(html, figures.flow);
     writeFact(html, "Transactions", std::to_string(figures.transactions.size()));
-    writeFact(html, "Posted", daysText(postedDays(figures)));
+    writeFact(html, "Posted", postedDays(figures));
     writeFact(html, "Currency", history.currency.empty() ? "not stated" : history.currency);
     if (history.bankAccount) {
         writeFact(html, "Bank", history.bankAccount->bankID());
@@ -81,7 +83,7 @@ void writePlots(HtmlWriter& html, const AccountFigures& figures, std::size_t num
     } else if (!figures.transactions.empty()) {
         html.write("<p class=\"note\">{}</p>\n", figures.balance.obstacle);
     }
-    writeFlowFigure(html, figures.months, figures.name(), figures.history->currency,
+    writeFlowFigure(html, figures.months, figures.name.text(), figures.history->currency,
                     "flow-" + std::to_string(number));
     html.write("</div>\n");
 }

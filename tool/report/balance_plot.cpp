@@ -123,7 +123,7 @@ void writeDescription(HtmlWriter& html, const std::vector<BalancePoint>& points,
                       const AccountFigures& figures, std::string_view id) {
     const std::string& currency = figures.history->currency;
     const auto [low, high] = std::ranges::minmax(points, {}, &BalancePoint::amount);
-    html.write("<title id=\"{}-title\">Balance of {} over time</title>", id, figures.name());
+    html.write("<title id=\"{}-title\">Balance of {} over time</title>", id, figures.name.text());
     html.write("<desc id=\"{}-text\">From {} to {}; lowest {}, highest {}.</desc>", id,
                pointText(points.front(), currency), pointText(points.back(), currency),
                pointText(low, currency), pointText(high, currency));

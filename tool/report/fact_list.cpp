@@ -3,6 +3,7 @@
 
 #include "report/amounts.h"
 #include "report/html_writer.h"
+#include "text/value_text.h"
 
 namespace tool {
 
@@ -11,6 +12,14 @@ using brackwell::OptionalText;
 void writeFact(HtmlWriter& html, std::string_view label, OptionalText text) {
     if (!text || text->empty()) return;
     html.write("<div><dt>{}</dt><dd><bdi>{}</bdi></dd></div>\n", label, *text);
+}
+
+void writeFact(HtmlWriter& html, std::string_view label, const Period& period) {
+    if (!period.first) return;
+    html.write("<div><dt>{}</dt><dd><time>{}</time>", label, dayText(period.first));
+    if (dayText(period.first) != dayText(period.last))
+        html.write(" to <time>{}</time>", dayText(period.last));
+    html.write("</dd></div>\n");
 }
 
 void writeFlowFacts(HtmlWriter& html, const Flow& flow) {

@@ -5,10 +5,12 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "accounts/account_names.h"
+#include "accounts/account_titles.h"
 #include "command_line/options.h"
 #include "history/history.h"
 #include "money/foreign_amount.h"
@@ -65,11 +67,20 @@ void count(AccountFigures& figures, const brackwell::TvOFXStatementTransaction& 
         ++(transaction.amount() ? figures.foreign : figures.withoutAmount);
 }
 
-AccountFigures figuresOfAccount(const AccountHistory& account, const Filter& filter, bool showsFullNumbers) {
+AccountName accountNameOf(const AccountHistory& account, const AccountTitles& titles, bool isFull) {
+    AccountName name{std::string(kindOf(account)), dottedNumber(account.number(), isFull), {}};
+    const auto bank = account.bankAccount ? account.bankAccount->bankID() : std::nullopt;
+    const std::string_view title =
+        account.isCard ? titles.ofCard(account.number()) : titles.ofBank(bank, account.number());
+    name.take(title, account.number().value_or(""));
+    return name;
+}
+
+AccountFigures figuresOfAccount(const AccountHistory& account, const AccountTitles& titles,
+                                const Filter& filter, const Options& options) {
     AccountFigures figures;
     figures.history = &account;
-    figures.kind = kindOf(account);
-    figures.number = dottedNumber(account.number(), showsFullNumbers);
+    figures.name = accountNameOf(account, titles, options.showsFullNumbers);
     figures.institution = account.institution();
     const std::vector<StatedBalance> ledger = ledgerBalances(account);
     figures.ledger = lastOf(ledger);
@@ -122,10 +133,21 @@ std::string dottedNumber(brackwell::OptionalText number, bool isFull) {
 std::vector<AccountFigures> figuresOf(const History& history, const Options& options) {
     Filter filter = options.filter;
     filter.order = Order::document;
+    const AccountTitles titles(history.listed());
     std::vector<AccountFigures> figures;
     for (const AccountHistory& account : history.accounts())
-        figures.push_back(figuresOfAccount(account, filter, options.showsFullNumbers));
+        figures.push_back(figuresOfAccount(account, titles, filter, options));
     return figures;
+}
+
+void distinguishNames(std::vector<AccountFigures>& accounts, std::vector<InvestmentFigures>& investments) {
+    std::vector<NamedAccount> names;
+    for (AccountFigures& account : accounts)
+        names.push_back({&account.name, account.institution, account.history->currency});
+    for (InvestmentFigures& account : investments)
+        names.push_back(
+            {&account.name, std::string(account.account->institution()), account.account->currency});
+    distinguish(names);
 }
 
 std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts,

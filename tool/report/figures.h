@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "report/account_name.h"
 #include "report/balance_course.h"
 #include "report/investment_figures.h"
 
@@ -20,8 +21,7 @@ struct Options;
 /// What a report says of an account.
 struct AccountFigures {
     const AccountHistory* history = nullptr;
-    std::string kind;         ///< "Checking account"
-    std::string number;       ///< masked, unless it is to be shown in full
+    AccountName name;         ///< no other account of the report has the same
     std::string institution;  ///< "" when no file names it
     std::optional<StatedBalance> ledger;
     std::optional<StatedBalance> available;
@@ -33,8 +33,6 @@ struct AccountFigures {
     std::vector<DayFlow> days;
     std::vector<MonthFlow> months;
     BalanceCourse balance;  ///< over all transactions, in the time that is wanted
-
-    std::string name() const { return number.empty() ? kind : kind + " " + number; }
 };
 
 /// All accounts in a currency. Amounts in different currencies are never added.
@@ -54,6 +52,9 @@ struct CurrencyFigures {
 std::string dottedNumber(brackwell::OptionalText number, bool isFull);
 
 std::vector<AccountFigures> figuresOf(const History& history, const Options& options);
+
+/// Makes the names of all accounts different.
+void distinguishNames(std::vector<AccountFigures>& accounts, std::vector<InvestmentFigures>& investments);
 
 /// The currencies in which there are several accounts. Accounts whose currency is not known are in none.
 std::vector<CurrencyFigures> figuresByCurrency(const std::vector<AccountFigures>& accounts,

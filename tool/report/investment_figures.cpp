@@ -3,9 +3,12 @@
 
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <utility>
 
+#include "accounts/account_titles.h"
 #include "command_line/options.h"
+#include "history/history.h"
 #include "investments/security_lookup.h"
 #include "report/figures.h"
 
@@ -86,10 +89,17 @@ void addFlows(InvestmentFigures& figures) {
     figures.months = flowsByMonth(figures.days);
 }
 
-InvestmentFigures figuresOfAccount(const InvestmentAccount& account, const SecurityList& all,
-                                   const Options& options) {
+AccountName investmentNameOf(const InvestmentAccount& account, const AccountTitles& titles, bool isFull) {
+    AccountName name{"Investment account", dottedNumber(account.number, isFull), {}};
+    const std::string_view title = titles.ofInvestment(account.broker, account.number);
+    name.take(title, account.number);
+    return name;
+}
+
+InvestmentFigures figuresOfAccount(const InvestmentAccount& account, const AccountTitles& titles,
+                                   const SecurityList& all, const Options& options) {
     InvestmentFigures figures{&account, account.latest(), {}, {}, {}, {}, {}, {}, {}, {}};
-    figures.number = dottedNumber(account.number, options.showsFullNumbers);
+    figures.name = investmentNameOf(account, titles, options.showsFullNumbers);
     figures.worth = totalWorthOf(figures.latest);
     figures.holdings = holdingsOf(account.latestSource(), options.filter, all);
     figures.trades = tradesOf(account, options.filter, all);
@@ -100,11 +110,12 @@ InvestmentFigures figuresOfAccount(const InvestmentAccount& account, const Secur
 
 }  // namespace
 
-std::vector<InvestmentFigures> investmentFiguresOf(const InvestmentHistory& history, const Options& options) {
-    const SecurityList all(history.securities());
+std::vector<InvestmentFigures> investmentFiguresOf(const History& history, const Options& options) {
+    const SecurityList all(history.investments().securities());
+    const AccountTitles titles(history.listed());
     std::vector<InvestmentFigures> figures;
-    for (const InvestmentAccount& account : history.accounts())
-        figures.push_back(figuresOfAccount(account, all, options));
+    for (const InvestmentAccount& account : history.investments().accounts())
+        figures.push_back(figuresOfAccount(account, titles, all, options));
     return figures;
 }
 

@@ -8,6 +8,7 @@
 
 #include "history/investment_history.h"
 #include "investments/facts.h"
+#include "report/account_name.h"
 #include "report/flow.h"
 
 /// \file
@@ -15,6 +16,7 @@
 
 namespace tool {
 
+class History;
 struct Options;
 
 /// A transaction of an investment account, with what is asked of it again and again.
@@ -45,7 +47,7 @@ struct Income {
 struct InvestmentFigures {
     const InvestmentAccount* account = nullptr;
     brackwell::InvestmentStatement latest;  ///< of the holdings and balances
-    std::string number;                     ///< masked, unless it is to be shown in full
+    AccountName name;                       ///< no other account of the report has the same
     std::optional<Amount> worth;
     std::vector<Holding> holdings;  ///< of the latest statement, those that are wanted
     std::vector<Trade> trades;      ///< those that are wanted, each once, in the order of the files
@@ -53,13 +55,9 @@ struct InvestmentFigures {
     std::vector<DayFlow> days;
     std::vector<MonthFlow> months;
     Income income;
-
-    std::string name() const {
-        return number.empty() ? "Investment account" : "Investment account " + number;
-    }
 };
 
 /// A security is looked up in the document that names it, then in all others.
-std::vector<InvestmentFigures> investmentFiguresOf(const InvestmentHistory& history, const Options& options);
+std::vector<InvestmentFigures> investmentFiguresOf(const History& history, const Options& options);
 
 }  // namespace tool

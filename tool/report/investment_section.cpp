@@ -41,8 +41,10 @@ void writeHead(HtmlWriter& html, const InvestmentFigures& figures, std::size_t p
     html.write(
         "<section class=\"account investment\" id=\"investment-{}\" "
         "aria-labelledby=\"investment-title-{}\">\n<header>"
-        "<div><h2 id=\"investment-title-{}\"><bdi>{}</bdi></h2><p><bdi>{}</bdi></p></div>",
-        place, place, place, figures.name(), figures.account->institution());
+        "<div><h2 id=\"investment-title-{}\">",
+        place, place, place);
+    writeName(html, figures.name);
+    html.write("</h2><p><bdi>{}</bdi></p></div>", figures.account->institution());
     if (figures.worth)
         html.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Holdings and cash{} {}</p>",
                    amountText(*figures.worth), figures.account->currency, marginText(figures.latest),
@@ -86,7 +88,7 @@ void writeFacts(HtmlWriter& html, const InvestmentFigures& figures) {
     writeBalances(html, figures.latest);
     if (!figures.trades.empty()) writeFlowFacts(html, figures.flow);
     writeFact(html, "Transactions", std::to_string(figures.trades.size()));
-    writeFact(html, "Traded", daysText(tradedDays(figures.trades)));
+    writeFact(html, "Traded", tradedDays(figures.trades));
     writeFact(html, "Currency", account.currency.empty() ? "not stated" : account.currency);
     writeFact(html, "Broker", account.broker);
     html.write("</dl>\n");
@@ -183,7 +185,7 @@ void writeIncomeFigure(HtmlWriter& html, const InvestmentFigures& figures, std::
     html.write(
         "<figure><figcaption>Income <span class=\"key\">from securities, with what was "
         "reinvested</span></figcaption>\n");
-    writeIncomePlot(html, figures.income.months, figures.name(), figures.account->currency,
+    writeIncomePlot(html, figures.income.months, figures.name.text(), figures.account->currency,
                     "income-" + std::to_string(place));
     html.write("</figure>\n");
 }

@@ -16,9 +16,10 @@ namespace {
 constexpr const char* kHead =
     "<section aria-labelledby=\"accounts-title\">\n<h2 id=\"accounts-title\">Accounts</h2>\n"
     "<div class=\"scroll\"><table class=\"overview\">\n<thead><tr><th scope=\"col\">Account</th>"
-    "<th scope=\"col\" class=\"amount\">Balance</th><th scope=\"col\" class=\"amount more\">Available</th>"
+    "<th scope=\"col\" class=\"amount\">Balance</th><th scope=\"col\" class=\"amount more "
+    "most\">Available</th>"
     "<th scope=\"col\" class=\"amount more\">In</th><th scope=\"col\" class=\"amount more\">Out</th>"
-    "<th scope=\"col\" class=\"amount more\">Transactions</th></tr></thead>\n";
+    "<th scope=\"col\" class=\"amount more most\">Transactions</th></tr></thead>\n";
 
 /// An amount with its currency and, below, its date.
 void writeBalance(HtmlWriter& html, const std::optional<StatedBalance>& balance, const std::string& currency,
@@ -31,28 +32,30 @@ void writeBalance(HtmlWriter& html, const std::optional<StatedBalance>& balance,
 void writeFlow(HtmlWriter& html, const Flow& flow, std::size_t transactions) {
     html.write(
         "<td class=\"amount more in\">{}</td><td class=\"amount more out\">{}</td>"
-        "<td class=\"amount more\">{}</td></tr>\n",
+        "<td class=\"amount more most\">{}</td></tr>\n",
         signedAmountText(flow.in), amountText(flow.out), transactions);
 }
 
 void writeRow(HtmlWriter& html, const AccountFigures& figures, std::size_t number) {
     const std::string& currency = figures.history->currency;
-    html.write("<tr><th scope=\"row\"><a href=\"#account-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
-               number, figures.name(), figures.institution);
+    html.write("<tr><th scope=\"row\"><a href=\"#account-{}\">", number);
+    writeName(html, figures.name);
+    html.write("</a><small>{}</small></th>", figures.institution);
     writeBalance(html, figures.ledger, currency, "amount");
-    writeBalance(html, figures.available, currency, "amount more");
+    writeBalance(html, figures.available, currency, "amount more most");
     writeFlow(html, figures.flow, figures.transactions.size());
 }
 
 /// What an account is worth stands where others have their balance.
 void writeRow(HtmlWriter& html, const InvestmentFigures& figures, std::size_t number) {
-    html.write("<tr><th scope=\"row\"><a href=\"#investment-{}\"><bdi>{}</bdi></a><small>{}</small></th>",
-               number, figures.name(), figures.account->institution());
+    html.write("<tr><th scope=\"row\"><a href=\"#investment-{}\">", number);
+    writeName(html, figures.name);
+    html.write("</a><small>{}</small></th>", figures.account->institution());
     const auto worth = figures.worth
                            ? std::optional(StatedBalance{figures.worth->shown(), figures.latest.asOf(), {}})
                            : std::nullopt;
     writeBalance(html, worth, figures.account->currency, "amount");
-    writeBalance(html, std::nullopt, {}, "amount more");
+    writeBalance(html, std::nullopt, {}, "amount more most");
     writeFlow(html, figures.flow, figures.trades.size());
 }
 
@@ -64,7 +67,7 @@ void writeSum(HtmlWriter& html, const CurrencyFigures& figures) {
                    figures.currency);
     else
         html.write("<td class=\"amount\">\u2013</td>");
-    html.write("<td class=\"amount more\"></td>");
+    html.write("<td class=\"amount more most\"></td>");
     writeFlow(html, figures.flow, figures.transactions);
 }
 

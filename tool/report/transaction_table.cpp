@@ -62,16 +62,16 @@ std::vector<TransactionRow> rowsOf(const Report& report) {
 
 /// What the page says of an account: its name and its currency.
 struct Named {
-    std::string name;
+    AccountName name;
     std::string currency;
 };
 
 std::vector<Named> namesOf(const Report& report) {
     std::vector<Named> names;
     for (const AccountFigures& account : report.accounts)
-        names.push_back({account.name(), account.history->currency});
+        names.push_back({account.name, account.history->currency});
     for (const InvestmentFigures& account : report.investments)
-        names.push_back({account.name(), account.account->currency});
+        names.push_back({account.name, account.account->currency});
     return names;
 }
 
@@ -125,6 +125,7 @@ std::string foreignAmountOf(const TransactionRow& row, const std::string& accoun
 
 /// "-999999.99" fits into the column of amounts together with a currency.
 constexpr std::size_t kUsualAmount = 10;
+constexpr std::size_t kUsualNumber = 9;
 
 /// The columns that there are besides date, description, type and amount.
 struct Columns {
@@ -133,6 +134,7 @@ struct Columns {
     bool currency = false;       ///< stands beside every amount, since there are several
     bool trades = false;         ///< what they are called needs more room than the types of banks
     bool longAmounts = false;    ///< need more room than amounts mostly do
+    bool longNumbers = false;    ///< the same of cheques and references
     std::string commonCurrency;  ///< of all amounts otherwise
 };
 
@@ -150,6 +152,8 @@ Columns columnsOf(const std::vector<Named>& names, const std::vector<Transaction
     columns.longAmounts = std::ranges::any_of(rows, [](const TransactionRow& row) {
         return row.amount && row.amount->shown().toString().size() > kUsualAmount;
     });
+    columns.longNumbers = std::ranges::any_of(
+        rows, [](const TransactionRow& row) { return numberInRow(row).value_or("").size() > kUsualNumber; });
     return columns;
 }
 
@@ -167,7 +171,7 @@ public:
             writeBank(*row.transaction, converted);
         else
             writeTrade(*row.trade, converted);
-        if (columns_.account) markup_.write("<td>{}</td>", names_[row.account - 1].name);
+        if (columns_.account) writeAccount(names_[row.account - 1].name);
         if (columns_.number) markup_.write("<td>{}</td>", numberInRow(row).value_or(""));
         writeAmount(row, foreign);
         markup_.write("</tr>\n");
@@ -176,9 +180,11 @@ public:
 private:
     void writeBank(const TvOFXStatementTransaction& transaction, const std::string& converted) {
         writeDate(transaction.datePosted(), transaction.originalDatePostedString());
-        markup_.write("<th scope=\"row\">{}", payeeOf(transaction).value_or(""));
+        const OptionalText payee = payeeOf(transaction);
+        const bool hasPayee = !payee.value_or("").empty();
+        markup_.write("<th scope=\"row\">{}", firstOf(payee, transaction.memo()).value_or(""));
         writeSmall(converted);
-        writeSmall(transaction.memo());
+        if (hasPayee) writeSmall(transaction.memo());
         markup_.write("</th><td>{}</td>", transaction.transactionType().value_or(""));
     }
     void writeTrade(const Trade& trade, const std::string& converted) {
@@ -199,6 +205,11 @@ private:
             markup_.write("<td>{}</td>", DateText(*date).day());
         else  // a text that is no date is still worth seeing
             markup_.write("<td class=\"none\">{}</td>", firstOf(text, "no date").value_or(""));
+    }
+    void writeAccount(const AccountName& name) {
+        markup_.write("<td>");
+        writeName(markup_, name);
+        markup_.write("</td>");
     }
     void writeSmall(OptionalText text) {
         if (!text.value_or("").empty()) markup_.write("<small>{}</small>", *text);
@@ -234,7 +245,7 @@ void writeFilter(HtmlWriter& html, const std::vector<Named>& names, bool hasTrad
     if (names.size() > 1) {
         html.write("<label>Account <select name=\"account\"><option value=\"\">All</option>");
         for (std::size_t i = 0; i < names.size(); ++i)
-            html.write("<option value=\"{}\">{}</option>", i + 1, names[i].name);
+            html.write("<option value=\"{}\">{}</option>", i + 1, names[i].name.text());
         html.write("</select></label>\n");
     }
     html.write(
@@ -253,7 +264,9 @@ void writeHead(HtmlWriter& html, const Columns& columns) {
         columns.longAmounts ? "long" : "usual", columns.trades ? "trades" : "payments",
         columns.commonCurrency);
     if (columns.account) html.write("<th scope=\"col\" class=\"whose\">Account</th>");
-    if (columns.number) html.write("<th scope=\"col\" class=\"number\">Number</th>");
+    if (columns.number)
+        html.write("<th scope=\"col\" class=\"number {}\">Number</th>",
+                   columns.longNumbers ? "wide" : "usual");
     html.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
 }
 
