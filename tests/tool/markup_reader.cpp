@@ -45,8 +45,14 @@ private:
         return page_.substr(start, place_ - start);
     }
     char readEntity() {
-        for (const auto& [entity, character] : std::map<std::string, char>{
-                 {"&amp;", '&'}, {"&lt;", '<'}, {"&gt;", '>'}, {"&quot;", '"'}, {"&#39;", '\''}})
+        for (const auto& [entity, character] : std::map<std::string, char>{{"&amp;", '&'},
+                                                                           {"&lt;", '<'},
+                                                                           {"&gt;", '>'},
+                                                                           {"&quot;", '"'},
+                                                                           {"&#39;", '\''},
+                                                                           {"&#9;", '\t'},
+                                                                           {"&#10;", '\n'},
+                                                                           {"&#13;", '\r'}})
             if (take(entity)) return character;
         fail("unknown entity");
     }

@@ -13,9 +13,9 @@ std::vector<std::string> rowsOf(const std::string& page) {
     std::vector<std::string> rows;
     for (std::size_t at = page.find("<tr data-account"); at != page.npos;
          at = page.find("<tr data-account", at + 1)) {
-        const std::string tag = page.substr(at, page.find('>', at) - at);
+        const std::string tag = page.substr(at, page.find("<td", at) - at);
         const std::size_t start = page.find("<th scope=\"row\">", at) + 16;
-        if (!contains(tag, "hidden")) rows.push_back(page.substr(start, page.find('<', start) - start));
+        if (!contains(tag, "hidden=\"\"")) rows.push_back(page.substr(start, page.find('<', start) - start));
     }
     return rows;
 }
@@ -77,6 +77,71 @@ TEST_CASE("the filter in a page's address hides rows and adds up the others") {
         CHECK(foundLine(shown.page).starts_with(std::to_string(row.rows.size()) + " of 5 shown"));
         CHECK(shown.console == "");
     }
+}
+
+TEST_CASE("the order in a page's address sorts the rows, those without a value last") {
+    if (!hasBrowser()) return;
+    struct Row {
+        const char* order;
+        Names rows;
+        const char* head;  ///< whose column is said to be sorted
+    };
+    const std::string beans = "Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;";
+    for (const Row& row : std::vector<Row>{
+             {"#sort=amount", {beans, "Coffee Pier", "COFFEE and cake", "Undated", "Salary"}, "amount"},
+             {"#sort=-amount", {"Salary", "Undated", "COFFEE and cake", "Coffee Pier", beans}, "amount"},
+             {"#sort=date", {"Coffee Pier", "COFFEE and cake", beans, "Salary", "Undated"}, "date"},
+             {"#sort=-date", {"Salary", "COFFEE and cake", beans, "Coffee Pier", "Undated"}, "date"},
+             {"#sort=description",
+              {"COFFEE and cake", beans, "Coffee Pier", "Salary", "Undated"},
+              "description"},
+             {"#sort=-account", {beans, "Salary", "COFFEE and cake", "Coffee Pier", "Undated"}, "account"},
+             {"#sort=amount&q=coffee", {beans, "Coffee Pier", "COFFEE and cake"}, "amount"},
+             {"#sort=nothing", {"Salary", "COFFEE and cake", beans, "Coffee Pier", "Undated"}, ""}}) {
+        CAPTURE(row.order);
+        const Shown shown = shownInBrowser(kPage, row.order);
+        CHECK(rowsOf(shown.page) == row.rows);
+        CHECK(shown.console == "");
+        const std::size_t sorted = shown.page.find(" aria-sort=");
+        const std::size_t head = shown.page.rfind("data-sort=\"", sorted) + 11;
+        const std::string name = shown.page.substr(head, shown.page.find('"', head) - head);
+        CHECK((sorted == shown.page.npos ? "" : name) == row.head);
+    }
+}
+
+TEST_CASE("a click on the head of a column sorts by it, and a second one the other way round") {
+    if (!hasBrowser()) return;
+    const auto clicked = [](int times) {
+        std::string page = withoutPolicy(kPage);
+        page.insert(page.find("</body>"),
+                    "<script>for (let i = 0; i !== " + std::to_string(times) +
+                        "; ++i) document.querySelector('[data-sort=amount] button').click();"
+                        "document.title = location.hash;</script>");
+        return shownInBrowser(page, "").page;
+    };
+    CHECK(contains(clicked(1), "<title>#sort=amount</title>"));
+    CHECK(rowsOf(clicked(1)).back() == "Salary");
+    CHECK(contains(clicked(2), "<title>#sort=-amount</title>"));
+    CHECK(rowsOf(clicked(2)).front() == "Salary");
+}
+
+TEST_CASE("the rows that a page shows are saved as CSV in their order") {
+    if (!hasBrowser()) return;
+    std::string page = withoutPolicy(kPage);
+    page.insert(page.find("</body>"),
+                "<script>window.Blob = function (parts) { this.text = parts.join(''); };"
+                "URL.createObjectURL = blob => { window.saved = blob.text; return '#'; };"
+                "document.querySelector('[data-table=bank]').click();"
+                "document.title = JSON.stringify(saved);</script>");
+    const std::string shown = shownInBrowser(page, "#q=coffee&sort=amount&account=1").page;
+    const std::size_t start = shown.find("<title>") + 7;
+    const std::vector<std::string> lines =
+        linesOf(Json::parse(shown.substr(start, shown.find("</title>") - start)).get<std::string>());
+    REQUIRE(lines.size() == 3);
+    CHECK(lines.at(0).starts_with("file,accountClass,bankID,"));
+    CHECK(contains(lines.at(1), ",,-3.1,,,,Coffee Pier,,"));
+    CHECK(contains(lines.at(2), ",,-0.2,,,,COFFEE and cake,Corner,"));
+    CHECK(lines.at(2).ends_with("\r"));
 }
 
 TEST_CASE("a browser refuses whatever else gets into a page") {

@@ -80,9 +80,13 @@ std::string problemsOf(const std::string& page, bool mayScroll = false) {
     const std::string source = asAttribute(withoutPolicy(page));
     std::string frames = "<!DOCTYPE html><title></title>\n";
     for (const Json& width : Json::parse(kWidths))
-        frames += "<iframe width=\"" + width.dump() + "\" height=\"900\" srcdoc=\"" + source + "\"></iframe>\n";
+        frames +=
+            "<iframe width=\"" + width.dump() + "\" height=\"900\" srcdoc=\"" + source + "\"></iframe>\n";
     const std::string shown =
-        shownInBrowser(frames + "<script>const mayScroll = " + (mayScroll ? "true" : "false") + ";" + kMeasure + "</script>", "", 2100).page;
+        shownInBrowser(frames + "<script>const mayScroll = " + (mayScroll ? "true" : "false") + ";" +
+                           kMeasure + "</script>",
+                       "", 2100)
+            .page;
     const std::size_t start = shown.find("<title>") + 7;
     const std::string title = shown.substr(start, shown.find("</title>", start) - start);
     CAPTURE(title);
@@ -151,7 +155,8 @@ bool isToStayWhole(const std::string& word) {
     return word.size() <= 16 && (isDate || !contains(word, "-"));
 }
 
-/// The words of the table of transactions, but for descriptions, in which payee and memo meet without a blank.
+/// The words of the table of transactions, but for descriptions, in which payee and memo meet without a
+/// blank.
 std::vector<std::string> wholeWordsOf(const std::string& page) {
     std::vector<std::string> words;
     for (const auto& row : MarkupPage(page).rows("transactions"))
@@ -180,8 +185,8 @@ TEST_CASE("long numbers, long words and large amounts overflow at no width") {
         bankDocument(statement("11110001", "EUR",
                                transaction("20240105", "-1234567890123.10",
                                            "<CHECKNUM>20190923001<NAME>" + std::string(120, 'W')) +
-                                   transaction("20240110", "-0.2", "<NAME>Donaudampfschiff<MEMO>" +
-                                                                       std::string(300, 'm')),
+                                   transaction("20240110", "-0.2",
+                                               "<NAME>Donaudampfschiff<MEMO>" + std::string(300, 'm')),
                                ledger("1234567890123.99", "20240301")) +
                      statement("22220002", "USD", transaction("20240110", "-7", "<NAME>Coffee"))));
     CHECK(problemsOf(page, true) == "");

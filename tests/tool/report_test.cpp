@@ -146,6 +146,83 @@ TEST_CASE("a memo stands in the place of a payee that is not given") {
     CHECK(contains(page, "<th scope=\"row\">Rolls</th>"));
 }
 
+TEST_CASE("every row has its line of the table that csv writes") {
+    struct Row {
+        const char* example;
+        std::vector<std::string> csv;
+        const char* attribute;
+    };
+    for (const Row& row : {Row{"checking.ofx", {"csv", "--currencies"}, "data-bank"},
+                           Row{"every_element.ofx", {"csv", "--currencies"}, "data-bank"},
+                           Row{"investments.ofx", {"csv", "--kind", "investments"}, "data-investments"}}) {
+        CAPTURE(row.example);
+        std::vector<std::string> arguments = row.csv;
+        arguments.insert(arguments.end(), {"-q", examplePath(row.example)});
+        std::string table = tool(arguments).output;
+        const MarkupPage page(tool({"report", "-q", "--full", examplePath(row.example)}).output);
+        std::string columns;
+        for (const MarkupElement& button : page.all("button"))
+            if ("data-" + button.attribute("data-table") == row.attribute)
+                columns = button.attribute("data-columns");
+        CHECK(table.starts_with(columns + "\r\n"));
+        std::size_t count = 0;
+        for (const MarkupElement& element : page.all("tr")) {
+            const std::string line = element.attribute(row.attribute);
+            if (line.empty()) continue;
+            CAPTURE(line);
+            CHECK(contains(table, "\r\n" + line + "\r\n"));
+            ++count;
+        }
+        CHECK(count > 0);
+    }
+}
+
+TEST_CASE("the lines of CSV have no whole number of an account, whatever it stands in") {
+    const TemporaryFolder folder;
+    const std::string path =
+        folder.file("export-0012345678.ofx",
+                    transactionsWith(transaction("20240101", "1",
+                                                 "<FITID>0012345678/17<MEMO>to 0012345678\nsecond line")));
+    const Finished masked = tool({"report", path});
+    const auto lineOf = [](const std::string& page) {
+        for (const MarkupElement& row : MarkupPage(page).all("tr"))
+            if (const std::string line = row.attribute("data-bank"); !line.empty()) return line;
+        return std::string();
+    };
+    CHECK(contains(lineOf(masked.output), ",121000248,,\u2022\u2022 5678,CHECKING,USD,"));
+    CHECK(contains(lineOf(masked.output), "/export-\u2022\u2022 5678.ofx,"));
+    CHECK(contains(lineOf(masked.output), ",\u2022\u2022 5678/17,"));
+    CHECK(contains(lineOf(masked.output), ",\"to \u2022\u2022 5678\nsecond line\","));
+    CHECK(contains(lineOf(tool({"report", "--full", path}).output), ",0012345678/17,"));
+}
+
+TEST_CASE("payees are added up, those who got most first, and the others folded away") {
+    std::string transactions = transaction("20240101", "-5", "<NAME>Bakery") +
+                               transaction("20240102", "-7.5", "<NAME>BAKERY") +
+                               transaction("20240103", "3", "<NAME>Bakery");
+    CHECK(reportOf(transactionsWith(transactions)).rows("payees") ==
+          std::vector<std::vector<std::string>>{{"Bakery", "3", "+3.00", "\u221212.50"}});
+    for (int i = 0; i < 13; ++i)
+        transactions +=
+            transaction("20240104", "-1." + std::to_string(10 + i), "<NAME>Shop " + std::to_string(i));
+    const MarkupPage page = reportOf(transactionsWith(transactions));
+    CHECK(page.all("table", "payees").size() == 2);
+    CHECK(page.rows("payees").size() == 14);
+    CHECK(page.texts("summary").back() == "2 more payees");
+    CHECK(reportOf(transactionsWith(transaction("20240101", "1", "<MEMO>x"))).all("table", "payees").empty());
+}
+
+TEST_CASE("every section of a page leads back to its top") {
+    const MarkupPage page =
+        reportOf(bankDocument(statement("1111", "EUR", transaction("20240101", "1", "<NAME>x")) +
+                              statement("2222", "USD", transaction("20240101", "1"))));
+    std::size_t tops = 0;
+    for (const MarkupElement& link : page.all("a"))
+        if (link.attribute("href") == "#top") ++tops;
+    CHECK(tops == 4);
+    CHECK(page.all("header", "title").at(0).attribute("id") == "top");
+}
+
 TEST_CASE("the newest transactions come first unless another order is asked for") {
     const std::string document = transactionsWith(
         transaction("20240102", "3", "<NAME>b") + "<STMTTRN><TRNAMT>2<NAME>undated</STMTTRN>" +

@@ -1,24 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
 
-#include <algorithm>
-#include <cstddef>
 #include <map>
-#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "history/history.h"
-#include "history/period.h"
 #include "input/run.h"
-#include "money/foreign_amount.h"
-#include "money/sum.h"
-#include "report/flow.h"
-#include "text/searched_letters.h"
-#include "text/transaction_text.h"
-#include "text/value_text.h"
-#include "text/visible_text.h"
+#include "report/payees.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 #include "text_page/totals.h"
@@ -28,64 +17,12 @@ namespace {
 
 using Transaction = brackwell::TvOFXStatementTransaction;
 
-/// What came and went with how many transactions.
-struct PayeeFlow {
-    std::size_t count = 0;
-    Flow money;
-
-    void add(const std::optional<Amount>& amount) {
-        ++count;
-        if (amount) money.add(*amount);
-    }
-};
-
-/// All that has one name, but for case and accents.
-struct Payee {
-    std::string name;  ///< as it is written first
-    PayeeFlow total;
-    std::map<std::string, PayeeFlow> months;  ///< "2024-03"; "" for what has no date
-    Period period;
-};
-
-/// The payees of all accounts in one currency, since amounts in different ones are never added.
-struct Payees {
-    std::map<std::string, Payee> byName;
-    std::size_t foreign = 0;  ///< amounts in another currency, which are in no sum
-};
-
-void addPayment(Payees& payees, const Transaction& transaction, const std::string& currency) {
-    constexpr std::size_t monthLength = 7;
-    std::string name = visibleText(payeeOf(transaction).value_or(""));
-    std::string key;
-    appendSearchedLetters(key, name);
-    Payee& payee = payees.byName[key];
-    if (payee.total.count == 0) payee.name = std::move(name);
-    const auto amount = amountIn(transaction, currency);
-    if (!amount && transaction.amount()) ++payees.foreign;
-    payee.total.add(amount);
-    payee.months[dayText(transaction.datePosted()).substr(0, monthLength)].add(amount);
-    payee.period.include(transaction.datePosted());
-}
-
 /// Each transaction counts once, in however many files it stands.
 void addAccount(Payees& payees, const AccountHistory& account, const Filter& filter) {
     const auto repeats = account.repeatedTransactions();
     for (const HistoryStatement& each : account.statements)
         for (const Transaction* transaction : filter.transactionsOf(*each.statement))
-            if (!repeats.contains(transaction)) addPayment(payees, *transaction, account.currency);
-}
-
-/// Those that got most first, or as --sort says.
-std::vector<const Payee*> sortedPayees(const Payees& payees, Order order) {
-    std::vector<const Payee*> list;
-    for (const auto& [key, payee] : payees.byName) list.push_back(&payee);
-    std::ranges::stable_sort(list, [order](const Payee* a, const Payee* b) {
-        if (order == Order::date) return comesBefore(a->period.first, b->period.first);
-        if (order == Order::amount)
-            return comesBefore(a->total.money.net().value(), b->total.money.net().value());
-        return comesBefore(a->total.money.out.value(), b->total.money.out.value());
-    });
-    return list;
+            if (!repeats.contains(transaction)) payees.add(*transaction, account.currency);
 }
 
 Table::Row payeeRow(const std::string& name, const std::string& month, const PayeeFlow& flow) {

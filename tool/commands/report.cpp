@@ -13,9 +13,11 @@ namespace {
 bool runReport(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
+    const brackwell::SecurityList securities(history.investments().securities());
     Report report;
+    report.securities = &securities;
     report.accounts = figuresOf(history, run.options);
-    report.investments = investmentFiguresOf(history, run.options);
+    report.investments = investmentFiguresOf(history, securities, run.options);
     distinguishNames(report.accounts, report.investments);
     report.currencies = figuresByCurrency(report.accounts, report.investments);
     report.otherSecurities = history.investments().otherSecurities();
@@ -34,7 +36,9 @@ constexpr const char* kReportHelp =
     "The page is self-contained: it loads nothing, and can be kept, sent or printed. An account that\n"
     "occurs in several files is shown once, and so are its transactions. Account numbers are\n"
     "masked but for their last four characters, unless --full is given. Without --sort the newest\n"
-    "transactions come first.\n\n"
+    "transactions come first. In the page the table of transactions is filtered, sorted by a column and\n"
+    "saved as CSV, with the columns of \"brackwell csv --currencies\", or --kind investments for trades;\n"
+    "account numbers are masked in it, too.\n\n"
     "Examples:\n"
     "  brackwell report july.ofx --output july.html\n"
     "  brackwell report --since 2025-01-01 --until 2025-12-31 *.ofx --output 2025.html\n";

@@ -74,9 +74,29 @@ void addCurrency(Row& row, const std::optional<brackwell::TransactionCurrency>& 
     row.add(OptionalText(currency->isConverted ? "Y" : "N"));
 }
 
+void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transaction, bool keepsDecimals) {
+    row.add(transaction.transactionType());
+    row.add(transaction.datePosted());
+    row.add(transaction.dateUserInit());
+    row.add(transaction.dateFundsAvailable());
+    row.add(transaction.amount(), keepsDecimals ? writtenAmount(transaction) : std::nullopt);
+    row.add(transaction.fiTransactionID());
+    row.add(transaction.checkOrReferenceNumber());
+    row.add(transaction.referenceNumber());
+    row.add(transaction.payeeName());
+    row.add(transaction.memo());
+}
+
 }  // namespace
 
 std::span<const std::string_view> bankColumns() noexcept { return kColumns; }
+
+void addBankFields(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement,
+                   const brackwell::TvOFXStatementTransaction& transaction) {
+    addStatement(row, file, statement);
+    addTransaction(row, transaction, false);
+    addCurrency(row, currencyOf(transaction));
+}
 
 BankTable::BankTable(const Options& options, Output& output)
     : output_(output),
@@ -98,7 +118,7 @@ std::size_t BankTable::write(const std::string& file, const brackwell::TvOFXAcco
     for (const auto* transaction : transactions) {
         if (!output_.isGood()) break;
         row.beginWith(common);
-        addTransaction(row, *transaction);
+        addTransaction(row, *transaction, layout_.format.keepsDecimals);
         const auto currency = currencyOf(*transaction);
         if (hasCurrencies_)
             addCurrency(row, currency);
@@ -107,19 +127,6 @@ std::size_t BankTable::write(const std::string& file, const brackwell::TvOFXAcco
         row.write(output_);
     }
     return foreign;
-}
-
-void BankTable::addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transaction) const {
-    row.add(transaction.transactionType());
-    row.add(transaction.datePosted());
-    row.add(transaction.dateUserInit());
-    row.add(transaction.dateFundsAvailable());
-    row.add(transaction.amount(), layout_.format.keepsDecimals ? writtenAmount(transaction) : std::nullopt);
-    row.add(transaction.fiTransactionID());
-    row.add(transaction.checkOrReferenceNumber());
-    row.add(transaction.referenceNumber());
-    row.add(transaction.payeeName());
-    row.add(transaction.memo());
 }
 
 }  // namespace tool

@@ -21,6 +21,10 @@ struct Options;
 /// where they are asked for.
 std::span<const std::string_view> bankColumns() noexcept;
 
+/// The fields of a transaction's row, those of currencies among them.
+void addBankFields(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement,
+                   const brackwell::TvOFXStatementTransaction& transaction);
+
 /// The table of the transactions of bank and card statements.
 class BankTable {
 public:
@@ -35,8 +39,6 @@ public:
                       const Filter::Transactions& transactions) const;
 
 private:
-    void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transaction) const;
-
     Output& output_;
     bool hasCurrencies_;
     CsvLayout layout_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "accounts/account_titles.h"
 #include "console/output.h"
 #include "csv/written_decimals.h"
 #include "text/characters.h"
@@ -48,9 +49,19 @@ void Row::clear() noexcept {
 
 void Row::add(brackwell::OptionalText field) {
     std::string storage;
+    std::string masked;
     begin();
-    if (field && !field->empty()) addText(asUTF8(*field, storage), !layout_.format.isRaw);
+    if (field && !field->empty()) {
+        std::string_view text = asUTF8(*field, storage);
+        if (!hidden_.empty()) text = masked = text == hidden_ ? shown_ : withoutNumber(text, hidden_, shown_);
+        addText(text, !layout_.format.isRaw);
+    }
     end();
+}
+
+void Row::hide(brackwell::OptionalText number, std::string_view shown) {
+    hidden_ = number.value_or("");
+    shown_ = shown;
 }
 
 void Row::add(const std::optional<brackwell::Date>& date) {

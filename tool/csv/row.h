@@ -35,11 +35,15 @@ public:
     /// @}
     /// An amount, and its text in the document.
     void add(const std::optional<brackwell::Decimal>& amount, brackwell::OptionalText written);
+    /// From now on texts have what is shown of an account's number in the place of the number.
+    void hide(brackwell::OptionalText number, std::string_view shown);
     /// So many empty fields.
     void addEmpty(std::size_t count);
 
     /// Writes the columns that are wanted, and the end of the row.
     void write(Output& output) const;
+    /// All fields, with the delimiter between them; valid until the row is changed.
+    std::string_view text() const noexcept { return text_; }
 
 private:
     void begin();
@@ -48,6 +52,8 @@ private:
     std::string_view field(std::size_t place) const noexcept;
 
     const CsvLayout& layout_;
+    std::string hidden_;  ///< the number; "" when there is none to hide
+    std::string shown_;
     std::string text_;               ///< the fields, with the delimiter between them
     std::vector<std::size_t> ends_;  ///< where each of them ends
 };

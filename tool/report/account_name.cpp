@@ -31,14 +31,12 @@ std::vector<Group> namesakes(std::vector<NamedAccount>& accounts) {
 }
 
 /// Adds what they have in a member, where that tells some of them apart.
-void distinguishBy(std::vector<NamedAccount>& accounts, std::string NamedAccount::* member) {
+void distinguishBy(std::vector<NamedAccount>& accounts, std::string NamedAccount::*member) {
     for (const Group& group : namesakes(accounts)) {
-        const bool isSame = std::ranges::all_of(group, [&](const NamedAccount* account) {
-            return account->*member == group.front()->*member;
-        });
+        const bool isSame = std::ranges::all_of(
+            group, [&](const NamedAccount* account) { return account->*member == group.front()->*member; });
         for (NamedAccount* account : group)
-            if (!isSame && !(account->*member).empty())
-                addDistinction(*account->name, account->*member);
+            if (!isSame && !(account->*member).empty()) addDistinction(*account->name, account->*member);
     }
 }
 

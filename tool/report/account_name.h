@@ -20,8 +20,8 @@ struct AccountName {
     std::string distinction;  ///< "Larkmoor Savings Bank", "EUR" or "no. 2", where others have the same
 
     std::string text() const;
-    /// Takes the title of an account list, unless it is "". A title with the account's number in it has what is
-    /// shown of that, and once is enough.
+    /// Takes the title of an account list, unless it is "". A title with the account's number in it has what
+    /// is shown of that, and once is enough.
     void take(std::string_view listed, std::string_view wholeNumber);
 };
 

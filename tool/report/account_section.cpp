@@ -13,6 +13,7 @@
 #include "report/fact_list.h"
 #include "report/flow_plot.h"
 #include "report/html_writer.h"
+#include "report/way_up.h"
 #include "text/shown_values.h"
 #include "text/value_text.h"
 
@@ -134,6 +135,7 @@ void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t n
         writePlots(html, figures, number);
     writeGaps(html, figures);
     writeMonths(html, figures.months, figures.history->currency);
+    writeWayUp(html);
     html.write("</section>\n");
 }
 

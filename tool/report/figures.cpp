@@ -47,16 +47,16 @@ Transactions originalsOf(const AccountHistory& account) {
     return transactions;
 }
 
-/// Those of them that are wanted.
-Transactions wantedOf(const AccountHistory& account, const Filter& filter) {
-    Transactions transactions;
+/// Those of them that are wanted, and their statements.
+void takeWanted(AccountFigures& figures, const AccountHistory& account, const Filter& filter) {
     auto entry = account.entries.begin();
     for (const HistoryStatement& statement : account.statements)
         for (const auto* transaction : filter.transactionsOf(*statement.statement)) {
             while (entry->transaction != transaction) ++entry;  // both are in the order of the statements
-            if (entry->isOriginal()) transactions.push_back(transaction);
+            if (!entry->isOriginal()) continue;
+            figures.transactions.push_back(transaction);
+            figures.sources.push_back(&statement);
         }
-    return transactions;
 }
 
 void count(AccountFigures& figures, const brackwell::TvOFXStatementTransaction& transaction) {
@@ -80,12 +80,13 @@ AccountFigures figuresOfAccount(const AccountHistory& account, const AccountTitl
                                 const Filter& filter, const Options& options) {
     AccountFigures figures;
     figures.history = &account;
+    figures.number = dottedNumber(account.number(), options.showsFullNumbers);
     figures.name = accountNameOf(account, titles, options.showsFullNumbers);
     figures.institution = account.institution();
     const std::vector<StatedBalance> ledger = ledgerBalances(account);
     figures.ledger = lastOf(ledger);
     figures.available = lastOf(availableBalances(account));
-    figures.transactions = wantedOf(account, filter);
+    takeWanted(figures, account, filter);
     for (const auto* transaction : figures.transactions) count(figures, *transaction);
     figures.days = flowsByDay(amountsOf(figures.transactions, account.currency));
     figures.months = flowsByMonth(figures.days);

@@ -16,16 +16,19 @@
 namespace tool {
 
 class History;
+struct HistoryStatement;
 struct Options;
 
 /// What a report says of an account.
 struct AccountFigures {
     const AccountHistory* history = nullptr;
     AccountName name;         ///< no other account of the report has the same
+    std::string number;       ///< masked, unless it is to be shown in full
     std::string institution;  ///< "" when no file names it
     std::optional<StatedBalance> ledger;
     std::optional<StatedBalance> available;
     Transactions transactions;  ///< those that are wanted, each once, in the order of the files
+    std::vector<const HistoryStatement*> sources;  ///< the statement of each of these
     Flow flow;
     std::size_t withoutDate = 0;
     std::size_t withoutAmount = 0;

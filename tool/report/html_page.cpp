@@ -17,6 +17,7 @@
 #include "report/html_writer.h"
 #include "report/investment_section.h"
 #include "report/overview.h"
+#include "report/payee_section.h"
 #include "report/transaction_table.h"
 #include "text/value_text.h"
 
@@ -81,7 +82,7 @@ void writeTitle(HtmlWriter& html, const Report& report) {
     std::size_t transactions =
         sumOf(report.accounts, [](const AccountFigures& account) { return account.transactions.size(); });
     for (const InvestmentFigures& account : report.investments) transactions += account.trades.size();
-    html.write("<header class=\"title\">\n<h1>Account report</h1>\n<p>{}, {}",
+    html.write("<header class=\"title\" id=\"top\">\n<h1>Account report</h1>\n<p>{}, {}",
                counted(report.accountCount(), "account", "accounts"),
                counted(transactions, "transaction", "transactions"));
     if (period.first)
@@ -151,6 +152,7 @@ void writePage(HtmlWriter& html, const Report& report) {
     for (std::size_t i = 0; i < report.investments.size(); ++i)
         writeInvestment(html, report.investments[i], i + 1);
     writeOtherSecurities(html, report);
+    writePayees(html, report);
     writeTransactions(html, report);
     writeFoot(html);
 }

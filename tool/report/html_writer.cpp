@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "report/html_writer.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <string>
 #include <system_error>
 
 #include "console/output.h"
@@ -23,6 +25,12 @@ std::string_view entityOf(char c) noexcept {
             return "&quot;";
         case '\'':
             return "&#39;";
+        case '\t':
+            return "&#9;";
+        case '\n':
+            return "&#10;";
+        case '\r':
+            return "&#13;";
         default:
             return {};
     }
@@ -34,10 +42,23 @@ bool HtmlWriter::isGood() const noexcept { return output_.isGood(); }
 
 void HtmlWriter::writePlain(std::string_view markup) { output_.write(markup); }
 
-void HtmlWriter::writeValue(std::string_view text) {
+void HtmlWriter::writeValue(std::string_view text) { writeEscaped(visibleText(text)); }
+
+void HtmlWriter::writeValue(ExactText exact) {
+    constexpr std::string_view lineEnds = "\t\n\r";
+    std::string visible;
+    for (std::string_view rest = exact.text; !rest.empty();) {
+        const std::size_t plain = std::min(rest.find_first_of(lineEnds), rest.size());
+        visible += visiblePart(rest.substr(0, plain));
+        if (plain < rest.size()) visible += rest[plain];
+        rest.remove_prefix(std::min(plain + 1, rest.size()));
+    }
+    writeEscaped(visible);
+}
+
+void HtmlWriter::writeEscaped(std::string_view visible) {
     // The last two code points of the basic plane are no characters, and not allowed in XML.
     constexpr std::string_view noCharacters[] = {"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
-    const std::string visible = visibleText(text);
     std::string_view rest = visible;
     for (std::size_t i = 0; i < rest.size();) {
         std::string_view entity = entityOf(rest[i]);

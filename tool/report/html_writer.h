@@ -18,6 +18,11 @@ struct Coordinate {
     double value;
 };
 
+/// A text for programs: its blanks and line ends stay as they are.
+struct ExactText {
+    std::string_view text;
+};
+
 /// Writes HTML that is well-formed XML, too. Markup is constants of the program, checked by the compiler;
 /// all else takes the place of a "{}" in one, and is escaped there:
 ///
@@ -65,6 +70,8 @@ private:
 
     void writePlain(std::string_view markup);
     void writeValue(std::string_view text);
+    void writeValue(ExactText text);
+    void writeEscaped(std::string_view visible);
     void writeValue(Coordinate coordinate);
     void writeValue(std::integral auto number) {
         std::array<char, 24> digits;

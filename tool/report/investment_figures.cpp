@@ -31,8 +31,8 @@ std::vector<Trade> tradesOf(const InvestmentAccount& account, const Filter& filt
         const InvestmentSource& source = account.statements[entry.statement];
         const SecurityLookup securities(*source.securities, all);
         if (entry.original != number || !filter.takes(entry.transaction, securities)) continue;
-        trades.push_back({entry.transaction, securities.find(entry.transaction), dateOf(entry.transaction),
-                          amountOf(entry.transaction, source.statement),
+        trades.push_back({&source, entry.transaction, securities.find(entry.transaction),
+                          dateOf(entry.transaction), amountOf(entry.transaction, source.statement),
                           movesMoney(entry.transaction.kind())});
     }
     return trades;
@@ -98,7 +98,8 @@ AccountName investmentNameOf(const InvestmentAccount& account, const AccountTitl
 
 InvestmentFigures figuresOfAccount(const InvestmentAccount& account, const AccountTitles& titles,
                                    const SecurityList& all, const Options& options) {
-    InvestmentFigures figures{&account, account.latest(), {}, {}, {}, {}, {}, {}, {}, {}};
+    InvestmentFigures figures{&account, account.latest(), {}, {}, {}, {}, {}, {}, {}, {}, {}};
+    figures.number = dottedNumber(account.number, options.showsFullNumbers);
     figures.name = investmentNameOf(account, titles, options.showsFullNumbers);
     figures.worth = totalWorthOf(figures.latest);
     figures.holdings = holdingsOf(account.latestSource(), options.filter, all);
@@ -110,8 +111,8 @@ InvestmentFigures figuresOfAccount(const InvestmentAccount& account, const Accou
 
 }  // namespace
 
-std::vector<InvestmentFigures> investmentFiguresOf(const History& history, const Options& options) {
-    const SecurityList all(history.investments().securities());
+std::vector<InvestmentFigures> investmentFiguresOf(const History& history, const SecurityList& all,
+                                                   const Options& options) {
     const AccountTitles titles(history.listed());
     std::vector<InvestmentFigures> figures;
     for (const InvestmentAccount& account : history.investments().accounts())

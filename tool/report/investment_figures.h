@@ -21,6 +21,7 @@ struct Options;
 
 /// A transaction of an investment account, with what is asked of it again and again.
 struct Trade {
+    const InvestmentSource* source;  ///< the statement that has it
     brackwell::InvestmentTransaction transaction;
     std::optional<brackwell::Security> security;
     std::optional<brackwell::Date> date;
@@ -48,6 +49,7 @@ struct InvestmentFigures {
     const InvestmentAccount* account = nullptr;
     brackwell::InvestmentStatement latest;  ///< of the holdings and balances
     AccountName name;                       ///< no other account of the report has the same
+    std::string number;                     ///< masked, unless it is to be shown in full
     std::optional<Amount> worth;
     std::vector<Holding> holdings;  ///< of the latest statement, those that are wanted
     std::vector<Trade> trades;      ///< those that are wanted, each once, in the order of the files
@@ -57,7 +59,8 @@ struct InvestmentFigures {
     Income income;
 };
 
-/// A security is looked up in the document that names it, then in all others.
-std::vector<InvestmentFigures> investmentFiguresOf(const History& history, const Options& options);
+/// A security is looked up in the document that names it, then among all.
+std::vector<InvestmentFigures> investmentFiguresOf(const History& history, const brackwell::SecurityList& all,
+                                                   const Options& options);
 
 }  // namespace tool

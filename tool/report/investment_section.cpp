@@ -17,6 +17,7 @@
 #include "report/fact_list.h"
 #include "report/flow_plot.h"
 #include "report/html_writer.h"
+#include "report/way_up.h"
 #include "text/shown_values.h"
 #include "text/value_text.h"
 
@@ -247,6 +248,7 @@ void writeInvestment(HtmlWriter& html, const InvestmentFigures& figures, std::si
     writePlots(html, figures, sum, number);
     writeIncomeMonths(html, figures);
     if (!figures.holdings.empty()) writeHoldings(html, figures, sum);
+    writeWayUp(html);
     html.write("</section>\n");
 }
 

@@ -14,7 +14,9 @@
 #include "investments/facts.h"
 #include "money/foreign_amount.h"
 #include "report/amounts.h"
+#include "report/csv_lines.h"
 #include "report/html_writer.h"
+#include "report/way_up.h"
 #include "text/shown_values.h"
 #include "text/transaction_text.h"
 #include "text/value_text.h"
@@ -31,6 +33,7 @@ using brackwell::TvOFXStatementTransaction;
 /// A transaction of a bank or card account, or else of an investment account.
 struct TransactionRow {
     const TvOFXStatementTransaction* transaction;
+    const HistoryStatement* source;  ///< that has it
     const Trade* trade;
     std::size_t account;  ///< its number on the page
     std::optional<Date> date;
@@ -43,14 +46,16 @@ std::vector<TransactionRow> rowsOf(const Report& report) {
     std::size_t account = 0;
     for (const AccountFigures& figures : report.accounts) {
         ++account;
-        for (const auto* transaction : figures.transactions)
-            rows.push_back({transaction, nullptr, account, transaction->datePosted(),
-                            amountIn(*transaction, figures.history->currency)});
+        for (std::size_t i = 0; i < figures.transactions.size(); ++i) {
+            const TvOFXStatementTransaction& transaction = *figures.transactions[i];
+            rows.push_back({&transaction, figures.sources[i], nullptr, account, transaction.datePosted(),
+                            amountIn(transaction, figures.history->currency)});
+        }
     }
     for (const InvestmentFigures& figures : report.investments) {
         ++account;
         for (const Trade& trade : figures.trades)
-            rows.push_back({nullptr, &trade, account, trade.date, trade.amount});
+            rows.push_back({nullptr, nullptr, &trade, account, trade.date, trade.amount});
     }
     const Order order = report.filter->order;
     if (order == Order::document)
@@ -64,14 +69,16 @@ std::vector<TransactionRow> rowsOf(const Report& report) {
 struct Named {
     AccountName name;
     std::string currency;
+    OptionalText number;  ///< in full
+    std::string shown;    ///< what the page shows of it
 };
 
 std::vector<Named> namesOf(const Report& report) {
     std::vector<Named> names;
     for (const AccountFigures& account : report.accounts)
-        names.push_back({account.name, account.history->currency});
+        names.push_back({account.name, account.history->currency, account.history->number(), account.number});
     for (const InvestmentFigures& account : report.investments)
-        names.push_back({account.name, account.account->currency});
+        names.push_back({account.name, account.account->currency, account.account->number, account.number});
     return names;
 }
 
@@ -160,11 +167,11 @@ Columns columnsOf(const std::vector<Named>& names, const std::vector<Transaction
 /// The cells of a row.
 class Cells {
 public:
-    Cells(HtmlWriter& html, const std::vector<Named>& names, const Columns& columns)
-        : markup_(html), names_(names), columns_(columns) {}
+    Cells(HtmlWriter& html, const std::vector<Named>& names, const Columns& columns, const Report& report)
+        : markup_(html), names_(names), columns_(columns), lines_(*report.securities) {}
 
     void write(const TransactionRow& row) {
-        markup_.write("<tr data-account=\"{}\">", row.account);
+        writeLine(row);
         const std::string foreign = foreignAmountOf(row, names_[row.account - 1].currency);
         const std::string converted = row.amount ? foreign : std::string();
         if (row.transaction != nullptr)
@@ -178,6 +185,16 @@ public:
     }
 
 private:
+    /// Begins a row, which has its line of a table in CSV with it.
+    void writeLine(const TransactionRow& row) {
+        const Named& account = names_[row.account - 1];
+        if (row.transaction != nullptr)
+            markup_.write("<tr data-account=\"{}\" data-bank=\"{}\">", row.account,
+                          ExactText{lines_.of(*row.transaction, *row.source, account.number, account.shown)});
+        else
+            markup_.write("<tr data-account=\"{}\" data-investments=\"{}\">", row.account,
+                          ExactText{lines_.of(*row.trade, account.number, account.shown)});
+    }
     void writeBank(const TvOFXStatementTransaction& transaction, const std::string& converted) {
         writeDate(transaction.datePosted(), transaction.originalDatePostedString());
         const OptionalText payee = payeeOf(transaction);
@@ -233,10 +250,18 @@ private:
     HtmlWriter& markup_;
     const std::vector<Named>& names_;
     Columns columns_;
+    CsvLines lines_;
 };
 
+/// Saves the rows that are shown, of one kind.
+void writeSaving(HtmlWriter& html, const char* table, const char* label, const std::string& columns) {
+    html.write("<button type=\"button\" data-table=\"{}\" data-columns=\"{}\">{}</button>\n", table, columns,
+               label);
+}
+
 /// Hidden until the script finds that it runs.
-void writeFilter(HtmlWriter& html, const std::vector<Named>& names, bool hasTrades) {
+void writeFilter(HtmlWriter& html, const std::vector<Named>& names, const Report& report) {
+    const bool hasTrades = !report.investments.empty();
     html.write(
         "<form id=\"filter\" hidden=\"hidden\" role=\"search\" aria-label=\"Filter transactions\">\n"
         "<label class=\"wide\">Search <input type=\"search\" name=\"q\" autocomplete=\"off\"/></label>\n"
@@ -253,21 +278,28 @@ void writeFilter(HtmlWriter& html, const std::vector<Named>& names, bool hasTrad
         "<option value=\"in\">In</option><option value=\"out\">Out</option>");
     if (hasTrades) html.write("<option value=\"trade\">Bought, sold, moved</option>");
     html.write(
-        "</select></label>\n<button type=\"reset\">Clear</button>\n<p id=\"found\" "
-        "role=\"status\"></p>\n</form>\n");
+        "</select></label>\n<label>Order <select name=\"sort\"><option value=\"\">As listed</option></select>"
+        "</label>\n<button type=\"reset\">Clear</button>\n");
+    if (!report.accounts.empty())
+        writeSaving(html, "bank", hasTrades ? "Save payments as CSV" : "Save as CSV", CsvLines::bankHeader());
+    if (hasTrades) writeSaving(html, "investments", "Save trades as CSV", CsvLines::investmentHeader());
+    html.write("<p id=\"found\" role=\"status\"></p>\n</form>\n");
 }
 
 void writeHead(HtmlWriter& html, const Columns& columns) {
     html.write(
         "<table id=\"transactions\" class=\"transactions {} {}\" data-currency=\"{}\">\n<thead><tr>"
-        "<th scope=\"col\">Date</th><th scope=\"col\">Description</th><th scope=\"col\">Type</th>",
+        "<th scope=\"col\" data-sort=\"date\">Date</th><th scope=\"col\" "
+        "data-sort=\"description\">Description</th>"
+        "<th scope=\"col\" data-sort=\"type\">Type</th>",
         columns.longAmounts ? "long" : "usual", columns.trades ? "trades" : "payments",
         columns.commonCurrency);
-    if (columns.account) html.write("<th scope=\"col\" class=\"whose\">Account</th>");
+    if (columns.account) html.write("<th scope=\"col\" class=\"whose\" data-sort=\"account\">Account</th>");
     if (columns.number)
-        html.write("<th scope=\"col\" class=\"number {}\">Number</th>",
+        html.write("<th scope=\"col\" class=\"number {}\" data-sort=\"number\">Number</th>",
                    columns.longNumbers ? "wide" : "usual");
-    html.write("<th scope=\"col\">Amount {}</th></tr></thead>\n<tbody>\n", columns.commonCurrency);
+    html.write("<th scope=\"col\" data-sort=\"amount\">Amount {}</th></tr></thead>\n<tbody>\n",
+               columns.commonCurrency);
 }
 
 }  // namespace
@@ -279,15 +311,17 @@ void writeTransactions(HtmlWriter& html, const Report& report) {
         "<section aria-labelledby=\"transactions-title\">\n<h2 "
         "id=\"transactions-title\">Transactions</h2>\n");
     const std::vector<Named> names = namesOf(report);
-    writeFilter(html, names, !report.investments.empty());
+    writeFilter(html, names, report);
     const Columns columns = columnsOf(names, rows);
     writeHead(html, columns);
-    Cells cells(html, names, columns);
+    Cells cells(html, names, columns, report);
     for (const TransactionRow& row : rows) {
         if (!html.isGood()) return;
         cells.write(row);
     }
-    html.write("</tbody>\n</table>\n</section>\n");
+    html.write("</tbody>\n</table>\n");
+    writeWayUp(html);
+    html.write("</section>\n");
 }
 
 }  // namespace tool
