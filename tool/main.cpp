@@ -46,6 +46,8 @@ int runCommand(const tool::Options& options) {
     if (!areFoldersRead && options.files.empty()) return 1;
     tool::Progress progress;
     tool::Output output(options.outputFile, options.replacesDocuments, progress);
+    output.setColour(options.colour);
+    if (options.command->has(tool::kPage) && options.usesPager) output.usePager();
     tool::Run run{options, output, progress};
     const bool isDone = output.isGood() && options.command->run(run);
     progress.end();

@@ -146,6 +146,7 @@ Terminal makeTerminal(unsigned short columns) {
 
 Command onTerminal(Command command) {
     command.environment.try_emplace("TERM", "xterm");
+    command.environment.try_emplace("PAGER", "");  // a person would have to quit it
     return command;
 }
 

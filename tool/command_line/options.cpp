@@ -6,6 +6,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <memory>
 #include <sstream>
 #include <system_error>
@@ -111,6 +112,23 @@ void declareReading(CLI::App& sub, Texts& texts) {
     sub.add_flag("--as-is", texts.isAsIs, "No repair, and amounts and dates only in the prescribed formats");
 }
 
+const std::map<std::string, Colour>& colours() {
+    static const std::map<std::string, Colour> names{
+        {"auto", Colour::automatic}, {"always", Colour::always}, {"never", Colour::never}};
+    return names;
+}
+
+/// What every command takes that writes for people.
+void declarePage(CLI::App& sub, Options& options) {
+    sub.add_option_function<std::string>(
+           "--color", [&options](const std::string& when) { options.colour = colours().at(when); },
+           "When to use colours: auto, always or never")
+        ->type_name("WHEN")
+        ->check(CLI::IsMember(colours()).description(""));
+    sub.add_flag_callback(
+        "--no-pager", [&options] { options.usesPager = false; }, "Write to a terminal without a pager");
+}
+
 void declareCommand(CLI::App& app, const Command& command, Options& options, Texts& texts) {
     CLI::App& sub = *app.add_subcommand(std::string(command.name), command.summary);
     sub.callback([&options, &command] { options.command = &command; });
@@ -120,6 +138,7 @@ void declareCommand(CLI::App& app, const Command& command, Options& options, Tex
     if (command.has(kReading)) declareReading(sub, texts);
     if (command.has(kNumbers))
         sub.add_flag("--full", options.showsFullNumbers, "Show account numbers in full");
+    if (command.has(kPage)) declarePage(sub, options);
     if (command.declareOptions != nullptr) command.declareOptions(sub, options);
     if (command.has(kFilter)) declareFilter(sub, texts.filter);
     sub.footer(command.has(kFilter) ? std::string(kFilterHelp) + command.help : command.help);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bookkeeping/book.h"
+#include "console/terminal.h"
 #include "csv/format.h"
 #include "filter/filter.h"
 #include "input/folders.h"
@@ -56,8 +57,10 @@ struct Options {
     brackwell::OpenOptions reading;
     Filter filter;
     bool showsFullNumbers = false;
-    bool showsOriginals = false;    ///< the source texts of transactions
-    bool isIndented = false;        ///< JSON over several lines
+    bool showsOriginals = false;  ///< the source texts of transactions
+    bool isIndented = false;      ///< JSON over several lines
+    Colour colour = Colour::automatic;
+    bool usesPager = true;
     bool isQuiet = false;           ///< say no findings
     bool isStrict = false;          ///< a finding is worth an exit status of its own
     bool asDiff = false;            ///< show what was repaired as a diff

@@ -169,7 +169,7 @@ constexpr const char* kAccountsHelp =
 constexpr Command commands::kAccounts({
     .name = "accounts",
     .summary = "The accounts of all files, one row for each",
-    .traits = kSeveralFiles | kReading | kNumbers | kOutput,
+    .traits = kSeveralFiles | kReading | kNumbers | kOutput | kPage,
     .help = kAccountsHelp,
     .run = runAccounts,
 });

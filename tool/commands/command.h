@@ -21,6 +21,7 @@ enum Trait : unsigned {
     kNumbers = 16,            ///< --full
     kOutput = 32,             ///< --output and --force
     kMayReplaceItsFile = 64,  ///< with --force the output may be the file that is read
+    kPage = 128,              ///< a page for people: --color and --no-pager
 };
 
 /// What is known of a command.

@@ -162,7 +162,7 @@ constexpr const char* kDuplicatesHelp =
 constexpr Command commands::kDuplicates({
     .name = "duplicates",
     .summary = "Transactions that occur in more than one statement",
-    .traits = kSeveralFiles | kReading | kNumbers | kOutput,
+    .traits = kSeveralFiles | kReading | kNumbers | kOutput | kPage,
     .help = kDuplicatesHelp,
     .run = runDuplicates,
 });

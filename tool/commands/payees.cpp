@@ -90,7 +90,7 @@ constexpr const char* kPayeesHelp =
 constexpr Command commands::kPayees({
     .name = "payees",
     .summary = "What came from and went to each payee",
-    .traits = kSeveralFiles | kReading | kFilter | kOutput,
+    .traits = kSeveralFiles | kReading | kFilter | kOutput | kPage,
     .help = kPayeesHelp,
     .run = runPayees,
 });

@@ -140,7 +140,9 @@ bool runShow(Run& run) {
 constexpr const char* kShowHelp =
     "Account numbers are masked but for their last four characters, unless --full is given.\n"
     "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
-    "unless NO_COLOR is set. Totals are those of the transactions that are shown.\n\n"
+    "unless NO_COLOR is set or --color says otherwise. A terminal gets the page through the pager that\n"
+    "BRACKWELL_PAGER or PAGER names, or through less. Totals are those of the transactions that are\n"
+    "shown.\n\n"
     "Examples:\n"
     "  brackwell show july.ofx\n"
     "  brackwell show --full *.ofx | less\n"
@@ -151,7 +153,7 @@ constexpr const char* kShowHelp =
 constexpr Command commands::kShow({
     .name = "show",
     .summary = "A person's view: institution, accounts, balances and transactions",
-    .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput,
+    .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput | kPage,
     .help = kShowHelp,
     .run = runShow,
 });

@@ -7,7 +7,7 @@ _brackwell_commands="show json csv report convert accounts duplicates payees che
 _brackwell_options() {
     case $1 in
         "") echo "-h --help --version" ;;
-        show) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
+        show) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --color --no-pager --since --until --account --search --sort" ;;
         json) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --indent --since --until --account --search --sort" ;;
         csv) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --kind --currencies --columns --delimiter --decimal-mark --decimals --days --raw --unique --since --until --account --search --sort" ;;
         report) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;

@@ -13,6 +13,16 @@ namespace tool {
 
 namespace {
 
+bool areMessagesHeld = false;
+
+std::string& heldMessages() {
+    static std::string messages;
+    return messages;
+}
+
+/// What cannot be written here is told by the exit status.
+void writeMessages(const std::string& lines) { std::fwrite(lines.data(), 1, lines.size(), stderr); }
+
 /// The text with a visible form of the subject wherever it repeats it.
 std::string withVisibleSubject(std::string_view text, std::string_view subject, std::string_view visible) {
     std::string result;
@@ -34,8 +44,18 @@ void say(std::string_view subject, std::string_view text) {
 
 void sayText(std::string_view lines) {
     const std::string visible = ::isatty(STDERR_FILENO) != 0 ? visibleLines(lines) : std::string(lines);
-    // What cannot be written here is told by the exit status.
-    std::fwrite(visible.data(), 1, visible.size(), stderr);
+    if (areMessagesHeld)
+        heldMessages() += visible;
+    else
+        writeMessages(visible);
+}
+
+void holdMessages() noexcept { areMessagesHeld = ::isatty(STDERR_FILENO) != 0; }
+
+void releaseMessages() {
+    areMessagesHeld = false;
+    writeMessages(heldMessages());
+    heldMessages().clear();
 }
 
 bool areMessagesWritten() noexcept { return std::ferror(stderr) == 0; }

@@ -38,9 +38,14 @@ Output::~Output() {
     }
 }
 
+void Output::usePager() {
+    if (isTerminal_ && !file_) pagerCommand_ = wantedPager();
+}
+
 bool Output::close() {
-    if (descriptor_ < 0) return isGood_;
+    if (descriptor_ < 0) return isGood_ || isQuit_;
     passOn();
+    if (!closePager()) fail("the pager \"" + *pagerCommand_ + "\" could not be run");
     descriptor_ = -1;
     if (!file_) {
         if (::close(STDOUT_FILENO) != 0 && isGood_ && errno != EINTR) fail(std::strerror(errno));
@@ -49,7 +54,7 @@ bool Output::close() {
     } else if (isGood_ && !file_->finish()) {
         fail(file_->problem());
     }
-    return isGood_;
+    return isGood_ || isQuit_;
 }
 
 bool Output::isToBeDropped() { return !file_->isDirect() && (isSpoilt_ || !isResult_); }
@@ -67,13 +72,35 @@ void Output::passOn() {
     size_ = 0;
 }
 
+/// Where to write: the pager is started for the first text.
+int Output::startedDescriptor() {
+    if (!pagerCommand_) return descriptor_;
+    if (!pager_) {
+        progress_.silence();
+        pager_ = std::make_unique<Pager>(*pagerCommand_);
+        if (pager_->descriptor() < 0) pagerCommand_.reset();  // without one, as it is
+    }
+    return pagerCommand_ ? pager_->descriptor() : descriptor_;
+}
+
+/// Waits for a pager that was started; false when it could not be run.
+bool Output::closePager() {
+    if (!pagerCommand_ || !pager_) return true;
+    const bool wasRun = pager_->finish();
+    if (!wasRun) isQuit_ = false;
+    return wasRun;
+}
+
 void Output::pass(std::string_view text) {
     passedOn_ += text.size();
     if (isTerminal_ && !text.empty()) progress_.end();
     while (isGood_ && !text.empty()) {
-        const ssize_t written = ::write(descriptor_, text.data(), text.size());
+        const ssize_t written = ::write(startedDescriptor(), text.data(), text.size());
         if (written >= 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno == EPIPE && pager_) {
+            isGood_ = false;
+            isQuit_ = true;
         } else if (errno == EAGAIN) {  // someone made it non-blocking
             pollfd waiting{descriptor_, POLLOUT, 0};
             ::poll(&waiting, 1, -1);

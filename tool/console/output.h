@@ -9,6 +9,8 @@
 #include <string_view>
 
 #include "console/output_file.h"
+#include "console/pager.h"
+#include "console/terminal.h"
 
 namespace tool {
 
@@ -29,6 +31,12 @@ public:
     Output& operator=(const Output&) = delete;
     ~Output();
 
+    /// Lets a person read what is written in a pager, where it goes to a terminal, and one is wanted. It is
+    /// started when there is something to read. Who quits it has read enough: that is no failure, though
+    /// nothing more can be written.
+    void usePager();
+    void setColour(Colour colour) noexcept { colour_ = colour; }
+
     void write(std::string_view text) {
         if (text.size() > kCapacity - size_) return spill(text);
         size_ += text.copy(buffer_.get() + size_, text.size());
@@ -41,6 +49,8 @@ public:
     /// False once anything could not be written, or the file could not be opened.
     bool isGood() const noexcept { return isGood_; }
     bool isTerminal() const noexcept { return isTerminal_; }
+    bool hasColour() const noexcept { return wantsColour(colour_, descriptor_); }
+    /// The terminal, also where a pager stands between.
     int descriptor() const noexcept { return descriptor_; }
 
     /// How many bytes were written.
@@ -60,12 +70,18 @@ private:
     void spill(std::string_view text);
     void passOn();
     void pass(std::string_view text);
+    int startedDescriptor();
+    bool closePager();
     void fail(std::string_view reason);
     bool isToBeDropped();
 
     std::optional<OutputFile> file_;  ///< none: standard output
     std::string name_;
     Progress& progress_;
+    std::optional<std::string> pagerCommand_;  ///< of one that is wanted
+    std::unique_ptr<Pager> pager_;             ///< that was started
+    bool isQuit_ = false;                      ///< the pager reads no more
+    Colour colour_ = Colour::automatic;
     int descriptor_ = 1;  ///< standard output
     bool isGood_ = true;
     bool isResult_ = false;

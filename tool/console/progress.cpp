@@ -34,6 +34,11 @@ void Progress::begin(std::string_view work) {
     }
 }
 
+void Progress::silence() {
+    end();
+    isShown_ = false;
+}
+
 void Progress::end() {
     if (!thread_.joinable()) return;
     {

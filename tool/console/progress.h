@@ -20,13 +20,15 @@ public:
 
     /// Work of this name begins.
     void begin(std::string_view work);
+    /// From now on there is no line: something else has the terminal.
+    void silence();
     /// The work is done, or other text is about to be written: the line is erased.
     void end();
 
 private:
     void show(const std::string& work);
 
-    const bool isShown_;
+    bool isShown_;
     std::thread thread_;
     std::mutex mutex_;
     std::condition_variable ended_;

@@ -36,7 +36,8 @@ bool isCapableTerminal(int descriptor) noexcept {
     return ::isatty(descriptor) != 0 && environment("TERM") != "dumb";
 }
 
-bool wantsColour(int descriptor) noexcept {
+bool wantsColour(Colour colour, int descriptor) noexcept {
+    if (colour != Colour::automatic) return colour == Colour::always;
     return isCapableTerminal(descriptor) && environment("NO_COLOR").empty();
 }
 

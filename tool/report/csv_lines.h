@@ -13,8 +13,8 @@ namespace tool {
 
 struct HistoryStatement;
 
-/// Transactions as lines of the tables that `brackwell csv --currencies` and `--kind investments` write, for a
-/// page that saves those that it shows. An account's number is not in them but as the page shows it.
+/// Transactions as lines of the tables that `brackwell csv --currencies` and `--kind investments` write, for
+/// a page that saves those that it shows. An account's number is not in them but as the page shows it.
 class CsvLines {
 public:
     /// The securities of all files, which have to live as long as this.
@@ -30,8 +30,9 @@ public:
 
     /// @{
     /// A line, valid until the next; the number of the account is given in full and as it is shown.
-    std::string_view of(const brackwell::TvOFXStatementTransaction& transaction, const HistoryStatement& source,
-                        brackwell::OptionalText number, std::string_view shown);
+    std::string_view of(const brackwell::TvOFXStatementTransaction& transaction,
+                        const HistoryStatement& source, brackwell::OptionalText number,
+                        std::string_view shown);
     std::string_view of(const Trade& trade, brackwell::OptionalText number, std::string_view shown);
     /// @}
 

@@ -56,9 +56,10 @@ void writeCurrencyPayees(HtmlWriter& html, const std::string& currency, const Pa
         html.write("</details>\n");
     }
     if (payees.foreign > 0)
-        html.write("<p class=\"note\">Amounts in another currency without an exchange rate, not counted: "
-                   "{}.</p>\n",
-                   payees.foreign);
+        html.write(
+            "<p class=\"note\">Amounts in another currency without an exchange rate, not counted: "
+            "{}.</p>\n",
+            payees.foreign);
 }
 
 }  // namespace

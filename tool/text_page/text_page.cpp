@@ -44,9 +44,7 @@ std::string_view takeLine(std::string_view& text, std::size_t width) noexcept {
 }  // namespace
 
 TextPage::TextPage(Output& output)
-    : output_(output),
-      width_(terminalWidth(output.descriptor())),
-      hasColour_(wantsColour(output.descriptor())) {}
+    : output_(output), width_(terminalWidth(output.descriptor())), hasColour_(output.hasColour()) {}
 
 bool TextPage::isGood() const noexcept { return output_.isGood(); }
 
