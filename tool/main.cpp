@@ -8,13 +8,16 @@
 #include <string_view>
 
 #include "command_line/options.h"
+#include "command_line/wrapped_help.h"
 #include "commands/command.h"
 #include "console/memory.h"
 #include "console/messages.h"
+#include "console/terminal.h"
 #include "input/run.h"
 
 namespace {
 
+constexpr int kWrongUsage = 2;
 constexpr int kHasFindings = 3;  ///< the exit status of --strict
 
 /// Makes sure that the three standard descriptors are open, so that no file that is opened later takes
@@ -25,11 +28,15 @@ void openStandardDescriptors() {
             static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
 }
 
-/// Writes help or the version.
+/// Writes help or the version; a terminal gets it in a pager, and no word parted at its edge.
 int writeText(std::string_view text) {
     tool::Progress progress;
     tool::Output output(std::nullopt, false, progress);
-    output.write(text);
+    output.usePager();
+    if (output.isTerminal())
+        output.write(tool::wrappedHelp(text, tool::terminalWidth(output.descriptor())));
+    else
+        output.write(text);
     return output.close() ? 0 : 1;
 }
 
@@ -48,6 +55,11 @@ int runCommand(const tool::Options& options) {
     tool::Output output(options.outputFile, options.replacesDocuments, progress);
     output.setColour(options.colour);
     if (options.command->has(tool::kPage) && options.usesPager) output.usePager();
+    if (options.command->has(tool::kForBrowser) && output.isTerminal() && !options.outputFile) {
+        tool::say("standard output",
+                  "This is a page for a browser: give it a file with --output report.html.");
+        return kWrongUsage;
+    }
     tool::Run run{options, output, progress};
     const bool isDone = output.isGood() && options.command->run(run);
     progress.end();

@@ -18,13 +18,15 @@ Finished onTerminal(std::vector<std::string> arguments, std::map<std::string, st
     return runOnTerminal(command, 80);
 }
 
-const std::string kDocument = transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>-1.50<NAME>Shop</STMTTRN>");
+const std::string kDocument =
+    transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>-1.50<NAME>Shop</STMTTRN>");
 
 /// A document whose page is larger than any pipe.
 std::string largeDocument() {
     std::string transactions;
     for (int i = 0; i < 5000; ++i)
-        transactions += "<STMTTRN><DTPOSTED>20240102<TRNAMT>-1.50<NAME>A shop with a name of some length</STMTTRN>";
+        transactions +=
+            "<STMTTRN><DTPOSTED>20240102<TRNAMT>-1.50<NAME>A shop with a name of some length</STMTTRN>";
     return transactionsWith(transactions);
 }
 
@@ -101,7 +103,8 @@ TEST_CASE("who quits the pager has read enough: nothing is said, and the status 
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
     const std::string path = folder.file("a.ofx", largeDocument());
-    const Finished finished = onTerminal({"show", "--quiet", "--color=never", path}, {{"PAGER", "head -n 1"}});
+    const Finished finished =
+        onTerminal({"show", "--quiet", "--color=never", path}, {{"PAGER", "head -n 1"}});
     CHECK(finished.status == 0);
     CHECK(finished.output == "Checking account ****5678\r\n");
 }
@@ -113,7 +116,8 @@ TEST_CASE("a pager that cannot be run is an error, which is said") {
         const std::string path = folder.file("a.ofx", document);
         const Finished finished = onTerminal({"show", "--quiet", path}, {{"PAGER", "/no/such/pager"}});
         CHECK(finished.status == 1);
-        CHECK(finished.output.ends_with("standard output: the pager \"/no/such/pager\" could not be run\r\n"));
+        CHECK(
+            finished.output.ends_with("standard output: the pager \"/no/such/pager\" could not be run\r\n"));
     }
 }
 

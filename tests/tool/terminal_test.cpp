@@ -1,4 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <sstream>
+
 #include "tool/tool.h"
 
 using namespace brackwell::tests;
@@ -158,6 +160,42 @@ TEST_CASE("no command writes to a terminal what that might obey") {
     CHECK(contains(onTerminal({"json", folder.path("good")}).output,
                    R"(\u001b[2J\u0007\u007f\u009b1m\u202ex\u2066y\u200f)"));
     CHECK_FALSE(contains(onTerminal({"show", oddName}, {}, 400).output, "\nbrackwell: all is well"));
+}
+
+TEST_CASE("a page for a browser is not written to a terminal unless that is asked for") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string path = folder.file("a.ofx", kDocument);
+    const Finished refused = onTerminal({"report", path});
+    CHECK(refused.status == 2);
+    CHECK(contains(refused.output, "with --output report.html"));
+    CHECK_FALSE(contains(refused.output, "<html"));
+    CHECK(contains(onTerminal({"report", path, "--output", "-"}).output, "<html"));
+}
+
+TEST_CASE("a help on a terminal parts no word, and leaves examples alone") {
+    if (!hasTerminals()) return;
+    const std::string whole = tool({"csv", "--help"}).output;
+    for (const unsigned width : {60U, 80U, 200U}) {
+        CAPTURE(width);
+        const std::string shown =
+            onTerminal({"csv", "--help"}, {}, static_cast<unsigned short>(width)).output;
+        std::istringstream words(shown);
+        std::istringstream expected(whole);
+        std::string word;
+        for (std::string other; expected >> other;) {
+            REQUIRE(static_cast<bool>(words >> word));
+            CHECK(word == other);
+        }
+        CHECK(contains(
+            shown,
+            "\n  brackwell csv --delimiter \";\" --decimal-mark , --unique Downloads --output year.csv\r\n"));
+        for (const std::string& line : linesOf(shown))
+            if (!line.starts_with("  brackwell")) CHECK(line.size() <= width + 1U);
+    }
+    // Where no room is left beside the options, it is as it always was.
+    CHECK(std::ranges::count(onTerminal({"csv", "--help"}, {}, 40).output, '\n') ==
+          std::ranges::count(whole, '\n'));
 }
 
 TEST_CASE("JSON on a terminal is the same JSON") {

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "command_line/filter_options.h"
+#include "command_line/wrapped_help.h"
 #include "commands/commands.h"
 #include "console/document_file.h"
 #include "console/output_target.h"
@@ -35,6 +36,13 @@ constexpr const char* kExamples =
     "written, 2 for wrong usage, 3 when --strict is given and there is a finding: something that the\n"
     "files hold but the output lacks, or may have wrong. Findings go to standard error.\n"
     "\"brackwell COMMAND --help\" lists the options of a command.\n";
+
+/// For who starts the program to see what it is.
+constexpr const char* kFirstSteps =
+    "brackwell reads Open Financial Exchange (OFX) documents: what banks offer as a download for money\n"
+    "programs. Try one of these with a file or a folder of yours:\n"
+    "  brackwell show july.ofx\n"
+    "  brackwell report Downloads --output report.html\n\n";
 
 /// The texts of the options, before they are understood.
 struct Texts {
@@ -172,7 +180,7 @@ void declare(CLI::App& app, Options& options, Texts& texts) {
     app.require_subcommand(1);
     app.footer(kExamples);
     app.set_version_flag("--version", "brackwell " BRACKWELL_VERSION_STRING, "Print the version and exit");
-    app.get_formatter()->column_width(32);
+    app.get_formatter()->column_width(kHelpColumn);
     for (const Command* command : commands::all()) declareCommand(app, *command, options, texts);
     declareUnmarking(app);
 }
@@ -292,6 +300,7 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
             app.get_subcommands().empty())
             line.error =
                 "unknown command \"" + given[0] + "\"\nRun with --help for a list of the commands.\n";
+        if (given.empty()) line.error.insert(0, kFirstSteps);
         std::erase(line.error, kNoArgumentHas);
         if (*line.exitStatus != 0) line.error.insert(0, adviceOnNames(given));
     }

@@ -22,6 +22,7 @@ enum Trait : unsigned {
     kOutput = 32,             ///< --output and --force
     kMayReplaceItsFile = 64,  ///< with --force the output may be the file that is read
     kPage = 128,              ///< a page for people: --color and --no-pager
+    kForBrowser = 256,        ///< a page that says nothing on a terminal
 };
 
 /// What is known of a command.

@@ -43,7 +43,7 @@ void showPayees(TextPage& page, const std::string& currency, const Payees& payee
     const std::vector<const Payee*> list = sortedPayees(payees, order);
     Table table({{"Payee", Column::Kind::text, 8, 9},
                  {"Month", Column::Kind::text, 0, 7},
-                 {"Count", Column::Kind::text, 0, 5},
+                 {"Count", Column::Kind::amount, 0, 5},
                  {"In", Column::Kind::amount, 0, 6},
                  {"Out", Column::Kind::amount, 0, 8}});
     for (const Payee* payee : list)

@@ -48,7 +48,7 @@ constexpr const char* kReportHelp =
 constexpr Command commands::kReport({
     .name = "report",
     .summary = "A page for the browser: balances, plots and a table to search in",
-    .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput,
+    .traits = kSeveralFiles | kReading | kFilter | kNumbers | kOutput | kForBrowser,
     .help = kReportHelp,
     .run = runReport,
 });

@@ -10,14 +10,14 @@
 
 namespace tool {
 
-/// The command for the shell that shows long texts in a terminal: BRACKWELL_PAGER, else PAGER, else less where
-/// that is installed. None when it is empty or "cat", or when the terminal does not say what it is.
+/// The command for the shell that shows long texts in a terminal: BRACKWELL_PAGER, else PAGER, else less
+/// where that is installed. None when it is empty or "cat", or when the terminal does not say what it is.
 std::optional<std::string> wantedPager();
 
-/// A program that a person reads a long text in. It gets the text through a pipe; the messages of this program
-/// wait until it ends, since they would stand in the middle of the text. Interruptions are for the pager, too,
-/// as long as it runs. Unless they are set, LESS is FRX (less ends by itself where the text fits on the screen,
-/// and shows colours) and LV is -c.
+/// A program that a person reads a long text in. It gets the text through a pipe; the messages of this
+/// program wait until it ends, since they would stand in the middle of the text. Interruptions are for the
+/// pager, too, as long as it runs. Unless they are set, LESS is FRX (less ends by itself where the text fits
+/// on the screen, and shows colours) and LV is -c.
 class Pager {
 public:
     /// Starts it; it has no descriptor when that fails.
