@@ -248,13 +248,65 @@ TEST_CASE("transactions without date or amount are listed and counted") {
     CHECK(rows.at(2).front() == "soon");
     CHECK(rows.at(3).front() == "no date");
     const auto notes = page.texts("li");
-    REQUIRE(notes.size() == 5);
-    CHECK(contains(notes.at(0), "line 11: The date \"soon\" "));
-    CHECK(contains(notes.at(1), "line 11: 1 transaction has no date: "));
-    CHECK(contains(notes.at(2), "line 11: The amount \"much\" "));
-    CHECK(notes.at(3).starts_with("2 transactions have no date"));
-    CHECK(notes.at(4).starts_with("1 transaction has no amount"));
+    REQUIRE(notes.size() == 9);
+    CHECK(notes.at(0).ends_with(": 3 warnings."));
+    CHECK(notes.at(1).starts_with("2 transactions have no date"));
+    CHECK(notes.at(2).starts_with("1 transaction has no amount"));
+    // In the section of the account, and once more with all others.
+    for (const std::size_t first : {3U, 6U}) {
+        CHECK(contains(notes.at(first), "line 11: The date \"soon\" "));
+        CHECK(contains(notes.at(first + 1), "line 11: 1 transaction has no date: "));
+        CHECK(contains(notes.at(first + 2), "line 11: The amount \"much\" "));
+    }
     CHECK(factsOf(page).at("In") == "+7.00");
+}
+
+TEST_CASE("a finding stands at the account and the transaction that it is about, and with all others") {
+    const std::string bank =
+        bankDocument(statement("11110001", "EUR", transaction("20240101", "1", "<NAME>fine")) +
+                     statement("22220002", "EUR",
+                               transaction("20240102", "2", "<NAME>fine, too") +
+                                   transaction("20240103", "much", "<NAME>\u00E9t\u00E9"),
+                               "<LEDGERBAL><DTASOF>20240101</LEDGERBAL>"));
+    const MarkupPage page = reportOf(bank);
+    const auto has = [](const std::string& text, const char* part) { return contains(text, part); };
+    const auto sections = page.texts("section", "account");
+    REQUIRE(sections.size() == 3);  // the first is that of the currency
+    CHECK_FALSE(has(sections.at(1), "cannot be read"));
+    CHECK(has(sections.at(2), "The amount \"much\" cannot be read"));
+    CHECK(has(sections.at(2), "1 balance has no amount"));
+    CHECK(page.texts("small", "found").size() == 1);
+    const auto rows = page.rows("transactions");
+    CHECK(rows.at(0).at(1).starts_with("\u00E9t\u00E9The amount \"much\" cannot be read"));
+    CHECK(rows.at(1).at(1) == "fine, too");
+    const std::string all = page.texts("ul", "findings").back();
+    CHECK(has(all, "\"much\""));
+    CHECK(has(all, "1 balance has no amount"));
+}
+
+TEST_CASE("a finding of a repaired document, and of investments, has its owner, too") {
+    // The close tag of the first list is missing, so that all places after it are others in what is read.
+    const MarkupPage repaired = reportOf(version1(
+        "<BANKMSGSRSV1><STMTTRNRS><STMTRS><CURDEF>EUR<BANKACCTFROM><BANKID>1<ACCTID>11110001<ACCTTYPE>"
+        "CHECKING"
+        "</BANKACCTFROM><BANKTRANLIST>" +
+        transaction("20240101", "1") + "</STMTRS></STMTTRNRS>" +
+        statement("22220002", "EUR", transaction("20240103", "much", "<NAME>odd")) + "</BANKMSGSRSV1>"));
+    CHECK(repaired.texts("small", "found").size() == 1);
+    const auto cells = repaired.rows("transactions").at(0);
+    CHECK(contains(cells.at(1), "oddThe amount \"much\" cannot be read"));
+
+    const MarkupPage investments(tool({"report", "-q", examplePath("investments.ofx")}).output);
+    const auto section = investments.texts("section", "investment");
+    CHECK(contains(section.at(0), "1 element is available only in the parse tree"));
+    CHECK_FALSE(contains(section.at(0), "The server refused"));
+}
+
+TEST_CASE("findings of a file with several documents are listed, with no account") {
+    const std::string one = transactionsWith(transaction("20240101", "much"));
+    const MarkupPage page = reportOf(one + one);
+    CHECK(page.texts("small", "found").empty());
+    CHECK(contains(page.texts("ul", "findings").back(), "\"much\""));
 }
 
 TEST_CASE("only what is asked for is shown, and the page says so") {

@@ -3,6 +3,7 @@
 
 #include "history/history.h"
 #include "input/run.h"
+#include "report/finding_list.h"
 #include "report/html_page.h"
 #include "report/html_writer.h"
 #include "report/report.h"
@@ -14,6 +15,7 @@ bool runReport(Run& run) {
     History history;
     const bool allRead = readHistory(run, history);
     const brackwell::SecurityList securities(history.investments().securities());
+    const FindingList findings(history.findings());
     Report report;
     report.securities = &securities;
     report.accounts = figuresOf(history, run.options);
@@ -22,7 +24,7 @@ bool runReport(Run& run) {
     report.currencies = figuresByCurrency(report.accounts, report.investments);
     report.otherSecurities = history.investments().otherSecurities();
     report.unread = history.unread();
-    report.findings = history.findings();
+    report.findings = &findings;
     report.filter = &run.options.filter;
     for (const AccountHistory& account : history.accounts()) report.repeats += account.repeats;
     for (const InvestmentAccount& account : history.investments().accounts())

@@ -80,7 +80,9 @@ void History::add(const InputFile& input, const Filter& filter) {
         investments_.add(opened, input.name, institution, filter);
         listed_.insert(listed_.end(), opened.accounts().begin(), opened.accounts().end());
     }
-    for (const Finding& finding : input.file.findings()) findings_.push_back({input.name, finding});
+    const std::vector<FindingOwner> owners = ownersOfFindings(input.file);
+    for (std::size_t i = 0; i < owners.size(); ++i)
+        findings_.push_back({input.name, input.file.findings()[i], owners[i]});
 }
 
 std::size_t History::placeOf(const TvOFXAccountStatement& statement) {

@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "filter/filter.h"
+#include "history/finding_owners.h"
 #include "history/investment_history.h"
 #include "history/repeats.h"
 #include "input/input_file.h"
@@ -74,6 +75,7 @@ struct AccountHistory {
 struct FileFinding {
     std::string file;  ///< as on the command line
     brackwell::Finding finding;
+    FindingOwner owner;
 };
 
 /// The accounts of several files in the order in which they come first.

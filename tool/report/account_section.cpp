@@ -11,6 +11,7 @@
 #include "report/amounts.h"
 #include "report/balance_plot.h"
 #include "report/fact_list.h"
+#include "report/finding_list.h"
 #include "report/flow_plot.h"
 #include "report/html_writer.h"
 #include "report/way_up.h"
@@ -106,6 +107,16 @@ void writeGaps(HtmlWriter& html, const AccountFigures& figures) {
     html.write("</ul>\n");
 }
 
+/// What is to be said of the statements of the account.
+void writeFindings(HtmlWriter& html, const AccountHistory& history, const FindingList& findings) {
+    std::vector<const FileFinding*> found;
+    for (const HistoryStatement& statement : history.statements) {
+        const auto& more = findings.about(identityOf(*statement.statement));
+        found.insert(found.end(), more.begin(), more.end());
+    }
+    writeFindingNotes(html, found);
+}
+
 /// The months and their sums as a table that is folded away.
 void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const std::string& currency) {
     if (months.empty()) return;
@@ -126,9 +137,11 @@ void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const s
 
 }  // namespace
 
-void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number) {
+void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number,
+                  const FindingList& findings) {
     writeHead(html, figures, number);
     writeFacts(html, figures);
+    writeFindings(html, *figures.history, findings);
     if (figures.transactions.empty())
         html.write("<p class=\"note\">No transactions.</p>\n");
     else

@@ -7,10 +7,12 @@
 
 namespace tool {
 
+class FindingList;
 class HtmlWriter;
 
 /// An account: facts, plots, months. Its number is its place in the report.
-void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number);
+void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number,
+                  const FindingList& findings);
 /// The plot and the months of all accounts in a currency.
 void writeCurrency(HtmlWriter& html, const CurrencyFigures& figures, std::size_t number);
 

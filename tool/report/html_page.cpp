@@ -14,6 +14,7 @@
 #include "history/period.h"
 #include "report/account_section.h"
 #include "report/assets.h"
+#include "report/finding_list.h"
 #include "report/html_writer.h"
 #include "report/investment_section.h"
 #include "report/overview.h"
@@ -92,12 +93,6 @@ void writeTitle(HtmlWriter& html, const Report& report) {
     html.write("</header>\n");
 }
 
-void writeFinding(HtmlWriter& html, const FileFinding& found) {
-    html.write("<li><bdi>{}</bdi>", found.file);
-    if (found.finding.line != 0) html.write(", line {}", std::to_string(found.finding.line));
-    html.write(": <bdi>{}</bdi></li>\n", found.finding.text);
-}
-
 void writeNotes(HtmlWriter& html, const Report& report) {
     const std::size_t withoutDate =
         sumOf(report.accounts, [](const auto& account) { return account.withoutDate; });
@@ -105,11 +100,11 @@ void writeNotes(HtmlWriter& html, const Report& report) {
         sumOf(report.accounts, [](const auto& account) { return account.withoutAmount; });
     const std::size_t foreign = sumOf(report.accounts, [](const auto& account) { return account.foreign; });
     const bool hasNotes = report.repeats + withoutDate + withoutAmount + foreign != 0;
-    if (report.unread.empty() && report.findings.empty() && !hasNotes) return;
+    if (report.unread.empty() && report.findings->all().empty() && !hasNotes) return;
     html.write("<ul class=\"notes\" aria-label=\"Notes\">\n");
     for (const std::string& file : report.unread)
         html.write("<li>The file <bdi>{}</bdi> could not be read and is left out.</li>\n", file);
-    for (const FileFinding& found : report.findings) writeFinding(html, found);
+    writeFindingSummary(html, *report.findings);
     if (report.repeats > 0)
         html.write("<li>{} in more than one statement and counted once.</li>\n",
                    counted(report.repeats, "transaction was", "transactions were"));
@@ -148,12 +143,14 @@ void writePage(HtmlWriter& html, const Report& report) {
     writeOverview(html, report);
     for (std::size_t i = 0; i < report.currencies.size(); ++i)
         writeCurrency(html, report.currencies[i], i + 1);
-    for (std::size_t i = 0; i < report.accounts.size(); ++i) writeAccount(html, report.accounts[i], i + 1);
+    for (std::size_t i = 0; i < report.accounts.size(); ++i)
+        writeAccount(html, report.accounts[i], i + 1, *report.findings);
     for (std::size_t i = 0; i < report.investments.size(); ++i)
-        writeInvestment(html, report.investments[i], i + 1);
+        writeInvestment(html, report.investments[i], i + 1, *report.findings);
     writeOtherSecurities(html, report);
     writePayees(html, report);
     writeTransactions(html, report);
+    writeAllFindings(html, *report.findings);
     writeFoot(html);
 }
 

@@ -15,6 +15,7 @@
 #include "report/amounts.h"
 #include "report/axis.h"
 #include "report/fact_list.h"
+#include "report/finding_list.h"
 #include "report/flow_plot.h"
 #include "report/html_writer.h"
 #include "report/way_up.h"
@@ -240,11 +241,18 @@ void writeNotes(HtmlWriter& html, const InvestmentFigures& figures) {
 
 }  // namespace
 
-void writeInvestment(HtmlWriter& html, const InvestmentFigures& figures, std::size_t number) {
+void writeInvestment(HtmlWriter& html, const InvestmentFigures& figures, std::size_t number,
+                     const FindingList& findings) {
     const double sum = sumOfHoldings(figures);
     writeHead(html, figures, number);
     writeFacts(html, figures);
     writeNotes(html, figures);
+    std::vector<const FileFinding*> found;
+    for (const InvestmentSource& source : figures.account->statements) {
+        const auto& more = findings.about(identityOf(source.statement));
+        found.insert(found.end(), more.begin(), more.end());
+    }
+    writeFindingNotes(html, found);
     writePlots(html, figures, sum, number);
     writeIncomeMonths(html, figures);
     if (!figures.holdings.empty()) writeHoldings(html, figures, sum);

@@ -12,6 +12,7 @@
 
 namespace tool {
 
+class FindingList;
 struct Filter;
 
 /// All that a page is made of.
@@ -20,7 +21,7 @@ struct Report {
     std::vector<InvestmentFigures> investments;
     std::vector<CurrencyFigures> currencies;
     std::vector<std::string> unread;                      ///< files that could not be read
-    std::vector<FileFinding> findings;                    ///< what is to be said of the others
+    const FindingList* findings = nullptr;                ///< what is to be said of the others
     std::size_t repeats = 0;                              ///< transactions that were left out
     const brackwell::SecurityList* securities = nullptr;  ///< of all files
     const Filter* filter = nullptr;                       ///< by which the others were chosen

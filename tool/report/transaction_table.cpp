@@ -15,6 +15,7 @@
 #include "money/foreign_amount.h"
 #include "report/amounts.h"
 #include "report/csv_lines.h"
+#include "report/finding_list.h"
 #include "report/html_writer.h"
 #include "report/way_up.h"
 #include "text/shown_values.h"
@@ -168,7 +169,11 @@ Columns columnsOf(const std::vector<Named>& names, const std::vector<Transaction
 class Cells {
 public:
     Cells(HtmlWriter& html, const std::vector<Named>& names, const Columns& columns, const Report& report)
-        : markup_(html), names_(names), columns_(columns), lines_(*report.securities) {}
+        : markup_(html),
+          names_(names),
+          columns_(columns),
+          findings_(*report.findings),
+          lines_(*report.securities) {}
 
     void write(const TransactionRow& row) {
         writeLine(row);
@@ -202,6 +207,7 @@ private:
         markup_.write("<th scope=\"row\">{}", firstOf(payee, transaction.memo()).value_or(""));
         writeSmall(converted);
         if (hasPayee) writeSmall(transaction.memo());
+        writeFound(identityOf(transaction));
         markup_.write("</th><td>{}</td>", transaction.transactionType().value_or(""));
     }
     void writeTrade(const Trade& trade, const std::string& converted) {
@@ -215,7 +221,13 @@ private:
         writeSmall(quantityOf(transaction));
         writeSmall(converted);
         writeSmall(memoOf(transaction));
+        writeFound(identityOf(transaction));
         markup_.write("</th><td>{}</td>", kindInWords(transaction));
+    }
+    /// What is to be said of a transaction.
+    void writeFound(const void* identity) {
+        for (const FileFinding* found : findings_.about(identity))
+            markup_.write("<small class=\"found\">{}</small>", found->finding.text);
     }
     void writeDate(const std::optional<Date>& date, OptionalText text) {
         if (date)
@@ -250,6 +262,7 @@ private:
     HtmlWriter& markup_;
     const std::vector<Named>& names_;
     Columns columns_;
+    const FindingList& findings_;
     CsvLines lines_;
 };
 
