@@ -12,9 +12,9 @@ _brackwell_options() {
         csv) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --kind --currencies --columns --delimiter --decimal-mark --decimals --days --raw --unique --since --until --account --search --sort" ;;
         report) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --since --until --account --search --sort" ;;
         convert) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --to --accounts --unless --no-opening-balances --no-assertions" ;;
-        accounts) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
-        duplicates) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full" ;;
-        payees) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --since --until --account --search --sort" ;;
+        accounts) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --color --no-pager" ;;
+        duplicates) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --full --color --no-pager" ;;
+        payees) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --color --no-pager --since --until --account --search --sort" ;;
         check) echo "-h --help --encoding -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
         tree) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is --original" ;;
         pretty) echo "-h --help --encoding -o --output --force -q --quiet --strict --date-format --decimal-separator --grouping-separator --as-is" ;;
@@ -34,6 +34,7 @@ _brackwell_values() {
         --date-format) [[ " show json csv report convert accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
         --decimal-separator) [[ " show json csv report convert accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
         --grouping-separator) [[ " show json csv report convert accounts duplicates payees check tree pretty " == *" $1 "* ]] ;;
+        --color) [[ " show accounts duplicates payees " == *" $1 "* ]] && echo "auto always never" ;;
         --since) [[ " show json csv report payees request " == *" $1 "* ]] ;;
         --until) [[ " show json csv report payees " == *" $1 "* ]] ;;
         --account) [[ " show json csv report payees " == *" $1 "* ]] ;;
