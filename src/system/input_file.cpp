@@ -55,7 +55,8 @@ FileStatus statusOf(const std::string& path) {
     struct ::_stat64 status = {};
     const std::u8string text(path.begin(), path.end());
     if (::_wstat64(std::filesystem::path(text).c_str(), &status) != 0) return {};
-    return {(status.st_mode & _S_IFDIR) != 0, static_cast<std::uint64_t>(status.st_size)};
+    const bool hasSize = (status.st_mode & _S_IFREG) != 0;
+    return {(status.st_mode & _S_IFDIR) != 0, hasSize ? static_cast<std::uint64_t>(status.st_size) : 0};
 }
 
 #else
@@ -90,7 +91,8 @@ FileStatus statusOf(const std::string& path) {
     if (hasNUL(path)) return {};
     struct stat status = {};
     if (::stat(path.c_str(), &status) != 0) return {};
-    return {S_ISDIR(status.st_mode), static_cast<std::uint64_t>(status.st_size)};
+    const bool hasSize = S_ISREG(status.st_mode);
+    return {S_ISDIR(status.st_mode), hasSize ? static_cast<std::uint64_t>(status.st_size) : 0};
 }
 
 #endif

@@ -37,7 +37,7 @@ private:
 /// What the system says of a file without opening it.
 struct FileStatus {
     bool isFolder = false;
-    std::uint64_t size = 0;  ///< 0 for what has none, or is not there
+    std::uint64_t size = 0;  ///< of a file in a file system; 0 for all else
 };
 FileStatus statusOf(const std::string& path);
 
