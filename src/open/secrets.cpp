@@ -61,8 +61,10 @@ std::optional<std::size_t> secretNameEnd(std::string_view text, std::size_t begi
     if (!mayHoldSecret(name)) return std::nullopt;
     for (const std::string_view secret : kSecretNames) {
         const auto isSame = [](char c, char capital) { return capitalLetter(c) == capital; };
-        const auto found = std::ranges::search(name, secret, isSame);
-        if (!found.empty()) return begin + static_cast<std::size_t>(found.end() - name.begin());
+        const std::string_view::const_iterator found =
+            std::search(name.begin(), name.end(), secret.begin(), secret.end(), isSame);
+        if (found != name.end())
+            return begin + static_cast<std::size_t>(found - name.begin()) + secret.size();
     }
     return std::nullopt;
 }

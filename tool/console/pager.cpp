@@ -78,10 +78,9 @@ public:
     }
 
     /// Runs a command in a shell; its process, or -1.
-    pid_t run(std::string command) const {
-        std::string shell = "sh";
-        std::string option = "-c";
-        const std::array<char*, 4> arguments = {shell.data(), option.data(), command.data(), nullptr};
+    pid_t run(const std::string& command) const {
+        std::string words[] = {"sh", "-c", command};  // which the system's call takes as if it changed them
+        const std::array<char*, 4> arguments = {words[0].data(), words[1].data(), words[2].data(), nullptr};
         const PagerEnvironment environment;
         pid_t process = -1;
         const int failure = ::posix_spawn(&process, "/bin/sh", &files_, &attributes_, arguments.data(),
