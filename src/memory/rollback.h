@@ -27,13 +27,13 @@ private:
 
 /// Lets a member have another value, and gives it the first one back, unless the other one is kept.
 template <class Member>
-class Replacement {
+class Exchange {
 public:
-    Replacement(Member& member, Member other) noexcept
+    Exchange(Member& member, Member other) noexcept
         : member_(member), before_(std::exchange(member, std::move(other))) {}
-    Replacement(const Replacement&) = delete;
-    Replacement& operator=(const Replacement&) = delete;
-    ~Replacement() {
+    Exchange(const Exchange&) = delete;
+    Exchange& operator=(const Exchange&) = delete;
+    ~Exchange() {
         if (!isKept_) member_ = std::move(before_);
     }
     void keep() noexcept { isKept_ = true; }

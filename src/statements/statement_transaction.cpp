@@ -156,7 +156,7 @@ void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDiction
     if (!node) return setOriginalParseData(std::nullopt);
     Rollback before(texts_, datePosted_, dateUserInit_, dateFundsAvailable_, amount_);
     // What is read goes into a copy.
-    Replacement copied(parties_, parties_ ? std::make_unique<Parties>(*parties_) : nullptr);
+    Exchange copied(parties_, parties_ ? std::make_unique<Parties>(*parties_) : nullptr);
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
     const ParseDictionary held = *node;
     read(NodeRef::of(held));
