@@ -58,7 +58,7 @@ inside && /^```$/ {
     else if (language == "text" && code) expect(block)
     else if (language == "console") write_session()
     else if (language == "cmake") write_project()
-    # Sessions of Python are run by the tests of the package.
+    # What Python shows at its prompt is run by the tests of the package.
     else if (language != "mermaid" && language != "pycon") fail("no rule for a block of \"" language "\" here")
     next
 }

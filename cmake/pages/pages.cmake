@@ -5,7 +5,7 @@
 #   ```console   a session in a folder with copies of examples/*.ofx and docs/documents/*.ofx: lines
 #                "$ command" and what they print; ./NAME is the last program before
 #   ```cmake     a CMakeLists.txt that must configure, with the last program before and a folder brackwell
-#   ```pycon     a session of Python, which bindings/python/tests/test_pages.py runs
+#   ```pycon     what Python shows at its prompt, which bindings/python/tests/test_pages.py runs
 #
 # An output whose last line is "..." goes on in any way. A compiler's messages name the line of the page.
 

@@ -1,9 +1,12 @@
 # SPDX-License-Identifier: Apache-2.0
-"""The documents that the tests read."""
+"""The documents that the tests read, and what all of them have."""
 
 import pathlib
+from typing import Any, List
 
 import pytest
+
+import brackwell
 
 EXAMPLES = pathlib.Path(__file__).parents[3] / "examples"
 
@@ -42,3 +45,15 @@ def statement(*transactions: str, currency: str = "GBP") -> bytes:
 
 def transaction(amount: str, day: str = "20240131", memo: str = "") -> str:
     return f"<TRNTYPE>DEBIT<DTPOSTED>{day}<TRNAMT>{amount}<FITID>1" + (f"<MEMO>{memo}" if memo else "")
+
+
+def lists_of(document: brackwell.Document) -> List[Any]:
+    return [
+        document.accounts,
+        document.transactions,
+        document.investments,
+        document.investment_transactions,
+        document.positions,
+        document.securities,
+        document.findings,
+    ]

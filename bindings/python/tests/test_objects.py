@@ -14,19 +14,7 @@ from typing import Any, Iterator, List
 import pytest
 
 import brackwell
-from conftest import statement, transaction
-
-
-def lists_of(document: brackwell.Document) -> List[Any]:
-    return [
-        document.accounts,
-        document.transactions,
-        document.investments,
-        document.investment_transactions,
-        document.positions,
-        document.securities,
-        document.findings,
-    ]
+from conftest import lists_of, statement, transaction
 
 
 def records_in(value: Any) -> Iterator[Any]:

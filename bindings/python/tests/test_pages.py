@@ -13,8 +13,8 @@ import brackwell
 ROOT = pathlib.Path(__file__).parents[3]
 
 
-def sessions_of(page: str) -> str:
-    """The page with nothing but its sessions, each at its line."""
+def prompts_of(page: str) -> str:
+    """The page with nothing but what Python shows at its prompt, each line at its place."""
     kept: List[str] = []
     inside = False
     for line in page.splitlines():
@@ -25,13 +25,13 @@ def sessions_of(page: str) -> str:
     return "\n".join(kept) + "\n"
 
 
-def test_the_sessions_of_the_page_are_true(tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch) -> None:
+def test_the_prompts_of_the_page_are_true(tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch) -> None:
     for module in ("pyarrow", "polars", "duckdb"):
         pytest.importorskip(module)
     for example in (ROOT / "examples").glob("*.ofx"):
         shutil.copy(example, tmp_path)
     monkeypatch.chdir(tmp_path)
-    page = sessions_of((ROOT / "docs" / "python.md").read_text(encoding="utf-8"))
+    page = prompts_of((ROOT / "docs" / "python.md").read_text(encoding="utf-8"))
     test = doctest.DocTestParser().get_doctest(page, {}, "python.md", "docs/python.md", 0)
     assert len(test.examples) > 15
     results = doctest.DocTestRunner(optionflags=doctest.REPORT_NDIFF).run(test)

@@ -2,7 +2,7 @@
 """The example for Apache Spark, on a local cluster of two workers."""
 
 import decimal
-import importlib.util
+import importlib
 import os
 import pathlib
 import shutil
@@ -37,15 +37,14 @@ def spark() -> Iterator[Any]:
         session.stop()
 
 
-def test_a_folder_becomes_two_tables(spark: Any, tmp_path: pathlib.Path) -> None:
+def test_a_folder_becomes_two_tables(
+    spark: Any, tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
     import pyarrow.parquet  # type: ignore[import-untyped]
 
-    spec = importlib.util.spec_from_file_location("spark_folder", EXAMPLE)
-    assert spec is not None and spec.loader is not None
-    example = importlib.util.module_from_spec(spec)
-    # The workers import the module by its name.
-    sys.modules["spark_folder"] = example
-    spec.loader.exec_module(example)
+    # The workers import the example by its name, and so does the test.
+    monkeypatch.syspath_prepend(EXAMPLE.parent)
+    example = importlib.import_module(EXAMPLE.stem)
     spark.sparkContext.addPyFile(str(EXAMPLE))
 
     folder = tmp_path / "documents"

@@ -12,22 +12,10 @@ import hypothesis.strategies as st
 import pytest
 
 import brackwell
-from conftest import statement, transaction
+from conftest import lists_of, statement, transaction
 
 pa = pytest.importorskip("pyarrow")
 pytest.importorskip("pyarrow.compute")
-
-
-def lists_of(document: brackwell.Document) -> List[Any]:
-    return [
-        document.accounts,
-        document.transactions,
-        document.investments,
-        document.investment_transactions,
-        document.positions,
-        document.securities,
-        document.findings,
-    ]
 
 
 def test_arrow_has_the_values_of_the_loop(example: pathlib.Path) -> None:
