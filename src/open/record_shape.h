@@ -66,8 +66,8 @@ public:
         if (around_ != around || end - &record != end_ - record_) return false;
         if (!hasSameNames(&record)) return false;
         for (const Offset offset : aggregates_)
-            if (record_[offset].begin - record_->begin != (&record)[offset].begin - record.begin)
-                return false;
+            if (record_->begin - record_[offset].begin != record.begin - (&record)[offset].begin)
+                return false;  // ends elsewhere
         return true;
     }
 
