@@ -48,11 +48,11 @@ TEST_CASE("the schema has no name that json never writes of a document with ever
                                    .output;
     const Json& definitions = lineSchema()["$defs"];
     // An element that a text stands in takes the place of the aggregate that most documents have.
-    const std::vector<std::string> seldom{"currency", "origCurrency"};
-    for (const auto& [name, schema] : definitions["transaction"]["properties"].items()) {
+    const std::vector<std::string> seldom{"currency", "origCurrency", "transactionCurrency"};
+    for (const auto& property : definitions["transaction"]["properties"].items()) {
+        const std::string& name = property.key();
         CAPTURE(name);
-        const bool isSeldom =
-            std::ranges::find(seldom, name) != seldom.end() || name == "transactionCurrency";
+        const bool isSeldom = std::ranges::find(seldom, name) != seldom.end();
         CHECK((isSeldom || contains(output, "\"" + name + "\":")));
     }
 }
