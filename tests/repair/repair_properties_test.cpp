@@ -277,7 +277,7 @@ const std::vector<std::string> kPieces{"<A>",        "<A>",
 TEST_CASE("whatever is in a body, its repair reads, keeps the values and is the last") {
     RandomText random(7);
     std::size_t damaged = 0;
-    const std::size_t rounds = scaled(60000);
+    const std::size_t rounds = scaled(20000);
     for (std::size_t i = 0; i < rounds; ++i)
         if (check("<OFX>" + random.soup(kPieces, 1 + random.below(20)))) ++damaged;
     CHECK(damaged > rounds / 4);
@@ -290,7 +290,7 @@ TEST_CASE("whatever is in a body in lower case, its repair reads, keeps the valu
     for (std::string& piece : pieces)
         if (!piece.starts_with("<![")) piece = withTagsInLowerCase(piece);
     for (const char* header : {"", "OFXHEADER:100\n", "<?OFX?>"})
-        for (std::size_t i = 0; i < scaled(20000); ++i)
+        for (std::size_t i = 0; i < scaled(8000); ++i)
             check(header + ("<ofx>" + random.soup(pieces, 1 + random.below(20))));
 }
 
@@ -302,7 +302,7 @@ TEST_CASE("whatever stands around a document, its repair reads, keeps the values
         for (int i = 0; i < 4; ++i) pieces.emplace_back(piece);
     RandomText random(8);
     std::size_t damaged = 0;
-    const std::size_t rounds = scaled(40000);
+    const std::size_t rounds = scaled(20000);
     for (std::size_t i = 0; i < rounds; ++i)
         if (check(random.soup(pieces, random.below(16)))) ++damaged;
     CHECK(damaged > rounds / 4);
@@ -364,9 +364,9 @@ TEST_CASE("a sound document that lacks any one of its tags is repaired and keeps
 
 TEST_CASE("whatever elements stand in each other, their repair reads, keeps the values and is the last") {
     RandomText random(12);
-    for (std::size_t i = 0; i < scaled(60000); ++i)
+    for (std::size_t i = 0; i < scaled(20000); ++i)
         check("<OFX>" + random.soup(kStructure, 1 + random.below(24)), RepairScope::structure);
-    for (std::size_t i = 0; i < scaled(10000); ++i)
+    for (std::size_t i = 0; i < scaled(4000); ++i)
         check(random.soup(kStructure, 1 + random.below(24)), RepairScope::structure);
 }
 
@@ -374,6 +374,6 @@ TEST_CASE("whatever is in a body, a repair of its structure reads, keeps the val
     std::vector<std::string> pieces = kPieces;
     pieces.insert(pieces.end(), kStructure.begin(), kStructure.end());
     RandomText random(13);
-    for (std::size_t i = 0; i < scaled(60000); ++i)
+    for (std::size_t i = 0; i < scaled(20000); ++i)
         check("<OFX>" + random.soup(pieces, 1 + random.below(20)), RepairScope::structure);
 }
