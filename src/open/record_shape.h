@@ -33,8 +33,8 @@ public:
     };
     /// How many nodes after that of the record itself.
     using Offset = std::uint16_t;
-    /// An element that is counted, or whose text is a value.
-    struct Found {
+    /// An element whose text is a value.
+    struct Value {
         Offset offset;
         Content content;
     };
@@ -57,7 +57,8 @@ public:
 
     /// Adds what was found in the record; false when it is too much.
     bool add(const reading::Node& node, Content content) noexcept {
-        return found.add({static_cast<Offset>(&node - record_), content});
+        if (!isLeafContent(content)) return counted.add(content);
+        return values.add({static_cast<Offset>(&node - record_), content});
     }
 
     /// True when another record has the same elements in the same order.
@@ -71,7 +72,8 @@ public:
         return true;
     }
 
-    Few<Found> found;
+    Few<Content> counted;
+    Few<Value> values;
     std::ptrdiff_t required = 0;  ///< what the record adds to Survey::required
 
 private:

@@ -45,8 +45,7 @@ public:
                 end = document_.endOf(&document_.node(around.node));
                 continue;
             }
-            if (const reading::Node* after = document_.endOf(node);
-                RecordShape::isRecord(*node, after) && takeKnown(*node, after, around.children)) {
+            if (const reading::Node* after = pastKnown(node, end, around.children); after != node) {
                 node = after;
                 continue;
             }
@@ -111,14 +110,26 @@ private:
         }
     }
 
+    /// Counts the records from here on whose shapes are known; returns the node after them.
+    const reading::Node* pastKnown(const reading::Node* node, const reading::Node* end,
+                                   const ChildFacts* around) {
+        if (recorded_ != 0) return node;
+        while (node != end) {
+            const reading::Node* after = document_.endOf(node);
+            if (!RecordShape::isRecord(*node, after) || !takeKnown(*node, after, around)) break;
+            node = after;
+        }
+        return node;
+    }
+
     /// Counts a record whose shape is known without walking through it: the transactions of a statement have
     /// few shapes. An unknown shape is recorded, unless the record has something that varies within a shape.
     bool takeKnown(const reading::Node& record, const reading::Node* end, const ChildFacts* around) {
-        if (recorded_ != 0) return false;
         for (const RecordShape& shape : shapes_) {
             if (!shape.isOf(record, end, around)) continue;
             survey_.required += shape.required;
-            for (const auto [offset, content] : shape.found) takeValue((&record)[offset], content);
+            for (const Content content : shape.counted) count(content);
+            for (const auto [offset, content] : shape.values) takeValue((&record)[offset], content);
             return true;
         }
         recording_ = RecordShape(record, end, around);
