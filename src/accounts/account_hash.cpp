@@ -4,6 +4,7 @@
 #include <bit>
 
 #include "memory/unpredictable_hash.h"
+#include "numbers/as_size.h"
 
 namespace brackwell {
 
@@ -13,7 +14,7 @@ std::size_t accountHash(std::uint64_t number, std::initializer_list<OptionalText
     std::uint64_t all = number;
     // The turn makes the same text in another place another hash.
     for (const OptionalText& text : texts) all = std::rotl(all, 23) ^ (text ? kHash(*text) : kAbsent);
-    return all;
+    return asSize(all);
 }
 
 }  // namespace brackwell

@@ -53,12 +53,12 @@ void appendMantissa(std::string& bytes, const Mantissa& mantissa) {
     // Negative integers are counted from -1 down.
     const Wide value = mantissa.negative ? mantissa.coefficient - 1 : mantissa.coefficient;
     // The deterministic form takes a plain integer wherever it fits, and a bignum without leading zeros.
-    if (value >> 64 == 0) {
+    if ((value >> 64) == 0) {
         const Major major = mantissa.negative ? Major::negativeInteger : Major::unsignedInteger;
         return cbor::appendHead(bytes, major, static_cast<std::uint64_t>(value));
     }
     unsigned size = sizeof value;
-    while (value >> 8 * (size - 1) == 0) --size;
+    while ((value >> 8 * (size - 1)) == 0) --size;
     cbor::appendHead(bytes, Major::tag,
                      mantissa.negative ? cbor::kTagNegativeBignum : cbor::kTagUnsignedBignum);
     cbor::appendHead(bytes, Major::bytes, size);
@@ -78,7 +78,7 @@ std::optional<Mantissa> takeMantissa(std::string_view& bytes) noexcept {
     if (!digits || digits->size() > sizeof(Wide)) return std::nullopt;
     Wide value = 0;
     for (const char byte : *digits) value = value << 8 | static_cast<unsigned char>(byte);
-    if (value >> 127 != 0)
+    if ((value >> 127) != 0)
         return std::nullopt;  // more than any decimal number holds; one more could overflow
     return Mantissa{negative, negative ? value + 1 : value};
 }

@@ -3,6 +3,8 @@
 
 #include <limits>
 
+#include "numbers/as_size.h"
+
 namespace brackwell::cbor {
 
 namespace {
@@ -89,8 +91,8 @@ std::optional<std::int64_t> takeInteger(std::string_view& bytes) noexcept {
 std::optional<std::string_view> takeString(std::string_view& bytes, Major major) noexcept {
     const auto size = takeArgument(bytes, major);
     if (!size || *size > bytes.size()) return std::nullopt;
-    const std::string_view content = bytes.substr(0, *size);
-    bytes.remove_prefix(*size);
+    const std::string_view content = bytes.substr(0, asSize(*size));
+    bytes.remove_prefix(content.size());
     return content;
 }
 
@@ -108,7 +110,7 @@ bool skipItem(std::string_view& bytes) noexcept {
             case Major::bytes:
             case Major::text:
                 if (head->argument > bytes.size()) return false;
-                bytes.remove_prefix(head->argument);
+                bytes.remove_prefix(asSize(head->argument));
                 continue;
             case Major::array:
             case Major::map:

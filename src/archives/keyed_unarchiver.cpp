@@ -6,6 +6,7 @@
 
 #include "archives/archive_values.h"
 #include "archives/cbor.h"
+#include "numbers/as_size.h"
 
 namespace brackwell {
 
@@ -177,7 +178,7 @@ std::optional<std::vector<ArchiveListItem>> KeyedUnarchiver::decodeList(std::str
         if (const auto inner = cbor::takeArgument(afterHead, Major::array)) {
             value = afterHead;
             items.push_back({Kind::beginList, {}, 0});
-            items.back().count = *inner;
+            items.back().count = asSize(*inner);
             entriesLeft.push_back(*inner);
         } else {
             items.push_back({Kind::text, *cbor::takeString(value, Major::text), 0});
@@ -194,7 +195,7 @@ std::optional<KeyedUnarchiver> KeyedUnarchiver::decodeObject(std::string_view ke
 
 KeyedUnarchiver::KeyedUnarchiver(Data data, std::string_view map) : data_(std::move(data)) {
     const std::uint64_t count = *cbor::takeArgument(map, Major::map);
-    entries_.reserve(count);
+    entries_.reserve(asSize(count));
     for (std::uint64_t i = 0; i < count; ++i) {
         const std::string_view key = *cbor::takeString(map, Major::text);
         const std::string_view start = map;

@@ -19,7 +19,7 @@ using reading::Node;
 
 constexpr NameID kTransaction = reading::element("STMTTRN");
 constexpr NameID kOriginalString = reading::element("TVOFX_ORIGINAL_STRING");
-constexpr NameID kNone = ~NameID{0};
+constexpr NameID kNothingPending = ~NameID{0};
 
 /// Enough for all that the OFX standard nests. Without an end, the tabs of a document that consists of
 /// nothing but open tags would outgrow it.
@@ -129,7 +129,7 @@ private:
 
     void closeTag(std::uint32_t index) {
         text_.append("</").append(nameOf(index)).append(">");
-        pending_ = kNone;
+        pending_ = kNothingPending;
     }
 
     void endLine() {
@@ -145,7 +145,7 @@ private:
     const Document& document_;
     const std::function<bool(std::string_view)>& take_;
     std::vector<std::uint32_t> open_;  ///< the aggregates that are open; the first is the root
-    NameID pending_ = kNone;           ///< what the reader takes "<>" for
+    NameID pending_ = kNothingPending;           ///< what the reader takes "<>" for
     std::string text_;
     bool isWanted_ = true;
 };

@@ -10,6 +10,7 @@
 #include <string>
 #include <utility>
 
+#include "numbers/as_size.h"
 #include "system/local_time.h"
 #include "text/ascii_digit.h"
 
@@ -39,7 +40,7 @@ public:
     std::string_view take(std::uint64_t count) noexcept {
         good_ &= count <= rest_.size();
         if (!good_) return {};
-        const std::string_view part = rest_.substr(0, count);
+        const std::string_view part = rest_.substr(0, asSize(count));
         rest_.remove_prefix(part.size());
         return part;
     }

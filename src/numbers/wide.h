@@ -114,7 +114,8 @@ private:
     std::uint64_t low_ = 0;
 };
 
-#if defined(__SIZEOF_INT128__)
+// With sizes of 32 bits the compiler's own is a call of functions, which not every kit for WebAssembly has.
+#if defined(__SIZEOF_INT128__) && SIZE_MAX > UINT32_MAX
 // NOLINTNEXTLINE(modernize-use-using): "using" has no place for __extension__
 __extension__ typedef unsigned __int128 Wide;
 #else

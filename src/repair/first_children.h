@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "numbers/as_size.h"
 #include "repair/tree.h"
 
 namespace brackwell::repair {
@@ -42,7 +43,7 @@ private:
     struct Hash {
         std::size_t operator()(std::uint64_t key) const noexcept {
             key = (key ^ key >> 31) * 0x9E3779B97F4A7C15U;
-            return key ^ key >> 29;
+            return asSize(key ^ key >> 29);
         }
     };
     static std::uint64_t key(NodeID parent, elements::Element element) noexcept {
