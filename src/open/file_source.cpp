@@ -143,7 +143,7 @@ PathOrError pathOf(std::string_view pathOrURL) {
     // A query or a fragment has no meaning in the URL of a file.
     const std::optional<std::string> path = decodedPath(rest);
     if (!rest.starts_with('/') || !path) return {{}, kInvalidURL.with(pathOrURL)};
-    return {*path, {}};
+    return {system::pathOfURL(*path), {}};
 }
 
 }  // namespace brackwell::opening

@@ -343,7 +343,8 @@ OpenedFile openFile(std::string_view pathOrURL, const OpenOptions& options) {
 }
 
 OpenedFile openFile(const std::filesystem::path& path, const OpenOptions& options) {
-    return openPath(path.string(), options);
+    const std::u8string name = path.u8string();  // the system's own where its paths are bytes
+    return openPath(std::string(name.begin(), name.end()), options);
 }
 
 }  // namespace brackwell

@@ -59,6 +59,11 @@ FileStatus statusOf(const std::string& path) {
     return {(status.st_mode & _S_IFDIR) != 0, hasSize ? static_cast<std::uint64_t>(status.st_size) : 0};
 }
 
+std::string pathOfURL(std::string path) {
+    const bool hasDrive = path.size() > 2 && path[2] == ':';  // "/C:/july.ofx"
+    return hasDrive ? path.substr(1) : path;
+}
+
 #else
 
 InputFile::InputFile(const std::string& path) : error_(hasNUL(path) ? ENOENT : 0) {
@@ -94,6 +99,8 @@ FileStatus statusOf(const std::string& path) {
     const bool hasSize = S_ISREG(status.st_mode);
     return {S_ISDIR(status.st_mode), hasSize ? static_cast<std::uint64_t>(status.st_size) : 0};
 }
+
+std::string pathOfURL(std::string path) { return path; }
 
 #endif
 

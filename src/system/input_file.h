@@ -34,6 +34,9 @@ private:
     int error_ = 0;
 };
 
+/// The path that the path of a "file:" URL stands for, which begins with a slash.
+std::string pathOfURL(std::string path);
+
 /// What the system says of a file without opening it.
 struct FileStatus {
     bool isFolder = false;

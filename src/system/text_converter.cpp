@@ -6,13 +6,16 @@
 #include <cstddef>
 #include <new>
 
-#if __has_include(<iconv.h>)
+// The C library of WASI has one that is as large as all of this library, and whose decoders of some encodings
+// write outside of their room on bytes that are no text.
+#if __has_include(<iconv.h>) && !defined(__wasi__)
+#define BRACKWELL_HAS_ICONV
 #include <iconv.h>
 #endif
 
 namespace brackwell::system {
 
-#if __has_include(<iconv.h>)
+#if defined(BRACKWELL_HAS_ICONV)
 
 namespace {
 
