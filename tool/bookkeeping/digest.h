@@ -29,15 +29,14 @@ private:
     static constexpr std::uint64_t kPrime = 0x100000001B3;
 
     void addByte(unsigned char byte) noexcept {
-        // The product is meant to wrap, which 128 bits say without a word to the sanitizers.
-        hash_ = static_cast<std::uint64_t>(static_cast<Wide>(hash_ ^ byte) * kPrime);
+        hash_ = (hash_ ^ byte) * kPrime;  // which is meant to wrap
     }
-    void addNumber(std::size_t number) noexcept {
+    /// Of 64 bits, also where sizes have fewer.
+    void addNumber(std::uint64_t number) noexcept {
         for (std::size_t i = 0; i < sizeof number; ++i)
             addByte(static_cast<unsigned char>(number >> (8 * i) & 0xFF));
     }
 
-    __extension__ using Wide = unsigned __int128;
     std::uint64_t hash_ = kOffset;
 };
 
