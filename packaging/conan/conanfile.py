@@ -47,7 +47,7 @@ class BrackwellConan(ConanFile):
             raise ConanInvalidConfiguration(f"{self.name} is written for POSIX systems")
 
     def build_requirements(self):
-        self.tool_requires("cmake/[>=3.25]")
+        self.tool_requires("cmake/[>=3.22]")
 
     def layout(self):
         cmake_layout(self)

@@ -3,7 +3,7 @@
 
 #include "support/documents.h"
 #include "support/shown.h"
-#include "support/tree_text.h"
+#include "support/value_text.h"
 
 namespace brackwell::tests {
 namespace {

@@ -1,0 +1,2 @@
+include(${CMAKE_CURRENT_LIST_DIR}/header_library.cmake)
+header_library(tomlplusplus::tomlplusplus toml++)

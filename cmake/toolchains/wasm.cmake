@@ -1,0 +1,10 @@
+# WebAssembly with the system interface WASI, by clang. It has no exceptions and no threads.
+include(${CMAKE_CURRENT_LIST_DIR}/common.cmake)
+set(CMAKE_SYSTEM_NAME Generic)
+set(CMAKE_SYSTEM_PROCESSOR wasm32)
+set(CMAKE_CXX_COMPILER clang++-19)
+set(CMAKE_CXX_COMPILER_TARGET wasm32-wasi)
+set(CMAKE_SYSROOT /usr)
+set(CMAKE_CXX_FLAGS_INIT "-fno-exceptions -stdlib=libc++")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-Wl,--strip-all")
+set(CMAKE_FIND_ROOT_PATH /usr/lib/wasm32-wasi)
