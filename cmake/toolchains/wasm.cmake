@@ -8,3 +8,4 @@ set(CMAKE_SYSROOT /usr)
 set(CMAKE_CXX_FLAGS_INIT "-fno-exceptions -stdlib=libc++")
 set(CMAKE_EXE_LINKER_FLAGS_INIT "-Wl,--strip-all")
 set(CMAKE_FIND_ROOT_PATH /usr/lib/wasm32-wasi)
+set(CMAKE_POSITION_INDEPENDENT_CODE OFF)  # programs are linked whole, and without it they are smaller
