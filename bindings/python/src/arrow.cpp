@@ -18,6 +18,8 @@ namespace {
 constexpr int kUsualScale = 10;
 /// As many rows come at once; a consumer so need not hold a long list twice.
 constexpr std::size_t kRowsOfBatch = std::size_t{1} << 16;
+/// Of so many rows all columns are filled before the next ones, as long as the objects are in fast memory.
+constexpr std::size_t kRowsOfBlock = 256;
 
 /// How the columns are laid out. Amounts are looked through once, for a scale that all of them fit.
 std::vector<ArrowType> typesOf(const Table& table) {
@@ -25,13 +27,8 @@ std::vector<ArrowType> typesOf(const Table& table) {
     for (std::size_t i = 0; i < table.columns().size(); ++i) {
         ArrowType type{table.columns()[i].kind};
         if (type.kind == Kind::amount) {
-            type.scale = kUsualScale;
-            table.eachCell(i, 0, table.rowCount(), [&](const Cell& cell) {
-                if (const auto* number = std::get_if<Decimal>(&cell))
-                    type.scale = std::max(type.scale, fractionDigitsOf(*number));
-            });
-            // More digits after the point than all that there are.
-            type.scale = std::min(type.scale, Decimal::maximumDigits);
+            // Not more digits after the point than all that there are.
+            type.scale = std::clamp(table.fractionDigits(i), kUsualScale, Decimal::maximumDigits);
         }
         types.push_back(type);
     }
@@ -152,35 +149,30 @@ int guarded(Stream& stream, Action action) {
 }
 
 /// False when a value does not fit; the stream then has an error.
-bool fillColumn(Stream& stream, std::size_t index, std::size_t end, ArrowColumn& column) {
-    std::size_t row = stream.next;
-    bool fits = true;
-    stream.table->eachCell(index, stream.next, end, [&](const Cell& cell) {
-        if (fits && !column.append(cell)) {
-            stream.error = "row " + std::to_string(row) + ": the value of " +
-                           stream.table->columns()[index].name + " does not fit into a column of the type " +
-                           stream.types[index].format();
-            fits = false;
+bool fillColumns(Stream& stream, std::size_t end, std::vector<ArrowColumn>& columns) {
+    for (std::size_t begin = stream.next; begin < end; begin += kRowsOfBlock) {
+        for (std::size_t i = 0; i < columns.size(); ++i) {
+            if (stream.table->fill(i, begin, std::min(end, begin + kRowsOfBlock), columns[i])) continue;
+            stream.error = "row " + std::to_string(stream.next + columns[i].length()) + ": the value of " +
+                           stream.table->columns()[i].name + " does not fit into a column of the type " +
+                           stream.types[i].format();
+            return false;
         }
-        ++row;
-    });
-    return fits;
+    }
+    return true;
 }
 
 int nextBatch(Stream& stream, ArrowArray* array) {
     const std::size_t end = std::min(stream.table->rowCount(), stream.next + kRowsOfBatch);
     *array = ArrowArray{};
     if (stream.next == end) return 0;
-    writeArray(array, end - stream.next, stream.types.size());
+    std::vector<ArrowColumn> columns;
+    columns.reserve(stream.types.size());
+    for (const ArrowType& type : stream.types) columns.emplace_back(type, end - stream.next);
+    if (!fillColumns(stream, end, columns)) return EINVAL;
+    writeArray(array, end - stream.next, columns.size());
     try {
-        for (std::size_t i = 0; i < stream.types.size(); ++i) {
-            ArrowColumn column(stream.types[i], end - stream.next);
-            if (!fillColumn(stream, i, end, column)) {
-                releaseArray(array);
-                return EINVAL;
-            }
-            addColumn(array, std::move(column));
-        }
+        for (ArrowColumn& column : columns) addColumn(array, std::move(column));
     } catch (...) {
         releaseArray(array);
         throw;

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace brackwell::python {
@@ -12,29 +13,38 @@ namespace {
 
 __extension__ using Wide = unsigned __int128;
 
-/// The largest coefficient of 38 digits.
-constexpr Wide largestCoefficient() {
-    Wide value = 1;
-    for (int i = 0; i < Decimal::maximumDigits; ++i) value *= 10;
-    return value - 1;
-}
+/// The powers of ten that a coefficient of 38 digits may be multiplied with.
+constexpr auto kPowers = [] {
+    std::array<Wide, Decimal::maximumDigits + 1> powers{1};
+    for (std::size_t i = 1; i < powers.size(); ++i) powers[i] = powers[i - 1] * 10;
+    return powers;
+}();
 
-/// What has one byte for every eight rows, and what has a fixed width.
+/// For each power the largest coefficient that has no more than 38 digits afterwards.
+constexpr auto kLargest = [] {
+    auto largest = kPowers;
+    for (std::size_t i = 0; i < largest.size(); ++i) largest[i] = (kPowers.back() - 1) / kPowers[i];
+    return largest;
+}();
+
+/// Bytes for each row; 0 for flags, which have a bit.
 std::size_t widthOf(Kind kind) {
     switch (kind) {
         case Kind::amount:
             return 16;
-        case Kind::day:
-            return 4;
         case Kind::moment:
         case Kind::integer:
             return 8;
-        default:
+        case Kind::flag:
             return 0;
+        default:
+            return 4;
     }
 }
 
 bool isTextual(Kind kind) { return kind == Kind::text || kind == Kind::word; }
+
+void setBit(std::byte* bits, std::size_t index) { bits[index / 8] |= std::byte{1} << (index % 8); }
 
 }  // namespace
 
@@ -57,100 +67,105 @@ std::string ArrowType::format() const {
 
 int fractionDigitsOf(const Decimal& number) { return number.exponent() < 0 ? -number.exponent() : 0; }
 
-ArrowColumn::ArrowColumn(ArrowType type, std::size_t rows) : type_(type) {
-    buffers_.validity.reserve(rows / 8 + 1);
-    buffers_.bytes.reserve(rows * widthOf(type.kind));
-    if (!isTextual(type.kind)) return;
-    buffers_.offsets.reserve(rows + 1);
-    buffers_.offsets.push_back(0);
+ArrowColumn::Zeros ArrowColumn::zeros(std::size_t size) {
+    Zeros made(static_cast<std::byte*>(std::calloc(size, 1)));
+    if (!made) throw std::bad_alloc();
+    return made;
 }
 
-void ArrowColumn::appendBit(std::vector<std::uint8_t>& bits, bool bit) const {
-    if (length_ % 8 == 0) bits.push_back(0);
-    if (bit) bits.back() = static_cast<std::uint8_t>(bits.back() | (1U << (length_ % 8)));
+ArrowColumn::ArrowColumn(ArrowType type, std::size_t rows) : type_(type) {
+    const std::size_t bytesOfBits = rows / 8 + 1;
+    const std::size_t width = widthOf(type.kind);
+    buffers_.validity = zeros(bytesOfBits);
+    // Texts have one place more, for the end of the last.
+    buffers_.values = zeros(width == 0 ? bytesOfBits : (rows + 1) * width);
 }
 
 template <class Value>
-bool ArrowColumn::appendValue(Value value) {
-    const std::size_t size = buffers_.bytes.size();
-    buffers_.bytes.resize(size + sizeof value);
-    std::memcpy(buffers_.bytes.data() + size, &value, sizeof value);
+bool ArrowColumn::store(std::size_t place, Value value) {
+    std::memcpy(buffers_.values.get() + place * sizeof value, &value, sizeof value);
+    return true;
+}
+
+/// After the value of a row was stored.
+bool ArrowColumn::finishValue() {
+    setBit(buffers_.validity.get(), length_);
+    ++length_;
+    return true;
+}
+
+bool ArrowColumn::appendNulls(std::size_t count) {
+    nulls_ += static_cast<std::int64_t>(count);
+    if (!isTextual(type_.kind) || buffers_.text.empty()) {
+        length_ += count;
+        return true;
+    }
+    const auto end = static_cast<std::int32_t>(buffers_.text.size());
+    for (; count != 0; --count) store(++length_, end);
     return true;
 }
 
 bool ArrowColumn::appendText(std::string_view text) {
     if (buffers_.text.size() + text.size() > std::numeric_limits<std::int32_t>::max()) return false;
     buffers_.text += text;
-    buffers_.offsets.push_back(static_cast<std::int32_t>(buffers_.text.size()));
-    return true;
+    store(length_ + 1, static_cast<std::int32_t>(buffers_.text.size()));
+    return finishValue();
 }
 
 bool ArrowColumn::appendAmount(const Decimal& number) {
-    constexpr Wide limit = largestCoefficient();
     Wide value = (Wide{number.coefficientHigh()} << 64) | number.coefficientLow();
-    const int shift = type_.scale + number.exponent();
-    if (value != 0 && shift < 0) return false;
-    for (int i = 0; value != 0 && i < shift; ++i) {
-        if (value > limit / 10) return false;
-        value *= 10;
+    if (value != 0) {
+        const int shift = type_.scale + number.exponent();
+        if (shift < 0 || shift > Decimal::maximumDigits) return false;
+        const auto power = static_cast<std::size_t>(shift);
+        if (value > kLargest[power]) return false;
+        value *= kPowers[power];
     }
     // Two's complement, as Arrow has it.
-    return appendValue(number.isNegative() ? ~value + 1 : value);
+    store(length_, number.isNegative() ? ~value + 1 : value);
+    return finishValue();
 }
 
-void ArrowColumn::appendNull() {
-    ++nulls_;
-    if (isTextual(type_.kind)) buffers_.offsets.push_back(buffers_.offsets.back());
-    if (type_.kind == Kind::flag) appendBit(buffers_.bytes, false);
-    buffers_.bytes.resize(buffers_.bytes.size() + widthOf(type_.kind));
+bool ArrowColumn::appendDay(std::chrono::year_month_day day) {
+    store(length_, static_cast<std::int32_t>(std::chrono::sys_days(day).time_since_epoch().count()));
+    return finishValue();
+}
+
+bool ArrowColumn::appendMoment(Date moment) {
+    store(length_, std::int64_t{moment.time_since_epoch().count()});
+    return finishValue();
+}
+
+bool ArrowColumn::appendInteger(std::int64_t number) {
+    store(length_, number);
+    return finishValue();
+}
+
+bool ArrowColumn::appendFlag(bool flag) {
+    if (flag) setBit(buffers_.values.get(), length_);
+    return finishValue();
 }
 
 struct ArrowColumn::Appender {
     ArrowColumn& column;
-    bool operator()(std::monostate) const {
-        column.appendNull();
-        return true;
-    }
+    bool operator()(std::monostate) const { return column.appendNull(); }
     bool operator()(std::string_view text) const { return column.appendText(text); }
     bool operator()(const std::string& text) const { return column.appendText(text); }
     bool operator()(const Word& word) const { return column.appendText(word.name); }
     bool operator()(const Decimal& number) const { return column.appendAmount(number); }
-    bool operator()(Date moment) const {
-        return column.appendValue(std::int64_t{moment.time_since_epoch().count()});
-    }
-    bool operator()(std::int64_t number) const { return column.appendValue(number); }
-    bool operator()(std::chrono::year_month_day day) const {
-        const auto days = std::chrono::sys_days(day).time_since_epoch().count();
-        return column.appendValue(static_cast<std::int32_t>(days));
-    }
-    bool operator()(bool flag) const {
-        column.appendBit(column.buffers_.bytes, flag);
-        return true;
-    }
+    bool operator()(Date moment) const { return column.appendMoment(moment); }
+    bool operator()(std::int64_t number) const { return column.appendInteger(number); }
+    bool operator()(std::chrono::year_month_day day) const { return column.appendDay(day); }
+    bool operator()(bool flag) const { return column.appendFlag(flag); }
 };
 
-bool ArrowColumn::append(const Cell& cell) {
-    appendBit(buffers_.validity, !std::holds_alternative<std::monostate>(cell));
-    if (!std::visit(Appender{*this}, cell)) return false;
-    ++length_;
-    return true;
-}
+bool ArrowColumn::append(const Cell& cell) { return std::visit(Appender{*this}, cell); }
 
 void ArrowColumn::moveTo(ArrowArray* array) && {
     auto owned = std::make_unique<Buffers>(std::move(buffers_));
-    // A buffer must have an address, also where it is empty.
-    static const std::uint64_t nothing = 0;
-    const auto address = [](const auto& bytes) -> const void* {
-        if (bytes.empty()) return &nothing;
-        return bytes.data();
-    };
-    owned->pointers.push_back(nulls_ == 0 ? nullptr : address(owned->validity));
-    if (isTextual(type_.kind)) {
-        owned->pointers.push_back(address(owned->offsets));
-        owned->pointers.push_back(address(owned->text));
-    } else {
-        owned->pointers.push_back(address(owned->bytes));
-    }
+    owned->pointers.push_back(nulls_ == 0 ? nullptr : owned->validity.get());
+    owned->pointers.push_back(owned->values.get());
+    if (isTextual(type_.kind)) owned->pointers.push_back(owned->text.data());
     *array = ArrowArray{};
     array->length = static_cast<std::int64_t>(length_);
     array->null_count = nulls_;

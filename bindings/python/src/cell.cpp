@@ -1,41 +1,81 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "cell.h"
 
+#include <array>
+#include <cstddef>
+
 namespace brackwell::python {
 namespace {
 
-/// An attribute of a module, looked up once; it stays for the rest of the process.
-class Imported {
+/// An object that is made when it is first asked for, and stays for the rest of the process.
+class Kept {
 public:
-    Imported(const char* module, const char* name) : module_(module), name_(name) {}
+    explicit constexpr Kept(nb::object (*make)()) : make_(make) {}
     nb::handle operator*() {
-        if (!object_.is_valid()) object_ = nb::getattr(nb::module_::import_(module_), name_).release();
+        // Not by the initialization of a static variable: others would wait for that with the lock of Python,
+        // which making the object may let go of.
+        if (!object_.is_valid()) object_ = make_().release();
         return object_;
     }
 
 private:
-    const char* module_;
-    const char* name_;
+    nb::object (*make_)();
     nb::handle object_;
 };
 
+nb::object dateClass() { return nb::module_::import_("datetime").attr("date"); }
+nb::object datetimeClass() { return nb::module_::import_("datetime").attr("datetime"); }
+nb::object utc() { return nb::module_::import_("datetime").attr("timezone").attr("utc"); }
+/// What makes a Decimal of a text without rounding it, which is less work than a call of the class.
+nb::object decimalMaker() {
+    const nb::module_ decimal = nb::module_::import_("decimal");
+    return decimal
+        .attr("Context")(nb::arg("prec") = decimal.attr("MAX_PREC"),
+                         nb::arg("Emax") = decimal.attr("MAX_EMAX"),
+                         nb::arg("Emin") = decimal.attr("MIN_EMIN"))
+        .attr("create_decimal");
+}
+
+/// A day is asked for again and again, by many transactions, and an object is made for it once, as long as no
+/// other day takes its place. Needs the lock of Python, like all that makes objects.
+class KnownDays {
+public:
+    nb::object operator[](std::chrono::year_month_day day) {
+        const std::chrono::sys_days number(day);
+        Known& known = known_[static_cast<std::size_t>(number.time_since_epoch().count()) % known_.size()];
+        if (!known.object.is_valid() || known.day != number) {
+            nb::object made = (*date_)(static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
+                                       static_cast<unsigned>(day.day()));
+            known.object.dec_ref();
+            known = {number, made.release()};
+        }
+        return nb::borrow(known.object);
+    }
+
+private:
+    struct Known {
+        std::chrono::sys_days day;
+        nb::handle object;
+    };
+    Kept date_{dateClass};
+    std::array<Known, 1024> known_;  // some years of days
+};
+
 nb::object dayToPython(std::chrono::year_month_day day) {
-    static Imported date("datetime", "date");
-    return (*date)(static_cast<int>(day.year()), static_cast<unsigned>(day.month()),
-                   static_cast<unsigned>(day.day()));
+    static KnownDays days;
+    return days[day];
 }
 
 nb::object momentToPython(Date moment) {
-    static Imported datetime("datetime", "datetime");
-    static Imported timezone("datetime", "timezone");
-    static nb::handle utc = nb::getattr(*timezone, "utc").release();
+    static Kept datetime(datetimeClass);
+    static Kept zone(utc);
     const auto days = std::chrono::floor<std::chrono::days>(moment);
     const auto day = dayOf(moment);
     if (!day) return nb::none();
     const std::chrono::hh_mm_ss time(moment - days);
     return (*datetime)(static_cast<int>(day->year()), static_cast<unsigned>(day->month()),
                        static_cast<unsigned>(day->day()), time.hours().count(), time.minutes().count(),
-                       time.seconds().count(), time.subseconds().count() * 1000, utc);
+                       time.seconds().count(), time.subseconds().count() * 1000, *zone);
 }
 
 struct ToPython {
@@ -63,7 +103,7 @@ std::optional<std::chrono::year_month_day> dayOf(std::optional<Date> moment) {
 nb::object toPython(const Cell& cell) { return std::visit(ToPython(), cell); }
 
 nb::object toPython(const Decimal& number) {
-    static Imported decimal("decimal", "Decimal");
+    static Kept decimal(decimalMaker);
     return (*decimal)(number.toString());
 }
 

@@ -3,8 +3,11 @@
 
 #include <brackwell/investment_records.h>
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "field.h"
@@ -17,30 +20,24 @@ template <class T>
 void addCurrency(std::vector<Field<T>>& fields, std::optional<TransactionCurrency> (*currencyOf)(const T&),
                  const char* doc) {
     fields.push_back(field<T>("currency", currencyOf, doc));
-    fields.push_back(field<T>(
-                         "currencySymbol",
-                         [currencyOf](const T& object) {
-                             const auto currency = currencyOf(object);
-                             return currency ? std::optional(currency->symbol) : std::nullopt;
-                         },
-                         "")
-                         .with(Use::column));
-    fields.push_back(field<T>(
-                         "currencyRate",
-                         [currencyOf](const T& object) {
-                             const auto currency = currencyOf(object);
-                             return currency ? currency->rate : std::nullopt;
-                         },
-                         "")
-                         .with(Use::column));
-    fields.push_back(field<T>(
-                         "currencyIsConverted",
-                         [currencyOf](const T& object) {
-                             const auto currency = currencyOf(object);
-                             return currency ? std::optional(currency->isConverted) : std::nullopt;
-                         },
-                         "")
-                         .with(Use::column));
+    // Mostly no object has one, and looking for it takes long.
+    const auto hasCurrency = std::make_shared<const std::function<bool(const T&)>>(
+        [currencyOf](const T& object) { return currencyOf(object).has_value(); });
+    const auto add = [&](const char* name, auto valueOf) {
+        auto column = field<T>(
+            name,
+            [currencyOf, valueOf](const T& object) {
+                const auto currency = currencyOf(object);
+                return currency ? std::optional(valueOf(*currency)) : std::nullopt;
+            },
+            "");
+        column.use = Use::column;
+        column.condition = hasCurrency;
+        fields.push_back(std::move(column));
+    };
+    add("currencySymbol", [](const TransactionCurrency& currency) { return currency.symbol; });
+    add("currencyRate", [](const TransactionCurrency& currency) { return currency.rate; });
+    add("currencyIsConverted", [](const TransactionCurrency& currency) { return currency.isConverted; });
 }
 
 }  // namespace brackwell::python

@@ -3,17 +3,20 @@
 
 #include <brackwell/platform.h>
 
+#include <algorithm>
 #include <concepts>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
+#include "arrow_column.h"
 #include "cell.h"
 #include "enumerators.h"
 
@@ -57,7 +60,12 @@ struct Field {
     Kind kind;
     bool isOptional = true;
     Use use = Use::everything;
-    std::function<Cell(const T&)> cell;                  ///< empty for objects
+    std::function<Cell(const T&)> cell;  ///< empty for objects
+    /// Appends the cells of objects to a column, which is far faster than one by one; empty for objects.
+    std::function<bool(std::span<const Handle<T>>, ArrowColumn&)> fill;
+    std::function<int(std::span<const Handle<T>>)> fractionDigits;  ///< for amounts only, see Table
+    /// What must hold for the field to be there; fields that share it are asked together. Null: nothing.
+    std::shared_ptr<const std::function<bool(const T&)>> condition;
     std::function<nb::object(const Handle<T>&)> object;  ///< for objects only
 
     Field&& as(std::string pythonName) && {
@@ -154,11 +162,29 @@ struct CellOf {
         else
             return value;
     }
+    static bool append(const Value& value, ArrowColumn& column) {
+        if constexpr (isText)
+            return column.appendText(value);
+        else if constexpr (std::same_as<Value, Decimal>)
+            return column.appendAmount(value);
+        else
+            return column.append(cell(value));
+    }
+    static int fractionDigits(const Value& value) {
+        if constexpr (std::same_as<Value, Decimal>) return fractionDigitsOf(value);
+        return 0;
+    }
 };
 template <class Value>
 struct CellOf<std::optional<Value>> : CellOf<Value> {
     static Cell cell(const std::optional<Value>& value) {
         return value ? CellOf<Value>::cell(*value) : Cell();
+    }
+    static bool append(const std::optional<Value>& value, ArrowColumn& column) {
+        return value ? CellOf<Value>::append(*value, column) : column.appendNull();
+    }
+    static int fractionDigits(const std::optional<Value>& value) {
+        return value ? CellOf<Value>::fractionDigits(*value) : 0;
     }
 };
 
@@ -217,6 +243,19 @@ Field<T> field(std::string library, Getter getter, std::string doc) {
         made.type = CellOf<Value>::type();
         made.isOptional = kIsOptional<Value>;
         made.cell = [getter](const T& object) { return CellOf<Value>::cell(std::invoke(getter, object)); };
+        made.fill = [getter](std::span<const Handle<T>> objects, ArrowColumn& column) {
+            return std::all_of(objects.begin(), objects.end(), [&](const Handle<T>& handle) {
+                return CellOf<Value>::append(std::invoke(getter, HandleOf<T>::object(handle)), column);
+            });
+        };
+        if (made.kind == Kind::amount)
+            made.fractionDigits = [getter](std::span<const Handle<T>> objects) {
+                int most = 0;
+                for (const Handle<T>& handle : objects)
+                    most = std::max(most, CellOf<Value>::fractionDigits(
+                                              std::invoke(getter, HandleOf<T>::object(handle))));
+                return most;
+            };
     } else {
         made.kind = Kind::object;
         made.type = ObjectOf<Value>::type();

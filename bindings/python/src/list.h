@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -64,17 +65,48 @@ public:
         for (std::size_t part = 0; part < ends_.size(); ++part)
             for (std::size_t i = 0; i < ends_[part] - list.begin(part); ++i)
                 objects_.push_back(list.at(part, i));
+        leaveOutColumns();
     }
     std::size_t rowCount() const override { return objects_.size(); }
     const std::vector<Column>& columns() const override { return columns_; }
     void eachCell(std::size_t column, std::size_t begin, std::size_t end,
                   const std::function<void(const Cell&)>& take) const override {
         if (column < shared_.size()) return eachShared(shared_[column], begin, end, take);
-        const Field<T>& field = *fields_[column - shared_.size()];
+        const Field<T>& field = fieldOf(column);
         for (; begin < end; ++begin) take(field.cell(HandleOf<T>::object(objects_[begin])));
+    }
+    bool fill(std::size_t column, std::size_t begin, std::size_t end, ArrowColumn& into) const override {
+        if (isEmpty_[column]) return into.appendNulls(end - begin);
+        if (column >= shared_.size())
+            return fieldOf(column).fill(std::span(objects_).subspan(begin, end - begin), into);
+        bool fits = true;
+        eachShared(shared_[column], begin, end, [&](const Cell& cell) { fits = fits && into.append(cell); });
+        return fits;
+    }
+    int fractionDigits(std::size_t column) const override {
+        // What all rows of a part share is no amount.
+        if (column < shared_.size()) return 0;
+        return isEmpty_[column] ? 0 : fieldOf(column).fractionDigits(objects_);
     }
 
 private:
+    const Field<T>& fieldOf(std::size_t column) const { return *fields_[column - shared_.size()]; }
+    /// Finds the columns for which no object meets the condition of their field.
+    void leaveOutColumns() {
+        isEmpty_.assign(columns_.size(), false);
+        const std::function<bool(const T&)>* asked = nullptr;
+        bool isMet = false;
+        for (std::size_t column = shared_.size(); column < columns_.size(); ++column) {
+            const auto* condition = fieldOf(column).condition.get();
+            if (condition == nullptr) continue;
+            if (condition != asked)
+                isMet = std::any_of(objects_.begin(), objects_.end(), [condition](const Handle<T>& handle) {
+                    return (*condition)(HandleOf<T>::object(handle));
+                });
+            asked = condition;
+            isEmpty_[column] = !isMet;
+        }
+    }
     void eachShared(const SharedColumn& shared, std::size_t begin, std::size_t end,
                     const std::function<void(const Cell&)>& take) const {
         for (std::size_t part = 0; part < ends_.size() && begin < end; ++part) {
@@ -90,6 +122,7 @@ private:
     std::vector<const Field<T>*> fields_;
     std::vector<Column> columns_;
     std::vector<Handle<T>> objects_;
+    std::vector<bool> isEmpty_;  ///< by column: without a value in any row
 };
 
 template <class T>

@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "attributes.h"
 #include "field.h"
 #include "kept_text.h"
 
@@ -83,7 +84,7 @@ nb::tuple shownFields() {
 /// What every class of objects has; `fieldsOf` gives the attributes.
 template <class T>
 nb::class_<Record<T>> bindRecord(nb::module_& module, const char* doc) {
-    nb::class_<Record<T>> bound(module, NameOf<T>::value, doc);
+    nb::class_<Record<T>> bound(module, NameOf<T>::value, attributeSlots<T>(), doc);
     for (const Field<T>& field : fieldsOf<T>())
         if (field.isAttribute())
             bound.def_prop_ro(

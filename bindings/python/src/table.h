@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "arrow_column.h"
 #include "cell.h"
 
 /// \file
@@ -32,6 +33,11 @@ public:
     /// Python.
     virtual void eachCell(std::size_t column, std::size_t begin, std::size_t end,
                           const std::function<void(const Cell&)>& take) const = 0;
+    /// Appends the same cells to a column of Arrow's, without making each of them. False when one does not
+    /// fit.
+    virtual bool fill(std::size_t column, std::size_t begin, std::size_t end, ArrowColumn& into) const = 0;
+    /// The most digits after the point that an amount of the column has.
+    virtual int fractionDigits(std::size_t column) const = 0;
 };
 
 /// The columns as lists of Python's values, by name.

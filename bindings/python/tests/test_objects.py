@@ -9,7 +9,7 @@ import gc
 import html.parser
 import pathlib
 import pickle
-from typing import Any, Iterator, List
+from typing import Any, Dict, Iterator, List
 
 import pytest
 
@@ -86,6 +86,56 @@ def test_what_is_no_amount_or_date_is_none_and_its_text_is_there() -> None:
     (only,) = brackwell.open(statement(transaction("much", day="soon"))).transactions
     assert only.amount is None and only.date is None and only.date_posted is None
     assert only.date_posted_text == "soon"
+
+
+def test_days_that_lie_far_apart_do_not_take_each_others_place() -> None:
+    first = datetime.date(1900, 1, 1)
+    days = [first + datetime.timedelta(days=days) for days in (*range(3000), 0, 1024, 0, 1024)]
+    document = brackwell.open(statement(*(transaction("1", f"{day:%Y%m%d}") for day in days)))
+    assert [each.date for each in document.transactions] == days
+
+
+def test_no_context_of_the_caller_rounds_an_amount() -> None:
+    digits = "1234567890.123456789012345678901234567"
+    with decimal.localcontext(decimal.Context(prec=3, Emax=5, Emin=-5)) as context:
+        amount = brackwell.open(statement(transaction(digits))).transactions[0].amount
+        assert not context.flags[decimal.Inexact]
+    assert str(amount) == digits
+
+
+def test_a_subclass_may_have_an_attribute_of_its_own(checking: pathlib.Path) -> None:
+    class Halved(brackwell.Transaction):
+        @property
+        def amount(self) -> decimal.Decimal:  # type: ignore[override]
+            return self.as_dict()["amount"] / 2  # type: ignore[no-any-return]
+
+    whole = brackwell.open(checking).transactions[0]
+    half = Halved.__new__(Halved)
+    half.__setstate__(whole.as_dict())
+    assert (half.amount, half.payee) == (decimal.Decimal("-422.5"), whole.payee)
+
+
+def test_attributes_are_found_by_any_text_of_their_name(checking: pathlib.Path) -> None:
+    transaction = brackwell.open(checking).transactions[0]
+    assert getattr(transaction, "".join(["am", "ount"])) == transaction.amount
+    with pytest.raises(AttributeError, match="amounts"):
+        getattr(transaction, "amounts")
+
+
+def test_an_object_without_values_has_no_attributes() -> None:
+    with pytest.warns(RuntimeWarning), pytest.raises(TypeError):
+        brackwell.Transaction.__new__(brackwell.Transaction).amount
+
+
+def test_what_goes_wrong_in_an_attribute_is_raised(checking: pathlib.Path) -> None:
+    class Refusing(Dict[str, Any]):
+        def get(self, *_: Any) -> Any:
+            raise LookupError("refused")
+
+    restored = brackwell.Transaction.__new__(brackwell.Transaction)
+    restored.__setstate__(Refusing())
+    with pytest.raises(LookupError, match="refused"):
+        restored.amount
 
 
 def test_a_moment_that_datetime_does_not_have_is_none() -> None:

@@ -87,6 +87,21 @@ def test_long_lists_come_in_batches() -> None:
     assert table["amount"].to_pylist() == list(range(70_000))
 
 
+def test_nulls_stand_between_the_values_of_every_batch() -> None:
+    memos = ["", "one", "", "", "two", ""] * 15_000
+    document = brackwell.open(statement(*(transaction("1", memo=memo) for memo in memos)))
+    table = pa.table(document)
+    table.validate(full=True)
+    assert table["memo"].num_chunks == 2 and table["memo"].to_pylist() == [memo or None for memo in memos]
+
+
+def test_a_currency_in_one_row_is_in_the_table() -> None:
+    rows = [transaction("1")] * 300 + [transaction("1") + "<CURRENCY><CURRATE>1.25<CURSYM>USD</CURRENCY>"]
+    table = pa.table(brackwell.open(statement(*rows)))
+    for name, value in (("symbol", "USD"), ("rate", decimal.Decimal("1.25")), ("is_converted", False)):
+        assert table[f"currency_{name}"].to_pylist() == [None] * 300 + [value]
+
+
 def test_the_scale_grows_with_the_amounts_and_nothing_is_rounded() -> None:
     table = pa.table(brackwell.open(statement(transaction("0.123456789012"), transaction("1"))))
     assert table["amount"].type == pa.decimal128(38, 12)
