@@ -83,6 +83,7 @@ def test_an_error_says_where_and_what_to_do() -> None:
     assert error.code is brackwell.ErrorCode.TAGS_DO_NOT_MATCH
     assert (error.line, error.column) == (5, 1)
     assert error.text and error.remedy and error.text in str(error)
+    assert error.cause and error.cause == error.failure.cause
     assert error.failure.is_repairable
 
 
