@@ -30,7 +30,7 @@ void openStandardDescriptors() {
 
 /// Writes help or the version; a terminal gets it in a pager, and no word parted at its edge.
 int writeText(std::string_view text) {
-    tool::Progress progress;
+    tool::Progress progress(false);
     tool::Output output(std::nullopt, false, progress);
     output.usePager();
     if (output.isTerminal())
@@ -51,7 +51,7 @@ bool sayFolders(const tool::Options& options) {
 int runCommand(const tool::Options& options) {
     const bool areFoldersRead = sayFolders(options);
     if (!areFoldersRead && options.files.empty()) return 1;
-    tool::Progress progress;
+    tool::Progress progress(!options.isQuiet);
     tool::Output output(options.outputFile, options.replacesDocuments, progress);
     output.setColour(options.colour);
     if (options.command->has(tool::kPage) && options.usesPager) output.usePager();
@@ -61,6 +61,7 @@ int runCommand(const tool::Options& options) {
         return kWrongUsage;
     }
     tool::Run run{options, output, progress};
+    if (options.command->readsFiles()) progress.expect(options.files);
     const bool isDone = output.isGood() && options.command->run(run);
     progress.end();
     if (!output.close() || !isDone || !areFoldersRead || !tool::areMessagesWritten()) return 1;

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -251,9 +252,11 @@ Running::~Running() {
 }
 
 bool Running::shows(const std::string& text) {
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
     while (shown_.find(text) == std::string::npos) {
         pollfd polled{terminal_, POLLIN, 0};
-        if (::poll(&polled, 1, 10'000) <= 0 || !readMore()) return false;
+        const bool isLate = std::chrono::steady_clock::now() >= end;
+        if (isLate || ::poll(&polled, 1, 10'000) <= 0 || !readMore()) return false;
     }
     return true;
 }

@@ -76,49 +76,100 @@ TEST_CASE("what a document says never reaches a terminal as a command") {
     CHECK(contains(tool({"pretty", path}).output, "\x1b[2J"));
 }
 
-TEST_CASE("a progress line tells of long work on a terminal, and goes away") {
+TEST_CASE("a progress line tells of work above two seconds on a terminal, and goes away") {
     if (!hasTerminals()) return;
-    Running running(toolCommand({"show", "--quiet", "-"}));
+    Running running(toolCommand({"show", "-"}));
     running.write("<OFX>");
-    CHECK(running.shows("Reading standard input 0."));
-    CHECK(running.shows("Reading standard input 1."));
+    CHECK(running.shows("\rReading 5 bytes, 2 s: standard input\x1b[K"));
+    running.write(std::string(2000, '\n'));
+    CHECK(running.shows("\rReading 2 kB, 3 s: standard input\x1b[K"));
     const Finished finished = running.finish();
     CHECK(finished.status == 0);
-    CHECK(finished.output.ends_with("\r\x1b[KThe document has no responses.\r\n"));
+    CHECK(contains(finished.output, "\x1b[K\r\x1b[K-: "));
+    CHECK(finished.output.ends_with("The document has no responses.\r\n"));
+}
+
+TEST_CASE("the progress line counts the files, in every command") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string once = std::to_string(kDocument.size()) + " bytes, 2 s: standard input\x1b[K";
+    const std::string twice = std::to_string(2 * kDocument.size()) + " bytes, 2 s: standard input\x1b[K";
+    Running show(toolCommand({"show", path, "-", path, "--output", folder.path("out")}));
+    Running convert(toolCommand({"convert", "-", path, path, "--output", folder.path("journal")}));
+    Running anonymize(toolCommand({"anonymize", path, path, "-", "--into", folder.path("into")}));
+    CHECK(show.shows("\rReading file 2 of 3, " + once));
+    CHECK(convert.shows("\rReading file 1 of 3, 0 bytes, 2 s: standard input\x1b[K"));
+    CHECK(anonymize.shows("\rReading file 3 of 3, " + twice));
+}
+
+TEST_CASE("a file that is no file of known size does not end the progress line") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string pipe = folder.path("pipe.ofx");
+    REQUIRE(run({{"/bin/sh", "-c", "mkfifo \"$0\"", pipe}}).status == 0);
+    Running waiting(toolCommand({"csv", path, pipe, "--output", folder.path("out")}));
+    CHECK(waiting.shows("\rReading file 2 of 2, " + std::to_string(kDocument.size()) + " bytes, 2 s: "));
+    CHECK(run({{"/bin/sh", "-c", "printf '<OFX>' > \"$0\"", pipe}}).status == 0);
+    CHECK(waiting.finish().status == 0);
 }
 
 TEST_CASE("short work has no progress line") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
     const std::string path = folder.file("a.ofx", kDocument);
-    CHECK_FALSE(contains(onTerminal({"csv", path}).output, "Reading"));
+    CHECK_FALSE(contains(onTerminal({"csv", path}).output, "Read"));
 }
 
-TEST_CASE("work that no terminal sees has no progress line, however long it is") {
-    Command slow{{"/bin/sh", "-c", "(printf '<OFX>'; sleep 1) | \"$0\" show --quiet -", BRACKWELL_TOOL}};
-    const Finished finished = run(slow);
+TEST_CASE("there is no progress line where no terminal is, or none is wanted, however long the work is") {
+    const std::string slow = "(printf '<OFX>'; sleep 3) | \"$0\" show --quiet -";
+    const Finished finished = run({{"/bin/sh", "-c", slow, BRACKWELL_TOOL}});
     CHECK(finished.output == "The document has no responses.\n");
     CHECK(finished.error == "");
+    if (!hasTerminals()) return;
+    const Finished quiet = runOnTerminal({{"/bin/sh", "-c", slow, BRACKWELL_TOOL}}, 80);
+    CHECK(quiet.output == "The document has no responses.\r\n");
 }
 
 TEST_CASE("the progress line is erased before an error is said") {
     if (!hasTerminals()) return;
     Running running(toolCommand({"json", "--as-is", "-"}));
     running.write("<OFX></A>");
-    CHECK(running.shows("Reading standard input"));
+    CHECK(running.shows("Reading 9 bytes"));
     const Finished finished = running.finish();
     CHECK(finished.status == 1);
     CHECK(contains(finished.output, "\r\x1b[K-:1:6: Found close tag </A> without opening tag."));
 }
 
-TEST_CASE("the progress line is erased before a finding is said") {
+TEST_CASE("the progress line is erased before a finding is said, and before the output") {
     if (!hasTerminals()) return;
-    Running running(toolCommand({"check", "-"}));
-    running.write("<OFX></OFX>");
-    CHECK(running.shows("Reading standard input"));
-    const Finished finished = running.finish();
-    CHECK(finished.status == 0);
-    CHECK(contains(finished.output, "\r\x1b[K-: The document has no responses"));
+    Running check(toolCommand({"check", "-"}));
+    Running pretty(toolCommand({"pretty", "-"}));
+    for (Running* running : {&check, &pretty}) {
+        running->write("<OFX><A>1</A></OFX>");
+        CHECK(running->shows("Reading 19 bytes"));
+    }
+    CHECK(contains(check.finish().output, "\r\x1b[K-: The document has no responses"));
+    const std::string output = pretty.finish().output;
+    const std::string text = output.substr(output.rfind("\x1b[K"));
+    CHECK(contains(text, "<A>1</A>"));
+    CHECK_FALSE(contains(text, "Reading"));
+}
+
+TEST_CASE("a pipe in which something stands may be that of a pager, and has the terminal for itself") {
+    if (!hasTerminals()) return;
+    const TemporaryFolder folder;
+    const std::string small = folder.file("small.ofx", kDocument);
+    std::string transactions;
+    for (int i = 0; i < 2000; ++i) transactions += "<STMTTRN><TRNAMT>1<NAME>A shop somewhere</STMTTRN>";
+    const std::string large = folder.file("large.ofx", transactionsWith(transactions));
+    const std::string slow = "(sleep 3; printf '<OFX>') | \"$0\" csv \"$1\" - | cat >/dev/null";
+    const auto shown = [&slow](const std::string& path) {
+        return runOnTerminal({{"/bin/sh", "-c", slow, BRACKWELL_TOOL, path}}, 80).output;
+    };
+    CHECK(contains(shown(small), "\rReading file 2 of 2, "));
+    CHECK_FALSE(contains(shown(large), "Reading"));
 }
 
 TEST_CASE("no command writes to a terminal what that might obey") {

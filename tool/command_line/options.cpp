@@ -88,7 +88,7 @@ void declareOutput(CLI::App& sub, Options& options) {
 
 /// What every command takes that reads files, and so has findings.
 void declareFindings(CLI::App& sub, Options& options) {
-    sub.add_flag("-q,--quiet", options.isQuiet, "Do not print findings");
+    sub.add_flag("-q,--quiet", options.isQuiet, "Print neither findings nor progress");
     sub.add_flag("--strict", options.isStrict, "Exit with status 3 when there is a finding");
 }
 

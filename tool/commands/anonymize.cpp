@@ -127,7 +127,6 @@ bool runAnonymize(Run& run) {
         ++number;
         const bool isWritten = withEnoughMemory(run, name, [&] {
             const InputFile input = readFile(run, name);
-            run.progress.end();
             const brackwell::Data& bytes = input.file.bytes();
             if (bytes.isEmpty()) return false;
             const auto& documents = input.file.documents();

@@ -48,7 +48,6 @@ bool readInOrderOfTime(Run& run, History& history) {
 }
 
 void sayNotes(Run& run, const BookNotes& notes) {
-    run.progress.end();
     run.findings += notes.size();
     if (run.options.isQuiet) return;
     for (const BookNote& note : notes) say(note.file.empty() ? "convert" : note.file, note.text);

@@ -108,7 +108,6 @@ void writeRepaired(Run& run, const brackwell::OpenedDocument& document) {
 bool runRepair(Run& run) {
     return forEachFile(run, [&run](const InputFile& input) {
         for (const brackwell::OpenedDocument& opened : input.file.documents()) {
-            run.progress.end();
             if (!opened.changes().empty()) sayChanges(input.name, opened, run.options);
             writeRepaired(run, opened);
         }

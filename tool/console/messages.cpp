@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <string>
 
+#include "console/progress.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -21,7 +22,11 @@ std::string& heldMessages() {
 }
 
 /// What cannot be written here is told by the exit status.
-void writeMessages(const std::string& lines) { std::fwrite(lines.data(), 1, lines.size(), stderr); }
+void writeMessages(const std::string& lines) {
+    if (lines.empty()) return;
+    Progress::erase();
+    std::fwrite(lines.data(), 1, lines.size(), stderr);
+}
 
 /// The text with a visible form of the subject wherever it repeats it.
 std::string withVisibleSubject(std::string_view text, std::string_view subject, std::string_view visible) {

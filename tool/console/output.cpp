@@ -2,6 +2,7 @@
 #include "console/output.h"
 
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -26,6 +27,8 @@ Output::Output(const std::optional<std::string>& fileName, bool replacesDocument
         if (descriptor_ < 0) fail(file_->problem());
     }
     isTerminal_ = ::isatty(descriptor_) != 0;
+    struct stat status = {};
+    isPipe_ = ::fstat(descriptor_, &status) == 0 && S_ISFIFO(status.st_mode);
 }
 
 /// Without a call of `close` something has been thrown: a file keeps the content that it had.
@@ -93,7 +96,9 @@ bool Output::closePager() {
 
 void Output::pass(std::string_view text) {
     passedOn_ += text.size();
-    if (isTerminal_ && !text.empty()) progress_.end();
+    if (text.empty()) return;
+    if (isPipe_) progress_.silence();  // a pager may be at its end, and has the terminal from now on
+    if (isTerminal_) Progress::erase();
     while (isGood_ && !text.empty()) {
         const ssize_t written = ::write(startedDescriptor(), text.data(), text.size());
         if (written >= 0) {
@@ -112,7 +117,6 @@ void Output::pass(std::string_view text) {
 
 void Output::fail(std::string_view reason) {
     isGood_ = false;
-    progress_.end();
     say(name_, reason);
 }
 

@@ -87,6 +87,7 @@ private:
     bool isResult_ = false;
     bool isSpoilt_ = false;
     bool isTerminal_ = false;
+    bool isPipe_ = false;
     std::unique_ptr<char[]> buffer_ = std::make_unique_for_overwrite<char[]>(kCapacity);
     std::size_t size_ = 0;        ///< how much of the buffer waits
     std::uint64_t passedOn_ = 0;  ///< what does not wait

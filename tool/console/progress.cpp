@@ -1,30 +1,99 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/progress.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <new>
-#include <string_view>
 #include <system_error>
 
+#include "console/interruption.h"
 #include "console/terminal.h"
 #include "text/display_width.h"
 #include "text/visible_text.h"
 
 namespace tool {
+namespace {
 
-Progress::Progress() : isShown_(isCapableTerminal(STDERR_FILENO)) {}
+using namespace std::chrono_literals;
 
-void Progress::begin(std::string_view work) {
+constexpr auto kFirstLine = 2s;
+constexpr auto kNextLine = 250ms;
+
+/// The one that there is.
+Progress* current = nullptr;
+
+/// The size of all files; 0 when one has none, as standard input.
+std::uint64_t sizeOf(const std::vector<std::string>& files) {
+    std::uint64_t size = 0;
+    for (const std::string& file : files) {
+        struct stat status = {};
+        if (file == "-") return 0;
+        if (::stat(file.c_str(), &status) != 0) continue;  // which is said when it is read
+        if (!S_ISREG(status.st_mode)) return 0;
+        size += static_cast<std::uint64_t>(status.st_size);
+    }
+    return size;
+}
+
+/// "12345" -> "12,345"
+std::string grouped(std::uint64_t number) {
+    std::string text = std::to_string(number);
+    for (std::size_t place = text.size(); place > 3;) text.insert(place -= 3, ",");
+    return text;
+}
+
+struct Unit {
+    std::uint64_t size;
+    const char* name;
+};
+
+const Unit& unitOf(std::uint64_t bytes) {
+    static constexpr std::array<Unit, 4> kUnits{
+        {{1'000'000'000, "GB"}, {1'000'000, "MB"}, {1'000, "kB"}, {1, "bytes"}}};
+    for (const Unit& unit : kUnits)
+        if (bytes >= unit.size) return unit;
+    return kUnits.back();
+}
+
+/// Gigabytes with a decimal, since they take longer.
+std::string inUnit(std::uint64_t bytes, const Unit& unit) {
+    std::string text = std::to_string(bytes / unit.size);
+    if (unit.size < 1'000'000'000) return text;
+    return text + "." + std::to_string(bytes % unit.size / (unit.size / 10));
+}
+
+/// "12 of 310 MB", or "12 MB" where no more is known.
+std::string bytesText(std::uint64_t bytes, std::uint64_t all) {
+    const Unit& unit = unitOf(std::max(bytes, all));
+    const std::string total = bytes < all ? " of " + inUnit(all, unit) : "";
+    return inUnit(bytes, unit) + total + " " + unit.name;
+}
+
+}  // namespace
+
+Progress::Progress(bool isWanted) : isShown_(isWanted && isCapableTerminal(STDERR_FILENO)) {
+    if (isShown_) current = this;
+}
+
+Progress::~Progress() {
     end();
+    if (current == this) current = nullptr;
+}
+
+void Progress::expect(const std::vector<std::string>& files) {
     if (!isShown_) return;
+    files_ = &files;
     isEnded_ = false;
     try {
-        thread_ = std::thread([this, name = visibleText(work)] {
+        const SignalsHeld held;  // signals are for the thread that works
+        thread_ = std::thread([this] {
             try {
-                show(name);
+                run();
             } catch (const std::bad_alloc&) {
                 // The line ends here, the work goes on.
             }
@@ -32,6 +101,21 @@ void Progress::begin(std::string_view work) {
     } catch (const std::system_error&) {
         isEnded_ = true;  // the work is done without a line
     }
+}
+
+void Progress::beginFile(const std::string& name) {
+    if (!isShown_) return;
+    const std::lock_guard lock(mutex_);
+    name_ = name;
+    ++begun_;
+    isNews_ = true;
+}
+
+void Progress::finishReading() {
+    if (!isShown_) return;
+    const std::lock_guard lock(mutex_);
+    name_.clear();
+    isNews_ = true;
 }
 
 void Progress::silence() {
@@ -47,23 +131,60 @@ void Progress::end() {
     }
     ended_.notify_one();
     thread_.join();
+    eraseLine();
 }
 
-void Progress::show(const std::string& work) {
-    using namespace std::chrono_literals;
+void Progress::erase() {
+    if (current == nullptr) return;
+    const std::lock_guard terminal(current->terminal_);
+    const std::lock_guard lock(current->mutex_);
+    current->isPaused_ = true;
+    current->isNews_ = false;
+    current->eraseLine();
+}
+
+void Progress::run() {
     const auto start = std::chrono::steady_clock::now();
-    bool isWritten = false;
     std::unique_lock lock(mutex_);
-    while (!ended_.wait_for(lock, isWritten ? 250ms : 500ms, [this] { return isEnded_; })) {
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-        const std::string line = clipped(work, terminalWidth(STDERR_FILENO) - 10);
-        std::fprintf(stderr, "\r%s %.1f s\x1b[K", line.c_str(), elapsed.count());
-        std::fflush(stderr);
-        isWritten = true;
-    }
-    if (!isWritten) return;
+    if (ended_.wait_for(lock, kFirstLine, [this] { return isEnded_; })) return;
+    lock.unlock();
+    allBytes_ = sizeOf(*files_);
+    lock.lock();
+    do {
+        lock.unlock();
+        const auto elapsed = std::chrono::steady_clock::now() - start;
+        draw(static_cast<std::uint64_t>(std::chrono::floor<std::chrono::seconds>(elapsed).count()));
+        lock.lock();
+    } while (!ended_.wait_for(lock, kNextLine, [this] { return isEnded_; }));
+}
+
+void Progress::draw(std::uint64_t seconds) {
+    const std::lock_guard terminal(terminal_);
+    const std::string line = clipped(text(seconds), terminalWidth(STDERR_FILENO) - 1);
+    if (isPaused_) return;
+    std::fprintf(stderr, "\r%s\x1b[K", line.c_str());
+    std::fflush(stderr);
+    isDrawn_ = true;
+}
+
+void Progress::eraseLine() {
+    if (!isDrawn_) return;
     std::fputs("\r\x1b[K", stderr);
     std::fflush(stderr);
+    isDrawn_ = false;
+}
+
+std::string Progress::text(std::uint64_t seconds) {
+    const std::lock_guard lock(mutex_);
+    if (isNews_) isPaused_ = false;
+    const bool isOne = files_->size() == 1;
+    // How much of one file was read is known only when all of it was, unless it comes piece by piece.
+    const std::uint64_t bytes = isOne ? std::max(bytes_.load(), allBytes_) : bytes_.load();
+    const std::string end = bytesText(bytes, allBytes_) + ", " + grouped(seconds) + " s";
+    if (name_.empty()) return "Read " + (isOne ? "" : grouped(begun_) + " files, ") + end;
+    const std::string count =
+        isOne ? "" : "file " + grouped(begun_) + " of " + grouped(files_->size()) + ", ";
+    return "Reading " + count + end + ": " + visibleText(name_ == "-" ? "standard input" : name_);
 }
 
 }  // namespace tool

@@ -144,7 +144,6 @@ void sayWhatIsLeftOut(Run& run, const InputFile& input) {
 
 void sayNotInTable(Run& run, const std::string& file, const std::string& sentence) {
     ++run.findings;
-    run.progress.end();
     if (!run.options.isQuiet) say(file, sentence);
 }
 

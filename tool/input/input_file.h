@@ -13,7 +13,9 @@ struct InputFile {
     brackwell::OpenedFile file;
 };
 
-/// Opens a file, or standard input for "-".
-InputFile openInput(const std::string& name, const brackwell::OpenOptions& options);
+class Progress;
+
+/// Opens a file, or standard input for "-", and tells how far that is.
+InputFile openInput(const std::string& name, const brackwell::OpenOptions& options, Progress& progress);
 
 }  // namespace tool

@@ -19,7 +19,6 @@ bool withEnoughMemory(Run& run, const std::string& name, const std::function<boo
         return work();
     } catch (const std::bad_alloc&) {
         if (run.output.count() != before) run.output.spoil();
-        run.progress.end();
         say(name, "There is not enough memory for this document.");
         return false;
     }
@@ -69,17 +68,14 @@ bool forEachFile(Run& run, const UseOfFile& use, const UseOfFile& useUnread) {
             return isWhollyRead(input.file);
         });
         allRead = allRead && isRead;
-        run.progress.end();
         if (!run.output.isGood()) break;
     }
+    run.progress.finishReading();
     return allRead;
 }
 
 InputFile readFile(Run& run, const std::string& name) {
-    run.progress.begin("Reading " + (name == "-" ? "standard input" : name));
-    InputFile input = openInput(name, run.options.reading);
-    if (input.file && input.file.findings().empty()) return input;
-    run.progress.end();
+    InputFile input = openInput(name, run.options.reading, run.progress);
     sayFindings(run, input);
     if (!input.file) sayError(input);
     return input;
