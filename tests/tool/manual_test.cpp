@@ -89,6 +89,26 @@ Names offeredByZsh(const std::string& line, const std::string& folder = "/") {
     return {lines.begin(), lines.end()};
 }
 
+/// What fish offers at the end of a command line, without what it says of it.
+Names offeredByFish(const std::string& line, const std::string& folder = "/") {
+    const TemporaryFolder home;
+    const std::string completion = std::string(BRACKWELL_SOURCE_DIR) + "/tool/completion/brackwell.fish";
+    const Finished finished = run(
+        {{"/usr/bin/fish", "--no-config", "-c", "source $argv[1]; complete -C $argv[2]", completion, line},
+         "",
+         {{"HOME", home.path()}},
+         folder});
+    CHECK(finished.status == 0);
+    CHECK(finished.error == "");
+    Names names;
+    for (const std::string& offer : linesOf(finished.output)) {
+        std::string name = offer.substr(0, offer.find('\t'));
+        if (name.ends_with('=')) name.pop_back();
+        names.insert(name);
+    }
+    return names;
+}
+
 /// False on a machine without this program; ctest shows the message.
 bool hasProgram(const std::string& path) {
     if (std::filesystem::exists(path)) return true;
@@ -232,6 +252,20 @@ TEST_CASE("bash completes values, files and kinds of requests") {
     CHECK(completed({"request", ""}) == Names{"accounts", "profile"});
     CHECK(completed({"request", "--version", "21"}) == Names{"211"});
     CHECK(completed({"show", "--version", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
+    CHECK(completed({"anonymize", "--into", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
+}
+
+TEST_CASE("bash completes files in the place of a command, and then what is for showing them") {
+    if (!hasProgram("/bin/bash")) return;
+    const TemporaryFolder folder;
+    folder.file("july of 2024.ofx", "");
+    folder.file("report.ofx", "");
+    CHECK(completed({"ju"}, folder.path()) == Names{"july of 2024.ofx"});
+    CHECK(completed({"rep"}, folder.path()) == Names{"repair", "report", "report.ofx"});
+    CHECK(completed({""}, folder.path()) == commandsInHelp());
+    CHECK(completed({"july.ofx", "ju"}, folder.path()) == Names{"july of 2024.ofx"});
+    CHECK(completed({"july.ofx", "--"}) == completed({"show", "--"}));
+    CHECK(completed({"july.ofx", "--sort", ""}) == Names{"date", "amount"});
 }
 
 TEST_CASE("zsh completes commands, and the options of each command as its help has them") {
@@ -260,6 +294,44 @@ TEST_CASE("zsh completes values, files and kinds of requests") {
     CHECK(offeredByZsh("brackwell tree --encoding UTF-32B") == Names{"UTF-32BE"});
     CHECK(offeredByZsh("brackwell request ") == Names{"accounts", "profile"});
     CHECK(offeredByZsh("brackwell request --version=21") == Names{"211"});
+}
+
+TEST_CASE("zsh completes files in the place of a command, and then what is for showing them") {
+    if (!hasProgram("/usr/bin/zsh")) return;
+    const TemporaryFolder folder;
+    folder.file("july of 2024.ofx", "");
+    CHECK(offeredByZsh("brackwell ju", folder.path()) == Names{"july\\ of\\ 2024.ofx"});
+    CHECK(offeredByZsh("brackwell ", folder.path()) == commandsInHelp());
+    CHECK(offeredByZsh("brackwell july.ofx ju", folder.path()) == Names{"july\\ of\\ 2024.ofx"});
+    CHECK(offeredByZsh("brackwell july.ofx --sort=da") == Names{"date"});
+}
+
+TEST_CASE("fish completes commands, and the options of each command as its help has them") {
+    if (!hasProgram("/usr/bin/fish")) return;
+    CHECK(offeredByFish("brackwell ") == commandsInHelp());
+    CHECK(offeredByFish("brackwell re") == Names{"repair", "report", "request"});
+    CHECK(offeredByFish("brackwell --v") == Names{"--version"});
+    for (const std::string& command : commandsInHelp()) {
+        CAPTURE(command);
+        Names wanted;
+        for (const std::string& option : optionsInHelp({command})) wanted.insert("--" + option);
+        CHECK(offeredByFish("brackwell " + command + " --") == wanted);
+    }
+}
+
+TEST_CASE("fish completes values, files, kinds of requests, and files in the place of a command") {
+    if (!hasProgram("/usr/bin/fish")) return;
+    const TemporaryFolder folder;
+    folder.file("july.ofx", "");
+    CHECK(offeredByFish("brackwell show ju", folder.path()) == Names{"july.ofx"});
+    CHECK(offeredByFish("brackwell json --output ju", folder.path()) == Names{"july.ofx"});
+    CHECK(offeredByFish("brackwell show --sort ") == Names{"date", "amount"});
+    CHECK(offeredByFish("brackwell show --search ju", folder.path()) == Names{});
+    CHECK(offeredByFish("brackwell tree --encoding UTF-32B") == Names{"UTF-32BE"});
+    CHECK(offeredByFish("brackwell request ", folder.path()) == Names{"accounts", "profile"});
+    CHECK(offeredByFish("brackwell ju", folder.path()) == Names{"july.ofx"});
+    CHECK(offeredByFish("brackwell ", folder.path()) == commandsInHelp());
+    CHECK(offeredByFish("brackwell july.ofx --sor") == Names{"--sort"});
 }
 
 TEST_CASE("values that are offered are values that are taken") {

@@ -47,7 +47,7 @@ _brackwell_values() {
         --to) [[ " convert " == *" $1 "* ]] && echo "hledger ledger beancount" ;;
         --accounts) [[ " convert " == *" $1 "* ]] && echo "FILE" ;;
         --unless) [[ " convert " == *" $1 "* ]] && echo "FILE" ;;
-        --into) [[ " anonymize " == *" $1 "* ]] && echo "anonymous-1.ofx and so on" ;;
+        --into) [[ " anonymize " == *" $1 "* ]] && echo "FILE" ;;
         --shift-days) [[ " anonymize " == *" $1 "* ]] ;;
         --version) [[ " request " == *" $1 "* ]] && echo "102 103 151 160 200 203 211 220" ;;
         --routing) [[ " request " == *" $1 "* ]] && echo "none service msgset" ;;
@@ -63,14 +63,14 @@ _brackwell_arguments() {
     esac
 }
 
-# Offers those of some words that begin with a text, or the files that do.
+# Offers those of some words that begin with a text, or the files that do, besides what is offered already.
 _brackwell_offer() {
     if [[ $1 == FILE ]]; then
         # Outside of a completion, as in a test, there is nothing to set.
         compopt -o filenames 2>/dev/null
-        mapfile -t COMPREPLY < <(compgen -f -- "$2")
+        mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -f -- "$2")
     else
-        mapfile -t COMPREPLY < <(compgen -W "$1" -- "$2")
+        mapfile -t -O "${#COMPREPLY[@]}" COMPREPLY < <(compgen -W "$1" -- "$2")
     fi
 }
 
@@ -83,7 +83,11 @@ _brackwell() {
     elif [[ $previous == "=" ]]; then
         previous=${COMP_WORDS[COMP_CWORD - 2]}
     fi
-    ((COMP_CWORD > 1)) && command=${COMP_WORDS[1]}
+    if ((COMP_CWORD > 1)); then
+        command=${COMP_WORDS[1]}
+        # A file in the place of a command is shown.
+        [[ " $_brackwell_commands " == *" $command "* ]] || command=show
+    fi
     COMPREPLY=()
     if [[ -n $command ]] && values=$(_brackwell_values "$command" "$previous"); then
         _brackwell_offer "$values" "$current"
@@ -91,6 +95,7 @@ _brackwell() {
         _brackwell_offer "$(_brackwell_options "$command")" "$current"
     elif [[ -z $command ]]; then
         _brackwell_offer "$_brackwell_commands" "$current"
+        [[ -z $current ]] || _brackwell_offer FILE "$current"
     else
         _brackwell_offer "$(_brackwell_arguments "$command")" "$current"
     fi
