@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -69,10 +70,10 @@ struct Flaws {
 /// A text on its way, and all that has been changed in it. What it is worth is found out when somebody asks.
 class Repair {
 public:
-    Repair(std::string_view text, Reading reading) : before_(text), text_(text), reading_(reading) {}
+    Repair(std::string_view text, Reading reading) : before_(text), reading_(reading) {}
 
     Reading reading() {
-        if (!reading_) reading_ = readingOf(text_);
+        if (!reading_) reading_ = readingOf(current());
         return *reading_;
     }
     bool isWhole() {
@@ -86,14 +87,14 @@ public:
 
     void apply(Edits edits) {
         if (edits.empty()) return;
-        std::string text = repair::applied(text_, edits);
+        std::string text = repair::applied(current(), edits);
         apply(std::move(edits), std::move(text), std::nullopt);
     }
 
     /// Tags and how they are nested.
     void mendTags() {
-        const std::size_t begin = bodyIndexOf(text_);
-        const std::string_view body = std::string_view(text_).substr(begin);
+        const std::size_t begin = bodyIndexOf(current());
+        const std::string_view body = current().substr(begin);
         Edits edits = repair::tagEdits(body);
         for (Edit& edit : edits) edit.offset += begin;
         apply(std::move(edits));
@@ -101,34 +102,37 @@ public:
 
     /// Elements where they cannot stand. The parser's word counts: what it would refuse is not done.
     void mendStructure() {
-        Edits edits = repair::editsFor(repair::arranged(treeOf(text_)));
+        Edits edits = repair::editsFor(repair::arranged(treeOf(current())));
         if (edits.empty()) return;
-        std::string text = repair::applied(text_, edits);
+        std::string text = repair::applied(current(), edits);
         const Reading after = readingOf(text);
         if (after == Reading::reads || after >= reading()) apply(std::move(edits), std::move(text), after);
     }
 
     std::vector<RepairChange> takeChanges() { return repair::changesOf(before_, std::move(edits_)); }
-    std::string takeText() noexcept { return std::move(text_); }
+    /// Nothing else is to be asked afterwards.
+    std::string takeText() { return changed_ ? std::move(*changed_) : std::string(before_); }
 
 private:
+    std::string_view current() const noexcept { return changed_ ? std::string_view(*changed_) : before_; }
+
     void apply(Edits edits, std::string text, std::optional<Reading> reading) {
         edits_ = edits_.empty() ? std::move(edits) : repair::composed(before_, std::move(edits_), edits);
-        text_ = std::move(text);
+        changed_ = std::make_shared<std::string>(std::move(text));
         reading_ = reading;
         flaws_.reset();
     }
 
     const Flaws& flaws() {
         if (!flaws_) {
-            const Tree tree = treeOf(text_);
+            const Tree tree = treeOf(current());
             flaws_ = Flaws{repair::odditiesOf(tree), repair::lossOf(tree)};
         }
         return *flaws_;
     }
 
     std::string_view before_;
-    std::string text_;
+    std::shared_ptr<std::string> changed_;  ///< the text; null while it is the one before. Copies share it
     Edits edits_;
     std::optional<Reading> reading_;  ///< what the import makes of the text
     std::optional<Flaws> flaws_;

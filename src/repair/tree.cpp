@@ -81,9 +81,21 @@ private:
     NodeID innermost_ = Tree::kDocument;
 };
 
+/// No fewer than there are.
+std::size_t openTagsIn(std::string_view text) noexcept {
+    std::size_t count = 0;
+    for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at + 1))
+        count += !text.substr(at + 1).starts_with('/');
+    return count;
+}
+
 }  // namespace
 
 Tree::Tree(std::string_view text, std::size_t bodyIndex) : text_(text) {
+    // At least half of an array that grows is there twice. Documents that hardly have anything between their
+    // tags do not say beforehand how many there will be.
+    constexpr std::size_t usualDistance = 8;
+    nodes_.reserve(std::min(openTagsIn(text), text.size() / usualDistance) + 1);
     nodes_.emplace_back();
     TreeReader(*this, text).read(bodyIndex);
 }

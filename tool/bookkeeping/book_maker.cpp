@@ -30,9 +30,9 @@ bool isCorrection(const DraftEntry& draft) {
 /// Makes one book.
 class BookMaker {
 public:
-    BookMaker(const History& history, const AccountMap& map, KnownJournal& journal,
-              const BookSettings& settings, BookNotes& notes)
-        : history_(history),
+    BookMaker(History history, const AccountMap& map, KnownJournal& journal, const BookSettings& settings,
+              BookNotes& notes)
+        : history_(std::move(history)),
           map_(map),
           journal_(journal),
           settings_(settings),
@@ -44,6 +44,7 @@ public:
         pairTransfers(drafts_.entries, drafts_.accounts);
         leaveOut();
         joinTransfers(drafts_.entries, map_);
+        history_ = {};  // what the entries are made of
         takeEntries();
         noteOlderThanOpening();
         takeBalances();
@@ -66,7 +67,7 @@ private:
     void declareAccounts();
     void declareCommodities();
 
-    const History& history_;
+    History history_;
     const AccountMap& map_;
     KnownJournal& journal_;
     const BookSettings& settings_;
@@ -118,7 +119,9 @@ void BookMaker::leaveOut() {
 }
 
 void BookMaker::takeEntries() {
+    book_.entries.reserve(drafts_.entries.size());
     for (DraftEntry& draft : drafts_.entries) book_.entries.push_back(std::move(draft.entry));
+    drafts_.entries = {};
     std::ranges::stable_sort(book_.entries, [](const BookEntry& a, const BookEntry& b) {
         return std::tie(a.day, a.postings.front().account) < std::tie(b.day, b.postings.front().account);
     });
@@ -230,9 +233,9 @@ void BookMaker::declareCommodities() {
 
 }  // namespace
 
-Book makeBook(const History& history, const AccountMap& map, KnownJournal& journal,
-              const BookSettings& settings, BookNotes& notes) {
-    return BookMaker(history, map, journal, settings, notes).make();
+Book makeBook(History history, const AccountMap& map, KnownJournal& journal, const BookSettings& settings,
+              BookNotes& notes) {
+    return BookMaker(std::move(history), map, journal, settings, notes).make();
 }
 
 }  // namespace tool

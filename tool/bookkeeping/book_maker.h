@@ -28,8 +28,9 @@ struct BookNote {
 using BookNotes = std::vector<BookNote>;
 
 /// Makes the books of what documents say, without what journals have already. The statements of the history
-/// must be in the order of time, so that the order of files changes nothing.
-Book makeBook(const History& history, const AccountMap& map, KnownJournal& journal,
-              const BookSettings& settings, BookNotes& notes);
+/// must be in the order of time, so that the order of files changes nothing. The history is taken, since it
+/// and the books of large documents need not be in memory together.
+Book makeBook(History history, const AccountMap& map, KnownJournal& journal, const BookSettings& settings,
+              BookNotes& notes);
 
 }  // namespace tool

@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -71,20 +72,29 @@ std::string differenceOf(const FindingCounts& before, const FindingCounts& after
     return kinds;
 }
 
+/// What the anonymous form is held against, so that the file need not be kept beside it.
+struct Expected {
+    explicit Expected(const brackwell::OpenedFile& file) : shape(file), findings(findingsOf(file)) {}
+
+    Shape shape;
+    FindingCounts findings;
+};
+
 /// What somebody has to know who gives the document away.
-void sayResult(const Run& run, const InputFile& input, const brackwell::AnonymizedDocument& document) {
+void sayResult(const Run& run, const std::string& name, const Expected& expected,
+               const brackwell::AnonymizedDocument& document) {
     if (run.options.isQuiet) return;
     std::string unknown;
     for (const brackwell::UnknownElements& element : document.unknown)
         unknown.append(unknown.empty() ? "" : ", ").append("<" + element.name + ">");
     if (!unknown.empty())
-        say(input.name, "The OFX standard does not have these elements, whose names stay: " + unknown + ".");
+        say(name, "The OFX standard does not have these elements, whose names stay: " + unknown + ".");
 
     const brackwell::OpenedFile after = brackwell::openData(document.bytes, run.options.reading);
-    if (Shape(after) != Shape(input.file))
-        say(input.name, "The anonymous form does not hold as much as the file does. Please report that.");
-    if (const std::string kinds = differenceOf(findingsOf(input.file), findingsOf(after)); !kinds.empty())
-        say(input.name, "The anonymous form has other findings: " + kinds + ".");
+    if (Shape(after) != expected.shape)
+        say(name, "The anonymous form does not hold as much as the file does. Please report that.");
+    if (const std::string kinds = differenceOf(expected.findings, findingsOf(after)); !kinds.empty())
+        say(name, "The anonymous form has other findings: " + kinds + ".");
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -116,6 +126,22 @@ bool makeFolder(const std::string& folder) {
 // ---------------------------------------------------------------------------------------------
 // The command
 
+/// Makes the anonymous form of a file and says what is to be said of it; nothing for a file without bytes.
+std::optional<brackwell::AnonymizedDocument> anonymized(Run& run, const brackwell::Anonymizer& anonymizer,
+                                                        const std::string& name) {
+    std::optional<InputFile> input = readFile(run, name);
+    const Expected expected(input->file);
+    const auto& documents = input->file.documents();
+    const auto encoding = documents.empty() ? brackwell::TextEncodingNone : documents.front().encoding();
+    std::optional<brackwell::Data> bytes = input->file.bytes();
+    input.reset();  // what was read takes several times the memory of the bytes
+    if (bytes->isEmpty()) return std::nullopt;
+    brackwell::AnonymizedDocument document = anonymizer.anonymize(*bytes, encoding);
+    bytes.reset();
+    sayResult(run, name, expected, document);
+    return document;
+}
+
 /// A file that does not read is the one that somebody asks for, so nothing but its bytes is needed.
 bool runAnonymize(Run& run) {
     const AnonymizeRequest& request = run.options.anonymize;
@@ -126,17 +152,12 @@ bool runAnonymize(Run& run) {
     for (const std::string& name : run.options.files) {
         ++number;
         const bool isWritten = withEnoughMemory(run, name, [&] {
-            const InputFile input = readFile(run, name);
-            const brackwell::Data& bytes = input.file.bytes();
-            if (bytes.isEmpty()) return false;
-            const auto& documents = input.file.documents();
-            const brackwell::AnonymizedDocument document = anonymizer.anonymize(
-                bytes, documents.empty() ? brackwell::TextEncodingNone : documents.front().encoding());
-            sayResult(run, input, document);
+            const auto document = anonymized(run, anonymizer, name);
+            if (!document) return false;
             if (request.folder)
                 return writeToFolder(run, nameInFolder(*request.folder, name, number),
-                                     document.bytes.bytes());
-            writeDocument(run.output, document.bytes.bytes());
+                                     document->bytes.bytes());
+            writeDocument(run.output, document->bytes.bytes());
             run.output.keep();
             return true;
         });

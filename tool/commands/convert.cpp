@@ -71,7 +71,7 @@ bool runConvert(Run& run) {
     const bool allRead = readInOrderOfTime(run, history);
     BookNotes notes;
     const BookSettings settings{request.format, request.hasOpenings, request.hasAssertions};
-    const Book book = makeBook(history, map, journal, settings, notes);
+    const Book book = makeBook(std::move(history), map, journal, settings, notes);
     sayNotes(run, notes);
     writeBook(run.output, book, request.format);
     return allRead;
