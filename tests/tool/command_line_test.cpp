@@ -52,6 +52,13 @@ TEST_CASE("the version is one line") {
     CHECK(linesOf(finished.output).size() == 1);
 }
 
+TEST_CASE("who starts the program alone is told what it is, in lines that a terminal of 80 columns holds") {
+    const Finished finished = tool({});
+    CHECK(finished.error.starts_with("brackwell reads Open Financial Exchange (OFX) documents"));
+    CHECK(contains(finished.error, "\n  brackwell show july.ofx\n"));
+    for (const std::string& line : linesOf(finished.error)) CHECK(line.size() < 80);
+}
+
 TEST_CASE("wrong usage is status 2, says why on standard error and writes nothing") {
     const std::string document = examplePath("card.ofx");
     struct Row {
@@ -59,7 +66,7 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         std::string reason;
     };
     const std::vector<Row> rows{
-        {{}, "subcommand is required"},
+        {{}, "Run with --help for a list of the commands.\n"},
         {{"print", document}, "unknown command \"print\"\nRun with --help for a list of the commands.\n"},
         {{"show"}, "FILE is required"},
         {{"json", document, "--full"}, "--full"},

@@ -39,8 +39,8 @@ constexpr const char* kExamples =
 
 /// For who starts the program to see what it is.
 constexpr const char* kFirstSteps =
-    "brackwell reads Open Financial Exchange (OFX) documents: what banks offer as a download for money\n"
-    "programs. Try one of these with a file or a folder of yours:\n"
+    "brackwell reads Open Financial Exchange (OFX) documents: what banks offer as a\n"
+    "download for money programs. Try one of these with a file or folder of yours:\n"
     "  brackwell show july.ofx\n"
     "  brackwell report Downloads --output report.html\n\n";
 
@@ -300,7 +300,8 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
             app.get_subcommands().empty())
             line.error =
                 "unknown command \"" + given[0] + "\"\nRun with --help for a list of the commands.\n";
-        if (given.empty()) line.error.insert(0, kFirstSteps);
+        if (given.empty())
+            line.error = std::string(kFirstSteps) + "Run with --help for a list of the commands.\n";
         std::erase(line.error, kNoArgumentHas);
         if (*line.exitStatus != 0) line.error.insert(0, adviceOnNames(given));
     }
