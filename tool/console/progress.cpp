@@ -47,21 +47,21 @@ std::string grouped(std::uint64_t number) {
     return text;
 }
 
-struct Unit {
+struct ByteUnit {
     std::uint64_t size;
     const char* name;
 };
 
-const Unit& unitOf(std::uint64_t bytes) {
-    static constexpr std::array<Unit, 4> kUnits{
+const ByteUnit& unitOf(std::uint64_t bytes) {
+    static constexpr std::array<ByteUnit, 4> kUnits{
         {{1'000'000'000, "GB"}, {1'000'000, "MB"}, {1'000, "kB"}, {1, "bytes"}}};
-    for (const Unit& unit : kUnits)
+    for (const ByteUnit& unit : kUnits)
         if (bytes >= unit.size) return unit;
     return kUnits.back();
 }
 
 /// Gigabytes with a decimal, since they take longer.
-std::string inUnit(std::uint64_t bytes, const Unit& unit) {
+std::string inUnit(std::uint64_t bytes, const ByteUnit& unit) {
     std::string text = std::to_string(bytes / unit.size);
     if (unit.size < 1'000'000'000) return text;
     return text + "." + std::to_string(bytes % unit.size / (unit.size / 10));
@@ -69,7 +69,7 @@ std::string inUnit(std::uint64_t bytes, const Unit& unit) {
 
 /// "12 of 310 MB", or "12 MB" where no more is known.
 std::string bytesText(std::uint64_t bytes, std::uint64_t all) {
-    const Unit& unit = unitOf(std::max(bytes, all));
+    const ByteUnit& unit = unitOf(std::max(bytes, all));
     const std::string total = bytes < all ? " of " + inUnit(all, unit) : "";
     return inUnit(bytes, unit) + total + " " + unit.name;
 }
