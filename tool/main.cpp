@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <csignal>
+#include <algorithm>
+#include <iterator>
 #include <new>
 #include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "command_line/options.h"
 #include "command_line/wrapped_help.h"
@@ -14,18 +14,17 @@
 #include "console/messages.h"
 #include "console/terminal.h"
 #include "input/run.h"
+#include "system/process.h"
 
 namespace {
 
 constexpr int kWrongUsage = 2;
 constexpr int kHasFindings = 3;  ///< the exit status of --strict
 
-/// Makes sure that the three standard descriptors are open, so that no file that is opened later takes
-/// the place of one. What is written to a closed one still fails.
-void openStandardDescriptors() {
-    for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor)
-        if (::fcntl(descriptor, F_GETFD) == -1)
-            static_cast<void>(::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY));
+tool::CommandLine readWords(const std::vector<std::string>& words) {
+    std::vector<const char*> pointers;
+    std::ranges::transform(words, std::back_inserter(pointers), &std::string::c_str);
+    return tool::readCommandLine(static_cast<int>(pointers.size()), pointers.data());
 }
 
 /// Writes help or the version; a terminal gets it in a pager, and no word parted at its edge.
@@ -71,10 +70,8 @@ int runCommand(const tool::Options& options) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    openStandardDescriptors();
-    // A closed pipe, and a file that is larger than it may be, are failed writes like any other.
-    for (const int signal : {SIGPIPE, SIGXFSZ}) std::signal(signal, SIG_IGN);
-    const tool::CommandLine line = tool::readCommandLine(count, arguments);
+    tool::system::prepareProcess();
+    const tool::CommandLine line = readWords(tool::system::commandLine(count, arguments));
     tool::throwWhenMemoryIsExhausted();
     try {
         tool::sayText(line.error);

@@ -2,15 +2,13 @@
 #include "console/document_file.h"
 
 #include <brackwell/platform.h>
-#include <fcntl.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <iterator>
 
+#include "system/descriptors.h"
 #include "text/characters.h"
 
 namespace tool {
@@ -160,17 +158,16 @@ constexpr std::string_view kGzip = "\x1F\x8B";
 
 /// The first bytes of a file; false when they cannot be read.
 bool readBeginning(const std::string& path, std::string& bytes) {
-    const int file = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    const int file = system::openForReading(path);
     if (file < 0) return false;
     bytes.resize(kLookedThrough);
     std::size_t size = 0;
-    ssize_t count = 1;
+    std::ptrdiff_t count = 1;
     while (count > 0 && size < bytes.size()) {
-        count = ::read(file, bytes.data() + size, bytes.size() - size);
+        count = system::readFrom(file, bytes.data() + size, bytes.size() - size);
         if (count > 0) size += static_cast<std::size_t>(count);
-        if (count < 0 && errno == EINTR) count = 1;
     }
-    ::close(file);
+    system::closeDescriptor(file);
     bytes.resize(size);
     return count >= 0;
 }

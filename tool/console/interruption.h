@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <csignal>
+#include <array>
+#include <cstddef>
 #include <string>
 
 /// \file
@@ -20,7 +21,7 @@ public:
     ~SignalsHeld();
 
 private:
-    sigset_t before_{};
+    alignas(std::max_align_t) std::array<std::byte, 128> before_{};  ///< the signals as the system keeps them
 };
 
 /// From here on a signal that ends the program removes this file first; the program still ends by that

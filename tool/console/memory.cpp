@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/memory.h"
 
-#include <unistd.h>
-
 #include <cstdlib>
 #include <new>
 #include <string_view>
+
+#include "system/descriptors.h"
 
 namespace tool {
 namespace {
@@ -24,7 +24,7 @@ void throwWhenMemoryIsExhausted() noexcept { std::set_new_handler(nullptr); }
 
 void sayThatMemoryIsExhausted() noexcept {
     constexpr std::string_view line = "brackwell: There is not enough memory.\n";
-    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, line.data(), line.size());
+    static_cast<void>(system::writeTo(system::kStandardError, line));
 }
 
 }  // namespace tool

@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/messages.h"
 
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdio>
 #include <string>
 
 #include "console/progress.h"
+#include "system/descriptors.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -42,20 +41,21 @@ std::string withVisibleSubject(std::string_view text, std::string_view subject, 
 
 void say(std::string_view subject, std::string_view text) {
     // On a terminal, a line break in the name of a file must not begin what looks like a message of its own.
-    const bool isTerminal = ::isatty(STDERR_FILENO) != 0;
+    const bool isTerminal = system::isTerminal(system::kStandardError);
     const std::string name = isTerminal ? visiblePart(subject) : std::string(subject);
     sayText(name + ": " + withVisibleSubject(text, subject, name) + "\n");
 }
 
 void sayText(std::string_view lines) {
-    const std::string visible = ::isatty(STDERR_FILENO) != 0 ? visibleLines(lines) : std::string(lines);
+    const std::string visible =
+        system::isTerminal(system::kStandardError) ? visibleLines(lines) : std::string(lines);
     if (areMessagesHeld)
         heldMessages() += visible;
     else
         writeMessages(visible);
 }
 
-void holdMessages() noexcept { areMessagesHeld = ::isatty(STDERR_FILENO) != 0; }
+void holdMessages() noexcept { areMessagesHeld = system::isTerminal(system::kStandardError); }
 
 void releaseMessages() {
     areMessagesHeld = false;

@@ -1,10 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/output.h"
 
-#include <poll.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -14,6 +10,7 @@
 #include "console/messages.h"
 #include "console/output_target.h"
 #include "console/progress.h"
+#include "system/descriptors.h"
 
 namespace tool {
 
@@ -26,9 +23,8 @@ Output::Output(const std::optional<std::string>& fileName, bool replacesDocument
         descriptor_ = file_->descriptor();
         if (descriptor_ < 0) fail(file_->problem());
     }
-    isTerminal_ = ::isatty(descriptor_) != 0;
-    struct stat status = {};
-    isPipe_ = ::fstat(descriptor_, &status) == 0 && S_ISFIFO(status.st_mode);
+    isTerminal_ = system::isTerminal(descriptor_);
+    isPipe_ = system::isPipe(descriptor_);
 }
 
 /// Without a call of `close` something has been thrown: a file keeps the content that it had.
@@ -51,7 +47,7 @@ bool Output::close() {
     if (!closePager()) fail("the pager \"" + *pagerCommand_ + "\" could not be run");
     descriptor_ = -1;
     if (!file_) {
-        if (::close(STDOUT_FILENO) != 0 && isGood_ && errno != EINTR) fail(std::strerror(errno));
+        if (!system::closeDescriptor(system::kStandardOutput) && isGood_) fail(std::strerror(errno));
     } else if (isGood_ && isToBeDropped()) {
         fail("not written, since " + std::string(isSpoilt_ ? "a part is missing" : "no document was read"));
     } else if (isGood_ && !file_->finish()) {
@@ -100,16 +96,13 @@ void Output::pass(std::string_view text) {
     if (isPipe_) progress_.silence();  // a pager may be at its end, and has the terminal from now on
     if (isTerminal_) Progress::erase();
     while (isGood_ && !text.empty()) {
-        const ssize_t written = ::write(startedDescriptor(), text.data(), text.size());
+        const std::ptrdiff_t written = system::writeTo(startedDescriptor(), text);
         if (written >= 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno == EPIPE && pager_) {
             isGood_ = false;
             isQuit_ = true;
-        } else if (errno == EAGAIN) {  // someone made it non-blocking
-            pollfd waiting{descriptor_, POLLOUT, 0};
-            ::poll(&waiting, 1, -1);
-        } else if (errno != EINTR) {
+        } else {
             fail(std::strerror(errno));
         }
     }

@@ -1,10 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <sys/types.h>
-
 #include <array>
-#include <csignal>
 #include <optional>
 #include <string>
 
@@ -33,13 +30,10 @@ public:
     bool finish();
 
 private:
-    /// What a person types to interrupt, which is the pager's business while it runs.
-    static constexpr std::array kPagersSignals = {SIGINT, SIGQUIT};
-
-    pid_t process_ = -1;
+    int process_ = -1;
     int descriptor_ = -1;
     bool wasRun_ = false;
-    std::array<void (*)(int), kPagersSignals.size()> actions_{};  ///< of these before
+    std::array<void (*)(int), 2> actions_{};  ///< before, of the signals that are the pager's
 };
 
 }  // namespace tool

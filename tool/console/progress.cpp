@@ -1,18 +1,17 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/progress.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
+#include <filesystem>
 #include <new>
 #include <system_error>
 
 #include "console/interruption.h"
 #include "console/terminal.h"
+#include "system/descriptors.h"
 #include "text/display_width.h"
 #include "text/visible_text.h"
 
@@ -31,11 +30,12 @@ Progress* current = nullptr;
 std::uint64_t sizeOf(const std::vector<std::string>& files) {
     std::uint64_t size = 0;
     for (const std::string& file : files) {
-        struct stat status = {};
         if (file == "-") return 0;
-        if (::stat(file.c_str(), &status) != 0) continue;  // which is said when it is read
-        if (!S_ISREG(status.st_mode)) return 0;
-        size += static_cast<std::uint64_t>(status.st_size);
+        std::error_code error;  // which is said when the file is read
+        const auto status = std::filesystem::status(file, error);
+        if (std::filesystem::is_other(status)) return 0;
+        const std::uintmax_t own = std::filesystem::file_size(file, error);
+        if (!error) size += own;
     }
     return size;
 }
@@ -76,7 +76,7 @@ std::string bytesText(std::uint64_t bytes, std::uint64_t all) {
 
 }  // namespace
 
-Progress::Progress(bool isWanted) : isShown_(isWanted && isCapableTerminal(STDERR_FILENO)) {
+Progress::Progress(bool isWanted) : isShown_(isWanted && isCapableTerminal(system::kStandardError)) {
     if (isShown_) current = this;
 }
 
@@ -160,7 +160,7 @@ void Progress::run() {
 
 void Progress::draw(std::uint64_t seconds) {
     const std::lock_guard terminal(terminal_);
-    const std::string line = clipped(text(seconds), terminalWidth(STDERR_FILENO) - 1);
+    const std::string line = clipped(text(seconds), terminalWidth(system::kStandardError) - 1);
     if (isPaused_) return;
     std::fprintf(stderr, "\r%s\x1b[K", line.c_str());
     std::fflush(stderr);

@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "console/terminal.h"
 
-#include <sys/ioctl.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <charconv>
 #include <cstdlib>
 #include <string_view>
 #include <system_error>
+
+#include "system/descriptors.h"
 
 namespace tool {
 namespace {
@@ -33,7 +32,7 @@ std::size_t columnsVariable() noexcept {
 }  // namespace
 
 bool isCapableTerminal(int descriptor) noexcept {
-    return ::isatty(descriptor) != 0 && environment("TERM") != "dumb";
+    return system::isTerminal(descriptor) && environment("TERM") != "dumb";
 }
 
 bool wantsColour(Colour colour, int descriptor) noexcept {
@@ -43,8 +42,7 @@ bool wantsColour(Colour colour, int descriptor) noexcept {
 
 std::size_t terminalWidth(int descriptor) noexcept {
     std::size_t columns = columnsVariable();
-    winsize size{};
-    if (columns == 0 && ::ioctl(descriptor, TIOCGWINSZ, &size) == 0) columns = size.ws_col;
+    if (columns == 0) columns = system::terminalColumns(descriptor);
     return columns == 0 ? kUsualWidth : std::clamp(columns, kLeastWidth, kGreatestWidth);
 }
 

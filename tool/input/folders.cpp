@@ -18,11 +18,11 @@ namespace fs = std::filesystem;
 /// How many names a line has of what was passed over.
 constexpr std::size_t kMostNames = 5;
 
-bool isHidden(const fs::path& path) { return path.filename().native().starts_with('.'); }
+bool isHidden(const fs::path& path) { return path.filename().string().starts_with('.'); }
 
 /// Puts an entry of a folder where it belongs; folders go to those that wait.
 void sortIn(const fs::directory_entry& entry, FolderContent& content, std::vector<fs::path>& waiting) {
-    const std::string& name = entry.path().native();
+    const std::string name = entry.path().string();
     std::error_code unknown;
     const bool isWanted = !isHidden(entry.path());
     if (isWanted && entry.is_directory(unknown) && !entry.is_symlink(unknown))
@@ -35,7 +35,7 @@ void sortIn(const fs::directory_entry& entry, FolderContent& content, std::vecto
 
 /// "a.pdf, b.txt and 3 more", without the folder that all of them are in.
 std::string someOf(const std::vector<std::string>& names, const std::string& folder) {
-    const std::size_t cut = (fs::path(folder) / "").native().size();
+    const std::size_t cut = (fs::path(folder) / "").string().size();
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i)
         text.append(i > 0 ? ", " : "").append(names[i], cut);
@@ -67,7 +67,7 @@ FolderContent contentOf(const std::string& folder) {
         std::error_code error;
         for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error))
             sortIn(*entry, content, waiting);
-        if (error) content.unread.push_back(path.native());
+        if (error) content.unread.push_back(path.string());
     }
     for (auto* names : {&content.documents, &content.passedOver, &content.unread}) std::ranges::sort(*names);
     return content;

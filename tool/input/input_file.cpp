@@ -1,16 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "input/input_file.h"
 
-#include <unistd.h>
-
 #include <array>
-#include <cerrno>
 #include <cstddef>
 #include <filesystem>
 #include <optional>
 #include <utility>
 
 #include "console/progress.h"
+#include "system/descriptors.h"
 
 namespace tool {
 namespace {
@@ -19,10 +17,9 @@ std::optional<brackwell::Data> readStandardInput(Progress& progress) {
     std::string bytes;
     std::array<char, 1 << 16> piece;
     for (;;) {
-        const ssize_t count = ::read(STDIN_FILENO, piece.data(), piece.size());
+        const std::ptrdiff_t count = system::readFrom(system::kStandardInput, piece.data(), piece.size());
+        if (count < 0) return std::nullopt;
         if (count == 0) return brackwell::Data::adopt(std::move(bytes));
-        if (count < 0 && errno != EINTR) return std::nullopt;
-        if (count < 0) continue;
         bytes.append(piece.data(), static_cast<std::size_t>(count));
         progress.addBytes(static_cast<std::size_t>(count));
     }

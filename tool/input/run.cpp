@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "input/run.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <new>
@@ -10,6 +8,7 @@
 #include "console/messages.h"
 #include "console/terminal.h"
 #include "input/error_lines.h"
+#include "system/descriptors.h"
 
 namespace tool {
 
@@ -49,7 +48,7 @@ void sayFindings(Run& run, const InputFile& input) {
 void sayError(const InputFile& input) {
     const brackwell::OpenError& error = input.file.error();
     say(subjectOf(input.name, error.line, error.column), error.text);
-    sayText(errorLines(input.file, terminalWidth(STDERR_FILENO)));
+    sayText(errorLines(input.file, terminalWidth(system::kStandardError)));
 }
 
 }  // namespace

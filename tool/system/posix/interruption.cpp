@@ -6,7 +6,9 @@
 #include <array>
 #include <atomic>
 #include <climits>
+#include <csignal>
 #include <cstddef>
+#include <cstring>
 
 namespace tool {
 namespace {
@@ -44,11 +46,18 @@ void handle(int signal) noexcept {
 
 SignalsHeld::SignalsHeld() noexcept {
     sigset_t all;
+    sigset_t before;
     ::sigfillset(&all);
-    ::pthread_sigmask(SIG_SETMASK, &all, &before_);
+    ::pthread_sigmask(SIG_SETMASK, &all, &before);
+    static_assert(sizeof before <= sizeof before_);
+    std::memcpy(before_.data(), &before, sizeof before);
 }
 
-SignalsHeld::~SignalsHeld() { ::pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+SignalsHeld::~SignalsHeld() {
+    sigset_t before;
+    std::memcpy(&before, before_.data(), sizeof before);
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
 
 void removeWhenInterrupted(const std::string& path) noexcept {
     isToBeRemoved = false;

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/types.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -24,6 +25,9 @@ namespace {
 /// The statuses of a shell for a command that it did not find or could not run.
 constexpr int kNotRunnable = 126;
 constexpr int kNotFound = 127;
+
+/// What a person types to interrupt, which is the pager's business while it runs.
+constexpr std::array kPagersSignals = {SIGINT, SIGQUIT};
 
 bool isInstalled(const std::string& program) {
     const char* path = std::getenv("PATH");
@@ -108,6 +112,7 @@ std::optional<std::string> wantedPager() {
 }
 
 Pager::Pager(const std::string& command) {
+    static_assert(std::tuple_size_v<decltype(actions_)> == kPagersSignals.size());
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) return;
     process_ = PagerStart(ends[0]).run(command);
