@@ -9,5 +9,5 @@ const system = new WASI({
     preopens: { '.': process.cwd() },
 });
 const module = await WebAssembly.compile(await readFile(program));
-const instance = await WebAssembly.instantiate(module, system.getImportObject());
+const instance = await WebAssembly.instantiate(module, { wasi_snapshot_preview1: system.wasiImport });
 process.exitCode = system.start(instance);
