@@ -59,6 +59,8 @@ def remarks_of(files: Iterable[pyarrow.RecordBatch]) -> Iterator[pyarrow.RecordB
 
 def convert(spark: SparkSession, folder: pathlib.Path, output: pathlib.Path) -> None:
     """Writes OUTPUT/transactions and OUTPUT/remarks."""
+    # Spark takes a file for no less than 4 MiB and makes a task of every thirty; statements are far smaller.
+    spark.conf.set("spark.sql.files.openCostInBytes", 64 * 1024)
     files = spark.read.format("binaryFile").load(folder.as_uri()).select("path", "content")
     for name, convert_files, schema in (
         ("transactions", transactions_of, TRANSACTIONS),
