@@ -218,7 +218,7 @@ void bindSequence(nb::class_<List<T>>& bound) {
             "__iter__", [](nb::handle self) { return nb::steal(PySeqIter_New(self.ptr())); },
             nb::sig(kept("def __iter__(self, /) -> collections.abc.Iterator[" + item + "]")))
         .def(
-            "__contains__", [](const List<T>& self, nb::handle item) { return countIn(self, item) != 0; },
+            "__contains__", [](const List<T>& self, nb::handle wanted) { return countIn(self, wanted) != 0; },
             nb::sig("def __contains__(self, item: object, /) -> bool"))
         .def("count", &countIn<T>, nb::sig("def count(self, item: object, /) -> int"),
              "How many are equal to it.")
