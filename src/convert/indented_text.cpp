@@ -144,8 +144,8 @@ private:
 
     const Document& document_;
     const std::function<bool(std::string_view)>& take_;
-    std::vector<std::uint32_t> open_;  ///< the aggregates that are open; the first is the root
-    NameID pending_ = kNothingPending;           ///< what the reader takes "<>" for
+    std::vector<std::uint32_t> open_;   ///< the aggregates that are open; the first is the root
+    NameID pending_ = kNothingPending;  ///< what the reader takes "<>" for
     std::string text_;
     bool isWanted_ = true;
 };

@@ -138,8 +138,8 @@ std::size_t wholeMultiple(std::size_t size, std::size_t alignment) noexcept {
 
 }  // namespace
 
-// The other forms of new and delete end in these, but under AddressSanitizer, which has a form of its own of the one
-// that returns nullptr; the standard library's sorting asks for memory with it.
+// The other forms of new and delete end in these, but under AddressSanitizer, which has a form of its own of
+// the one that returns nullptr; the standard library's sorting asks for memory with it.
 void* operator new(std::size_t size) { return allocated(isRefused() ? nullptr : std::malloc(size)); }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return isRefused() ? nullptr : counted(std::malloc(size));
