@@ -49,10 +49,15 @@
 #include <utility>
 #include <vector>
 
-/// Marks what a shared library exports; everything else stays hidden.
+#if defined(_WIN32)
+#define BRACKWELL_EXPORT
+#define BRACKWELL_INTERNAL
+#else
+/// Marks what a shared library exports; everything else stays hidden. On Windows the library is static.
 #define BRACKWELL_EXPORT __attribute__((visibility("default")))
 /// Marks a part of an exported class that only the library itself uses, and so keeps hidden.
 #define BRACKWELL_INTERNAL __attribute__((visibility("hidden")))
+#endif
 
 namespace brackwell {
 

@@ -2,13 +2,13 @@
 #include "bookkeeping/known_journal.h"
 
 #include <brackwell/platform.h>
-#include <glob.h>
 
 #include <algorithm>
 #include <filesystem>
 #include <optional>
 #include <vector>
 
+#include "system/matching_files.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -62,14 +62,7 @@ std::vector<std::string> includedFiles(std::string_view line, const std::string&
     std::string_view name = withoutBlanks(line.substr(line.find(' ')));
     if (name.starts_with('"')) name = textUntil(name.substr(1), "\"");
     const std::filesystem::path path = std::filesystem::path(journal).parent_path() / std::string(name);
-    std::vector<std::string> files;
-    ::glob_t found{};
-    if (::glob(path.c_str(), GLOB_TILDE, nullptr, &found) == 0)
-        files.assign(found.gl_pathv, found.gl_pathv + found.gl_pathc);
-    else
-        files.push_back(path.string());
-    ::globfree(&found);
-    return files;
+    return system::filesMatching(path.string());
 }
 
 std::string canonicalPath(const std::string& path) {
