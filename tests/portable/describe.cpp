@@ -7,6 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#if defined(_WIN32)
+#include <fcntl.h>
+#include <io.h>
+#endif
+
 #include "support/investment_text.h"
 #include "support/transcript.h"
 #include "support/value_text.h"
@@ -123,5 +128,8 @@ int describeAll(const std::vector<std::string>& paths) {
 }  // namespace brackwell::tests
 
 int main(int count, char** arguments) {
+#if defined(_WIN32)
+    ::_setmode(::_fileno(stdout), _O_BINARY);  // a line break is one byte everywhere
+#endif
     return brackwell::tests::describeAll({arguments + 1, arguments + count});
 }
