@@ -14,7 +14,7 @@ namespace {
 
 using Response = TvOFXAccountInfoResponse;
 
-std::shared_ptr<Response> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<Response> responseIn(const std::optional<ParseDictionary>& node) {
     return Response::initWithParseDict(node);
 }
 
@@ -30,23 +30,24 @@ using Texts = std::vector<std::string>;
 }  // namespace
 
 TEST_CASE("account information has one record for each of its aggregates, in document order") {
-    CHECK(descriptionsIn(*read(parsed("<ACCTINFO><DESC>A</ACCTINFO>"))) == Texts{"A"});
+    CHECK(descriptionsIn(*responseIn(parsed("<ACCTINFO><DESC>A</ACCTINFO>"))) == Texts{"A"});
     CHECK(descriptionsIn(
-              *read(parsed("<ACCTINFO><DESC>C</ACCTINFO><DTACCTUP>20240131<ACCTINFO><DESC>A</ACCTINFO>"
-                           "<ACCTINFO><DESC>B</ACCTINFO>"))) == Texts{"C", "A", "B"});
+              *responseIn(parsed("<ACCTINFO><DESC>C</ACCTINFO><DTACCTUP>20240131<ACCTINFO><DESC>A</ACCTINFO>"
+                                 "<ACCTINFO><DESC>B</ACCTINFO>"))) == Texts{"C", "A", "B"});
 }
 
 TEST_CASE("records that are no aggregates are passed over") {
     const ParseDictionary record{{"DESC", "A"}};
-    CHECK(descriptionsIn(*read(ParseDictionary{
+    CHECK(descriptionsIn(*responseIn(ParseDictionary{
               {"ACCTINFO", ParseValue::array({"text", record, "text", record})}})) == Texts{"A", "A"});
-    CHECK(read(ParseDictionary{{"ACCTINFO", "text"}})->accountInfos().empty());
-    CHECK(read(ParseDictionary{{"acctinfo", record}, {"OTHER", record}})->accountInfos().empty());
-    CHECK(read(ParseDictionary{{"ACCTINFO", ParseDictionary{}}})->accountInfos().size() == 1);
+    CHECK(responseIn(ParseDictionary{{"ACCTINFO", "text"}})->accountInfos().empty());
+    CHECK(responseIn(ParseDictionary{{"acctinfo", record}, {"OTHER", record}})->accountInfos().empty());
+    CHECK(responseIn(ParseDictionary{{"ACCTINFO", ParseDictionary{}}})->accountInfos().size() == 1);
 }
 
 TEST_CASE("account information without a node has no records") {
-    for (const auto& response : {std::make_shared<Response>(), read(std::nullopt), read(ParseDictionary{})}) {
+    for (const auto& response :
+         {std::make_shared<Response>(), responseIn(std::nullopt), responseIn(ParseDictionary{})}) {
         CHECK(response->accountInfos().empty());
         CHECK_FALSE(response->lastUpdateDateTime());
         CHECK(response->description() == "TvOFXAccountInfoResponse containing 0 accounts.");
@@ -56,28 +57,28 @@ TEST_CASE("account information without a node has no records") {
 
 TEST_CASE("account information was updated at a date that converts") {
     const auto time = [](const ParseValue& value) {
-        return shown(read(ParseDictionary{{"DTACCTUP", value}})->lastUpdateDateTime());
+        return shown(responseIn(ParseDictionary{{"DTACCTUP", value}})->lastUpdateDateTime());
     };
     CHECK(time("20240131170500.123") == "2024-01-31 17:05:00.123");
     CHECK(time("garbage") == "nothing");
     CHECK(time("") == "nothing");
     CHECK(time(ParseDictionary{}) == "nothing");
     CHECK(time(ParseValue::array({"20240131", "20240201"})) == "nothing");
-    CHECK_FALSE(read(parsed("<DTACCTUP></DTACCTUP>"))->lastUpdateDateTime());
+    CHECK_FALSE(responseIn(parsed("<DTACCTUP></DTACCTUP>"))->lastUpdateDateTime());
 }
 
 TEST_CASE("account information converts with the shared helper, and no empty text") {
     const auto formatter =
         std::make_shared<ScriptedDateFormatter>([](std::string_view) { return utc(1999, 12, 31); });
     const SharedDateFormatter guard(formatter);
-    CHECK_FALSE(read(ParseDictionary{{"DTACCTUP", ""}})->lastUpdateDateTime());
-    CHECK(shown(read(ParseDictionary{{"DTACCTUP", "today"}})->lastUpdateDateTime()) ==
+    CHECK_FALSE(responseIn(ParseDictionary{{"DTACCTUP", ""}})->lastUpdateDateTime());
+    CHECK(shown(responseIn(ParseDictionary{{"DTACCTUP", "today"}})->lastUpdateDateTime()) ==
           "1999-12-31 00:00:00.000");
     CHECK(formatter->asked() == Texts{"today"});
 }
 
 TEST_CASE("account information describes itself by the number of its records") {
-    CHECK(read(parsed("<ACCTINFO><DESC>A</ACCTINFO><ACCTINFO><DESC>B</ACCTINFO>"))->description() ==
+    CHECK(responseIn(parsed("<ACCTINFO><DESC>A</ACCTINFO><ACCTINFO><DESC>B</ACCTINFO>"))->description() ==
           "TvOFXAccountInfoResponse containing 2 accounts.");
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 using Info = TvOFXAccountInfo;
 
-std::shared_ptr<Info> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<Info> infoIn(const std::optional<ParseDictionary>& node) {
     return Info::initWithParserDict(node);
 }
 
@@ -25,17 +25,17 @@ std::string bankAccountIn(const Info& info) {
 
 TEST_CASE("a record reads its description, its telephone number and its bank block") {
     const auto info =
-        read(parsed("<DESC>Checking<PHONE>555<BANKACCTINFO><BANKACCTFROM><ACCTID>0001</BANKACCTFROM>"
-                    "</BANKACCTINFO>"));
+        infoIn(parsed("<DESC>Checking<PHONE>555<BANKACCTINFO><BANKACCTFROM><ACCTID>0001</BANKACCTFROM>"
+                      "</BANKACCTINFO>"));
     CHECK(shown(info->accountDescription()) == "Checking");
     CHECK(shown(info->accountPhone()) == "555");
     CHECK(bankAccountIn(*info) == "0001");
 }
 
 TEST_CASE("the order of a record's elements carries no meaning") {
-    const auto info =
-        read(parsed("<BANKACCTINFO><SVCSTATUS>AVAIL<XFERDEST>Y<XFERSRC>N<SUPTXDL>Y<BANKACCTFROM><ACCTID>0001"
-                    "</BANKACCTFROM></BANKACCTINFO><SVCSTATUS>ACTIVE<PHONE>555<DESC>Checking"));
+    const auto info = infoIn(
+        parsed("<BANKACCTINFO><SVCSTATUS>AVAIL<XFERDEST>Y<XFERSRC>N<SUPTXDL>Y<BANKACCTFROM><ACCTID>0001"
+               "</BANKACCTFROM></BANKACCTINFO><SVCSTATUS>ACTIVE<PHONE>555<DESC>Checking"));
     CHECK(shown(info->accountDescription()) == "Checking");
     CHECK(shown(info->accountPhone()) == "555");
     CHECK(info->serviceStatus() == TvOFXServiceStatusActive);
@@ -47,7 +47,7 @@ TEST_CASE("the order of a record's elements carries no meaning") {
 }
 
 TEST_CASE("a record without elements or without a node is empty") {
-    for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{})}) {
+    for (const auto& info : {std::make_shared<Info>(), infoIn(std::nullopt), infoIn(ParseDictionary{})}) {
         CHECK_FALSE(info->accountDescription());
         CHECK_FALSE(info->accountPhone());
         CHECK_FALSE(info->bankAccountInfo());
@@ -60,11 +60,11 @@ TEST_CASE("a record without elements or without a node is empty") {
 
 TEST_CASE("a record's texts are read from texts only, and kept as they stand") {
     for (const ParseValue& value : otherKinds("x")) {
-        CHECK_FALSE(read(ParseDictionary{{"DESC", value}})->accountDescription());
-        CHECK_FALSE(read(ParseDictionary{{"PHONE", value}})->accountPhone());
+        CHECK_FALSE(infoIn(ParseDictionary{{"DESC", value}})->accountDescription());
+        CHECK_FALSE(infoIn(ParseDictionary{{"PHONE", value}})->accountPhone());
     }
-    CHECK(read(ParseDictionary{{"DESC", ""}})->accountDescription() == "");
-    CHECK(read(ParseDictionary{{"PHONE", " 5 "}})->accountPhone() == " 5 ");
+    CHECK(infoIn(ParseDictionary{{"DESC", ""}})->accountDescription() == "");
+    CHECK(infoIn(ParseDictionary{{"PHONE", " 5 "}})->accountPhone() == " 5 ");
 }
 
 TEST_CASE("a record recognises the blocks of other services and leaves them empty") {
@@ -73,7 +73,7 @@ TEST_CASE("a record recognises the blocks of other services and leaves them empt
         CAPTURE(block);
         const ParseDictionary card{{"CCACCTFROM", ParseDictionary{{"ACCTID", "4111"}}},
                                    {"SVCSTATUS", "ACTIVE"}};
-        const auto info = read(ParseDictionary{{"DESC", "Card"}, {"PHONE", "555"}, {block, card}});
+        const auto info = infoIn(ParseDictionary{{"DESC", "Card"}, {"PHONE", "555"}, {block, card}});
         CHECK(shown(info->accountDescription()) == "Card");
         CHECK(shown(info->accountPhone()) == "555");
         CHECK_FALSE(info->bankAccountInfo());
@@ -87,13 +87,14 @@ TEST_CASE("a bank block is any aggregate whose name begins with BANK and ends wi
     const ParseDictionary block{{"BANKACCTFROM", ParseDictionary{{"ACCTID", "0001"}}}};
     for (const char* name : {"BANKACCTINFO", "BANKXACCTINFO", "BANK2ACCTINFO"}) {
         CAPTURE(name);
-        CHECK(bankAccountIn(*read(ParseDictionary{{name, block}})) == "0001");
-        CHECK(bankAccountIn(*read(ParseDictionary{{name, "text"}})) == "no block");
-        CHECK(bankAccountIn(*read(ParseDictionary{{name, ParseValue::array({block, block})}})) == "no block");
+        CHECK(bankAccountIn(*infoIn(ParseDictionary{{name, block}})) == "0001");
+        CHECK(bankAccountIn(*infoIn(ParseDictionary{{name, "text"}})) == "no block");
+        CHECK(bankAccountIn(*infoIn(ParseDictionary{{name, ParseValue::array({block, block})}})) ==
+              "no block");
     }
     for (const char* name : {"bankacctinfo", "BANKACCTINFOS", "XBANKACCTINFO", "BANK", "BANKINFO"}) {
         CAPTURE(name);
-        CHECK(bankAccountIn(*read(ParseDictionary{{name, block}})) == "no block");
+        CHECK(bankAccountIn(*infoIn(ParseDictionary{{name, block}})) == "no block");
     }
 }
 
@@ -102,10 +103,10 @@ TEST_CASE("of several bank blocks the last one wins") {
         return ParseDictionary{{"BANKACCTFROM", ParseDictionary{{"ACCTID", id}}}};
     };
     CHECK(bankAccountIn(
-              *read(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", block("2")}})) == "2");
+              *infoIn(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", block("2")}})) == "2");
     CHECK(bankAccountIn(
-              *read(ParseDictionary{{"BANKXACCTINFO", block("2")}, {"BANKACCTINFO", block("1")}})) == "1");
-    CHECK(bankAccountIn(*read(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", "text"}})) ==
+              *infoIn(ParseDictionary{{"BANKXACCTINFO", block("2")}, {"BANKACCTINFO", block("1")}})) == "1");
+    CHECK(bankAccountIn(*infoIn(ParseDictionary{{"BANKACCTINFO", block("1")}, {"BANKXACCTINFO", "text"}})) ==
           "1");
 }
 
@@ -120,10 +121,10 @@ TEST_CASE("the numbers of the service statuses are fixed") {
 TEST_CASE("a record's own status is read from exact words") { checkServiceStatus<Info>(); }
 
 TEST_CASE("a record's status is the one that stands in it, not that of its bank block") {
-    const auto inner = read(parsed("<BANKACCTINFO><SVCSTATUS>ACTIVE</BANKACCTINFO>"));
+    const auto inner = infoIn(parsed("<BANKACCTINFO><SVCSTATUS>ACTIVE</BANKACCTINFO>"));
     CHECK(inner->serviceStatus() == TvOFXServiceStatusNone);
     CHECK(inner->bankAccountInfo()->serviceStatus() == TvOFXServiceStatusActive);
-    const auto outer = read(parsed("<SVCSTATUS>PEND<BANKACCTINFO><SUPTXDL>Y</BANKACCTINFO>"));
+    const auto outer = infoIn(parsed("<SVCSTATUS>PEND<BANKACCTINFO><SUPTXDL>Y</BANKACCTINFO>"));
     CHECK(outer->serviceStatus() == TvOFXServiceStatusPending);
     CHECK(outer->bankAccountInfo()->serviceStatus() == TvOFXServiceStatusNone);
 }

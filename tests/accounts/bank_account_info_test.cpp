@@ -11,18 +11,18 @@ using namespace brackwell::tests;
 
 namespace {
 
-using Info = TvOFXBankAccountInfo;
+using BankInfo = TvOFXBankAccountInfo;
 
-std::shared_ptr<Info> read(const std::optional<ParseDictionary>& node) {
-    return Info::initWithParserDict(node);
+std::shared_ptr<BankInfo> bankInfoIn(const std::optional<ParseDictionary>& node) {
+    return BankInfo::initWithParserDict(node);
 }
 
 }  // namespace
 
 TEST_CASE("a bank block reads all its elements") {
     const auto info =
-        read(parsed("<BANKACCTFROM><BANKID>121000248<BRANCHID>7<ACCTID>0001<ACCTTYPE>SAVINGS<ACCTKEY>K"
-                    "</BANKACCTFROM><SUPTXDL>Y<XFERSRC>Y<XFERDEST>Y<SVCSTATUS>ACTIVE"));
+        bankInfoIn(parsed("<BANKACCTFROM><BANKID>121000248<BRANCHID>7<ACCTID>0001<ACCTTYPE>SAVINGS<ACCTKEY>K"
+                          "</BANKACCTFROM><SUPTXDL>Y<XFERSRC>Y<XFERDEST>Y<SVCSTATUS>ACTIVE"));
     REQUIRE(info->bankAcctFrom());
     CHECK(shown(info->bankAcctFrom()->accountID()) == "0001");
     CHECK(info->supportsTransactionDownload());
@@ -33,8 +33,8 @@ TEST_CASE("a bank block reads all its elements") {
 
 TEST_CASE("a bank block answers with its account's fields") {
     const auto info =
-        read(parsed("<BANKACCTFROM><BANKID>121000248<BRANCHID>7<ACCTID>0001<ACCTTYPE>SAVINGS<ACCTKEY>K"
-                    "</BANKACCTFROM>"));
+        bankInfoIn(parsed("<BANKACCTFROM><BANKID>121000248<BRANCHID>7<ACCTID>0001<ACCTTYPE>SAVINGS<ACCTKEY>K"
+                          "</BANKACCTFROM>"));
     CHECK(shown(info->bankID()) == "121000248");
     CHECK(shown(info->branchID()) == "7");
     CHECK(shown(info->accountID()) == "0001");
@@ -43,8 +43,9 @@ TEST_CASE("a bank block answers with its account's fields") {
 }
 
 TEST_CASE("a bank block without elements or without a node has its defaults") {
-    for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{}),
-                             read(ParseDictionary{{"suptxdl", "Y"}, {"OTHER", "Y"}})}) {
+    for (const auto& info :
+         {std::make_shared<BankInfo>(), bankInfoIn(std::nullopt), bankInfoIn(ParseDictionary{}),
+          bankInfoIn(ParseDictionary{{"suptxdl", "Y"}, {"OTHER", "Y"}})}) {
         CHECK_FALSE(info->bankAcctFrom());
         CHECK_FALSE(info->bankID());
         CHECK_FALSE(info->branchID());
@@ -60,12 +61,12 @@ TEST_CASE("a bank block without elements or without a node has its defaults") {
 
 TEST_CASE("a bank block's account that is no aggregate counts as missing") {
     const ParseDictionary account{{"ACCTID", "0001"}};
-    CHECK_FALSE(read(ParseDictionary{{"BANKACCTFROM", "0001"}})->bankAcctFrom());
+    CHECK_FALSE(bankInfoIn(ParseDictionary{{"BANKACCTFROM", "0001"}})->bankAcctFrom());
     CHECK_FALSE(
-        read(ParseDictionary{{"BANKACCTFROM", ParseValue::array({account, account})}})->bankAcctFrom());
-    CHECK(read(ParseDictionary{{"BANKACCTFROM", ParseDictionary{}}})->bankAcctFrom());
+        bankInfoIn(ParseDictionary{{"BANKACCTFROM", ParseValue::array({account, account})}})->bankAcctFrom());
+    CHECK(bankInfoIn(ParseDictionary{{"BANKACCTFROM", ParseDictionary{}}})->bankAcctFrom());
 }
 
-TEST_CASE("a bank block's flags are true exactly for Y") { checkBlockFlags<Info>(); }
+TEST_CASE("a bank block's flags are true exactly for Y") { checkBlockFlags<BankInfo>(); }
 
-TEST_CASE("a bank block's status is read from exact words") { checkServiceStatus<Info>(); }
+TEST_CASE("a bank block's status is read from exact words") { checkServiceStatus<BankInfo>(); }

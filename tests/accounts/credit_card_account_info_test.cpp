@@ -11,16 +11,16 @@ using namespace brackwell::tests;
 
 namespace {
 
-using Info = TvOFXCreditCardAccountInfo;
+using CardInfo = TvOFXCreditCardAccountInfo;
 
-std::shared_ptr<Info> read(const std::optional<ParseDictionary>& node) {
-    return Info::initWithParserDict(node);
+std::shared_ptr<CardInfo> cardInfoIn(const std::optional<ParseDictionary>& node) {
+    return CardInfo::initWithParserDict(node);
 }
 
 }  // namespace
 
 TEST_CASE("a card block reads all its elements") {
-    const auto info = read(parsed(
+    const auto info = cardInfoIn(parsed(
         "<CCACCTFROM><ACCTID>4111<ACCTKEY>K</CCACCTFROM><SUPTXDL>Y<XFERSRC>Y<XFERDEST>Y<SVCSTATUS>PEND"));
     REQUIRE(info->creditCardAccountFrom());
     CHECK(shown(info->creditCardAccountFrom()->accountID()) == "4111");
@@ -33,7 +33,8 @@ TEST_CASE("a card block reads all its elements") {
 }
 
 TEST_CASE("a card block without elements or without a node has its defaults") {
-    for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{})}) {
+    for (const auto& info :
+         {std::make_shared<CardInfo>(), cardInfoIn(std::nullopt), cardInfoIn(ParseDictionary{})}) {
         CHECK_FALSE(info->creditCardAccountFrom());
         CHECK_FALSE(info->accountID());
         CHECK_FALSE(info->acctKeyChecksum());
@@ -46,11 +47,11 @@ TEST_CASE("a card block without elements or without a node has its defaults") {
 
 TEST_CASE("a card block's account that is no aggregate counts as missing") {
     const ParseDictionary account{{"ACCTID", "4111"}};
-    CHECK_FALSE(read(ParseDictionary{{"CCACCTFROM", "4111"}})->creditCardAccountFrom());
-    CHECK_FALSE(read(ParseDictionary{{"CCACCTFROM", ParseValue::array({account, account})}})
+    CHECK_FALSE(cardInfoIn(ParseDictionary{{"CCACCTFROM", "4111"}})->creditCardAccountFrom());
+    CHECK_FALSE(cardInfoIn(ParseDictionary{{"CCACCTFROM", ParseValue::array({account, account})}})
                     ->creditCardAccountFrom());
 }
 
-TEST_CASE("a card block's flags are true exactly for Y") { checkBlockFlags<Info>(); }
+TEST_CASE("a card block's flags are true exactly for Y") { checkBlockFlags<CardInfo>(); }
 
-TEST_CASE("a card block's status is read from exact words") { checkServiceStatus<Info>(); }
+TEST_CASE("a card block's status is read from exact words") { checkServiceStatus<CardInfo>(); }

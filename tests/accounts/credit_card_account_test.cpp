@@ -10,16 +10,16 @@ using namespace brackwell::tests;
 
 namespace {
 
-using Account = std::shared_ptr<TvOFXCreditCardAccount>;
+using CardAccount = std::shared_ptr<TvOFXCreditCardAccount>;
 
-Account card(const ParseDictionary& node) { return TvOFXCreditCardAccount::initWithParseDict(node); }
+CardAccount card(const ParseDictionary& node) { return TvOFXCreditCardAccount::initWithParseDict(node); }
 
-Account full() { return card({{"ACCTID", "4999000011112222"}, {"ACCTKEY", "7F"}}); }
+CardAccount fullCard() { return card({{"ACCTID", "4999000011112222"}, {"ACCTKEY", "7F"}}); }
 
 }  // namespace
 
 TEST_CASE("a card account made from a number has only that") {
-    const Account account = TvOFXCreditCardAccount::initWithAccountID("4999");
+    const CardAccount account = TvOFXCreditCardAccount::initWithAccountID("4999");
     CHECK(shown(account->accountID()) == "4999");
     CHECK(shown(account->acctKeyChecksum()) == "nothing");
     CHECK_FALSE(account->originalParseData());
@@ -27,26 +27,26 @@ TEST_CASE("a card account made from a number has only that") {
 }
 
 TEST_CASE("a card account may be made without a number") {
-    const Account account = TvOFXCreditCardAccount::initWithAccountID(std::nullopt);
+    const CardAccount account = TvOFXCreditCardAccount::initWithAccountID(std::nullopt);
     REQUIRE(account);
     CHECK(shown(account->accountID()) == "nothing");
 }
 
 TEST_CASE("number and key of a card account are read as they stand") {
-    const Account account =
+    const CardAccount account =
         card({{"ACCTID", " 49 "}, {"ACCTKEY", "k"}, {"ACCTTYPE", "CHECKING"}, {"X", "y"}});
     CHECK(shown(account->accountID()) == " 49 ");
     CHECK(shown(account->acctKeyChecksum()) == "k");
 }
 
 TEST_CASE("the order of a card account's elements carries no meaning") {
-    const Account account = card({{"ACCTKEY", "7F"}, {"ACCTID", "4999000011112222"}});
+    const CardAccount account = card({{"ACCTKEY", "7F"}, {"ACCTID", "4999000011112222"}});
     CHECK(shown(account->accountID()) == "4999000011112222");
     CHECK(shown(account->acctKeyChecksum()) == "7F");
 }
 
 TEST_CASE("names of card account elements are compared exactly") {
-    const Account account = card({{"acctid", "1"}, {"ACCTKEY2", "2"}});
+    const CardAccount account = card({{"acctid", "1"}, {"ACCTKEY2", "2"}});
     CHECK(shown(account->accountID()) == "nothing");
     CHECK(shown(account->acctKeyChecksum()) == "nothing");
 }
@@ -55,21 +55,21 @@ TEST_CASE("a value of another kind leaves a field of a card account empty") {
     const ParseDictionary aggregate{{"X", "1"}};
     for (const ParseValue& value :
          {ParseValue::array({"a", "b"}), ParseValue(aggregate), ParseValue(ParseDictionary())}) {
-        const Account account = card({{"ACCTID", value}, {"ACCTKEY", value}});
+        const CardAccount account = card({{"ACCTID", value}, {"ACCTKEY", value}});
         CHECK(shown(account->accountID()) == "nothing");
         CHECK(shown(account->acctKeyChecksum()) == "nothing");
     }
 }
 
 TEST_CASE("no node makes an empty card account without parse data") {
-    const Account account = TvOFXCreditCardAccount::initWithParseDict(std::nullopt);
+    const CardAccount account = TvOFXCreditCardAccount::initWithParseDict(std::nullopt);
     REQUIRE(account);
     CHECK(shown(account->accountID()) == "nothing");
     CHECK_FALSE(account->originalParseData());
 }
 
 TEST_CASE("a card account keeps its parse data and renders it") {
-    const Account account = full();
+    const CardAccount account = fullCard();
     REQUIRE(account->originalParseData());
     CHECK(shown((*account->originalParseData())["ACCTKEY"].text()) == "7F");
     CHECK(account->ofxString() == "<ACCTID>4999000011112222\n<ACCTKEY>7F\n");
@@ -81,7 +81,9 @@ TEST_CASE("a card account without parse data describes itself by its class") {
           std::string::npos);
 }
 
-TEST_CASE("no card account is equal to none") { CHECK_FALSE(full()->isEqualToOFXCreditCardAccount(nullptr)); }
+TEST_CASE("no card account is equal to none") {
+    CHECK_FALSE(fullCard()->isEqualToOFXCreditCardAccount(nullptr));
+}
 
 TEST_CASE("card accounts are equal when no text differs that both have") {
     struct Row {
@@ -119,22 +121,22 @@ TEST_CASE("card accounts are equal when no text differs that both have") {
 }
 
 TEST_CASE("the archive of a card account holds its parse data and its texts") {
-    const auto archive = archived(*full());
+    const auto archive = archived(*fullCard());
     REQUIRE(archive);
     CHECK(archive->contains("originalPD"));
     CHECK(shown(archive->decodeText("aID")) == "4999000011112222");
     CHECK(shown(archive->decodeText("aKC")) == "7F");
     KeyedArchiver expected;
-    TvOFXAggregate(full()->originalParseData()).encodeWithCoder(expected);
+    TvOFXAggregate(fullCard()->originalParseData()).encodeWithCoder(expected);
     expected.encodeText("aID", "4999000011112222");
     expected.encodeText("aKC", "7F");
     KeyedArchiver actual;
-    full()->encodeWithCoder(actual);
+    fullCard()->encodeWithCoder(actual);
     CHECK(actual.archivedData() == expected.archivedData());
 }
 
 TEST_CASE("an archive without keys brings back an empty card account") {
-    const Account account = restored(TvOFXCreditCardAccount());
+    const CardAccount account = restored(TvOFXCreditCardAccount());
     REQUIRE(account);
     CHECK(shown(account->accountID()) == "nothing");
     CHECK(shown(account->acctKeyChecksum()) == "nothing");
@@ -157,7 +159,7 @@ TEST_CASE("the archive of an empty card account is empty") {
 
 TEST_CASE("a card account comes back from its archive with its parse data") {
     const ParseDictionary node{{"ACCTID", "1"}, {"ACCTKEY", "k"}, {"MORE", ParseDictionary{{"A", "b"}}}};
-    const Account account = restored(*card(node));
+    const CardAccount account = restored(*card(node));
     REQUIRE(account);
     CHECK(shown(account->accountID()) == "1");
     CHECK(shown(account->acctKeyChecksum()) == "k");
@@ -166,4 +168,4 @@ TEST_CASE("a card account comes back from its archive with its parse data") {
     CHECK(account->ofxString() == card(node)->ofxString());
 }
 
-TEST_CASE("a card account names its class") { CHECK(full()->className() == "TvOFXCreditCardAccount"); }
+TEST_CASE("a card account names its class") { CHECK(fullCard()->className() == "TvOFXCreditCardAccount"); }

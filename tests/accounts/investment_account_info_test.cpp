@@ -11,10 +11,10 @@ using namespace brackwell::tests;
 
 namespace {
 
-using Info = TvOFXInvestmentAccountInfo;
+using InvestmentInfo = TvOFXInvestmentAccountInfo;
 
-std::shared_ptr<Info> read(const std::optional<ParseDictionary>& node) {
-    return Info::initWithParseDict(node);
+std::shared_ptr<InvestmentInfo> investmentInfoIn(const std::optional<ParseDictionary>& node) {
+    return InvestmentInfo::initWithParseDict(node);
 }
 
 }  // namespace
@@ -23,7 +23,7 @@ TEST_CASE("an investment block reads all its elements") {
     const ParseDictionary node = parsed(
         "<INVACCTFROM><BROKERID>broker.example<ACCTID>77</INVACCTFROM><USPRODUCTTYPE>401K<CHECKING>Y"
         "<SVCSTATUS>AVAIL<INVACCTTYPE>JOINT<OPTIONLEVEL>No naked calls");
-    const auto info = read(node);
+    const auto info = investmentInfoIn(node);
     REQUIRE(info->investmentAccount());
     CHECK(shown(info->investmentAccount()->brokerID().text()) == "broker.example");
     CHECK(shown(info->usproductType()) == "401K");
@@ -36,7 +36,8 @@ TEST_CASE("an investment block reads all its elements") {
 }
 
 TEST_CASE("an investment block without elements or without a node has its defaults") {
-    for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{})}) {
+    for (const auto& info : {std::make_shared<InvestmentInfo>(), investmentInfoIn(std::nullopt),
+                             investmentInfoIn(ParseDictionary{})}) {
         CHECK_FALSE(info->investmentAccount());
         CHECK_FALSE(info->usproductType());
         CHECK_FALSE(info->hasCheckWritingPrivileges());
@@ -48,28 +49,28 @@ TEST_CASE("an investment block without elements or without a node has its defaul
 
 TEST_CASE("an investment block's account is read from an aggregate only") {
     const ParseDictionary account{{"ACCTID", "77"}};
-    CHECK_FALSE(read(ParseDictionary{{"INVACCTFROM", "77"}})->investmentAccount());
-    CHECK_FALSE(
-        read(ParseDictionary{{"INVACCTFROM", ParseValue::array({account, account})}})->investmentAccount());
+    CHECK_FALSE(investmentInfoIn(ParseDictionary{{"INVACCTFROM", "77"}})->investmentAccount());
+    CHECK_FALSE(investmentInfoIn(ParseDictionary{{"INVACCTFROM", ParseValue::array({account, account})}})
+                    ->investmentAccount());
 }
 
 TEST_CASE("an investment block's texts are read from texts only") {
     for (const ParseValue& value : otherKinds("x")) {
-        CHECK_FALSE(read(ParseDictionary{{"USPRODUCTTYPE", value}})->usproductType());
-        CHECK_FALSE(read(ParseDictionary{{"OPTIONLEVEL", value}})->optionLevel());
+        CHECK_FALSE(investmentInfoIn(ParseDictionary{{"USPRODUCTTYPE", value}})->usproductType());
+        CHECK_FALSE(investmentInfoIn(ParseDictionary{{"OPTIONLEVEL", value}})->optionLevel());
     }
-    CHECK(read(ParseDictionary{{"USPRODUCTTYPE", ""}})->usproductType() == "");
+    CHECK(investmentInfoIn(ParseDictionary{{"USPRODUCTTYPE", ""}})->usproductType() == "");
 }
 
 TEST_CASE("an investment account may write checks exactly for Y") {
     checkExactFlag([](const ParseValue& value) {
-        return read(ParseDictionary{{"CHECKING", value}})->hasCheckWritingPrivileges();
+        return investmentInfoIn(ParseDictionary{{"CHECKING", value}})->hasCheckWritingPrivileges();
     });
 }
 
 TEST_CASE("an investment block's status is read from exact words") {
     checkServiceStatusOf([](const ParseValue& value) {
-        return read(ParseDictionary{{"SVCSTATUS", value}})->serviceStatus();
+        return investmentInfoIn(ParseDictionary{{"SVCSTATUS", value}})->serviceStatus();
     });
 }
 
@@ -84,7 +85,7 @@ TEST_CASE("the numbers of the investment account types are fixed") {
 
 TEST_CASE("an investment account's type is read from exact words") {
     const auto typeOf = [](const ParseValue& value) {
-        return read(ParseDictionary{{"INVACCTTYPE", value}})->accountType();
+        return investmentInfoIn(ParseDictionary{{"INVACCTTYPE", value}})->accountType();
     };
     CHECK(typeOf("INDIVIDUAL") == TvOFXInvestmentAccountTypeIndividual);
     CHECK(typeOf("JOINT") == TvOFXInvestmentAccountTypeJoint);

@@ -10,7 +10,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-using Info = TvOFXUserAccountInfo;
+using UserInfo = TvOFXUserAccountInfo;
 
 constexpr const char* kThree =
     "<DTACCTUP>20240131"
@@ -31,7 +31,7 @@ std::optional<ParseDictionary> restoredNode(const TvOFXAccountInfoResponse& resp
 
 TEST_CASE("a user without a response has no accounts") {
     for (const auto& info :
-         {Info::init(), Info::initWithAccountInfoResponse(nullptr), std::make_shared<Info>()}) {
+         {UserInfo::init(), UserInfo::initWithAccountInfoResponse(nullptr), std::make_shared<UserInfo>()}) {
         CHECK_FALSE(info->acctInfoResponse());
         CHECK(info->allAccounts().empty());
         CHECK(info->allAccountInfos() == nullptr);
@@ -41,7 +41,7 @@ TEST_CASE("a user without a response has no accounts") {
 
 TEST_CASE("a user has one account for each record, in order") {
     const auto response = threeAccounts();
-    const auto info = Info::initWithAccountInfoResponse(response);
+    const auto info = UserInfo::initWithAccountInfoResponse(response);
     CHECK(info->acctInfoResponse() == response);
     REQUIRE(info->allAccountInfos() == &response->accountInfos());
     REQUIRE(info->allAccounts().size() == 3);
@@ -52,7 +52,7 @@ TEST_CASE("a user has one account for each record, in order") {
 }
 
 TEST_CASE("a user whose response has no records has no accounts") {
-    const auto info = Info::initWithAccountInfoResponse(std::make_shared<TvOFXAccountInfoResponse>());
+    const auto info = UserInfo::initWithAccountInfoResponse(std::make_shared<TvOFXAccountInfoResponse>());
     CHECK(info->allAccounts().empty());
     REQUIRE(info->allAccountInfos());
     CHECK(info->allAccountInfos()->empty());
@@ -61,18 +61,18 @@ TEST_CASE("a user whose response has no records has no accounts") {
 }
 
 TEST_CASE("a user's data is the response's text") {
-    const auto info = Info::initWithAccountInfoResponse(
+    const auto info = UserInfo::initWithAccountInfoResponse(
         TvOFXAccountInfoResponse::initWithParseDict(parsed("<ACCTINFO><DESC>Chécking</ACCTINFO>")));
     CHECK(info->data()->bytes() == "<ACCTINFO>\n<DESC>Chécking\n</ACCTINFO>\n");
 }
 
 TEST_CASE("a user that is stored and restored has the same accounts") {
-    const auto info = Info::initWithAccountInfoResponse(threeAccounts());
-    std::shared_ptr<Info> restored;
+    const auto info = UserInfo::initWithAccountInfoResponse(threeAccounts());
+    std::shared_ptr<UserInfo> restored;
     {
         // The application's bytes are gone when the accounts are used.
         const std::string bytes(info->data()->bytes());
-        restored = Info::initWithData(Data::view(bytes));
+        restored = UserInfo::initWithData(Data::view(bytes));
     }
     REQUIRE(restored->acctInfoResponse());
     CHECK(shown(restored->acctInfoResponse()->lastUpdateDateTime()) == "2024-01-31 00:00:00.000");
@@ -92,7 +92,7 @@ TEST_CASE("bytes that do not parse give a user whose response has no records") {
                                                   Data::copy("<ACCTINFO><DESC>A</OTHER>")};
     for (const auto& input : inputs) {
         CAPTURE(input ? input->size() : std::size_t{0});
-        const auto info = Info::initWithData(input);
+        const auto info = UserInfo::initWithData(input);
         REQUIRE(info);
         REQUIRE(info->acctInfoResponse());
         CHECK(info->acctInfoResponse()->accountInfos().empty());
@@ -115,9 +115,9 @@ TEST_CASE("a text with markup does not survive storing unchanged, which its node
         CAPTURE(row.text);
         const auto response = TvOFXAccountInfoResponse::initWithParseDict(
             parsed("<ACCTINFO><DESC>" + row.text + "<BANKACCTINFO><SUPTXDL>Y</BANKACCTINFO></ACCTINFO>"));
-        const auto info = Info::initWithAccountInfoResponse(response);
+        const auto info = UserInfo::initWithAccountInfoResponse(response);
         REQUIRE(info->allAccounts().size() == 1);
-        const auto restored = Info::initWithData(info->data());
+        const auto restored = UserInfo::initWithData(info->data());
         REQUIRE(restored->allAccounts().size() == row.accounts);
         if (row.accounts != 0) CHECK(shown(restored->allAccounts()[0]->accountDescription()) == row.restored);
         const bool isWhole = restored->acctInfoResponse()->originalParseData() ==
@@ -133,7 +133,7 @@ TEST_CASE("a text with markup does not survive storing unchanged, which its node
 TEST_CASE("an account outlives the user that it came from") {
     std::shared_ptr<TvOFXAccount> account;
     {
-        const auto info = Info::initWithAccountInfoResponse(threeAccounts());
+        const auto info = UserInfo::initWithAccountInfoResponse(threeAccounts());
         account = info->allAccounts().front();
     }
     CHECK(shown(account->bankingBankID()) == "121000248");

@@ -25,13 +25,13 @@ std::string shown(std::string_view pattern) {
     return text;
 }
 
-struct Row {
+struct PatternRow {
     std::string pattern;
     std::string parts;
 };
 
-void check(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
+void checkPatterns(const std::vector<PatternRow>& rows) {
+    for (const PatternRow& row : rows) {
         CAPTURE(row.pattern);
         CHECK(shown(row.pattern) == row.parts);
     }
@@ -40,60 +40,60 @@ void check(const std::vector<Row>& rows) {
 }  // namespace
 
 TEST_CASE("a pattern is taken apart into letters in a row and text between them") {
-    check({{"", ""},
-           {"dd.MM.yyyy", "d#2{.}M#2{.}y#4"},
-           {"EEEE, d. MMMM", "E@4{, }d#1{. }M@4"},
-           {"h:mm a z", "h#1{:}m#2{ }a@1{ }z~1"},
-           {"yyyy\xE5\xB9\xB4M", "y#4{\xE5\xB9\xB4}M#1"}});
+    checkPatterns({{"", ""},
+                   {"dd.MM.yyyy", "d#2{.}M#2{.}y#4"},
+                   {"EEEE, d. MMMM", "E@4{, }d#1{. }M@4"},
+                   {"h:mm a z", "h#1{:}m#2{ }a@1{ }z~1"},
+                   {"yyyy\xE5\xB9\xB4M", "y#4{\xE5\xB9\xB4}M#1"}});
 }
 
 TEST_CASE("quoted text and doubled quotes stand for themselves") {
-    check({{"h 'o''clock'", "h#1{ o'clock}"},
-           {"''", "{'}"},
-           {"''''", "{''}"},
-           {"'''a'", "{'a}"},
-           {"'a'''", "{a'}"},
-           {"'T'HH", "{T}H#2"},
-           {"d'd'd", "d#1{d}d#1"},
-           {"d''d", "d#1{'}d#1"},
-           {"y'.'.'.'M", "y#1{...}M#1"}});
+    checkPatterns({{"h 'o''clock'", "h#1{ o'clock}"},
+                   {"''", "{'}"},
+                   {"''''", "{''}"},
+                   {"'''a'", "{'a}"},
+                   {"'a'''", "{a'}"},
+                   {"'T'HH", "{T}H#2"},
+                   {"d'd'd", "d#1{d}d#1"},
+                   {"d''d", "d#1{'}d#1"},
+                   {"y'.'.'.'M", "y#1{...}M#1"}});
 }
 
 TEST_CASE("a quote that is not closed reaches to the end") {
-    check({{"d 'of MMMM", "d#1{ of MMMM}"}, {"d'", "d#1{}"}, {"'it''s", "{it's}"}});
+    checkPatterns({{"d 'of MMMM", "d#1{ of MMMM}"}, {"d'", "d#1{}"}, {"'it''s", "{it's}"}});
 }
 
 TEST_CASE("fractions and numbers beside each other or before a digit are exact, others are not") {
-    check({{"yyyyMMdd", "y#4!M#2!d#2!"},
-           {"yyyyMMddHHmmss.SSS", "y#4!M#2!d#2!H#2!m#2!s#2!{.}S#3!"},
-           {"d.M.yyyy", "d#1{.}M#1{.}y#4"},
-           {"HH'0'mm", "H#2!{0}m#2"},
-           {"HH'h'mm", "H#2{h}m#2"},
-           {"dMMMyyyy", "d#1M@3y#4"},
-           {"ZZZHH", "Z~3!H#2"},
-           {"HHZZZ", "H#2Z~3"}});
+    checkPatterns({{"yyyyMMdd", "y#4!M#2!d#2!"},
+                   {"yyyyMMddHHmmss.SSS", "y#4!M#2!d#2!H#2!m#2!s#2!{.}S#3!"},
+                   {"d.M.yyyy", "d#1{.}M#1{.}y#4"},
+                   {"HH'0'mm", "H#2!{0}m#2"},
+                   {"HH'h'mm", "H#2{h}m#2"},
+                   {"dMMMyyyy", "d#1M@3y#4"},
+                   {"ZZZHH", "Z~3!H#2"},
+                   {"HHZZZ", "H#2Z~3"}});
 }
 
 TEST_CASE("letters without meaning, and too many of one, are unknown") {
-    check({{"G", "G?1"},
-           {"yyyyY", "y#4Y?1"},
-           {"MMMMM", "M@5"},
-           {"MMMMMM", "M?6"},
-           {"LLLLLL", "L?6"},
-           {"EEEEEE", "E@6"},
-           {"EEEEEEE", "E?7"},
-           {"aaaaa", "a@5"},
-           {"aaaaaa", "a?6"},
-           {"zzzz", "z~4"},
-           {"zzzzz", "z?5"},
-           {"ZZZZZ", "Z~5"},
-           {"ZZZZZZ", "Z?6"},
-           {"XXXXX", "X~5"},
-           {"XXXXXX", "X?6"},
-           {"xxxxx", "x~5"},
-           {"xxxxxx", "x?6"},
-           {"ssss", "s#4"},
-           {"SSSSSSSSS", "S#9!"}});
+    checkPatterns({{"G", "G?1"},
+                   {"yyyyY", "y#4Y?1"},
+                   {"MMMMM", "M@5"},
+                   {"MMMMMM", "M?6"},
+                   {"LLLLLL", "L?6"},
+                   {"EEEEEE", "E@6"},
+                   {"EEEEEEE", "E?7"},
+                   {"aaaaa", "a@5"},
+                   {"aaaaaa", "a?6"},
+                   {"zzzz", "z~4"},
+                   {"zzzzz", "z?5"},
+                   {"ZZZZZ", "Z~5"},
+                   {"ZZZZZZ", "Z?6"},
+                   {"XXXXX", "X~5"},
+                   {"XXXXXX", "X?6"},
+                   {"xxxxx", "x~5"},
+                   {"xxxxxx", "x?6"},
+                   {"ssss", "s#4"},
+                   {"SSSSSSSSS", "S#9!"}});
 }
 
 TEST_CASE("every letter but those of dates is unknown") {

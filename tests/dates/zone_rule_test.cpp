@@ -15,15 +15,15 @@ using namespace brackwell::tests;
 
 namespace {
 
-struct Row {
+struct RuleRow {
     std::string rule;
     Date moment;
     std::int32_t fromUTC;
     std::string abbreviation;
 };
 
-void check(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
+void checkRules(const std::vector<RuleRow>& rows) {
+    for (const RuleRow& row : rows) {
         CAPTURE(row.rule);
         CAPTURE(dateDescription(row.moment));
         const auto rule = ZoneRule::parse(row.rule);
@@ -40,66 +40,66 @@ const std::string kBerlin = "CET-1CEST,M3.5.0,M10.5.0/3";
 }  // namespace
 
 TEST_CASE("a rule without daylight saving time holds always") {
-    check({{"UTC0", utc(2024, 1, 1), 0, "UTC"},
-           {"EST5", utc(1, 1, 1), -5 * kHour, "EST"},
-           {"IST-5:30", utc(2024, 7, 1), 5 * kHour + 1800, "IST"},
-           {"<+01>-1", utc(9999, 7, 1), kHour, "+01"},
-           {"<-03>+3:00:01", utc(2024, 7, 1), -3 * kHour - 1, "-03"},
-           {"ABC-24:59:59", utc(2024, 7, 1), 25 * kHour - 1, "ABC"}});
+    checkRules({{"UTC0", utc(2024, 1, 1), 0, "UTC"},
+                {"EST5", utc(1, 1, 1), -5 * kHour, "EST"},
+                {"IST-5:30", utc(2024, 7, 1), 5 * kHour + 1800, "IST"},
+                {"<+01>-1", utc(9999, 7, 1), kHour, "+01"},
+                {"<-03>+3:00:01", utc(2024, 7, 1), -3 * kHour - 1, "-03"},
+                {"ABC-24:59:59", utc(2024, 7, 1), 25 * kHour - 1, "ABC"}});
 }
 
 TEST_CASE("clocks change at the very second that a rule tells") {
-    check({{kBerlin, utc(2024, 3, 31, {0, 59, 59, 999}), kHour, "CET"},
-           {kBerlin, utc(2024, 3, 31, {1}), 2 * kHour, "CEST"},
-           {kBerlin, utc(2024, 10, 27, {0, 59, 59, 999}), 2 * kHour, "CEST"},
-           {kBerlin, utc(2024, 10, 27, {1}), kHour, "CET"},
-           {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 3, 10, {6, 59, 59}), -5 * kHour, "EST"},
-           {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 3, 10, {7}), -4 * kHour, "EDT"},
-           {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 11, 3, {5, 59, 59}), -4 * kHour, "EDT"},
-           {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 11, 3, {6}), -5 * kHour, "EST"}});
+    checkRules({{kBerlin, utc(2024, 3, 31, {0, 59, 59, 999}), kHour, "CET"},
+                {kBerlin, utc(2024, 3, 31, {1}), 2 * kHour, "CEST"},
+                {kBerlin, utc(2024, 10, 27, {0, 59, 59, 999}), 2 * kHour, "CEST"},
+                {kBerlin, utc(2024, 10, 27, {1}), kHour, "CET"},
+                {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 3, 10, {6, 59, 59}), -5 * kHour, "EST"},
+                {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 3, 10, {7}), -4 * kHour, "EDT"},
+                {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 11, 3, {5, 59, 59}), -4 * kHour, "EDT"},
+                {"EST5EDT,M3.2.0,M11.1.0", utc(2024, 11, 3, {6}), -5 * kHour, "EST"}});
 }
 
 TEST_CASE("summer of the southern half of the earth reaches over the end of the year") {
     const std::string lordHowe = "<+1030>-10:30<+11>-11,M10.1.0,M4.1.0";
-    check({{lordHowe, utc(2024, 12, 31, {23}), 11 * kHour, "+11"},
-           {lordHowe, utc(2025, 1, 1, {12}), 11 * kHour, "+11"},
-           {lordHowe, utc(2025, 4, 5, {14, 59, 59}), 11 * kHour, "+11"},
-           {lordHowe, utc(2025, 4, 5, {15}), 10 * kHour + 1800, "+1030"},
-           {lordHowe, utc(2025, 10, 4, {15, 29, 59}), 10 * kHour + 1800, "+1030"},
-           {lordHowe, utc(2025, 10, 4, {15, 30}), 11 * kHour, "+11"}});
+    checkRules({{lordHowe, utc(2024, 12, 31, {23}), 11 * kHour, "+11"},
+                {lordHowe, utc(2025, 1, 1, {12}), 11 * kHour, "+11"},
+                {lordHowe, utc(2025, 4, 5, {14, 59, 59}), 11 * kHour, "+11"},
+                {lordHowe, utc(2025, 4, 5, {15}), 10 * kHour + 1800, "+1030"},
+                {lordHowe, utc(2025, 10, 4, {15, 29, 59}), 10 * kHour + 1800, "+1030"},
+                {lordHowe, utc(2025, 10, 4, {15, 30}), 11 * kHour, "+11"}});
 }
 
 TEST_CASE("days of a rule count with or without 29 February") {
-    check({{"AAA0BBB,J60/0,J300", utc(2024, 2, 29, {23, 59, 59}), 0, "AAA"},
-           {"AAA0BBB,J60/0,J300", utc(2024, 3, 1), kHour, "BBB"},
-           {"AAA0BBB,J60/0,J300", utc(2023, 3, 1), kHour, "BBB"},
-           {"AAA0BBB,J59/0,J300", utc(2024, 2, 28), kHour, "BBB"},
-           {"AAA0BBB,59/0,300", utc(2024, 2, 28, {23, 59, 59}), 0, "AAA"},
-           {"AAA0BBB,59/0,300", utc(2024, 2, 29), kHour, "BBB"},
-           {"AAA0BBB,59/0,300", utc(2023, 3, 1), kHour, "BBB"},
-           {"AAA0BBB,0/0,1/1", utc(2023, 1, 1, {23, 59, 59}), kHour, "BBB"},
-           {"AAA0BBB,0/0,1/1", utc(2023, 1, 2), 0, "AAA"}});
+    checkRules({{"AAA0BBB,J60/0,J300", utc(2024, 2, 29, {23, 59, 59}), 0, "AAA"},
+                {"AAA0BBB,J60/0,J300", utc(2024, 3, 1), kHour, "BBB"},
+                {"AAA0BBB,J60/0,J300", utc(2023, 3, 1), kHour, "BBB"},
+                {"AAA0BBB,J59/0,J300", utc(2024, 2, 28), kHour, "BBB"},
+                {"AAA0BBB,59/0,300", utc(2024, 2, 28, {23, 59, 59}), 0, "AAA"},
+                {"AAA0BBB,59/0,300", utc(2024, 2, 29), kHour, "BBB"},
+                {"AAA0BBB,59/0,300", utc(2023, 3, 1), kHour, "BBB"},
+                {"AAA0BBB,0/0,1/1", utc(2023, 1, 1, {23, 59, 59}), kHour, "BBB"},
+                {"AAA0BBB,0/0,1/1", utc(2023, 1, 2), 0, "AAA"}});
 }
 
 TEST_CASE("times of a rule reach up to a week to both sides of their day") {
-    check({{"<-02>2<-01>,M3.5.0/-1,M10.5.0/0", utc(2024, 3, 31, {0, 59, 59}), -2 * kHour, "-02"},
-           {"<-02>2<-01>,M3.5.0/-1,M10.5.0/0", utc(2024, 3, 31, {1}), -1 * kHour, "-01"},
-           {"EET-2EEST,M3.4.4/50,M10.4.4/50", utc(2030, 3, 29, {23, 59, 59}), 2 * kHour, "EET"},
-           {"EET-2EEST,M3.4.4/50,M10.4.4/50", utc(2030, 3, 30), 3 * kHour, "EEST"},
-           {"AAA0BBB,J365/167,J100", utc(2025, 1, 6, {22, 59, 59}), 0, "AAA"},
-           {"AAA0BBB,J365/167,J100", utc(2025, 1, 6, {23}), kHour, "BBB"},
-           {"AAA0BBB,J100/0,J1/-167", utc(2024, 12, 24, {23, 59, 59}), kHour, "BBB"},
-           {"AAA0BBB,J100/0,J1/-167", utc(2024, 12, 25), 0, "AAA"},
-           {"AAA0BBB,J364/167,J365/167", utc(2025, 1, 2), 0, "AAA"},
-           {"AAA0BBB,J364/167,J365/167", utc(2025, 1, 6), kHour, "BBB"}});
+    checkRules({{"<-02>2<-01>,M3.5.0/-1,M10.5.0/0", utc(2024, 3, 31, {0, 59, 59}), -2 * kHour, "-02"},
+                {"<-02>2<-01>,M3.5.0/-1,M10.5.0/0", utc(2024, 3, 31, {1}), -1 * kHour, "-01"},
+                {"EET-2EEST,M3.4.4/50,M10.4.4/50", utc(2030, 3, 29, {23, 59, 59}), 2 * kHour, "EET"},
+                {"EET-2EEST,M3.4.4/50,M10.4.4/50", utc(2030, 3, 30), 3 * kHour, "EEST"},
+                {"AAA0BBB,J365/167,J100", utc(2025, 1, 6, {22, 59, 59}), 0, "AAA"},
+                {"AAA0BBB,J365/167,J100", utc(2025, 1, 6, {23}), kHour, "BBB"},
+                {"AAA0BBB,J100/0,J1/-167", utc(2024, 12, 24, {23, 59, 59}), kHour, "BBB"},
+                {"AAA0BBB,J100/0,J1/-167", utc(2024, 12, 25), 0, "AAA"},
+                {"AAA0BBB,J364/167,J365/167", utc(2025, 1, 2), 0, "AAA"},
+                {"AAA0BBB,J364/167,J365/167", utc(2025, 1, 6), kHour, "BBB"}});
 }
 
 TEST_CASE("daylight saving time may be behind standard time, or last all year") {
-    check({{"IST-1GMT0,M10.5.0,M3.5.0/1", utc(2024, 1, 1), 0, "GMT"},
-           {"IST-1GMT0,M10.5.0,M3.5.0/1", utc(2024, 7, 1), kHour, "IST"},
-           {"XXX3EDT4,0/0,J365/23", utc(2024, 1, 1, {2, 59, 59}), -4 * kHour, "EDT"},
-           {"XXX3EDT4,0/0,J365/23", utc(2024, 1, 1, {3}), -4 * kHour, "EDT"},
-           {"XXX3EDT4,0/0,J365/23", utc(2024, 7, 1), -4 * kHour, "EDT"}});
+    checkRules({{"IST-1GMT0,M10.5.0,M3.5.0/1", utc(2024, 1, 1), 0, "GMT"},
+                {"IST-1GMT0,M10.5.0,M3.5.0/1", utc(2024, 7, 1), kHour, "IST"},
+                {"XXX3EDT4,0/0,J365/23", utc(2024, 1, 1, {2, 59, 59}), -4 * kHour, "EDT"},
+                {"XXX3EDT4,0/0,J365/23", utc(2024, 1, 1, {3}), -4 * kHour, "EDT"},
+                {"XXX3EDT4,0/0,J365/23", utc(2024, 7, 1), -4 * kHour, "EDT"}});
 }
 
 TEST_CASE("a rule holds for the first and the last date of all") {

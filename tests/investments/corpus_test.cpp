@@ -44,7 +44,7 @@ Counts countedInBytes(const std::string& bytes) {
 }
 
 /// The tree of a document; of one that does not read, that of the repaired document.
-std::optional<ParseDictionary> treeOf(const std::string& bytes) {
+std::optional<ParseDictionary> repairedTreeOf(const std::string& bytes) {
     Error error;
     auto result = TvOFXParser(Data::view(bytes)).parseWithError(&error);
     if (!result) result = TvOFXParser(Data::copy(repairOFXText(bytes).text)).parseWithError(&error);
@@ -78,7 +78,7 @@ TEST_CASE("every investment transaction, position and security of the corpus is 
         const auto data = Data::fromFile(file);
         REQUIRE(data);
         const std::string bytes(data->bytes());
-        const auto tree = treeOf(bytes);
+        const auto tree = repairedTreeOf(bytes);
         if (!tree) continue;
         const Counts found = delivered(tree);
         const Counts expected = countedInBytes(bytes);

@@ -9,14 +9,14 @@ using namespace brackwell::tests;
 
 namespace {
 
-struct Row {
+struct CurrencyRow {
     std::string content;
     std::optional<TransactionCurrency> currency;
 };
 
 std::optional<Decimal> rate(std::string_view text) { return Decimal::fromString(text); }
 
-std::vector<Row> rows() {
+std::vector<CurrencyRow> rows() {
     const std::string given = "<CURRENCY><CURRATE>1.25<CURSYM>CAD</CURRENCY>";
     const std::string original = "<ORIGCURRENCY><CURSYM>EUR<CURRATE>1.1</ORIGCURRENCY>";
     return {
@@ -42,7 +42,7 @@ std::vector<Row> rows() {
 }  // namespace
 
 TEST_CASE("the currency of an investment transaction has its symbol, its rate and what it means") {
-    for (const Row& row : rows()) {
+    for (const CurrencyRow& row : rows()) {
         CAPTURE(row.content);
         CHECK(transactionWith("<INCOME>" + row.content + "</INCOME>").currency() == row.currency);
         CHECK(positionWith("<POSMF><INVPOS>" + row.content + "</INVPOS></POSMF>").currency() == row.currency);
@@ -50,7 +50,7 @@ TEST_CASE("the currency of an investment transaction has its symbol, its rate an
 }
 
 TEST_CASE("the currency of a bank transaction is read from its node") {
-    for (const Row& row : rows()) {
+    for (const CurrencyRow& row : rows()) {
         CAPTURE(row.content);
         const auto transaction = TvOFXStatementTransaction::initWithParserDict(
             at(parsed("<STMTTRN><FITID>1" + row.content + "</STMTTRN>"), {"STMTTRN"}));

@@ -25,7 +25,7 @@ std::string identifiersOf(const std::vector<InvestmentStatement>& statements) {
     return text;
 }
 
-struct Row {
+struct IdentifierRow {
     const char* what;
     std::string body;
     std::string identifiers;
@@ -44,7 +44,7 @@ std::string bank(const std::string& id) { return "<STMTTRN><FITID>" + id + "</ST
 }  // namespace
 
 TEST_CASE("transactions come in document order, wherever they stand") {
-    const std::vector<Row> rows{
+    const std::vector<IdentifierRow> rows{
         {"nothing", "<OFX></OFX>", ""},
         {"no transactions", wrapped(statement("<INVTRANLIST><DTSTART>20240101</INVTRANLIST>")), ""},
         {"kinds in turn",
@@ -83,7 +83,7 @@ TEST_CASE("transactions come in document order, wherever they stand") {
              "</BANKTRANLIST></STMTRS></STMTTRNRS></BANKMSGSRSV1>" + statement(income("A")) + "</OFX>",
          "A"},
     };
-    for (const Row& row : rows) {
+    for (const IdentifierRow& row : rows) {
         CAPTURE(row.what);
         CHECK(identifiersOf(statementsOf(row.body)) == row.identifiers);
     }

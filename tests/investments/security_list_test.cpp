@@ -18,7 +18,7 @@ std::string nameOf(const std::optional<Security>& security) {
     return security ? std::string(security->name().value_or("?")) : "none";
 }
 
-struct Row {
+struct SecurityRow {
     OptionalText id;
     OptionalText idType;
     std::string name;
@@ -31,7 +31,7 @@ TEST_CASE("a security is found by its identifier and the type of it") {
         stock("2", "ISIN", "two") + stock("1", "ISIN", "one as ISIN") + stock("1", "CUSIP", "one as CUSIP") +
         stock("1", "CUSIP", "again") + stock("3", "", "three") + "<STOCKINFO></STOCKINFO>"));
     CHECK(list.all().size() == 6);
-    const std::vector<Row> rows{
+    const std::vector<SecurityRow> rows{
         {"1", "CUSIP", "one as CUSIP"}, {"1", "ISIN", "one as ISIN"},
         {"1", "SEDOL", "none"},         {"1", "isin", "one as ISIN"},
         {"1", "Cusip", "one as CUSIP"}, {"1", "CUSIPS", "none"},
@@ -40,7 +40,7 @@ TEST_CASE("a security is found by its identifier and the type of it") {
         {"4", "CUSIP", "none"},         {"0", std::nullopt, "none"},
         {std::nullopt, "ISIN", "none"}, {std::nullopt, std::nullopt, "none"},
     };
-    for (const Row& row : rows) {
+    for (const SecurityRow& row : rows) {
         CAPTURE(std::string(row.id.value_or("nothing")));
         CAPTURE(std::string(row.idType.value_or("nothing")));
         CHECK(nameOf(list.find(row.id, row.idType)) == row.name);

@@ -21,13 +21,13 @@ const std::string nines38(38, '9');
 /// For comparisons whose failure shows both numbers.
 std::string plain(const std::optional<Decimal>& number) { return number ? number->toString() : "nothing"; }
 
-struct Reading {
+struct DecimalReading {
     std::string text;
     std::string plain;
 };
 
-void checkReadings(const std::vector<Reading>& rows) {
-    for (const Reading& row : rows) {
+void checkDecimals(const std::vector<DecimalReading>& rows) {
+    for (const DecimalReading& row : rows) {
         CAPTURE(row.text);
         const auto number = Decimal::fromString(row.text);
         REQUIRE(number);
@@ -35,7 +35,7 @@ void checkReadings(const std::vector<Reading>& rows) {
     }
 }
 
-void checkNothing(const std::vector<std::string>& texts) {
+void checkNoDecimals(const std::vector<std::string>& texts) {
     for (const std::string& text : texts) {
         CAPTURE(text);
         CHECK(plain(Decimal::fromString(text)) == "nothing");
@@ -78,7 +78,7 @@ TEST_CASE("a whole number becomes the decimal number of the same value") {
 }
 
 TEST_CASE("a decimal number is read exactly from plain notation") {
-    checkReadings({{"-12.50", "-12.5"},
+    checkDecimals({{"-12.50", "-12.5"},
                    {"1234.56", "1234.56"},
                    {"+5", "5"},
                    {"0.1", "0.1"},
@@ -99,7 +99,7 @@ TEST_CASE("a decimal number is read exactly from plain notation") {
 }
 
 TEST_CASE("a decimal number is read exactly from scientific notation") {
-    checkReadings({{"1e3", "1000"},
+    checkDecimals({{"1e3", "1000"},
                    {"1E3", "1000"},
                    {"1e+3", "1000"},
                    {"1e-3", "0.001"},
@@ -114,55 +114,55 @@ TEST_CASE("a decimal number is read exactly from scientific notation") {
 }
 
 TEST_CASE("what is not a number through and through is no decimal number") {
-    checkNothing({"",
-                  "+",
-                  "-",
-                  ".",
-                  "-.",
-                  "e",
-                  "e5",
-                  ".e5",
-                  "--5",
-                  "+-5",
-                  "5-",
-                  " 5",
-                  "5 ",
-                  "- 5",
-                  "1,000",
-                  "1 000",
-                  "1.2.3",
-                  "1..2",
-                  "12x",
-                  "x12",
-                  "1e",
-                  "1e+",
-                  "1e-",
-                  "1e+-",
-                  "1e+-5",
-                  "1ee5",
-                  "1e5.0",
-                  "1e5e",
-                  "1e 5",
-                  "0x10",
-                  "abc",
-                  "inf",
-                  "nan",
-                  "NaN",
-                  "1_000",
-                  "1'000",
-                  "(5)",
-                  "$5",
-                  "5%",
-                  "1e5 ",
-                  "\xE2\x88\x92"
-                  "5",         // U+2212 is no sign here
-                  "\xD9\xA3",  // U+0663, an Arabic digit
-                  std::string("5\0", 2),
-                  std::string("\0"
-                              "5",
-                              2),
-                  "\xFF",
-                  "5\n"});
+    checkNoDecimals({"",
+                     "+",
+                     "-",
+                     ".",
+                     "-.",
+                     "e",
+                     "e5",
+                     ".e5",
+                     "--5",
+                     "+-5",
+                     "5-",
+                     " 5",
+                     "5 ",
+                     "- 5",
+                     "1,000",
+                     "1 000",
+                     "1.2.3",
+                     "1..2",
+                     "12x",
+                     "x12",
+                     "1e",
+                     "1e+",
+                     "1e-",
+                     "1e+-",
+                     "1e+-5",
+                     "1ee5",
+                     "1e5.0",
+                     "1e5e",
+                     "1e 5",
+                     "0x10",
+                     "abc",
+                     "inf",
+                     "nan",
+                     "NaN",
+                     "1_000",
+                     "1'000",
+                     "(5)",
+                     "$5",
+                     "5%",
+                     "1e5 ",
+                     "\xE2\x88\x92"
+                     "5",         // U+2212 is no sign here
+                     "\xD9\xA3",  // U+0663, an Arabic digit
+                     std::string("5\0", 2),
+                     std::string("\0"
+                                 "5",
+                                 2),
+                     "\xFF",
+                     "5\n"});
 }
 
 TEST_CASE("there is one zero, without sign or exponent") {
@@ -181,7 +181,7 @@ TEST_CASE("there is one zero, without sign or exponent") {
 }
 
 TEST_CASE("up to 38 digits fit, counted without the zeros at both ends") {
-    checkReadings({{nines38, nines38},
+    checkDecimals({{nines38, nines38},
                    {"-" + nines38, "-" + nines38},
                    {"1" + zeros(36) + "1", "1" + zeros(36) + "1"},
                    {"0." + nines38, "0." + nines38},
@@ -191,13 +191,13 @@ TEST_CASE("up to 38 digits fit, counted without the zeros at both ends") {
                    {"1" + zeros(37) + "." + zeros(60), "1" + zeros(37)},
                    {"0." + zeros(60) + "1", "0." + zeros(60) + "1"},
                    {nines38.substr(1) + "." + "9" + zeros(10), nines38.substr(1) + ".9"}});
-    checkNothing({nines38 + "9", "1" + nines38, nines38 + ".1", "0.1" + nines38, "1" + zeros(37) + "1",
-                  "1" + zeros(60) + "1", "1." + zeros(60) + "1", nines38 + zeros(50) + "1",
-                  "340282366920938463463374607431768211455", "340282366920938463463374607431768211456"});
+    checkNoDecimals({nines38 + "9", "1" + nines38, nines38 + ".1", "0.1" + nines38, "1" + zeros(37) + "1",
+                     "1" + zeros(60) + "1", "1." + zeros(60) + "1", nines38 + zeros(50) + "1",
+                     "340282366920938463463374607431768211455", "340282366920938463463374607431768211456"});
 }
 
 TEST_CASE("the exponent reaches from -128 to 127, counted without the zeros at the end") {
-    checkReadings({{"1e127", "1" + zeros(127)},
+    checkDecimals({{"1e127", "1" + zeros(127)},
                    {"-1e-128", "-0." + zeros(127) + "1"},
                    {"10e126", "1" + zeros(127)},
                    {"10e-129", "0." + zeros(127) + "1"},
@@ -209,15 +209,16 @@ TEST_CASE("the exponent reaches from -128 to 127, counted without the zeros at t
                    {"1" + zeros(127), "1" + zeros(127)},
                    {"0." + zeros(127) + "1", "0." + zeros(127) + "1"},
                    {"1.5e128", "15" + zeros(127)}});
-    checkNothing({"1e128", "10e127", "1e-129", "0.1e-128", "1.5e-128", nines38 + "e128", nines38 + "e-129",
-                  "1" + zeros(128), "0." + zeros(128) + "1", "1e2147483648", "1e-2147483649",
-                  "1e9223372036854775807", "1e9223372036854775808", "1e-9223372036854775808",
-                  "1e18446744073709551616", "1e18446744073709551743", "1e99999999999999999999999999999999"});
+    checkNoDecimals({"1e128", "10e127", "1e-129", "0.1e-128", "1.5e-128", nines38 + "e128", nines38 + "e-129",
+                     "1" + zeros(128), "0." + zeros(128) + "1", "1e2147483648", "1e-2147483649",
+                     "1e9223372036854775807", "1e9223372036854775808", "1e-9223372036854775808",
+                     "1e18446744073709551616", "1e18446744073709551743",
+                     "1e99999999999999999999999999999999"});
 }
 
 TEST_CASE("texts of megabytes are read as exactly as short ones") {
     const std::size_t million = 1'000'000;
-    checkReadings({{zeros(4 * million) + "1.5", "1.5"},
+    checkDecimals({{zeros(4 * million) + "1.5", "1.5"},
                    {"1.5" + zeros(4 * million), "1.5"},
                    {"0." + zeros(million - 1) + "1e1000000", "1"},
                    {"1" + zeros(million) + "e-1000000", "1"},
@@ -373,7 +374,7 @@ TEST_CASE("order goes by value across all lengths and exponents") {
 }
 
 TEST_CASE("plain notation has no exponent, no zeros after the last fraction digit and no bare point") {
-    checkReadings(
+    checkDecimals(
         {{"-12.50", "-12.5"},
          {"1234.56", "1234.56"},
          {"0", "0"},

@@ -13,6 +13,8 @@
 using namespace brackwell;
 using namespace brackwell::tests;
 
+namespace findings {
+
 namespace {
 
 constexpr const char* kHeader = "OFXHEADER:100\nDATA:OFXSGML\n\n";
@@ -520,3 +522,5 @@ TEST_CASE("a finding is a short sentence without control characters") {
             std::ranges::none_of(finding.text, [](char c) { return static_cast<unsigned char>(c) < 0x20; }));
     }
 }
+
+}  // namespace findings

@@ -20,6 +20,8 @@
 using namespace brackwell;
 using namespace brackwell::tests;
 
+namespace opened_files {
+
 namespace {
 
 std::string statement(const std::string& account, const std::string& transactions) {
@@ -1005,3 +1007,5 @@ TEST_CASE("parts of a profile and of an account list that are not read are mende
     CHECK_FALSE(has(openData(exampleData("every_element.ofx")), FindingKind::repaired));
     CHECK_FALSE(has(opened(accounts), FindingKind::notDelivered));
 }
+
+}  // namespace opened_files

@@ -12,6 +12,8 @@
 using namespace brackwell;
 using namespace brackwell::tests;
 
+namespace several_documents {
+
 namespace {
 
 std::string transaction(const std::string& date, const std::string& amount = "-5.00") {
@@ -147,3 +149,5 @@ TEST_CASE("a date that can mean two days is left out where no document of the fi
           "dates of the file do not show which, so they are left out.");
     CHECK(unread[0].count == 2);
 }
+
+}  // namespace several_documents

@@ -17,6 +17,8 @@ using namespace brackwell;
 using namespace brackwell::opening;
 using namespace brackwell::tests;
 
+namespace written_dates {
+
 namespace {
 
 WrittenDates documentWith(const Texts& dates) { return documentOf<WrittenDates>(dates); }
@@ -489,3 +491,5 @@ TEST_CASE("a date of ten megabytes costs no more than some looks at each byte") 
         CHECK(documentWith({text}).read(text).value.has_value() == row.isDate);
     }
 }
+
+}  // namespace written_dates

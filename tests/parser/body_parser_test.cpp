@@ -10,13 +10,13 @@ using namespace brackwell::tests;
 
 namespace {
 
-struct Row {
+struct TreeRow {
     std::string_view body;
     ParseDictionary tree;
 };
 
-void checkAll(std::initializer_list<Row> rows) {
-    for (const Row& row : rows) {
+void checkTrees(std::initializer_list<TreeRow> rows) {
+    for (const TreeRow& row : rows) {
         CAPTURE(std::string(row.body));
         CHECK(parsed(row.body) == row.tree);
     }
@@ -54,7 +54,7 @@ TEST_CASE("a body without an element gives an empty tree") {
 }
 
 TEST_CASE("text before the first tag and after a close tag is passed over") {
-    checkAll({
+    checkTrees({
         {"OFXHEADER:100\r\nVERSION:102\r\n\r\n<A><B>1</B></A>", {{"A", ParseDictionary{{"B", "1"}}}}},
         {"<A>text<B>1</B>between<C>2</C>behind", {{"A", "text"}, {"B", "1"}, {"C", "2"}}},
         {"<A> <B>1</B>between<C>2</C>behind</A>behind all", {{"A", ParseDictionary{{"B", "1"}, {"C", "2"}}}}},
@@ -62,7 +62,7 @@ TEST_CASE("text before the first tag and after a close tag is passed over") {
 }
 
 TEST_CASE("names are trimmed, keep their case, and are not looked into") {
-    checkAll({
+    checkTrees({
         {"< NAME >A</NAME>", {{"NAME", "A"}}},
         {"<\n\tNAME\r\n>A</NAME \n>", {{"NAME", "A"}}},
         {"<\u00A0NAME\u3000>A</NAME\u2028>", {{"NAME", "A"}}},
@@ -78,7 +78,7 @@ TEST_CASE("names are trimmed, keep their case, and are not looked into") {
 }
 
 TEST_CASE("leaf texts are trimmed of white space and line breaks at both ends only") {
-    checkAll({
+    checkTrees({
         {"<A> \t\r\n x \t\r\n <B>y", {{"A", "x"}, {"B", "y"}}},
         {"<A>a  b\nc</A>", {{"A", "a  b\nc"}}},
         {"<A>\u00A0\u3000x\u2003\u0085\u2028</A>", {{"A", "x"}}},
@@ -89,7 +89,7 @@ TEST_CASE("leaf texts are trimmed of white space and line breaks at both ends on
 }
 
 TEST_CASE("three entities are replaced in leaf texts, and no other") {
-    checkAll({
+    checkTrees({
         {"<NAME>A &amp; B", {{"NAME", "A & B"}}},
         {"<NAME>&lt;A&gt;</NAME>", {{"NAME", "<A>"}}},
         {"<NAME>&quot;A&apos;&#65;&nbsp;</NAME>", {{"NAME", "&quot;A&apos;&#65;&nbsp;"}}},
@@ -101,7 +101,7 @@ TEST_CASE("three entities are replaced in leaf texts, and no other") {
 }
 
 TEST_CASE("a name that is repeated in one aggregate holds all its values in document order") {
-    checkAll({
+    checkTrees({
         {"<A>1<A>2", {{"A", ParseValue::array({"1", "2"})}}},
         {"<A>1</A><A>2</A><A>3</A>", {{"A", ParseValue::array({"1", "2", "3"})}}},
         {"<A>1<B>x<A>2<B>y<A>3",
@@ -113,7 +113,7 @@ TEST_CASE("a name that is repeated in one aggregate holds all its values in docu
 }
 
 TEST_CASE("a name that occurs once in each of two aggregates is repeated in neither") {
-    checkAll({
+    checkTrees({
         {"<P><A>1</P><Q><A>2</Q>", {{"P", ParseDictionary{{"A", "1"}}}, {"Q", ParseDictionary{{"A", "2"}}}}},
         {"<A><B><A>1</A></B></A>", {{"A", ParseDictionary{{"B", ParseDictionary{{"A", "1"}}}}}}},
         {"<P><A>1<Q><A>2</Q><A>3</P>",
@@ -133,7 +133,7 @@ TEST_CASE("keys stand in the order in which they first appear") {
 }
 
 TEST_CASE("an element without content is an empty dictionary") {
-    checkAll({
+    checkTrees({
         {"<MEMO></MEMO>", {{"MEMO", ParseDictionary()}}},
         {"<T><MEMO> \n </MEMO><NAME>x</T>",
          {{"T", ParseDictionary{{"MEMO", ParseDictionary()}, {"NAME", "x"}}}}},
@@ -141,14 +141,14 @@ TEST_CASE("an element without content is an empty dictionary") {
 }
 
 TEST_CASE("an empty leaf without a close tag takes what follows into itself") {
-    checkAll({
+    checkTrees({
         {"<MEMO>\n<NAME>x", {{"MEMO", ParseDictionary{{"NAME", "x"}}}}},
         {"<A><MEMO><NAME>x</MEMO></A>", {{"A", ParseDictionary{{"MEMO", ParseDictionary{{"NAME", "x"}}}}}}},
     });
 }
 
 TEST_CASE("what is still open at the end of the body needs no close tag") {
-    checkAll({
+    checkTrees({
         {"<OFX><A><B>1", {{"OFX", ParseDictionary{{"A", ParseDictionary{{"B", "1"}}}}}}},
         {"<OFX><A><B>1\n", {{"OFX", ParseDictionary{{"A", ParseDictionary{{"B", "1"}}}}}}},
         {"<OFX><A> ", {{"OFX", ParseDictionary{{"A", ParseDictionary()}}}}},
@@ -156,7 +156,7 @@ TEST_CASE("what is still open at the end of the body needs no close tag") {
 }
 
 TEST_CASE("an extension name may be closed without its prefix") {
-    checkAll({
+    checkTrees({
         {"<INTU.BID>3000</BID>", {{"INTU.BID", "3000"}}},
         {"<INTU.BID>3000</INTU.BID>", {{"INTU.BID", "3000"}}},
         {"<INTU.X><A>1</A></X><B>2", {{"INTU.X", ParseDictionary{{"A", "1"}}}, {"B", "2"}}},
@@ -167,7 +167,7 @@ TEST_CASE("an extension name may be closed without its prefix") {
 }
 
 TEST_CASE("a close tag goes to the innermost aggregate before it goes to the leaf") {
-    checkAll({
+    checkTrees({
         {"<A><A>1</A><B>2", {{"A", ParseDictionary{{"A", "1"}}}, {"B", "2"}}},
         {"<INTU.CODE><CODE>1</CODE><SEVERITY>INFO</SEVERITY>",
          {{"INTU.CODE", ParseDictionary{{"CODE", "1"}}}, {"SEVERITY", "INFO"}}},
@@ -177,7 +177,7 @@ TEST_CASE("a close tag goes to the innermost aggregate before it goes to the lea
 }
 
 TEST_CASE("a leaf's close tag closes the leaf only once") {
-    checkAll({{"<A> <B>1</B></A>", {{"A", ParseDictionary{{"B", "1"}}}}}});
+    checkTrees({{"<A> <B>1</B></A>", {{"A", ParseDictionary{{"B", "1"}}}}}});
     for (const std::string_view body : {"<CODE>1</CODE></CODE>", "<A> <A>1</A></A>"}) {
         CAPTURE(std::string(body));
         CHECK_FALSE(TvOFXParser::parseOFXDataString(body));
@@ -185,7 +185,7 @@ TEST_CASE("a leaf's close tag closes the leaf only once") {
 }
 
 TEST_CASE("a leaf keeps its name until its close tag, so further text is one more value") {
-    checkAll({
+    checkTrees({
         {"<A>1<>2<>3", {{"A", ParseValue::array({"1", "2", "3"})}}},
         {"<A>1< \n >2</A>3", {{"A", ParseValue::array({"1", "2"})}}},
         {"<A>1<><B>2", {{"A", ParseValue::array({"1", ParseDictionary{{"B", "2"}}})}}},
@@ -195,7 +195,7 @@ TEST_CASE("a leaf keeps its name until its close tag, so further text is one mor
 }
 
 TEST_CASE("an empty close tag with nothing pending is accepted") {
-    checkAll({
+    checkTrees({
         {"</><A>1", {{"A", "1"}}},
         {"<A>1</A></><B>2", {{"A", "1"}, {"B", "2"}}},
         {"<P><A>1</A></>ignored<B>2</P>", {{"P", ParseDictionary{{"A", "1"}, {"B", "2"}}}}},
@@ -203,7 +203,7 @@ TEST_CASE("an empty close tag with nothing pending is accepted") {
 }
 
 TEST_CASE("the last character of a body that ends in an open tag is read as that element's text") {
-    checkAll({
+    checkTrees({
         {"<OFX>", {{"OFX", ">"}}},
         {"<A><B>", {{"A", ParseDictionary{{"B", ">"}}}}},
         {"<A>1<>", {{"A", ParseValue::array({"1", ">"})}}},
@@ -212,7 +212,7 @@ TEST_CASE("the last character of a body that ends in an open tag is read as that
 }
 
 TEST_CASE("a body may end anywhere inside a tag") {
-    checkAll({
+    checkTrees({
         {"<OFX", {}},
         {"<A>1<", {{"A", "1"}}},
         {"<A><", {{"A", ParseDictionary()}}},
@@ -225,7 +225,7 @@ TEST_CASE("a body may end anywhere inside a tag") {
 }
 
 TEST_CASE("a bare > belongs to the text that it stands in") {
-    checkAll({
+    checkTrees({
         {"<A>1>2</A>", {{"A", "1>2"}}},
         {"<A>></A>", {{"A", ">"}}},
         {">><A>1", {{"A", "1"}}},
@@ -233,12 +233,12 @@ TEST_CASE("a bare > belongs to the text that it stands in") {
 }
 
 TEST_CASE("bytes that are no UTF-8 are carried along") {
-    checkAll({{"<A\xFF>\xC3(\x80</A\xFF>", {{"A\xFF", "\xC3(\x80"}}}});
+    checkTrees({{"<A\xFF>\xC3(\x80</A\xFF>", {{"A\xFF", "\xC3(\x80"}}}});
 }
 
 TEST_CASE("a zero byte is a character like any other") {
     using namespace std::string_view_literals;
-    checkAll({{"<A\0>x\0y</A\0><A>z</A>"sv, {{"A\0"sv, "x\0y"sv}, {"A", "z"}}}});
+    checkTrees({{"<A\0>x\0y</A\0><A>z</A>"sv, {{"A\0"sv, "x\0y"sv}, {"A", "z"}}}});
 }
 
 TEST_CASE("names that begin alike are told apart, whatever their length") {

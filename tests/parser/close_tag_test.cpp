@@ -9,13 +9,13 @@ using namespace brackwell::tests;
 
 namespace {
 
-struct Row {
+struct CloseTagRow {
     std::string body;
     std::string description;
 };
 
-void checkAll(std::initializer_list<Row> rows) {
-    for (const Row& row : rows) {
+void checkCloseTags(std::initializer_list<CloseTagRow> rows) {
+    for (const CloseTagRow& row : rows) {
         CAPTURE(row.body);
         Error error;
         CHECK_FALSE(TvOFXParser::parseOFXDataString(row.body, &error));
@@ -26,7 +26,7 @@ void checkAll(std::initializer_list<Row> rows) {
 }  // namespace
 
 TEST_CASE("a close tag that matches nothing open fails") {
-    checkAll({
+    checkCloseTags({
         {"</A>", "Found close tag </A> without opening tag."},
         {"<A>1</B>", "Found close tag </B> without opening tag."},
         {"<A>1</A></A>", "Found close tag </A> without opening tag."},
@@ -38,7 +38,7 @@ TEST_CASE("a close tag that matches nothing open fails") {
 }
 
 TEST_CASE("the failure names the innermost aggregate that is open") {
-    checkAll({
+    checkCloseTags({
         {"<STMTRS><BANKTRANLIST><DTSTART>20240101</STMTRS>",
          "Found close tag </STMTRS> without opening tag.\n"
          "Maybe there is a close tag missing for <BANKTRANLIST>"},
@@ -52,7 +52,7 @@ TEST_CASE("the failure names the innermost aggregate that is open") {
 }
 
 TEST_CASE("an aggregate further out cannot be closed before those in it") {
-    checkAll({
+    checkCloseTags({
         {"<A><B><C>1</A></B>",
          "Found close tag </A> without opening tag.\nMaybe there is a close tag missing for <B>"},
         {"<STMTTRN><NAME>x<MEMO>\n</STMTTRN>",
@@ -63,7 +63,7 @@ TEST_CASE("an aggregate further out cannot be closed before those in it") {
 }
 
 TEST_CASE("a name without the extension prefix is not closed by a name with it") {
-    checkAll({
+    checkCloseTags({
         {"<BID>3000</INTU.BID>", "Found close tag </INTU.BID> without opening tag."},
         {"<X><A>1</A></INTU.X>",
          "Found close tag </INTU.X> without opening tag.\nMaybe there is a close tag missing for <X>"},
@@ -75,7 +75,7 @@ TEST_CASE("a name without the extension prefix is not closed by a name with it")
 }
 
 TEST_CASE("the name after the slash is not trimmed again") {
-    checkAll({
+    checkCloseTags({
         {"<B>1</ B>", "Found close tag </ B> without opening tag."},
         {"<B>1< / B >", "Found close tag </ B> without opening tag."},
         {"<B>1</\u00A0B>",
@@ -86,7 +86,7 @@ TEST_CASE("the name after the slash is not trimmed again") {
 }
 
 TEST_CASE("an empty close tag fails while a name is pending") {
-    checkAll({
+    checkCloseTags({
         {"<A>1</>", "Found close tag </> without opening tag."},
         {"<A>1</ >", "Found close tag </> without opening tag."},
         {"<A></>", "Found close tag </> without opening tag.\nMaybe there is a close tag missing for <A>"},
@@ -95,7 +95,7 @@ TEST_CASE("an empty close tag fails while a name is pending") {
 
 TEST_CASE("the failure tells the name with all that stands in it") {
     const std::string name(1000, 'N');
-    checkAll({
+    checkCloseTags({
         {"<" + name + "><A>1</A></B " + name + ">", "Found close tag </B " + name +
                                                         "> without opening tag.\n"
                                                         "Maybe there is a close tag missing for <" +

@@ -11,14 +11,15 @@ using namespace brackwell::tests;
 
 namespace {
 
-std::shared_ptr<TvOFXFinancialInstitutionIdentification> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<TvOFXFinancialInstitutionIdentification> identificationIn(
+    const std::optional<ParseDictionary>& node) {
     return TvOFXFinancialInstitutionIdentification::initWithParseDict(node);
 }
 
 }  // namespace
 
 TEST_CASE("an institution has the name and the identifier of its aggregate") {
-    const auto fi = read(parsed("<ORG>Big Bank<FID>1001"));
+    const auto fi = identificationIn(parsed("<ORG>Big Bank<FID>1001"));
     CHECK(shown(fi->organization()) == "Big Bank");
     CHECK(shown(fi->fid()) == "1001");
     CHECK(fi->className() == "TvOFXFinancialInstitutionIdentification");
@@ -45,14 +46,14 @@ TEST_CASE("an institution's identifier is read only after a name with at least o
     };
     for (const Row& row : rows) {
         CAPTURE(TvOFXHelper::ofxDictionaryToString(row.node));
-        const auto fi = read(row.node);
+        const auto fi = identificationIn(row.node);
         CHECK(shown(fi->organization()) == row.organization);
         CHECK(shown(fi->fid()) == row.fid);
     }
 }
 
 TEST_CASE("an institution without a node is empty") {
-    const auto fi = read(std::nullopt);
+    const auto fi = identificationIn(std::nullopt);
     REQUIRE(fi);
     CHECK_FALSE(fi->organization());
     CHECK_FALSE(fi->fid());
@@ -64,7 +65,7 @@ TEST_CASE("an institution's text closes its leaves from version 200 on, and itse
         std::uint64_t version;
         const char* text;
     };
-    const auto fi = read(parsed("<ORG>Big Bank<FID>1001"));
+    const auto fi = identificationIn(parsed("<ORG>Big Bank<FID>1001"));
     for (const Row& row : {Row{0, "<FI>\n<ORG>Big Bank\n<FID>1001\n</FI>\n"},
                            Row{102, "<FI>\n<ORG>Big Bank\n<FID>1001\n</FI>\n"},
                            Row{199, "<FI>\n<ORG>Big Bank\n<FID>1001\n</FI>\n"},
@@ -97,5 +98,5 @@ TEST_CASE("an institution describes itself with its identifier before its name")
 }
 
 TEST_CASE("an institution archives what an aggregate does") {
-    CHECK(archivesLikeItsBase(*read(parsed("<ORG>Big Bank<FID>1001"))));
+    CHECK(archivesLikeItsBase(*identificationIn(parsed("<ORG>Big Bank<FID>1001"))));
 }

@@ -13,12 +13,12 @@ namespace {
 
 using Core = TvOFXMessageSetCore;
 
-std::shared_ptr<Core> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<Core> coreIn(const std::optional<ParseDictionary>& node) {
     return Core::initWithParseDict(node);
 }
 
-std::shared_ptr<Core> read(const char* element, const ParseValue& value) {
-    return read(ParseDictionary{{element, value}});
+std::shared_ptr<Core> coreIn(const char* element, const ParseValue& value) {
+    return coreIn(ParseDictionary{{element, value}});
 }
 
 void checkDefaults(const Core& core) {
@@ -39,8 +39,8 @@ constexpr const char* kEnd = " sync_mode:UNKNOWN supports_error_recovery:NO";
 
 TEST_CASE("a core reads all its elements") {
     const auto core =
-        read(parsed("<VER>1<URL>https://ofx.example/bank<OFXSEC>TYPE1<TRANSPSEC>Y<SIGNONREALM>MyRealm"
-                    "<LANGUAGE>ENG<SYNCMODE>FULL<RESPFILEER>Y<SPNAME>Provider"));
+        coreIn(parsed("<VER>1<URL>https://ofx.example/bank<OFXSEC>TYPE1<TRANSPSEC>Y<SIGNONREALM>MyRealm"
+                      "<LANGUAGE>ENG<SYNCMODE>FULL<RESPFILEER>Y<SPNAME>Provider"));
     CHECK(core->version() == 1);
     CHECK(shown(core->url()) == "https://ofx.example/bank");
     CHECK(core->security() == TvOFXMessageSetSecurityType1);
@@ -55,24 +55,25 @@ TEST_CASE("a core reads all its elements") {
 
 TEST_CASE("a core without elements, without a node or made in code has its defaults") {
     checkDefaults(Core());
-    checkDefaults(*read(std::nullopt));
-    checkDefaults(*read(ParseDictionary{}));
-    checkDefaults(*read(ParseDictionary{{"ver", "1"}, {"OTHER", "Y"}}));
+    checkDefaults(*coreIn(std::nullopt));
+    checkDefaults(*coreIn(ParseDictionary{}));
+    checkDefaults(*coreIn(ParseDictionary{{"ver", "1"}, {"OTHER", "Y"}}));
 }
 
 TEST_CASE("a core's flags are true exactly for Y") {
-    checkFlag([](const ParseValue& value) { return read("TRANSPSEC", value)->usesTransportLevelSecurity(); });
-    checkFlag([](const ParseValue& value) { return read("RESPFILEER", value)->supportsErrorRecovery(); });
+    checkFlag(
+        [](const ParseValue& value) { return coreIn("TRANSPSEC", value)->usesTransportLevelSecurity(); });
+    checkFlag([](const ParseValue& value) { return coreIn("RESPFILEER", value)->supportsErrorRecovery(); });
 }
 
 TEST_CASE("a core's version is the leading integer of its text") {
-    checkInteger([](const ParseValue& value) { return read("VER", value)->version(); });
+    checkInteger([](const ParseValue& value) { return coreIn("VER", value)->version(); });
 }
 
 TEST_CASE("a core's texts are kept as they stand") {
     const auto textOf = [](const char* element, OptionalText (Core::*get)() const noexcept) {
         checkText([=](const ParseValue& value) {
-            const auto core = read(element, value);
+            const auto core = coreIn(element, value);
             const OptionalText text = ((*core).*get)();
             return text ? std::optional(std::string(*text)) : std::nullopt;
         });
@@ -83,8 +84,8 @@ TEST_CASE("a core's texts are kept as they stand") {
 }
 
 TEST_CASE("a core's languages are one or several texts in document order") {
-    checkList([](const ParseValue& value) { return read("LANGUAGE", value)->languages(); });
-    CHECK(read(parsed("<LANGUAGE>ENG<VER>1<LANGUAGE>FRA"))->languages() ==
+    checkList([](const ParseValue& value) { return coreIn("LANGUAGE", value)->languages(); });
+    CHECK(coreIn(parsed("<LANGUAGE>ENG<VER>1<LANGUAGE>FRA"))->languages() ==
           std::vector<ParseValue>{"ENG", "FRA"});
 }
 
@@ -105,9 +106,9 @@ TEST_CASE("a core's security is read from exact words") {
     };
     for (const Row& row : rows) {
         CAPTURE(shown(row.value.text()));
-        CHECK(read("OFXSEC", row.value)->security() == row.security);
+        CHECK(coreIn("OFXSEC", row.value)->security() == row.security);
     }
-    CHECK(read("OFXSEC", "type1")->description().find(" security:NONE ") != std::string::npos);
+    CHECK(coreIn("OFXSEC", "type1")->description().find(" security:NONE ") != std::string::npos);
 }
 
 TEST_CASE("a core's synchronisation is read from exact words") {
@@ -125,7 +126,7 @@ TEST_CASE("a core's synchronisation is read from exact words") {
     };
     for (const Row& row : rows) {
         CAPTURE(shown(row.value.text()));
-        CHECK(read("SYNCMODE", row.value)->syncMode() == row.mode);
+        CHECK(coreIn("SYNCMODE", row.value)->syncMode() == row.mode);
     }
 }
 
@@ -149,8 +150,8 @@ TEST_CASE("every field of a core can be set") {
 }
 
 TEST_CASE("a core describes itself on one line") {
-    CHECK(read(parsed("<VER>1<OFXSEC>NONE<TRANSPSEC>Y<SIGNONREALM>MyRealm<LANGUAGE>ENG<SYNCMODE>LITE"
-                      "<RESPFILEER>N<SPNAME>Provider"))
+    CHECK(coreIn(parsed("<VER>1<OFXSEC>NONE<TRANSPSEC>Y<SIGNONREALM>MyRealm<LANGUAGE>ENG<SYNCMODE>LITE"
+                        "<RESPFILEER>N<SPNAME>Provider"))
               ->description() ==
           "MessageSetCore: provider:Provider version:1 security:NONE uses_transport_level_security:YES"
           " signon_realm:MyRealm languages:{ENG} sync_mode:LITE supports_error_recovery:NO");
@@ -170,13 +171,13 @@ TEST_CASE("a core describes texts only when they are not empty, and versions onl
     core.setLanguages(std::vector<ParseValue>{});
     core.setVersion(-1);
     CHECK(core.description() == defaults);
-    CHECK(read("VER", "abc")->description() == defaults);
-    CHECK(read("VER", "2a")->description() ==
+    CHECK(coreIn("VER", "abc")->description() == defaults);
+    CHECK(coreIn("VER", "2a")->description() ==
           std::string("MessageSetCore: version:2 security:NONE uses_transport_level_security:NO") + kEnd);
 }
 
 TEST_CASE("a core describes several languages with commas") {
-    CHECK(read(parsed("<LANGUAGE>ENG<LANGUAGE>FRA"))->description() ==
+    CHECK(coreIn(parsed("<LANGUAGE>ENG<LANGUAGE>FRA"))->description() ==
           std::string("MessageSetCore: security:NONE uses_transport_level_security:NO languages:{ENG, FRA}") +
               kEnd);
 }
@@ -204,7 +205,7 @@ TEST_CASE("a core describes numbers that only a caller sets as UNKNOWN") {
 }
 
 TEST_CASE("a core renders and archives what an aggregate does") {
-    const auto core = read(parsed("<VER>1<URL>https://ofx.example"));
+    const auto core = coreIn(parsed("<VER>1<URL>https://ofx.example"));
     CHECK(core->ofxString() == "<VER>1\n<URL>https://ofx.example\n");
     CHECK(archivesLikeItsBase(*core));
     CHECK(Core().ofxString().empty());

@@ -12,14 +12,15 @@ namespace {
 
 using Banking = TvOFXMessageSetProfileBanking;
 
-std::shared_ptr<Banking> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<Banking> bankingIn(const std::optional<ParseDictionary>& node) {
     return Banking::initWithParseDict(node);
 }
 
 /// Where an element stands: in the message set itself ("") or in an aggregate of it.
-std::shared_ptr<Banking> read(std::string_view aggregate, std::string_view element, const ParseValue& value) {
+std::shared_ptr<Banking> bankingIn(std::string_view aggregate, std::string_view element,
+                                   const ParseValue& value) {
     const ParseDictionary inner{{element, value}};
-    return read(aggregate.empty() ? inner : ParseDictionary{{aggregate, inner}});
+    return bankingIn(aggregate.empty() ? inner : ParseDictionary{{aggregate, inner}});
 }
 
 template <class Value>
@@ -59,10 +60,10 @@ TEST_CASE("the banking flags are true exactly for Y, each at its place") {
     for (const auto& field : kFlags) {
         CAPTURE(field.element);
         checkFlag([&](const ParseValue& value) {
-            return ((*read(field.aggregate, field.element, value)).*field.get)();
+            return ((*bankingIn(field.aggregate, field.element, value)).*field.get)();
         });
         const std::string_view elsewhere = *field.aggregate != '\0' ? "" : "XFERPROF";
-        CHECK_FALSE(((*read(elsewhere, field.element, "Y")).*field.get)());
+        CHECK_FALSE(((*bankingIn(elsewhere, field.element, "Y")).*field.get)());
     }
 }
 
@@ -70,42 +71,44 @@ TEST_CASE("the banking integers are the leading integers of their texts") {
     for (const auto& field : kIntegers) {
         CAPTURE(field.element);
         checkInteger([&](const ParseValue& value) {
-            return ((*read(field.aggregate, field.element, value)).*field.get)();
+            return ((*bankingIn(field.aggregate, field.element, value)).*field.get)();
         });
     }
 }
 
 TEST_CASE("the days without processing are one or several texts in document order") {
-    checkList(
-        [](const ParseValue& value) { return read("XFERPROF", "PROCDAYSOFF", value)->noProcessingDays(); });
-    CHECK(read(parsed("<XFERPROF><PROCDAYSOFF>SATURDAY</XFERPROF>"))->noProcessingDays() ==
+    checkList([](const ParseValue& value) {
+        return bankingIn("XFERPROF", "PROCDAYSOFF", value)->noProcessingDays();
+    });
+    CHECK(bankingIn(parsed("<XFERPROF><PROCDAYSOFF>SATURDAY</XFERPROF>"))->noProcessingDays() ==
           std::vector<ParseValue>{"SATURDAY"});
-    CHECK(read(parsed("<XFERPROF><PROCDAYSOFF>SATURDAY<PROCDAYSOFF>SUNDAY</XFERPROF>"))->noProcessingDays() ==
-          std::vector<ParseValue>{"SATURDAY", "SUNDAY"});
+    CHECK(bankingIn(parsed("<XFERPROF><PROCDAYSOFF>SATURDAY<PROCDAYSOFF>SUNDAY</XFERPROF>"))
+              ->noProcessingDays() == std::vector<ParseValue>{"SATURDAY", "SUNDAY"});
 }
 
 TEST_CASE("the end of processing is a text and not converted") {
     checkText([](const ParseValue& value) {
-        const auto banking = read("XFERPROF", "PROCENDTM", value);
+        const auto banking = bankingIn("XFERPROF", "PROCENDTM", value);
         const OptionalText text = banking->processingEndTime();
         return text ? std::optional(std::string(*text)) : std::nullopt;
     });
-    CHECK(shown(read("XFERPROF", "PROCENDTM", "170000[-5:EST]")->processingEndTime()) == "170000[-5:EST]");
+    CHECK(shown(bankingIn("XFERPROF", "PROCENDTM", "170000[-5:EST]")->processingEndTime()) ==
+          "170000[-5:EST]");
 }
 
 TEST_CASE("banking options that are no aggregates are not read") {
     const ParseDictionary transfers{{"CANSCHED", "Y"}, {"PROCENDTM", "17"}};
-    checkDefaults(*read(ParseDictionary{{"XFERPROF", "Y"}, {"EMAILPROF", "Y"}}));
-    checkDefaults(*read(ParseDictionary{{"XFERPROF", ParseValue::array({transfers, transfers})}}));
-    checkDefaults(*read(std::nullopt));
+    checkDefaults(*bankingIn(ParseDictionary{{"XFERPROF", "Y"}, {"EMAILPROF", "Y"}}));
+    checkDefaults(*bankingIn(ParseDictionary{{"XFERPROF", ParseValue::array({transfers, transfers})}}));
+    checkDefaults(*bankingIn(std::nullopt));
     checkDefaults(Banking());
 }
 
 TEST_CASE("account types without support and options on stopping checks are not read") {
-    checkDefaults(
-        *read(parsed("<INVALIDACCTTYPE>CHECKING<STPCHKPROF><PROCDAYSOFF>SUNDAY<PROCENDTM>17<CANUSERANGE>Y"
-                     "<CANUSEDESC>Y<STPCHKFEE>5</STPCHKPROF>")));
-    CHECK(read(parsed("<INVALIDACCTTYPE>CHECKING"))->description() == Banking().description());
+    checkDefaults(*bankingIn(
+        parsed("<INVALIDACCTTYPE>CHECKING<STPCHKPROF><PROCDAYSOFF>SUNDAY<PROCENDTM>17<CANUSERANGE>Y"
+               "<CANUSEDESC>Y<STPCHKFEE>5</STPCHKPROF>")));
+    CHECK(bankingIn(parsed("<INVALIDACCTTYPE>CHECKING"))->description() == Banking().description());
 }
 
 TEST_CASE("every banking option can be set") {
@@ -130,7 +133,7 @@ TEST_CASE("every banking option can be set") {
 }
 
 TEST_CASE("a banking message set describes all its options") {
-    const auto banking = read(
+    const auto banking = bankingIn(
         parsed("<MSGSETCORE><VER>1</MSGSETCORE><CLOSINGAVAIL>Y"
                "<XFERPROF><PROCDAYSOFF>SATURDAY<PROCDAYSOFF>SUNDAY<PROCENDTM>170000<CANSCHED>Y<CANRECUR>N"
                "<CANMODXFERS>Y<CANMODMDLS>N<MODELWND>3<DAYSWITH>-2<DFLTDAYSTOPAY>5</XFERPROF>"
@@ -155,7 +158,7 @@ TEST_CASE("a banking message set describes all its options") {
 }
 
 TEST_CASE("a banking message set with a core alone has no options") {
-    const auto banking = read(parsed("<MSGSETCORE><VER>1</MSGSETCORE>"));
+    const auto banking = bankingIn(parsed("<MSGSETCORE><VER>1</MSGSETCORE>"));
     checkDefaults(*banking);
     CHECK(banking->description().ends_with(
         "\n   model window: 0\n   days with: 0\n   default number of days to pay: 0"));
@@ -182,7 +185,7 @@ TEST_CASE("a banking message set without fields describes its flags and integers
 }
 
 TEST_CASE("a single day without processing stands alone in its brackets") {
-    CHECK(read(parsed("<XFERPROF><PROCDAYSOFF>SATURDAY</XFERPROF>"))
+    CHECK(bankingIn(parsed("<XFERPROF><PROCDAYSOFF>SATURDAY</XFERPROF>"))
               ->description()
               .find("\n   no processing days: (SATURDAY)\n") != std::string::npos);
 }

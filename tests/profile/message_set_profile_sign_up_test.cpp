@@ -12,12 +12,12 @@ namespace {
 
 using SignUp = TvOFXMessageSetProfileSignUp;
 
-std::shared_ptr<SignUp> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<SignUp> signUpIn(const std::optional<ParseDictionary>& node) {
     return SignUp::initWithParseDict(node);
 }
 
 std::optional<std::string> textIn(const char* aggregate, const char* element, const ParseValue& value) {
-    const auto profile = read(ParseDictionary{{aggregate, ParseDictionary{{element, value}}}});
+    const auto profile = signUpIn(ParseDictionary{{aggregate, ParseDictionary{{element, value}}}});
     const OptionalText text = profile->webEnrollUrl();
     return text ? std::optional(std::string(*text)) : std::nullopt;
 }
@@ -25,7 +25,7 @@ std::optional<std::string> textIn(const char* aggregate, const char* element, co
 }  // namespace
 
 TEST_CASE("a sign-up message set reads all its elements") {
-    const auto profile = read(
+    const auto profile = signUpIn(
         parsed("<CLIENTENROLL><ACCTREQUIRED>Y</CLIENTENROLL><WEBENROLL><URL>https://enrol.example</WEBENROLL>"
                "<CHGUSERINFO>Y<AVAILACCTS>Y<CLIENTACTREQ>Y"));
     CHECK(profile->clientEnrollAccountRequired() == true);
@@ -38,7 +38,7 @@ TEST_CASE("a sign-up message set reads all its elements") {
 
 TEST_CASE("a sign-up message set without elements has its defaults") {
     for (const auto& node : {std::optional<ParseDictionary>(), std::optional(ParseDictionary{})}) {
-        const auto profile = read(node);
+        const auto profile = signUpIn(node);
         CHECK_FALSE(profile->clientEnrollAccountRequired().has_value());
         CHECK_FALSE(profile->webEnrollUrl());
         CHECK_FALSE(profile->otherEnrollMessage());
@@ -58,7 +58,7 @@ TEST_CASE("the sign-up flags are true exactly for Y") {
                            Row{"CLIENTACTREQ", &SignUp::serverAllowsServiceActivationRequest}}) {
         CAPTURE(row.element);
         checkFlag([&row](const ParseValue& value) {
-            return ((*read(ParseDictionary{{row.element, value}})).*row.get)();
+            return ((*signUpIn(ParseDictionary{{row.element, value}})).*row.get)();
         });
     }
 }
@@ -87,27 +87,27 @@ TEST_CASE("whether enrolling takes an account is yes, no or not said") {
     };
     for (const Row& row : rows) {
         CAPTURE(TvOFXHelper::ofxDictionaryToString(row.node));
-        CHECK(read(row.node)->clientEnrollAccountRequired() == row.required);
+        CHECK(signUpIn(row.node)->clientEnrollAccountRequired() == row.required);
     }
 }
 
 TEST_CASE("the address to enrol at is kept as it stands") {
     checkText([](const ParseValue& value) { return textIn("WEBENROLL", "URL", value); });
-    CHECK_FALSE(read(ParseDictionary{{"WEBENROLL", "https://enrol.example"}})->webEnrollUrl());
+    CHECK_FALSE(signUpIn(ParseDictionary{{"WEBENROLL", "https://enrol.example"}})->webEnrollUrl());
 }
 
 TEST_CASE("the message on enrolling otherwise stands in the address") {
     // Intended: the message has a getter, which always answers nothing.
-    const auto profile = read(parsed("<OTHERENROLL><MESSAGE>Call us</OTHERENROLL>"));
+    const auto profile = signUpIn(parsed("<OTHERENROLL><MESSAGE>Call us</OTHERENROLL>"));
     CHECK(shown(profile->webEnrollUrl()) == "Call us");
     CHECK_FALSE(profile->otherEnrollMessage());
     checkText([](const ParseValue& value) { return textIn("OTHERENROLL", "MESSAGE", value); });
-    CHECK_FALSE(read(ParseDictionary{{"OTHERENROLL", "Call us"}})->webEnrollUrl());
+    CHECK_FALSE(signUpIn(ParseDictionary{{"OTHERENROLL", "Call us"}})->webEnrollUrl());
 }
 
 TEST_CASE("of an address and a message the last one is kept") {
     const char* web = "<WEBENROLL><URL>https://enrol.example</WEBENROLL>";
     const char* other = "<OTHERENROLL><MESSAGE>Call us</OTHERENROLL>";
-    CHECK(shown(read(parsed(std::string(web) + other))->webEnrollUrl()) == "Call us");
-    CHECK(shown(read(parsed(std::string(other) + web))->webEnrollUrl()) == "https://enrol.example");
+    CHECK(shown(signUpIn(parsed(std::string(web) + other))->webEnrollUrl()) == "Call us");
+    CHECK(shown(signUpIn(parsed(std::string(other) + web))->webEnrollUrl()) == "https://enrol.example");
 }

@@ -13,12 +13,12 @@ namespace {
 
 using Info = TvOFXSignOnInfo;
 
-std::shared_ptr<Info> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<Info> signOnInfoIn(const std::optional<ParseDictionary>& node) {
     return Info::initWithParseDict(node);
 }
 
 std::string described(const char* element, const ParseValue& value) {
-    return read(ParseDictionary{{element, value}})->description();
+    return signOnInfoIn(ParseDictionary{{element, value}})->description();
 }
 
 const std::string kDefaults =
@@ -39,9 +39,9 @@ const std::string kDefaults =
 }  // namespace
 
 TEST_CASE("a realm reads the rules for passwords") {
-    const auto info =
-        read(parsed("<SIGNONREALM>MyRealm<MIN>4<MAX>32<CHARTYPE>ALPHAANDNUMERIC<CASESEN>N<SPECIAL>Y<SPACES>N"
-                    "<PINCH>Y<CHGPINFIRST>N"));
+    const auto info = signOnInfoIn(
+        parsed("<SIGNONREALM>MyRealm<MIN>4<MAX>32<CHARTYPE>ALPHAANDNUMERIC<CASESEN>N<SPECIAL>Y<SPACES>N"
+               "<PINCH>Y<CHGPINFIRST>N"));
     CHECK(shown(info->signonRealm()) == "MyRealm");
     CHECK(info->minPasswordChars() == 4);
     CHECK(info->maxPasswordChars() == 32);
@@ -56,8 +56,9 @@ TEST_CASE("a realm reads the rules for passwords") {
 }
 
 TEST_CASE("a realm without elements has its defaults") {
-    for (const auto& info : {std::make_shared<Info>(), read(std::nullopt), read(ParseDictionary{}),
-                             read(ParseDictionary{{"min", "4"}, {"OTHER", "Y"}})}) {
+    for (const auto& info :
+         {std::make_shared<Info>(), signOnInfoIn(std::nullopt), signOnInfoIn(ParseDictionary{}),
+          signOnInfoIn(ParseDictionary{{"min", "4"}, {"OTHER", "Y"}})}) {
         CHECK_FALSE(info->signonRealm());
         CHECK(info->minPasswordChars() == 0);
         CHECK(info->maxPasswordChars() == 0);
@@ -104,7 +105,7 @@ TEST_CASE("a realm's flags with getters answer what was read") {
           &Info::setPasswordChangeRequiredAtFirstSignon}}};
     for (const Row& row : rows) {
         CAPTURE(row.element);
-        const auto info = read(ParseDictionary{{row.element, "Y"}});
+        const auto info = signOnInfoIn(ParseDictionary{{row.element, "Y"}});
         Info made;
         (made.*row.set)(true);
         for (const Row& other : rows) {
@@ -116,12 +117,12 @@ TEST_CASE("a realm's flags with getters answer what was read") {
 
 TEST_CASE("a realm's limits are the leading integers of their texts, whichever is larger") {
     checkInteger([](const ParseValue& value) {
-        return read(ParseDictionary{{"MIN", value}})->minPasswordChars();
+        return signOnInfoIn(ParseDictionary{{"MIN", value}})->minPasswordChars();
     });
     checkInteger([](const ParseValue& value) {
-        return read(ParseDictionary{{"MAX", value}})->maxPasswordChars();
+        return signOnInfoIn(ParseDictionary{{"MAX", value}})->maxPasswordChars();
     });
-    const auto info = read(parsed("<MIN>32<MAX>4"));
+    const auto info = signOnInfoIn(parsed("<MIN>32<MAX>4"));
     CHECK(info->minPasswordChars() == 32);
     CHECK(info->maxPasswordChars() == 4);
     CHECK(described("MAX", "9").find("\n   minPasswordChars = 0\n   maxPasswordChars = 9\n") !=
@@ -167,7 +168,7 @@ TEST_CASE("a realm's characters are read from exact words") {
     };
     for (const Row& row : rows) {
         CAPTURE(shown(row.value.text()));
-        CHECK(read(ParseDictionary{{"CHARTYPE", row.value}})->allowedPasswordCharacters() == row.set);
+        CHECK(signOnInfoIn(ParseDictionary{{"CHARTYPE", row.value}})->allowedPasswordCharacters() == row.set);
         CHECK(Info::ofxCharacterSetToString(row.set) == row.display);
         CHECK(described("CHARTYPE", row.value)
                   .find(std::string("\n   allowedPasswordChars = ") + row.display + "\n") !=
@@ -183,10 +184,11 @@ TEST_CASE("numbers that are no character set are unknown") {
 }
 
 TEST_CASE("a realm describes every field, also those without a getter") {
-    CHECK(read(parsed("<SIGNONREALM>MyRealm<MIN>4<MAX>32<CHARTYPE>ALPHAONLY<CASESEN>Y<SPECIAL>N<SPACES>Y"
-                      "<PINCH>N<CHGPINFIRST>Y<USERCRED1LABEL>Maiden name<USERCRED2LABEL>Town"
-                      "<CLIENTUIDREQ>Y<AUTHTOKENFIRST>Y<AUTHTOKENLABEL>Token"
-                      "<AUTHTOKENINFOURL>https://token.example<MFACHALLENGESUPT>Y<MFACHALLENGEFIRST>N"))
+    CHECK(signOnInfoIn(
+              parsed("<SIGNONREALM>MyRealm<MIN>4<MAX>32<CHARTYPE>ALPHAONLY<CASESEN>Y<SPECIAL>N<SPACES>Y"
+                     "<PINCH>N<CHGPINFIRST>Y<USERCRED1LABEL>Maiden name<USERCRED2LABEL>Town"
+                     "<CLIENTUIDREQ>Y<AUTHTOKENFIRST>Y<AUTHTOKENLABEL>Token"
+                     "<AUTHTOKENINFOURL>https://token.example<MFACHALLENGESUPT>Y<MFACHALLENGEFIRST>N"))
               ->description() ==
           "TvOFXSignOnInfo"
           "\n   signonRealm = MyRealm"
@@ -221,7 +223,7 @@ TEST_CASE("a realm's fields can be set") {
 }
 
 TEST_CASE("a realm renders and archives what an aggregate does") {
-    const auto info = read(parsed("<SIGNONREALM>MyRealm<MIN>4"));
+    const auto info = signOnInfoIn(parsed("<SIGNONREALM>MyRealm<MIN>4"));
     CHECK(info->ofxString() == "<SIGNONREALM>MyRealm\n<MIN>4\n");
     CHECK(archivesLikeItsBase(*info));
 }

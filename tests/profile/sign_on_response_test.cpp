@@ -13,7 +13,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-std::shared_ptr<TvOFXSignOnResponse> read(const std::optional<ParseDictionary>& node) {
+std::shared_ptr<TvOFXSignOnResponse> signOnIn(const std::optional<ParseDictionary>& node) {
     return TvOFXSignOnResponse::initWithParseDict(node);
 }
 
@@ -22,16 +22,16 @@ constexpr const char* kFull =
     "<TSKEYEXPIRE>20240201<LANGUAGE>ENG<DTPROFUP>20231115<DTACCTUP>20231116"
     "<FI><ORG>Big Bank<FID>1001</FI><SESSCOOKIE>C-SECRET<ACCESSKEY>A-SECRET";
 
-struct TextField {
+struct SignOnText {
     const char* element;
     OptionalText (TvOFXSignOnResponse::*get)() const noexcept;
     void (TvOFXSignOnResponse::*set)(TextArgument);
 };
 using Self = TvOFXSignOnResponse;
-const std::array<TextField, 4> kTexts{{{"LANGUAGE", &Self::language, &Self::setLanguage},
-                                       {"USERKEY", &Self::userKey, &Self::setUserKey},
-                                       {"SESSCOOKIE", &Self::sessionCookie, &Self::setSessionCookie},
-                                       {"ACCESSKEY", &Self::accessKey, &Self::setAccessKey}}};
+const std::array<SignOnText, 4> kSignOnTexts{{{"LANGUAGE", &Self::language, &Self::setLanguage},
+                                              {"USERKEY", &Self::userKey, &Self::setUserKey},
+                                              {"SESSCOOKIE", &Self::sessionCookie, &Self::setSessionCookie},
+                                              {"ACCESSKEY", &Self::accessKey, &Self::setAccessKey}}};
 
 struct DateField {
     const char* element;
@@ -47,7 +47,7 @@ const std::array<DateField, 4> kDates{
 }  // namespace
 
 TEST_CASE("a sign-on response reads all its elements") {
-    const auto response = read(parsed(kFull));
+    const auto response = signOnIn(parsed(kFull));
     CHECK(shown(response->dateOfServer()) == "2024-01-31 17:05:00.000");
     CHECK(shown(response->userKey()) == "U-SECRET");
     CHECK(shown(response->tskeyExpire()) == "2024-02-01 00:00:00.000");
@@ -65,9 +65,9 @@ TEST_CASE("a sign-on response reads all its elements") {
 }
 
 TEST_CASE("a sign-on response without a node is empty") {
-    const auto response = read(std::nullopt);
+    const auto response = signOnIn(std::nullopt);
     REQUIRE(response);
-    for (const TextField& field : kTexts) CHECK_FALSE(((*response).*field.get)());
+    for (const SignOnText& field : kSignOnTexts) CHECK_FALSE(((*response).*field.get)());
     for (const DateField& field : kDates) CHECK_FALSE(((*response).*field.get)());
     CHECK_FALSE(response->financialInstitutionID());
     CHECK_FALSE(response->status());
@@ -75,10 +75,10 @@ TEST_CASE("a sign-on response without a node is empty") {
 }
 
 TEST_CASE("a sign-on response keeps texts as they stand, empty ones too, and nothing else") {
-    for (const TextField& field : kTexts) {
+    for (const SignOnText& field : kSignOnTexts) {
         CAPTURE(field.element);
         const auto value = [&field](const ParseValue& given) {
-            return shown(((*read(ParseDictionary{{field.element, given}})).*field.get)());
+            return shown(((*signOnIn(ParseDictionary{{field.element, given}})).*field.get)());
         };
         CHECK(value(" kept ") == " kept ");
         CHECK(value("") == "");
@@ -92,7 +92,7 @@ TEST_CASE("a sign-on response keeps dates that convert, and nothing else") {
     for (const DateField& field : kDates) {
         CAPTURE(field.element);
         const auto value = [&field](const ParseValue& given) {
-            return shown(((*read(ParseDictionary{{field.element, given}})).*field.get)());
+            return shown(((*signOnIn(ParseDictionary{{field.element, given}})).*field.get)());
         };
         CHECK(value("20240131170500.000[-5:EST]") == "2024-01-31 17:05:00.000");
         CHECK(value("garbage") == "nothing");
@@ -103,37 +103,37 @@ TEST_CASE("a sign-on response keeps dates that convert, and nothing else") {
 }
 
 TEST_CASE("a sign-on response compares element names with their case") {
-    const auto response = read(ParseDictionary{{"language", "ENG"}, {"Dtserver", "20240131"}});
+    const auto response = signOnIn(ParseDictionary{{"language", "ENG"}, {"Dtserver", "20240131"}});
     CHECK_FALSE(response->language());
     CHECK_FALSE(response->dateOfServer());
 }
 
 TEST_CASE("an empty language element leaves the language empty") {
-    CHECK_FALSE(read(parsed("<LANGUAGE></LANGUAGE><USERKEY>K"))->language());
+    CHECK_FALSE(signOnIn(parsed("<LANGUAGE></LANGUAGE><USERKEY>K"))->language());
 }
 
 TEST_CASE("an institution that is no aggregate counts as missing") {
     const ParseDictionary bank{{"ORG", "Big Bank"}};
-    CHECK_FALSE(read(ParseDictionary{{"FI", "Big Bank"}})->financialInstitutionID());
-    CHECK_FALSE(read(ParseDictionary{{"FI", ParseValue::array({bank, bank})}})->financialInstitutionID());
+    CHECK_FALSE(signOnIn(ParseDictionary{{"FI", "Big Bank"}})->financialInstitutionID());
+    CHECK_FALSE(signOnIn(ParseDictionary{{"FI", ParseValue::array({bank, bank})}})->financialInstitutionID());
 }
 
 TEST_CASE("an institution without a name is an object with both fields empty") {
-    const auto response = read(parsed("<FI><FID>1001</FI>"));
+    const auto response = signOnIn(parsed("<FI><FID>1001</FI>"));
     REQUIRE(response->financialInstitutionID());
     CHECK_FALSE(response->financialInstitutionID()->organization());
     CHECK_FALSE(response->financialInstitutionID()->fid());
-    CHECK(read(parsed("<FI></FI>"))->financialInstitutionID());
+    CHECK(signOnIn(parsed("<FI></FI>"))->financialInstitutionID());
 }
 
 TEST_CASE("every field of a sign-on response can be set") {
     TvOFXSignOnResponse response;
-    for (const TextField& field : kTexts) {
+    for (const SignOnText& field : kSignOnTexts) {
         CAPTURE(field.element);
         (response.*field.set)(field.element);
         CHECK(shown((response.*field.get)()) == field.element);
     }
-    for (const TextField& field : kTexts) CHECK(shown((response.*field.get)()) == field.element);
+    for (const SignOnText& field : kSignOnTexts) CHECK(shown((response.*field.get)()) == field.element);
     unsigned day = 1;
     for (const DateField& field : kDates) (response.*field.set)(utc(2024, 1, day++));
     day = 1;
@@ -149,7 +149,7 @@ TEST_CASE("every field of a sign-on response can be set") {
 }
 
 TEST_CASE("a sign-on response writes its elements in a fixed order, dates in their default form") {
-    CHECK(read(parsed(kFull))->ofxString() ==
+    CHECK(signOnIn(parsed(kFull))->ofxString() ==
           "<SONRS>\n"
           "<STATUS>\n<CODE>0\n<SEVERITY>INFO\n</STATUS>\n"
           "<DTSERVER>2024-01-31 17:05:00 +0000\n"
@@ -171,7 +171,7 @@ TEST_CASE("a sign-on response writes (null) for an absent status, server time an
 
 TEST_CASE("a sign-on response with status and server time alone writes the language as (null)") {
     const auto response =
-        read(parsed("<STATUS><CODE>0<SEVERITY>INFO</STATUS><DTSERVER>20240131170500.000[-5:EST]"));
+        signOnIn(parsed("<STATUS><CODE>0<SEVERITY>INFO</STATUS><DTSERVER>20240131170500.000[-5:EST]"));
     CHECK(shown(response->dateOfServer()) == "2024-01-31 17:05:00.000");
     CHECK_FALSE(response->language());
     CHECK(response->ofxString() ==
@@ -181,13 +181,13 @@ TEST_CASE("a sign-on response with status and server time alone writes the langu
 
 TEST_CASE("a sign-on response writes empty texts as empty elements") {
     TvOFXSignOnResponse response;
-    for (const TextField& field : kTexts) (response.*field.set)("");
+    for (const SignOnText& field : kSignOnTexts) (response.*field.set)("");
     CHECK(response.ofxString() ==
           "<SONRS>\n(null)<DTSERVER>(null)\n<USERKEY>\n<LANGUAGE>\n<SESSCOOKIE>\n<ACCESSKEY>\n</SONRS>\n");
 }
 
 TEST_CASE("a sign-on response never closes its leaves and hands its version to nobody") {
-    const auto response = read(parsed(kFull));
+    const auto response = signOnIn(parsed(kFull));
     const std::string text = response->ofxString();
     response->setOfxVersion(211);
     CHECK(response->ofxString() == text);
@@ -196,7 +196,7 @@ TEST_CASE("a sign-on response never closes its leaves and hands its version to n
 }
 
 TEST_CASE("a sign-on response describes itself on one line and keeps its secrets") {
-    const std::string description = read(parsed(kFull))->description();
+    const std::string description = signOnIn(parsed(kFull))->description();
     CHECK(description ==
           "Sign On Response: [Status: 0 [INFO]] Language:ENG ServerTime:2024-01-31 17:05:00 +0000"
           " TvOFXFinancialInstitutionIdentification = 1001/Big Bank"
@@ -213,7 +213,7 @@ TEST_CASE("a sign-on response describes only what is there") {
     CHECK(response.description() == "Sign On Response:");
     response.setLanguage("FRA");
     CHECK(response.description() == "Sign On Response: Language:FRA");
-    CHECK(read(parsed("<FI><ORG>Big Bank<FID>1001</FI>"))->description() ==
+    CHECK(signOnIn(parsed("<FI><ORG>Big Bank<FID>1001</FI>"))->description() ==
           "Sign On Response: TvOFXFinancialInstitutionIdentification = 1001/Big Bank");
 }
 
@@ -240,27 +240,28 @@ TEST_CASE("a sign-on response writes and describes each field alone when it alon
     };
     const auto check = [](const Row& row, const std::string& elements) {
         CAPTURE(row.node);
-        const auto response = read(parsed(row.node));
+        const auto response = signOnIn(parsed(row.node));
         CHECK(response->ofxString() == "<SONRS>\n(null)" + elements + "</SONRS>\n");
         CHECK(response->description() == std::string("Sign On Response:") + row.description);
     };
     for (const Row& row : beforeLanguage) check(row, std::string(kServer) + row.text + kLanguage);
     for (const Row& row : behindLanguage) check(row, std::string(kServer) + kLanguage + row.text);
-    CHECK(read(parsed("<DTSERVER>20240201"))->description() ==
+    CHECK(signOnIn(parsed("<DTSERVER>20240201"))->description() ==
           "Sign On Response: ServerTime:2024-02-01 00:00:00 +0000");
-    CHECK(read(parsed("<STATUS><CODE>0<SEVERITY>INFO</STATUS>"))->description() ==
+    CHECK(signOnIn(parsed("<STATUS><CODE>0<SEVERITY>INFO</STATUS>"))->description() ==
           "Sign On Response: [Status: 0 [INFO]]");
 }
 
 TEST_CASE("a sign-on response archives what an aggregate does") {
-    CHECK(archivesLikeItsBase(*read(parsed(kFull))));
+    CHECK(archivesLikeItsBase(*signOnIn(parsed(kFull))));
 }
 
 TEST_CASE("a sign-on response converts with the shared helper") {
     const auto formatter =
         std::make_shared<ScriptedDateFormatter>([](std::string_view) { return utc(1999, 12, 31); });
     const SharedDateFormatter guard(formatter);
-    CHECK(shown(read(ParseDictionary{{"DTSERVER", "today"}})->dateOfServer()) == "1999-12-31 00:00:00.000");
+    CHECK(shown(signOnIn(ParseDictionary{{"DTSERVER", "today"}})->dateOfServer()) ==
+          "1999-12-31 00:00:00.000");
     CHECK(formatter->asked() == std::vector<std::string>{"today"});
 }
 

@@ -7,6 +7,8 @@
 
 using namespace brackwell;
 
+namespace nearest_place {
+
 namespace {
 
 const std::string kHeader = "OFXHEADER:100\nDATA:OFXSGML\nVERSION:102\n\n";
@@ -35,14 +37,14 @@ std::string bankInfo(const std::string& id) {
     return in("BANKACCTINFO", account(id) + "<SUPTXDL>Y<XFERSRC>N<XFERDEST>N<SVCSTATUS>ACTIVE");
 }
 
-struct Row {
+struct PlaceRow {
     const char* name;
     std::string before;
     std::string after;
 };
 
-void checkRows(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
+void checkRows(const std::vector<PlaceRow>& rows) {
+    for (const PlaceRow& row : rows) {
         CAPTURE(row.name);
         const RepairedText repaired = repairOFXText(row.before, RepairScope::structure);
         CHECK(repaired.text == row.after);
@@ -196,3 +198,5 @@ TEST_CASE("an open tag inside of what belongs in it is moved, and leaves nothing
               "<BANKACCTINFO> is nested too deep; it starts at the first element that belongs in it");
     }
 }
+
+}  // namespace nearest_place

@@ -13,7 +13,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-struct Row {
+struct RepairRow {
     std::string text;
     std::string repaired;
     std::vector<RepairKind> kinds;
@@ -22,8 +22,8 @@ struct Row {
 using enum RepairKind;
 
 /// Checks what becomes of texts that do not read, and why.
-void checkAll(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
+void checkAll(const std::vector<RepairRow>& rows) {
+    for (const RepairRow& row : rows) {
         CAPTURE(row.text);
         const RepairedText repaired = repairOFXText(row.text);
         CHECK(repaired.text == row.repaired);
@@ -34,8 +34,8 @@ void checkAll(const std::vector<Row>& rows) {
 }
 
 /// Checks what becomes of the tags of bodies, wherever their elements stand.
-void checkTags(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
+void checkTags(const std::vector<RepairRow>& rows) {
+    for (const RepairRow& row : rows) {
         CAPTURE(row.text);
         const repair::Edits edits = repair::tagEdits(row.text);
         CHECK(repair::applied(row.text, edits) == row.repaired);

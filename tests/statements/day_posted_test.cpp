@@ -11,7 +11,7 @@ using namespace std::chrono;
 
 namespace {
 
-std::shared_ptr<const TvOFXStatementTransaction> posted(std::string_view date) {
+std::shared_ptr<const TvOFXStatementTransaction> dated(std::string_view date) {
     return TvOFXStatementTransaction::initWithParserDict(ParseDictionary{{"DTPOSTED", date}});
 }
 
@@ -32,8 +32,8 @@ TEST_CASE("the day of a transaction is that of UTC, unless another zone is given
              {"19691231", hours(0), 1969y / 12 / 31},
          }) {
         CAPTURE(row.date);
-        CHECK(posted(row.date)->dayPosted(TimeZone::fixed(row.offset)) == row.day);
-        if (row.offset == hours(0)) CHECK(posted(row.date)->dayPosted() == row.day);
+        CHECK(dated(row.date)->dayPosted(TimeZone::fixed(row.offset)) == row.day);
+        if (row.offset == hours(0)) CHECK(dated(row.date)->dayPosted() == row.day);
     }
 }
 
@@ -54,7 +54,7 @@ TEST_CASE("the day of a transaction in the system's zone is that of its sort key
 
 TEST_CASE("a transaction without a date has no day, and one outside of the calendar neither") {
     CHECK_FALSE(TvOFXStatementTransaction().dayPosted());
-    CHECK_FALSE(posted("soon")->dayPosted());
+    CHECK_FALSE(dated("soon")->dayPosted());
     TvOFXStatementTransaction transaction;
     const auto dayAt = [&](Date date) {
         transaction.setDatePosted(date);

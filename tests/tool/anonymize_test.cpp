@@ -10,7 +10,7 @@ using namespace brackwell::tests;
 
 namespace {
 
-const std::string kDocument = transactionsWith(
+const std::string kRent = transactionsWith(
     "<STMTTRN><TRNTYPE>POS<DTPOSTED>20240228<TRNAMT>-88.31<FITID>4711081500<NAME>Jane Miller<MEMO>Rent"
     "</STMTTRN>");
 
@@ -23,13 +23,13 @@ bool saysWho(const std::string& text) {
 }  // namespace
 
 TEST_CASE("anonymize writes a document of the same shape that does not say who") {
-    const Finished finished = tool({"anonymize", "-"}, kDocument);
+    const Finished finished = tool({"anonymize", "-"}, kRent);
     CHECK(finished.status == 0);
-    CHECK(finished.output.size() == kDocument.size());
+    CHECK(finished.output.size() == kRent.size());
     CHECK_FALSE(saysWho(finished.output));
     CHECK(contains(finished.output, "<TRNTYPE>POS<DTPOSTED>20240228<TRNAMT>-"));
     CHECK(finished.error == "");
-    const Json before = Json::parse(tool({"json", "-"}, kDocument).output);
+    const Json before = Json::parse(tool({"json", "-"}, kRent).output);
     const Json after = Json::parse(tool({"json", "-"}, finished.output).output);
     CHECK(after["responses"].size() == before["responses"].size());
     CHECK(after["findings"].size() == before["findings"].size());
@@ -51,14 +51,14 @@ TEST_CASE("anonymize takes a file that cannot be read, and says that it cannot")
 
 TEST_CASE("anonymize writes several files into a folder, under names that say nothing") {
     const TemporaryFolder folder;
-    folder.file("in/Jane.ofx", kDocument);
-    folder.file("in/Miller.QFX", kDocument);
+    folder.file("in/Jane.ofx", kRent);
+    folder.file("in/Miller.QFX", kRent);
     const std::string out = folder.path() + "/out/deep";
     const Finished finished = tool({"anonymize", folder.path() + "/in", "--into", out});
     CHECK(finished.status == 0);
     CHECK(finished.output == "");
     const std::string first = folder.read("out/deep/anonymous-1.ofx");
-    CHECK(first.size() == kDocument.size());
+    CHECK(first.size() == kRent.size());
     CHECK_FALSE(saysWho(first));
     CHECK(folder.read("out/deep/anonymous-2.qfx") == first);
     struct stat status {};

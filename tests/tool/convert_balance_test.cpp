@@ -17,8 +17,8 @@ std::string moved(const std::string& day, const std::string& amount, const std::
 }
 
 /// A statement of an account with a period, transactions and a balance.
-std::string statement(const std::string& number, const std::string& period, const std::string& transactions,
-                      const std::string& balance, const std::string& currency = "USD") {
+std::string checking(const std::string& number, const std::string& period, const std::string& transactions,
+                     const std::string& balance, const std::string& currency = "USD") {
     const std::string ends =
         period.empty() ? "" : "<DTSTART>" + period.substr(0, 8) + "<DTEND>" + period.substr(9);
     const std::string stated = balance.empty() ? ""
@@ -29,16 +29,12 @@ std::string statement(const std::string& number, const std::string& period, cons
            stated + "</STMTRS></STMTTRNRS>";
 }
 
-std::string documentOf(const std::string& statements) {
-    return version1("<BANKMSGSRSV1>" + statements + "</BANKMSGSRSV1>");
-}
-
-const std::string kJanuary = documentOf(statement(
+const std::string kJanuary = bankDocument(checking(
     "A1", "20240101 20240131", moved("20240110", "-10", "1") + moved("20240120", "30", "2"), "20240131 120"));
 const std::string kFebruary =
-    documentOf(statement("A1", "20240201 20240229", moved("20240205", "-5", "3"), "20240229 115"));
+    bankDocument(checking("A1", "20240201 20240229", moved("20240205", "-5", "3"), "20240229 115"));
 const std::string kMarch =
-    documentOf(statement("A1", "20240301 20240331", moved("20240305", "-7", "4"), "20240331 108"));
+    bankDocument(checking("A1", "20240301 20240331", moved("20240305", "-7", "4"), "20240331 108"));
 
 /// A conversion of documents, in the order of their names.
 Finished convert(const std::vector<std::string>& documents, const std::string& format = "hledger",
@@ -118,7 +114,7 @@ TEST_CASE("a balance of a day that the documents do not cover is a comment, and 
         CAPTURE(row.period);
         CAPTURE(row.balance);
         const Finished finished =
-            convert({documentOf(statement("A1", row.period, moved("20240110", "-10", "1"), row.balance))});
+            convert({bankDocument(checking("A1", row.period, moved("20240110", "-10", "1"), row.balance))});
         CHECK(contains(finished.output, " 0.00 USD = 120.00 USD") == row.isAsserted);
         CHECK(contains(finished.output, "Opening balance") == row.isAsserted);
         CHECK(contains(finished.error,
@@ -134,7 +130,7 @@ TEST_CASE("a balance of a day that the documents do not cover is a comment, and 
 
 TEST_CASE("transactions that come after a balance of their day do not contradict it") {
     const std::string later =
-        documentOf(statement("A1", "20240131 20240229", moved("20240131", "-20", "9"), "20240229 100"));
+        bankDocument(checking("A1", "20240131 20240229", moved("20240131", "-20", "9"), "20240229 100"));
     const Finished finished = convert({kJanuary, later});
     CHECK(finished.error == "");
     CHECK(contains(finished.output,
@@ -176,7 +172,7 @@ const std::string kToA = "<BANKACCTTO><BANKID>1<ACCTID>A1<ACCTTYPE>CHECKING</BAN
 
 /// A document of two accounts with these transactions.
 std::string twoAccounts(const std::string& ofA, const std::string& ofB) {
-    return documentOf(statement("A1", "", ofA, "") + statement("B2", "", ofB, ""));
+    return bankDocument(checking("A1", "", ofA, "") + checking("B2", "", ofB, ""));
 }
 
 }  // namespace
@@ -233,9 +229,9 @@ TEST_CASE(
     "where one end of a transfer is in the journal, the other one meets it in the account of transfers") {
     const TemporaryFolder folder;
     const std::string one =
-        folder.file("a.ofx", documentOf(statement("A1", "", moved("20240110", "-10", "1", kToB), "")));
+        folder.file("a.ofx", bankDocument(checking("A1", "", moved("20240110", "-10", "1", kToB), "")));
     const std::string two =
-        folder.file("b.ofx", documentOf(statement("B2", "", moved("20240110", "10", "2"), "")));
+        folder.file("b.ofx", bankDocument(checking("B2", "", moved("20240110", "10", "2"), "")));
     const std::string first = journalOf("hledger", {one});
     CHECK(contains(first, "    Equity:Transfers  10.00 USD\n"));
     const std::string journal = folder.file("main.journal", first);

@@ -21,10 +21,6 @@ std::string bankStatement(const std::string& bank, const std::string& number, co
            "</BANKTRANLIST></STMTRS></STMTTRNRS>";
 }
 
-std::string bankDocument(const std::string& statements) {
-    return version1("<BANKMSGSRSV1>" + statements + "</BANKMSGSRSV1>");
-}
-
 /// What a conversion with this file of names ends with.
 Finished withMap(const std::string& map, const std::string& document, const std::string& format = "hledger") {
     const TemporaryFolder folder;
@@ -43,7 +39,7 @@ std::vector<std::string> accountsIn(const std::string& journal) {
     return accounts;
 }
 
-using Names = std::vector<std::string>;
+using AccountNames = std::vector<std::string>;
 
 }  // namespace
 
@@ -80,7 +76,7 @@ TEST_CASE("different accounts of one number are told apart, and that is said") {
         bankDocument(bankStatement("1", "5", "CHECKING") + bankStatement("1", "5", "SAVINGS"));
     const TemporaryFolder folder;
     const Finished finished = tool({"convert", folder.file("a.ofx", document)});
-    const Names names = accountsIn(finished.output);
+    const AccountNames names = accountsIn(finished.output);
     REQUIRE(names.size() == 3);
     CHECK(names[0].starts_with("Assets:Bank:5-"));
     CHECK(names[1].starts_with("Assets:Bank:5-"));
@@ -91,7 +87,8 @@ TEST_CASE("different accounts of one number are told apart, and that is said") {
     // One number with two currencies is one account that has both.
     const std::string currencies =
         bankDocument(bankStatement("1", "5", "CHECKING") + bankStatement("1", "5", "CHECKING", "EUR"));
-    CHECK(accountsIn(journalOfDocument("hledger", currencies)) == Names{"Assets:Bank:5", "Expenses:Unknown"});
+    CHECK(accountsIn(journalOfDocument("hledger", currencies)) ==
+          AccountNames{"Assets:Bank:5", "Expenses:Unknown"});
 }
 
 TEST_CASE("accounts have the names of the map, by number, by its end, or with the bank") {

@@ -6,8 +6,8 @@ using namespace brackwell::tests;
 namespace {
 
 /// A transaction with these elements after the usual ones.
-std::string transaction(const std::string& amount, const std::string& elements = "",
-                        const std::string& date = "20240301") {
+std::string posted(const std::string& amount, const std::string& elements = "",
+                   const std::string& date = "20240301") {
     return "<STMTTRN><TRNTYPE>POS<DTPOSTED>" + date + "<TRNAMT>" + amount + elements + "</STMTTRN>";
 }
 
@@ -23,7 +23,7 @@ std::vector<std::string> rowsOf(std::vector<std::string> options, const std::str
 }  // namespace
 
 TEST_CASE("a table has the columns that are named, in their order") {
-    const std::string document = transactionsWith(transaction("-6.40", "<FITID>7<NAME>Cafe<MEMO>a, b"));
+    const std::string document = transactionsWith(posted("-6.40", "<FITID>7<NAME>Cafe<MEMO>a, b"));
     struct Row {
         std::string columns;
         std::string table;
@@ -94,13 +94,13 @@ TEST_CASE("the help has the name of every column") {
 
 TEST_CASE("dates without a time of day can be days") {
     const std::vector<std::string> options{"--days", "--columns", "datePosted"};
-    CHECK(rowsOf(options, transaction("1", "", "20240301")) == std::vector<std::string>{"2024-03-01"});
-    CHECK(rowsOf(options, transaction("1", "", "20240301000000")) == std::vector<std::string>{"2024-03-01"});
-    CHECK(rowsOf(options, transaction("1", "", "20240301120000")) ==
+    CHECK(rowsOf(options, posted("1", "", "20240301")) == std::vector<std::string>{"2024-03-01"});
+    CHECK(rowsOf(options, posted("1", "", "20240301000000")) == std::vector<std::string>{"2024-03-01"});
+    CHECK(rowsOf(options, posted("1", "", "20240301120000")) ==
           std::vector<std::string>{"2024-03-01T12:00:00.000Z"});
-    CHECK(rowsOf(options, transaction("1", "", "20240301000000.001")) ==
+    CHECK(rowsOf(options, posted("1", "", "20240301000000.001")) ==
           std::vector<std::string>{"2024-03-01T00:00:00.001Z"});
-    CHECK(rowsOf({"--columns", "datePosted"}, transaction("1")) ==
+    CHECK(rowsOf({"--columns", "datePosted"}, posted("1")) ==
           std::vector<std::string>{"2024-03-01T00:00:00.000Z"});
 }
 
@@ -125,15 +125,14 @@ TEST_CASE("amounts can have the decimals of the document") {
                                            {"1e3", "1000", "1000"},
                                            {"1.50e1", "15", "15"}}) {
         CAPTURE(row.written);
-        CHECK(rowsOf({"--columns", "amount"}, transaction(row.written)) ==
-              std::vector<std::string>{row.shortest});
-        CHECK(rowsOf({"--columns", "amount", "--decimals"}, transaction(row.written)) ==
+        CHECK(rowsOf({"--columns", "amount"}, posted(row.written)) == std::vector<std::string>{row.shortest});
+        CHECK(rowsOf({"--columns", "amount", "--decimals"}, posted(row.written)) ==
               std::vector<std::string>{row.withDecimals});
     }
 }
 
 TEST_CASE("fields stand in quotes where they have the delimiter or the mark of decimals is it") {
-    const std::string one = transaction("-6.40", "<NAME>a;b, c<MEMO>tab\there");
+    const std::string one = posted("-6.40", "<NAME>a;b, c<MEMO>tab\there");
     struct Row {
         std::vector<std::string> options;
         std::string fields;
@@ -154,14 +153,14 @@ TEST_CASE("fields stand in quotes where they have the delimiter or the mark of d
 }
 
 TEST_CASE("the mark of decimals that are written is not that of decimals that are read") {
-    CHECK(rowsOf({"--columns", "amount", "--decimal-separator", ",", "--decimal-mark", "."},
-                 transaction("1,5")) == std::vector<std::string>{"1.5"});
-    CHECK(rowsOf({"--columns", "amount", "--decimal-mark", ","}, transaction("1.5")) ==
+    CHECK(rowsOf({"--columns", "amount", "--decimal-separator", ",", "--decimal-mark", "."}, posted("1,5")) ==
+          std::vector<std::string>{"1.5"});
+    CHECK(rowsOf({"--columns", "amount", "--decimal-mark", ","}, posted("1.5")) ==
           std::vector<std::string>{"\"1,5\""});
 }
 
 TEST_CASE("raw values have no apostrophe before them") {
-    const std::string one = transaction("1", "<FITID>-ab-1<NAME>=1+1<MEMO>-memo-message-");
+    const std::string one = posted("1", "<FITID>-ab-1<NAME>=1+1<MEMO>-memo-message-");
     const std::vector<std::string> guarded{"'-ab-1,'=1+1,'-memo-message-"};
     const std::vector<std::string> raw{"-ab-1,=1+1,-memo-message-"};
     CHECK(rowsOf({"--columns", "fiTransactionID,payeeName,memo"}, one) == guarded);
@@ -186,9 +185,9 @@ TEST_CASE("the formats hold for tables of investments, too") {
 
 TEST_CASE("a table of several files can be without what stands in two of them") {
     const TemporaryFolder folder;
-    const std::string coffee = transaction("-3.20", "<FITID>1<NAME>Cafe");
-    const std::string rent = transaction("-900", "<FITID>2<NAME>Rent");
-    const std::string salary = transaction("2500", "<FITID>3<NAME>Salary", "20240320");
+    const std::string coffee = posted("-3.20", "<FITID>1<NAME>Cafe");
+    const std::string rent = posted("-900", "<FITID>2<NAME>Rent");
+    const std::string salary = posted("2500", "<FITID>3<NAME>Salary", "20240320");
     folder.file("a.ofx", transactionsWith(coffee + rent));
     folder.file("b.ofx", transactionsWith(rent + salary));
     Command command =
@@ -204,8 +203,8 @@ TEST_CASE("a table of several files can be without what stands in two of them") 
 
 TEST_CASE("a table without duplicates says what it leaves out, and which files were not read") {
     const TemporaryFolder folder;
-    folder.file("a.ofx", transactionsWith(transaction("-1", "<FITID>1<CURRENCY>CHF")));
-    folder.file("b.ofx", transactionsWith(transaction("-1", "<FITID>1<CURRENCY>CHF")));
+    folder.file("a.ofx", transactionsWith(posted("-1", "<FITID>1<CURRENCY>CHF")));
+    folder.file("b.ofx", transactionsWith(posted("-1", "<FITID>1<CURRENCY>CHF")));
     Command command =
         toolCommand({"csv", "--unique", "a.ofx", "b.ofx", "c.ofx", examplePath("investments.ofx")});
     command.directory = folder.path();

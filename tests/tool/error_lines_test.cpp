@@ -22,12 +22,6 @@ std::string explanationOf(const std::string& document, std::map<std::string, std
     return begin == std::string::npos ? "" : error.substr(begin + 1);
 }
 
-std::string lineWith(const std::string& text, const std::string& part) {
-    for (const std::string& line : linesOf(text))
-        if (contains(line, part)) return line;
-    return "";
-}
-
 }  // namespace
 
 TEST_CASE("a document that does not read is explained with both places, the lines there and what to do") {

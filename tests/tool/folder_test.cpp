@@ -8,18 +8,9 @@ using namespace brackwell::tests;
 
 namespace {
 
-std::string documentOf(const std::string& payee) {
+std::string paidTo(const std::string& payee) {
     return transactionsWith("<STMTTRN><TRNTYPE>POS<DTPOSTED>20240301<TRNAMT>-1<FITID>1<NAME>" + payee +
                             "</STMTTRN>");
-}
-
-/// The tool in a folder.
-Finished toolIn(const std::string& folder, std::vector<std::string> arguments,
-                const std::string& input = {}) {
-    Command command = toolCommand(std::move(arguments));
-    command.directory = folder;
-    command.input = input;
-    return run(command);
 }
 
 /// The files that `json` writes of.
@@ -33,10 +24,10 @@ std::vector<std::string> filesIn(const std::string& output) {
 
 TEST_CASE("a folder stands for the documents in it and below it, in the order of names") {
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("A"));
-    folder.file("in/April.QFX", documentOf("B"));
-    folder.file("in/2023/old", documentOf("C"));
-    folder.file("in/2023/deep/er/x.txt", "Dear customer,\n" + documentOf("D"));
+    folder.file("in/july.ofx", paidTo("A"));
+    folder.file("in/April.QFX", paidTo("B"));
+    folder.file("in/2023/old", paidTo("C"));
+    folder.file("in/2023/deep/er/x.txt", "Dear customer,\n" + paidTo("D"));
     for (const char* name : {"in", "in/", "./in"}) {
         CAPTURE(name);
         const Finished finished = toolIn(folder.path(), {"json", "--quiet", name});
@@ -51,7 +42,7 @@ TEST_CASE("a folder stands for the documents in it and below it, in the order of
 
 TEST_CASE("every command of several files takes a folder") {
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("Cafe"));
+    folder.file("in/july.ofx", paidTo("Cafe"));
     for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         if (hasOption(command, "--into")) continue;
@@ -65,7 +56,7 @@ TEST_CASE("every command of several files takes a folder") {
 
 TEST_CASE("what a folder has besides documents is named, unless that is not asked for") {
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("A"));
+    folder.file("in/july.ofx", paidTo("A"));
     folder.file("in/bill.pdf", "%PDF-1.4");
     const std::string one = "in: 1 file is not read, as no OFX document: bill.pdf.\n";
     CHECK(toolIn(folder.path(), {"json", "in"}).error == one);
@@ -81,7 +72,7 @@ TEST_CASE("what a folder has besides documents is named, unless that is not aske
 
 TEST_CASE("a file with the name of a document is read, so that its error is said") {
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("A"));
+    folder.file("in/july.ofx", paidTo("A"));
     folder.file("in/june.qfx", "<html><body>Please sign in</body></html>");
     const Finished finished = toolIn(folder.path(), {"json", "in"});
     CHECK(finished.status == 1);
@@ -91,7 +82,7 @@ TEST_CASE("a file with the name of a document is read, so that its error is said
 
 TEST_CASE("a folder without a document is an error, and the other files are still done") {
     const TemporaryFolder folder;
-    folder.file("july.ofx", documentOf("A"));
+    folder.file("july.ofx", paidTo("A"));
     folder.file("in/a.txt", "text");
     const std::string said =
         "in: There is no OFX document in this folder.\nin: 1 file is not read, as no OFX document: a.txt.\n";
@@ -108,8 +99,8 @@ TEST_CASE("a folder without a document is an error, and the other files are stil
 
 TEST_CASE("links to folders and pipes are not followed, links to files are") {
     const TemporaryFolder folder;
-    folder.file("july.ofx", documentOf("A"));
-    folder.file("in/sub/june.ofx", documentOf("B"));
+    folder.file("july.ofx", paidTo("A"));
+    folder.file("in/sub/june.ofx", paidTo("B"));
     std::filesystem::create_symlink("..", folder.path("in/sub/up"));
     std::filesystem::create_symlink("../july.ofx", folder.path("in/link"));
     std::filesystem::create_symlink("nothing", folder.path("in/lost.ofx"));
@@ -125,8 +116,8 @@ TEST_CASE("links to folders and pipes are not followed, links to files are") {
 TEST_CASE("what may not be looked into is an error") {
     if (::geteuid() == 0) return;  // who may do everything
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("A"));
-    folder.file("in/closed/x.ofx", documentOf("B"));
+    folder.file("in/july.ofx", paidTo("A"));
+    folder.file("in/closed/x.ofx", paidTo("B"));
     std::filesystem::permissions(folder.path("in/closed"), std::filesystem::perms::none);
     const Finished finished = toolIn(folder.path(), {"json", "in"});
     std::filesystem::permissions(folder.path("in/closed"), std::filesystem::perms::owner_all);
@@ -137,7 +128,7 @@ TEST_CASE("what may not be looked into is an error") {
 
 TEST_CASE("folders in folders are looked through, however deep") {
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("A"));
+    folder.file("in/july.ofx", paidTo("A"));
     std::string name = folder.path("in/d");
     for (int depth = 0; depth < 300; ++depth) name += "/d";
     std::filesystem::create_directories(name);
@@ -149,7 +140,7 @@ TEST_CASE("folders in folders are looked through, however deep") {
 TEST_CASE("names in a folder cannot drive a terminal, and none is hidden by another") {
     if (obstacleToTerminals() != "") return;
     const TemporaryFolder folder;
-    folder.file("in/july.ofx", documentOf("A"));
+    folder.file("in/july.ofx", paidTo("A"));
     folder.file("in/\x1B[2J", "");
     const Finished finished = runOnTerminal(toolCommand({"check", folder.path("in")}), 80);
     CHECK(contains(finished.output, "1 file is not read"));
@@ -158,7 +149,7 @@ TEST_CASE("names in a folder cannot drive a terminal, and none is hidden by anot
 
 TEST_CASE("an output in the folder that is read takes the place of no document") {
     const TemporaryFolder folder;
-    folder.file("in/july", documentOf("A"));
+    folder.file("in/july", paidTo("A"));
     const Finished finished = toolIn(folder.path(), {"csv", "in", "--output", "in/july"});
     CHECK(finished.status == 2);
     CHECK(contains(finished.error, "is also an input file"));
@@ -171,8 +162,8 @@ TEST_CASE("an output in the folder that is read takes the place of no document")
 
 TEST_CASE("a file in the place of the command is shown") {
     const TemporaryFolder folder;
-    folder.file("july.ofx", documentOf("Cafe"));
-    folder.file("notes", documentOf("Cafe"));
+    folder.file("july.ofx", paidTo("Cafe"));
+    folder.file("notes", paidTo("Cafe"));
     const std::string shown = toolIn(folder.path(), {"show", "july.ofx"}).output;
     CHECK(contains(shown, "Cafe"));
     struct Row {
@@ -183,7 +174,7 @@ TEST_CASE("a file in the place of the command is shown") {
                                            {{"notes"}, ""},
                                            {{"."}, ""},
                                            {{"--quiet", "july.ofx"}, ""},
-                                           {{"-"}, documentOf("Cafe")}}) {
+                                           {{"-"}, paidTo("Cafe")}}) {
         const std::string arguments = Json(row.arguments).dump();
         CAPTURE(arguments);
         const Finished finished = toolIn(folder.path(), row.arguments, row.input);
@@ -195,13 +186,13 @@ TEST_CASE("a file in the place of the command is shown") {
           "unknown command \"june\"\nRun with --help for a list of the commands.\n");
     CHECK(toolIn(folder.path(), {"shwo", "july.ofx"}).error ==
           "unknown command \"shwo\"\nRun with --help for a list of the commands.\n");
-    folder.file("json", documentOf("Cafe"));
+    folder.file("json", paidTo("Cafe"));
     CHECK(toolIn(folder.path(), {"json"}).status == 2);
 }
 
 TEST_CASE("a name that begins with a hyphen is explained") {
     const TemporaryFolder folder;
-    folder.file("-x", documentOf("A"));
+    folder.file("-x", paidTo("A"));
     const auto advice = [](const std::string& name) {
         return "\"" + name + "\" was taken for an option, since it begins with a hyphen; write \"./" + name +
                "\" for the file\n";

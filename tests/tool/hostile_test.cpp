@@ -7,17 +7,6 @@
 
 using namespace brackwell::tests;
 
-namespace {
-
-/// Runs a shell's command line in a folder; $TOOL in it is the tool.
-Finished shell(const TemporaryFolder& folder, const std::string& line) {
-    return run({{"/bin/sh", "-c", line}, "", {{"TOOL", BRACKWELL_TOOL}}, folder.path()});
-}
-
-const std::string kDocument = transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>1<NAME>Shop</STMTTRN>");
-
-}  // namespace
-
 TEST_CASE("a pipe with a name is read to its end") {
     const TemporaryFolder folder;
     folder.file("document", kDocument);

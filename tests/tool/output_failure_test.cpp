@@ -39,7 +39,7 @@ TEST_CASE("what was there before stays when no document could be read") {
         for (const auto& files : inputs)
             for (const std::string name : {"old", "new"}) {
                 const TemporaryFolder folder;
-                folder.file("broken.ofx", kBroken);
+                folder.file("broken.ofx", kBrokenDocument);
                 folder.file("bytes", "\xFF\xFE<");
                 folder.file("old", kOld);
                 std::vector<std::string> arguments{command, "-o", name};
@@ -47,12 +47,12 @@ TEST_CASE("what was there before stays when no document could be read") {
                 arguments.insert(arguments.end(), files.begin(), files.end());
                 const std::string line = Json(arguments).dump();
                 CAPTURE(line);
-                const Finished finished = toolIn(folder, arguments);
+                const Finished finished = toolIn(folder.path(), arguments);
                 CHECK(finished.status == 1);
                 CHECK(finished.output == "");
                 CHECK(finished.error.ends_with("\n" + name + ": not written, since no document was read\n"));
                 CHECK(folder.read("old") == kOld);
-                CHECK(namesIn(folder) == Names{"broken.ofx", "bytes", "old"});
+                CHECK(namesIn(folder) == FileNames{"broken.ofx", "bytes", "old"});
             }
     }
 }
@@ -61,19 +61,19 @@ TEST_CASE("what could be read is written, with status 1 for the rest") {
     const TemporaryFolder folder;
     folder.file("in.ofx", kDocument);
     folder.file("old.csv", kOld);
-    const Finished finished = toolIn(folder, {"csv", "missing.ofx", "in.ofx", "-o", "old.csv"});
+    const Finished finished = toolIn(folder.path(), {"csv", "missing.ofx", "in.ofx", "-o", "old.csv"});
     CHECK(finished.status == 1);
     CHECK(finished.error == notFound("missing.ofx"));
-    CHECK(folder.read("old.csv") == toolIn(folder, {"csv", "in.ofx"}).output);
+    CHECK(folder.read("old.csv") == toolIn(folder.path(), {"csv", "in.ofx"}).output);
 }
 
 TEST_CASE("a tree is written when it tells something of a document that does not parse") {
     const TemporaryFolder folder;
-    folder.file("header.ofx", "OFXHEADER:100\n\n" + kBroken);
+    folder.file("header.ofx", "OFXHEADER:100\n\n" + kBrokenDocument);
     folder.file("no.ofx", "Dear customer,");
-    CHECK(toolIn(folder, {"tree", "--as-is", "header.ofx", "-o", "header.json"}).status == 1);
+    CHECK(toolIn(folder.path(), {"tree", "--as-is", "header.ofx", "-o", "header.json"}).status == 1);
     CHECK(Json::parse(folder.read("header.json"))["header"]["OFXHEADER"] == "100");
-    CHECK(toolIn(folder, {"tree", "no.ofx", "-o", "no.json"}).status == 0);
+    CHECK(toolIn(folder.path(), {"tree", "no.ofx", "-o", "no.json"}).status == 0);
     CHECK(Json::parse(folder.read("no.json"))["data"].is_null());
 }
 
@@ -85,7 +85,7 @@ TEST_CASE("a file that may not become larger is not written, and the old one sta
     CHECK(finished.status == 1);
     CHECK(finished.error == "old.csv: File too large\n");
     CHECK(folder.read("old.csv") == kOld);
-    CHECK(namesIn(folder) == Names{"in.ofx", "old.csv"});
+    CHECK(namesIn(folder) == FileNames{"in.ofx", "old.csv"});
 }
 
 TEST_CASE("a full disk leaves the old file, and nothing else") {
@@ -119,11 +119,11 @@ TEST_CASE("a device that is full is status 1, and stays a device") {
     const TemporaryFolder folder;
     folder.file("in.ofx", kDocument);
     std::filesystem::create_symlink("/dev/full", folder.path("full"));
-    const Finished finished = toolIn(folder, {"csv", "in.ofx", "-o", "full"});
+    const Finished finished = toolIn(folder.path(), {"csv", "in.ofx", "-o", "full"});
     CHECK(finished.status == 1);
     CHECK(finished.error == "full: No space left on device\n");
     CHECK(std::filesystem::is_symlink(folder.path("full")));
-    CHECK(namesIn(folder) == Names{"full", "in.ofx"});
+    CHECK(namesIn(folder) == FileNames{"full", "in.ofx"});
 }
 
 TEST_CASE("memory that does not suffice for a document leaves the others to be written") {
@@ -139,7 +139,7 @@ TEST_CASE("memory that does not suffice for a document leaves the others to be w
     }
     CHECK(finished.status == 1);
     CHECK(finished.error == "/dev/zero: There is not enough memory for this document.\n");
-    CHECK(folder.read("old.csv") == toolIn(folder, {"csv", "in.ofx"}).output);
+    CHECK(folder.read("old.csv") == toolIn(folder.path(), {"csv", "in.ofx"}).output);
 }
 
 TEST_CASE("a folder that may not be written, and a file that is protected, stay as they are") {
@@ -170,7 +170,7 @@ TEST_CASE("a folder that may not be written, and a file that is protected, stay 
         CHECK(finished.error == row.error);
     }
     ::chmod(folder.path().c_str(), 0700);
-    CHECK(namesIn(folder) == Names{"in.ofx", "old.csv", "protected.csv"});
+    CHECK(namesIn(folder) == FileNames{"in.ofx", "old.csv", "protected.csv"});
     CHECK(folder.read("old.csv") == kOld);
     CHECK(folder.read("protected.csv") == kOld);
 }
@@ -216,7 +216,7 @@ TEST_CASE("a signal that the tool was started to ignore does not end it") {
     waiting.send(SIGHUP);
     CHECK(waiting.finish().status == 0);
     CHECK(contains(folder.read("old.csv"), "Shop"));
-    CHECK(namesIn(folder) == Names{"old.csv"});
+    CHECK(namesIn(folder) == FileNames{"old.csv"});
 }
 
 TEST_CASE("a document that comes into being while the tool reads is not replaced") {
@@ -234,6 +234,6 @@ TEST_CASE("a document that comes into being while the tool reads is not replaced
         CHECK(finished.status == (isForced ? 0 : 1));
         CHECK(contains(finished.error, "new: may be an OFX document") != isForced);
         CHECK((folder.read("new") == kDocument) != isForced);
-        CHECK(namesIn(folder) == Names{"new"});
+        CHECK(namesIn(folder) == FileNames{"new"});
     }
 }

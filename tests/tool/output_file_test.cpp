@@ -34,7 +34,7 @@ TEST_CASE("an output file is readable by its owner only, whatever it replaces") 
             CHECK(finished.status == 0);
             CHECK(finished.error == "");
             CHECK(modeOf(folder.path(name)) == 0600);
-            CHECK(folder.read(name) == toolIn(folder, {"csv", "in.ofx"}).output);
+            CHECK(folder.read(name) == toolIn(folder.path(), {"csv", "in.ofx"}).output);
         }
     }
 }
@@ -52,14 +52,14 @@ TEST_CASE("a symbolic link stays a link, and what it leads to is replaced") {
     };
     for (const Row& row : {Row{"second", "target"}, Row{"dangling", "none yet"}}) {
         CAPTURE(row.link);
-        CHECK(toolIn(folder, {"json", "in.ofx", "-o", row.link}).status == 0);
+        CHECK(toolIn(folder.path(), {"json", "in.ofx", "-o", row.link}).status == 0);
         CHECK(std::filesystem::is_symlink(folder.path(row.link)));
         CHECK(std::filesystem::is_symlink(folder.path("first")));
         CHECK(Json::parse(other.read(row.target)).contains("responses"));
     }
-    CHECK(namesIn(other) == Names{"target", "none yet"});
+    CHECK(namesIn(other) == FileNames{"target", "none yet"});
     std::filesystem::create_symlink("circle", folder.path("circle"));
-    CHECK(toolIn(folder, {"json", "in.ofx", "-o", "circle"}).error ==
+    CHECK(toolIn(folder.path(), {"json", "in.ofx", "-o", "circle"}).error ==
           "circle: Too many levels of symbolic links\n");
 }
 
@@ -67,7 +67,7 @@ TEST_CASE("a hard link to the old file keeps the old file") {
     const TemporaryFolder folder;
     folder.file("in.ofx", kDocument);
     std::filesystem::create_hard_link(folder.file("old.json", kOld), folder.path("kept.json"));
-    CHECK(toolIn(folder, {"json", "in.ofx", "-o", "old.json"}).status == 0);
+    CHECK(toolIn(folder.path(), {"json", "in.ofx", "-o", "old.json"}).status == 0);
     CHECK(folder.read("kept.json") == kOld);
     CHECK(Json::parse(folder.read("old.json")).contains("responses"));
 }
@@ -75,7 +75,7 @@ TEST_CASE("a hard link to the old file keeps the old file") {
 TEST_CASE("devices, pipes and open descriptors are written directly") {
     const TemporaryFolder folder;
     folder.file("in.ofx", kDocument);
-    const std::string csv = toolIn(folder, {"csv", "in.ofx"}).output;
+    const std::string csv = toolIn(folder.path(), {"csv", "in.ofx"}).output;
     REQUIRE(::mkfifo(folder.path("pipe").c_str(), 0600) == 0);
     struct Row {
         std::string line, output;
@@ -95,7 +95,7 @@ TEST_CASE("devices, pipes and open descriptors are written directly") {
         const Finished finished = shell(folder, row.line);
         CHECK(finished.output == row.output);
         CHECK(finished.error == "");
-        CHECK(namesIn(folder) == Names{"in.ofx", "pipe"});
+        CHECK(namesIn(folder) == FileNames{"in.ofx", "pipe"});
     }
 }
 
@@ -104,7 +104,7 @@ TEST_CASE("a descriptor of another process is only added to") {
     folder.file("in.ofx", kDocument);
     const Finished finished = shell(
         folder, "exec 3>out; echo a >&3; sh -c '\"$TOOL\" csv in.ofx -o /proc/'$$'/fd/3 3>&-'; cat out");
-    CHECK(finished.output == "a\n" + toolIn(folder, {"csv", "in.ofx"}).output);
+    CHECK(finished.output == "a\n" + toolIn(folder.path(), {"csv", "in.ofx"}).output);
     CHECK(finished.error == "");
 }
 
@@ -114,14 +114,14 @@ TEST_CASE("every command that writes has --output and --force") {
         const TemporaryFolder folder;
         folder.file("old", kDocument);
         std::vector<std::string> arguments{command, command == "request" ? "accounts" : "-", "-o", "old"};
-        CHECK(toolIn(folder, arguments, kDocument).status == 2);
+        CHECK(toolIn(folder.path(), arguments, kDocument).status == 2);
         CHECK(folder.read("old") == kDocument);
         arguments.emplace_back("--force");
-        const Finished finished = toolIn(folder, arguments, kDocument);
+        const Finished finished = toolIn(folder.path(), arguments, kDocument);
         CHECK(finished.status == 0);
         CHECK(finished.output == "");
         CHECK(finished.error == "");
-        CHECK(namesIn(folder) == Names{"old"});
+        CHECK(namesIn(folder) == FileNames{"old"});
         CHECK((folder.read("old") == kDocument) == (command == "repair"));
     }
 }
@@ -129,7 +129,7 @@ TEST_CASE("every command that writes has --output and --force") {
 TEST_CASE("help goes to standard output, whatever --output says") {
     const TemporaryFolder folder;
     folder.file("old", kOld);
-    const Finished finished = toolIn(folder, {"csv", "-o", "old", "--help"});
+    const Finished finished = toolIn(folder.path(), {"csv", "-o", "old", "--help"});
     CHECK(finished.status == 0);
     CHECK(contains(finished.output, "--output"));
     CHECK(folder.read("old") == kOld);
@@ -138,17 +138,17 @@ TEST_CASE("help goes to standard output, whatever --output says") {
 TEST_CASE("a hyphen is standard output, as it is standard input") {
     const TemporaryFolder folder;
     folder.file("a.ofx", kDocument);
-    const std::string output = toolIn(folder, {"csv", "a.ofx"}).output;
+    const std::string output = toolIn(folder.path(), {"csv", "a.ofx"}).output;
     for (const char* option : {"-o-", "--output=-"}) {
         CAPTURE(option);
-        const Finished finished = toolIn(folder, {"csv", "a.ofx", option});
+        const Finished finished = toolIn(folder.path(), {"csv", "a.ofx", option});
         CHECK(finished.status == 0);
         CHECK(finished.output == output);
-        CHECK(toolIn(folder, {"csv", option, "-"}, kDocument).status == 0);
+        CHECK(toolIn(folder.path(), {"csv", option, "-"}, kDocument).status == 0);
     }
-    CHECK(namesIn(folder) == Names{"a.ofx"});
-    CHECK(toolIn(folder, {"csv", "a.ofx", "-o", "./-"}).status == 0);
-    CHECK(namesIn(folder) == Names{"-", "a.ofx"});
+    CHECK(namesIn(folder) == FileNames{"a.ofx"});
+    CHECK(toolIn(folder.path(), {"csv", "a.ofx", "-o", "./-"}).status == 0);
+    CHECK(namesIn(folder) == FileNames{"-", "a.ofx"});
     Command command = toolCommand({"csv", "-", "-o", "-"});
     command.input = kDocument;
     command.outputFile = "/dev/full";

@@ -15,30 +15,15 @@
 namespace brackwell::tests {
 
 inline const std::string kOld = "what was there before\n";
-inline const std::string kDocument =
-    transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>1<NAME>Shop</STMTTRN>");
-inline const std::string kBroken = "<OFX></B></OFX>";
+inline const std::string kBrokenDocument = "<OFX></B></OFX>";
 
-using Names = std::set<std::string>;
+using FileNames = std::set<std::string>;
 
-inline Names namesIn(const TemporaryFolder& folder) {
-    Names names;
+inline FileNames namesIn(const TemporaryFolder& folder) {
+    FileNames names;
     for (const auto& entry : std::filesystem::directory_iterator(folder.path()))
         names.insert(entry.path().filename());
     return names;
-}
-
-inline Finished toolIn(const TemporaryFolder& folder, std::vector<std::string> arguments,
-                       const std::string& input = {}) {
-    Command command = toolCommand(std::move(arguments));
-    command.directory = folder.path();
-    command.input = input;
-    return run(command);
-}
-
-/// Runs a shell's command line in a folder; $TOOL in it is the tool.
-inline Finished shell(const TemporaryFolder& folder, const std::string& line) {
-    return run({{"/bin/sh", "-c", line}, "", {{"TOOL", BRACKWELL_TOOL}}, folder.path()});
 }
 
 /// Waits until something is so; false when it is not within ten seconds.

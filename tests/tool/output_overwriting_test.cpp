@@ -15,7 +15,7 @@ TEST_CASE("a file that begins like an OFX document is replaced with --force only
     };
     using namespace std::string_literals;
     for (const std::string& bytes : std::vector<std::string>{kDocument,
-                                                             kBroken,
+                                                             kBrokenDocument,
                                                              "<OFX>",
                                                              "<ofx>\n",
                                                              "OFXHEADER:100",
@@ -47,16 +47,16 @@ TEST_CASE("a file that begins like an OFX document is replaced with --force only
         CAPTURE(beginning);
         const TemporaryFolder folder;
         folder.file("july", bytes);
-        const Finished refused = toolIn(folder, {"csv", "-", "-o", "july"}, kDocument);
+        const Finished refused = toolIn(folder.path(), {"csv", "-", "-o", "july"}, kDocument);
         CHECK(refused.status == 2);
         CHECK(refused.output == "");
         CHECK(refused.error ==
               "--output: july may be an OFX document, which would be lost; choose another name, or replace "
               "the document with --force\nRun with --help for more information.\n");
         CHECK(folder.read("july") == bytes);
-        CHECK(toolIn(folder, {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
+        CHECK(toolIn(folder.path(), {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
         CHECK(contains(folder.read("july"), "Shop"));
-        CHECK(namesIn(folder) == Names{"july"});
+        CHECK(namesIn(folder) == FileNames{"july"});
     }
 }
 
@@ -95,12 +95,12 @@ TEST_CASE("a file in which a document stands after something else is replaced wi
         CAPTURE(row.why);
         const TemporaryFolder folder;
         folder.file("july", row.bytes);
-        CHECK((toolIn(folder, {"json", "july"}).status == 0) >= row.isRead);
-        const Finished refused = toolIn(folder, {"csv", "-", "-o", "july"}, kDocument);
+        CHECK((toolIn(folder.path(), {"json", "july"}).status == 0) >= row.isRead);
+        const Finished refused = toolIn(folder.path(), {"csv", "-", "-o", "july"}, kDocument);
         CHECK(refused.status == 2);
         CHECK(contains(refused.error, "july may be an OFX document"));
         CHECK(folder.read("july") == row.bytes);
-        CHECK(toolIn(folder, {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
+        CHECK(toolIn(folder.path(), {"csv", "-", "-o", "july", "--force"}, kDocument).status == 0);
     }
 }
 
@@ -114,14 +114,14 @@ TEST_CASE("a file with the name of a document is replaced with --force only, wha
         const std::string file = name == "link" ? "a.qfx" : isLink ? "text" : name;
         folder.file(file, kOld);
         if (isLink) std::filesystem::create_symlink(file, folder.path(name));
-        const Finished refused = toolIn(folder, {"csv", "-", "-o", name}, kDocument);
+        const Finished refused = toolIn(folder.path(), {"csv", "-", "-o", name}, kDocument);
         CHECK(refused.status == 2);
         CHECK(contains(refused.error, "--output: " + name + " has the name of an OFX document"));
         CHECK(folder.read(file) == kOld);
-        CHECK(toolIn(folder, {"csv", "-", "-o", name, "--force"}, kDocument).status == 0);
+        CHECK(toolIn(folder.path(), {"csv", "-", "-o", name, "--force"}, kDocument).status == 0);
     }
     const TemporaryFolder folder;
-    CHECK(toolIn(folder, {"repair", "-", "-o", "new.ofx"}, kDocument).status == 0);
+    CHECK(toolIn(folder.path(), {"repair", "-", "-o", "new.ofx"}, kDocument).status == 0);
     CHECK(folder.read("new.ofx") == kDocument);
 }
 
@@ -144,7 +144,7 @@ TEST_CASE("every example document is kept") {
         CAPTURE(entry.path().string());
         const TemporaryFolder folder;
         std::filesystem::copy_file(entry.path(), folder.path("july.ofx"));
-        CHECK(toolIn(folder, {"csv", "-", "-o", "july.ofx"}, kDocument).status == 2);
+        CHECK(toolIn(folder.path(), {"csv", "-", "-o", "july.ofx"}, kDocument).status == 2);
         CHECK(run({{"/usr/bin/cmp", entry.path(), folder.path("july.ofx")}}).status == 0);
     }
 }
@@ -160,7 +160,7 @@ TEST_CASE("other files are replaced without --force") {
         CAPTURE(beginning);
         const TemporaryFolder folder;
         folder.file("old", bytes);
-        CHECK(toolIn(folder, {"csv", "-", "-o", "old"}, kDocument).status == 0);
+        CHECK(toolIn(folder.path(), {"csv", "-", "-o", "old"}, kDocument).status == 0);
         CHECK(contains(folder.read("old"), "Shop"));
     }
 }
@@ -177,7 +177,7 @@ TEST_CASE("names that a shell puts after -o destroy nothing") {
         CHECK(finished.status == 2);
         CHECK(finished.output == "");
         CHECK(contains(finished.error, "output"));
-        CHECK(namesIn(folder) == Names{"april.ofx", "july.ofx", "june.ofx"});
+        CHECK(namesIn(folder) == FileNames{"april.ofx", "july.ofx", "june.ofx"});
         for (const char* name : {"april.ofx", "july.ofx", "june.ofx"}) CHECK(folder.read(name) == kDocument);
     }
 }
@@ -185,7 +185,7 @@ TEST_CASE("names that a shell puts after -o destroy nothing") {
 TEST_CASE("an input is never the output under another name, but where a repair is forced") {
     const TemporaryFolder folder;
     folder.file("a.ofx", kDocument);
-    folder.file("text", "text before a document\n" + kBroken);
+    folder.file("text", "text before a document\n" + kBrokenDocument);
     std::filesystem::create_hard_link(folder.path("a.ofx"), folder.path("hard"));
     std::filesystem::create_symlink("a.ofx", folder.path("soft"));
     std::filesystem::create_directory_symlink(".", folder.path("here"));
@@ -213,18 +213,18 @@ TEST_CASE("repair --force puts a document right in its place") {
     for (const char* input : {"a.ofx", "-"}) {
         CAPTURE(input);
         folder.file("a.ofx", broken);
-        const Finished plain = toolIn(folder, {"repair", "a.ofx"});
+        const Finished plain = toolIn(folder.path(), {"repair", "a.ofx"});
         CHECK(shell(folder, "\"$TOOL\" repair --force -o a.ofx " + std::string(input) + " <a.ofx").status ==
               0);
         CHECK(folder.read("a.ofx") == plain.output);
         CHECK(folder.read("a.ofx") != broken);
-        CHECK(toolIn(folder, {"show", "a.ofx"}).status == 0);
+        CHECK(toolIn(folder.path(), {"show", "a.ofx"}).status == 0);
     }
     const std::string hopeless = "OFXHEADER:100\n\nDear customer, \xE9\x81";
     folder.file("b.ofx", hopeless);
     const Finished finished =
-        toolIn(folder, {"repair", "--encoding", "UTF-8", "--force", "-o", "b.ofx", "b.ofx"});
+        toolIn(folder.path(), {"repair", "--encoding", "UTF-8", "--force", "-o", "b.ofx", "b.ofx"});
     CHECK(finished.status == 1);
     CHECK(folder.read("b.ofx") == hopeless);
-    CHECK(namesIn(folder) == Names{"a.ofx", "b.ofx"});
+    CHECK(namesIn(folder) == FileNames{"a.ofx", "b.ofx"});
 }

@@ -1,28 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tool/tool.h"
+#include "tool/terminal.h"
 
 using namespace brackwell::tests;
 
 namespace {
 
-/// False on a machine without terminals to run the tool on.
-bool hasTerminals() {
-    const std::string obstacle = obstacleToTerminals();
-    if (!obstacle.empty()) MESSAGE("skipped: no pseudo terminal can be had here: ", obstacle);
-    return obstacle.empty();
-}
-
-Finished onTerminal(std::vector<std::string> arguments, std::map<std::string, std::string> environment) {
-    Command command = toolCommand(std::move(arguments));
-    command.environment = std::move(environment);
-    return runOnTerminal(command, 80);
-}
-
-const std::string kDocument =
+const std::string kPurchase =
     transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>-1.50<NAME>Shop</STMTTRN>");
 
 /// A document whose page is larger than any pipe.
-std::string largeDocument() {
+std::string longDocument() {
     std::string transactions;
     for (int i = 0; i < 5000; ++i)
         transactions +=
@@ -38,7 +25,7 @@ constexpr const char* kMarking = "sed 's/^/shown: /'";
 TEST_CASE("a pager that is named shows the page on a terminal, as wide and coloured as that") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kPurchase);
     for (const char* command : {"show", "accounts", "payees"}) {
         CAPTURE(command);
         const Finished finished = onTerminal({command, path}, {{"PAGER", kMarking}});
@@ -58,7 +45,7 @@ TEST_CASE("which pager is taken") {
         bool isPaged;
     };
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kPurchase);
     for (const Row& row : std::vector<Row>{
              {"PAGER", {{"PAGER", kMarking}}, {}, true},
              {"the tool's own first", {{"BRACKWELL_PAGER", kMarking}, {"PAGER", "false"}}, {}, true},
@@ -81,7 +68,7 @@ TEST_CASE("which pager is taken") {
 TEST_CASE("no pager is started for a file, a pipe, or what is not a page") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kPurchase);
     const std::map<std::string, std::string> environment{{"PAGER", kMarking}, {"TERM", "xterm"}};
     CHECK(onTerminal({"show", path, "--output", folder.path("out")}, environment).output == "");
     CHECK_FALSE(contains(folder.read("out"), "shown: "));
@@ -92,7 +79,7 @@ TEST_CASE("no pager is started for a file, a pipe, or what is not a page") {
 TEST_CASE("less is told to end with short pages and to show colours, unless it is told otherwise") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kPurchase);
     const std::string telling = "cat >/dev/null; echo \"LESS=$LESS LV=$LV\"";
     CHECK(onTerminal({"show", path}, {{"PAGER", telling}}).output == "LESS=FRX LV=-c\r\n");
     CHECK(onTerminal({"show", path}, {{"PAGER", telling}, {"LESS", "S"}, {"LV", ""}}).output ==
@@ -102,7 +89,7 @@ TEST_CASE("less is told to end with short pages and to show colours, unless it i
 TEST_CASE("who quits the pager has read enough: nothing is said, and the status is 0") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", largeDocument());
+    const std::string path = folder.file("a.ofx", longDocument());
     const Finished finished =
         onTerminal({"show", "--quiet", "--color=never", path}, {{"PAGER", "head -n 1"}});
     CHECK(finished.status == 0);
@@ -112,7 +99,7 @@ TEST_CASE("who quits the pager has read enough: nothing is said, and the status 
 TEST_CASE("a pager that cannot be run is an error, which is said") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    for (const std::string& document : {kDocument, largeDocument()}) {
+    for (const std::string& document : {kPurchase, longDocument()}) {
         const std::string path = folder.file("a.ofx", document);
         const Finished finished = onTerminal({"show", "--quiet", path}, {{"PAGER", "/no/such/pager"}});
         CHECK(finished.status == 1);
@@ -124,7 +111,7 @@ TEST_CASE("a pager that cannot be run is an error, which is said") {
 TEST_CASE("messages wait until the pager has ended") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string large = folder.file("a.ofx", largeDocument());
+    const std::string large = folder.file("a.ofx", longDocument());
     const std::string missing = folder.path("missing.ofx");
     const Finished finished = onTerminal({"show", "--quiet", large, missing}, {{"PAGER", kMarking}});
     CHECK(finished.status == 1);
@@ -135,7 +122,7 @@ TEST_CASE("messages wait until the pager has ended") {
 
 TEST_CASE("--color says when to use colours") {
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kPurchase);
     CHECK(contains(tool({"show", "--color", "always", path}).output, "\x1b[31m-1.50\x1b[0m"));
     CHECK(contains(tool({"show", "--color=always", path}, "", {{"NO_COLOR", "1"}}).output, "\x1b[31m"));
     CHECK_FALSE(contains(tool({"show", "--color", "auto", path}).output, "\x1b"));

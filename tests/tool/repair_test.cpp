@@ -6,11 +6,11 @@ using namespace brackwell::tests;
 
 namespace {
 
-const std::string kBroken =
+const std::string kToRepair =
     "OFXHEADER:100\nVERSION:102\n\n<OFX>\n<SIGNONMSGSRSV1><SONRS><STATUS>\n<CODE>0<!-- y "
     "-->\n<MESSAGE>\n</STATU>\n"
     "</SONRS></SIGNONMSGSRSV1></OFX>\n";
-const std::string kFixed =
+const std::string kRepaired =
     "OFXHEADER:100\nVERSION:102\n\n<OFX>\n<SIGNONMSGSRSV1><SONRS><STATUS>\n<CODE>0\n<MESSAGE></MESSAGE>\n</"
     "STATUS>\n"
     "</SONRS></SIGNONMSGSRSV1></OFX>\n";
@@ -39,9 +39,9 @@ std::string patched(const std::string& text, const std::string& diff) {
 }  // namespace
 
 TEST_CASE("repair writes the repaired document and lists the changes with their places") {
-    const Finished finished = tool({"repair", "-"}, kBroken);
+    const Finished finished = tool({"repair", "-"}, kToRepair);
     CHECK(finished.status == 0);
-    CHECK(finished.output == kFixed);
+    CHECK(finished.output == kRepaired);
     CHECK(contains(
         finished.error,
         "-:6:8: Repaired in 3 places.\n"
@@ -164,9 +164,9 @@ TEST_CASE("repair copies a document that reads, whatever its bytes") {
 }
 
 TEST_CASE("repair --diff shows the changes as a diff") {
-    const Finished finished = tool({"repair", "--diff", "-"}, kBroken);
+    const Finished finished = tool({"repair", "--diff", "-"}, kToRepair);
     CHECK(finished.status == 0);
-    CHECK(finished.output == kFixed);
+    CHECK(finished.output == kRepaired);
     CHECK(finished.error.ends_with(
         "-:6:8: Repaired in 3 places.\n"
         "--- -\n+++ - (repaired)\n"

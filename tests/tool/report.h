@@ -23,11 +23,6 @@ inline std::string statement(const std::string& number, const std::string& curre
            transactions + "</BANKTRANLIST>" + balances + "</STMTRS></STMTTRNRS>";
 }
 
-/// A document of such statements.
-inline std::string bankDocument(const std::string& statements) {
-    return version1("<BANKMSGSRSV1>" + statements + "</BANKMSGSRSV1>");
-}
-
 inline std::string transaction(const std::string& date, const std::string& amount,
                                const std::string& rest = "") {
     return "<STMTTRN><DTPOSTED>" + date + "<TRNAMT>" + amount + rest + "</STMTTRN>";

@@ -9,7 +9,7 @@ using namespace brackwell::tests;
 namespace {
 
 /// The descriptions of the rows that a browser shows.
-std::vector<std::string> rowsOf(const std::string& page) {
+std::vector<std::string> descriptionsIn(const std::string& page) {
     std::vector<std::string> rows;
     for (std::size_t at = page.find("<tr data-account"); at != page.npos;
          at = page.find("<tr data-account", at + 1)) {
@@ -40,16 +40,14 @@ const std::string kPage = [] {
         .output;
 }();
 
-using Names = std::vector<std::string>;
-
 }  // namespace
 
 TEST_CASE("a browser runs the page's script, says nothing against it, and asks nobody for anything") {
     if (!hasBrowser()) return;
     const Shown shown = shownInBrowser(kPage, "");
     CHECK(shown.console == "");
-    CHECK(shown.requests == Names{});
-    CHECK(rowsOf(shown.page).size() == 5);
+    CHECK(shown.requests == std::vector<std::string>{});
+    CHECK(descriptionsIn(shown.page).size() == 5);
     CHECK_FALSE(contains(shown.page, "<form id=\"filter\" hidden"));
     CHECK(foundLine(shown.page) ==
           "5 of 5 shown; in 1,234,567,890,123,456.26, out \u22123.30 EUR; in 0.00, out \u22127.00 USD");
@@ -59,7 +57,7 @@ TEST_CASE("the filter in a page's address hides rows and adds up the others") {
     if (!hasBrowser()) return;
     struct Row {
         const char* filter;
-        Names rows;
+        std::vector<std::string> rows;
     };
     for (const Row& row :
          std::vector<Row>{{"#q=coffee%20CORNER", {"COFFEE and cake"}},
@@ -73,7 +71,7 @@ TEST_CASE("the filter in a page's address hides rows and adds up the others") {
                             "Coffee Pier", "Undated"}}}) {
         CAPTURE(row.filter);
         const Shown shown = shownInBrowser(kPage, row.filter);
-        CHECK(rowsOf(shown.page) == row.rows);
+        CHECK(descriptionsIn(shown.page) == row.rows);
         CHECK(foundLine(shown.page).starts_with(std::to_string(row.rows.size()) + " of 5 shown"));
         CHECK(shown.console == "");
     }
@@ -83,7 +81,7 @@ TEST_CASE("the order in a page's address sorts the rows, those without a value l
     if (!hasBrowser()) return;
     struct Row {
         const char* order;
-        Names rows;
+        std::vector<std::string> rows;
         const char* head;  ///< whose column is said to be sorted
     };
     const std::string beans = "Coffee beans &lt;script&gt;alert(1)&lt;/script&gt;";
@@ -100,7 +98,7 @@ TEST_CASE("the order in a page's address sorts the rows, those without a value l
              {"#sort=nothing", {"Salary", "COFFEE and cake", beans, "Coffee Pier", "Undated"}, ""}}) {
         CAPTURE(row.order);
         const Shown shown = shownInBrowser(kPage, row.order);
-        CHECK(rowsOf(shown.page) == row.rows);
+        CHECK(descriptionsIn(shown.page) == row.rows);
         CHECK(shown.console == "");
         const std::size_t sorted = shown.page.find(" aria-sort=");
         const std::size_t head = shown.page.rfind("data-sort=\"", sorted) + 11;
@@ -120,9 +118,9 @@ TEST_CASE("a click on the head of a column sorts by it, and a second one the oth
         return shownInBrowser(page, "").page;
     };
     CHECK(contains(clicked(1), "<title>#sort=amount</title>"));
-    CHECK(rowsOf(clicked(1)).back() == "Salary");
+    CHECK(descriptionsIn(clicked(1)).back() == "Salary");
     CHECK(contains(clicked(2), "<title>#sort=-amount</title>"));
-    CHECK(rowsOf(clicked(2)).front() == "Salary");
+    CHECK(descriptionsIn(clicked(2)).front() == "Salary");
 }
 
 TEST_CASE("the rows that a page shows are saved as CSV in their order") {
@@ -152,13 +150,13 @@ TEST_CASE("a browser refuses whatever else gets into a page") {
     const Shown refused = shownInBrowser(page, "");
     CHECK(contains(refused.page, "<title>Account report</title>"));
     CHECK(contains(refused.console, "Content Security Policy"));
-    CHECK(refused.requests == Names{});
-    CHECK(rowsOf(refused.page).size() == 5);
+    CHECK(refused.requests == std::vector<std::string>{});
+    CHECK(descriptionsIn(refused.page).size() == 5);
 
     // It is the page's policy that does it.
     const Shown allowed = shownInBrowser(withoutPolicy(page), "");
     CHECK(contains(allowed.page, "<title>run</title>"));
-    CHECK(allowed.requests == Names{"http://nowhere.invalid/picture.png"});
+    CHECK(allowed.requests == std::vector<std::string>{"http://nowhere.invalid/picture.png"});
 }
 
 TEST_CASE("long amounts stay in their table, on a wide page and on a narrow one") {

@@ -28,13 +28,7 @@ std::string shown(const std::string& document, std::map<std::string, std::string
 }
 
 /// The line that has this text in it.
-std::string lineWith(const std::string& text, const std::string& part) {
-    for (const std::string& line : linesOf(text))
-        if (contains(line, part)) return line;
-    return "";
-}
-
-std::string transaction(const std::string& name, const std::string& memo, const std::string& amount) {
+std::string paid(const std::string& name, const std::string& memo, const std::string& amount) {
     return "<STMTTRN><TRNTYPE>POS<DTPOSTED>20240102<TRNAMT>" + amount + "<NAME>" + name + "</NAME><MEMO>" +
            memo + "</STMTTRN>";
 }
@@ -111,9 +105,9 @@ TEST_CASE("each type of account has its name") {
 }
 
 TEST_CASE("columns are aligned for characters of every width") {
-    const std::string output = shown(transactionsWith(
-        transaction("plain", "a memo", "-1.5") + transaction("桜ヌードルハウス", "ランチ", "10") +
-        transaction("📚 books", "e\u0301lan", "-1234.567") + transaction("", "한국어 メモ", "0.25")));
+    const std::string output =
+        shown(transactionsWith(paid("plain", "a memo", "-1.5") + paid("桜ヌードルハウス", "ランチ", "10") +
+                               paid("📚 books", "e\u0301lan", "-1234.567") + paid("", "한국어 メモ", "0.25")));
     const std::vector<std::string> lines = linesOf(output);
     std::size_t memos = 0;
     std::size_t points = 0;
@@ -290,8 +284,7 @@ TEST_CASE("several files are shown one after the other, each under its name") {
 TEST_CASE("no line is wider than it may be, however narrow that is") {
     const std::string names = "A very long name of somebody who sells things 桜ヌードルハウス 📚📚📚";
     const std::string memo = "https://example.example/a/path/without/any/blank/that/goes/on/and/on/and/on";
-    const std::string document =
-        transactionsWith(transaction(names, memo, "-1.50") + transaction("B", "C", "22"));
+    const std::string document = transactionsWith(paid(names, memo, "-1.50") + paid("B", "C", "22"));
     struct Row {
         std::string columns;
         std::size_t width;
@@ -321,8 +314,7 @@ TEST_CASE("no line is wider than it may be, however narrow that is") {
 }
 
 TEST_CASE("long texts are cut with an ellipsis, amounts and dates never") {
-    const std::string document =
-        transactionsWith(transaction("Somebody", std::string(300, 'm'), "-123456789.01"));
+    const std::string document = transactionsWith(paid("Somebody", std::string(300, 'm'), "-123456789.01"));
     const std::string wide = lineWith(shown(document), "2024-01-02");
     CHECK(columnsOf(wide) == 100);
     CHECK(contains(wide, "mmm…  -123456789.01"));
@@ -349,7 +341,7 @@ TEST_CASE("control characters of a document become visible") {
              {"e\u0301\u200D", "e\u0301\u200D"},
          }) {
         CAPTURE(row.cell);
-        const std::string output = shown(transactionsWith(transaction("N", row.memo, "1")));
+        const std::string output = shown(transactionsWith(paid("N", row.memo, "1")));
         const std::string line = lineWith(output, "2024-01-02");
         CHECK(line.starts_with("2024-01-02  POS   N      " + row.cell + "  "));
         CHECK(line.ends_with("  1.00"));

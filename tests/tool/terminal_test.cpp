@@ -1,28 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-#include <sstream>
+#include "tool/terminal.h"
 
-#include "tool/tool.h"
+#include <sstream>
 
 using namespace brackwell::tests;
 
 namespace {
 
-/// False on a machine without terminals to run the tool on; ctest knows the message and counts the test
-/// as skipped.
-bool hasTerminals() {
-    const std::string obstacle = obstacleToTerminals();
-    if (!obstacle.empty()) MESSAGE("skipped: no pseudo terminal can be had here: ", obstacle);
-    return obstacle.empty();
-}
-
-Finished onTerminal(std::vector<std::string> arguments, std::map<std::string, std::string> environment = {},
-                    unsigned short columns = 80) {
-    Command command = toolCommand(std::move(arguments));
-    command.environment = std::move(environment);
-    return runOnTerminal(command, columns);
-}
-
-const std::string kDocument = transactionsWith(
+const std::string kTwoTransactions = transactionsWith(
     "<STMTTRN><DTPOSTED>20240102<TRNAMT>-1.50<NAME>Shop</STMTTRN>"
     "<STMTTRN><DTPOSTED>20240102<TRNAMT>2<NAME>Pay</STMTTRN>");
 
@@ -31,7 +16,7 @@ const std::string kDocument = transactionsWith(
 TEST_CASE("negative amounts are red on a terminal, and only there") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
     CHECK(contains(onTerminal({"show", path}).output, "Shop    \x1b[31m-1.50\x1b[0m\r\n"));
     CHECK(contains(onTerminal({"show", path}).output, "Pay      2.00\r\n"));
     CHECK_FALSE(contains(tool({"show", path}).output, "\x1b"));
@@ -42,7 +27,7 @@ TEST_CASE("negative amounts are red on a terminal, and only there") {
 TEST_CASE("NO_COLOR and a simple terminal get no colour") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
     CHECK_FALSE(contains(onTerminal({"show", path}, {{"NO_COLOR", "1"}}).output, "\x1b"));
     CHECK_FALSE(contains(onTerminal({"show", path}, {{"TERM", "dumb"}}).output, "\x1b"));
     CHECK(contains(onTerminal({"show", path}, {{"NO_COLOR", ""}}).output, "\x1b[31m"));
@@ -92,9 +77,10 @@ TEST_CASE("a progress line tells of work above two seconds on a terminal, and go
 TEST_CASE("the progress line counts the files, in every command") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
-    const std::string once = std::to_string(kDocument.size()) + " bytes, 2 s: standard input\x1b[K";
-    const std::string twice = std::to_string(2 * kDocument.size()) + " bytes, 2 s: standard input\x1b[K";
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
+    const std::string once = std::to_string(kTwoTransactions.size()) + " bytes, 2 s: standard input\x1b[K";
+    const std::string twice =
+        std::to_string(2 * kTwoTransactions.size()) + " bytes, 2 s: standard input\x1b[K";
     Running show(toolCommand({"show", path, "-", path, "--output", folder.path("out")}));
     Running convert(toolCommand({"convert", "-", path, path, "--output", folder.path("journal")}));
     Running anonymize(toolCommand({"anonymize", path, path, "-", "--into", folder.path("into")}));
@@ -106,11 +92,12 @@ TEST_CASE("the progress line counts the files, in every command") {
 TEST_CASE("a file that is no file of known size does not end the progress line") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
     const std::string pipe = folder.path("pipe.ofx");
     REQUIRE(run({{"/bin/sh", "-c", "mkfifo \"$0\"", pipe}}).status == 0);
     Running waiting(toolCommand({"csv", path, pipe, "--output", folder.path("out")}));
-    CHECK(waiting.shows("\rReading file 2 of 2, " + std::to_string(kDocument.size()) + " bytes, 2 s: "));
+    CHECK(
+        waiting.shows("\rReading file 2 of 2, " + std::to_string(kTwoTransactions.size()) + " bytes, 2 s: "));
     CHECK(run({{"/bin/sh", "-c", "printf '<OFX>' > \"$0\"", pipe}}).status == 0);
     CHECK(waiting.finish().status == 0);
 }
@@ -118,7 +105,7 @@ TEST_CASE("a file that is no file of known size does not end the progress line")
 TEST_CASE("short work has no progress line") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
     CHECK_FALSE(contains(onTerminal({"csv", path}).output, "Read"));
 }
 
@@ -160,7 +147,7 @@ TEST_CASE("the progress line is erased before a finding is said, and before the 
 TEST_CASE("a pipe in which something stands may be that of a pager, and has the terminal for itself") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string small = folder.file("small.ofx", kDocument);
+    const std::string small = folder.file("small.ofx", kTwoTransactions);
     std::string transactions;
     for (int i = 0; i < 2000; ++i) transactions += "<STMTTRN><TRNAMT>1<NAME>A shop somewhere</STMTTRN>";
     const std::string large = folder.file("large.ofx", transactionsWith(transactions));
@@ -216,7 +203,7 @@ TEST_CASE("no command writes to a terminal what that might obey") {
 TEST_CASE("a page for a browser is not written to a terminal unless that is asked for") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
     const Finished refused = onTerminal({"report", path});
     CHECK(refused.status == 2);
     CHECK(contains(refused.output, "with --output report.html"));
@@ -261,7 +248,7 @@ TEST_CASE("JSON on a terminal is the same JSON") {
 TEST_CASE("on a terminal of twenty columns no line is longer, but for what is never cut") {
     if (!hasTerminals()) return;
     const TemporaryFolder folder;
-    const std::string path = folder.file("a.ofx", kDocument);
+    const std::string path = folder.file("a.ofx", kTwoTransactions);
     const std::string broken = folder.file("b.ofx", "<OFX><A>a long text in a line</B></OFX>");
     for (const std::vector<std::string>& arguments : std::vector<std::vector<std::string>>{
              {"show", path}, {"accounts", path}, {"duplicates", path, path}}) {

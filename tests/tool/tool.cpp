@@ -20,6 +20,17 @@ Finished tool(std::vector<std::string> arguments, const std::string& input,
     return run(command);
 }
 
+Finished toolIn(const std::string& folder, std::vector<std::string> arguments, const std::string& input) {
+    Command command = toolCommand(std::move(arguments));
+    command.directory = folder;
+    command.input = input;
+    return run(command);
+}
+
+Finished shell(const TemporaryFolder& folder, const std::string& line) {
+    return run({{"/bin/sh", "-c", line}, "", {{"TOOL", BRACKWELL_TOOL}}, folder.path()});
+}
+
 std::string outputOf(std::vector<std::string> arguments, const std::string& document) {
     arguments.insert(arguments.end(), {"--quiet", "-"});
     const Finished finished = tool(std::move(arguments), document);

@@ -23,6 +23,12 @@ Command toolCommand(std::vector<std::string> arguments);
 Finished tool(std::vector<std::string> arguments, const std::string& input = {},
               std::map<std::string, std::string> environment = {});
 
+/// Runs the tool in a folder.
+Finished toolIn(const std::string& folder, std::vector<std::string> arguments, const std::string& input = {});
+
+/// Runs a shell's command line in a folder; $TOOL in it is the tool.
+Finished shell(const TemporaryFolder& folder, const std::string& line);
+
 /// Runs the tool on a document that must be read, and gives its output. What is odd about the document is not
 /// asked for: tests make documents of which most is left out.
 std::string outputOf(std::vector<std::string> arguments, const std::string& document);
@@ -52,18 +58,27 @@ inline std::string version1(const std::string& body, const std::string& charset 
            "\nCOMPRESSION:NONE\nOLDFILEUID:NONE\nNEWFILEUID:NONE\n\n<OFX>" + body + "</OFX>\n";
 }
 
+/// A document of statements of bank accounts.
+inline std::string bankDocument(const std::string& statements) {
+    return version1("<BANKMSGSRSV1>" + statements + "</BANKMSGSRSV1>");
+}
+
 /// A document of one checking-account statement with these elements after the account.
 inline std::string statementWith(const std::string& elements) {
-    return version1(
-        "<BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS><CURDEF>USD<BANKACCTFROM><BANKID>121000248<ACCTID>"
+    return bankDocument(
+        "<STMTTRNRS><TRNUID>1<STMTRS><CURDEF>USD<BANKACCTFROM><BANKID>121000248<ACCTID>"
         "0012345678<ACCTTYPE>CHECKING</BANKACCTFROM>" +
-        elements + "</STMTRS></STMTTRNRS></BANKMSGSRSV1>");
+        elements + "</STMTRS></STMTTRNRS>");
 }
 
 /// The same with these elements in the list of transactions.
 inline std::string transactionsWith(const std::string& transactions) {
     return statementWith("<BANKTRANLIST>" + transactions + "</BANKTRANLIST>");
 }
+
+/// A document of one transaction.
+inline const std::string kDocument =
+    transactionsWith("<STMTTRN><DTPOSTED>20240102<TRNAMT>1<NAME>Shop</STMTTRN>");
 
 /// The lines of a text, without their ends.
 inline std::vector<std::string> linesOf(const std::string& text) {
@@ -74,6 +89,13 @@ inline std::vector<std::string> linesOf(const std::string& text) {
         start = end + 1;
     }
     return lines;
+}
+
+/// The first line that has a part; empty when none has.
+inline std::string lineWith(const std::string& text, std::string_view part) {
+    for (const std::string& line : linesOf(text))
+        if (contains(line, part)) return line;
+    return "";
 }
 
 }  // namespace brackwell::tests

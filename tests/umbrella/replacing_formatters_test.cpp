@@ -80,7 +80,7 @@ void checkOutlivedItsUse(const Record& record) {
     CHECK(record.isDestroyed);
 }
 
-constexpr std::string_view kStatement =
+constexpr std::string_view kTwoPayments =
     "<CURDEF>USD<BANKACCTFROM><BANKID>1<ACCTID>2<ACCTTYPE>CHECKING</BANKACCTFROM>"
     "<BANKTRANLIST><DTSTART>20240101<STMTTRN><DTPOSTED>20240131<TRNAMT>1,000.00<FITID>1<MEMO>first</STMTTRN>"
     "<STMTTRN><DTPOSTED>20240201<TRNAMT>-6.00<FITID>2<MEMO>second</STMTTRN></BANKTRANLIST>"
@@ -137,7 +137,7 @@ TEST_CASE("a formatter may take the helper, and the node, away from the object t
     Record numbers;
     Record dates;
     TvOFXStatementResponse statement;
-    std::optional<ParseDictionary> node = parsed(kStatement);
+    std::optional<ParseDictionary> node = parsed(kTwoPayments);
     const auto replace = [&] {
         statement.setHelperObject(nullptr);
         statement.setOriginalParseData(std::nullopt);
@@ -150,7 +150,7 @@ TEST_CASE("a formatter may take the helper, and the node, away from the object t
         statement.setHelperObject(std::move(helper));
     }
     statement.parseDictionary(node);
-    CHECK(statement.originalParseData() == parsed(kStatement));
+    CHECK(statement.originalParseData() == parsed(kTwoPayments));
     checkStatement(statement);
     CHECK(dates.asked > 0);
     CHECK_FALSE(dates.wasDestroyedWhileAsked);
@@ -179,7 +179,7 @@ TEST_CASE("a formatter may replace helper and tree of the interpreter that build
     Record dates;
     TvOFXInterpreter interpreter{TvOFXParserResult()};
     std::optional<ParseDictionary> node = parsed("<TRNUID>1<STATUS><CODE>0<SEVERITY>INFO</STATUS><STMTRS>" +
-                                                 std::string(kStatement) + "</STMTRS>");
+                                                 std::string(kTwoPayments) + "</STMTRS>");
     {
         auto helper = std::make_shared<TvOFXHelper>();
         helper->setDateFormatter(std::make_shared<ReplacingDates>(dates, [&] {
@@ -203,7 +203,7 @@ TEST_CASE("a formatter may replace helper and tree of the interpreter that build
 TEST_CASE("the helper that a formatter gives the interpreter while it interprets stays") {
     Record dates;
     TvOFXParserResult result;
-    result.ofxData = parsed("<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS>" + std::string(kStatement) +
+    result.ofxData = parsed("<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS>" + std::string(kTwoPayments) +
                             "</STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>");
     TvOFXInterpreter interpreter(result);
     const auto next = std::make_shared<TvOFXHelper>();
@@ -269,7 +269,7 @@ TEST_CASE("a formatter may replace the options that a file is opened with") {
     options.dateFormatter = std::make_shared<ReplacingDates>(dates, replace);
     const OpenedFile file =
         openData(Data::copy("OFXHEADER:100\nVERSION:102\n\n<OFX><BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS>" +
-                            std::string(kStatement) + "</STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>"),
+                            std::string(kTwoPayments) + "</STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>"),
                  options);
     REQUIRE(file.statements().size() == 1);
     checkStatement(*file.statements()[0]);

@@ -11,7 +11,7 @@ namespace {
 
 using Message = std::shared_ptr<TvOFXMessage>;
 
-std::string transcript(const Message& message) { return message ? transcriptOf(*message) : "nothing"; }
+std::string messageText(const Message& message) { return message ? transcriptOf(*message) : "nothing"; }
 
 std::string examplePath(const std::string& name) { return std::string(BRACKWELL_EXAMPLES_DIR) + "/" + name; }
 
@@ -27,7 +27,7 @@ TEST_CASE("an import survives exhausted memory at every allocation") {
             [&] {
                 return TovanaOFXController::importOFXFileFromData(data, example.encoding, nullptr, nullptr);
             },
-            transcript);
+            messageText);
     }
 }
 
@@ -36,7 +36,7 @@ TEST_CASE("an import of a caller's bytes survives exhausted memory") {
     const Data data = exampleData("card.ofx");
     surviveMaking(
         tally, [&] { return TovanaOFXController::importOFXFileFromData(Data::view(data.bytes())); },
-        transcript);
+        messageText);
 }
 
 TEST_CASE("an import from a file survives exhausted memory at every allocation") {
@@ -45,9 +45,9 @@ TEST_CASE("an import from a file survives exhausted memory at every allocation")
         CAPTURE(name);
         const std::string path = examplePath(name);
         surviveMaking(
-            tally, [&] { return TovanaOFXController::importOFXFileFromURL(path); }, transcript);
+            tally, [&] { return TovanaOFXController::importOFXFileFromURL(path); }, messageText);
         surviveMaking(
-            tally, [&] { return TovanaOFXController::importOFXFileFromURL("file://" + path); }, transcript);
+            tally, [&] { return TovanaOFXController::importOFXFileFromURL("file://" + path); }, messageText);
     }
 }
 
@@ -66,7 +66,7 @@ TEST_CASE("an import with formatters survives exhausted memory at every allocati
             [&] {
                 return TovanaOFXController::importOFXFileFromData(data, TextEncodingNone, numbers, dates);
             },
-            transcript);
+            messageText);
     }
 }
 
