@@ -24,6 +24,8 @@ public:
         for (unsigned i = 0; i < size; ++i) bits |= unsigned{bytes_[i] == character} << i;
         return bits;
     }
+    /// Which bytes are "<", ">" or "&".
+    unsigned markup() const noexcept { return equal('<') | equal('>') | equal('&'); }
     /// Which bytes are at least this character, as numbers from 0 to 255.
     unsigned atLeast(char character) const noexcept {
         const auto least = static_cast<unsigned char>(character);
@@ -53,6 +55,12 @@ public:
 
     unsigned equal(char character) const noexcept { return equal(_mm_set1_epi8(character)); }
     unsigned equal(const ByteBlock& other) const noexcept { return equal(other.bytes_); }
+    unsigned markup() const noexcept {
+        const __m128i angle =
+            _mm_cmpeq_epi8(_mm_or_si128(bytes_, _mm_set1_epi8('<' ^ '>')), _mm_set1_epi8('>'));
+        const __m128i ampersand = _mm_cmpeq_epi8(bytes_, _mm_set1_epi8('&'));
+        return static_cast<unsigned>(_mm_movemask_epi8(_mm_or_si128(angle, ampersand)));
+    }
     unsigned atLeast(char character) const noexcept {
         return equal(_mm_max_epu8(bytes_, _mm_set1_epi8(character)));
     }

@@ -54,7 +54,9 @@ public:
         return begin;
     }
     void pop() noexcept { --size_; }
-    void truncate(std::uint32_t size) noexcept { size_ = size; }
+    /// Fewer values, or more that were written into the room that is reserved.
+    void setSize(std::uint32_t size) noexcept { size_ = size; }
+    std::uint32_t capacity() const noexcept { return capacity_; }
     void reserve(std::size_t count) {
         if (count <= capacity_ - size_) return;
         checkRoomFor(count);

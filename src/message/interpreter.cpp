@@ -9,6 +9,7 @@
 #include "fields/wrapper_name.h"
 #include "memory/make_room.h"
 #include "memory/rollback.h"
+#include "message/response_as.h"
 #include "tree/node_ref.h"
 
 namespace brackwell {
@@ -180,9 +181,9 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
     for (const ResponseClass& row : kResponseClasses) {
         if (row.name != name) continue;
         std::shared_ptr<TvOFXResponse> response = row.make(andResponseDict, helperObject_);
-        if (auto asSignOn = std::dynamic_pointer_cast<TvOFXSignOnResponse>(response))
+        if (auto asSignOn = responseAs<TvOFXSignOnResponse>(response))
             signOnResponse_ = std::move(asSignOn);
-        else if (auto asProfile = std::dynamic_pointer_cast<TvOFXFIProfileResponse>(response))
+        else if (auto asProfile = responseAs<TvOFXFIProfileResponse>(response))
             fiProfileResponse_ = std::move(asProfile);
         return response;
     }

@@ -263,9 +263,9 @@ std::strong_ordering StatementAccount::operator<=>(const StatementAccount& other
 
 StatementAccount accountOf(const TvOFXAccountStatement& statement) noexcept {
     StatementAccount account;
-    if (const auto* bank = opening::responseAs<TvOFXStatementResponse>(statement))
+    if (const auto* bank = responseAs<TvOFXStatementResponse>(statement))
         account.bank = bank->bankAccountFrom();
-    if (const auto* card = opening::responseAs<TvOFXCCStatementResponse>(statement))
+    if (const auto* card = responseAs<TvOFXCCStatementResponse>(statement))
         account.card = card->creditCardAccountFrom();
     return account;
 }

@@ -4,18 +4,11 @@
 #include <brackwell/statements.h>
 
 #include <memory>
-#include <typeinfo>
 #include <vector>
 
-namespace brackwell::opening {
+#include "message/response_as.h"
 
-/// The response as one of that class, which has no classes derived from it; null when it is of another. In a
-/// small document this takes noticeably less time than a dynamic_cast.
-template <class Class>
-const Class* responseAs(const TvOFXResponse& response) noexcept {
-    static_assert(std::is_final_v<Class>);
-    return typeid(response) == typeid(Class) ? static_cast<const Class*>(&response) : nullptr;
-}
+namespace brackwell::opening {
 
 /// The response as a bank or card statement; null when it is neither.
 inline const TvOFXAccountStatement* statementIn(const TvOFXResponse& response) noexcept {

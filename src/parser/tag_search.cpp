@@ -12,10 +12,6 @@ TextEnd findOpenByBytes(std::string_view text, std::size_t from) noexcept {
     return {std::min(end.position, text.size()), end.hasEntity};
 }
 
-std::size_t findMarkupByBytes(std::string_view text, std::size_t from) noexcept {
-    return std::min(text.find_first_of("<>&", from), text.size());
-}
-
 std::size_t findCloseByBytes(std::string_view text, std::size_t from) noexcept {
     return std::min(text.find('>', from), text.size());
 }

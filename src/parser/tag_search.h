@@ -17,7 +17,6 @@ struct TextEnd {
 
 /// The searches in what is too short for a block. Nothing is found past the end.
 TextEnd findOpenByBytes(std::string_view text, std::size_t from) noexcept;
-std::size_t findMarkupByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findCloseByBytes(std::string_view text, std::size_t from) noexcept;
 std::size_t findInkByBytes(std::string_view text, std::size_t from) noexcept;
 
@@ -35,15 +34,14 @@ TextEnd findOpen(std::string_view text, std::size_t from) noexcept {
     return {end.position, end.hasEntity || ampersands != 0};
 }
 
-/// Where the next "<", ">" or "&" stands at or after `from`, or the text's end.
+/// Where the next "<", ">" or "&" stands at or after `from`; somewhere past `last` when none stands up to
+/// there. A block can be read at `last`, too.
 template <class Block = ByteBlock>
-std::size_t findMarkup(std::string_view text, std::size_t from) noexcept {
-    for (; from + Block::size <= text.size(); from += Block::size) {
-        const Block block(text.data() + from);
-        if (const unsigned found = block.equal('<') | block.equal('>') | block.equal('&'); found != 0)
+const char* findMarkup(const char* from, const char* last) noexcept {
+    for (; from <= last; from += Block::size)
+        if (const unsigned found = Block(from).markup(); found != 0)
             return from + static_cast<unsigned>(std::countr_zero(found));
-    }
-    return findMarkupByBytes(text, from);
+    return last + 1;
 }
 
 /// Where the next byte stands that is neither a blank nor a control character, or the text's end.

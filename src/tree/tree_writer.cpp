@@ -46,7 +46,7 @@ char* TreeWriter::appendOwnText(std::size_t size) {
 void TreeWriter::setOwnTextSize(std::size_t size) noexcept {
     Node& leaf = document_.nodes_.back();
     leaf.size = static_cast<std::uint32_t>(size);
-    document_.ownText_.truncate((leaf.begin & ~Node::kOwnText) + leaf.size);
+    document_.ownText_.setSize((leaf.begin & ~Node::kOwnText) + leaf.size);
 }
 
 void TreeWriter::close() noexcept {

@@ -39,6 +39,8 @@ public:
         document_.nodes_[leaf].size = static_cast<std::uint32_t>(size);
     }
 
+    class LeafRun;
+
     /// Opens an aggregate, whose name begins here in the body.
     void open(NameID name, std::uint32_t nameBegin = 0) {
         innermost_ = add(name | Node::kAggregate, 0, 0, nameBegin);
@@ -105,6 +107,69 @@ private:
     std::array<Place, kKnownElementCount> places_{};  ///< by name
     PodVector<Place> placesOfUnknown_;
     PodVector<Overwritten> overwritten_;
+};
+
+/// Adds leaves of known names, slices of the body, to the innermost aggregate, as `leaf` would one by one.
+/// What that changes for each of them stays in registers until the end; before then, nothing else may be
+/// written.
+class TreeWriter::LeafRun {
+public:
+    explicit LeafRun(TreeWriter& writer) noexcept : writer_(writer) { begin(); }
+    LeafRun(const LeafRun&) = delete;
+    LeafRun& operator=(const LeafRun&) = delete;
+    ~LeafRun() { end(); }
+
+    /// Goes on after something else was written.
+    void begin() noexcept {
+        PodVector<Node>& nodes = writer_.document_.nodes_;
+        next_ = nodes.data() + nodes.size();
+        end_ = nodes.data() + nodes.capacity();
+    }
+    void end() noexcept {
+        PodVector<Node>& nodes = writer_.document_.nodes_;
+        const auto size = static_cast<std::uint32_t>(next_ - nodes.data());
+        nodes[writer_.innermost_].size += size - nodes.size() - repeated_;
+        nodes.setSize(size);
+        repeated_ = 0;
+    }
+
+    void add(NameID name, std::string_view slice) {
+        if (next_ == end_) makeRoom();
+        Node* const nodes = writer_.document_.nodes_.data();
+        const std::uint32_t aggregate = writer_.innermost_;
+        const auto node = static_cast<std::uint32_t>(next_ - nodes);
+        Node& added = *next_++;
+        added.nameAndKind = name;
+        added.begin = static_cast<std::uint32_t>(slice.data() - writer_.document_.body_.data());
+        added.size = static_cast<std::uint32_t>(slice.size());
+        added.next = 0;
+        Place& place = writer_.places_[name];
+        const Place before = place;
+        place.aggregate = aggregate;
+        place.node = node;
+        if (before.aggregate == aggregate && before.node != 0) {
+            added.nameAndKind = name | Node::kRepeated;
+            nodes[before.node].next = node;
+            ++repeated_;
+        } else if (before.node != 0 && nodes[before.aggregate].begin == 0) {
+            writer_.overwritten_.push({name, before});
+        }
+    }
+
+    /// Of the leaf that was added last.
+    NameID lastName() const noexcept { return next_[-1].name(); }
+
+private:
+    void makeRoom() {
+        end();
+        writer_.document_.nodes_.reserve(writer_.document_.nodes_.size());
+        begin();
+    }
+
+    TreeWriter& writer_;
+    Node* next_;
+    Node* end_;
+    std::uint32_t repeated_ = 0;  ///< leaves that bring the aggregate no further name
 };
 
 }  // namespace brackwell::reading

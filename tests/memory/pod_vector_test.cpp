@@ -22,12 +22,12 @@ TEST_CASE("a plain vector is cut from its end") {
     for (const char c : {'a', 'b', 'c', 'd'}) values.push(c);
     values.pop();
     CHECK(values.back() == 'c');
-    values.truncate(1);
+    values.setSize(1);
     CHECK(values.size() == 1);
     CHECK(values.back() == 'a');
     values.push('x');
     CHECK(values[1] == 'x');
-    values.truncate(0);
+    values.setSize(0);
     CHECK(values.empty());
 }
 
@@ -41,6 +41,21 @@ TEST_CASE("reserving changes nothing but where values go") {
     CHECK(values.data() == before);
     CHECK(values[0] == 7);
     CHECK(values[1000] == 999);
+}
+
+TEST_CASE("values may be written into the room of a plain vector before they count") {
+    PodVector<int> values;
+    values.push(7);
+    values.reserve(2);
+    REQUIRE(values.capacity() >= 3);
+    values.data()[1] = 8;
+    values.data()[2] = 9;
+    values.setSize(3);
+    CHECK(values[0] == 7);
+    CHECK(values.back() == 9);
+    values.push(10);
+    CHECK(values.size() == 4);
+    CHECK(values[2] == 9);
 }
 
 TEST_CASE("moving a plain vector hands its values over") {

@@ -16,8 +16,8 @@ inline bool hasTerminals() {
     return obstacle.empty();
 }
 
-inline Finished onTerminal(std::vector<std::string> arguments, std::map<std::string, std::string> environment = {},
-                           unsigned short columns = 80) {
+inline Finished onTerminal(std::vector<std::string> arguments,
+                           std::map<std::string, std::string> environment = {}, unsigned short columns = 80) {
     Command command = toolCommand(std::move(arguments));
     command.environment = std::move(environment);
     return runOnTerminal(command, columns);
