@@ -16,6 +16,7 @@ struct Case {
     std::size_t items() const noexcept {
         return shape.realms > 0 ? shape.realms : shape.statements * shape.transactions;
     }
+    bool hasBankTransactions() const noexcept { return shape.realms == 0 && shape.positions == 0; }
 };
 
 /// All documents of one version, in the order of the tables.

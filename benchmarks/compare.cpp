@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Times pairs side by side and prints a table of their ratios: imports beside a general XML parser that
-// builds and releases its plain tree of the same bytes, OFX 1 beside OFX 2, investments beside bank
-// statements, large beside small, and the layer that opens files and the command-line tool beside the import.
+// builds and releases its plain tree of the same bytes, alone and with a walk over the transactions, OFX 1
+// beside OFX 2, investments beside bank statements, large beside small, and the layer that opens files and
+// the command-line tool beside the import.
 //
 //     brackwell-compare SECONDS DOCUMENTS TOOL [opening]
 //
@@ -23,6 +24,10 @@ Work importing(const Case& document, const Data& data) {
     return repeated([&document, data] { importDocument(data, document.shape); });
 }
 
+Work importingAndWalking(const Case& document, const Data& data) {
+    return repeated([&document, data] { walkOf(*importDocument(data, document.shape)); });
+}
+
 Work opening(const Case& document, const Data& data) {
     return repeated([&document, data] { openDocument(data, document.shape); });
 }
@@ -31,6 +36,14 @@ Work loading(const Case& document, std::string_view bytes) {
     return repeated([&document, bytes] {
         pugi::xml_document tree;
         loadTree(tree, bytes, document.shape);
+    });
+}
+
+Work loadingAndWalking(const Case& document, std::string_view bytes) {
+    return repeated([&document, bytes] {
+        pugi::xml_document tree;
+        loadTree(tree, bytes, document.shape);
+        walkOf(tree);
     });
 }
 
@@ -69,6 +82,23 @@ void comparePeer(const Setting& setting, Memory memory) {
             printRow(
                 document, bytes,
                 compare(importing(document, Data::view(bytes)), loading(document, bytes), setting.seconds));
+        });
+    }
+}
+
+/// What an application does with both: it asks every transaction for its day, the sign of its amount, and its
+/// payee.
+void compareWalks(const Setting& setting, Memory memory) {
+    printTitle("Import of OFX 2 and a walk over its transactions", "pugixml's tree and the same walk",
+               memory == Memory::kept ? "memory kept" : "memory as usual");
+    for (const Case& document : casesOfVersion(2)) {
+        if (!document.hasBankTransactions()) continue;
+        inOwnProcess(memory, [&] {
+            const std::string_view bytes = setting.bytesOf(document);
+            checkReaders(document, bytes);
+            printRow(document, bytes,
+                     compare(importingAndWalking(document, Data::view(bytes)),
+                             loadingAndWalking(document, bytes), setting.seconds));
         });
     }
 }
@@ -174,6 +204,8 @@ int main(int count, char** arguments) {
     }
     comparePeer(setting, Memory::asUsual);
     comparePeer(setting, Memory::kept);
+    compareWalks(setting, Memory::asUsual);
+    compareWalks(setting, Memory::kept);
     compareVersions(setting);
     compareInvestments(setting);
     compareSizes(setting);

@@ -6,6 +6,7 @@
 #include <brackwell/statements.h>
 
 #include <charconv>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
 
@@ -65,7 +66,57 @@ std::shared_ptr<TvOFXMessage> importInvestments(const Data& data, Totals* totals
     return message;
 }
 
+/// The days from 1970-01-01 to a day that is written as "yyyyMMdd".
+std::int64_t daysOf(std::string_view date) {
+    const auto number = [date](std::size_t begin, std::size_t size) {
+        unsigned value = 0;
+        std::from_chars(date.data() + begin, date.data() + begin + size, value);
+        return value;
+    };
+    if (date.size() < 8) return 0;
+    const std::chrono::year_month_day day(std::chrono::year(static_cast<int>(number(0, 4))),
+                                          std::chrono::month(number(4, 2)), std::chrono::day(number(6, 2)));
+    return std::chrono::sys_days(day).time_since_epoch().count();
+}
+
+void checkWalks(const Case& document, std::string_view bytes) {
+    pugi::xml_document tree;
+    if (!loadTree(tree, bytes, document.shape)) fail(document, "no tree of the peer's");
+    const Walk walk = walkOf(*importDocument(Data::view(bytes), document.shape));
+    if (document.hasBankTransactions() && (walk.days == 0 || walk.outgoing == 0 || walk.nameBytes == 0))
+        fail(document, "nothing to walk over");
+    if (walk != walkOf(tree)) fail(document, "the walks disagree");
+}
+
 }  // namespace
+
+Walk walkOf(const TvOFXMessage& message) {
+    Walk walk;
+    for (const auto& response : message.bankingMsgSet()) {
+        const auto* statement = dynamic_cast<const TvOFXStatementResponse*>(response.get());
+        if (statement == nullptr) continue;
+        for (const auto& transaction : statement->statementTransactions()) {
+            if (const auto day = transaction->dayPosted())
+                walk.days += std::chrono::sys_days(*day).time_since_epoch().count();
+            walk.outgoing += transaction->amount() && transaction->amount()->isNegative();
+            walk.nameBytes += transaction->payeeName().value_or("").size();
+        }
+    }
+    return walk;
+}
+
+Walk walkOf(const pugi::xml_document& tree) {
+    Walk walk;
+    const pugi::xml_node bank = tree.child("OFX").child("BANKMSGSRSV1");
+    for (const pugi::xml_node wrapper : bank.children("STMTTRNRS"))
+        for (const pugi::xml_node transaction :
+             wrapper.child("STMTRS").child("BANKTRANLIST").children("STMTTRN")) {
+            walk.days += daysOf(transaction.child_value("DTPOSTED"));
+            walk.outgoing += transaction.child_value("TRNAMT")[0] == '-';
+            walk.nameBytes += std::string_view(transaction.child_value("NAME")).size();
+        }
+    return walk;
+}
 
 std::shared_ptr<TvOFXMessage> importDocument(const Data& data, const Shape& shape) {
     if (shape.positions > 0) return importInvestments(data, nullptr);
@@ -126,8 +177,9 @@ void checkReaders(const Case& document, std::string_view bytes) {
     if (totals.transactions + totals.realms != document.items()) fail(document, "not as many as written");
     if (totals.transactions > 0 && totals.cents == 0) fail(document, "no amounts");
     if (totals != totalsOfOpening(document, bytes)) fail(document, "what is opened is not what is imported");
-    if (document.shape.version2 && totals != totalsOfTree(document, bytes))
-        fail(document, "the readers disagree");
+    if (!document.shape.version2) return;
+    if (totals != totalsOfTree(document, bytes)) fail(document, "the readers disagree");
+    checkWalks(document, bytes);
 }
 
 }  // namespace brackwell::benchmarks

@@ -30,13 +30,25 @@ OpenedFile openDocument(const Data& data, const Shape& shape);
 /// reads such a document as Latin-1, which is the same for the letters that are generated.
 bool loadTree(pugi::xml_document& tree, std::string_view bytes, const Shape& shape);
 
+/// What an application asks of every bank transaction, so that two readers can be seen to answer alike.
+struct Walk {
+    std::int64_t days = 0;      ///< the sum of the days of posting, from 1970-01-01
+    std::size_t outgoing = 0;   ///< amounts below zero
+    std::size_t nameBytes = 0;  ///< of all payees
+
+    bool operator==(const Walk&) const = default;
+};
+Walk walkOf(const TvOFXMessage& message);
+/// By hand, as one who knows where everything stands would write it.
+Walk walkOf(const pugi::xml_document& tree);
+
 /// All end the program when the document is not what was written.
 Totals totalsOfImport(const Case& document, std::string_view bytes);
 Totals totalsOfOpening(const Case& document, std::string_view bytes);
 Totals totalsOfTree(const Case& document, std::string_view bytes);
 
 /// Ends the program unless every reader sees what was written, and the same: the import, the layer
-/// above it, and for OFX 2 the peer.
+/// above it, and for OFX 2 the peer; and unless the walks see the same.
 void checkReaders(const Case& document, std::string_view bytes);
 
 }  // namespace brackwell::benchmarks
