@@ -2,6 +2,7 @@
 #include "report/html_writer.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string>
 #include <system_error>
@@ -13,7 +14,7 @@ namespace tool {
 namespace {
 
 /// What is written for a byte; "" when it stands for itself.
-std::string_view entityOf(char c) noexcept {
+constexpr std::string_view entityOf(char c) noexcept {
     switch (c) {
         case '&':
             return "&amp;";
@@ -36,6 +37,29 @@ std::string_view entityOf(char c) noexcept {
     }
 }
 
+/// What a text is written as from one of its bytes on, and how many bytes that stands for; "" when the byte
+/// stands for itself.
+struct Escape {
+    std::string_view entity;
+    std::size_t size = 1;
+};
+Escape escapeOf(std::string_view rest) noexcept {
+    // The last two code points of the basic plane are no characters, and not allowed in XML.
+    if (rest.starts_with("\xEF\xBF\xBE") || rest.starts_with("\xEF\xBF\xBF")) return {"\xEF\xBF\xBD", 3};
+    return {entityOf(rest.front())};
+}
+/// By byte: whether an escape may begin there.
+constexpr auto kMayEscape = [] {
+    std::array<bool, 256> may{};
+    for (std::size_t byte = 0; byte < may.size(); ++byte) {
+        const auto c = static_cast<char>(static_cast<unsigned char>(byte));
+        may[byte] = c == '\xEF' || !entityOf(c).empty();
+    }
+    return may;
+}();
+
+bool isLineEnd(char c) noexcept { return c == '\t' || c == '\n' || c == '\r'; }
+
 }  // namespace
 
 bool HtmlWriter::isGood() const noexcept { return output_.isGood(); }
@@ -45,10 +69,9 @@ void HtmlWriter::writePlain(std::string_view markup) { output_.write(markup); }
 void HtmlWriter::writeValue(std::string_view text) { writeEscaped(visibleText(text)); }
 
 void HtmlWriter::writeValue(ExactText exact) {
-    constexpr std::string_view lineEnds = "\t\n\r";
     std::string visible;
     for (std::string_view rest = exact.text; !rest.empty();) {
-        const std::size_t plain = std::min(rest.find_first_of(lineEnds), rest.size());
+        const auto plain = static_cast<std::size_t>(std::ranges::find_if(rest, isLineEnd) - rest.begin());
         visible += visiblePart(rest.substr(0, plain));
         if (plain < rest.size()) visible += rest[plain];
         rest.remove_prefix(std::min(plain + 1, rest.size()));
@@ -57,24 +80,17 @@ void HtmlWriter::writeValue(ExactText exact) {
 }
 
 void HtmlWriter::writeEscaped(std::string_view visible) {
-    // The last two code points of the basic plane are no characters, and not allowed in XML.
-    constexpr std::string_view noCharacters[] = {"\xEF\xBF\xBE", "\xEF\xBF\xBF"};
     std::string_view rest = visible;
     for (std::size_t i = 0; i < rest.size();) {
-        std::string_view entity = entityOf(rest[i]);
-        std::size_t size = 1;
-        if (const std::string_view three = rest.substr(i, 3);
-            three == noCharacters[0] || three == noCharacters[1]) {
-            entity = "\xEF\xBF\xBD";
-            size = three.size();
-        }
-        if (entity.empty()) {
+        const Escape escape =
+            kMayEscape[static_cast<unsigned char>(rest[i])] ? escapeOf(rest.substr(i)) : Escape();
+        if (escape.entity.empty()) {
             ++i;
             continue;
         }
         output_.write(rest.substr(0, i));
-        output_.write(entity);
-        rest.remove_prefix(i + size);
+        output_.write(escape.entity);
+        rest.remove_prefix(i + escape.size);
         i = 0;
     }
     output_.write(rest);

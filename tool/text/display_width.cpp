@@ -24,13 +24,17 @@ std::size_t characterWidth(char32_t character) noexcept {
 }
 
 std::size_t displayWidth(std::string_view text) noexcept {
+    const auto isASCII = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
     std::size_t width = 0;
-    while (!text.empty()) {
+    for (;;) {
+        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isASCII) - text.begin());
+        width += plain;
+        text.remove_prefix(plain);
+        if (text.empty()) return width;
         const Character character = firstCharacter(text);
         width += characterWidth(character.code);
         text.remove_prefix(character.size);
     }
-    return width;
 }
 
 std::string clipped(std::string_view text, std::size_t width) {

@@ -13,6 +13,17 @@ namespace {
 
 bool isPlain(char c) noexcept { return c > ' ' && c < '\x7F'; }
 
+/// True for plain characters with single blanks between them, which most texts consist of. They are shown as
+/// they are.
+bool isShownAsItIs(std::string_view text) noexcept {
+    bool afterBlank = true;  // nor does a text begin with one
+    for (const char c : text) {
+        if (c == ' ' ? afterBlank : !isPlain(c)) return false;
+        afterBlank = c == ' ';
+    }
+    return !afterBlank;
+}
+
 /// Characters that order what stands around them from right to left, or end such an order.
 bool turnsDirection(char32_t code) noexcept {
     return code == 0x061C || code == 0x200E || code == 0x200F || (code >= 0x202A && code <= 0x202E) ||
@@ -50,6 +61,7 @@ bool isTerminalCommand(char32_t code) noexcept {
 }
 
 std::string visibleText(std::string_view text) {
+    if (isShownAsItIs(text)) return std::string(text);
     std::string result;
     result.reserve(text.size());
     bool blank = false;  // one is due before the next character
