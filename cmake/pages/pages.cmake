@@ -60,6 +60,7 @@ function(add_page_program name source)
     target_link_libraries(page-${name} PRIVATE brackwell::brackwell)
     # They run once and for a moment, so most of their time is compilation.
     target_compile_options(page-${name} PRIVATE -O0)
+    target_precompile_headers(page-${name} REUSE_FROM brackwell-test-headers)
     set_target_properties(page-${name} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY ${out}/bin OUTPUT_NAME ${name})
 endfunction()

@@ -20,7 +20,7 @@ std::string inCapitals(std::string_view name) {
 }
 
 /// An open element of a document, or the document itself, with the names that stand in it.
-struct Open {
+struct OpenAggregate {
     std::string_view name;
     std::set<std::string_view> children;
 };
@@ -60,7 +60,7 @@ private:
 
     void element(std::size_t tag, bool hasText) {
         const std::string_view name = waiting_;  // "<>" repeats it
-        Open& parent = open_.back();
+        OpenAggregate& parent = open_.back();
         const bool isFirst = parent.children.insert(name).second;
         if (isInvalid(name, parent.name, isFirst, hasText)) found_.push_back({tag, std::string(name)});
         if (!hasText) open_.push_back({name, {}});
@@ -75,7 +75,7 @@ private:
     }
 
     std::string_view body_;
-    std::vector<Open> open_;
+    std::vector<OpenAggregate> open_;
     std::string_view waiting_;
     std::vector<InvalidElement> found_;
 };
