@@ -9,6 +9,7 @@
 ///             std::cout << transaction->amount()->toString() << '\n';
 
 #include <brackwell/accounts.h>
+#include <brackwell/internal/optional_dates.h>
 #include <brackwell/internal/text_fields.h>
 
 #include <array>
@@ -102,13 +103,13 @@ public:
     OptionalText transactionType() const noexcept { return texts_.get(transactionType_); }
     /// When it was booked (DTPOSTED); nothing when that is no date, see originalDatePostedString. The time is
     /// taken for UTC whatever zone the text names, so "20240131120000.000[-5:EST]" is 12:00 UTC: intended.
-    std::optional<Date> datePosted() const noexcept { return datePosted_; }
+    std::optional<Date> datePosted() const noexcept { return dates_.get(datePosted_); }
     /// Another date than the stored one also renews sort_date.
     void setDatePosted(std::optional<Date> date) noexcept;
     /// When the user began it (DTUSER).
-    std::optional<Date> dateUserInit() const noexcept { return dateUserInit_; }
+    std::optional<Date> dateUserInit() const noexcept { return dates_.get(dateUserInit_); }
     /// From when on the money can be used (DTAVAIL).
-    std::optional<Date> dateFundsAvailable() const noexcept { return dateFundsAvailable_; }
+    std::optional<Date> dateFundsAvailable() const noexcept { return dates_.get(dateFundsAvailable_); }
     /// The amount (TRNAMT), negative when money leaves the account. It is in the statement's currency unless
     /// the transaction has one of its own, which currencyOf in investments.h tells.
     const std::optional<Decimal>& amount() const noexcept { return amount_; }
@@ -189,7 +190,7 @@ public:
 private:
     friend class TvOFXAccountStatement;
     struct Elements;
-    struct Parties;
+    struct Apart;
     enum Text : std::size_t {
         transactionType_,
         fiTransactionID_,
@@ -208,17 +209,15 @@ private:
         originalDatePostedString_,
         textCount
     };
+    enum DateField : std::size_t { datePosted_, dateUserInit_, dateFundsAvailable_, dateCount };
     BRACKWELL_INTERNAL void read(const reading::NodeRef& node);
-    BRACKWELL_INTERNAL Parties& parties();
+    BRACKWELL_INTERNAL Apart& apart();
     BRACKWELL_INTERNAL bool agreesOnParties(const TvOFXStatementTransaction& other) const;
 
     internal::TextFields<textCount> texts_;
-    std::optional<Date> datePosted_;
-    std::optional<Date> dateUserInit_;
-    std::optional<Date> dateFundsAvailable_;
+    internal::OptionalDates<dateCount> dates_;
     std::optional<Decimal> amount_;
-    std::unique_ptr<Parties> parties_;  ///< payee and accounts; most transactions have none
-    std::array<char, 8> cachedSortDateString_{};
+    std::unique_ptr<Apart> apart_;  ///< what most transactions have none of
 };
 
 /// What bank and card statements have in common: all but the account.

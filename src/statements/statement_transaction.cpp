@@ -2,6 +2,7 @@
 #include <brackwell/statements.h>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 #include "dates/civil_time.h"
@@ -10,32 +11,38 @@
 
 namespace brackwell {
 
-/// Apart from the transaction and made on demand: most transactions have none of them, and a statement has
+/// Apart from the transaction and made on demand: most transactions have none of it, and a statement has
 /// very many transactions.
-struct TvOFXStatementTransaction::Parties {
+struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Apart {
     std::shared_ptr<TvOFXPayee> payee;
     std::shared_ptr<TvOFXBankAccount> bankAccountTo;
     std::shared_ptr<TvOFXCreditCardAccount> creditCardAccountTo;
+    std::array<char, 8> sortDate{};  ///< begins with NUL until somebody asks for it
+
+    bool hasParties() const noexcept { return payee || bankAccountTo || creditCardAccountTo; }
 };
 
 struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
     using Self = TvOFXStatementTransaction;
 
+    template <DateField field>
+    static void date(Self& self, const NodeRef& value) {
+        if (value.isText()) self.dates_.set(field, helperOf(self).dateFromOFXDateString(value.text()));
+    }
     static void datePosted(Self& self, const NodeRef& value) {
-        date<&Self::datePosted_>(self, value);
+        date<datePosted_>(self, value);
         text<&Self::texts_, originalDatePostedString_>(self, value);
     }
     static void payee(Self& self, const NodeRef& value) {
-        if (value.isDictionary()) self.parties().payee = TvOFXPayee::initWithParseDict(value.dictionary());
+        if (value.isDictionary()) self.apart().payee = TvOFXPayee::initWithParseDict(value.dictionary());
     }
     static void bankAccountTo(Self& self, const NodeRef& value) {
         if (value.isDictionary())
-            self.parties().bankAccountTo = TvOFXBankAccount::initWithParserDict(value.dictionary());
+            self.apart().bankAccountTo = TvOFXBankAccount::initWithParserDict(value.dictionary());
     }
     static void creditCardAccountTo(Self& self, const NodeRef& value) {
         if (value.isDictionary())
-            self.parties().creditCardAccountTo =
-                TvOFXCreditCardAccount::initWithParseDict(value.dictionary());
+            self.apart().creditCardAccountTo = TvOFXCreditCardAccount::initWithParseDict(value.dictionary());
     }
 
     static constexpr TextTable<textCount> kTexts{{
@@ -60,8 +67,8 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
 
     static constexpr auto kTable = elementTable<&Self::texts_, kTexts>({
         {element("DTPOSTED"), datePosted},
-        {element("DTUSER"), date<&Self::dateUserInit_>},
-        {element("DTAVAIL"), date<&Self::dateFundsAvailable_>},
+        {element("DTUSER"), date<dateUserInit_>},
+        {element("DTAVAIL"), date<dateFundsAvailable_>},
         {element("TRNAMT"), brackwell::amount<&Self::amount_>},
         {element("PAYEE"), payee},
         {element("BANKACCTTO"), bankAccountTo},
@@ -69,13 +76,13 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
     });
 
     struct DateKey {
-        std::optional<Date> Self::*date;
+        DateField field;
         std::string_view key;
     };
     static constexpr auto kDates = std::to_array<DateKey>({
-        {&Self::datePosted_, "dP"},
-        {&Self::dateUserInit_, "dUI"},
-        {&Self::dateFundsAvailable_, "dFA"},
+        {datePosted_, "dP"},
+        {dateUserInit_, "dUI"},
+        {dateFundsAvailable_, "dFA"},
     });
     /// In the order of the class's declaration.
     static constexpr auto kFields = std::to_array<Field>({
@@ -141,22 +148,22 @@ TvOFXStatementTransaction::TvOFXStatementTransaction() noexcept = default;
 
 TvOFXStatementTransaction::TvOFXStatementTransaction(const KeyedUnarchiver& coder) {
     decodeTexts(coder, texts_, Elements::kTexts);
-    for (const auto& [date, key] : Elements::kDates) this->*date = coder.decodeDate(key);
+    for (const auto& [field, key] : Elements::kDates) dates_.set(field, coder.decodeDate(key));
     amount_ = coder.decodeDecimal(Elements::kAmountKey);
-    Parties restored{decodeObject<TvOFXPayee>(coder, Elements::kPayeeKey),
-                     decodeObject<TvOFXBankAccount>(coder, Elements::kBankAccountKey),
-                     decodeObject<TvOFXCreditCardAccount>(coder, Elements::kCreditCardAccountKey)};
-    if (restored.payee || restored.bankAccountTo || restored.creditCardAccountTo)
-        parties() = std::move(restored);
+    Apart restored{decodeObject<TvOFXPayee>(coder, Elements::kPayeeKey),
+                   decodeObject<TvOFXBankAccount>(coder, Elements::kBankAccountKey),
+                   decodeObject<TvOFXCreditCardAccount>(coder, Elements::kCreditCardAccountKey),
+                   {}};
+    if (restored.hasParties()) apart() = std::move(restored);
 }
 
 TvOFXStatementTransaction::~TvOFXStatementTransaction() = default;
 
 void TvOFXStatementTransaction::parseDictionary(const std::optional<ParseDictionary>& node) {
     if (!node) return setOriginalParseData(std::nullopt);
-    Rollback before(texts_, datePosted_, dateUserInit_, dateFundsAvailable_, amount_);
+    Rollback before(texts_, dates_, amount_);
     // What is read goes into a copy.
-    Exchange copied(parties_, parties_ ? std::make_unique<Parties>(*parties_) : nullptr);
+    Exchange copied(apart_, apart_ ? std::make_unique<Apart>(*apart_) : nullptr);
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): a formatter may replace it
     const ParseDictionary held = *node;
     read(NodeRef::of(held));
@@ -180,14 +187,14 @@ std::string TvOFXStatementTransaction::description() const {
     if (amount_) append("amount", amount_->toString());
     if (payeeName()) append("payee", *payeeName());
     if (payee()) append("payee", payee()->description());
-    if (datePosted_) append("date posted", dateDescription(*datePosted_));
+    if (datePosted()) append("date posted", dateDescription(*datePosted()));
     return text;
 }
 
 void TvOFXStatementTransaction::encodeWithCoder(KeyedArchiver& coder) const {
     encodeTexts(coder, texts_, Elements::kTexts);
-    for (const auto& [date, key] : Elements::kDates)
-        if (this->*date) coder.encodeDate(key, *(this->*date));
+    for (const auto& [field, key] : Elements::kDates)
+        if (const std::optional<Date> date = dates_.get(field)) coder.encodeDate(key, *date);
     if (amount_) coder.encodeDecimal(Elements::kAmountKey, *amount_);
     encodeObject(coder, Elements::kPayeeKey, payee());
     encodeObject(coder, Elements::kBankAccountKey, bankAccountTo());
@@ -204,42 +211,43 @@ std::shared_ptr<TvOFXStatementTransaction> TvOFXStatementTransaction::initWithPa
 }
 
 void TvOFXStatementTransaction::setDatePosted(std::optional<Date> date) noexcept {
-    if (date == datePosted_) return;
-    datePosted_ = date;
-    cachedSortDateString_ = {};  // made again when it is next asked for
+    if (date == datePosted()) return;
+    dates_.set(datePosted_, date);
+    if (apart_) apart_->sortDate = {};  // made again when it is next asked for
 }
 
 std::shared_ptr<TvOFXPayee> TvOFXStatementTransaction::payee() const noexcept {
-    return parties_ ? parties_->payee : nullptr;
+    return apart_ ? apart_->payee : nullptr;
 }
 
 std::shared_ptr<TvOFXBankAccount> TvOFXStatementTransaction::bankAccountTo() const noexcept {
-    return parties_ ? parties_->bankAccountTo : nullptr;
+    return apart_ ? apart_->bankAccountTo : nullptr;
 }
 
 std::shared_ptr<TvOFXCreditCardAccount> TvOFXStatementTransaction::creditCardAccountTo() const noexcept {
-    return parties_ ? parties_->creditCardAccountTo : nullptr;
+    return apart_ ? apart_->creditCardAccountTo : nullptr;
 }
 
 OptionalText TvOFXStatementTransaction::sort_date() {
-    std::array<char, 8>& cached = cachedSortDateString_;
-    if (cached.front() == '\0') {
-        if (!datePosted_) return std::nullopt;
+    if (!apart_ || apart_->sortDate.front() == '\0') {
+        const std::optional<Date> posted = datePosted();
+        if (!posted) return std::nullopt;
         // The locale is prescribed; with digits only it makes no difference.
         const PatternDateFormatter formatter("yyyyMMdd", TimeZone::system(), "de_DE");
-        const std::string written = formatter.stringFromDate(*datePosted_);
+        const std::string written = formatter.stringFromDate(*posted);
         std::string_view day = written;
         // A year that has a sign, or more than four digits, gives the nearest day without: cutting its digits
         // would change the order.
-        if (day.size() > cached.size()) day = *datePosted_ < Date() ? kFirstDay : kLastDay;
-        std::max(day, kFirstDay).copy(cached.data(), cached.size());
+        if (day.size() > kLastDay.size()) day = *posted < Date() ? kFirstDay : kLastDay;
+        std::max(day, kFirstDay).copy(apart().sortDate.data(), apart().sortDate.size());
     }
-    return std::string_view(cached.data(), cached.size());
+    return std::string_view(apart_->sortDate.data(), apart_->sortDate.size());
 }
 
 std::optional<std::chrono::year_month_day> TvOFXStatementTransaction::dayPosted(const TimeZone& zone) const {
-    if (!datePosted_) return std::nullopt;
-    const CivilTime time = civilTime(*datePosted_, zone.offsetAt(*datePosted_).fromUTC);
+    const std::optional<Date> posted = datePosted();
+    if (!posted) return std::nullopt;
+    const CivilTime time = civilTime(*posted, zone.offsetAt(*posted).fromUTC);
     if (time.year < 1 || time.year > 9999) return std::nullopt;
     return std::chrono::year_month_day{std::chrono::year{static_cast<int>(time.year)},
                                        std::chrono::month{time.month}, std::chrono::day{time.day}};
@@ -253,20 +261,20 @@ bool TvOFXStatementTransaction::isEqualOFXStatementTransaction(const TvOFXStatem
     if (other == nullptr || !agree(amount_, other->amount_)) return false;
     // Once the amounts agree, the institution's identifier alone decides: intended.
     if (fiTransactionID() && other->fiTransactionID()) return *fiTransactionID() == *other->fiTransactionID();
-    for (const auto& [date, key] : Elements::kDates)
-        if (!agree(this->*date, other->*date)) return false;
+    for (const auto& [field, key] : Elements::kDates)
+        if (!agree(dates_.get(field), other->dates_.get(field))) return false;
     return agreeOnTexts(texts_, other->texts_, Elements::kTexts) && agreesOnParties(*other);
 }
 
-TvOFXStatementTransaction::Parties& TvOFXStatementTransaction::parties() {
-    if (!parties_) parties_ = std::make_unique<Parties>();
-    return *parties_;
+TvOFXStatementTransaction::Apart& TvOFXStatementTransaction::apart() {
+    if (!apart_) apart_ = std::make_unique<Apart>();
+    return *apart_;
 }
 
 bool TvOFXStatementTransaction::agreesOnParties(const TvOFXStatementTransaction& other) const {
-    if (!parties_ || !other.parties_) return true;
-    const Parties& a = *parties_;
-    const Parties& b = *other.parties_;
+    if (!apart_ || !other.apart_) return true;
+    const Apart& a = *apart_;
+    const Apart& b = *other.apart_;
     if (a.payee && b.payee && !a.payee->isEqualToOFXPayee(b.payee.get())) return false;
     if (a.bankAccountTo && b.bankAccountTo &&
         !a.bankAccountTo->isEqualToOFXBankAccount(b.bankAccountTo.get()))
