@@ -131,9 +131,9 @@ public:
     }
     void onOtherText(std::string_view text) override { writeWords(text); }
 
-    AnonymizedDocument finish(std::string& text) && {
-        text = std::move(text_);
-        return {Data(), replaced_, std::move(unknown_).take()};
+    /// The document with its text in place of its bytes.
+    AnonymizedDocument finish() && {
+        return {Data::adopt(std::move(text_)), replaced_, std::move(unknown_).take()};
     }
 
 private:
@@ -191,6 +191,12 @@ bool takesAnything(TextEncoding encoding) noexcept {
     return encoding == TextEncodingUTF8 || encoding == TextEncodingISOLatin1;
 }
 
+/// True when the text gives these very bytes in the encoding.
+bool encodesTo(std::string_view text, TextEncoding encoding, std::string_view bytes) {
+    const std::optional<Data> encoded = encodeText(text, encoding);
+    return encoded && encoded->bytes() == bytes;
+}
+
 /// False for bytes of another encoding, which nearly always give zero characters, or none of ASCII.
 bool isPlausible(std::string_view text) noexcept {
     return text.find('\0') == text.npos && (text.empty() || asciiPrefix(text.substr(0, 1)) == 1);
@@ -208,22 +214,30 @@ struct Anonymizer::State {
         const std::size_t size = bytes.size() - mark.size();
         const std::size_t tail = size % unitOf(encoding);  // of a document that is cut off
         const Data body = bytes.slice(mark.size(), size - tail);
-        const std::optional<Data> text = decodeText(body, encoding);
+        // A document may be large: each of its forms is given back as soon as the next one is made.
+        std::optional<Data> text = decodeText(body, encoding);
         if (!text || (!takesAnything(encoding) && !isPlausible(text->bytes()))) return std::nullopt;
-        const std::optional<Data> again = encodeText(text->bytes(), encoding);
-        if (!again || again->bytes() != body.bytes()) return std::nullopt;
-
-        const Letters letters(text->bytes());
-        const Replacement replacement(cipher, letters);
-        Writer writer(replacement, options, text->size());
-        walkThrough(text->bytes(), writer);
-        std::string changed;
-        AnonymizedDocument document = std::move(writer).finish(changed);
-        const std::optional<Data> encoded = encodeText(changed, encoding);
+        if (!encodesTo(text->bytes(), encoding, body.bytes())) return std::nullopt;
+        AnonymizedDocument document = anonymizeText(text->bytes());
+        text.reset();
+        std::optional<Data> encoded = encodeText(document.bytes.bytes(), encoding);
+        document.bytes = {};
         if (!encoded || encoded->size() != body.size()) return std::nullopt;
         const std::string_view end = bytes.bytes().substr(bytes.size() - tail);
-        document.bytes = Data::adopt(std::string(mark).append(encoded->bytes()).append(end));
+        document.bytes = mark.empty() && end.empty()
+                             ? std::move(*encoded)
+                             : Data::adopt(std::string(mark).append(encoded->bytes()).append(end));
         return document;
+    }
+
+private:
+    /// The anonymous form in UTF-8.
+    AnonymizedDocument anonymizeText(std::string_view text) const {
+        const Letters letters(text);
+        const Replacement replacement(cipher, letters);
+        Writer writer(replacement, options, text.size());
+        walkThrough(text, writer);
+        return std::move(writer).finish();
     }
 };
 
