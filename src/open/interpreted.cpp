@@ -107,15 +107,39 @@ Interpreted interpreted(Parsed parsed, const OpenOptions& options, const Written
     return content;
 }
 
-bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept {
-    if (!repaired.isRead()) return false;
-    if (!before.isRead()) return true;
-    if (repaired.parsed.hasRoot() != before.parsed.hasRoot()) return repaired.parsed.hasRoot();
+Worth::Worth(const Interpreted& content) noexcept
+    : isRead(content.isRead()),
+      hasRoot(content.parsed.hasRoot()),
+      repairable(content.repairable),
+      furtherLists(content.furtherLists()),
+      doubtful(content.doubtful()),
+      headerFaults(content.headerFaults) {}
+
+bool isBetter(const Worth& repaired, const Worth& before) noexcept {
+    if (!repaired.isRead) return false;
+    if (!before.isRead) return true;
+    if (repaired.hasRoot != before.hasRoot) return repaired.hasRoot;
     if (repaired.repairable != before.repairable) return repaired.repairable < before.repairable;
-    if (repaired.furtherLists() != before.furtherLists())
-        return repaired.furtherLists() < before.furtherLists();
-    if (repaired.doubtful() != before.doubtful()) return repaired.doubtful() < before.doubtful();
+    if (repaired.furtherLists != before.furtherLists) return repaired.furtherLists < before.furtherLists;
+    if (repaired.doubtful != before.doubtful) return repaired.doubtful < before.doubtful;
     return repaired.headerFaults < before.headerFaults;
+}
+
+void setAside(Interpreted& content) {
+    if (!content.isRead()) return;
+    Interpreted rest;
+    rest.parsed = std::move(content.parsed);
+    rest.parsed.content.ofxData.reset();
+    rest.headerFaults = content.headerFaults;
+    content = std::move(rest);
+}
+
+void readAgain(Interpreted& content, const OpenOptions& options, const WrittenDates* datesOfFile) {
+    if (content.parsed.outcome != Outcome::read || content.parsed.content.ofxData) return;
+    const std::size_t headerFaults = content.headerFaults;
+    parseAgain(content.parsed);
+    content = interpreted(std::move(content.parsed), options, datesOfFile);
+    content.headerFaults = headerFaults;
 }
 
 std::vector<ListedAccount> accountsOf(const std::vector<const TvOFXAccountInfoResponse*>& lists) {

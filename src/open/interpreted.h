@@ -53,8 +53,26 @@ struct Interpreted {
 /// the dates of all documents of the file, where they are known; otherwise null.
 Interpreted interpreted(Parsed parsed, const OpenOptions& options, const WrittenDates* datesOfFile);
 
+/// How much of a document its objects say.
+struct Worth {
+    explicit Worth(const Interpreted& content) noexcept;
+
+    bool isRead;
+    bool hasRoot;
+    std::size_t repairable;
+    std::size_t furtherLists;
+    std::size_t doubtful;
+    std::size_t headerFaults;
+};
+
 /// True when a repair has improved the content. The first difference decides, the most important one first.
-bool isBetter(const Interpreted& repaired, const Interpreted& before) noexcept;
+bool isBetter(const Worth& repaired, const Worth& before) noexcept;
+
+/// Gives back the memory of a document's tree and objects; what is known of its text stays.
+void setAside(Interpreted& content);
+
+/// Makes the tree and the objects again that were set aside. Does nothing when they are there.
+void readAgain(Interpreted& content, const OpenOptions& options, const WrittenDates* datesOfFile);
 
 /// The accounts of account lists, with the blocks that a record leaves out.
 std::vector<ListedAccount> accountsOf(const std::vector<const TvOFXAccountInfoResponse*>& lists);

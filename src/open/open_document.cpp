@@ -111,15 +111,31 @@ private:
 
     void repair(Interpreted& content) {
         if (!mayRepair() || content.isWhole() || state_->text.isEmpty()) return;
+        // Two readings of a large document and what a repair needs are more than there may be memory for. So
+        // the first one is set aside, and made again where the repair is no better.
+        const Worth before(content);
+        setAside(content);
+        if (!takeRepaired(content, before)) readAgain(content, options_, datesOfFile_);
+    }
+
+    /// Repairs the text; true when the content is now that of the repaired one.
+    bool takeRepaired(Interpreted& content, const Worth& before) {
         RepairedText repaired = repairOFXText(state_->text.bytes(), RepairScope::structure);
-        if (repaired.changes.empty()) return trial_.keep({});
+        if (repaired.changes.empty()) {
+            trial_.keep({});
+            return false;
+        }
         const Data text = Data::adopt(std::move(repaired.text));
         Interpreted after = interpreted(parse(text, TextEncodingUTF8), options_, datesOfFile_);
         after.headerFaults = headerFaultsOf(after.parsed, text.bytes());
-        if (!isBetter(after, content)) return trial_.keep(std::move(repaired.changes));
+        if (!isBetter(Worth(after), before)) {
+            trial_.keep(std::move(repaired.changes));
+            return false;
+        }
         content = std::move(after);
         state_->changes = std::move(repaired.changes);
         state_->readText = content.parsed.text;
+        return true;
     }
 
     void checkDepth(const Interpreted& content) {

@@ -95,6 +95,10 @@ Parsed parse(const Data& data, TextEncoding encoding) {
     return parsed;
 }
 
+void parseAgain(Parsed& parsed) {
+    parsed.outcome = outcomeOf(reading::readDocument(parsed.text, parsed.content, parsed.failure));
+}
+
 Parsed parseChosen(const Data& data, TextEncoding encoding) {
     const WideEncoding* wide = markedEncoding(data);
     const std::string_view chosen = nameOfTextEncoding(encoding).value_or("");

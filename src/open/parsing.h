@@ -32,7 +32,11 @@ struct Parsed {
 
 Parsed parse(const Data& data, TextEncoding encoding);
 
-/// The same in an encoding that somebody chose: of UTF-16 and UTF-32 the byte order is that of the mark.
+/// Makes the tree once more of a text that was read.
+void parseAgain(Parsed& parsed);
+
+/// What parse() makes in an encoding that somebody chose: of UTF-16 and UTF-32 the byte order is that of the
+/// mark.
 Parsed parseChosen(const Data& data, TextEncoding encoding);
 
 /// The same, and for bytes that are no text, with the encoding that the document itself names and those that

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <string>
-#include <vector>
+#include <unordered_map>
 
 #include "repair/edit.h"
 #include "repair/tree.h"
@@ -17,11 +17,26 @@ struct Mark {
     bool isRenamed = false;
 };
 
+/// The marks of a tree's nodes, of which most documents have few or none.
+class Marks {
+public:
+    /// That of a node without one says nothing.
+    const Mark& operator[](NodeID node) const noexcept {
+        static const Mark kNothing;
+        const auto found = marks_.find(node);
+        return found == marks_.end() ? kNothing : found->second;
+    }
+    /// To be changed.
+    Mark& of(NodeID node) { return marks_[node]; }
+
+private:
+    std::unordered_map<NodeID, Mark> marks_;
+};
+
 /// A tree whose nodes have been put where the standard has a place for them.
 struct Arrangement {
     Tree tree;
-    /// By node; fewer than nodes when the last ones have none.
-    std::vector<Mark> marks;
+    Marks marks;
     bool isChanged = false;
 };
 

@@ -61,10 +61,11 @@ private:
     }
 
     static void exchange(Tag& first, Tag& second) noexcept {
-        std::swap(first.text, second.text);
         std::swap(first.name, second.name);
         std::swap(first.element, second.element);
-        std::swap(first.form, second.form);
+        const Tag::Form form = first.form;  // std::swap takes no bit-fields
+        first.form = second.form;
+        second.form = form;
         first.flaw = second.flaw = RepairKind::crossedTags;
     }
 

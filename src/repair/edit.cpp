@@ -144,7 +144,10 @@ Edits merged(Edits first, Edits second) {
 }
 
 std::string applied(std::string_view text, const Edits& edits) {
+    std::size_t size = text.size();
+    for (const Edit& edit : edits) size = size - edit.size + edit.now.size();
     std::string result;
+    result.reserve(size);  // a text that grows is there twice
     std::size_t done = 0;
     for (const Edit& edit : edits) {
         result.append(text, done, edit.offset - done).append(edit.now);

@@ -21,7 +21,7 @@ bool isElementInCapitals(std::string_view name) {
 }
 
 std::string placeOf(const Tree& tree, NodeID parent) {
-    return parent == Tree::kDocument ? "outside <OFX>" : "in " + openTag(tree[parent].name);
+    return parent == Tree::kDocument ? "outside <OFX>" : "in " + openTag(tree.name(parent));
 }
 
 /// Finds the first node of an element in a parent, while its children are walked through in order. One entry
@@ -67,7 +67,8 @@ std::vector<Fault> faultsOf(const Tree& tree) {
         for (NodeID node = tree[parent].first; node != kNoNode; node = tree[node].next) {
             const Node& it = tree[node];
             if (it.element == elements::kUnknown) {
-                if (isElementInCapitals(it.name)) faults.push_back({FaultKind::smallLetters, node, kNoNode});
+                if (isElementInCapitals(tree.name(node)))
+                    faults.push_back({FaultKind::smallLetters, node, kNoNode});
                 continue;
             }
             const NodeID first = firsts.firstOf(tree, node);
@@ -83,7 +84,7 @@ std::vector<Fault> faultsOf(const Tree& tree) {
 }
 
 std::string reasonOf(const Tree& tree, const Fault& fault) {
-    const std::string tag = openTag(tree[fault.node].name);
+    const std::string tag = openTag(tree.name(fault.node));
     const auto place = [&] { return placeOf(tree, tree[fault.node].parent); };
     switch (fault.kind) {
         case FaultKind::misplaced:

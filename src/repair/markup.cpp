@@ -2,6 +2,7 @@
 #include "repair/markup.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <utility>
 
@@ -93,14 +94,16 @@ struct Inside {
 };
 
 /// Says which case a document's names have, by its tags as they stand.
-bool isInLowerCase(const std::vector<Tag>& tags, bool beginsWithRoot) noexcept {
+bool isInLowerCase(const std::vector<Tag>& tags, const reading::NameTable& names,
+                   bool beginsWithRoot) noexcept {
     constexpr std::string_view root = "OFX";
-    if (beginsWithRoot && !tags.empty() && equalsIgnoringCase(tags.front().text, root))
-        return tags.front().text != root;
+    if (beginsWithRoot && !tags.empty() && equalsIgnoringCase(names.name(tags.front().name), root))
+        return names.name(tags.front().name) != root;
     bool hasLowerRoot = false;
     for (const Tag& tag : tags) {
-        if (tag.text == root && !tag.isClose()) return false;
-        if (tag.text != root && equalsIgnoringCase(tag.text, root)) hasLowerRoot = true;
+        const std::string_view name = names.name(tag.name);
+        if (name == root && !tag.isClose()) return false;
+        if (name != root && equalsIgnoringCase(name, root)) hasLowerRoot = true;
     }
     return hasLowerRoot;
 }
@@ -116,11 +119,12 @@ bool standsLikeATag(std::string_view body, const Tag& tag) noexcept {
 /// True when a document with its root in capitals has known elements in small letters that are no part of
 /// a text: the tag before them has none, none follows them, or they stand where a tag may and in one
 /// aggregate with the element before them.
-bool hasSmallElements(std::string_view body, const std::vector<Tag>& tags) {
+bool hasSmallElements(std::string_view body, const std::vector<Tag>& tags, const reading::NameTable& names) {
     for (std::size_t i = 1; i < tags.size(); ++i) {
-        if (tags[i].isClose() || !isKnownInCapitals(tags[i].text)) continue;
+        const std::string_view name = names.name(tags[i].name);
+        if (tags[i].isClose() || !isKnownInCapitals(name)) continue;
         if (!tags[i - 1].hasText || !tags[i].hasText) return true;
-        const elements::Element element = elements::findElement(inCapitals(tags[i].text));
+        const elements::Element element = elements::findElement(inCapitals(name));
         if (standsLikeATag(body, tags[i]) && areSiblings(tags[i - 1].element, element)) return true;
     }
     return false;
@@ -180,7 +184,7 @@ private:
         const std::string_view text = trimWhiteSpace(body_.substr(begin, end - begin));
         if (text.empty()) return false;
         markup_.tags.back().hasText = true;
-        markup_.tags.back().textBegin = static_cast<std::size_t>(text.data() - body_.data());
+        markup_.tags.back().textBegin = static_cast<std::uint32_t>(text.data() - body_.data());
         return true;
     }
 
@@ -268,7 +272,8 @@ private:
         const std::string_view rest = line.substr(std::min(line.find('<'), line.size()));
         const std::string wordEnd = closeTag(inside.name);
         const bool isClosed = rest.starts_with(wordEnd) && rest.substr(wordEnd.size()).find('<') == rest.npos;
-        const bool goesOn = rest.empty() ? lineEnd != ahead.npos : rest.starts_with(closeTag(leaf.text));
+        const bool goesOn =
+            rest.empty() ? lineEnd != ahead.npos : rest.starts_with(closeTag(names_.name(leaf.name)));
         if (isClosed && !after.empty()) wordOfText_ = inside.name;
         return !after.empty() && (isClosed || goesOn);
     }
@@ -283,9 +288,13 @@ private:
                                      : copiesName ? names_.numberOfCopy(inside.name)
                                                   : names_.number(inside.name);
         if (changesCase) flaw = RepairKind::lowerCaseTag;
-        const std::string_view text = names_.name(name);
-        markup_.tags.push_back(
-            {begin, end, end, text, name, elements::findElement(text), inside.form, false, flaw});
+        Tag& tag = markup_.tags.emplace_back();
+        tag.begin = static_cast<std::uint32_t>(begin);
+        tag.end = tag.textBegin = static_cast<std::uint32_t>(end);
+        tag.name = name;
+        tag.element = elements::findElement(names_.name(name));
+        tag.form = inside.form;
+        tag.flaw = flaw;
         return end;
     }
 
@@ -314,7 +323,7 @@ private:
             dataEnd_ = end;
             return begin;
         }
-        if (noteText(begin, end)) markup_.tags.back().textBegin = open;
+        if (noteText(begin, end)) markup_.tags.back().textBegin = static_cast<std::uint32_t>(open);
         change(open, end + kDataEnd.size(), RepairKind::characterData,
                escaped(body_.substr(begin, end - begin)));
         return end + kDataEnd.size();
@@ -361,9 +370,9 @@ private:
 Markup readMarkup(std::string_view body, bool beginsWithRoot, reading::NameTable& names) {
     Markup markup = MarkupReader(body, NameCase::upper, names).read();
     NameCase nameCase = NameCase::upper;
-    if (isInLowerCase(markup.tags, beginsWithRoot))
+    if (isInLowerCase(markup.tags, names, beginsWithRoot))
         nameCase = NameCase::lower;
-    else if (hasSmallElements(body, markup.tags))
+    else if (hasSmallElements(body, markup.tags, names))
         nameCase = NameCase::mixed;
     if (nameCase == NameCase::upper) return markup;
     markup = {};  // before there is another one

@@ -13,22 +13,24 @@
 
 namespace brackwell::repair {
 
-/// A tag of a body.
+/// A tag of a body. Places have 32 bits, as they have in a parse tree: the parser refuses longer texts, and
+/// it is asked first. A repair takes more memory for tags than for all else, so they are no larger than need
+/// be.
 struct Tag {
     enum class Form : std::uint8_t { open, close, selfClosed };
 
-    std::size_t begin;
-    std::size_t end;
-    std::size_t textBegin;  ///< where text follows, blanks aside
-    std::string_view text;  ///< the name, as it should stand
-    reading::NameID name;
+    std::uint32_t begin;
+    std::uint32_t end;
+    std::uint32_t textBegin;  ///< where text follows, blanks aside
+    reading::NameID name;     ///< as it should stand
     elements::Element element;
-    Form form;
-    bool hasText;  ///< text other than blanks follows, before the next tag
+    Form form : 2;
+    bool hasText : 1;  ///< text other than blanks follows, before the next tag
     RepairKind flaw;
 
     bool isClose() const noexcept { return form == Form::close; }
 };
+static_assert(sizeof(Tag) == 20);
 
 /// How a document writes the names of its elements.
 enum class NameCase : std::uint8_t {

@@ -26,12 +26,13 @@ public:
     NestingRepair(std::string_view body, const std::vector<Tag>& tags, reading::NameTable& names)
         : body_(body),
           tags_(tags),
+          names_(names),
           extended_(extendedNames(tags, names)),
           partners_(partnersOf(tags, extended_)),
           uses_(extended_.size()),
           cuts_(extended_.size()),
           open_(extended_.size()),
-          edits_(body) {
+          edits_(body, names) {
         for (std::uint32_t i = 0; i < tags_.size(); ++i) {
             if (tags_[i].isClose()) continue;
             Use& use = uses_[tags_[i].name];
@@ -76,6 +77,7 @@ private:
     // -----------------------------------------------------------------------------------------
     // What the tags say
 
+    std::string_view nameOf(const Tag& tag) const noexcept { return names_.name(tag.name); }
     bool hasPartner(std::uint32_t tag) const noexcept { return partners_[tag] != kNone; }
     bool closes(std::uint32_t closeTag, std::uint32_t openTag) const noexcept {
         const std::uint32_t name = tags_[closeTag].name;
@@ -143,7 +145,7 @@ private:
     template <class Reason>
     void closeDownTo(std::uint32_t wanted, std::size_t offset, Reason reason) {
         while (depth() > wanted) {
-            const std::string_view name = tags_[innermost()].text;
+            const std::string_view name = nameOf(tags_[innermost()]);
             edits_.insert(offset, RepairKind::missingClose, closeTag(name), reason(name));
             cuts_[tags_[innermost()].name] = {innermost(), edits_.last()};
             pop();
@@ -163,14 +165,14 @@ private:
     void endDownTo(std::uint32_t wanted, const Tag& tag) {
         closeDownTo(wanted, tag.begin, [this, &tag](std::string_view name) {
             const bool isSecond = elements::findChild(tag.element, open_.innermost().element) != nullptr;
-            return (isSecond ? "a second " : "") + openTag(tag.text) + " is not allowed in " + openTag(name) +
-                   ", so " + endingOne(tag, name) + " ends before it";
+            return (isSecond ? "a second " : "") + openTag(nameOf(tag)) + " is not allowed in " +
+                   openTag(name) + ", so " + endingOne(tag, name) + " ends before it";
         });
     }
 
     /// How a reason names the aggregate that ends before a tag, which may have the same name.
-    static std::string endingOne(const Tag& tag, std::string_view name) {
-        return name == tag.text ? "the first" : openTag(name);
+    std::string endingOne(const Tag& tag, std::string_view name) const {
+        return name == nameOf(tag) ? "the first" : openTag(name);
     }
 
     // -----------------------------------------------------------------------------------------
@@ -184,7 +186,7 @@ private:
         if (tag.hasText) return openWithText(i);
         if (tag.form == Tag::Form::selfClosed) {
             open_.add(tags_[i], i);
-            edits_.replace(tag, RepairKind::selfClosedTag, openTag(tag.text) + closeTag(tag.text));
+            edits_.replace(tag, RepairKind::selfClosedTag, openTag(nameOf(tag)) + closeTag(nameOf(tag)));
             pending_ = Pending::nothing;
         } else if (isAggregate(i)) {
             openAggregate(i);
@@ -216,8 +218,8 @@ private:
     std::uint32_t closeWithoutSlash(std::uint32_t i) {
         const Tag& tag = tags_[i];
         edits_.replace(
-            tag, RepairKind::wrongClose, closeTag(tag.text),
-            openTag(tag.text) + " is already open, and what follows does not belong in a second one");
+            tag, RepairKind::wrongClose, closeTag(nameOf(tag)),
+            openTag(nameOf(tag)) + " is already open, and what follows does not belong in a second one");
         pop();
         return i + 1;
     }
@@ -228,7 +230,7 @@ private:
         open_.dropLastChild();
         edits_.undoOf(tag);
         edits_.replace(tag, RepairKind::repeated, {},
-                       openTag(tag.text) + " is opened twice in a row but closed once");
+                       openTag(nameOf(tag)) + " is opened twice in a row but closed once");
     }
 
     /// A close tag that it has further on belongs to nothing any more.
@@ -236,8 +238,8 @@ private:
         const Tag& tag = tags_[i];
         open_.add(tags_[i], i);
         edits_.keepOpen(tag);
-        edits_.insert(tag.end, RepairKind::emptyLeaf, closeTag(tag.text),
-                      openTag(tag.text) + " has neither a text nor a close tag");
+        edits_.insert(tag.end, RepairKind::emptyLeaf, closeTag(nameOf(tag)),
+                      openTag(nameOf(tag)) + " has neither a text nor a close tag");
         pending_ = Pending::nothing;
         if (!hasPartner(i)) return;
         partners_[partners_[i]] = kNone;
@@ -249,8 +251,8 @@ private:
         // No aggregate holds another of its name, so one without a close tag has ended here.
         const std::uint32_t same = open_.depthOf(tag.name);
         if (same != 0 && !hasPartner(open_[same].tag))
-            closeDownTo(same - 1, tag.begin, [&tag](std::string_view name) {
-                return openTag(tag.text) + " is not allowed in another " + openTag(tag.text) + ", so " +
+            closeDownTo(same - 1, tag.begin, [this, &tag](std::string_view name) {
+                return openTag(nameOf(tag)) + " is not allowed in another " + openTag(nameOf(tag)) + ", so " +
                        endingOne(tag, name) + " ends before it";
             });
         open_.add(tags_[i], i);
@@ -273,9 +275,9 @@ private:
     /// Tags with small letters in a leaf with a close tag are text.
     std::uint32_t skipTextLikeTags(std::uint32_t leaf) {
         const std::uint32_t end = partners_[leaf];
-        if (end == kNone || hasSmallLetter(tags_[leaf].text)) return leaf + 1;
+        if (end == kNone || hasSmallLetter(nameOf(tags_[leaf]))) return leaf + 1;
         for (std::uint32_t i = leaf + 1; i < end; ++i)
-            if (!hasSmallLetter(tags_[i].text)) return leaf + 1;
+            if (!hasSmallLetter(nameOf(tags_[i]))) return leaf + 1;
         for (std::uint32_t i = leaf + 1; i < end; ++i) edits_.escape(tags_[i]);
         return end;
     }
@@ -283,7 +285,7 @@ private:
     /// True for a close tag that matches nothing and can have an open tag before the text before it.
     bool lacksOpenTag(std::uint32_t i) const noexcept {
         return i < tags_.size() && tags_[i].isClose() && !hasPartner(i) && depthClosedBy(i) == 0 &&
-               isName(tags_[i].text);
+               isName(nameOf(tags_[i]));
     }
 
     // -----------------------------------------------------------------------------------------
@@ -292,7 +294,7 @@ private:
     void close(std::uint32_t i) {
         const std::uint32_t closed = depthClosedBy(i);
         if (pending_ == Pending::leaf && closes(i, leaf_))
-            closeLeaf(i, tags_[i].text, tags_[i].flaw);
+            closeLeaf(i, nameOf(tags_[i]), tags_[i].flaw);
         else if (closed != 0)
             closeAggregate(i, closed);
         else if (opensBefore(i))
@@ -308,7 +310,7 @@ private:
     }
 
     void closeAggregate(std::uint32_t i, std::uint32_t closed) {
-        const std::string_view outer = tags_[open_[closed].tag].text;
+        const std::string_view outer = nameOf(tags_[open_[closed].tag]);
         closeDownTo(closed, tags_[i].begin, [outer](std::string_view name) {
             return openTag(name) + " is still open where " + openTag(outer) + " ends";
         });
@@ -329,8 +331,8 @@ private:
         if (isMisspeltOpenTag(first, tag))
             correctOpenTag(open_.child(--first), tag);
         else if (!raiseOpenTag(tag, open_.child(first).begin))
-            edits_.open(open_.child(first).begin, RepairKind::missingOpen, tag.text,
-                        "only the close tag of " + openTag(tag.text) +
+            edits_.open(open_.child(first).begin, RepairKind::missingOpen, nameOf(tag),
+                        "only the close tag of " + openTag(nameOf(tag)) +
                             " is present; it starts at the first element that belongs in it");
         edits_.keepClose(tag);
         open_.closeOver(first, tag.element);
@@ -344,13 +346,13 @@ private:
             return false;
         const std::uint32_t i = open_.child(child - 1).tag;
         return i + 1 == open_.child(child).tag && !tags_[i].hasText && !hasPartner(i) &&
-               resembles(tags_[i].text, close.text);
+               resembles(nameOf(tags_[i]), nameOf(close));
     }
     void correctOpenTag(const OpenAggregates::Child& child, const Tag& close) {
         const Tag& tag = tags_[child.tag];
         edits_.undoOf(tag);
-        edits_.replaceLate(tag, RepairKind::wrongName, openTag(close.text),
-                           closeTag(close.text) + " ends the element that starts here");
+        edits_.replaceLate(tag, RepairKind::wrongName, openTag(nameOf(close)),
+                           closeTag(nameOf(close)) + " ends the element that starts here");
     }
 
     /// Moves an open tag that is inside of what belongs in it to this place. False when there is none.
@@ -362,13 +364,13 @@ private:
         edits_.undo(cut.closeEdit);
         cut.tag = kNone;
         const std::string reason =
-            openTag(tag.text) + " is nested too deep; it starts at the first element that belongs in it";
-        edits_.open(begin, RepairKind::misplaced, tag.text, reason);
+            openTag(nameOf(tag)) + " is nested too deep; it starts at the first element that belongs in it";
+        edits_.open(begin, RepairKind::misplaced, nameOf(tag), reason);
         edits_.replaceLate(tag, RepairKind::misplaced, {}, reason);
         return true;
     }
     void openText(std::uint32_t i) {
-        edits_.insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(tags_[i].text),
+        edits_.insert(tags_[i - 1].textBegin, RepairKind::missingOpen, openTag(nameOf(tags_[i])),
                       "the text has only a close tag");
         open_.add(tags_[i], i);
         open_.lastChild().begin = tags_[i - 1].textBegin;
@@ -377,8 +379,8 @@ private:
     }
 
     void turnIntoOpen(std::uint32_t i) {
-        edits_.replace(tags_[i], RepairKind::wrongClose, openTag(tags_[i].text),
-                       closeTag(tags_[i].text) + " closes nothing, and a text follows it");
+        edits_.replace(tags_[i], RepairKind::wrongClose, openTag(nameOf(tags_[i])),
+                       closeTag(nameOf(tags_[i])) + " closes nothing, and a text follows it");
         open_.add(tags_[i], i);
         pending_ = Pending::leaf;
         leaf_ = i;
@@ -387,10 +389,10 @@ private:
     /// True for a close tag with a value after it, where an open tag should be.
     bool meansOpen(std::uint32_t i) const noexcept {
         const Tag& tag = tags_[i];
-        if (!tag.hasText || depth() == 0 || !isName(tag.text) || isAggregateName(tag)) return false;
-        if (hasSmallLetter(tag.text)) return false;
-        if (pending_ == Pending::leaf && resembles(tag.text, tags_[leaf_].text)) return false;
-        return hasPartner(innermost()) || !resembles(tag.text, tags_[innermost()].text);
+        if (!tag.hasText || depth() == 0 || !isName(nameOf(tag)) || isAggregateName(tag)) return false;
+        if (hasSmallLetter(nameOf(tag))) return false;
+        if (pending_ == Pending::leaf && resembles(nameOf(tag), nameOf(tags_[leaf_]))) return false;
+        return hasPartner(innermost()) || !resembles(nameOf(tag), nameOf(tags_[innermost()]));
     }
 
     /// Closes the pending leaf with this name. Where the aggregate around it would be closed in its
@@ -414,12 +416,12 @@ private:
     }
 
     void correctAtLeaf(std::uint32_t i) {
-        const bool meansAggregate =
-            !resembles(tags_[i].text, tags_[leaf_].text) && meansInnermost(i, isAggregateName(tags_[i]));
+        const bool meansAggregate = !resembles(nameOf(tags_[i]), nameOf(tags_[leaf_])) &&
+                                    meansInnermost(i, isAggregateName(tags_[i]));
         if (meansAggregate)
             closeInnermost(i);
         else
-            closeLeaf(i, tags_[leaf_].text, RepairKind::wrongClose);
+            closeLeaf(i, nameOf(tags_[leaf_]), RepairKind::wrongClose);
     }
 
     void correctBetweenElements(std::uint32_t i) {
@@ -428,7 +430,8 @@ private:
         if (meansAggregate || (pending_ != Pending::nothing && tags_[i].hasText))
             closeInnermost(i);
         else
-            edits_.replace(tags_[i], RepairKind::strayClose, {}, closeTag(tags_[i].text) + " closes nothing");
+            edits_.replace(tags_[i], RepairKind::strayClose, {},
+                           closeTag(nameOf(tags_[i])) + " closes nothing");
     }
 
     /// True when a close tag under a wrong name may be that of the innermost aggregate: it looks like it, or
@@ -436,11 +439,12 @@ private:
     /// is, and what follows belongs inside.
     bool meansInnermost(std::uint32_t i, bool mayBeAggregate) const noexcept {
         if (depth() == 0 || hasPartner(innermost())) return false;
-        return resembles(tags_[i].text, tags_[innermost()].text) || (mayBeAggregate && closedLater_ > 0);
+        return resembles(nameOf(tags_[i]), nameOf(tags_[innermost()])) ||
+               (mayBeAggregate && closedLater_ > 0);
     }
 
     void closeInnermost(std::uint32_t i) {
-        const std::string_view name = tags_[innermost()].text;
+        const std::string_view name = nameOf(tags_[innermost()]);
         edits_.replace(tags_[i], RepairKind::wrongClose, closeTag(name),
                        openTag(name) + " is the element that ends here");
         pop();
@@ -448,6 +452,7 @@ private:
 
     std::string_view body_;
     const std::vector<Tag>& tags_;
+    const reading::NameTable& names_;
     std::vector<std::uint32_t> extended_;
     std::vector<std::uint32_t> partners_;
     std::vector<Use> uses_;  ///< by name

@@ -15,15 +15,15 @@ namespace brackwell::repair {
 /// which are found out where the close tag stands.
 class NestingEdits {
 public:
-    explicit NestingEdits(std::string_view body) : body_(body) {}
+    NestingEdits(std::string_view body, const reading::NameTable& names) : body_(body), names_(names) {}
 
     void insert(std::size_t offset, RepairKind kind, std::string now, std::string reason) {
         edits_.push_back({offset, 0, kind, std::move(now), std::move(reason)});
     }
     /// Does nothing when the tag is written so.
     void replace(const Tag& tag, RepairKind kind, std::string now, std::string reason = {});
-    void keepOpen(const Tag& tag) { replace(tag, tag.flaw, openTag(tag.text)); }
-    void keepClose(const Tag& tag) { replace(tag, tag.flaw, closeTag(tag.text)); }
+    void keepOpen(const Tag& tag) { replace(tag, tag.flaw, openTag(names_.name(tag.name))); }
+    void keepClose(const Tag& tag) { replace(tag, tag.flaw, closeTag(names_.name(tag.name))); }
     /// Makes text of a tag.
     void escape(const Tag& tag) { edits_.push_back({tag.begin, 1, RepairKind::lessThan, "&lt;", {}}); }
 
@@ -47,6 +47,7 @@ public:
 
 private:
     std::string_view body_;
+    const reading::NameTable& names_;
     Edits edits_;
     Edits late_;
 };

@@ -43,7 +43,7 @@ bool cutsText(const Tree& tree, NodeID node) noexcept {
     const std::size_t begin = tree[node].open.begin;
     const std::string_view between = tree.text().substr(before.open.end, begin - before.open.end);
     return !leaf.ends_with('>') && !between.empty() && between.find_first_not_of(' ') == between.npos &&
-           tree[node].isLeaf && tree[node].name.find('.') == std::string_view::npos;
+           tree[node].isLeaf && tree.name(node).find('.') == std::string_view::npos;
 }
 
 }  // namespace
@@ -53,7 +53,7 @@ std::size_t odditiesOf(const Tree& tree) {
     for (NodeID node = 1; node < tree.size(); ++node) {
         const Node& it = tree[node];
         if (!it.open.isThere()) continue;
-        count += it.element == elements::kUnknown && !isName(it.name);
+        count += it.element == elements::kUnknown && !isName(tree.name(node));
         count += hasLooseText(tree, node);
         count += it.isLeaf && holdsTagWithoutBegin(tree, it);
         count += cutsText(tree, node);

@@ -11,8 +11,9 @@ namespace brackwell::repair {
 std::vector<std::uint32_t> extendedNames(const std::vector<Tag>& tags, reading::NameTable& names) {
     std::vector<std::pair<std::uint32_t, std::uint32_t>> found;
     for (const Tag& tag : tags)
-        if (!tag.isClose() && tag.text.starts_with(reading::kExtensionPrefix))
-            found.emplace_back(names.number(tag.text.substr(reading::kExtensionPrefix.size())), tag.name);
+        if (const std::string_view name = names.name(tag.name);
+            !tag.isClose() && name.starts_with(reading::kExtensionPrefix))
+            found.emplace_back(names.number(name.substr(reading::kExtensionPrefix.size())), tag.name);
     std::vector<std::uint32_t> extended(names.end(), kNone);
     for (const auto& [plain, long_] : found) extended[plain] = long_;
     return extended;

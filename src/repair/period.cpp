@@ -22,8 +22,8 @@ std::string_view dayOf(const Tree& tree, NodeID leaf) noexcept {
 }  // namespace
 
 bool widensPeriod(const Tree& tree, NodeID leaf, NodeID other) noexcept {
-    const bool isBegin = tree[leaf].name == "DTSTART";
-    if (!isBegin && tree[leaf].name != "DTEND") return false;
+    const bool isBegin = tree.name(leaf) == "DTSTART";
+    if (!isBegin && tree.name(leaf) != "DTEND") return false;
     const std::string_view now = dayOf(tree, leaf);
     const std::string_view was = dayOf(tree, other);
     if (now.empty() || was.empty()) return false;

@@ -156,7 +156,7 @@ private:
             if (elements::mayRepeatIn(element, holder))
                 for (const Element outer : elements::parentsOf(holder)) look(outer, holder);
         }
-        const bool isWrapper = nearest.node != kNoNode && elements::isWrapper(tree_[nearest.node].name);
+        const bool isWrapper = nearest.node != kNoNode && elements::isWrapper(tree_.name(nearest.node));
         if (nearest.node == kNoNode || isWrapper || !isInside(nearest.node, parent) ||
             !hasRoom(nearest.node, between == elements::kUnknown ? element : between))
             return {};

@@ -28,7 +28,7 @@ class LongestRun {
 public:
     explicit LongestRun(std::size_t size) : before_(size) {}
 
-    void add(std::size_t item, std::size_t place) {
+    void add(std::uint32_t item, std::uint32_t place) {
         auto at = ends_.end();
         if (!ends_.empty() && place < ends_.back().place)
             at = std::ranges::lower_bound(ends_, place, {}, &End::place);
@@ -41,18 +41,18 @@ public:
 
     template <class Use>
     void forEach(Use use) const {
-        for (std::size_t item = ends_.empty() ? kNowhere : ends_.back().item; item != kNowhere;
+        for (std::uint32_t item = ends_.empty() ? kNowhere : ends_.back().item; item != kNowhere;
              item = before_[item])
             use(item);
     }
 
 private:
     struct End {
-        std::size_t place;
-        std::size_t item;
+        std::uint32_t place;
+        std::uint32_t item;
     };
     std::vector<End> ends_;  ///< by length: of the sequences of this length, the one that ends first
-    std::vector<std::size_t> before_;
+    std::vector<std::uint32_t> before_;
 };
 
 class Rewriter {
@@ -96,7 +96,7 @@ private:
             node = tree_[node].next;
         }
     }
-    bool hasMark(NodeID node) const noexcept { return node < marks_.size() && !marks_[node].reason.empty(); }
+    bool hasMark(NodeID node) const noexcept { return !marks_[node].reason.empty(); }
 
     const Stretch& placeOf(const Item& item) const noexcept {
         return item.isClose ? tree_[item.node].close : tree_[item.node].open;
@@ -105,15 +105,15 @@ private:
     /// Close tags are left to the next step: what is inside of an aggregate decides where it ends.
     void keepMost() {
         LongestRun run(items_.size());
-        for (std::size_t i = 0; i < items_.size(); ++i)
+        for (std::uint32_t i = 0; i < items_.size(); ++i)
             if (!items_[i].isClose && placeOf(items_[i]).isThere()) run.add(i, placeOf(items_[i]).begin);
         run.forEach([this](std::size_t item) { items_[item].isKept = true; });
     }
 
     /// Keeps a close tag that is already between the items before and after it.
     void keepCloseTags() {
-        std::vector<std::size_t> nexts(items_.size());
-        std::size_t next = text_.size();
+        std::vector<std::uint32_t> nexts(items_.size());
+        auto next = static_cast<std::uint32_t>(text_.size());
         for (std::size_t i = items_.size(); i > 0;) {
             nexts[--i] = next;
             if (items_[i].isKept) next = placeOf(items_[i]).begin;
@@ -147,13 +147,11 @@ private:
 
     std::string textOf(const Item& item) const {
         const Node& node = tree_[item.node];
-        if (item.isClose) return closeTag(node.name);
-        if (!node.isLeaf) return openTag(node.name);
+        if (item.isClose) return closeTag(tree_.name(item.node));
+        if (!node.isLeaf) return openTag(tree_.name(item.node));
         return std::string(text_.substr(node.open.begin, node.open.end - node.open.begin));
     }
-    bool isRenamed(const Item& item) const noexcept {
-        return item.node < marks_.size() && marks_[item.node].isRenamed;
-    }
+    bool isRenamed(const Item& item) const noexcept { return marks_[item.node].isRenamed; }
 
     RepairKind kindOf(const Item& item) const noexcept {
         if (!placeOf(item).isThere())
@@ -161,8 +159,7 @@ private:
         return RepairKind::misplaced;
     }
     std::string reasonOf(const Item& item) const {
-        if (item.isClose && item.node < marks_.size() && !marks_[item.node].closeReason.empty())
-            return marks_[item.node].closeReason;
+        if (item.isClose && !marks_[item.node].closeReason.empty()) return marks_[item.node].closeReason;
         return item.why == kNoNode ? std::string() : marks_[item.why].reason;
     }
 
@@ -214,7 +211,7 @@ private:
                 edits.push_back({offset, 0, kind, textOf(item), std::move(reason)});
         }
         if (begin < end && needsClose(items_[end - 1], offset))
-            edits.back().now += closeTag(tree_[items_[end - 1].node].name);
+            edits.back().now += closeTag(tree_.name(items_[end - 1].node));
     }
 
     /// The blanks between two items that stay together.
@@ -277,7 +274,7 @@ private:
     }
 
     const Tree& tree_;
-    const std::vector<Mark>& marks_;
+    const Marks& marks_;
     std::string_view text_;
     std::vector<Item> items_;
 };

@@ -22,9 +22,10 @@ public:
         while (open + 1 < text_.size()) {
             const std::size_t close = findOrEnd('>', open + 1);
             const std::size_t end = std::min(close + 1, text_.size());
-            if (!readTag(trimWhiteSpace(text_.substr(open + 1, close - open - 1)), {open, end})) return;
+            const Stretch place{static_cast<std::uint32_t>(open), static_cast<std::uint32_t>(end)};
+            if (!readTag(trimWhiteSpace(text_.substr(open + 1, close - open - 1)), place)) return;
             if (close == text_.size()) return;
-            open = readText(end < text_.size() ? end : close, {open, end});
+            open = readText(end < text_.size() ? end : close, place);
         }
     }
 
@@ -42,7 +43,7 @@ private:
             return true;
         }
         name.remove_prefix(1);
-        if (innermost_ != Tree::kDocument && closes(name, tree_[innermost_].name)) {
+        if (innermost_ != Tree::kDocument && closes(name, tree_.name(innermost_))) {
             tree_[innermost_].close = place;
             innermost_ = tree_[innermost_].parent;
         } else if (!closes(name, pending_)) {  // "</>" closes nothing where nothing is pending
@@ -60,15 +61,14 @@ private:
         const std::size_t end = findOrEnd('<', begin);
         if (pending_.empty()) return end;
         const std::string_view text = trimWhiteSpace(text_.substr(begin, end - begin));
-        const NodeID node = tree_.make(elements::findElement(pending_));
-        tree_[node].name = pending_;
+        const NodeID node = tree_.make(pending_);
         tree_[node].open = tag;
         tree_.append(node, innermost_);
         if (text.empty()) {
             innermost_ = node;
         } else {
             tree_[node].isLeaf = true;
-            tree_[node].open.end = static_cast<std::size_t>(text.data() - text_.data()) + text.size();
+            tree_[node].open.end = static_cast<std::uint32_t>(text.data() + text.size() - text_.data());
             leaf_ = node;
         }
         return end;
@@ -100,10 +100,15 @@ Tree::Tree(std::string_view text, std::size_t bodyIndex) : text_(text) {
     TreeReader(*this, text).read(bodyIndex);
 }
 
+NodeID Tree::make(std::string_view name) {
+    const NodeID node = make(elements::findElement(name));
+    if (nodes_[node].element == elements::kUnknown) nodes_[node].unknownName = names_.number(name);
+    return node;
+}
+
 NodeID Tree::make(elements::Element element) {
     nodes_.emplace_back();
     nodes_.back().element = element;
-    nodes_.back().name = elements::nameOf(element);
     return size() - 1;
 }
 

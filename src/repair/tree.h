@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "elements/structure.h"
+#include "tree/name_table.h"
 
 namespace brackwell::repair {
 
@@ -15,12 +16,12 @@ namespace brackwell::repair {
 using NodeID = std::uint32_t;
 inline constexpr NodeID kNoNode = std::numeric_limits<NodeID>::max();
 
-inline constexpr std::size_t kNowhere = std::numeric_limits<std::size_t>::max();
+inline constexpr std::uint32_t kNowhere = std::numeric_limits<std::uint32_t>::max();
 
-/// A stretch of a text; begin is kNowhere for what does not stand in it.
+/// A stretch of a text, with 32 bits like a parse tree; begin is kNowhere for what does not stand in it.
 struct Stretch {
-    std::size_t begin = kNowhere;
-    std::size_t end = kNowhere;
+    std::uint32_t begin = kNowhere;
+    std::uint32_t end = kNowhere;
     bool isThere() const noexcept { return begin != kNowhere; }
 };
 
@@ -28,15 +29,16 @@ struct Stretch {
 struct Node {
     elements::Element element = elements::kUnknown;
     bool isLeaf = false;
-    std::string_view name;  ///< in the text, or in the list of elements
-    Stretch open;           ///< of a leaf: from its open tag to its close tag or the end of its text
-    Stretch close;          ///< the close tag of an aggregate
+    reading::NameID unknownName = 0;  ///< the number of the name of an element that is not known
+    Stretch open;   ///< of a leaf: from its open tag to its close tag or the end of its text
+    Stretch close;  ///< the close tag of an aggregate
     NodeID parent = kNoNode;
     NodeID first = kNoNode;  ///< child
     NodeID last = kNoNode;
     NodeID next = kNoNode;  ///< sibling
     NodeID previous = kNoNode;
 };
+static_assert(sizeof(Node) == 44, "trees of large documents take most of a repair's memory");
 
 /// A text as the body parser reads it, with the places of its tags. The nodes are in the order of the text;
 /// the document is the first.
@@ -49,9 +51,17 @@ public:
 
     std::string_view text() const noexcept { return text_; }
     NodeID size() const noexcept { return static_cast<NodeID>(nodes_.size()); }
+    /// In the text, or in the list of elements; "" of the document.
+    std::string_view name(NodeID node) const noexcept {
+        const Node& it = nodes_[node];
+        if (node == kDocument) return {};
+        return it.element == elements::kUnknown ? names_.name(it.unknownName) : elements::nameOf(it.element);
+    }
     Node& operator[](NodeID node) noexcept { return nodes_[node]; }
     const Node& operator[](NodeID node) const noexcept { return nodes_[node]; }
 
+    /// A new node of a name in the text.
+    NodeID make(std::string_view name);
     /// A new node that does not stand in the text, and has no place in the tree yet.
     NodeID make(elements::Element element);
     void detach(NodeID node) noexcept;
@@ -65,6 +75,7 @@ public:
 private:
     std::string_view text_;
     std::vector<Node> nodes_;
+    reading::NameTable names_;  ///< those that are not known
 };
 
 }  // namespace brackwell::repair

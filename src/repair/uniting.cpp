@@ -43,20 +43,20 @@ private:
 
     /// Parts a wrapper that holds several responses, so that each has its own.
     bool isParted(NodeID wrapper) {
-        if (wrapper == Tree::kDocument || !elements::isWrapper(tree_[wrapper].name)) return false;
+        if (wrapper == Tree::kDocument || !elements::isWrapper(tree_.name(wrapper))) return false;
         const NodeID owner = tree_[wrapper].parent;
         if (owner == Tree::kDocument ||
             !elements::mayRepeatIn(tree_.elementOf(wrapper), tree_.elementOf(owner)))
             return false;
         for (NodeID node = tree_[wrapper].first; node != kNoNode;) {
             const NodeID next = tree_[node].next;
-            if (tree_[node].name.ends_with("RS")) partAccounts(node);
+            if (tree_.name(node).ends_with("RS")) partAccounts(node);
             node = next;
         }
         NodeID made = kNoNode;
         for (NodeID node = tree_[wrapper].first; node != kNoNode;) {
             const NodeID next = tree_[node].next;
-            if (tree_[node].name.ends_with("RS") && firstOfKind(node) != kNoNode) {
+            if (tree_.name(node).ends_with("RS") && firstOfKind(node) != kNoNode) {
                 made = partBefore(node, wrapper, made == kNoNode ? wrapper : made);
             } else if (made != kNoNode) {
                 tree_.detach(node);
@@ -73,7 +73,7 @@ private:
         bool hasContent = false;
         for (NodeID node = tree_[statement].first; node != kNoNode;) {
             const NodeID next = tree_[node].next;
-            const bool isAccount = tree_[node].name.ends_with("ACCTFROM");
+            const bool isAccount = tree_.name(node).ends_with("ACCTFROM");
             if (isAccount && hasContent && firstOfKind(node) != kNoNode) {
                 made = partBefore(node, statement, made == kNoNode ? statement : made);
                 hasContent = false;
@@ -96,7 +96,7 @@ private:
         tree_.insert(made, tree_[wrapper].parent, before);
         tree_.swapCloseTags(made, before);  // the one that is there ends the last
         const Element kind = tree_.elementOf(response);
-        const bool takesAll = tree_[response].name.ends_with("RS");
+        const bool takesAll = tree_.name(response).ends_with("RS");
         for (NodeID node = before == wrapper ? tree_[response].previous : tree_[before].last;
              node != kNoNode;) {
             const NodeID previous = tree_[node].previous;

@@ -33,7 +33,6 @@ void WorkTree::rename(NodeID node, elements::Element element, std::string reason
     explain(node, RepairKind::wrongName, std::move(reason));
     mark(node).isRenamed = true;
     it.element = element;
-    it.name = elements::nameOf(element);
     note(node);
     result_.isChanged = true;
 }
@@ -42,11 +41,7 @@ void WorkTree::swapCloseTags(NodeID a, NodeID b) noexcept {
     std::swap(result_.tree[a].close, result_.tree[b].close);
 }
 
-Mark& WorkTree::mark(NodeID node) {
-    // Most documents have few marks or none; the list is made when the first one is set.
-    if (result_.marks.size() <= node) result_.marks.resize(size());
-    return result_.marks[node];
-}
+Mark& WorkTree::mark(NodeID node) { return result_.marks.of(node); }
 
 void WorkTree::explain(NodeID node, RepairKind kind, std::string reason) {
     Mark& it = mark(node);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "repair/arrangement.h"
@@ -20,8 +21,9 @@ public:
     NodeID size() const noexcept { return tree().size(); }
     const Node& operator[](NodeID node) const noexcept { return tree()[node]; }
     elements::Element elementOf(NodeID node) const noexcept { return tree()[node].element; }
+    std::string_view name(NodeID node) const noexcept { return tree().name(node); }
     /// Its open tag.
-    std::string nameOf(NodeID node) const { return openTag(tree()[node].name); }
+    std::string nameOf(NodeID node) const { return openTag(name(node)); }
     /// The first child of a kind; kNoNode: there is none.
     NodeID first(NodeID parent, elements::Element element) const {
         return firsts_.find(tree(), parent, element);
