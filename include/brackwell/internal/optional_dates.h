@@ -25,8 +25,12 @@ public:
     }
     /// Sets the date, or makes it absent.
     void set(std::size_t field, std::optional<Date> date) noexcept {
-        dates_[field] = date.value_or(Date());
-        present_ = static_cast<std::uint8_t>(date ? present_ | bit(field) : present_ & ~bit(field));
+        if (date) {
+            dates_[field] = *date;
+            present_ = static_cast<std::uint8_t>(present_ | bit(field));
+        } else {
+            present_ = static_cast<std::uint8_t>(present_ & ~bit(field));
+        }
     }
 
 private:

@@ -17,6 +17,13 @@
 #include <string>
 #include <string_view>
 
+// What is seldom needed must not make larger what is called for every text of a document.
+#if defined(__GNUC__)
+#define BRACKWELL_APART __attribute__((noinline))
+#else
+#define BRACKWELL_APART
+#endif
+
 namespace brackwell::reading {
 class Document;
 }
@@ -55,15 +62,17 @@ public:
     /// Valid until this field is set again or the object is destroyed.
     OptionalText get(std::size_t field) const noexcept {
         const std::uint32_t distance = near_.get()[field];
-        return distance != 0 ? leafText(*document_, begin_ + distance) : getApart(field);
+        if (distance != 0) return leafText(*document_, begin_ + distance);
+        return apart_ ? getApart(field) : std::nullopt;
     }
     /// Takes a copy of the text.
     void set(std::size_t field, OptionalText text);
     /// Refers to a leaf of a tree.
     void setLeaf(std::size_t field, const std::shared_ptr<const reading::Document>& document,
                  std::uint32_t node) {
-        if (document_ == document && node > begin_ && node - begin_ <= kFarthest)
-            near_.get()[field] = static_cast<std::uint8_t>(node - begin_);
+        const std::int64_t distance = std::int64_t{node} - std::int64_t{begin_.get()};
+        if (document_ == document && static_cast<std::uint64_t>(distance - 1) < kFarthest)
+            near_.get()[field] = static_cast<std::uint8_t>(distance);
         else
             setOtherLeaf(field, document, node);
     }
@@ -82,9 +91,10 @@ private:
         if (!apart_) apart_ = std::make_unique<Apart>();
         return *apart_;
     }
-    OptionalText getApart(std::size_t field) const noexcept;
-    void setOtherLeaf(std::size_t field, const std::shared_ptr<const reading::Document>& document,
-                      std::uint32_t node);
+    BRACKWELL_APART OptionalText getApart(std::size_t field) const noexcept;
+    BRACKWELL_APART void setOtherLeaf(std::size_t field,
+                                      const std::shared_ptr<const reading::Document>& document,
+                                      std::uint32_t node);
 
     std::shared_ptr<const reading::Document> document_;
     std::unique_ptr<Apart> apart_;
@@ -94,7 +104,6 @@ private:
 
 template <std::size_t Count>
 OptionalText TextFields<Count>::getApart(std::size_t field) const noexcept {
-    if (!apart_) return std::nullopt;
     if (apart_->leaves[field] != 0) return leafText(*document_, apart_->leaves[field]);
     if (apart_->texts[field]) return *apart_->texts[field];
     return std::nullopt;
@@ -127,3 +136,5 @@ void TextFields<Count>::setOtherLeaf(std::size_t field,
 }
 
 }  // namespace brackwell::internal
+
+#undef BRACKWELL_APART
