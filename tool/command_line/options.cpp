@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "command_line/filter_options.h"
+#include "command_line/unknown_option.h"
 #include "command_line/wrapped_help.h"
 #include "commands/commands.h"
 #include "console/document_file.h"
@@ -296,6 +297,10 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
         if (outcome.get_name() == "ArgumentMismatch" && line.error.starts_with("FILE:"))
             line.error =
                 "FILE: this command takes a single document\nRun with --help for more information.\n";
+        const bool isIncomplete =
+            outcome.get_name() == "RequiredError" || outcome.get_name() == "ExtrasError";
+        if (std::string unknown = isIncomplete ? unknownOptionIn(app) : ""; !unknown.empty())
+            line.error = std::move(unknown);
         if (*line.exitStatus != 0 && !given.empty() && !given[0].starts_with('-') &&
             app.get_subcommands().empty())
             line.error =
