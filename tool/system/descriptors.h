@@ -6,8 +6,7 @@
 #include <string_view>
 
 /// \file
-/// Open files, pipes and terminals by their numbers. What fails leaves its
-/// reason in errno.
+/// Open files, pipes and terminals by their numbers. What fails leaves its reason in errno.
 
 namespace tool::system {
 
@@ -21,8 +20,7 @@ bool isPipe(int descriptor) noexcept;
 /// How many columns a terminal has; 0 where that cannot be told.
 std::size_t terminalColumns(int descriptor) noexcept;
 
-/// A file for reading, in UTF-8; -1 where it cannot be opened. Nothing is
-/// waited for.
+/// A file for reading, in UTF-8; -1 where it cannot be opened. Nothing is waited for.
 int openForReading(const std::string& path) noexcept;
 
 /// How many bytes were read, 0 at the end, -1 when that fails.

@@ -10,15 +10,13 @@
 namespace tool {
 namespace {
 
-// The handler runs in a thread of its own and at any time, so it reads memory
-// that is never released.
+// The handler runs in a thread of its own and at any time, so it reads memory that is never released.
 constexpr std::size_t kLongestPath = 32767;
 std::array<wchar_t, kLongestPath + 1> pathToRemove{};
 std::atomic<bool> isToBeRemoved{false};
 std::atomic<bool> isHeld{false};
 
-/// Ctrl-C, a closed console, the end of a session. The system then ends the
-/// program.
+/// Ctrl-C, a closed console, the end of a session. The system then ends the program.
 BOOL WINAPI removeAndEnd(DWORD /*event*/) {
     while (isHeld) ::Sleep(1);
     if (isToBeRemoved) ::DeleteFileW(pathToRemove.data());

@@ -22,8 +22,7 @@ int makeTemporary(std::string& name) noexcept {
     for (unsigned i = 0; i < kTries; ++i) {
         const unsigned long long number = ::GetTickCount64() * 7919 + ::GetCurrentProcessId() + i;
         name.replace(name.size() - 6, 6, std::to_string(kSixDigits + number % (9 * kSixDigits)));
-        // It may be removed while it is open, as it is when somebody ends the
-        // program.
+        // It may be removed while it is open, as it is when somebody ends the program.
         const HANDLE file =
             ::CreateFileW(wide(name).c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr,
                           CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);

@@ -3,8 +3,7 @@
 
 namespace tool {
 
-// A console here scrolls, and there is no pager that reads colours and texts in
-// UTF-8 everywhere.
+// A console here scrolls, and there is no pager that reads colours and texts in UTF-8 everywhere.
 
 std::optional<std::string> wantedPager() { return std::nullopt; }
 
