@@ -46,6 +46,16 @@ def test_a_file_that_is_open_for_text_is_refused(checking: pathlib.Path) -> None
         brackwell.open(file)  # type: ignore[arg-type]
 
 
+@pytest.mark.parametrize("given", [None, 7, [b"x"]], ids=repr)
+def test_a_file_object_that_gives_no_bytes_is_a_type_error(given: Any) -> None:
+    class Reader:
+        def read(self) -> Any:
+            return given
+
+    with pytest.raises(TypeError, match=rf"read\(\) .* {type(given).__name__}"):
+        brackwell.open(Reader())
+
+
 @pytest.mark.parametrize("source", [None, 7, 1.5, [b"x"]], ids=repr)
 def test_what_is_no_source_is_a_type_error(source: Any) -> None:
     with pytest.raises(TypeError, match=type(source).__name__):
@@ -173,6 +183,15 @@ def test_read_many_reads_no_further_ahead_than_it_says(checking: pathlib.Path) -
 def test_read_many_wants_a_thread() -> None:
     with pytest.raises(ValueError, match="threads"):
         brackwell.read_many([], threads=0)
+
+
+@pytest.mark.parametrize("source", SOURCES.values(), ids=list(SOURCES))
+def test_read_many_wants_several_sources(source: Callable[[pathlib.Path], Any], checking: pathlib.Path) -> None:
+    given = source(checking)
+    with pytest.raises(TypeError):
+        list(brackwell.read_many(given))
+    if hasattr(given, "close"):
+        given.close()
 
 
 def test_options_of_read_many_are_those_of_open() -> None:

@@ -36,6 +36,9 @@ def read_many(
     count = threads if threads is not None else os.cpu_count() or 1
     if count < 1:
         raise ValueError("threads must be at least 1")
+    if isinstance(sources, (str, bytes, bytearray, memoryview)) or hasattr(sources, "read"):
+        # One of these is a sequence, too, of characters, numbers or lines.
+        raise TypeError(f"sources must be several, such as a list, not one {type(sources).__name__}; open() reads one")
     return _results(sources, options, count)
 
 

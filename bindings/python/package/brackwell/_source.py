@@ -2,8 +2,7 @@
 """What can be opened."""
 
 import os
-import typing
-from typing import Protocol, Union
+from typing import Optional, Protocol, Union
 
 from ._core import Document, Failure, Options, open_bytes, open_path
 
@@ -33,11 +32,14 @@ def read(source: Source, options: Options) -> Union[Document, Failure]:
         data: object = source.read()
         if isinstance(data, str):
             raise TypeError('the file is open for reading text; open it with "rb", so that its encoding is found')
-        return open_bytes(bytes(typing.cast(bytes, data)), options)
+        if not isinstance(data, (bytes, bytearray, memoryview)):
+            # bytes() would make as many zeros of a number.
+            raise TypeError(f"read() of the file object gave {type(data).__name__}, not bytes")
+        return open_bytes(bytes(data), options)
     raise TypeError(f"a path, bytes or a file object, not {type(source).__name__}")
 
 
-def path_of(source: Source) -> typing.Optional[str]:
+def path_of(source: Source) -> Optional[str]:
     """The path for a message; None for what has none."""
     if isinstance(source, (str, os.PathLike)):
         return os.fsdecode(source)
