@@ -332,10 +332,12 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Import
 
-/// A std::filesystem::path, told by what it has, as its header takes long to compile.
+/// A std::filesystem::path, told by what it has, as its header takes long to compile. Whatever its own
+/// characters are, it has a name of bytes: in UTF-8 where they are wide, the same bytes elsewhere.
 template <class Path>
 concept FilePath = requires(const Path& path) {
-    { path.native() } -> std::same_as<const std::string&>;
+    path.native();
+    { path.u8string() } -> std::same_as<std::u8string>;
 };
 
 /// The front door: a document's bytes in, a message out. Holds no state; every call is independent.
@@ -357,14 +359,14 @@ public:
     /// The same two for a std::filesystem::path, which is never taken for a URL.
     template <FilePath Path>
     static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(const Path& path, Error* error = nullptr) {
-        return importFile(path.native(), TextEncodingNone, nullptr, nullptr, error);
+        return importFile(bytesOf(path), TextEncodingNone, nullptr, nullptr, error);
     }
     template <FilePath Path>
     static std::shared_ptr<TvOFXMessage> importOFXFileFromURL(
         const Path& path, TextEncoding encoding,
         const std::shared_ptr<const NumberFormatter>& numberFormatter = nullptr,
         const std::shared_ptr<const DateFormatter>& dateFormatter = nullptr, Error* error = nullptr) {
-        return importFile(path.native(), encoding, numberFormatter, dateFormatter, error);
+        return importFile(bytesOf(path), encoding, numberFormatter, dateFormatter, error);
     }
     /// @}
 
@@ -383,6 +385,11 @@ public:
         std::shared_ptr<const DateFormatter> dateFormatter = nullptr, Error* error = nullptr);
 
 private:
+    template <FilePath Path>
+    static std::string bytesOf(const Path& path) {
+        const std::u8string name = path.u8string();
+        return {name.begin(), name.end()};
+    }
     static std::shared_ptr<TvOFXMessage> importFile(const std::string& path, TextEncoding encoding,
                                                     std::shared_ptr<const NumberFormatter> numberFormatter,
                                                     std::shared_ptr<const DateFormatter> dateFormatter,

@@ -3,14 +3,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <filesystem>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#if defined(_WIN32)
-#include <fcntl.h>
-#include <io.h>
-#endif
 
 #include "support/investment_text.h"
 #include "support/transcript.h"
@@ -18,14 +15,20 @@
 #include "variants.h"
 
 /// \file
-/// Writes all that opening files delivers, of each file and of what damage and other encodings make of it.
+/// Writes all that opening files delivers, of each file and of what damage and other encodings make of it:
+///
+///     describe OUTPUT FILE...
+///
 /// It needs no exceptions and nothing but the library, so it runs on every target; script/portable compares
 /// what it writes there.
 
 namespace brackwell::tests {
 namespace {
 
-void put(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+/// A file and not standard output, where some systems write a line break as two bytes.
+std::FILE* output = nullptr;
+
+void put(std::string_view text) { std::fwrite(text.data(), 1, text.size(), output); }
 
 void putLine(std::string_view name, std::string_view value) {
     put(name);
@@ -109,9 +112,21 @@ void describe(const OpenedFile& file) {
     for (const OpenedDocument& document : file.documents()) describe(document);
 }
 
+/// What the import alone makes of a path, whose characters are wide on some systems.
+void describeImport(const std::filesystem::path& path) {
+    Error error;
+    const auto message = TovanaOFXController::importOFXFileFromURL(path, &error);
+    if (message)
+        put(transcriptOf(*message));
+    else
+        putLine("not imported", error.description);
+}
+
 int describeAll(const std::vector<std::string>& paths) {
+    describeImport(u8"no folder/K\u00F6ln \u6771\u4EAC.ofx");
     for (const std::string& path : paths) {
         putLine("\nfile", path);
+        describeImport(path);
         const OpenedFile file = openFile(path);
         describe(file);
         for (const std::string& variant : variantsOf(file.bytes().bytes())) {
@@ -121,15 +136,16 @@ int describeAll(const std::vector<std::string>& paths) {
         Anonymizer anonymizer;
         putLine("replaced", anonymizer.anonymize(file.bytes()).replaced);
     }
-    return std::fflush(stdout) == 0 ? 0 : 1;
+    const bool isWritten = std::ferror(output) == 0;
+    return std::fclose(output) == 0 && isWritten ? 0 : 1;
 }
 
 }  // namespace
 }  // namespace brackwell::tests
 
 int main(int count, char** arguments) {
-#if defined(_WIN32)
-    ::_setmode(::_fileno(stdout), _O_BINARY);  // a line break is one byte everywhere
-#endif
-    return brackwell::tests::describeAll({arguments + 1, arguments + count});
+    if (count < 2) return 2;
+    brackwell::tests::output = std::fopen(arguments[1], "wb");
+    if (brackwell::tests::output == nullptr) return 2;
+    return brackwell::tests::describeAll({arguments + 2, arguments + count});
 }
