@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <limits>
 
 #include "archives/cbor.h"
 #include "numbers/decimal_coefficient.h"
@@ -26,11 +27,15 @@ std::optional<Date> dateFrom(std::int64_t seconds, std::int64_t milliseconds) no
         ++seconds;
         milliseconds -= kMillisecondsPerSecond;
     }
-    std::int64_t count = 0;
     // Archives come from outside: any number may be in them.
-    if (__builtin_mul_overflow(seconds, kMillisecondsPerSecond, &count)) return std::nullopt;
-    if (__builtin_add_overflow(count, milliseconds, &count)) return std::nullopt;
-    return Date(std::chrono::milliseconds(count));
+    using Limits = std::numeric_limits<std::int64_t>;
+    constexpr std::int64_t earliest = Limits::min() / kMillisecondsPerSecond;
+    constexpr std::int64_t latest = Limits::max() / kMillisecondsPerSecond;
+    if (seconds < earliest || seconds > latest) return std::nullopt;
+    const std::int64_t count = seconds * kMillisecondsPerSecond;
+    if (milliseconds < 0 && count < Limits::min() - milliseconds) return std::nullopt;
+    if (milliseconds > 0 && count > Limits::max() - milliseconds) return std::nullopt;
+    return Date(std::chrono::milliseconds(count + milliseconds));
 }
 
 std::optional<Date> takeExtendedTime(std::string_view& bytes) noexcept {

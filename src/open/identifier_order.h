@@ -40,8 +40,8 @@ private:
         static Key of(std::string_view text) noexcept {
             constexpr std::size_t wordSize = sizeof(std::uint64_t);
             if (text.size() >= wordSize)
-                return {text.size(), __builtin_bswap64(loadWord(text.data())),
-                        __builtin_bswap64(loadWord(text.data() + text.size() - wordSize))};
+                return {text.size(), loadOrderedWord(text.data()),
+                        loadOrderedWord(text.data() + text.size() - wordSize)};
             std::uint64_t first = 0;
             for (const char c : text) first = first << 8U | static_cast<unsigned char>(c);
             return {text.size(), first, 0};
