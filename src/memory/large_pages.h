@@ -34,7 +34,12 @@ struct LargePageAllocator {
 /// An array that all who share it keep alive; nothing is cleared that its values do not clear themselves.
 template <class Value>
 std::shared_ptr<Value[]> makeSharedArray(std::size_t count) {
+#if defined(__cpp_lib_smart_ptr_for_overwrite)
     return std::allocate_shared_for_overwrite<Value[]>(LargePageAllocator<Value>(), count);
+#else
+    // The standard library of g++ 11: two blocks instead of one, and small pages.
+    return std::shared_ptr<Value[]>(new Value[count]);
+#endif
 }
 
 }  // namespace brackwell
