@@ -47,18 +47,15 @@ constinit const Element kRoot = find("OFX");
 Element findElement(std::string_view name) noexcept { return find(name); }
 
 std::string_view nameOf(Element element) noexcept {
-    return element < kElementCount ? kElementRows[element].name : std::string_view();
+    return element < kElementCount ? kFacts[element].name : std::string_view();
 }
 
 Kind kindOf(Element element) noexcept {
-    if (element >= kElementCount) return Kind::unknown;
-    const ElementRow& row = kElementRows[element];
-    if (row.isAggregate) return row.type == ValueType::none ? Kind::aggregate : Kind::either;
-    return row.type == ValueType::headerField ? Kind::headerField : Kind::leaf;
+    return element < kElementCount ? kFacts[element].kind : Kind::unknown;
 }
 
 ValueType valueTypeOf(Element element) noexcept {
-    return element < kElementCount ? kElementRows[element].type : ValueType::none;
+    return element < kElementCount ? kFacts[element].type : ValueType::none;
 }
 
 std::span<const Child> childrenOf(Element parent) noexcept { return childrenInList(parent); }

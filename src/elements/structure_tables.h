@@ -16,6 +16,29 @@
 
 namespace brackwell::elements::tables {
 
+/// What is asked of an element while a program runs. The rows of the list, whose contents are long texts, are
+/// read by the compiler alone, so a program does not have them.
+struct Facts {
+    std::string_view name;
+    Kind kind = Kind::unknown;
+    ValueType type = ValueType::none;
+    bool hasListedChildren = false;  ///< an aggregate of which is known what may stand in it
+};
+
+constexpr Kind kindOf(const ElementRow& row) noexcept {
+    if (row.isAggregate) return row.type == ValueType::none ? Kind::aggregate : Kind::either;
+    return row.type == ValueType::headerField ? Kind::headerField : Kind::leaf;
+}
+
+inline constexpr auto kFacts = [] {
+    std::array<Facts, kElementCount> facts;
+    for (Element element = 0; element < kElementCount; ++element) {
+        const ElementRow& row = kElementRows[element];
+        facts[element] = {row.name, kindOf(row), row.type, row.isAggregate && row.content != kUnlisted};
+    }
+    return facts;
+}();
+
 constexpr std::uint32_t hashOf(std::string_view name) noexcept {
     std::uint32_t hash = 2166136261U;  // FNV-1a: its basis, and its prime below
     for (const char c : name) hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
@@ -33,7 +56,7 @@ constexpr NameSlots makeNameSlots() {
     NameSlots slots{};
     slots.fill(kUnknown);
     for (Element element = 0; element < kElementCount; ++element) {
-        std::size_t at = hashOf(kElementRows[element].name) % kNameSlots;
+        std::size_t at = hashOf(kFacts[element].name) % kNameSlots;
         while (slots[at] != kUnknown) at = (at + 1) % kNameSlots;
         slots[at] = element;
     }
@@ -44,7 +67,7 @@ inline constexpr NameSlots kSlotsOfNames = makeNameSlots();
 constexpr Element find(std::string_view name) noexcept {
     for (std::size_t at = hashOf(name) % kNameSlots;; at = (at + 1) % kNameSlots) {
         const Element element = kSlotsOfNames[at];
-        if (element == kUnknown || kElementRows[element].name == name) return element;
+        if (element == kUnknown || kFacts[element].name == name) return element;
     }
 }
 
@@ -130,8 +153,9 @@ constexpr bool knowsPlaces(Element child) noexcept {
 /// True when it is known what may stand in an element. Nothing may stand in a leaf.
 constexpr bool knowsChildren(Element parent) noexcept {
     if (parent >= kElementCount) return false;
-    const ElementRow& row = kElementRows[parent];
-    return row.isAggregate ? row.content != kUnlisted : !parentsInList(parent).empty();
+    const Facts& facts = kFacts[parent];
+    const bool isAggregate = facts.kind == Kind::aggregate || facts.kind == Kind::either;
+    return isAggregate ? facts.hasListedChildren : !parentsInList(parent).empty();
 }
 
 }  // namespace brackwell::elements::tables
