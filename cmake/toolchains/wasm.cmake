@@ -4,6 +4,9 @@ set(CMAKE_SYSTEM_NAME Generic)
 set(CMAKE_SYSTEM_PROCESSOR wasm32)
 set(CMAKE_CXX_COMPILER clang++-19)
 set(CMAKE_CXX_COMPILER_TARGET wasm32-wasi)
+# What is optimised while it is linked can be read by programs of the compiler's own version alone.
+set(CMAKE_AR llvm-ar-19)
+set(CMAKE_RANLIB llvm-ranlib-19)
 set(CMAKE_SYSROOT /usr)
 # The C++ headers of this target alone: by itself the compiler also looks into /usr/include/c++, where those of this
 # machine are that belong to the same library.
