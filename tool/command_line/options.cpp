@@ -297,8 +297,10 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
         if (outcome.get_name() == "ArgumentMismatch" && line.error.starts_with("FILE:"))
             line.error =
                 "FILE: this command takes a single document\nRun with --help for more information.\n";
+        // An error about further arguments goes by the name of the command.
+        const auto code = static_cast<CLI::ExitCodes>(outcome.get_exit_code());
         const bool isIncomplete =
-            outcome.get_name() == "RequiredError" || outcome.get_name() == "ExtrasError";
+            code == CLI::ExitCodes::RequiredError || code == CLI::ExitCodes::ExtrasError;
         if (std::string unknown = isIncomplete ? unknownOptionIn(app) : ""; !unknown.empty())
             line.error = std::move(unknown);
         if (*line.exitStatus != 0 && !given.empty() && !given[0].starts_with('-') &&
