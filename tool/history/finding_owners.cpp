@@ -6,6 +6,8 @@
 #include <functional>
 #include <optional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tool {
 namespace {
@@ -62,69 +64,88 @@ std::size_t afterChanges(std::size_t offset, const std::vector<RepairChange>& ch
 
 /// A part of a text with its owner.
 struct OwnedRange {
-    std::size_t begin;
-    std::size_t end;
-    FindingOwner owner;
+    std::size_t begin = 0;
+    std::size_t end = 0;
+    FindingOwner owner = {};
 };
 
-/// The ranges of a document, gathered and then asked.
-class OwnedRanges {
+/// Finds the owners of some places of a text among ranges that come by: the last one that begins before a
+/// place counts. Ranges are not kept, since a document has millions of them and findings at few places.
+class OwnersOfPlaces {
 public:
-    explicit OwnedRanges(std::string_view text) : text_(text) {}
+    /// The places are in order.
+    OwnersOfPlaces(std::string_view text, const std::vector<std::size_t>& places)
+        : text_(text), places_(places), last_(places.size()) {}
 
     void add(OptionalText part, const FindingOwner& owner) {
-        if (!part || part->data() < text_.data() || part->data() > text_.data() + text_.size()) return;
-        const auto begin = static_cast<std::size_t>(part->data() - text_.data());
-        ranges_.push_back({begin, begin + part->size(), owner});
+        if (part) note(rangeOf(*part, owner));
     }
     /// From the tag of the aggregate around its first leaf to the end of its last.
     void add(const std::optional<ParseDictionary>& node, const FindingOwner& owner) {
         if (!node) return;
-        const std::size_t before = ranges_.size();
+        std::optional<OwnedRange> all;
         std::vector<ParseDictionary> waiting{*node};
         while (!waiting.empty()) {
             const ParseDictionary dictionary = std::move(waiting.back());
             waiting.pop_back();
             for (const auto& [name, value] : dictionary.inDocumentOrder()) {
                 if (const auto inner = value.dictionary()) waiting.push_back(*inner);
-                if (name != "TVOFX_ORIGINAL_STRING") add(value.text(), owner);
+                if (name != "TVOFX_ORIGINAL_STRING" && value.text())
+                    unite(all, rangeOf(*value.text(), owner));
             }
         }
-        unite(before);
+        if (!all) return;
+        for (int tags = 0; tags < 2 && all->begin > 0; ++tags)
+            if (const std::size_t tag = text_.rfind('<', all->begin - 1); tag != text_.npos) all->begin = tag;
+        note(all);
     }
 
-    void sort() { std::ranges::stable_sort(ranges_, {}, &OwnedRange::begin); }
+    /// To be called after the last range.
+    void finish() {
+        for (std::size_t i = 1; i < last_.size(); ++i)
+            if (!last_[i]) last_[i] = last_[i - 1];
+    }
 
-    /// The owner of a place: the last range that begins before it, if it reaches there.
-    FindingOwner at(std::size_t offset) const {
-        auto next = std::ranges::upper_bound(ranges_, offset, {}, &OwnedRange::begin);
-        if (next == ranges_.begin()) return {};
-        --next;
-        return offset <= next->end ? next->owner : FindingOwner();
+    /// Of one of the places, if the range reaches there.
+    FindingOwner at(std::size_t place) const {
+        const auto index = std::ranges::lower_bound(places_, place) - places_.begin();
+        const std::optional<OwnedRange>& range = last_[static_cast<std::size_t>(index)];
+        return range && place <= range->end ? range->owner : FindingOwner();
     }
 
 private:
-    /// Makes one range of those from a place on, with the tags before its beginning.
-    void unite(std::size_t from) {
-        if (ranges_.size() == from) return;
-        OwnedRange all = ranges_[from];
-        for (std::size_t i = from; i < ranges_.size(); ++i) {
-            all.begin = std::min(all.begin, ranges_[i].begin);
-            all.end = std::max(all.end, ranges_[i].end);
+    /// Nothing for a text of the tree's own.
+    std::optional<OwnedRange> rangeOf(std::string_view part, const FindingOwner& owner) const {
+        if (part.data() < text_.data() || part.data() > text_.data() + text_.size()) return std::nullopt;
+        const auto begin = static_cast<std::size_t>(part.data() - text_.data());
+        return OwnedRange{begin, begin + part.size(), owner};
+    }
+    static void unite(std::optional<OwnedRange>& all, const std::optional<OwnedRange>& more) {
+        if (!all || !more) {
+            if (more) all = more;
+            return;
         }
-        for (int tags = 0; tags < 2 && all.begin > 0; ++tags)
-            if (const std::size_t tag = text_.rfind('<', all.begin - 1); tag != text_.npos) all.begin = tag;
-        ranges_.resize(from);
-        ranges_.push_back(all);
+        all->begin = std::min(all->begin, more->begin);
+        all->end = std::max(all->end, more->end);
+    }
+    /// Notes a range at the first place after its beginning.
+    void note(const std::optional<OwnedRange>& range) {
+        if (!range) return;
+        const auto place = std::ranges::lower_bound(places_, range->begin);
+        if (place == places_.end()) return;
+        std::optional<OwnedRange>& last = last_[static_cast<std::size_t>(place - places_.begin())];
+        if (!last || range->begin >= last->begin) last = range;
     }
 
     std::string_view text_;
-    std::vector<OwnedRange> ranges_;
+    const std::vector<std::size_t>& places_;
+    std::vector<std::optional<OwnedRange>>
+        last_;  ///< that begins before each place and after the one before it
 };
 
 /// Statements, with their statuses before them.
-OwnedRanges statementRanges(const OpenedDocument& document) {
-    OwnedRanges ranges(document.readText().bytes());
+OwnersOfPlaces statementsAt(const std::vector<std::size_t>& places, const OpenedDocument& document) {
+    OwnersOfPlaces ranges(document.readText().bytes(), places);
     for (const auto& statement : document.statements()) {
         const FindingOwner owner{identityOf(*statement), nullptr};
         if (statement->status()) ranges.add(statement->status()->originalParseData(), owner);
@@ -132,12 +153,12 @@ OwnedRanges statementRanges(const OpenedDocument& document) {
     }
     for (const InvestmentStatement& statement : document.investmentStatements())
         ranges.add(statement.originalText(), {identityOf(statement), nullptr});
-    ranges.sort();
+    ranges.finish();
     return ranges;
 }
 
-OwnedRanges transactionRanges(const OpenedDocument& document) {
-    OwnedRanges ranges(document.readText().bytes());
+OwnersOfPlaces transactionsAt(const std::vector<std::size_t>& places, const OpenedDocument& document) {
+    OwnersOfPlaces ranges(document.readText().bytes(), places);
     for (const auto& statement : document.statements())
         for (const auto& transaction : statement->statementTransactions())
             if (const auto& node = transaction->originalParseData())
@@ -146,7 +167,7 @@ OwnedRanges transactionRanges(const OpenedDocument& document) {
     for (const InvestmentStatement& statement : document.investmentStatements())
         for (const InvestmentTransaction& transaction : statement.transactions())
             ranges.add(transaction.originalText(), {identityOf(statement), identityOf(transaction)});
-    ranges.sort();
+    ranges.finish();
     return ranges;
 }
 
@@ -159,11 +180,18 @@ std::vector<FindingOwner> ownersOfFindings(const OpenedFile& file) {
     const OpenedDocument& document = file.documents().front();
     const std::string_view text = document.text().bytes();
     const std::vector<std::size_t> begins = lineBegins(text);
-    const OwnedRanges statements = statementRanges(document);
-    const OwnedRanges transactions = transactionRanges(document);
+    const auto placeOf = [&](const Finding& finding) {
+        return afterChanges(offsetOf(finding, text, begins), document.changes());
+    };
+    std::vector<std::size_t> places;
+    for (const Finding& finding : findings)
+        if (isAboutPart(finding)) places.push_back(placeOf(finding));
+    std::ranges::sort(places);
+    const OwnersOfPlaces statements = statementsAt(places, document);
+    const OwnersOfPlaces transactions = transactionsAt(places, document);
     for (std::size_t i = 0; i < findings.size(); ++i) {
         if (!isAboutPart(findings[i])) continue;
-        const std::size_t place = afterChanges(offsetOf(findings[i], text, begins), document.changes());
+        const std::size_t place = placeOf(findings[i]);
         owners[i] = transactions.at(place);
         if (owners[i].statement == nullptr) owners[i] = statements.at(place);
         // What stands for several things is about more than the one where the first of them is.
