@@ -14,6 +14,7 @@
 
 #include "bookkeeping/coverage.h"
 #include "bookkeeping/identity.h"
+#include "history/room.h"
 #include "investments/facts.h"
 #include "money/foreign_amount.h"
 #include "text/shown_values.h"
@@ -296,6 +297,7 @@ void addAccount(Drafts& drafts, const AccountHistory& account, const std::string
     drafts.accounts.push_back(
         {account.bankAccount ? trimmedOf(account.bankAccount->bankID()) : "", trimmedOf(account.number())});
     StatedBefore before;
+    makeRoom(drafts.entries, account.entries.size());
     for (const HistoryEntry& entry : account.entries) {
         const BookIdentity identity = identities.of(*entry.transaction);
         if (!before.has(identity, entry.transaction->fiTransactionID(), entry.statement, !entry.isOriginal()))

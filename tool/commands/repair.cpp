@@ -100,8 +100,11 @@ void writeRepaired(Run& run, const brackwell::OpenedDocument& document) {
     if (document.changes().empty()) return writeDocument(run.output, document.bytes().bytes());
     // What the repair puts in is ASCII, which every encoding has.
     const brackwell::Data& text = document.readText();
-    const auto bytes = brackwell::encodeText(text.bytes(), document.encoding());
+    const bool isUTF8 = document.encoding() == brackwell::TextEncodingUTF8 ||
+                        document.encoding() == brackwell::TextEncodingASCII;
     writeDocument(run.output, document.mark());
+    if (isUTF8) return writeDocument(run.output, text.bytes());
+    const auto bytes = brackwell::encodeText(text.bytes(), document.encoding());
     writeDocument(run.output, bytes.value_or(text).bytes());
 }
 

@@ -5,6 +5,7 @@
 #include <new>
 #include <set>
 
+#include "history/room.h"
 #include "input/run.h"
 
 namespace tool {
@@ -63,10 +64,11 @@ void History::add(HistoryStatement statement) {
     const auto statementNumber = static_cast<std::uint32_t>(account.statements.size());
     const auto& transactions = statement.statement->statementTransactions();
     account.statements.push_back(std::move(statement));
-    repeats_[place].beginStatement();
+    makeRoom(account.entries, transactions.size());
+    repeats_[place].beginStatement(transactions.size());
     for (const auto& transaction : transactions) {
         const auto number = static_cast<std::uint32_t>(account.entries.size());
-        const auto original = static_cast<std::uint32_t>(repeats_[place].add(*transaction, number));
+        const std::uint32_t original = repeats_[place].add(*transaction, number);
         account.entries.push_back({transaction.get(), statementNumber, number, original});
         if (original != number) ++account.repeats;
     }

@@ -1,18 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "history/repeats.h"
 
+#include "history/room.h"
 #include "money/foreign_amount.h"
 
 namespace tool {
 
-void Repeats::beginStatement() {
+void Repeats::beginStatement(std::size_t transactions) {
     ++statement_;
+    makeRoom(originals_, transactions);
     // An account with one statement only needs no index.
     if (statement_ == 1) return;
     for (; entered_ < originals_.size(); ++entered_) enter(static_cast<std::uint32_t>(entered_));
 }
 
-std::size_t Repeats::add(const Transaction& transaction, std::size_t number) {
+std::uint32_t Repeats::add(const Transaction& transaction, std::uint32_t number) {
     if (Original* original = findEqual(transaction)) {
         original->matchedIn = statement_;
         return original->number;

@@ -38,25 +38,25 @@ public:
     /// `currency` is that of the account.
     explicit Repeats(std::string currency) : currency_(std::move(currency)) {}
 
-    /// What comes from now on stands in another statement.
-    void beginStatement();
+    /// What comes from now on stands in another statement, of so many transactions.
+    void beginStatement(std::size_t transactions);
 
     /// The number of the transaction that this one repeats. When there is none, `number` itself is returned,
     /// and the transaction stands for all that repeat it in later statements; it must live as long as this.
-    std::size_t add(const Transaction& transaction, std::size_t number);
+    std::uint32_t add(const Transaction& transaction, std::uint32_t number);
 
 private:
     /// A transaction that repeats none.
     struct Original {
         const Transaction* transaction;
-        std::size_t number;
-        std::size_t matchedIn;  ///< the statement that had its last match
+        std::uint32_t number;
+        std::uint32_t matchedIn;  ///< the statement that had its last match
     };
     /// Originals that have something in common. Those that were matched in this statement go in front.
     struct Bucket {
         std::vector<std::uint32_t> places;  ///< in originals_
         std::size_t matched = 0;
-        std::size_t statement = 0;
+        std::uint32_t statement = 0;
     };
     template <class Second>
     using Index = std::map<std::pair<std::optional<brackwell::Decimal>, Second>, Bucket>;
@@ -72,7 +72,7 @@ private:
     std::string currency_;
     std::vector<Original> originals_;
     std::size_t entered_ = 0;  ///< how many of these are in the indexes: those of earlier statements
-    std::size_t statement_ = 0;
+    std::uint32_t statement_ = 0;
     Index<std::string_view> withIdentifier_;  ///< by amount and FITID
     DateIndex datedWithIdentifier_;           ///< the same by amount and date
     DateIndex datedWithoutIdentifier_;

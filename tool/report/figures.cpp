@@ -42,6 +42,7 @@ std::vector<DatedAmount> booked(std::vector<DatedAmount> amounts) {
 /// All transactions, each once.
 Transactions originalsOf(const AccountHistory& account) {
     Transactions transactions;
+    transactions.reserve(account.entries.size());
     for (const HistoryEntry& entry : account.entries)
         if (entry.isOriginal()) transactions.push_back(entry.transaction);
     return transactions;
@@ -49,6 +50,8 @@ Transactions originalsOf(const AccountHistory& account) {
 
 /// Those of them that are wanted, and their statements.
 void takeWanted(AccountFigures& figures, const AccountHistory& account, const Filter& filter) {
+    figures.transactions.reserve(account.entries.size());
+    figures.sources.reserve(account.entries.size());
     auto entry = account.entries.begin();
     for (const HistoryStatement& statement : account.statements)
         for (const auto* transaction : filter.transactionsOf(*statement.statement)) {

@@ -36,6 +36,7 @@ std::vector<DayFlow> flowsByDay(std::vector<DatedAmount> amounts) {
 
 std::vector<DatedAmount> amountsOf(const Transactions& transactions, const std::string& currency) {
     std::vector<DatedAmount> amounts;
+    amounts.reserve(transactions.size());
     for (const auto* transaction : transactions)
         if (transaction->datePosted())
             if (const auto amount = amountIn(*transaction, currency))

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -36,33 +38,51 @@ struct TransactionRow {
     const TvOFXStatementTransaction* transaction;
     const HistoryStatement* source;  ///< that has it
     const Trade* trade;
-    std::size_t account;  ///< its number on the page
+    std::uint32_t account;  ///< its number on the page
+    std::uint32_t place;    ///< among all, before they are sorted
     std::optional<Date> date;
     std::optional<Amount> amount;
 };
 
+/// Sorts rows; equal ones keep their order. A stable sort would take half as much memory again.
+template <class Value, class Before>
+void sortBy(std::vector<TransactionRow>& rows, Value TransactionRow::*value, Before comesBefore) {
+    std::ranges::sort(rows, [value, comesBefore](const TransactionRow& a, const TransactionRow& b) {
+        if (comesBefore(a.*value, b.*value)) return true;
+        return !comesBefore(b.*value, a.*value) && a.place < b.place;
+    });
+}
+
+std::size_t countOf(const Report& report) noexcept {
+    std::size_t count = 0;
+    for (const AccountFigures& figures : report.accounts) count += figures.transactions.size();
+    for (const InvestmentFigures& figures : report.investments) count += figures.trades.size();
+    return count;
+}
+
 /// In the order that is wanted; otherwise the newest first. Those without a date or amount come last.
 std::vector<TransactionRow> rowsOf(const Report& report) {
     std::vector<TransactionRow> rows;
-    std::size_t account = 0;
+    rows.reserve(countOf(report));  // a list that grows is there twice
+    const auto place = [&rows] { return static_cast<std::uint32_t>(rows.size()); };
+    std::uint32_t account = 0;
     for (const AccountFigures& figures : report.accounts) {
         ++account;
         for (std::size_t i = 0; i < figures.transactions.size(); ++i) {
             const TvOFXStatementTransaction& transaction = *figures.transactions[i];
-            rows.push_back({&transaction, figures.sources[i], nullptr, account, transaction.datePosted(),
-                            amountIn(transaction, figures.history->currency)});
+            rows.push_back({&transaction, figures.sources[i], nullptr, account, place(),
+                            transaction.datePosted(), amountIn(transaction, figures.history->currency)});
         }
     }
     for (const InvestmentFigures& figures : report.investments) {
         ++account;
         for (const Trade& trade : figures.trades)
-            rows.push_back({nullptr, nullptr, &trade, account, trade.date, trade.amount});
+            rows.push_back({nullptr, nullptr, &trade, account, place(), trade.date, trade.amount});
     }
     const Order order = report.filter->order;
-    if (order == Order::document)
-        std::ranges::stable_sort(rows, std::ranges::greater(), &TransactionRow::date);
-    if (order == Order::date) std::ranges::stable_sort(rows, comesBefore<Date>, &TransactionRow::date);
-    if (order == Order::amount) std::ranges::stable_sort(rows, comesBefore<Amount>, &TransactionRow::amount);
+    if (order == Order::document) sortBy(rows, &TransactionRow::date, std::ranges::greater());
+    if (order == Order::date) sortBy(rows, &TransactionRow::date, comesBefore<Date>);
+    if (order == Order::amount) sortBy(rows, &TransactionRow::amount, comesBefore<Amount>);
     return rows;
 }
 
