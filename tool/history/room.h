@@ -7,8 +7,8 @@
 
 namespace tool {
 
-/// Makes room for so many values more. A list that gets all of a large statement value by value has up to three
-/// times the room while it grows; many small statements still let it grow as it does by itself.
+/// Makes room for so many values more. A list that gets all of a large statement value by value has up to
+/// three times the room while it grows; many small statements still let it grow as it does by itself.
 template <class Value>
 void makeRoom(std::vector<Value>& list, std::size_t count) {
     if (count > list.capacity() - list.size())
