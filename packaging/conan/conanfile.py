@@ -1,8 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """Recipe for Conan 2: conan create packaging/conan -s compiler.cppstd=20
 
-It takes the sources from the checkout that it is a part of. A profile whose compiler.cppstd is 20 or more
-needs no such setting.
+It takes the sources from the checkout that it is a part of, and needs no remote: CMake 3.22 or newer and a compiler are
+those of the machine. A profile whose compiler.cppstd is 20 or more needs no such setting.
 """
 
 import os
@@ -13,8 +13,12 @@ from conan.errors import ConanInvalidConfiguration
 from conan.tools.build import check_min_cppstd
 from conan.tools.cmake import CMake, CMakeToolchain, cmake_layout
 from conan.tools.files import copy, load, rmdir
+from conan.tools.scm import Version
 
 required_conan_version = ">=2.0"
+
+#: The oldest compilers that the library was compiled with.
+OLDEST_COMPILERS = {"gcc": "11", "clang": "14"}
 
 
 class BrackwellConan(ConanFile):
@@ -43,11 +47,16 @@ class BrackwellConan(ConanFile):
 
     def validate(self):
         check_min_cppstd(self, 20)
-        if self.settings.os == "Windows":
-            raise ConanInvalidConfiguration(f"{self.name} is written for POSIX systems")
-
-    def build_requirements(self):
-        self.tool_requires("cmake/[>=3.22]")
+        compiler = str(self.settings.compiler)
+        oldest = OLDEST_COMPILERS.get(compiler)
+        if oldest and Version(self.settings.compiler.version) < oldest:
+            raise ConanInvalidConfiguration(f"{self.name} needs {compiler} {oldest} or newer")
+        if self.settings.os != "Windows":
+            return
+        if compiler != "gcc":
+            raise ConanInvalidConfiguration(f"nobody has compiled {self.name} for Windows but with GCC of mingw-w64")
+        if self.options.shared:
+            raise ConanInvalidConfiguration(f"{self.name} is static on Windows, as nothing says what a DLL exports")
 
     def layout(self):
         cmake_layout(self)
@@ -56,6 +65,9 @@ class BrackwellConan(ConanFile):
         toolchain = CMakeToolchain(self)
         for part in ("TOOL", "TESTS", "BENCHMARKS"):
             toolchain.cache_variables[f"BRACKWELL_{part}"] = False
+        # As the preset "release" does, since whoever installs this waits for it.
+        toolchain.cache_variables["CMAKE_UNITY_BUILD"] = True
+        toolchain.cache_variables["CMAKE_UNITY_BUILD_BATCH_SIZE"] = "16"
         toolchain.generate()
 
     def build(self):
