@@ -12,6 +12,7 @@
 
 #include "support/documents.h"
 #include "support/temporary_folder.h"
+#include "support/transcript.h"
 
 /// \file
 /// Opening files and bytes: what comes back, in which encoding, in how many documents, and within which
@@ -524,6 +525,33 @@ TEST_CASE("a document that does not read is repaired, unless that is not wanted"
     OpenOptions never;
     never.repair = OpenRepair::never;
     CHECK(opened(broken, never).error().code == OpenErrorCode::tagsDoNotMatch);
+}
+
+TEST_CASE("a document that a repair does not improve is opened as it stands") {
+    const std::string account = "<BANKACCTFROM><BANKID>1<ACCTID>2<ACCTTYPE>CHECKING</BANKACCTFROM>";
+    const std::string list =
+        "<BANKTRANLIST><DTSTART>20240101<DTEND>20240131<STMTTRN><TRNTYPE>POS<DTPOSTED>20240105<TRNAMT>-5.00"
+        "<FITID>1<NAME>Tea</STMTTRN></BANKTRANLIST>";
+    const auto with = [&account](const std::string& before, const std::string& content) {
+        return "OFXHEADER:100\nDATA:OFXSGML\nVERSION:102\n\n<OFX>" + before +
+               "<BANKMSGSRSV1><STMTTRNRS><TRNUID>1<STMTRS><CURDEF>USD" + account + content +
+               "</STMTRS></STMTTRNRS></BANKMSGSRSV1></OFX>\n";
+    };
+    for (const std::string& text :
+         {with(account, list), with("", "<CCACCTFROM><ACCTID>9</CCACCTFROM>" + list),
+          with("", "<CURDEF>EUR" + list), with("<DTSERVER>20240101", list)}) {
+        CAPTURE(text);
+        OpenOptions never;
+        never.repair = OpenRepair::never;
+        const OpenedFile asItStands = opened(text, never);
+        const OpenedFile file = opened(text);
+        REQUIRE(file.statements().size() == 1);
+        CHECK(file.statements()[0]->statementTransactions().size() == 1);
+        CHECK(file.documents()[0].changes().empty());
+        CHECK(file.documents()[0].readText().bytes() == text);
+        CHECK_FALSE(file.findings().empty());
+        CHECK(transcriptOf(*file.message()) == transcriptOf(*asItStands.message()));
+    }
 }
 
 TEST_CASE("every document of a file is opened, each in its own encoding and with its own places") {
