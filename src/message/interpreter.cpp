@@ -181,9 +181,9 @@ std::shared_ptr<TvOFXResponse> TvOFXInterpreter::createResponseObjectForKey(
     for (const ResponseClass& row : kResponseClasses) {
         if (row.name != name) continue;
         std::shared_ptr<TvOFXResponse> response = row.make(andResponseDict, helperObject_);
-        if (auto asSignOn = responseAs<TvOFXSignOnResponse>(response))
+        if (auto asSignOn = sharedAs<TvOFXSignOnResponse>(response))
             signOnResponse_ = std::move(asSignOn);
-        else if (auto asProfile = responseAs<TvOFXFIProfileResponse>(response))
+        else if (auto asProfile = sharedAs<TvOFXFIProfileResponse>(response))
             fiProfileResponse_ = std::move(asProfile);
         return response;
     }

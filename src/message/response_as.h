@@ -19,7 +19,7 @@ const Class* responseAs(const TvOFXResponse& response) noexcept {
 
 /// The same, with a share in the response.
 template <class Class>
-std::shared_ptr<Class> responseAs(const std::shared_ptr<TvOFXResponse>& response) noexcept {
+std::shared_ptr<Class> sharedAs(const std::shared_ptr<TvOFXResponse>& response) noexcept {
     if (responseAs<Class>(*response) == nullptr) return nullptr;
     return std::static_pointer_cast<Class>(response);
 }
