@@ -51,7 +51,7 @@ Escape escapeOf(std::string_view rest) noexcept {
 /// By byte: whether an escape may begin there.
 constexpr auto kMayEscape = [] {
     std::array<bool, 256> may{};
-    for (std::size_t byte = 0; byte < may.size(); ++byte) {
+    for (std::size_t byte = 0; byte != may.size(); ++byte) {
         const auto c = static_cast<char>(static_cast<unsigned char>(byte));
         may[byte] = c == '\xEF' || !entityOf(c).empty();
     }
