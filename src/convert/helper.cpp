@@ -1,8 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include <brackwell/convert.h>
 
+#include <memory>
+#include <new>
 #include <utility>
 
+#include "convert/field_values.h"
 #include "convert/ofx_date.h"
 
 namespace brackwell {
@@ -31,11 +34,19 @@ TvOFXHelper::TvOFXHelper()
                       PatternDateFormatter("yyyyMMddHHmmss.SSS"), PatternDateFormatter("yyyyMMddHHmmss"),
                       PatternDateFormatter("yyyyMMdd")} {}
 
+void readDate(const TvOFXHelper& helper, std::string_view text, std::optional<Date>& date) {
+    if (helper.dateFormatter())
+        if (const auto held = helper.dateFormatter(); const auto own = held->dateFromString(text)) {
+            date = own;
+            return;
+        }
+    readOFXDate(text, date);
+}
+
 std::optional<Date> TvOFXHelper::dateFromOFXDateString(TextArgument text) const {
-    if (!text) return std::nullopt;
-    if (userDateFormatter_)
-        if (const auto held = userDateFormatter_; const auto date = held->dateFromString(*text)) return date;
-    return dateFromOFXText(*text);
+    std::optional<Date> date;
+    if (text) readDate(*this, *text, date);
+    return date;
 }
 
 std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
@@ -44,15 +55,22 @@ std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
     return PatternDateFormatter("yyyyMMddhhmmss", TimeZone::system(), "de_DE").stringFromDate(date);
 }
 
+void readAmount(const TvOFXHelper& helper, std::string_view text, std::optional<Decimal>& amount) {
+    if (helper.amountNumberFormatter())
+        if (const auto held = helper.amountNumberFormatter(); const auto own = held->numberFromString(text)) {
+            amount = own;
+            return;
+        }
+    // Whatever this reads, the formatter reads as the same number; it only takes longer. It is made in its
+    // place, as an assignment would copy it.
+    ::new (&amount) std::optional<Decimal>(Decimal::fromString(text));
+    if (!amount) amount = builtInAmountFormatter().numberFromString(text);
+}
+
 std::optional<Decimal> TvOFXHelper::decimalNumberFromOFXAmountString(TextArgument text) const {
-    if (!text) return std::nullopt;
-    if (userAmountNumberFormatter_)
-        if (const auto held = userAmountNumberFormatter_; const auto number = held->numberFromString(*text))
-            return number;
-    // Whatever this reads, the formatter reads as the same number; it only takes longer.
-    std::optional<Decimal> number = Decimal::fromString(*text);
-    if (!number) number = builtInAmountFormatter().numberFromString(*text);
-    return number;
+    std::optional<Decimal> amount;
+    if (text) readAmount(*this, *text, amount);
+    return amount;
 }
 
 std::optional<std::string> TvOFXHelper::ofxAmountStringFromDecimalNumber(

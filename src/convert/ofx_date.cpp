@@ -49,22 +49,19 @@ std::optional<milliseconds> millisecondsBehind(const char* point) noexcept {
 
 }  // namespace
 
-std::optional<Date> dateFromOFXText(std::string_view text) noexcept {
+void readOFXDate(std::string_view text, std::optional<Date>& date) noexcept {
     constexpr std::size_t dayLength = 8;
     constexpr std::size_t secondLength = 14;
     constexpr std::size_t millisecondLength = 18;
     text = firstCharacters(text, millisecondLength);
-    const bool withMilliseconds = text.size() == millisecondLength && text[secondLength] == '.';
-    if (withMilliseconds || text.size() == secondLength) {
-        const auto date = dateOfDay(text);
-        const auto time = timeBehind(text.data() + dayLength - 2);
-        const auto fraction =
-            withMilliseconds ? millisecondsBehind(text.data() + secondLength) : milliseconds(0);
-        if (date && time && fraction) return *date + *time + *fraction;
-    }
+    date = text.size() >= dayLength ? dateOfDay(text) : std::nullopt;
+    if (!date) return;
     // A zone in brackets is never applied, and a time before it is dropped: intended.
-    text = firstCharacters(text, dayLength);
-    return text.size() == dayLength ? dateOfDay(text) : std::nullopt;
+    const bool withMilliseconds = text.size() == millisecondLength && text[secondLength] == '.';
+    if (!withMilliseconds && text.size() != secondLength) return;
+    const auto time = timeBehind(text.data() + dayLength - 2);
+    const auto fraction = withMilliseconds ? millisecondsBehind(text.data() + secondLength) : milliseconds(0);
+    if (time && fraction) *date += *time + *fraction;
 }
 
 }  // namespace brackwell

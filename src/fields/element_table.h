@@ -11,6 +11,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "convert/field_values.h"
 #include "elements/refuse.h"
 #include "fields/text_table.h"
 #include "tree/node_ref.h"
@@ -165,13 +166,13 @@ inline const TvOFXHelper& helperOf(const TvOFXAggregate& object) {
 /// A date; nothing when the text is none.
 template <auto member>
 void date(ClassOf<member>& object, const NodeRef& value) {
-    if (value.isText()) object.*member = helperOf(object).dateFromOFXDateString(value.text());
+    if (value.isText()) readDate(helperOf(object), value.text(), object.*member);
 }
 
 /// An amount; nothing when the text is none.
 template <auto member>
 void amount(ClassOf<member>& object, const NodeRef& value) {
-    if (value.isText()) object.*member = helperOf(object).decimalNumberFromOFXAmountString(value.text());
+    if (value.isText()) readAmount(helperOf(object), value.text(), object.*member);
 }
 
 /// A leaf that may repeat: the values as they stand, whatever their kind; a text that stands alone is a

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "investments/records.h"
 
+#include <optional>
 #include <string_view>
 
+#include "convert/field_values.h"
 #include "investments/field_tables.h"
 
 namespace brackwell::investments {
@@ -123,11 +125,13 @@ bool RecordReader::convert(std::size_t field, const TvOFXHelper& helper) {
     if (((table_->amounts() | table_->dates()) & bit) == 0) return false;
     const std::string_view text = records_->document->text(records_->node(nodes_[field]));
     if ((table_->dates() & bit) != 0) {
-        const std::optional<Date> date = helper.dateFromOFXDateString(text);
+        std::optional<Date> date;
+        readDate(helper, text, date);
         if (date) records_->dates.push(*date);
         return date.has_value();
     }
-    const std::optional<Decimal> amount = helper.decimalNumberFromOFXAmountString(text);
+    std::optional<Decimal> amount;
+    readAmount(helper, text, amount);
     if (amount) records_->amounts.push(*amount);
     return amount.has_value();
 }

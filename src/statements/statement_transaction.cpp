@@ -27,7 +27,10 @@ struct BRACKWELL_INTERNAL TvOFXStatementTransaction::Elements {
 
     template <DateField field>
     static void date(Self& self, const NodeRef& value) {
-        if (value.isText()) self.dates_.set(field, helperOf(self).dateFromOFXDateString(value.text()));
+        if (!value.isText()) return;
+        std::optional<Date> date;
+        readDate(helperOf(self), value.text(), date);
+        self.dates_.set(field, date);
     }
     static void datePosted(Self& self, const NodeRef& value) {
         date<datePosted_>(self, value);

@@ -24,7 +24,7 @@ public:
         return (present_ & bit(field)) != 0 ? std::optional(dates_[field]) : std::nullopt;
     }
     /// Sets the date, or makes it absent.
-    void set(std::size_t field, std::optional<Date> date) noexcept {
+    void set(std::size_t field, const std::optional<Date>& date) noexcept {
         if (date) {
             dates_[field] = *date;
             present_ = static_cast<std::uint8_t>(present_ | bit(field));
