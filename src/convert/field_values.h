@@ -8,8 +8,8 @@
 
 /// \file
 /// The conversions of TvOFXHelper, for fields of objects. Each writes its result where it belongs: a
-/// std::optional that is returned or copied is written in parts and then read as a whole, which processors wait
-/// for as long as the conversion takes.
+/// std::optional that is returned or copied is written in parts and then read as a whole, which processors
+/// wait for as long as the conversion takes.
 
 namespace brackwell {
 

@@ -18,6 +18,16 @@ NodeRef first(const NodeRef& aggregate, reading::NameID name) noexcept {
     return {};
 }
 
+/// Whether a transaction has an element that may name a currency. Most have none, which its nodes tell sooner
+/// than a lookup of each name.
+bool mayNameCurrency(const NodeRef& transaction) noexcept {
+    const reading::Document& document = transaction.document();
+    const reading::Node* const end = document.endOf(&transaction.node());
+    for (const reading::Node* at = &transaction.node() + 1; at < end; at = document.endOf(at))
+        if (at->name() == element("CURRENCY") || at->name() == element("ORIGCURRENCY")) return true;
+    return false;
+}
+
 /// Nothing for an aggregate that names neither currency nor rate.
 std::optional<TransactionCurrency> currencyIn(const NodeRef& value, const TvOFXHelper& helper,
                                               bool isConverted) {
@@ -42,6 +52,7 @@ std::optional<TransactionCurrency> currencyOf(const TvOFXStatementTransaction& t
     const auto& own = transaction.helperObject();
     const TvOFXHelper& helper = own ? *own : *TvOFXHelper::defaultHelper();
     const NodeRef node = NodeRef::of(*data);
+    if (!node || !mayNameCurrency(node)) return std::nullopt;
     const NodeRef given = first(node, element("CURRENCY"));
     const NodeRef original = first(node, element("ORIGCURRENCY"));
     // The one that comes first in the document counts, as for investments; an empty one does not count.

@@ -38,14 +38,21 @@ std::strong_ordering compareMagnitudes(const Decimal& a, const Decimal& b) noexc
     return first <=> second * powerOfTen(-shift);
 }
 
-std::string digitsOf(Wide coefficient) {
-    constexpr int lowerDigits = 19;  // as many as always fit 64 bits
-    const auto upper = static_cast<std::uint64_t>(coefficient / powerOfTen(lowerDigits));
-    const auto lower = static_cast<std::uint64_t>(coefficient % powerOfTen(lowerDigits));
-    std::string digits = std::to_string(lower);
-    if (upper == 0) return digits;
-    digits.insert(0, lowerDigits - digits.size(), '0');
-    return std::to_string(upper) + digits;
+/// Writes a number before a place, with a point before so many of its digits, and returns where it begins.
+template <typename Number>
+char* writeDigits(Number number, int places, char* end) noexcept {
+    for (int written = 0; number != 0 || written <= places; ++written) {
+        if (written == places && places > 0) *--end = '.';
+        *--end = static_cast<char>('0' + static_cast<int>(number % 10));
+        number /= 10;
+    }
+    return end;
+}
+
+/// The same for a coefficient; dividing 128 bits takes ten times as long as dividing 64.
+char* writeCoefficient(Wide coefficient, int places, char* end) noexcept {
+    const auto low = static_cast<std::uint64_t>(coefficient);
+    return low == coefficient ? writeDigits(low, places, end) : writeDigits(coefficient, places, end);
 }
 
 }  // namespace
@@ -92,16 +99,14 @@ std::optional<Decimal> Decimal::fromParts(bool negative, std::uint64_t high, std
 }
 
 std::string Decimal::toString() const {
-    std::string text = digitsOf(coefficientOf(*this));
-    if (exponent_ >= 0) {
-        text.append(static_cast<std::size_t>(exponent_), '0');
-    } else {
-        const auto fractionDigits = static_cast<std::size_t>(-exponent_);
-        if (text.size() <= fractionDigits) text.insert(0, fractionDigits + 1 - text.size(), '0');
-        text.insert(text.size() - fractionDigits, 1, '.');
-    }
-    if (negative_) text.insert(0, 1, '-');
-    return text;
+    // The longest has a sign, all digits, and as many zeros as the largest exponent says.
+    std::array<char, 1 + maximumDigits + maximumExponent> room;
+    char* const end = room.data() + room.size();
+    char* begin = end - std::max<int>(exponent_, 0);
+    std::fill(begin, end, '0');
+    begin = writeCoefficient(coefficientOf(*this), std::max(-exponent_, 0), begin);
+    if (negative_) *--begin = '-';
+    return {begin, end};
 }
 
 std::optional<Decimal> Decimal::plus(const Decimal& other) const noexcept {
@@ -185,8 +190,7 @@ double Decimal::toDouble() const noexcept {
     char* begin = text.data() + 1 + maximumDigits;
     *begin = 'e';
     std::to_chars(begin + 1, text.data() + text.size() - 1, exponent_);
-    for (Wide rest = coefficientOf(*this); rest != 0; rest /= 10)
-        *--begin = static_cast<char>('0' + rest % 10);
+    begin = writeCoefficient(coefficientOf(*this), 0, begin);
     if (negative_) *--begin = '-';
     // Rounds correctly; no number is beyond what a double holds. Without a decimal mark the text means the
     // same in every locale.
