@@ -37,29 +37,6 @@ constexpr std::string_view kColumns[] = {
 };
 constexpr std::size_t kColumnsOfCurrencies = 3;
 
-/// The fields that are the same in all rows of a statement.
-void addStatement(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement) {
-    using namespace brackwell;
-    row.add(OptionalText(file));
-    const auto* bank = dynamic_cast<const TvOFXStatementResponse*>(&statement);
-    const auto* card = dynamic_cast<const TvOFXCCStatementResponse*>(&statement);
-    if (bank != nullptr && bank->bankAccountFrom()) {
-        const TvOFXBankAccount& account = *bank->bankAccountFrom();
-        row.add(account.className());
-        row.add(account.bankID());
-        row.add(account.branchID());
-        row.add(account.accountID());
-        row.add(TvOFXBankAccount::accountTypeStringFromAccountType(account.accountType()));
-    } else {
-        const auto account = card != nullptr ? card->creditCardAccountFrom() : nullptr;
-        row.add(account ? OptionalText(account->className()) : std::nullopt);
-        row.addEmpty(2);
-        row.add(account ? account->accountID() : std::nullopt);
-        row.addEmpty(1);
-    }
-    row.add(statement.defaultCurrency());
-}
-
 /// The text of the amount in the document.
 OptionalText writtenAmount(const brackwell::TvOFXStatementTransaction& transaction) {
     const auto& node = transaction.originalParseData();
@@ -91,9 +68,30 @@ void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transa
 
 std::span<const std::string_view> bankColumns() noexcept { return kColumns; }
 
-void addBankFields(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement,
-                   const brackwell::TvOFXStatementTransaction& transaction) {
-    addStatement(row, file, statement);
+void addStatementFields(Row& row, const std::string& file,
+                        const brackwell::TvOFXAccountStatement& statement) {
+    using namespace brackwell;
+    row.add(OptionalText(file));
+    const auto* bank = dynamic_cast<const TvOFXStatementResponse*>(&statement);
+    const auto* card = dynamic_cast<const TvOFXCCStatementResponse*>(&statement);
+    if (bank != nullptr && bank->bankAccountFrom()) {
+        const TvOFXBankAccount& account = *bank->bankAccountFrom();
+        row.add(account.className());
+        row.add(account.bankID());
+        row.add(account.branchID());
+        row.add(account.accountID());
+        row.add(TvOFXBankAccount::accountTypeStringFromAccountType(account.accountType()));
+    } else {
+        const auto account = card != nullptr ? card->creditCardAccountFrom() : nullptr;
+        row.add(account ? OptionalText(account->className()) : std::nullopt);
+        row.addEmpty(2);
+        row.add(account ? account->accountID() : std::nullopt);
+        row.addEmpty(1);
+    }
+    row.add(statement.defaultCurrency());
+}
+
+void addTransactionFields(Row& row, const brackwell::TvOFXStatementTransaction& transaction) {
     addTransaction(row, transaction, false);
     addCurrency(row, currencyOf(transaction));
 }
@@ -112,7 +110,7 @@ BankTable::BankTable(const Options& options, Output& output)
 std::size_t BankTable::write(const std::string& file, const brackwell::TvOFXAccountStatement& statement,
                              const Filter::Transactions& transactions) const {
     Row common(layout_);
-    addStatement(common, file, statement);
+    addStatementFields(common, file, statement);
     Row row(layout_);
     std::size_t foreign = 0;
     for (const auto* transaction : transactions) {

@@ -21,9 +21,11 @@ struct Options;
 /// where they are asked for.
 std::span<const std::string_view> bankColumns() noexcept;
 
-/// The fields of a transaction's row, those of currencies among them.
-void addBankFields(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement,
-                   const brackwell::TvOFXStatementTransaction& transaction);
+/// The fields that are the same in all rows of a statement, with which each begins.
+void addStatementFields(Row& row, const std::string& file, const brackwell::TvOFXAccountStatement& statement);
+
+/// The other fields of a transaction's row, those of currencies among them.
+void addTransactionFields(Row& row, const brackwell::TvOFXStatementTransaction& transaction);
 
 /// The table of the transactions of bank and card statements.
 class BankTable {

@@ -53,7 +53,8 @@ void Row::add(brackwell::OptionalText field) {
     begin();
     if (field && !field->empty()) {
         std::string_view text = asUTF8(*field, storage);
-        if (!hidden_.empty()) text = masked = text == hidden_ ? shown_ : withoutNumber(text, hidden_, shown_);
+        if (!hidden_.empty() && text.find(hidden_) != text.npos)
+            text = masked = text == hidden_ ? shown_ : withoutNumber(text, hidden_, shown_);
         addText(text, !layout_.format.isRaw);
     }
     end();

@@ -26,9 +26,15 @@ std::string CsvLines::investmentHeader() { return headerOf(columnNames<Investmen
 
 std::string_view CsvLines::of(const TvOFXStatementTransaction& transaction, const HistoryStatement& source,
                               OptionalText number, std::string_view shown) {
-    row_.clear();
     row_.hide(number, shown);
-    addBankFields(row_, source.file, *source.statement, transaction);
+    if (source_ != &source) {
+        source_ = &source;
+        common_.clear();
+        common_.hide(number, shown);
+        addStatementFields(common_, source.file, *source.statement);
+    }
+    row_.beginWith(common_);
+    addTransactionFields(row_, transaction);
     return row_.text();
 }
 

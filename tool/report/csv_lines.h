@@ -41,6 +41,8 @@ private:
     CsvFormat format_;
     CsvLayout layout_{format_, {}};
     Row row_{layout_};
+    Row common_{layout_};                       ///< the fields of the statement that the last line was of
+    const HistoryStatement* source_ = nullptr;  ///< that statement
 };
 
 }  // namespace tool

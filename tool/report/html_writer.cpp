@@ -8,6 +8,7 @@
 #include <system_error>
 
 #include "console/output.h"
+#include "text/plain_run.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -58,42 +59,39 @@ constexpr auto kMayEscape = [] {
     return may;
 }();
 
-bool isLineEnd(char c) noexcept { return c == '\t' || c == '\n' || c == '\r'; }
-
 }  // namespace
 
 bool HtmlWriter::isGood() const noexcept { return output_.isGood(); }
 
 void HtmlWriter::writePlain(std::string_view markup) { output_.write(markup); }
 
-void HtmlWriter::writeValue(std::string_view text) { writeEscaped(visibleText(text)); }
+void HtmlWriter::writeValue(std::string_view text) {
+    if (isVisible(text))
+        writeEscaped(text);
+    else
+        writeEscaped(visibleText(text));
+}
 
 void HtmlWriter::writeValue(ExactText exact) {
-    std::string visible;
-    for (std::string_view rest = exact.text; !rest.empty();) {
-        const auto plain = static_cast<std::size_t>(std::ranges::find_if(rest, isLineEnd) - rest.begin());
-        visible += visiblePart(rest.substr(0, plain));
-        if (plain < rest.size()) visible += rest[plain];
-        rest.remove_prefix(std::min(plain + 1, rest.size()));
-    }
-    writeEscaped(visible);
+    if (plainRun(exact.text) == exact.text.size())
+        writeEscaped(exact.text);
+    else
+        writeEscaped(visiblePart(exact.text, "\t\n\r"));
 }
 
 void HtmlWriter::writeEscaped(std::string_view visible) {
-    std::string_view rest = visible;
-    for (std::size_t i = 0; i < rest.size();) {
-        const Escape escape =
-            kMayEscape[static_cast<unsigned char>(rest[i])] ? escapeOf(rest.substr(i)) : Escape();
-        if (escape.entity.empty()) {
-            ++i;
-            continue;
-        }
-        output_.write(rest.substr(0, i));
+    const auto mayEscape = [](char c) { return kMayEscape[static_cast<unsigned char>(c)]; };
+    std::size_t written = 0;
+    for (auto at = visible.begin(); (at = std::find_if(at, visible.end(), mayEscape)) != visible.end();) {
+        const auto place = static_cast<std::size_t>(at - visible.begin());
+        const Escape escape = escapeOf(visible.substr(place));
+        at += static_cast<std::ptrdiff_t>(escape.size);
+        if (escape.entity.empty()) continue;
+        output_.write(visible.substr(written, place - written));
         output_.write(escape.entity);
-        rest.remove_prefix(i + escape.size);
-        i = 0;
+        written = place + escape.size;
     }
-    output_.write(rest);
+    output_.write(visible.substr(written));
 }
 
 void HtmlWriter::writeValue(Coordinate coordinate) {

@@ -5,6 +5,7 @@
 #include <span>
 
 #include "text/characters.h"
+#include "text/plain_run.h"
 #include "text/width_ranges.h"
 
 namespace tool {
@@ -24,10 +25,9 @@ std::size_t characterWidth(char32_t character) noexcept {
 }
 
 std::size_t displayWidth(std::string_view text) noexcept {
-    const auto isASCII = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
     std::size_t width = 0;
     for (;;) {
-        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isASCII) - text.begin());
+        const std::size_t plain = plainRun(text);
         width += plain;
         text.remove_prefix(plain);
         if (text.empty()) return width;

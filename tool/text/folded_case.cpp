@@ -41,14 +41,16 @@ char32_t smallLetter(char32_t code) noexcept {
 }  // namespace
 
 void appendFoldedCase(std::string& folded, std::string_view text) {
+    const auto isASCII = [](char c) { return static_cast<unsigned char>(c) < 0x80; };
+    const auto smallASCII = [](char c) { return static_cast<char>(c >= 'A' && c <= 'Z' ? c + 32 : c); };
     while (!text.empty()) {
+        const auto plain = std::ranges::find_if_not(text, isASCII);
+        std::transform(text.begin(), plain, std::back_inserter(folded), smallASCII);
+        text.remove_prefix(static_cast<std::size_t>(plain - text.begin()));
+        if (text.empty()) break;
         const Character character = firstCharacter(text);
         text.remove_prefix(character.size);
-        if (character.code < 0x80)
-            folded +=
-                static_cast<char>(character.code + (character.code >= 'A' && character.code <= 'Z' ? 32 : 0));
-        else
-            appendCharacter(folded, smallLetter(character.code));
+        appendCharacter(folded, smallLetter(character.code));
     }
 }
 

@@ -3,26 +3,13 @@
 
 #include <brackwell/platform.h>
 
-#include <algorithm>
 #include <cstddef>
 
 #include "text/characters.h"
+#include "text/plain_run.h"
 
 namespace tool {
 namespace {
-
-bool isPlain(char c) noexcept { return c > ' ' && c < '\x7F'; }
-
-/// True for plain characters with single blanks between them, which most texts consist of. They are shown as
-/// they are.
-bool isShownAsItIs(std::string_view text) noexcept {
-    bool afterBlank = true;  // nor does a text begin with one
-    for (const char c : text) {
-        if (c == ' ' ? afterBlank : !isPlain(c)) return false;
-        afterBlank = c == ' ';
-    }
-    return !afterBlank;
-}
 
 /// Characters that order what stands around them from right to left, or end such an order.
 bool turnsDirection(char32_t code) noexcept {
@@ -37,31 +24,19 @@ char32_t shown(char32_t code) noexcept {
     return isTerminalCommand(code) ? kReplacementCharacter : code;
 }
 
-/// Replaces what is not visible but for the characters in `staying`.
-std::string visible(std::string_view text, std::string_view staying) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        const auto plain = static_cast<std::size_t>(std::ranges::find_if_not(text, isPlain) - text.begin());
-        result.append(text.substr(0, plain));
-        text.remove_prefix(plain);
-        if (text.empty()) break;
-        const Character character = firstCharacter(text);
-        const bool stays = staying.find(text.front()) != staying.npos;
-        appendCharacter(result, stays ? character.code : shown(character.code));
-        text.remove_prefix(character.size);
-    }
-    return result;
-}
-
 }  // namespace
 
 bool isTerminalCommand(char32_t code) noexcept {
     return code < 0x20 || (code >= 0x7F && code < 0xA0) || turnsDirection(code);
 }
 
+bool isVisible(std::string_view text) noexcept {
+    return plainRun(text) == text.size() && !text.starts_with(' ') && !text.ends_with(' ') &&
+           text.find("  ") == text.npos;
+}
+
 std::string visibleText(std::string_view text) {
-    if (isShownAsItIs(text)) return std::string(text);
+    if (isVisible(text)) return std::string(text);
     std::string result;
     result.reserve(text.size());
     bool blank = false;  // one is due before the next character
@@ -79,8 +54,20 @@ std::string visibleText(std::string_view text) {
     return result;
 }
 
-std::string visibleLines(std::string_view text) { return visible(text, "\n\t"); }
-
-std::string visiblePart(std::string_view text) { return visible(text, ""); }
+std::string visiblePart(std::string_view text, std::string_view staying) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        const std::size_t plain = plainRun(text);
+        result.append(text.substr(0, plain));
+        text.remove_prefix(plain);
+        if (text.empty()) break;
+        const Character character = firstCharacter(text);
+        const bool stays = staying.find(text.front()) != staying.npos;
+        appendCharacter(result, stays ? character.code : shown(character.code));
+        text.remove_prefix(character.size);
+    }
+    return result;
+}
 
 }  // namespace tool

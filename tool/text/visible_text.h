@@ -15,10 +15,13 @@ bool isTerminalCommand(char32_t code) noexcept;
 /// breaks and tabs by blanks; blanks beside each other become one, and none stand at the ends.
 std::string visibleText(std::string_view text);
 
-/// The same for a text of several lines, in which line feeds, tabs and blanks stay.
-std::string visibleLines(std::string_view text);
+/// True for a text that visibleText shows as it is, without looking at other characters than ASCII.
+bool isVisible(std::string_view text) noexcept;
 
-/// The same for a part of a line, in which blanks stay, and nothing else of what is no visible character.
-std::string visiblePart(std::string_view text);
+/// The same for a text in which all blanks stay, and of other white space what is named.
+std::string visiblePart(std::string_view text, std::string_view staying = {});
+
+/// The same for a text of several lines.
+inline std::string visibleLines(std::string_view text) { return visiblePart(text, "\n\t"); }
 
 }  // namespace tool

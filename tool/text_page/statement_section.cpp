@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/statement_section.h"
 
+#include <iterator>
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,7 +59,7 @@ void showFacts(TextPage& page, const brackwell::TvOFXAccountStatement& statement
 
 Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, OptionalText currency) {
     const auto date = transaction.datePosted();
-    return {
+    std::string cells[] = {
         // A text that is no date is still worth seeing.
         date ? std::string(DateText(*date).day())
              : clipped(visibleText(transaction.originalDatePostedString().value_or("")), 10),
@@ -69,6 +70,7 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, Option
         transaction.amount() ? shownAmount(*transaction.amount()) : "",
         visibleText(foreignSymbol(currencyOf(transaction), currency)),
     };
+    return {std::make_move_iterator(std::begin(cells)), std::make_move_iterator(std::end(cells))};
 }
 
 }  // namespace
