@@ -31,6 +31,7 @@ TEST_CASE("a table has the columns that are named, in their order") {
     for (const Row& row :
          std::vector<Row>{{"amount", "amount\r\n-6.4\r\n"},
                           {"memo,amount,payeeName", "memo,amount,payeeName\r\n\"a, b\",-6.4,Cafe\r\n"},
+                          {"memo, amount", "memo,amount\r\n\"a, b\",-6.4\r\n"},
                           {"branchID,branchID,file", "branchID,branchID,file\r\n,,'-\r\n"},
                           {"isConverted,fiTransactionID", "isConverted,fiTransactionID\r\n,7\r\n"}}) {
         CAPTURE(row.columns);

@@ -170,3 +170,12 @@ TEST_CASE("a table of investments has no columns that only accounts of banks hav
         }
     }
 }
+
+TEST_CASE("totals can have the decimals of the document, those of bank transactions, too") {
+    const std::string document =
+        version1(held("1234567", purchase("T1", "20240110", "100", "-7.50") + moneyIn("T2", "5.00"), ""));
+    CHECK(outputOf({"csv", "--kind", "investments", "--decimals", "--columns", "total"}, document) ==
+          "total\r\n-7.50\r\n5.00\r\n");
+    CHECK(outputOf({"csv", "--kind", "investments", "--columns", "total"}, document) ==
+          "total\r\n-7.5\r\n5\r\n");
+}

@@ -75,7 +75,7 @@ std::vector<std::string> partsOf(const std::string& text) {
     for (const char c : text) {
         if (c == ',')
             parts.emplace_back();
-        else
+        else if (c != ' ')  // no column has one in its name
             parts.back() += c;
     }
     return parts;

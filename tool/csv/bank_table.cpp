@@ -7,6 +7,7 @@
 #include "console/output.h"
 #include "csv/row.h"
 #include "money/foreign_amount.h"
+#include "text/transaction_text.h"
 
 namespace tool {
 namespace {
@@ -37,12 +38,6 @@ constexpr std::string_view kColumns[] = {
 };
 constexpr std::size_t kColumnsOfCurrencies = 3;
 
-/// The text of the amount in the document.
-OptionalText writtenAmount(const brackwell::TvOFXStatementTransaction& transaction) {
-    const auto& node = transaction.originalParseData();
-    return node ? (*node)["TRNAMT"].text() : std::nullopt;
-}
-
 /// As a table of investments has it.
 void addCurrency(Row& row, const std::optional<brackwell::TransactionCurrency>& currency) {
     if (!currency) return row.addEmpty(kColumnsOfCurrencies);
@@ -56,7 +51,7 @@ void addTransaction(Row& row, const brackwell::TvOFXStatementTransaction& transa
     row.add(transaction.datePosted());
     row.add(transaction.dateUserInit());
     row.add(transaction.dateFundsAvailable());
-    row.add(transaction.amount(), keepsDecimals ? writtenAmount(transaction) : std::nullopt);
+    row.add(transaction.amount(), keepsDecimals ? writtenAmountOf(transaction) : std::nullopt);
     row.add(transaction.fiTransactionID());
     row.add(transaction.checkOrReferenceNumber());
     row.add(transaction.referenceNumber());

@@ -12,6 +12,7 @@
 #include "csv/row.h"
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
+#include "text/transaction_text.h"
 
 namespace tool {
 namespace {
@@ -123,7 +124,10 @@ void addTransactionKind(Row& row, const TransactionSource& source) {
 void addTradeDate(Row& row, const TransactionSource& source) {
     row.add(source.bank ? source.bank->datePosted() : source.item.object.tradeDate());
 }
-void addTotal(Row& row, const TransactionSource& source) { row.add(amountOf(source.item.object)); }
+void addTotal(Row& row, const TransactionSource& source) {
+    row.add(amountOf(source.item.object),
+            source.bank ? writtenAmountOf(*source.bank) : source.item.object.text("total"));
+}
 void addIdentifier(Row& row, const TransactionSource& source) { row.add(identifierOf(source.item.object)); }
 void addMemo(Row& row, const TransactionSource& source) { row.add(memoOf(source.item.object)); }
 

@@ -28,4 +28,10 @@ inline brackwell::OptionalText payeeOf(const brackwell::TvOFXStatementTransactio
     return firstOf(transaction.payeeName(), payee ? payee->name() : std::nullopt);
 }
 
+/// The text of the amount in the document.
+inline brackwell::OptionalText writtenAmountOf(const brackwell::TvOFXStatementTransaction& transaction) {
+    const auto& node = transaction.originalParseData();
+    return node ? (*node)["TRNAMT"].text() : std::nullopt;
+}
+
 }  // namespace tool
