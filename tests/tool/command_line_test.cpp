@@ -68,6 +68,7 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
     const std::vector<Row> rows{
         {{}, "Run with --help for a list of the commands.\n"},
         {{"print", document}, "unknown command \"print\"\nRun with --help for a list of the commands.\n"},
+        {{"anonymise", document}, "unknown command \"anonymise\"; \"anonymize\" may be meant\n"},
         {{"show"}, "FILE is required"},
         {{"json", document, "--full"}, "--full"},
         {{"show", "--hlep"}, "unknown option \"--hlep\"; \"--help\" may be meant\n"},
@@ -115,6 +116,9 @@ TEST_CASE("wrong usage is status 2, says why on standard error and writes nothin
         {{"request", "accounts", "--version", "21"}, "not a version"},
         {{"request", "accounts", "--version", "2110"}, "not a version"},
         {{"request", "accounts", "--since", "last year"}, "not a date like 2024-01-31: \"last year\""},
+        {{"request", "accounts", "--since", "20240131240000"}, "not a date like 2024-01-31"},
+        {{"request", "accounts", "--since", "20240131236000"}, "not a date like 2024-01-31"},
+        {{"request", "accounts", "--since", "20240131235961"}, "not a date like 2024-01-31"},
         {{"request", "accounts", "--since", "2024-02-30"}, "not a date"},
         {{"request", "accounts", "--since", "20240230"}, "not a date"},
         {{"request", "accounts", "--since", "2024013112"}, "not a date"},

@@ -174,6 +174,8 @@ TEST_CASE("a file in the place of the command is shown") {
                                            {{"notes"}, ""},
                                            {{"."}, ""},
                                            {{"--quiet", "july.ofx"}, ""},
+                                           {{"--search", "cafe", "july.ofx"}, ""},
+                                           {{"july.ofx", "--search", "cafe"}, ""},
                                            {{"-"}, paidTo("Cafe")}}) {
         const std::string arguments = Json(row.arguments).dump();
         CAPTURE(arguments);
@@ -185,7 +187,7 @@ TEST_CASE("a file in the place of the command is shown") {
     CHECK(toolIn(folder.path(), {"june"}).error ==
           "unknown command \"june\"\nRun with --help for a list of the commands.\n");
     CHECK(toolIn(folder.path(), {"shwo", "july.ofx"}).error ==
-          "unknown command \"shwo\"\nRun with --help for a list of the commands.\n");
+          "unknown command \"shwo\"; \"show\" may be meant\nRun with --help for a list of the commands.\n");
     folder.file("json", paidTo("Cafe"));
     CHECK(toolIn(folder.path(), {"json"}).status == 2);
 }

@@ -13,7 +13,7 @@
 #include <utility>
 
 #include "command_line/filter_options.h"
-#include "command_line/unknown_option.h"
+#include "command_line/unknown_word.h"
 #include "command_line/wrapped_help.h"
 #include "commands/commands.h"
 #include "console/document_file.h"
@@ -199,15 +199,21 @@ bool isCommand(const std::string& name) {
                                [&](const Command* command) { return command->name == name; });
 }
 
-/// The arguments after the program's name. Where a file stands in the place of the command, it is to be
-/// shown.
+bool mayBeFile(const std::string& text) { return text == "-" || exists(text) || hasNameOfDocument(text); }
+
+/// The arguments after the program's name. Where there are files, and no command, they are to be shown; an
+/// option before them may have a value. "help" is understood, too.
 std::vector<std::string> argumentsOf(int count, const char* const* arguments) {
     std::vector<std::string> texts(arguments + 1, arguments + std::max(count, 1));
-    const auto first = std::ranges::find_if(
-        texts, [](const std::string& text) { return text == "-" || !text.starts_with('-'); });
-    if (first != texts.end() && !isCommand(*first) &&
-        (*first == "-" || exists(*first) || hasNameOfDocument(*first)))
-        texts.emplace(texts.begin(), commands::kShow.name);
+    if (texts.empty()) return texts;
+    if (texts.front() == "help" && !exists("help")) {
+        texts.erase(texts.begin());
+        texts.emplace_back("--help");
+    }
+    const bool isOptionFirst = texts.front().starts_with('-') && texts.front() != "-";
+    const bool hasFile = isOptionFirst ? std::ranges::any_of(texts, mayBeFile) : mayBeFile(texts.front());
+    const bool hasCommand = isOptionFirst ? std::ranges::any_of(texts, isCommand) : isCommand(texts.front());
+    if (hasFile && !hasCommand) texts.emplace(texts.begin(), commands::kShow.name);
     return texts;
 }
 
@@ -305,8 +311,7 @@ CommandLine readCommandLine(int count, const char* const* arguments) {
             line.error = std::move(unknown);
         if (*line.exitStatus != 0 && !given.empty() && !given[0].starts_with('-') &&
             app.get_subcommands().empty())
-            line.error =
-                "unknown command \"" + given[0] + "\"\nRun with --help for a list of the commands.\n";
+            line.error = unknownCommand(app, given[0]);
         if (given.empty())
             line.error = std::string(kFirstSteps) + "Run with --help for a list of the commands.\n";
         std::erase(line.error, kNoArgumentHas);

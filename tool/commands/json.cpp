@@ -140,7 +140,7 @@ constexpr const char* kJsonHelp =
     "  brackwell json july.ofx --output july.json\n"
     "  brackwell json --account 5678 --sort date july.ofx\n"
     "  brackwell json --indent july.ofx | less\n"
-    "  brackwell json *.ofx | jq -r '.responses[].statementTransactions[]?.amount'\n";
+    "  brackwell json *.ofx | jq -r '.responses[]?.statementTransactions[]?.amount'\n";
 
 }  // namespace
 

@@ -88,8 +88,13 @@ std::optional<std::string> ofxDateOf(const std::string& text) {
             return wanted == 'd' ? c >= '0' && c <= '9' : c == wanted;
         });
     });
+    // A minute may have a leap second.
+    const auto isBelow = [&time](std::size_t place, unsigned end) {
+        return static_cast<unsigned>((time[place] - '0') * 10 + time[place + 1] - '0') < end;
+    };
+    const bool isTimeOfDay = isTime && isBelow(0, 24) && isBelow(2, 60) && isBelow(4, 61);
     const bool isZone = zone.empty() || (zone.ends_with(']') && zone.find_first_of("<>&") == zone.npos);
-    return isTime && isZone ? std::optional(text) : std::nullopt;
+    return isTimeOfDay && isZone ? std::optional(text) : std::nullopt;
 }
 
 std::string checkDate(const std::string& text) { return ofxDateOf(text) ? std::string() : checkDay(text); }

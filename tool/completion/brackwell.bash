@@ -43,7 +43,7 @@ _brackwell_values() {
         --kind) [[ " csv " == *" $1 "* ]] && echo "bank investments positions securities" ;;
         --columns) [[ " csv " == *" $1 "* ]] ;;
         --delimiter) [[ " csv " == *" $1 "* ]] ;;
-        --decimal-mark) [[ " csv " == *" $1 "* ]] ;;
+        --decimal-mark) [[ " csv " == *" $1 "* ]] && echo ". ," ;;
         --to) [[ " convert " == *" $1 "* ]] && echo "hledger ledger beancount" ;;
         --accounts) [[ " convert " == *" $1 "* ]] && echo "FILE" ;;
         --unless) [[ " convert " == *" $1 "* ]] && echo "FILE" ;;

@@ -87,7 +87,7 @@ complete -c brackwell -n '__brackwell_is csv' -l kind -x -a 'bank investments po
 complete -c brackwell -n '__brackwell_is csv' -l currencies -d 'Add columns for amounts in another currency to a table of bank transactions'
 complete -c brackwell -n '__brackwell_is csv' -l columns -x -d 'Only these columns, in this order, with commas between them'
 complete -c brackwell -n '__brackwell_is csv' -l delimiter -x -d 'Put this character between fields, or tab for a tab; else a comma'
-complete -c brackwell -n '__brackwell_is csv' -l decimal-mark -x -d 'Write amounts with a point or a comma before the decimals'
+complete -c brackwell -n '__brackwell_is csv' -l decimal-mark -x -a '. ,' -d 'Write amounts with a point or a comma before the decimals'
 complete -c brackwell -n '__brackwell_is csv' -l decimals -d 'Write amounts with the decimals of the document (-6.40)'
 complete -c brackwell -n '__brackwell_is csv' -l days -d 'Write dates without a time of day as days (2024-03-01)'
 complete -c brackwell -n '__brackwell_is csv' -l raw -d 'No apostrophe before what a spreadsheet might run'

@@ -14,4 +14,7 @@ namespace tool {
 /// missing, or counts a mistyped option's value as a file.
 std::string unknownOptionIn(const CLI::App& app);
 
+/// What is wrong with a word in the place of the command, with the command that may be meant.
+std::string unknownCommand(const CLI::App& app, const std::string& word);
+
 }  // namespace tool
