@@ -244,7 +244,25 @@ TEST_CASE("a table of transactions that were chosen has their total") {
     CHECK(output.find("Alpha") == std::string::npos);
     CHECK(output.find("Beta") != std::string::npos);
     CHECK(output.ends_with("Total             1 transaction: in 0.00, out -2.00, sum -2.00 USD\n"));
-    CHECK(outputOf({"show", "--search", "gamma"}, document).ends_with("No transactions.\n"));
+    CHECK(outputOf({"show", "--since", "2024-01-03"}, document)
+              .ends_with("No transactions match the filter.\n"));
+    CHECK(outputOf({"show", "--search", "gamma"}, document) == "Nothing matches the search.\n");
+}
+
+TEST_CASE("a search shows the files and accounts that have a match, and no others") {
+    const TemporaryFolder folder;
+    const std::string found = folder.file(
+        "found.ofx", version1("<BANKMSGSRSV1>" + bankStatement("1111", entry("a", "<NAME>Alpha")) +
+                              bankStatement("2222", entry("b", "<NAME>Beta")) + "</BANKMSGSRSV1>"));
+    const std::string other = folder.file("other.ofx", transactionsWith(entry("c", "<NAME>Gamma")));
+    const std::string output = tool({"show", "--full", "--search", "beta", found, other}).output;
+    CHECK(contains(output, "== " + found));
+    CHECK(contains(output, "Beta"));
+    CHECK(contains(output, "2222"));
+    CHECK_FALSE(contains(output, "1111"));
+    CHECK_FALSE(contains(output, other));
+    CHECK(tool({"show", "--search", "delta", found, other}).output == "Nothing matches the search.\n");
+    CHECK_FALSE(contains(tool({"show", "--search", "beta", "--account", "1111", found}).output, "Beta"));
 }
 
 TEST_CASE("show leaves out the statements and records of accounts that were not chosen") {

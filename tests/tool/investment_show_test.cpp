@@ -27,8 +27,10 @@ TEST_CASE("the filter chooses what is shown of an investment account") {
     const std::string found = outputOf({"show", "--search", "hbrl"}, sample());
     CHECK(contains(found, "Harbour, Lines"));
     CHECK_FALSE(contains(found, "Alder"));
-    CHECK(contains(found, "No transactions."));
+    CHECK(contains(found, "No transactions match the filter."));
     CHECK(contains(outputOf({"show", "--search", "salary"}, sample()), "No holdings match the filter."));
+    CHECK(outputOf({"show", "--search", "nothing of it"}, sample()) == "Nothing matches the search.\n");
+    CHECK(contains(outputOf({"show", "--search", "nobody"}, sample()), "Nobody Holds"));
     const std::string other = outputOf({"show", "--account", "5678"}, sample());
     CHECK(contains(other, "No statement matches the accounts asked for."));
     CHECK_FALSE(contains(other, "Investment account"));

@@ -313,6 +313,21 @@ TEST_CASE("no line is wider than it may be, however narrow that is") {
     }
 }
 
+TEST_CASE("a table says which columns it has no room for") {
+    const std::string document = transactionsWith(paid("Somebody", std::string(300, 'm'), "-123456789.01"));
+    const std::string narrow = shown(document, {{"COLUMNS", "25"}});
+    CAPTURE(narrow);
+    CHECK(contains(narrow, "\nToo narrow for: Type,\nPayee, Memo. A wider\n"));
+    CHECK_FALSE(contains(shown(document), "Too narrow"));
+}
+
+TEST_CASE("the days that an account's statements cover stand at 80 columns") {
+    const std::string titles =
+        lineWith(tool({"accounts", examplePath("household.ofx")}, "", {{"COLUMNS", "80"}}).output, "Number");
+    CHECK(contains(titles, "From"));
+    CHECK(titles.ends_with("To"));
+}
+
 TEST_CASE("long texts are cut with an ellipsis, amounts and dates never") {
     const std::string document = transactionsWith(paid("Somebody", std::string(300, 'm'), "-123456789.01"));
     const std::string wide = lineWith(shown(document), "2024-01-02");

@@ -108,15 +108,15 @@ void showWhyNoBalance(TextPage& page, const InvestmentAccount& account, bool isF
 }
 
 void showRows(TextPage& page, const std::vector<Table::Row>& rows) {
-    Table table({{"Institution", Column::Kind::text, 11, 4},
-                 {"Account", Column::Kind::text, 8, 6},
+    Table table({{"Institution", Column::Kind::text, 7, 6},
+                 {"Account", Column::Kind::text, 6, 7},
                  {"Number", Column::Kind::text, 8, 9},
                  {"Balance", Column::Kind::amount, 0, 9},
                  {"", Column::Kind::text, 3, 5},  // the balance's currency
-                 {"On", Column::Kind::text, 10, 7},
-                 {"Count", Column::Kind::text, 5, 3},
-                 {"From", Column::Kind::text, 10, 2},
-                 {"To", Column::Kind::text, 10, 1}});
+                 {"On", Column::Kind::text, 10, 2},
+                 {"Count", Column::Kind::text, 5, 1},
+                 {"From", Column::Kind::text, 10, 3},
+                 {"To", Column::Kind::text, 10, 3}});
     for (const Table::Row& row : rows) table.measure(row);
     table.fit(page.width());
     table.writeTitles(page);

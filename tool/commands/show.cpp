@@ -128,13 +128,30 @@ void showDocument(TextPage& page, const OpenedDocument& document, const Security
     showOthers(page, responses);
 }
 
+/// The documents of a file; where words are looked for, only those that have them.
+std::vector<OpenedDocument> shownOf(const InputFile& input, const SecurityList& others,
+                                    const Filter& filter) {
+    std::vector<OpenedDocument> shown;
+    for (const OpenedDocument& document : input.file.documents())
+        if (document && (filter.words.empty() || filter.findsAny(document, others)))
+            shown.push_back(document);
+    return shown;
+}
+
 bool runShow(Run& run) {
     TextPage page(run.output);
-    return forEachFileWithSecurities(run, [&](const InputFile& input, const SecurityList& others) {
-        if (run.options.files.size() > 1) page.heading("== " + input.name);
-        for (const OpenedDocument& opened : input.file.documents())
-            if (opened) showDocument(page, opened, others, run.options);
-    });
+    const Filter& filter = run.options.filter;
+    bool isAnyShown = filter.words.empty();
+    const bool areAllRead =
+        forEachFileWithSecurities(run, [&](const InputFile& input, const SecurityList& others) {
+            const std::vector<OpenedDocument> shown = shownOf(input, others, filter);
+            if (shown.empty() && !filter.words.empty()) return;
+            isAnyShown = true;
+            if (run.options.files.size() > 1) page.heading("== " + input.name);
+            for (const OpenedDocument& document : shown) showDocument(page, document, others, run.options);
+        });
+    if (!isAnyShown) page.paragraph("Nothing matches the search.");
+    return areAllRead;
 }
 
 constexpr const char* kShowHelp =
@@ -142,7 +159,7 @@ constexpr const char* kShowHelp =
     "The width is that of the terminal, or COLUMNS; negative amounts are red on a terminal\n"
     "unless NO_COLOR is set or --color says otherwise. A terminal gets the page through the pager that\n"
     "BRACKWELL_PAGER or PAGER names, or through less. Totals are those of the transactions that are\n"
-    "shown.\n\n"
+    "shown. With --search, files and accounts without a match are left out.\n\n"
     "Examples:\n"
     "  brackwell show july.ofx\n"
     "  brackwell show --full *.ofx | less\n"

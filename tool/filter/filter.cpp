@@ -102,9 +102,25 @@ std::optional<ListedAccount> Filter::chosenOf(const ListedAccount& listed) const
     return isAny ? std::optional(chosen) : std::nullopt;
 }
 
+bool Filter::findsAny(const OpenedDocument& document, const SecurityList& others) const {
+    const SecurityList own(document.securities());
+    const SecurityLookup securities(own, others);
+    return std::ranges::any_of(document.statements(),
+                               [&](const auto& statement) {
+                                   return takes(*statement) && !transactionsOf(*statement).empty();
+                               }) ||
+           std::ranges::any_of(document.investmentStatements(),
+                               [&](const InvestmentStatement& statement) {
+                                   return takes(statement) &&
+                                          (!transactionsOf(statement, securities).empty() ||
+                                           !positionsOf(statement, securities).empty());
+                               }) ||
+           !securitiesOf(document).empty();
+}
+
 Filter::Transactions Filter::transactionsOf(const TvOFXAccountStatement& statement) const {
     Transactions chosen;
-    chosen.reserve(words.empty() && !since && !before ? statement.statementTransactions().size() : 0);
+    chosen.reserve(choosesTransactions() ? 0 : statement.statementTransactions().size());
     std::string text;
     for (const auto& transaction : statement.statementTransactions()) {
         if (!takesDate(transaction->datePosted())) continue;

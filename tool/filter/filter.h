@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace brackwell {
@@ -54,6 +55,16 @@ struct Filter {
 
     /// True when an investment transaction is wanted, whatever its account.
     bool takes(const brackwell::InvestmentTransaction& transaction, const SecurityLookup& securities) const;
+
+    /// True when not every transaction of an account is wanted.
+    bool choosesTransactions() const noexcept { return since || before || !words.empty(); }
+    /// What is said of a statement that has none that are wanted.
+    std::string_view noTransactions() const noexcept {
+        return choosesTransactions() ? "No transactions match the filter." : "No transactions.";
+    }
+    /// True when something of a document is wanted that words can be looked for in: transactions, positions
+    /// or securities. The securities of other files name those that it does not describe.
+    bool findsAny(const brackwell::OpenedDocument& document, const brackwell::SecurityList& others) const;
 
     /// The transactions of a statement that are wanted, in the order that is wanted. Those without a
     /// date are not wanted where dates are asked for, and stand last in the order of dates; likewise

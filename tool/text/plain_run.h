@@ -8,8 +8,8 @@
 
 namespace tool {
 
-/// How many bytes at the beginning of a text are visible characters of ASCII and blanks, which most texts consist
-/// of. Eight are looked at at once.
+/// How many bytes at the beginning of a text are visible characters of ASCII and blanks, which most texts
+/// consist of. Eight are looked at at once.
 inline std::size_t plainRun(std::string_view text) noexcept {
     constexpr std::uint64_t bytes = 0x0101010101010101;
     constexpr std::uint64_t bit7 = bytes << 7;

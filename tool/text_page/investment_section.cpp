@@ -108,8 +108,7 @@ void showWorth(TextPage& page, const InvestmentStatement& statement, const std::
 }
 
 void showHoldings(TextPage& page, const InvestmentStatement& statement, const SecurityLookup& securities,
-                  const Filter& filter) {
-    const std::vector<Position> positions = filter.positionsOf(statement, securities);
+                  const std::vector<Position>& positions) {
     if (positions.empty()) {
         if (!statement.positions().isEmpty()) page.paragraph("No holdings match the filter.");
         return;
@@ -165,9 +164,8 @@ Table::Row rowOf(const InvestmentTransaction& transaction, const SecurityLookup&
 }
 
 void showTransactions(TextPage& page, const InvestmentStatement& statement, const SecurityLookup& securities,
-                      const Filter& filter) {
-    const std::vector<InvestmentTransaction> transactions = filter.transactionsOf(statement, securities);
-    if (transactions.empty()) return page.paragraph("No transactions.");
+                      const std::vector<InvestmentTransaction>& transactions, const Filter& filter) {
+    if (transactions.empty()) return page.paragraph(filter.noTransactions());
     page.emptyLine();
     showTable(page,
               {{"Date", Column::Kind::text, 10, 9},
@@ -198,12 +196,16 @@ std::string headingOf(const InvestmentStatement& statement, bool isFull) {
 
 void showInvestments(TextPage& page, const InvestmentStatement& statement, const SecurityLookup& securities,
                      const Options& options) {
-    if (!options.filter.takes(statement)) return;
+    const Filter& filter = options.filter;
+    if (!filter.takes(statement)) return;
+    const std::vector<Position> positions = filter.positionsOf(statement, securities);
+    const std::vector<InvestmentTransaction> transactions = filter.transactionsOf(statement, securities);
+    if (!filter.words.empty() && positions.empty() && transactions.empty()) return;
     page.heading(headingOf(statement, options.showsFullNumbers));
     showFacts(page, statement);
     showPlan(page, statement);
-    showHoldings(page, statement, securities, options.filter);
-    showTransactions(page, statement, securities, options.filter);
+    showHoldings(page, statement, securities, positions);
+    showTransactions(page, statement, securities, transactions, filter);
 }
 
 }  // namespace tool

@@ -78,10 +78,11 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, Option
 void showStatement(TextPage& page, const brackwell::TvOFXAccountStatement& statement,
                    const Options& options) {
     if (!options.filter.takes(statement)) return;
+    const Filter::Transactions transactions = options.filter.transactionsOf(statement);
+    if (transactions.empty() && !options.filter.words.empty()) return;
     page.heading(headingOf(statement, options.showsFullNumbers));
     showFacts(page, statement);
-    const Filter::Transactions transactions = options.filter.transactionsOf(statement);
-    if (transactions.empty()) return page.paragraph("No transactions.");
+    if (transactions.empty()) return page.paragraph(options.filter.noTransactions());
     Table table({{"Date", Column::Kind::text, 0, 9},
                  {"Type", Column::Kind::text, 6, 3},
                  {"Payee", Column::Kind::text, 8, 8},

@@ -107,8 +107,18 @@ std::string Table::cell(const Place& place, const std::string& text, bool hasCol
     return cell;
 }
 
+/// The titles of the columns that have a text, but no room: "Number, Memo".
+std::string Table::leftOut() const {
+    std::string titles;
+    for (const Place& place : places_)
+        if (place.natural > 0 && !place.isShown && !place.column.title.empty())
+            titles.append(titles.empty() ? "" : ", ").append(place.column.title);
+    return titles;
+}
+
 void Table::writeTitles(TextPage& page) const {
-    Row titles;
+    if (const std::string titles = leftOut(); !titles.empty())
+        page.paragraph("Too narrow for: " + titles + ". A wider terminal, or a larger COLUMNS, has room.");
     std::string line;
     for (const Place& place : places_) {
         if (!place.isShown) continue;

@@ -34,6 +34,7 @@ public:
     void measure(const Row& row);
     /// Fixes the widths. Columns without any text are left out.
     void fit(std::size_t width);
+    /// The titles, and before them which columns there is no room for.
     void writeTitles(TextPage& page) const;
     void writeRow(TextPage& page, const Row& row) const;
 
@@ -52,6 +53,7 @@ private:
     void setNaturalWidths();
     bool narrow();
     bool dropOne();
+    std::string leftOut() const;
     std::string cell(const Place& place, const std::string& text, bool hasColour) const;
 
     std::vector<Place> places_;
