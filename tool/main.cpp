@@ -39,17 +39,17 @@ int writeText(std::string_view text) {
     return output.close() ? 0 : 1;
 }
 
-/// False when a folder could not be looked into or holds no document.
-bool sayFolders(const tool::Options& options) {
-    for (const tool::FolderNote& error : options.folderErrors) tool::say(error.subject, error.text);
+/// False when a folder or an archive could not be looked into or holds no document.
+bool sayWhatIsNotRead(const tool::Options& options) {
+    for (const tool::InputNote& error : options.named.errors) tool::say(error.subject, error.text);
     if (!options.isQuiet)
-        for (const tool::FolderNote& note : options.folderNotes) tool::say(note.subject, note.text);
-    return options.folderErrors.empty();
+        for (const tool::InputNote& note : options.named.notes) tool::say(note.subject, note.text);
+    return options.named.errors.empty();
 }
 
 int runCommand(const tool::Options& options) {
-    const bool areFoldersRead = sayFolders(options);
-    if (!areFoldersRead && options.files.empty()) return 1;
+    const bool isAllSeen = sayWhatIsNotRead(options);
+    if (!isAllSeen && options.named.files.empty()) return 1;
     tool::Progress progress(!options.isQuiet);
     tool::Output output(options.outputFile, options.replacesDocuments, progress);
     output.setColour(options.colour);
@@ -60,10 +60,10 @@ int runCommand(const tool::Options& options) {
         return kWrongUsage;
     }
     tool::Run run{options, output, progress};
-    if (options.command->readsFiles()) progress.expect(options.files);
+    if (options.command->readsFiles()) progress.expect(options.named.files);
     const bool isDone = output.isGood() && options.command->run(run);
     progress.end();
-    if (!output.close() || !isDone || !areFoldersRead || !tool::areMessagesWritten()) return 1;
+    if (!output.close() || !isDone || !isAllSeen || !tool::areMessagesWritten()) return 1;
     return options.isStrict && run.findings != 0 ? kHasFindings : 0;
 }
 

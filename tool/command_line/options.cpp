@@ -96,9 +96,10 @@ void declareFindings(CLI::App& sub, Options& options) {
 /// The same, and so can choose its encoding.
 void declareFiles(CLI::App& sub, const Command& command, Options& options, Texts& texts) {
     const bool isOne = command.has(kOneFile);
-    auto* files = sub.add_option("FILE", options.files,
-                                 isOne ? "A document; - is standard input"
-                                       : "A document, or a folder of documents; - is standard input");
+    auto* files =
+        sub.add_option("FILE", options.fileNames,
+                       isOne ? "A document, also one in a ZIP archive; - is standard input"
+                             : "Documents, folders or ZIP archives of documents; - is standard input");
     files->required()->type_name("");
     files->expected(1, isOne ? 1 : CLI::detail::expected_max_vector_size);
     sub.add_option("--encoding", texts.encoding, "The text encoding; detected when not given")
@@ -247,24 +248,24 @@ brackwell::NumberFormat numberFormat(const Texts& texts) {
     return format;
 }
 
+/// An archive never gives way to what was made of one of its members.
 void checkOutput(const Options& options) {
     if (!options.outputFile) return;
-    const OutputRules rules{options.replacesDocuments, options.command->has(kMayReplaceItsFile)};
-    const std::string objection = objectionTo(*options.outputFile, options.files, rules);
+    std::vector<std::string> inputs = options.fileNames;
+    bool isArchiveRead = false;
+    for (const InputSource& file : options.named.files) {
+        isArchiveRead = isArchiveRead || file.isInArchive();
+        if (inputs.empty() || inputs.back() != file.path()) inputs.push_back(file.path());
+    }
+    const OutputRules rules{options.replacesDocuments,
+                            options.command->has(kMayReplaceItsFile) && !isArchiveRead};
+    const std::string objection = objectionTo(*options.outputFile, inputs, rules);
     if (!objection.empty()) throw CLI::ValidationError("--output", *options.outputFile + " " + objection);
 }
 
 void checkFiles(const Options& options) {
-    if (std::ranges::count(options.files, "-") > 1)
+    if (std::ranges::count(options.fileNames, "-") > 1)
         throw CLI::ValidationError("FILE", "standard input can be read only once");
-}
-
-void takeFolders(Options& options) {
-    if (!options.command->has(kSeveralFiles)) return;
-    NamedFiles named = withoutFolders(options.files);
-    options.files = std::move(named.files);
-    options.folderErrors = std::move(named.errors);
-    options.folderNotes = std::move(named.notes);
 }
 
 void understand(Options& options, const Texts& texts) {
@@ -277,7 +278,8 @@ void understand(Options& options, const Texts& texts) {
         reading.dateFormatter = std::make_shared<brackwell::PatternDateFormatter>(*texts.datePattern);
     options.filter = understoodFilter(texts.filter);
     checkFiles(options);
-    takeFolders(options);
+    options.named =
+        namedFiles(options.fileNames, options.command->has(kSeveralFiles) ? FileCount::any : FileCount::one);
     checkOutput(options);
     if (options.command->check != nullptr) options.command->check(options);
 }

@@ -13,7 +13,7 @@
 #include "console/terminal.h"
 #include "csv/format.h"
 #include "filter/filter.h"
-#include "input/folders.h"
+#include "input/named_files.h"
 
 namespace tool {
 
@@ -49,9 +49,8 @@ struct ConvertRequest {
 /// The command line.
 struct Options {
     const Command* command = nullptr;       ///< the row of the one that was given
-    std::vector<std::string> files;         ///< without folders, where the command takes several files
-    std::vector<FolderNote> folderErrors;   ///< what is to be said of folders, for exit status 1
-    std::vector<FolderNote> folderNotes;    ///< the same, unless --quiet is given
+    std::vector<std::string> fileNames;     ///< as they were given
+    NamedFiles named;                       ///< what these stand for
     std::optional<std::string> outputFile;  ///< none: standard output
     bool replacesDocuments = false;         ///< let the output take the place of an OFX document
     brackwell::OpenOptions reading;

@@ -128,8 +128,8 @@ bool makeFolder(const std::string& folder) {
 
 /// Makes the anonymous form of a file and says what is to be said of it; nothing for a file without bytes.
 std::optional<brackwell::AnonymizedDocument> anonymized(Run& run, const brackwell::Anonymizer& anonymizer,
-                                                        const std::string& name) {
-    std::optional<InputFile> input = readFile(run, name);
+                                                        const InputSource& source) {
+    std::optional<InputFile> input = readFile(run, source);
     const Expected expected(input->file);
     const auto& documents = input->file.documents();
     const auto encoding = documents.empty() ? brackwell::TextEncodingNone : documents.front().encoding();
@@ -138,7 +138,7 @@ std::optional<brackwell::AnonymizedDocument> anonymized(Run& run, const brackwel
     if (bytes->isEmpty()) return std::nullopt;
     brackwell::AnonymizedDocument document = anonymizer.anonymize(*bytes, encoding);
     bytes.reset();
-    sayResult(run, name, expected, document);
+    sayResult(run, source.name, expected, document);
     return document;
 }
 
@@ -149,13 +149,13 @@ bool runAnonymize(Run& run) {
     const brackwell::Anonymizer anonymizer(request.what);
     bool areAllWritten = true;
     std::size_t number = 0;
-    for (const std::string& name : run.options.files) {
+    for (const InputSource& source : run.options.named.files) {
         ++number;
-        const bool isWritten = withEnoughMemory(run, name, [&] {
-            const auto document = anonymized(run, anonymizer, name);
+        const bool isWritten = withEnoughMemory(run, source.name, [&] {
+            const auto document = anonymized(run, anonymizer, source);
             if (!document) return false;
             if (request.folder)
-                return writeToFolder(run, nameInFolder(*request.folder, name, number),
+                return writeToFolder(run, nameInFolder(*request.folder, source.name, number),
                                      document->bytes.bytes());
             writeDocument(run.output, document->bytes.bytes());
             run.output.keep();
@@ -170,7 +170,7 @@ bool runAnonymize(Run& run) {
 void checkTargets(const Options& options) {
     const bool hasFolder = options.anonymize.folder.has_value();
     if (hasFolder && options.outputFile) throw CLI::ValidationError("--into", "excludes --output");
-    if (options.files.size() > 1 && !hasFolder)
+    if (options.named.files.size() > 1 && !hasFolder)
         throw CLI::ValidationError("FILE", "several files need --into FOLDER");
 }
 

@@ -108,7 +108,7 @@ void writeUnread(Run& run, const InputFile& input) {
     JsonWriter json(run.output, run.options.isIndented ? JsonLayout::indented : JsonLayout::oneLine);
     json.beginObject();
     writeField(json, "file", OptionalText(input.name));
-    writeError(json, input.file.error());
+    writeError(json, input.error());
     writeFindings(json, input);
     json.endObject();
     run.output.write('\n');

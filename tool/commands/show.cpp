@@ -147,7 +147,7 @@ bool runShow(Run& run) {
             const std::vector<OpenedDocument> shown = shownOf(input, others, filter);
             if (shown.empty() && !filter.words.empty()) return;
             isAnyShown = true;
-            if (run.options.files.size() > 1) page.heading("== " + input.name);
+            if (run.options.named.files.size() > 1) page.heading("== " + input.name);
             for (const OpenedDocument& document : shown) showDocument(page, document, others, run.options);
         });
     if (!isAnyShown) page.paragraph("Nothing matches the search.");

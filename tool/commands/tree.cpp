@@ -46,7 +46,7 @@ bool isUnderstood(const brackwell::OpenedDocument& document) noexcept {
 
 /// Shows what the parser made of the bytes, also when that is less than a document.
 bool writeTree(Run& run) {
-    const InputFile input = readFile(run, run.options.files.front());
+    const InputFile input = readFile(run, run.options.named.files.front());
     const auto& documents = input.file.documents();
     // Of several documents, one that is none is an error like any other.
     const bool isRead = documents.size() == 1 ? isUnderstood(documents.front()) : isWhollyRead(input.file);
@@ -58,7 +58,7 @@ bool writeTree(Run& run) {
 }
 
 bool runTree(Run& run) {
-    return withEnoughMemory(run, run.options.files.front(), [&run] { return writeTree(run); });
+    return withEnoughMemory(run, run.options.named.files.front().name, [&run] { return writeTree(run); });
 }
 
 void declareTreeOptions(CLI::App& command, Options& options) {

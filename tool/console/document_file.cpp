@@ -23,9 +23,6 @@ using namespace std::string_view_literals;
 constexpr std::string_view kBeginnings[] = {"<?XML", "<?OFX", "OFXHEADER:", "<OFX>"};
 constexpr std::size_t kLongestBeginning = "OFXHEADER:"sv.size();
 
-/// What is looked through of a file for a document in it.
-constexpr std::size_t kLookedThrough = 1 << 16;
-
 /// How the characters of a text stand in its bytes.
 struct Form {
     std::size_t width;  ///< bytes of a character; 1: any encoding that has ASCII in it
@@ -153,8 +150,8 @@ bool hasDocument(std::string_view text, bool goesOn) {
     return false;
 }
 
-/// What people compress a download with.
-constexpr std::string_view kGzip = "\x1F\x8B";
+/// What people compress a download with: gzip, ZIP.
+constexpr std::string_view kCompressed[] = {"\x1F\x8B", "PK\x03\x04"};
 
 /// The first bytes of a file; false when they cannot be read.
 bool readBeginning(const std::string& path, std::string& bytes) {
@@ -172,21 +169,25 @@ bool readBeginning(const std::string& path, std::string& bytes) {
     return count >= 0;
 }
 
-/// True for the first bytes of a document, or of a text with one in it.
-bool isDocument(const std::string& bytes) {
+bool isCompressed(std::string_view bytes) noexcept {
+    return std::ranges::any_of(kCompressed,
+                               [bytes](std::string_view begin) { return bytes.starts_with(begin); });
+}
+
+}  // namespace
+
+bool isDocument(std::string_view bytes) {
     const bool goesOn = bytes.size() == kLookedThrough;
     return std::ranges::any_of(kForms, [&](const Form& form) {
-        const std::string_view begin = form.width == 1 ? withoutMark(bytes) : std::string_view(bytes);
+        const std::string_view begin = form.width == 1 ? withoutMark(bytes) : bytes;
         return mayBeginDocument(beginningOf(begin, form), goesOn) ||
                hasDocument(form.width == 1 ? std::string(begin) : narrowed(begin, form), goesOn);
     });
 }
 
-}  // namespace
-
 bool mayBeDocument(const std::string& path) {
     std::string bytes;
-    return !readBeginning(path, bytes) || bytes.starts_with(kGzip) || isDocument(bytes);
+    return !readBeginning(path, bytes) || isCompressed(bytes) || isDocument(bytes);
 }
 
 bool holdsDocument(const std::string& path) {

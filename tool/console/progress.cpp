@@ -11,6 +11,7 @@
 
 #include "console/interruption.h"
 #include "console/terminal.h"
+#include "input/input_source.h"
 #include "system/descriptors.h"
 #include "text/display_width.h"
 #include "text/visible_text.h"
@@ -27,14 +28,15 @@ constexpr auto kNextLine = 250ms;
 Progress* current = nullptr;
 
 /// The size of all files; 0 when one has none, as standard input.
-std::uint64_t sizeOf(const std::vector<std::string>& files) {
+std::uint64_t sizeOf(const std::vector<InputSource>& files) {
     std::uint64_t size = 0;
-    for (const std::string& file : files) {
-        if (file == "-") return 0;
+    for (const InputSource& file : files) {
+        if (file.name == "-") return 0;
         std::error_code error;  // which is said when the file is read
-        const auto status = std::filesystem::status(file, error);
+        const auto status = std::filesystem::status(file.path(), error);
         if (std::filesystem::is_other(status)) return 0;
-        const std::uintmax_t own = std::filesystem::file_size(file, error);
+        const std::uintmax_t own =
+            file.isInArchive() ? file.member.size : std::filesystem::file_size(file.name, error);
         if (!error) size += own;
     }
     return size;
@@ -85,7 +87,7 @@ Progress::~Progress() {
     if (current == this) current = nullptr;
 }
 
-void Progress::expect(const std::vector<std::string>& files) {
+void Progress::expect(const std::vector<InputSource>& files) {
     if (!isShown_) return;
     files_ = &files;
     isEnded_ = false;

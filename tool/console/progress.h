@@ -12,6 +12,8 @@
 
 namespace tool {
 
+struct InputSource;
+
 /// A line on standard error that tells how far the work is, when that takes more than two seconds and
 /// standard error is a terminal: "Reading file 7 of 120, 12 of 310 MB, 3 s: Downloads/july.ofx". A thread
 /// draws it, four times a second; the work itself only sets a name and adds to numbers, and does not wait for
@@ -27,7 +29,7 @@ public:
     ~Progress();
 
     /// These files are going to be read. They have to live until the end.
-    void expect(const std::vector<std::string>& files);
+    void expect(const std::vector<InputSource>& files);
     /// One of them is being read.
     void beginFile(const std::string& name);
     /// So much of it was read.
@@ -49,7 +51,7 @@ private:
     std::string text(std::uint64_t seconds);
 
     bool isShown_;
-    const std::vector<std::string>* files_ = nullptr;
+    const std::vector<InputSource>* files_ = nullptr;
     std::uint64_t allBytes_ = 0;  ///< of all files; 0 when that is not known
     std::thread thread_;
 

@@ -113,8 +113,8 @@ bool readHistory(Run& run, History& history, const std::function<void(const Inpu
     });
     // With a part of a document in it, whatever is made of the history would be wrong.
     if (added < begun) throw std::bad_alloc();
-    for (const std::string& file : run.options.files)
-        if (!read.contains(file)) history.addUnread(file);
+    for (const InputSource& file : run.options.named.files)
+        if (!read.contains(file.name)) history.addUnread(file.name);
     return allRead;
 }
 

@@ -39,11 +39,11 @@ std::string remedyFor(const OpenError& error) {
 
 }  // namespace
 
-std::string errorLines(const brackwell::OpenedFile& file, std::size_t width) {
-    const OpenError& error = file.error();
+std::string errorLines(const InputFile& input, std::size_t width) {
+    const OpenError& error = input.error();
     std::string lines;
-    if (error.code == OpenErrorCode::tagsDoNotMatch && !file.documents().empty())
-        lines += explainTags(error, file.documents().front().text().bytes(), width);
+    if (error.code == OpenErrorCode::tagsDoNotMatch && !input.file.documents().empty())
+        lines += explainTags(error, input.file.documents().front().text().bytes(), width);
     if (!error.cause.empty()) lines += "  Likely cause: " + error.cause + "\n";
     if (const std::string remedy = remedyFor(error); !remedy.empty()) lines += "  " + remedy + "\n";
     return lines;

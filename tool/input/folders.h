@@ -12,7 +12,7 @@ namespace tool {
 /// What is in a folder and in those below it, each with the folder's name before it and in the order of
 /// names.
 struct FolderContent {
-    std::vector<std::string> documents;   ///< what has the name of a document, or holds one
+    std::vector<std::string> documents;   ///< what has the name of a document, or holds one; archives
     std::vector<std::string> passedOver;  ///< everything else: other files, hidden ones, links to folders
     std::vector<std::string> unread;      ///< folders that could not be looked into
 };
@@ -23,20 +23,5 @@ FolderContent contentOf(const std::string& folder);
 
 /// True for the name of a folder that exists.
 bool isFolder(const std::string& name);
-
-/// A line for standard error: what it is about, and a sentence.
-struct FolderNote {
-    std::string subject;
-    std::string text;
-};
-
-/// The files of a command line, with documents in the places of folders.
-struct NamedFiles {
-    std::vector<std::string> files;
-    std::vector<FolderNote> notes;   ///< what was passed over
-    std::vector<FolderNote> errors;  ///< folders without a document, and those that could not be looked into
-};
-
-NamedFiles withoutFolders(const std::vector<std::string>& names);
 
 }  // namespace tool

@@ -46,18 +46,18 @@ void sayFindings(Run& run, const InputFile& input) {
 }
 
 void sayError(const InputFile& input) {
-    const brackwell::OpenError& error = input.file.error();
+    const brackwell::OpenError& error = input.error();
     say(subjectOf(input.name, error.line, error.column), error.text);
-    sayText(errorLines(input.file, terminalWidth(system::kStandardError)));
+    sayText(errorLines(input, terminalWidth(system::kStandardError)));
 }
 
 }  // namespace
 
 bool forEachFile(Run& run, const UseOfFile& use, const UseOfFile& useUnread) {
     bool allRead = true;
-    for (const std::string& name : run.options.files) {
-        const bool isRead = withEnoughMemory(run, name, [&] {
-            const InputFile input = readFile(run, name);
+    for (const InputSource& source : run.options.named.files) {
+        const bool isRead = withEnoughMemory(run, source.name, [&] {
+            const InputFile input = readFile(run, source);
             if (!input.file) {
                 if (useUnread) useUnread(input);
                 return false;
@@ -73,8 +73,8 @@ bool forEachFile(Run& run, const UseOfFile& use, const UseOfFile& useUnread) {
     return allRead;
 }
 
-InputFile readFile(Run& run, const std::string& name) {
-    InputFile input = openInput(name, run.options.reading, run.progress);
+InputFile readFile(Run& run, const InputSource& source) {
+    InputFile input = openInput(source, run.options.reading, run.progress);
     sayFindings(run, input);
     if (!input.file) sayError(input);
     return input;

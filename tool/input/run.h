@@ -37,6 +37,6 @@ bool forEachFile(Run& run, const UseOfFile& use, const UseOfFile& useUnread = {}
 
 /// Reads one file, with a progress line while it lasts, and says what is to be said of it: findings, or why
 /// it was not read.
-InputFile readFile(Run& run, const std::string& name);
+InputFile readFile(Run& run, const InputSource& source);
 
 }  // namespace tool

@@ -35,7 +35,7 @@ bool forEachFileWithSecurities(Run& run,
                                const UseOfFile& useUnread) {
     std::vector<InputFile> waiting;
     std::vector<Security> known;
-    const bool areSeveral = run.options.files.size() > 1;
+    const bool areSeveral = run.options.named.files.size() > 1;
     const auto useOrWait = [&](const InputFile& input) {
         const auto& own = input.file.securities();
         if (areSeveral) known.insert(known.end(), own.all().begin(), own.all().end());

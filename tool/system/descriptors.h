@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,9 @@ int openForReading(const std::string& path) noexcept;
 
 /// How many bytes were read, 0 at the end, -1 when that fails.
 std::ptrdiff_t readFrom(int descriptor, char* place, std::size_t room) noexcept;
+
+/// Goes to a place of a file, from which is read next; false where that fails.
+bool seekTo(int descriptor, std::uint64_t place) noexcept;
 
 /// How many bytes were written, or -1. Waits as long as nothing can be written.
 std::ptrdiff_t writeTo(int descriptor, std::string_view text) noexcept;

@@ -35,6 +35,10 @@ std::ptrdiff_t readFrom(int descriptor, char* place, std::size_t room) noexcept 
     return count;
 }
 
+bool seekTo(int descriptor, std::uint64_t place) noexcept {
+    return ::lseek(descriptor, static_cast<off_t>(place), SEEK_SET) >= 0;
+}
+
 std::ptrdiff_t writeTo(int descriptor, std::string_view text) noexcept {
     for (;;) {
         const std::ptrdiff_t count = ::write(descriptor, text.data(), text.size());

@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <cstdio>
 
 #include "system/windows/wide_text.h"
 
@@ -43,6 +44,10 @@ int openForReading(const std::string& path) noexcept {
 
 std::ptrdiff_t readFrom(int descriptor, char* place, std::size_t room) noexcept {
     return ::_read(descriptor, place, atMost(room));
+}
+
+bool seekTo(int descriptor, std::uint64_t place) noexcept {
+    return ::_lseeki64(descriptor, static_cast<__int64>(place), SEEK_SET) >= 0;
 }
 
 std::ptrdiff_t writeTo(int descriptor, std::string_view text) noexcept {
