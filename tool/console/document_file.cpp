@@ -88,10 +88,12 @@ constexpr std::string_view kBlanks = " \t\r\n";
 
 /// A text of wide characters in one byte each, those beyond ASCII as one that no tag has.
 std::string narrowed(std::string_view bytes, const Form& form) {
-    std::string text;
-    for (; bytes.size() >= form.width; bytes.remove_prefix(form.width)) {
-        const char32_t code = characterOf(bytes, form).code;
-        text += code < 0x80 ? static_cast<char>(code) : '\x80';
+    std::string text(bytes.size() / form.width, '\x80');
+    const std::size_t low = form.isBigEndian ? form.width - 1 : 0;
+    for (std::size_t i = 0; i < text.size(); ++i, bytes.remove_prefix(form.width)) {
+        char others = 0;
+        for (std::size_t j = 0; j < form.width; ++j) others |= j == low ? '\0' : bytes[j];
+        if (others == 0 && static_cast<unsigned char>(bytes[low]) < 0x80) text[i] = bytes[low];
     }
     return text;
 }
@@ -103,12 +105,14 @@ bool isOwnResult(std::string_view text) noexcept {
     return key.starts_with("\"file\":") || key.starts_with("\"encoding\":");
 }
 
-/// True for the lines that only the header of a document has.
-bool isHeaderLine(std::string_view line) noexcept {
-    const std::size_t begin = line.find_first_not_of(kBlanks);
-    if (begin == line.npos) return false;
-    line.remove_prefix(begin);
-    return line.starts_with("OFXHEADER:") || line.starts_with("DATA:OFXSGML");
+/// True for a text with a line that only the header of a document has.
+bool hasHeaderLine(std::string_view text) noexcept {
+    for (const std::string_view begin : {"OFXHEADER:"sv, "DATA:OFXSGML"sv})
+        for (std::size_t at = text.find(begin); at != text.npos; at = text.find(begin, at + 1)) {
+            const std::size_t before = text.substr(0, at).find_last_not_of(" \t");
+            if (before == text.npos || text[before] == '\r' || text[before] == '\n') return true;
+        }
+    return false;
 }
 
 /// True for an open tag that a document begins with: the root of OFX or of its forerunner in any case and
@@ -127,8 +131,9 @@ bool beginsDocument(std::string_view name) noexcept {
 
 /// True when a tag begins here that begins a document: one that is only mentioned has no tag after it.
 bool isFirstTag(std::string_view text, bool goesOn) noexcept {
-    const std::size_t end = text.find_first_of("<>", 1);
-    if (end == text.npos) return false;
+    const auto isBracket = [](char c) { return c == '<' || c == '>'; };
+    const auto end = static_cast<std::size_t>(std::ranges::find_if(text.substr(1), isBracket) - text.begin());
+    if (end == text.size()) return false;
     const std::string_view tag = text.substr(1, end - 1);
     const std::string_view name = tag.substr(0, tag.find_first_of(kBlanks));
     if (name == "?OFX") return true;
@@ -140,11 +145,7 @@ bool isFirstTag(std::string_view text, bool goesOn) noexcept {
 /// True for a text with a document in it that the reading commands would find, wherever it begins.
 bool hasDocument(std::string_view text, bool goesOn) {
     if (isOwnResult(text)) return false;
-    for (std::size_t begin = 0; begin < text.size();) {
-        const std::size_t end = std::min(text.find_first_of("\r\n", begin), text.size());
-        if (isHeaderLine(text.substr(begin, end - begin))) return true;
-        begin = end + 1;
-    }
+    if (hasHeaderLine(text)) return true;
     for (std::size_t at = text.find('<'); at != text.npos; at = text.find('<', at + 1))
         if (isFirstTag(text.substr(at), goesOn)) return true;
     return false;
