@@ -15,7 +15,8 @@ void add(std::string& bytes, std::uint64_t number, std::size_t width) {
 
 std::string deflated(const std::string& bytes) {
     z_stream stream{};
-    if (deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK) throw std::bad_alloc();
+    if (deflateInit2(&stream, 9, Z_DEFLATED, -MAX_WBITS, 8, Z_DEFAULT_STRATEGY) != Z_OK)
+        throw std::bad_alloc();
     std::string packed(deflateBound(&stream, bytes.size()), '\0');
     std::string copy = bytes;
     stream.next_in = reinterpret_cast<Bytef*>(copy.data());

@@ -109,7 +109,8 @@ TEST_CASE("every command takes an archive of one document, and one in an archive
 
 TEST_CASE("what is named in an archive is read, whatever its name and its bytes are") {
     const TemporaryFolder folder;
-    folder.file("in.zip", zipOf({{".hidden", boughtAt("A")}, {"late", std::string(1 << 17, 'x') + boughtAt("B")}}));
+    folder.file("in.zip",
+                zipOf({{".hidden", boughtAt("A")}, {"late", std::string(1 << 17, 'x') + boughtAt("B")}}));
     for (const char* name : {"in.zip/.hidden", "in.zip/late"})
         CHECK(toolIn(folder.path(), {"check", name}).status == 0);
     CHECK(toolIn(folder.path(), {"check", "in.zip"}).error ==
@@ -135,8 +136,9 @@ TEST_CASE("what an archive has besides documents is named, unless that is not as
                                  {"a/.b/c/d.ofx", boughtAt("B")},
                                  link,
                                  {"c.gz", "\x1F\x8B"}}));
-    CHECK(toolIn(folder.path(), {"json", "in.zip"}).error ==
-          "in.zip: 6 files are not read, as no OFX document: .git, .git-x, __MACOSX, a/.b, c.gz and 1 more.\n");
+    CHECK(
+        toolIn(folder.path(), {"json", "in.zip"}).error ==
+        "in.zip: 6 files are not read, as no OFX document: .git, .git-x, __MACOSX, a/.b, c.gz and 1 more.\n");
     folder.file("in.zip", zipOf({document, {"2023.ZIP", zipOf({document})}}));
     const Finished nested = toolIn(folder.path(), {"json", "in.zip"});
     CHECK(nested.status == 0);
@@ -209,11 +211,14 @@ TEST_CASE("no output takes the place of an archive") {
     };
     for (const Row& row : std::vector<Row>{
              {{"csv", "in.zip", "-o", "in.zip"}, "in.zip is also an input file; choose another name\n"},
-             {{"csv", "in.zip", "-o", "in.zip", "--force"}, "in.zip is also an input file; choose another name\n"},
-             {{"repair", "in.zip", "-o", "in.zip", "--force"}, "in.zip is also an input file; choose another name\n"},
+             {{"csv", "in.zip", "-o", "in.zip", "--force"},
+              "in.zip is also an input file; choose another name\n"},
+             {{"repair", "in.zip", "-o", "in.zip", "--force"},
+              "in.zip is also an input file; choose another name\n"},
              {{"repair", "in.zip/july.ofx", "-o", "./in.zip", "--force"}, "./in.zip is also an input file"},
              {{"csv", ".", "-o", "in.zip", "--force"}, "in.zip is also an input file; choose another name\n"},
-             {{"csv", "in.zip", "-o", "other.zip"}, "other.zip may be an OFX document, which would be lost"}}) {
+             {{"csv", "in.zip", "-o", "other.zip"},
+              "other.zip may be an OFX document, which would be lost"}}) {
         const std::string arguments = Json(row.arguments).dump();
         CAPTURE(arguments);
         const Finished finished = toolIn(folder.path(), row.arguments);

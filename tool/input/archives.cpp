@@ -15,15 +15,16 @@
 namespace tool {
 namespace {
 
-/// What is unpacked of an archive may be so many times its size, and so many bytes more. Documents are packed to
-/// a fifth, and long ones to a thirtieth or sixtieth; what is packed to less than this is made to exhaust who
-/// unpacks it.
-constexpr std::uint64_t kMostTimes = 200;
+/// What is unpacked of an archive may be so many times its size, and so many bytes more. Documents are packed
+/// to a fifth, and long ones to a thirtieth or sixtieth; what is packed to less than this is made to exhaust
+/// who unpacks it.
+constexpr std::uint64_t kMostTimes = 100;
 constexpr std::uint64_t kMostBytes = std::uint64_t{16} << 20U;
 
 std::string_view listErrorOf(zip::DirectoryFault fault) noexcept {
     switch (fault) {
-        case zip::DirectoryFault::none: break;
+        case zip::DirectoryFault::none:
+            break;
         case zip::DirectoryFault::damaged:
             return "The ZIP archive is cut off or damaged: the list of what is in it cannot be read. "
                    "Download it again.";
@@ -43,7 +44,8 @@ std::string reasonOf(zip::MemberFault fault) {
 bool fileBeginsLikeArchive(const std::string& path) {
     std::error_code unknown;
     // To open a pipe would take from it what is to be read.
-    return std::filesystem::is_regular_file(path, unknown) && beginLikeArchive(zip::ArchiveFile(path).read(0, 4));
+    return std::filesystem::is_regular_file(path, unknown) &&
+           beginLikeArchive(zip::ArchiveFile(path).read(0, 4));
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -175,8 +177,9 @@ bool beginLikeArchive(std::string_view bytes) noexcept {
 bool hasNameOfArchive(std::string_view path) noexcept {
     constexpr std::string_view end = ".zip";
     return path.size() >= end.size() &&
-           std::ranges::equal(path.substr(path.size() - end.size()), end, {},
-                              [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; });
+           std::ranges::equal(path.substr(path.size() - end.size()), end, {}, [](char c) {
+               return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+           });
 }
 
 ArchiveContent contentOfArchive(const std::string& path) { return ArchiveReader(path).read(); }
@@ -187,7 +190,8 @@ std::optional<InputSource> memberNamed(const std::string& name) {
         if (!isArchive(path)) continue;
         zip::ArchiveFile file(path);
         for (const zip::Entry& entry : filesIn(file).entries)
-            if (entry.name == std::string_view(name).substr(slash + 1)) return InputSource{name, path, entry.member};
+            if (entry.name == std::string_view(name).substr(slash + 1))
+                return InputSource{name, path, entry.member};
         break;
     }
     return std::nullopt;

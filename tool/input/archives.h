@@ -10,8 +10,8 @@
 #include "input/input_source.h"
 
 /// \file
-/// ZIP archives among the files of the command line: each stands for the documents in it, as a folder does. They
-/// are told from other files by the same rules. Nothing is ever unpacked into a file.
+/// ZIP archives among the files of the command line: each stands for the documents in it, as a folder does.
+/// They are told from other files by the same rules. Nothing is ever unpacked into a file.
 
 namespace tool {
 

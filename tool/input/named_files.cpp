@@ -20,8 +20,8 @@ namespace {
 /// How many names a line has of what was passed over.
 constexpr std::size_t kMostNames = 5;
 
-/// "a.pdf, b.txt and 3 more", without the folder of so many bytes that all of them are in. No name can look like
-/// a line of its own.
+/// "a.pdf, b.txt and 3 more", without the folder of so many bytes that all of them are in. No name can look
+/// like a line of its own.
 std::string someOf(const std::vector<std::string>& names, std::size_t folder = 0) {
     std::string text;
     for (std::size_t i = 0; i < std::min(names.size(), kMostNames); ++i)
@@ -37,8 +37,8 @@ std::string countOf(std::size_t count, std::string_view noun, std::string_view v
 }
 
 std::string passedOverText(const std::vector<std::string>& names, std::size_t folder = 0) {
-    return countOf(names.size(), "file", "is", "are") + " not read, as no OFX document: " +
-           someOf(names, folder) + ".";
+    return countOf(names.size(), "file", "is", "are") +
+           " not read, as no OFX document: " + someOf(names, folder) + ".";
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -47,8 +47,8 @@ std::string passedOverText(const std::vector<std::string>& names, std::size_t fo
 void noteLeftOut(const std::string& path, const ArchiveContent& content, NamedFiles& named) {
     if (!content.unread.empty())
         named.errors.push_back({path, countOf(content.unread.size(), "file", "was", "were") +
-                                          " left out, since nobody can look into: " +
-                                          someOf(content.unread) + "."});
+                                          " left out, since nobody can look into: " + someOf(content.unread) +
+                                          "."});
     if (!content.passedOver.empty()) named.notes.push_back({path, passedOverText(content.passedOver)});
     if (!content.archives.empty())
         named.notes.push_back({path, countOf(content.archives.size(), "archive", "is", "are") +
@@ -63,12 +63,13 @@ void takeArchive(const std::string& path, FileCount count, NamedFiles& named) {
     if (!content.error.empty())
         named.errors.push_back({path, content.error});
     else if (documents.empty())
-        named.errors.push_back({path, "There is no OFX document in this file, a ZIP archive or an office "
-                                      "document."});
+        named.errors.push_back({path,
+                                "There is no OFX document in this file, a ZIP archive or an office "
+                                "document."});
     else if (count == FileCount::one && documents.size() > 1) {
-        named.errors.push_back({path, "This command reads one document, and there are " +
-                                          std::to_string(documents.size()) + " in this archive. Name one: " +
-                                          visiblePart(documents.front().name) + "."});
+        named.errors.push_back(
+            {path, "This command reads one document, and there are " + std::to_string(documents.size()) +
+                       " in this archive. Name one: " + visiblePart(documents.front().name) + "."});
         return;
     }
     noteLeftOut(path, content, named);

@@ -45,10 +45,8 @@ std::optional<Listed> listedIn(ArchiveFile& archive) {
         if (record.size() < size || record.size() - size < sizeIn(record, 20)) continue;
         const Listed listed{numberIn(record, 10, 2), numberIn(record, 12, 4), numberIn(record, 16, 4),
                             numberIn(record, 4, 2) != 0};
-        const bool isLong =
-            listed.count == kOnes16 || listed.size == kOnes32 || listed.place == kOnes32;
-        const auto longListed =
-            isLong ? longForm(archive, archive.size() - tailSize + at) : std::nullopt;
+        const bool isLong = listed.count == kOnes16 || listed.size == kOnes32 || listed.place == kOnes32;
+        const auto longListed = isLong ? longForm(archive, archive.size() - tailSize + at) : std::nullopt;
         return longListed.value_or(listed);
     }
     return std::nullopt;

@@ -21,8 +21,8 @@ struct Inflated {
     bool isEnd = false;  ///< what is packed ends there
 };
 
-/// Unpacks what was packed by "deflate", piece by piece, until it ends, the room is full, or there is an empty
-/// piece or one that is no such thing.
+/// Unpacks what was packed by "deflate", piece by piece, until it ends, the room is full, or there is an
+/// empty piece or one that is no such thing.
 Inflated inflate(std::span<char> room, const std::function<std::string_view()>& nextPiece);
 
 /// The CRC-32 of bytes.

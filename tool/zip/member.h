@@ -9,8 +9,8 @@
 
 namespace tool::zip {
 
-/// A file in an archive: where it is and how it is packed. That is all it takes to read it, so no archive has to
-/// stay open.
+/// A file in an archive: where it is and how it is packed. That is all it takes to read it, so no archive has
+/// to stay open.
 struct Member {
     std::uint64_t place = 0;       ///< of its own header in the archive
     std::uint64_t packedSize = 0;  ///< in the archive
