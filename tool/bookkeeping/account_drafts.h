@@ -1,32 +1,37 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <string>
+#include <brackwell/statements.h>
+
+#include <cstdint>
 #include <vector>
 
-#include "bookkeeping/bank_entry.h"
 #include "bookkeeping/draft.h"
-#include "bookkeeping/investment_entry.h"
-#include "history/history.h"
-#include "investments/security_lookup.h"
 
 namespace tool {
 
-/// Everything that documents say of accounts, before any of it is held against anything else.
-struct Drafts {
-    std::vector<DraftAccount> accounts;
-    std::vector<DraftEntry> entries;
-    std::vector<BookBalance> balances;
-    std::vector<BookPrice> prices;
-    std::vector<BookRemark> remarks;
-};
+/// An account of documents: what drafts are made from, and later the entries that they stand for.
+/// Transactions are told by their numbers in the account's history.
+class AccountDrafts {
+public:
+    AccountDrafts() = default;
+    AccountDrafts(const AccountDrafts&) = delete;
+    AccountDrafts& operator=(const AccountDrafts&) = delete;
+    virtual ~AccountDrafts() = default;
 
-/// @{
-/// Adds what the statements of an account say; transactions that several of them have, once.
-void addAccount(Drafts& drafts, const AccountHistory& account, const std::string& name,
-                const BookContext& context);
-void addAccount(Drafts& drafts, const InvestmentAccount& account, const InvestmentNames& names,
-                const brackwell::SecurityList& others, const BookContext& context);
-/// @}
+    /// Adds what the statements say; transactions that several of them have, once.
+    virtual void addTo(DraftLists& lists) = 0;
+
+    virtual BookIdentity identityOf(std::uint32_t transaction) const = 0;
+    virtual std::vector<Posting> postingsOf(const DraftEntry& draft) const = 0;
+    /// An entry without day and postings.
+    virtual BookEntry textsOf(std::uint32_t transaction, const BookIdentity& identity) const = 0;
+    virtual BookRemark remarkOf(std::uint32_t transaction) const = 0;
+    /// The transaction of a bank or card account; null for others. The other parties decide what is a
+    /// transfer.
+    virtual const brackwell::TvOFXStatementTransaction* bankTransaction(std::uint32_t) const {
+        return nullptr;
+    }
+};
 
 }  // namespace tool

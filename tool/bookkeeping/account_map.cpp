@@ -194,7 +194,8 @@ std::optional<std::string> AccountMap::nameOf(std::string_view bank, std::string
     return std::nullopt;
 }
 
-std::optional<std::string> AccountMap::counterAccount(std::string_view payee, std::string_view memo) const {
+std::optional<CounterAccount> AccountMap::counterAccountFor(std::string_view payee,
+                                                            std::string_view memo) const {
     if (payees_.empty()) return std::nullopt;
     std::string searched;
     appendSearchedLetters(searched, payee);
@@ -206,7 +207,12 @@ std::optional<std::string> AccountMap::counterAccount(std::string_view payee, st
         });
     });
     if (found == payees_.end()) return std::nullopt;
-    return found->account;
+    return static_cast<CounterAccount>(kBookRoles + static_cast<std::size_t>(found - payees_.begin()));
+}
+
+const std::string& AccountMap::name(CounterAccount account) const noexcept {
+    const auto number = static_cast<std::size_t>(account);
+    return number < kBookRoles ? names_[number] : payees_[number - kBookRoles].account;
 }
 
 std::optional<std::string> AccountMap::commodity(std::string_view text) const {

@@ -36,6 +36,10 @@ enum class BookRole : std::uint8_t {
 };
 inline constexpr std::size_t kBookRoles = 17;
 
+/// An account that is the other one of entries: a role, or one that the file names for payees.
+enum class CounterAccount : std::uint32_t {};
+constexpr CounterAccount counterAccount(BookRole role) noexcept { return static_cast<CounterAccount>(role); }
+
 /// What people call their accounts, payees and commodities. Without a file of theirs it has defaults.
 ///
 ///     [accounts]                              # numbers, or their ends; "bank/number" where two are alike
@@ -57,8 +61,12 @@ public:
     /// The name of an account of documents; nothing when the file does not name it.
     std::optional<std::string> nameOf(std::string_view bank, std::string_view number) const;
     /// The account of the first pattern of which all words occur in a payee and a memo; nothing for none.
-    std::optional<std::string> counterAccount(std::string_view payee, std::string_view memo) const;
+    std::optional<CounterAccount> counterAccountFor(std::string_view payee, std::string_view memo) const;
+    /// @{
+    /// Valid as long as the map.
     const std::string& name(BookRole role) const noexcept { return names_[static_cast<std::size_t>(role)]; }
+    const std::string& name(CounterAccount account) const noexcept;
+    /// @}
     /// The name that is given to a commodity of a document; nothing when the file has none.
     std::optional<std::string> commodity(std::string_view text) const;
 

@@ -3,11 +3,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <map>
-#include <optional>
-#include <utility>
-
-#include "money/sum.h"
+#include <cstdint>
 
 namespace tool {
 namespace {
@@ -16,149 +12,99 @@ using brackwell::Decimal;
 
 constexpr const char* kNotCovered = "the documents do not have the transactions up to this day";
 
-struct Leg {
-    const std::string* day;
-    std::uint32_t statement;
-    const Decimal* quantity;
-};
+/// That at the end of all days.
+constexpr std::string_view kNever = "\x7F";
 
-/// What happens to one commodity in one account.
-struct AccountLedger {
-    std::vector<Leg> legs;               ///< by day
-    std::vector<BookBalance*> balances;  ///< by day, then by statement
-};
-using AccountLedgers = std::map<std::pair<std::string, std::string>, AccountLedger>;
+}  // namespace
 
-/// Sums of what the statements up to one have (a binary indexed tree).
-class SumsByStatement {
-public:
-    explicit SumsByStatement(const std::vector<Leg>& legs) {
-        for (const Leg& leg : legs) statements_.push_back(leg.statement);
-        std::ranges::sort(statements_);
-        statements_.erase(std::unique(statements_.begin(), statements_.end()), statements_.end());
-        sums_.resize(statements_.size() + 1);
-    }
-
-    /// The statement must be one of the legs'.
-    void add(std::uint32_t statement, const Decimal& quantity) {
-        for (std::size_t i = countUpTo(statement); i < sums_.size(); i += lowestBit(i))
-            sums_[i].add(quantity);
-    }
-    Sum upTo(std::uint32_t statement) const {
-        Sum sum;
-        for (std::size_t i = countUpTo(statement); i > 0; i -= lowestBit(i)) sum.add(sums_[i]);
-        return sum;
-    }
-
-private:
-    static std::size_t lowestBit(std::size_t number) noexcept { return number & (~number + 1); }
-    std::size_t countUpTo(std::uint32_t statement) const {
-        return static_cast<std::size_t>(std::ranges::upper_bound(statements_, statement) -
-                                        statements_.begin());
-    }
-
-    std::vector<std::uint32_t> statements_;  ///< sorted
-    std::vector<Sum> sums_;
-};
-
-/// What is known of an account at a balance.
-struct Known {
-    std::optional<Decimal> opening;  ///< that the balance asks for
-    std::optional<Decimal> moved;    ///< by all entries up to the end of its day
-};
-
-std::vector<Known> knownAt(const AccountLedger& ledger) {
-    SumsByStatement sums(ledger.legs);
-    Sum all;
-    std::vector<Known> known;
-    auto leg = ledger.legs.begin();
-    for (const BookBalance* balance : ledger.balances) {
-        for (; leg != ledger.legs.end() && *leg->day <= balance->day; ++leg) {
-            sums.add(leg->statement, *leg->quantity);
-            all.add(*leg->quantity);
-        }
-        const auto listed = sums.upTo(balance->statement).value();
-        known.push_back({listed ? balance->amount.minus(*listed) : std::nullopt, all.value()});
-    }
-    return known;
-}
-
-/// The opening that most balances ask for; of as many, the one of the earliest balance.
-std::optional<Decimal> electedOpening(const AccountLedger& ledger, const std::vector<Known>& known) {
-    std::map<Decimal, std::size_t> votes;
-    std::size_t most = 0;
-    for (std::size_t i = 0; i < known.size(); ++i)
-        if (ledger.balances[i]->isCovered && known[i].opening)
-            most = std::max(most, ++votes[*known[i].opening]);
-    for (std::size_t i = 0; i < known.size(); ++i)
-        if (ledger.balances[i]->isCovered && known[i].opening && votes[*known[i].opening] == most)
-            return known[i].opening;
-    return std::nullopt;
-}
-
-std::string objectionTo(const BookBalance& balance, const Known& known,
-                        const std::optional<Decimal>& opening) {
-    if (!balance.isCovered || !opening) return kNotCovered;
-    const auto actual = known.moved ? known.moved->plus(*opening) : std::nullopt;
-    if (actual == balance.amount) return {};
-    if (known.opening == opening) return kHeldEarlier;
-    return "with the other balances, the transactions come to " + (actual ? actual->toString() : "too much");
-}
-
-/// By what balances are about; entries without a balance are not needed.
-AccountLedgers ledgersOf(const std::vector<BookEntry>& entries, std::vector<BookBalance>& balances) {
-    AccountLedgers ledgers;
+BalanceCheck::BalanceCheck(std::vector<BookBalance>& balances) {
     for (BookBalance& balance : balances)
-        ledgers[{balance.account, balance.commodity}].balances.push_back(&balance);
-    for (const BookEntry& entry : entries)
-        for (const Posting& posting : entry.postings) {
-            const auto ledger = ledgers.find({posting.account, posting.commodity});
-            if (ledger != ledgers.end())
-                ledger->second.legs.push_back({&entry.day, posting.statement, &posting.quantity});
-        }
-    for (auto& [key, ledger] : ledgers)
+        ledgers_[{balance.account, balance.commodity}].balances.push_back(&balance);
+    for (auto& [key, ledger] : ledgers_) {
         std::ranges::stable_sort(ledger.balances, [](const BookBalance* a, const BookBalance* b) {
             return std::pair(std::string_view(a->day), a->statement) <
                    std::pair(std::string_view(b->day), b->statement);
         });
-    return ledgers;
-}
-
-/// The first day of each account with a balance.
-std::map<std::string, std::string> firstDays(const AccountLedgers& ledgers) {
-    std::map<std::string, std::string> days;
-    for (const auto& [key, ledger] : ledgers) {
-        std::string first = ledger.balances.front()->day;
-        if (!ledger.legs.empty()) first = std::min(first, *ledger.legs.front().day);
-        const auto [day, isNew] = days.try_emplace(key.first, first);
-        if (!isNew) day->second = std::min(day->second, first);
+        ledger.firstDay = ledger.balances.front()->day;
+        std::vector<std::uint32_t> statements;
+        for (const BookBalance* balance : ledger.balances) statements.push_back(balance->statement);
+        ledger.sums.willAsk(std::move(statements));
     }
-    return days;
 }
 
-}  // namespace
+/// Without a balance nothing is needed of it.
+void BalanceCheck::add(const std::string& day, const Posting& posting) {
+    const auto found = ledgers_.find({posting.account, posting.commodity});
+    if (found == ledgers_.end()) return;
+    Ledger& ledger = found->second;
+    ledger.knowBefore(day);
+    ledger.firstDay = std::min(ledger.firstDay, day);
+    ledger.sums.add(posting.statement, posting.quantity);
+    ledger.all.add(posting.quantity);
+}
 
-std::vector<OpeningBalance> settleBalances(const std::vector<BookEntry>& entries,
-                                           std::vector<BookBalance>& balances,
-                                           const std::function<bool(const std::string&)>& knows) {
+/// Notes what is known at the balances before a day.
+void BalanceCheck::Ledger::knowBefore(std::string_view day) {
+    while (known.size() < balances.size() && balances[known.size()]->day < day) {
+        const BookBalance& balance = *balances[known.size()];
+        const auto listed = sums.upTo(balance.statement).value();
+        known.push_back({listed ? balance.amount.minus(*listed) : std::nullopt, all.value()});
+    }
+}
+
+/// The opening that most balances ask for; of as many, the one of the earliest balance.
+std::optional<Decimal> BalanceCheck::Ledger::electedOpening() const {
+    std::map<Decimal, std::size_t> votes;
+    std::size_t most = 0;
+    for (std::size_t i = 0; i < known.size(); ++i)
+        if (balances[i]->isCovered && known[i].opening) most = std::max(most, ++votes[*known[i].opening]);
+    for (std::size_t i = 0; i < known.size(); ++i)
+        if (balances[i]->isCovered && known[i].opening && votes[*known[i].opening] == most)
+            return known[i].opening;
+    return std::nullopt;
+}
+
+/// Objects to the balances that do not hold where the account has begun with an amount.
+void BalanceCheck::Ledger::object(const std::optional<Decimal>& opening) {
+    const auto objectionTo = [&opening](const BookBalance& balance, const Known& at) -> std::string {
+        if (!balance.isCovered || !opening) return kNotCovered;
+        const auto actual = at.moved ? at.moved->plus(*opening) : std::nullopt;
+        if (actual == balance.amount) return {};
+        if (at.opening == opening) return kHeldEarlier;
+        return "with the other balances, the transactions come to " +
+               (actual ? actual->toString() : "too much");
+    };
+    for (std::size_t i = 0; i < known.size(); ++i)
+        balances[i]->objection = objectionTo(*balances[i], known[i]);
+}
+
+std::vector<OpeningBalance> BalanceCheck::settle(const std::function<bool(std::string_view)>& knows) {
+    const std::map<std::string_view, std::string> days = firstDays();
     std::vector<OpeningBalance> openings;
-    const AccountLedgers ledgers = ledgersOf(entries, balances);
-    const std::map<std::string, std::string> days = firstDays(ledgers);
-    for (const auto& [key, ledger] : ledgers) {
+    for (auto& [key, ledger] : ledgers_) {
         const auto& [account, commodity] = key;
         if (knows(account)) {
             for (BookBalance* balance : ledger.balances)
                 if (!balance->isCovered) balance->objection = kNotCovered;
             continue;
         }
-        const std::vector<Known> known = knownAt(ledger);
-        const std::optional<Decimal> opening = electedOpening(ledger, known);
-        for (std::size_t i = 0; i < known.size(); ++i)
-            ledger.balances[i]->objection = objectionTo(*ledger.balances[i], known[i], opening);
+        ledger.knowBefore(kNever);
+        const auto opening = ledger.electedOpening();
+        ledger.object(opening);
         if (opening && !opening->isZero())
             openings.push_back({account, commodity, *opening, days.at(account)});
     }
     return openings;
+}
+
+/// The first day of each account with a balance.
+std::map<std::string_view, std::string> BalanceCheck::firstDays() const {
+    std::map<std::string_view, std::string> days;
+    for (const auto& [key, ledger] : ledgers_) {
+        const auto [day, isNew] = days.try_emplace(key.first, ledger.firstDay);
+        if (!isNew) day->second = std::min(day->second, ledger.firstDay);
+    }
+    return days;
 }
 
 }  // namespace tool

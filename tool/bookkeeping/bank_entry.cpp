@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -76,31 +77,34 @@ constexpr TypedAccount kTypedAccounts[] = {
     {"DIV", BookRole::unknownExpense, BookRole::dividends},
 };
 
-std::string counterAccountOf(const TvOFXStatementTransaction& transaction, const BookContext& context) {
+Decimal magnitudeOf(const Decimal& amount) { return amount.isNegative() ? amount.negated() : amount; }
+
+}  // namespace
+
+CounterAccount counterAccountOf(const TvOFXStatementTransaction& transaction, const AccountMap& map) {
     const auto named =
-        context.map.counterAccount(payeeOf(transaction).value_or(""), transaction.memo().value_or(""));
+        map.counterAccountFor(payeeOf(transaction).value_or(""), transaction.memo().value_or(""));
     if (named) return *named;
     if (transaction.bankAccountTo() || transaction.creditCardAccountTo())
-        return context.map.name(BookRole::transfers);
+        return counterAccount(BookRole::transfers);
     const bool isSpent = transaction.amount()->isNegative();
     const auto* const typed = std::ranges::find(
         kTypedAccounts, trimWhiteSpace(transaction.transactionType().value_or("")), &TypedAccount::type);
-    if (typed != std::end(kTypedAccounts)) return context.map.name(isSpent ? typed->spent : typed->received);
-    return context.map.name(isSpent ? BookRole::unknownExpense : BookRole::unknownIncome);
+    if (typed != std::end(kTypedAccounts)) return counterAccount(isSpent ? typed->spent : typed->received);
+    return counterAccount(isSpent ? BookRole::unknownExpense : BookRole::unknownIncome);
 }
 
-Decimal magnitudeOf(const Decimal& amount) { return amount.isNegative() ? amount.negated() : amount; }
-
-/// The two postings of an amount.
-std::vector<Posting> postingsOf(const TvOFXStatementTransaction& transaction, const BookedAccount& account,
-                                const BookContext& context) {
+std::vector<Posting> bankPostings(const TvOFXStatementTransaction& transaction, const BookedAccount& account,
+                                  std::string_view counterAccount, Commodities& commodities) {
     const Decimal& stated = *transaction.amount();
     const auto currency = currencyOf(transaction);
-    const std::string home = context.commodities.currency(account.currency);
-    Posting own{account.name, stated, home, {}, {}, {}, account.statement, {}};
-    Posting other{counterAccountOf(transaction, context), stated.negated(), home, {}, {}, {}, 0, {}};
+    const std::string_view home = commodities.currency(account.currency);
+    std::vector<Posting> postings{{account.name, stated, home, account.statement},
+                                  {counterAccount, stated.negated(), home}};
+    Posting& own = postings.front();
+    Posting& other = postings.back();
     if (isForeign(currency, account.currency)) {
-        const std::string foreign = context.commodities.currency(currency->symbol);
+        const std::string_view foreign = commodities.currency(currency->symbol);
         const auto converted = amountIn(transaction, account.currency);
         other.commodity = foreign;
         if (converted) {
@@ -116,17 +120,7 @@ std::vector<Posting> postingsOf(const TvOFXStatementTransaction& transaction, co
         other.quantity = own.quantity.negated();
         other.cost.reset();
     }
-    return {std::move(own), std::move(other)};
-}
-
-}  // namespace
-
-std::string bookDay(std::optional<Date> date) {
-    using namespace std::chrono;
-    constexpr sys_days first = year(1400) / 1 / 1;
-    constexpr sys_days last = year(9999) / 12 / 31;
-    if (!date || *date < first || *date >= last) return {};
-    return dayText(date);
+    return postings;
 }
 
 bool isBookable(const Decimal& number) {
@@ -145,20 +139,21 @@ void addCurrencyFacts(std::vector<BookFact>& facts, const std::optional<Transact
     if (currency->rate) facts.push_back({"currencyRate", currency->rate->toString()});
 }
 
-std::optional<BookEntry> bankEntry(const TvOFXStatementTransaction& transaction, const BookedAccount& account,
-                                   const BookIdentity& identity, const BookContext& context) {
+void nameCurrencies(const TvOFXStatementTransaction& transaction, OptionalText statementCurrency,
+                    Commodities& commodities) {
+    commodities.currency(statementCurrency);
+    const auto currency = currencyOf(transaction);
+    if (isForeign(currency, statementCurrency)) commodities.currency(currency->symbol);
+}
+
+BookEntry bankTexts(const TvOFXStatementTransaction& transaction, const BookIdentity& identity) {
     BookEntry entry;
-    entry.day = bookDay(transaction.datePosted());
-    if (entry.day.empty() && !transaction.datePosted()) entry.day = account.defaultDay;
-    if (!transaction.amount() || entry.day.empty() || !isBookable(*transaction.amount())) return std::nullopt;
     entry.payee = visibleText(payeeOf(transaction).value_or(""));
     entry.memo = visibleText(transaction.memo().value_or(""));
     entry.code = visibleText(transaction.checkOrReferenceNumber().value_or(""));
     entry.facts = factsOf(transaction);
     if (!transaction.datePosted()) addFact(entry.facts, "datePosted", OptionalText("none"));
     addHiddenIdentifier(entry.facts, transaction.fiTransactionID(), identity);
-    entry.postings = postingsOf(transaction, account, context);
-    entry.postings.front().identity = identity;
     return entry;
 }
 

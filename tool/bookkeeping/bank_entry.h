@@ -5,7 +5,7 @@
 
 #include <cstdint>
 #include <optional>
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "bookkeeping/account_map.h"
@@ -22,24 +22,30 @@ struct BookContext {
 
 /// The account of documents that an entry is of.
 struct BookedAccount {
-    std::string name;
+    std::string_view name;
     brackwell::OptionalText currency;  ///< of the statement, as given
     std::uint32_t statement = 0;       ///< in the order of time
-    std::string defaultDay;            ///< for transactions without one; "" when nothing tells any
 };
 
-/// A bank or card transaction as an entry with two postings, the first of which is its account's; nothing
-/// when it has no amount or no day, or one that some format does not have. An amount in another currency is
-/// converted where its rate is given, and the other posting has it as it was.
-std::optional<BookEntry> bankEntry(const brackwell::TvOFXStatementTransaction& transaction,
-                                   const BookedAccount& account, const BookIdentity& identity,
-                                   const BookContext& context);
+/// The other account of an entry of a transaction, which must have an amount.
+CounterAccount counterAccountOf(const brackwell::TvOFXStatementTransaction& transaction,
+                                const AccountMap& map);
+
+/// The two postings of a bank or card transaction, which must have an amount. The first is its account's. An
+/// amount in another currency is converted where its rate is given, and the other posting has it as it was.
+std::vector<Posting> bankPostings(const brackwell::TvOFXStatementTransaction& transaction,
+                                  const BookedAccount& account, std::string_view counterAccount,
+                                  Commodities& commodities);
+
+/// Names the currency of the amount, so that names do not depend on when postings are made.
+void nameCurrencies(const brackwell::TvOFXStatementTransaction& transaction,
+                    brackwell::OptionalText statementCurrency, Commodities& commodities);
+
+/// What the transaction says besides day and postings.
+BookEntry bankTexts(const brackwell::TvOFXStatementTransaction& transaction, const BookIdentity& identity);
 
 /// The same transaction where no entry can be made of it.
 BookRemark bankRemark(const brackwell::TvOFXStatementTransaction& transaction, const BookIdentity& identity);
-
-/// A day that all formats have, from the year 1400 on; "" for others and for nothing.
-std::string bookDay(std::optional<brackwell::Date> date);
 
 /// True for a number that all formats add up exactly: of at most 24 digits, 15 of them before the point.
 bool isBookable(const brackwell::Decimal& number);

@@ -3,6 +3,8 @@
 
 #include <brackwell/platform.h>
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -14,9 +16,12 @@
 /// \file
 /// What plain-text accounting makes of documents, before it is written in one of its formats: entries with
 /// postings, balances, prices, and what none of the formats can hold. Days are texts like "2024-01-31", so
-/// that their order is that of the texts.
+/// that their order is that of the texts; those of drafts, of which there are many, are numbers. Names of
+/// accounts and commodities belong to Drafts, and names of files to the History.
 
 namespace tool {
+
+class Drafts;
 
 /// The formats of plain-text accounting.
 enum class BookFormat : std::uint8_t { hledger, ledger, beancount };
@@ -45,15 +50,15 @@ struct BookIdentity {
 
 /// A part of an entry: so much goes to an account.
 struct Posting {
-    std::string account;
+    std::string_view account;
     brackwell::Decimal quantity;
-    std::string commodity;
-    /// What all of the quantity was exchanged for, never negative; none: for nothing.
-    std::optional<brackwell::Decimal> cost;
-    std::string costCommodity;
-    BookIdentity identity;        ///< of the transaction of the account; empty for other accounts
+    std::string_view commodity;
     std::uint32_t statement = 0;  ///< the first that has it, in the order of time
-    std::vector<BookFact> facts;
+    /// What all of the quantity was exchanged for, never negative; none: for nothing.
+    std::optional<brackwell::Decimal> cost = {};
+    std::string_view costCommodity = {};
+    BookIdentity identity = {};  ///< of the transaction of the account; empty for other accounts
+    std::vector<BookFact> facts = {};
 };
 
 /// A transaction of a journal. Postings add up to nothing, with what they cost in the place of what has a
@@ -70,12 +75,12 @@ struct BookEntry {
 /// What an account has at the end of a day, as a document says it.
 struct BookBalance {
     std::string day;
-    std::string account;
+    std::string_view account;
     brackwell::Decimal amount;
-    std::string commodity;
+    std::string_view commodity;
     BookIdentity identity;
     std::uint32_t statement = 0;  ///< that says it, in the order of time
-    std::string file;             ///< of the statement, as on the command line
+    std::string_view file;        ///< of the statement, as on the command line
     bool isCovered = true;        ///< the documents have the transactions up to this day
     std::string objection;        ///< why a journal must not rely on it; "" when it may
     std::vector<BookFact> facts;
@@ -84,9 +89,9 @@ struct BookBalance {
 /// What a unit of a security is worth at the end of a day.
 struct BookPrice {
     std::string day;
-    std::string commodity;
+    std::string_view commodity;
     brackwell::Decimal price;
-    std::string currency;
+    std::string_view currency;
 
     bool operator==(const BookPrice&) const = default;
 };
@@ -109,20 +114,21 @@ struct BookCommodity {
 
 /// An account that entries need.
 struct BookAccount {
-    std::string name;
+    std::string_view name;
     std::string day;  ///< from which on it is open
 };
 
-/// All of it, each list in the order in which it is written. What a journal has already is not in it.
+/// All of it, each list in the order in which it is written. What a journal has already is not in it. There
+/// may be millions of entries, so each is made when it is written, and only its draft is kept.
 struct Book {
+    const Drafts* drafts = nullptr;                    ///< they have to live as long as the book
     std::map<std::string, int, std::less<>> decimals;  ///< of the amounts of a commodity, at least
     std::vector<BookAccount> accounts;
     std::vector<BookCommodity> commodities;
     std::vector<BookEntry> openings;
-    std::vector<BookEntry> entries;
+    std::vector<std::uint32_t> entries;  ///< the numbers of drafts
     std::vector<BookBalance> balances;
     std::vector<BookPrice> prices;
-    std::vector<BookRemark> remarks;
 };
 
 }  // namespace tool

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "bookkeeping/book_text.h"
+#include "bookkeeping/drafts.h"
 #include "command_line/day.h"
 #include "console/output.h"
 #include "text/value_text.h"
@@ -39,9 +40,9 @@ constexpr BookSyntax kSyntaxes[] = {
 
 const BookSyntax& syntaxOf(BookFormat format) noexcept { return kSyntaxes[static_cast<std::size_t>(format)]; }
 
-std::string quotedCommodity(const std::string& name, BookFormat format) {
+std::string quotedCommodity(std::string_view name, BookFormat format) {
     const bool isPlain = std::ranges::all_of(name, [](char c) { return c >= 'A' && c <= 'Z'; });
-    return isPlain || format == BookFormat::beancount ? name : "\"" + name + "\"";
+    return isPlain || format == BookFormat::beancount ? std::string(name) : "\"" + std::string(name) + "\"";
 }
 
 std::string withDecimals(const brackwell::Decimal& number, int decimals) {
@@ -64,7 +65,11 @@ std::string dayAfter(const std::string& day) {
 class BookWriter {
 public:
     BookWriter(Output& output, const Book& book, BookFormat format)
-        : output_(output), book_(book), syntax_(syntaxOf(format)) {}
+        : output_(output),
+          book_(book),
+          syntax_(syntaxOf(format)),
+          balance_(book.balances.begin()),
+          price_(book.prices.begin()) {}
 
     void write() {
         line("; Made by brackwell from OFX documents.");
@@ -72,7 +77,8 @@ public:
         writeDeclarations();
         for (const BookEntry& entry : book_.openings) writeEntry(entry);
         writeByDay();
-        for (const BookRemark& remark : book_.remarks) writeRemark(remark);
+        for (const DraftRemark& remark : book_.drafts->lists().remarks)
+            writeRemark(book_.drafts->remarkOf(remark));
     }
 
 private:
@@ -81,7 +87,7 @@ private:
         output_.write(text);
         output_.write('\n');
     }
-    std::string amountText(const brackwell::Decimal& number, const std::string& commodity,
+    std::string amountText(const brackwell::Decimal& number, std::string_view commodity,
                            int decimals = 0) const {
         const auto known = book_.decimals.find(commodity);
         const int least = std::max(decimals, known == book_.decimals.end() ? 0 : known->second);
@@ -90,6 +96,7 @@ private:
     void writeDeclarations();
     std::string declarationOf(const BookCommodity& commodity) const;
     void writeByDay();
+    void writeBefore(std::string_view day);
     void writeEntry(const BookEntry& entry);
     void writePosting(const Posting& posting, int decimals);
     void writeBalance(const BookBalance& balance);
@@ -103,6 +110,8 @@ private:
     Output& output_;
     const Book& book_;
     const BookSyntax& syntax_;
+    std::vector<BookBalance>::const_iterator balance_;  ///< the next one
+    std::vector<BookPrice>::const_iterator price_;      ///< the next one
 };
 
 void BookWriter::writeDeclarations() {
@@ -114,7 +123,7 @@ void BookWriter::writeDeclarations() {
     }
     if (!book_.accounts.empty()) output_.write('\n');
     for (const BookAccount& account : book_.accounts)
-        line((isBeancount() ? account.day + " open " : "account ") + account.name);
+        line((isBeancount() ? account.day + " open " : "account ") + std::string(account.name));
 }
 
 /// hledger shows amounts with as many decimals as there are here.
@@ -128,23 +137,27 @@ std::string BookWriter::declarationOf(const BookCommodity& commodity) const {
 
 /// Entries, balances and prices of a day, in this order.
 void BookWriter::writeByDay() {
-    auto entry = book_.entries.begin();
-    auto balance = book_.balances.begin();
-    auto price = book_.prices.begin();
-    constexpr std::string_view never = "\x7F";
-    while (output_.isGood()) {
-        const std::string_view entryDay = entry != book_.entries.end() ? entry->day : never;
-        const std::string_view balanceDay = balance != book_.balances.end() ? balance->day : never;
-        const std::string_view priceDay = price != book_.prices.end() ? price->day : never;
-        const std::string_view day = std::min({entryDay, balanceDay, priceDay});
-        if (day == never) return;
-        if (day == entryDay) {
-            writeEntry(*entry++);
-        } else if (day == balanceDay) {
-            writeBalance(*balance++);
-        } else {
+    for (const std::uint32_t number : book_.entries) {
+        if (!output_.isGood()) return;
+        const BookEntry entry = book_.drafts->entryOf(book_.drafts->lists().entries[number]);
+        writeBefore(entry.day);
+        writeEntry(entry);
+    }
+    writeBefore("\x7F");  // comes after all days
+}
+
+/// The balances and prices that are left of the days before one.
+void BookWriter::writeBefore(std::string_view day) {
+    for (;;) {
+        const bool hasBalance = balance_ != book_.balances.end() && balance_->day < day;
+        const bool hasPrice = price_ != book_.prices.end() && price_->day < day;
+        if (hasBalance && (!hasPrice || balance_->day <= price_->day)) {
+            writeBalance(*balance_++);
+        } else if (hasPrice) {
             output_.write('\n');
-            line(priceLine(*price++, syntax_.format));
+            line(priceLine(*price_++, syntax_.format));
+        } else {
+            return;
         }
     }
 }
@@ -194,22 +207,22 @@ void BookWriter::writePosting(const Posting& posting, int decimals) {
 }
 
 void BookWriter::writeBalance(const BookBalance& balance) {
+    const std::string account(balance.account);
     const std::string amount = amountText(balance.amount, balance.commodity);
     const std::string next = dayAfter(balance.day);
     output_.write('\n');
     if (!balance.objection.empty()) {
-        line("; " + balance.day + " balance " + balance.account + " " + amount + ": " + balance.objection);
+        line("; " + balance.day + " balance " + account + " " + amount + ": " + balance.objection);
         return writeComments(balance.facts, balance.identity);
     }
     if (isBeancount()) {
-        line(next + " balance " + balance.account + " " + amount);
+        line(next + " balance " + account + " " + amount);
         writeFacts(balance.facts, syntax_.factIndent);
         return writeIdentity(balance.identity, syntax_.factIndent);
     }
     line(balance.day + " * Balance of the statement");
     writeFacts(balance.facts, syntax_.factIndent);
-    line(std::string(syntax_.indent) + balance.account + "  " + amountText({}, balance.commodity) + " = " +
-         amount);
+    line(std::string(syntax_.indent) + account + "  " + amountText({}, balance.commodity) + " = " + amount);
     writeIdentity(balance.identity, syntax_.detailIndent);
 }
 
@@ -256,7 +269,8 @@ void BookWriter::writeComments(const std::vector<BookFact>& facts, const BookIde
 
 bool isEmptyBook(const Book& book) noexcept {
     return book.accounts.empty() && book.commodities.empty() && book.openings.empty() &&
-           book.entries.empty() && book.balances.empty() && book.prices.empty() && book.remarks.empty();
+           book.entries.empty() && book.balances.empty() && book.prices.empty() &&
+           book.drafts->lists().remarks.empty();
 }
 
 }  // namespace

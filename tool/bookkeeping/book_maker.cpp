@@ -2,18 +2,16 @@
 #include "bookkeeping/book_maker.h"
 
 #include <algorithm>
-#include <iterator>
+#include <cstdint>
 #include <map>
 #include <set>
 #include <string_view>
 #include <tuple>
 #include <utility>
 
-#include "bookkeeping/account_drafts.h"
 #include "bookkeeping/balances.h"
 #include "bookkeeping/book_format.h"
-#include "bookkeeping/booked_accounts.h"
-#include "bookkeeping/commodities.h"
+#include "bookkeeping/transfers.h"
 #include "money/sum.h"
 #include "text/shown_values.h"
 
@@ -22,142 +20,163 @@ namespace {
 
 using namespace brackwell;
 
-/// True for a transaction that takes the place of another one, or deletes it.
-bool isCorrection(const DraftEntry& draft) {
-    return draft.transaction != nullptr && draft.transaction->correctionFITID().has_value();
+/// "1 transaction has", "2 transactions have": the parts of a sentence that numbers change.
+std::string counted(std::size_t count, std::string_view one, std::string_view several) {
+    return std::to_string(count) + std::string(count == 1 ? one : several);
 }
 
 /// Makes one book.
 class BookMaker {
 public:
-    BookMaker(History history, const AccountMap& map, KnownJournal& journal, const BookSettings& settings,
-              BookNotes& notes)
-        : history_(std::move(history)),
-          map_(map),
-          journal_(journal),
-          settings_(settings),
-          notes_(notes),
-          commodities_(map) {}
+    BookMaker(Drafts& drafts, KnownJournal& journal, const BookSettings& settings, BookNotes& notes)
+        : drafts_(drafts), lists_(drafts.lists()), journal_(journal), settings_(settings), notes_(notes) {}
 
     Book make() {
-        readAccounts();
-        pairTransfers(drafts_.entries, drafts_.accounts);
+        book_.drafts = &drafts_;
+        noteAlike();
+        pairTransfers(drafts_);
         leaveOut();
-        joinTransfers(drafts_.entries, map_);
-        history_ = {};  // what the entries are made of
-        takeEntries();
+        joinTransfers(drafts_);
+        sortEntries();
+        sortBalances();
+        BalanceCheck check(book_.balances);
+        lookThroughEntries(check);
         noteOlderThanOpening();
-        takeBalances();
+        settleBalances(check);
         takePrices();
-        book_.remarks = std::move(drafts_.remarks);
         declareAccounts();
         declareCommodities();
         return std::move(book_);
     }
 
 private:
-    void readAccounts();
+    void note(std::string text) { notes_.push_back({"", std::move(text)}); }
+    void noteAlike();
     void leaveOut();
-    void takeEntries();
+    void noteCorrections();
+    void sortEntries();
+    void sortBalances();
+    void lookThroughEntries(BalanceCheck& check);
+    void use(const Posting& posting, const std::string& day);
     void noteOlderThanOpening();
-    void takeBalances();
+    void settleBalances(BalanceCheck& check);
     void takeOpening(const OpeningBalance& opening);
     void noteObjection(const BookBalance& balance);
     void takePrices();
     void declareAccounts();
     void declareCommodities();
 
-    History history_;
-    const AccountMap& map_;
+    /// Postings of days before that of an opening balance.
+    struct Older {
+        std::size_t count = 0;
+        Sum sum;
+    };
+
+    Drafts& drafts_;
+    DraftLists& lists_;
     KnownJournal& journal_;
     const BookSettings& settings_;
     BookNotes& notes_;
-    Commodities commodities_;
-    Drafts drafts_;
-    std::set<std::string> known_;  ///< accounts of which a journal has transactions
+    std::set<std::string_view> known_;                  ///< accounts of which a journal has transactions
+    std::map<std::string_view, std::string> accounts_;  ///< that are used, with the days from which on
+    std::set<std::string_view> commodities_;            ///< that are used
+    std::map<std::pair<std::string_view, std::string_view>, Older>
+        older_;  ///< by day of the opening and commodity
     Book book_;
 };
 
-void BookMaker::readAccounts() {
-    const BookedNames names = bookedNames(history_, map_);
-    const BookContext context{map_, commodities_};
-    if (names.alike > 0)
-        notes_.push_back({"", std::to_string(names.alike) +
-                                  " accounts have numbers that other accounts have, too; their names end in "
-                                  "digests. An account map can give them others."});
-    // Currencies come before securities that have one for a ticker.
-    for (const AccountHistory& account : history_.accounts()) commodities_.currency(account.currency);
-    const auto& investments = history_.investments();
-    for (const InvestmentAccount& account : investments.accounts()) commodities_.currency(account.currency);
-    for (std::size_t i = 0; i < names.banks.size(); ++i)
-        addAccount(drafts_, history_.accounts()[i], names.banks[i], context);
-    const SecurityList others(investments.securities());
-    for (std::size_t i = 0; i < names.investments.size(); ++i)
-        addAccount(drafts_, investments.accounts()[i], names.investments[i], others, context);
-    for (const Security& security : investments.otherSecurities())
-        commodities_.security(security.id(), security.idType(), security);
+void BookMaker::noteAlike() {
+    if (drafts_.alike() > 0)
+        note(std::to_string(drafts_.alike()) +
+             " accounts have numbers that other accounts have, too; their names end in digests. An account "
+             "map can give them others.");
 }
 
 void BookMaker::leaveOut() {
-    const std::size_t changed = leaveOutKnown(drafts_.entries, journal_);
+    const std::size_t changed = drafts_.leaveOutKnown(journal_);
     if (changed > 0)
-        notes_.push_back(
-            {"", std::to_string(changed) + (changed == 1 ? " transaction has" : " transactions have") +
-                     " the identifier and amount of one in the journal, but another day or other "
-                     "texts; left out."});
-    for (const DraftEntry& draft : drafts_.entries)
-        if (draft.isLeftOut) known_.insert(draft.entry.postings.front().account);
-    std::size_t corrections = 0;
-    for (const DraftEntry& draft : drafts_.entries) corrections += !draft.isLeftOut && isCorrection(draft);
-    if (corrections > 0)
-        notes_.push_back({"", std::to_string(corrections) +
-                                  (corrections == 1 ? " transaction corrects" : " transactions correct") +
-                                  " an earlier one (correctionFITID in the journal), which stays as it is."});
-    const auto isKnown = [this](const auto& item) { return journal_.takeDigest(item.identity); };
-    std::erase_if(drafts_.remarks, isKnown);
-    std::erase_if(drafts_.balances, isKnown);
+        note(counted(changed, " transaction has", " transactions have") +
+             " the identifier and amount of one in the journal, but another day or other texts; left out.");
+    for (const DraftEntry& draft : lists_.entries)
+        if (draft.isLeftOut) known_.insert(drafts_.nameOf(draft));
+    noteCorrections();
 }
 
-void BookMaker::takeEntries() {
-    book_.entries.reserve(drafts_.entries.size());
-    for (DraftEntry& draft : drafts_.entries) book_.entries.push_back(std::move(draft.entry));
-    drafts_.entries = {};
-    std::ranges::stable_sort(book_.entries, [](const BookEntry& a, const BookEntry& b) {
-        return std::tie(a.day, a.postings.front().account) < std::tie(b.day, b.postings.front().account);
+/// A correction takes the place of another transaction, or deletes it.
+void BookMaker::noteCorrections() {
+    const auto corrections = std::ranges::count_if(lists_.entries, [this](const DraftEntry& draft) {
+        const auto* transaction = draft.isLeftOut ? nullptr : drafts_.bankTransaction(draft);
+        return transaction != nullptr && transaction->correctionFITID().has_value();
     });
+    if (corrections > 0)
+        note(
+            counted(static_cast<std::size_t>(corrections), " transaction corrects", " transactions correct") +
+            " an earlier one (correctionFITID in the journal), which stays as it is.");
+}
+
+/// By day, then by the name of the account; else as the documents have them.
+void BookMaker::sortEntries() {
+    const std::vector<std::uint32_t> ranks = drafts_.ranksOfNames();
+    book_.entries.reserve(lists_.entries.size());
+    for (std::uint32_t i = 0; i < lists_.entries.size(); ++i)
+        if (!lists_.entries[i].isLeftOut) book_.entries.push_back(i);
+    std::ranges::sort(book_.entries, [&](std::uint32_t a, std::uint32_t b) {
+        const DraftEntry& first = lists_.entries[a];
+        const DraftEntry& second = lists_.entries[b];
+        return std::tuple(first.day, ranks[first.account], a) <
+               std::tuple(second.day, ranks[second.account], b);
+    });
+}
+
+void BookMaker::sortBalances() {
+    book_.balances = std::move(lists_.balances);
+    std::ranges::stable_sort(book_.balances, [](const BookBalance& a, const BookBalance& b) {
+        return std::tie(a.day, a.account, a.commodity) < std::tie(b.day, b.account, b.commodity);
+    });
+}
+
+/// Takes from the entries what is needed of all of them before the first is written.
+void BookMaker::lookThroughEntries(BalanceCheck& check) {
+    for (const std::uint32_t number : book_.entries) {
+        const DraftEntry& draft = lists_.entries[number];
+        const std::string day = bookDayText(draft.day);
+        for (const Posting& posting : drafts_.postingsOf(draft)) {
+            use(posting, day);
+            check.add(day, posting);
+            const std::string_view opening = journal_.openingDay(posting.account);
+            if (opening.empty() || day >= opening) continue;
+            Older& older = older_[{opening, posting.commodity}];
+            ++older.count;
+            older.sum.add(posting.quantity);
+        }
+    }
+}
+
+/// Accounts are open early enough for what a later import brings of the time before.
+void BookMaker::use(const Posting& posting, const std::string& day) {
+    const auto account = accounts_.try_emplace(posting.account, "1970-01-01").first;
+    if (day < account->second) account->second = day;
+    commodities_.insert(posting.commodity);
+    commodities_.insert(posting.costCommodity);
 }
 
 /// What an account began with has older transactions in it already.
 void BookMaker::noteOlderThanOpening() {
-    std::map<std::pair<std::string, std::string>, std::pair<std::size_t, Sum>> older;
-    for (const BookEntry& entry : book_.entries)
-        for (const Posting& posting : entry.postings) {
-            const std::string day = journal_.openingDay(posting.account);
-            if (day.empty() || entry.day >= day) continue;
-            auto& [count, sum] = older[{day, posting.commodity}];
-            ++count;
-            sum.add(posting.quantity);
-        }
-    for (const auto& [key, counted] : older) {
-        const auto& [count, sum] = counted;
-        notes_.push_back({"", std::to_string(count) + (count == 1 ? " posting is" : " postings are") +
-                                  " of a day before the opening balance of " + key.first +
-                                  " in the journal, which has them in it already: take " +
-                                  (sum.value() ? withCurrency(sum.value()->toString(), key.second) : "them") +
-                                  " off it, and give it an earlier day."});
+    for (const auto& [key, older] : older_) {
+        const auto& [day, commodity] = key;
+        note(counted(older.count, " posting is", " postings are") +
+             " of a day before the opening balance of " + std::string(day) +
+             " in the journal, which has them in it already: take " +
+             (older.sum.value() ? withCurrency(older.sum.value()->toString(), commodity) : "them") +
+             " off it, and give it an earlier day.");
     }
 }
 
-void BookMaker::takeBalances() {
-    book_.balances = std::move(drafts_.balances);
-    std::ranges::stable_sort(book_.balances, [](const BookBalance& a, const BookBalance& b) {
-        return std::tie(a.day, a.account, a.commodity) < std::tie(b.day, b.account, b.commodity);
-    });
-    const auto knows = [this](const std::string& account) {
+void BookMaker::settleBalances(BalanceCheck& check) {
+    const auto knows = [this](std::string_view account) {
         return !settings_.hasOpenings || known_.contains(account) || journal_.uses(account);
     };
-    for (const OpeningBalance& opening : settleBalances(book_.entries, book_.balances, knows))
-        takeOpening(opening);
+    for (const OpeningBalance& opening : check.settle(knows)) takeOpening(opening);
     for (BookBalance& balance : book_.balances) {
         if (!settings_.hasAssertions && balance.objection.empty())
             balance.objection = "not asserted";
@@ -174,20 +193,22 @@ void BookMaker::takeOpening(const OpeningBalance& opening) {
         openings.back().day = opening.day;
         openings.back().payee = "Opening balance";
     }
-    openings.back().postings.push_back(
-        {opening.account, opening.amount, opening.commodity, {}, {}, {}, 0, {{kOpeningName, opening.day}}});
-    openings.back().postings.push_back(
-        {map_.name(BookRole::opening), opening.amount.negated(), opening.commodity, {}, {}, {}, 0, {}});
+    auto& postings = openings.back().postings;
+    postings.push_back({opening.account, opening.amount, opening.commodity});
+    postings.back().facts.push_back({kOpeningName, opening.day});
+    postings.push_back({drafts_.map().name(BookRole::opening), opening.amount.negated(), opening.commodity});
+    for (const Posting& posting : postings) use(posting, opening.day);
 }
 
 void BookMaker::noteObjection(const BookBalance& balance) {
-    notes_.push_back({balance.file, "The balance of " + balance.day + ", " +
+    notes_.push_back(
+        {std::string(balance.file), "The balance of " + balance.day + ", " +
                                         withCurrency(balance.amount.toString(), balance.commodity) +
                                         ", is only a comment: " + balance.objection + "."});
 }
 
 void BookMaker::takePrices() {
-    auto& prices = drafts_.prices;
+    auto& prices = lists_.prices;
     std::erase_if(prices, [this](const BookPrice& price) {
         return journal_.hasPrice(priceLine(price, settings_.format));
     });
@@ -200,42 +221,26 @@ void BookMaker::takePrices() {
 }
 
 void BookMaker::declareAccounts() {
-    // Early enough for what a later import brings of the time before.
-    const std::string early = "1970-01-01";
-    std::map<std::string, std::string> days;
-    const auto use = [&](const std::string& account, const std::string& day) {
-        const auto place = days.try_emplace(account, early).first;
-        place->second = std::min(place->second, day);
-    };
-    for (const auto* entries : {&book_.openings, &book_.entries})
-        for (const BookEntry& entry : *entries)
-            for (const Posting& posting : entry.postings) use(posting.account, entry.day);
     for (const BookBalance& balance : book_.balances)
-        if (balance.objection.empty()) use(balance.account, balance.day);
-    for (const auto& [name, day] : days)
+        if (balance.objection.empty()) use({balance.account, {}, balance.commodity}, balance.day);
+    for (const auto& [name, day] : accounts_)
         if (!journal_.declares(name)) book_.accounts.push_back({name, day});
 }
 
 void BookMaker::declareCommodities() {
-    std::set<std::string> used;
-    for (const auto* entries : {&book_.openings, &book_.entries})
-        for (const BookEntry& entry : *entries)
-            for (const Posting& posting : entry.postings)
-                used.insert({posting.commodity, posting.costCommodity});
-    for (const BookBalance& balance : book_.balances) used.insert(balance.commodity);
-    for (const BookPrice& price : book_.prices) used.insert(price.currency);
-    for (BookCommodity& commodity : commodities_.all()) {
+    for (const BookBalance& balance : book_.balances) commodities_.insert(balance.commodity);
+    for (const BookPrice& price : book_.prices) commodities_.insert(price.currency);
+    for (BookCommodity& commodity : drafts_.commodities().all()) {
         book_.decimals.emplace(commodity.name, commodity.decimals);
-        if (commodity.isCurrency && !used.contains(commodity.name)) continue;
+        if (commodity.isCurrency && !commodities_.contains(commodity.name)) continue;
         if (!journal_.declares(commodity.name)) book_.commodities.push_back(std::move(commodity));
     }
 }
 
 }  // namespace
 
-Book makeBook(History history, const AccountMap& map, KnownJournal& journal, const BookSettings& settings,
-              BookNotes& notes) {
-    return BookMaker(std::move(history), map, journal, settings, notes).make();
+Book makeBook(Drafts& drafts, KnownJournal& journal, const BookSettings& settings, BookNotes& notes) {
+    return BookMaker(drafts, journal, settings, notes).make();
 }
 
 }  // namespace tool

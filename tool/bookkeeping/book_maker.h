@@ -4,10 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "bookkeeping/account_map.h"
 #include "bookkeeping/book.h"
+#include "bookkeeping/drafts.h"
 #include "bookkeeping/known_journal.h"
-#include "history/history.h"
 
 namespace tool {
 
@@ -27,10 +26,9 @@ struct BookNote {
 /// What books do not say, or not surely, besides the findings of the documents.
 using BookNotes = std::vector<BookNote>;
 
-/// Makes the books of what documents say, without what journals have already. The statements of the history
-/// must be in the order of time, so that the order of files changes nothing. The history is taken, since it
-/// and the books of large documents need not be in memory together.
-Book makeBook(History history, const AccountMap& map, KnownJournal& journal, const BookSettings& settings,
-              BookNotes& notes);
+/// Makes a book of drafts, without what journals have already. The statements of the history must be in the
+/// order of time, so that the order of files changes nothing. The drafts and the journal have to live as long
+/// as the book.
+Book makeBook(Drafts& drafts, KnownJournal& journal, const BookSettings& settings, BookNotes& notes);
 
 }  // namespace tool

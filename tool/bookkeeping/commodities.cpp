@@ -35,7 +35,7 @@ std::vector<BookFact> factsOf(const Security& security) {
 
 }  // namespace
 
-std::string Commodities::currency(OptionalText text) {
+std::string_view Commodities::currency(OptionalText text) {
     const std::string_view symbol = trimmedPart(text);
     const std::string key = "currency " + std::string(symbol);
     if (const auto named = names_.find(key); named != names_.end()) return named->second;
@@ -49,8 +49,8 @@ std::string Commodities::currency(OptionalText text) {
     return claim(std::move(name), key, std::move(commodity), mapped.has_value());
 }
 
-std::string Commodities::security(OptionalText id, OptionalText idType,
-                                  const std::optional<Security>& known) {
+std::string_view Commodities::security(OptionalText id, OptionalText idType,
+                                       const std::optional<Security>& known) {
     const std::string_view text = trimmedPart(id);
     if (text.empty() && !known) return {};
     // One that a list has is the same one whether or not its type is named.
@@ -73,8 +73,8 @@ std::vector<BookCommodity> Commodities::all() const {
     return all;
 }
 
-std::string Commodities::claim(std::string name, const std::string& key, BookCommodity commodity,
-                               bool isShared) {
+std::string_view Commodities::claim(std::string name, const std::string& key, BookCommodity commodity,
+                                    bool isShared) {
     constexpr std::size_t kept = 16;
     constexpr std::size_t told = 6;
     const auto taken = claims_.find(name);
@@ -82,8 +82,7 @@ std::string Commodities::claim(std::string name, const std::string& key, BookCom
         name = commodityNameOf(name.substr(0, kept) + "." + Digest().add(key).text().substr(0, told));
     commodity.name = name;
     claims_.try_emplace(name, std::move(commodity));
-    names_.emplace(key, name);
-    return name;
+    return names_.emplace(key, std::move(name)).first->second;
 }
 
 }  // namespace tool

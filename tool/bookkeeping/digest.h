@@ -8,6 +8,9 @@
 
 namespace tool {
 
+/// A digest as sixteen digits of base 16.
+std::string digestText(std::uint64_t digest);
+
 /// A number of 64 bits for a list of texts, the same in every run and on every machine: journals keep it. It
 /// tells contents apart that differ by chance; it is no protection against somebody who looks for two
 /// contents with one digest.
@@ -20,8 +23,8 @@ public:
         return *this;
     }
 
-    /// Sixteen digits of base 16.
-    std::string text() const;
+    std::uint64_t value() const noexcept { return hash_; }
+    std::string text() const { return digestText(hash_); }
 
 private:
     // FNV-1a.

@@ -1,50 +1,49 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <brackwell/statements.h>
-
-#include <cstddef>
-#include <optional>
-#include <string>
+#include <cstdint>
+#include <limits>
 #include <vector>
 
+#include "bookkeeping/account_map.h"
 #include "bookkeeping/book.h"
-#include "bookkeeping/known_journal.h"
+#include "bookkeeping/book_day.h"
 
 /// \file
-/// Entries before it is known which of them a journal has already, and which two are one transfer.
+/// What is kept of the transactions of documents until they are written. A large document is mostly
+/// transactions, and an entry with its texts takes many times their room; so this is what decides about order
+/// and identity, and the rest is made when it is needed.
 
 namespace tool {
 
-class AccountMap;
-
-/// An account of documents, by what transfers call it.
-struct DraftAccount {
-    std::string bank;
-    std::string number;  ///< "" for one that takes no part in transfers
-};
-
-/// An entry of which the first posting is that of the account it is from.
+/// Stands for an entry of which the first posting is that of the account it is from.
 struct DraftEntry {
-    BookEntry entry;
-    std::size_t account = 0;  ///< in Drafts::accounts
-    /// Of a bank or card account; null for others. The other parties decide what is a transfer.
-    const brackwell::TvOFXStatementTransaction* transaction = nullptr;
-    std::optional<std::size_t> partner;  ///< the entry that says the same of the other account
+    static constexpr std::uint32_t kNoPartner = std::numeric_limits<std::uint32_t>::max();
+
+    BookDay day;
+    std::uint32_t account;           ///< that of the first posting, in Drafts
+    std::uint32_t transaction;       ///< in the entries of the account's history
+    CounterAccount counter = {};     ///< of a bank transaction
+    std::uint32_t partner = kNoPartner;  ///< the draft that says the same of the other account
     bool isLeftOut = false;
+    bool isJoined = false;  ///< the last posting is the first one of the partner
+};
+static_assert(sizeof(DraftEntry) == 24, "there may be millions");
+
+/// Stands for a remark about a transaction, or for one that was made of something else.
+struct DraftRemark {
+    std::uint32_t account;
+    std::uint32_t number;           ///< of the transaction like that of an entry, or in DraftLists::sayings
+    bool isOfTransaction = true;
 };
 
-/// Finds the entries that are the two ends of one transfer: one names the account of the other, and they are
-/// of the same day and of opposite amounts in one currency, and no other two could be meant. Everything else
-/// stays as it is.
-void pairTransfers(std::vector<DraftEntry>& drafts, const std::vector<DraftAccount>& accounts);
-
-/// Makes one entry of two that are partners, or lets the one of them that is not in a journal end in the
-/// account of transfers, where its partner ends, too. Entries that are not needed are left out.
-void joinTransfers(std::vector<DraftEntry>& drafts, const AccountMap& map);
-
-/// Leaves out what a journal has. Returns how many entries it has with an identifier, but with other texts or
-/// on another day.
-std::size_t leaveOutKnown(std::vector<DraftEntry>& drafts, KnownJournal& journal);
+/// Everything that documents say of accounts.
+struct DraftLists {
+    std::vector<DraftEntry> entries;
+    std::vector<DraftRemark> remarks;
+    std::vector<BookRemark> sayings;  ///< remarks about what is no transaction
+    std::vector<BookBalance> balances;
+    std::vector<BookPrice> prices;
+};
 
 }  // namespace tool

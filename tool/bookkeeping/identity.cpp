@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bookkeeping/identity.h"
 
-#include <array>
+#include <algorithm>
 
 #include "history/history.h"
 #include "investments/facts.h"
@@ -58,13 +58,32 @@ std::string identityOf(const InvestmentAccount& account) {
 void Identities::meet(std::uint32_t statement, OptionalText identifier,
                       const std::optional<Decimal>& amount) {
     if (trimmedOr(identifier).empty()) return;
-    const auto [met, isNew] = met_.try_emplace(keyOf(trimmedOr(identifier), amount), Met{statement});
-    if (isNew) return;
-    if (met->second.statement == statement) met->second.isRepeated = true;
-    met->second.statement = statement;
+    if (std::exchange(statement_, statement) != statement) finishStatement();
+    met_.push_back(keyOf(trimmedOr(identifier), amount));
 }
 
-BookIdentity Identities::of(const TvOFXStatementTransaction& transaction) const {
+void Identities::finish() {
+    finishStatement();
+    met_ = {};
+    std::ranges::sort(repeated_);
+}
+
+void Identities::finishStatement() {
+    std::ranges::sort(met_);
+    auto rest = met_.cbegin();
+    while ((rest = std::adjacent_find(rest, met_.cend())) != met_.cend()) {
+        repeated_.push_back(*rest);
+        rest = std::upper_bound(rest, met_.cend(), *rest);
+    }
+    met_.clear();
+}
+
+bool Identities::isRepeated(OptionalText identifier, const std::optional<Decimal>& amount) const {
+    return !repeated_.empty() && !trimmedOr(identifier).empty() &&
+           std::ranges::binary_search(repeated_, keyOf(trimmedOr(identifier), amount));
+}
+
+std::uint64_t Identities::digestOf(const TvOFXStatementTransaction& transaction) const {
     Digest digest;
     digest.add(account_).add(trimmedOr(transaction.fiTransactionID()));
     digest.add(dayText(transaction.datePosted())).add(decimalText(transaction.amount()));
@@ -73,17 +92,26 @@ BookIdentity Identities::of(const TvOFXStatementTransaction& transaction) const 
           transaction.payeeName(), transaction.memo()})
         digest.add(trimmedOr(text));
     if (const auto payee = transaction.payee()) digest.add(trimmedOr(payee->name()));
-    return {identifierOf(transaction.fiTransactionID(), transaction.amount()), digest.text()};
+    return digest.value();
 }
 
-BookIdentity Identities::of(const InvestmentTransaction& transaction) const {
+std::uint64_t Identities::digestOf(const InvestmentTransaction& transaction) const {
     Digest digest;
     digest.add(account_).add(transaction.elementName());
     for (const InvestmentField& field : transaction.fields())
         digest.add(field.name).add(trimWhiteSpace(field.text));
-    if (const auto bank = transaction.bankTransaction()) digest.add(of(*bank).digest);
-    const auto amount = amountOf(transaction);
-    return {identifierOf(tool::identifierOf(transaction), amount), digest.text()};
+    if (const auto bank = transaction.bankTransaction()) digest.add(digestText(digestOf(*bank)));
+    return digest.value();
+}
+
+BookIdentity Identities::of(const TvOFXStatementTransaction& transaction) const {
+    return {identifierOf(transaction.fiTransactionID(), transaction.amount()),
+            digestText(digestOf(transaction))};
+}
+
+BookIdentity Identities::of(const InvestmentTransaction& transaction) const {
+    return {identifierOf(tool::identifierOf(transaction), amountOf(transaction)),
+            digestText(digestOf(transaction))};
 }
 
 BookIdentity Identities::of(std::string_view what, const BookBalance& balance) const {
@@ -92,17 +120,24 @@ BookIdentity Identities::of(std::string_view what, const BookBalance& balance) c
     return {"", digest.text()};
 }
 
-std::string Identities::keyOf(std::string_view identifier, const std::optional<Decimal>& amount) const {
-    return Digest().add(account_).add(identifier).add(decimalText(amount)).text();
+std::uint64_t Identities::keyOf(std::string_view identifier, const std::optional<Decimal>& amount) const {
+    return Digest().add(account_).add(identifier).add(decimalText(amount)).value();
 }
 
 std::string Identities::identifierOf(OptionalText identifier, const std::optional<Decimal>& amount) const {
     const std::string_view text = trimmedOr(identifier);
     if (text.empty()) return {};
-    const std::string key = keyOf(text, amount);
-    const auto met = met_.find(key);
-    if (met != met_.end() && met->second.isRepeated) return {};
-    return escapedIdentifier(text.substr(0, kLongestIdentifier)) + "." + key;
+    const std::uint64_t key = keyOf(text, amount);
+    if (std::ranges::binary_search(repeated_, key)) return {};
+    return escapedIdentifier(text.substr(0, kLongestIdentifier)) + "." + digestText(key);
+}
+
+bool StatedBefore::has(std::uint64_t digest, std::uint32_t statement) {
+    Equal& equal = equals_[digest];
+    if (std::exchange(equal.statement, statement) != statement) equal.met = 0;
+    if (++equal.met <= equal.count) return true;
+    ++equal.count;
+    return false;
 }
 
 }  // namespace tool

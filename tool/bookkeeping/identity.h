@@ -3,10 +3,14 @@
 
 #include <brackwell/investments.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "bookkeeping/book.h"
 #include "bookkeeping/digest.h"
@@ -37,26 +41,53 @@ class Identities {
 public:
     explicit Identities(std::string account) : account_(std::move(account)) {}
 
-    /// Notes that a statement has this identifier on a transaction of this amount.
+    /// Notes that a statement has this identifier on a transaction of this amount. The transactions of one
+    /// statement come one after the other.
     void meet(std::uint32_t statement, brackwell::OptionalText identifier,
               const std::optional<brackwell::Decimal>& amount);
+    /// To be called after the last of these.
+    void finish();
 
+    /// True for an identifier that identifies nothing.
+    bool isRepeated(brackwell::OptionalText identifier,
+                    const std::optional<brackwell::Decimal>& amount) const;
+
+    /// @{
+    /// The digest of the content.
+    std::uint64_t digestOf(const brackwell::TvOFXStatementTransaction& transaction) const;
+    std::uint64_t digestOf(const brackwell::InvestmentTransaction& transaction) const;
+    /// @}
     BookIdentity of(const brackwell::TvOFXStatementTransaction& transaction) const;
     BookIdentity of(const brackwell::InvestmentTransaction& transaction) const;
     /// Of something else that is said of the account.
     BookIdentity of(std::string_view what, const BookBalance& balance) const;
 
 private:
-    struct Met {
-        std::uint32_t statement;
-        bool isRepeated = false;
-    };
-    std::string keyOf(std::string_view identifier, const std::optional<brackwell::Decimal>& amount) const;
+    void finishStatement();
+    std::uint64_t keyOf(std::string_view identifier, const std::optional<brackwell::Decimal>& amount) const;
     std::string identifierOf(brackwell::OptionalText identifier,
                              const std::optional<brackwell::Decimal>& amount) const;
 
     std::string account_;
-    std::unordered_map<std::string, Met> met_;
+    std::uint32_t statement_ = 0;          ///< whose transactions are met
+    std::vector<std::uint64_t> met_;       ///< keys of that statement
+    std::vector<std::uint64_t> repeated_;  ///< keys that a statement has twice; sorted once all are known
+};
+
+/// Tells which transactions an earlier statement of the account had already, where only their content tells
+/// it: of equal ones the number.
+class StatedBefore {
+public:
+    /// True when earlier statements had as many with this digest as this statement has so far.
+    bool has(std::uint64_t digest, std::uint32_t statement);
+
+private:
+    struct Equal {
+        std::size_t count = 0;  ///< of all statements, each in one statement
+        std::size_t met = 0;    ///< in this statement
+        std::uint32_t statement = 0;
+    };
+    std::unordered_map<std::uint64_t, Equal> equals_;
 };
 
 }  // namespace tool

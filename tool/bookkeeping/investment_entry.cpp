@@ -24,8 +24,8 @@ struct InvestmentSourceData {
     const InvestmentNames& names;
     const BookedAccount& account;
     const BookContext& context;
-    std::string security;  ///< the commodity; "" for none
-    std::string money;     ///< the commodity of the statement, or the one that amounts are in
+    std::string_view security;  ///< the commodity; "" for none
+    std::string_view money;     ///< the commodity of the statement, or the one that amounts are in
 
     /// An amount in `money`, with the sign that the document has.
     std::optional<Decimal> moneyOf(const std::optional<Decimal>& amount) const {
@@ -38,9 +38,8 @@ Decimal magnitude(const Decimal& amount) { return amount.isNegative() ? amount.n
 
 using Postings = std::vector<Posting>;
 
-void post(Postings& postings, const std::string& account, const Decimal& quantity,
-          const std::string& commodity) {
-    postings.push_back({account, quantity, commodity, {}, {}, {}, 0, {}});
+void post(Postings& postings, std::string_view account, const Decimal& quantity, std::string_view commodity) {
+    postings.push_back({account, quantity, commodity});
 }
 
 /// Units against nothing that is known: what they are worth, the document does not say.
@@ -98,7 +97,7 @@ std::optional<Decimal> valueWithout(const Postings& costs, const Decimal& total)
 
 /// Units for a total that an account pays or gets.
 Postings exchange(const InvestmentSourceData& source, const Decimal& units, const Decimal& total, bool isSale,
-                  const std::string& payer) {
+                  std::string_view payer) {
     const bool isReversal = isSale == units.isNegative() ? false : !units.isZero();
     Postings postings;
     Postings costs = costsOf(source, isSale, isReversal);
@@ -122,7 +121,7 @@ Postings exchange(const InvestmentSourceData& source, const Decimal& units, cons
 }
 
 /// A purchase or a sale.
-Postings trade(const InvestmentSourceData& source, bool isSale, const std::string& payer) {
+Postings trade(const InvestmentSourceData& source, bool isSale, std::string_view payer) {
     auto units = source.transaction.units();
     auto total = source.moneyOf(source.transaction.total());
     const bool hasUnits = units && !units->isZero() && !source.security.empty();
@@ -175,7 +174,7 @@ Postings journal(const InvestmentSourceData& source) {
     const bool isMoney = transaction.kind() == InvestmentTransactionKind::journalFund;
     const auto quantity = isMoney ? source.moneyOf(transaction.total()) : transaction.units();
     const std::string& account = isMoney ? source.names.cash : source.names.securities;
-    const std::string& commodity = isMoney ? source.money : source.security;
+    const std::string_view commodity = isMoney ? source.money : source.security;
     if (!quantity || commodity.empty()) return postings;
     post(postings, account, *quantity, commodity);
     post(postings, account, quantity->negated(), commodity);
@@ -263,8 +262,8 @@ bool isBookablePosting(const Posting& posting) {
     return isBookable(posting.quantity) && (!posting.cost || isBookable(*posting.cost));
 }
 
-std::string commodityOfAmounts(const InvestmentTransaction& transaction, const BookedAccount& account,
-                               const BookContext& context) {
+std::string_view commodityOfAmounts(const InvestmentTransaction& transaction, const BookedAccount& account,
+                                    const BookContext& context) {
     const auto currency = transaction.currency();
     const bool isUnknown = isForeign(currency, account.currency) && !currency->rate;
     return context.commodities.currency(isUnknown ? OptionalText(currency->symbol) : account.currency);
@@ -272,19 +271,9 @@ std::string commodityOfAmounts(const InvestmentTransaction& transaction, const B
 
 }  // namespace
 
-std::optional<BookEntry> investmentEntry(const InvestmentTransaction& transaction,
-                                         const std::optional<Security>& security,
-                                         const InvestmentNames& names, const BookedAccount& account,
-                                         const BookIdentity& identity, const BookContext& context) {
-    if (const auto bank = transaction.bankTransaction()) {
-        BookedAccount cash = account;
-        cash.name = names.cash;
-        return bankEntry(*bank, cash, identity, context);
-    }
-    BookEntry entry;
-    entry.day = bookDay(dateOf(transaction));
-    if (entry.day.empty()) entry.day = account.defaultDay;
-    if (entry.day.empty()) return std::nullopt;
+std::vector<Posting> investmentPostings(const InvestmentTransaction& transaction,
+                                        const std::optional<Security>& security, const InvestmentNames& names,
+                                        const BookedAccount& account, const BookContext& context) {
     const InvestmentSourceData source{
         transaction,
         names,
@@ -292,16 +281,21 @@ std::optional<BookEntry> investmentEntry(const InvestmentTransaction& transactio
         context,
         context.commodities.security(transaction.securityID(), transaction.securityIDType(), security),
         commodityOfAmounts(transaction, account, context)};
-    entry.postings = kMakers[static_cast<std::size_t>(transaction.kind())](source);
-    if (entry.postings.empty() || !std::ranges::all_of(entry.postings, isBookablePosting))
-        return std::nullopt;
+    Postings postings = kMakers[static_cast<std::size_t>(transaction.kind())](source);
+    if (!std::ranges::all_of(postings, isBookablePosting)) return {};
+    for (Posting& posting : postings) posting.statement = account.statement;
+    return postings;
+}
+
+BookEntry investmentTexts(const InvestmentTransaction& transaction, const std::optional<Security>& security,
+                          const BookIdentity& identity) {
+    if (const auto bank = transaction.bankTransaction()) return bankTexts(*bank, identity);
+    BookEntry entry;
     const std::string_view name = nameOf(security, transaction.securityID());
     entry.payee = visibleText(kindInWords(transaction) + " " + std::string(name));
     entry.memo = visibleText(transaction.memo().value_or(""));
     entry.facts = factsOf(transaction, false);
     if (!transaction.tradeDate()) entry.facts.push_back({"tradeDate", "none"});
-    entry.postings.front().identity = identity;
-    for (Posting& posting : entry.postings) posting.statement = account.statement;
     return entry;
 }
 

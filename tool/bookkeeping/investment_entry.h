@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "bookkeeping/bank_entry.h"
 #include "bookkeeping/book.h"
@@ -17,17 +18,21 @@ struct InvestmentNames {
     std::string cash;
 };
 
-/// An investment transaction as an entry; nothing when it says neither what money nor what units were moved,
-/// or has no day. Securities have what was paid for them, without the costs, as their price; which of the
-/// units were sold, documents do not say, so that there are no lots. Amounts in another currency are
-/// converted where the rate is given.
+/// The postings of an investment transaction that is no bank transaction; none when it says neither what
+/// money nor what units were moved. Securities have what was paid for them, without the costs, as their
+/// price; which of the units were sold, documents do not say, so that there are no lots. Amounts in another
+/// currency are converted where the rate is given.
 ///
 /// Signs are those of the document, except where units and total of a trade have the same one: then what the
 /// trade is decides.
-std::optional<BookEntry> investmentEntry(const brackwell::InvestmentTransaction& transaction,
-                                         const std::optional<brackwell::Security>& security,
-                                         const InvestmentNames& names, const BookedAccount& account,
-                                         const BookIdentity& identity, const BookContext& context);
+std::vector<Posting> investmentPostings(const brackwell::InvestmentTransaction& transaction,
+                                        const std::optional<brackwell::Security>& security,
+                                        const InvestmentNames& names, const BookedAccount& account,
+                                        const BookContext& context);
+
+/// What the transaction says besides day and postings.
+BookEntry investmentTexts(const brackwell::InvestmentTransaction& transaction,
+                          const std::optional<brackwell::Security>& security, const BookIdentity& identity);
 
 /// The same transaction where no entry can be made of it.
 BookRemark investmentRemark(const brackwell::InvestmentTransaction& transaction,

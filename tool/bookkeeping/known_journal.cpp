@@ -176,9 +176,9 @@ bool KnownJournal::takeIdentifier(const BookIdentity& identity) {
     return true;
 }
 
-std::string KnownJournal::openingDay(std::string_view account) const {
+std::string_view KnownJournal::openingDay(std::string_view account) const {
     const auto found = openings_.find(account);
-    return found == openings_.end() ? std::string() : found->second;
+    return found == openings_.end() ? std::string_view() : found->second;
 }
 
 bool KnownJournal::hasPrice(std::string_view line) const { return prices_.contains(visibleText(line)); }

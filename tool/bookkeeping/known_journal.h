@@ -20,6 +20,8 @@ public:
     /// Reads a journal and those that it includes. False with a sentence in `error` when one cannot be read.
     bool read(const std::string& path, std::string& error);
 
+    /// False for a journal in which no entry can be found again.
+    bool hasIdentities() const noexcept { return !digests_.empty() || !identifiers_.empty(); }
     /// @{
     /// True when an entry has this digest or identifier; takes it out then, so that of two equal transactions
     /// the second is found only where the journal has two.
@@ -32,7 +34,7 @@ public:
     /// True when a directive opens the account, or declares the account or the commodity.
     bool declares(std::string_view name) const { return declared_.contains(name); }
     /// The day of the opening balance that an account has; "" when it has none from the tool.
-    std::string openingDay(std::string_view account) const;
+    std::string_view openingDay(std::string_view account) const;
 
     /// True when it has this line, but for blanks.
     bool hasPrice(std::string_view line) const;

@@ -14,6 +14,7 @@
 #include "bookkeeping/account_map.h"
 #include "bookkeeping/book_format.h"
 #include "bookkeeping/book_maker.h"
+#include "bookkeeping/drafts.h"
 #include "bookkeeping/known_journal.h"
 #include "console/messages.h"
 #include "history/history.h"
@@ -71,7 +72,8 @@ bool runConvert(Run& run) {
     const bool allRead = readInOrderOfTime(run, history);
     BookNotes notes;
     const BookSettings settings{request.format, request.hasOpenings, request.hasAssertions};
-    const Book book = makeBook(std::move(history), map, journal, settings, notes);
+    Drafts drafts(history, map);
+    const Book book = makeBook(drafts, journal, settings, notes);
     sayNotes(run, notes);
     writeBook(run.output, book, request.format);
     return allRead;
