@@ -70,16 +70,12 @@ void addSayings(Sayings& sayings, const HistoryStatement& held, BookBalance bala
 
 BankDrafts::BankDrafts(const AccountHistory& account, std::string_view name, std::uint32_t place,
                        const BookContext& context)
-    : account_(account),
-      name_(name),
-      place_(place),
-      context_(context),
-      identities_(identitiesOf(account)) {}
+    : account_(account), name_(name), place_(place), context_(context), identities_(identitiesOf(account)) {}
 
 void BankDrafts::addTo(DraftLists& lists) {
     StatedBefore before;
-    for (const HistoryEntry& entry : account_.entries)
-        if (!isStatedBefore(entry, before)) addEntry(lists, entry);
+    for (std::uint32_t i = 0; i < account_.entries.size(); ++i)
+        if (!isStatedBefore(account_.entries[i], before)) addEntry(lists, i);
     const Coverage coverage = coverageOf(account_);
     Sayings sayings(lists, identities_, coverage, place_);
     for (std::uint32_t i = 0; i < account_.statements.size(); ++i) {
@@ -136,14 +132,15 @@ bool BankDrafts::isStatedBefore(const HistoryEntry& entry, StatedBefore& before)
     return before.has(identities_.digestOf(transaction), entry.statement);
 }
 
-void BankDrafts::addEntry(DraftLists& lists, const HistoryEntry& entry) const {
+void BankDrafts::addEntry(DraftLists& lists, std::uint32_t number) const {
+    const HistoryEntry& entry = account_.entries[number];
     const TvOFXStatementTransaction& transaction = *entry.transaction;
     const auto day = dayOf(entry);
     if (!day || !transaction.amount() || !isBookable(*transaction.amount()))
-        return lists.remarks.push_back({place_, entry.number});
+        return lists.remarks.push_back({place_, number});
     const OptionalText home = statementOf(entry).defaultCurrency();
     nameCurrencies(transaction, home, context_.commodities);
-    lists.entries.push_back({*day, place_, entry.number, counterAccountOf(transaction, context_.map)});
+    lists.entries.push_back({*day, place_, number, counterAccountOf(transaction, context_.map)});
 }
 
 }  // namespace tool

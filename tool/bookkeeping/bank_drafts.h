@@ -3,9 +3,9 @@
 
 #include <string>
 
+#include "bookkeeping/account_drafts.h"
 #include "bookkeeping/bank_entry.h"
 #include "bookkeeping/identity.h"
-#include "bookkeeping/account_drafts.h"
 #include "history/history.h"
 
 namespace tool {
@@ -27,7 +27,7 @@ private:
     const brackwell::TvOFXAccountStatement& statementOf(const HistoryEntry& entry) const;
     std::optional<BookDay> dayOf(const HistoryEntry& entry) const;
     bool isStatedBefore(const HistoryEntry& entry, StatedBefore& before) const;
-    void addEntry(DraftLists& lists, const HistoryEntry& entry) const;
+    void addEntry(DraftLists& lists, std::uint32_t number) const;
 
     const AccountHistory& account_;
     std::string_view name_;

@@ -21,9 +21,9 @@ struct DraftEntry {
     static constexpr std::uint32_t kNoPartner = std::numeric_limits<std::uint32_t>::max();
 
     BookDay day;
-    std::uint32_t account;           ///< that of the first posting, in Drafts
-    std::uint32_t transaction;       ///< in the entries of the account's history
-    CounterAccount counter = {};     ///< of a bank transaction
+    std::uint32_t account;               ///< that of the first posting, in Drafts
+    std::uint32_t transaction;           ///< in the entries of the account's history
+    CounterAccount counter = {};         ///< of a bank transaction
     std::uint32_t partner = kNoPartner;  ///< the draft that says the same of the other account
     bool isLeftOut = false;
     bool isJoined = false;  ///< the last posting is the first one of the partner
@@ -33,7 +33,7 @@ static_assert(sizeof(DraftEntry) == 24, "there may be millions");
 /// Stands for a remark about a transaction, or for one that was made of something else.
 struct DraftRemark {
     std::uint32_t account;
-    std::uint32_t number;           ///< of the transaction like that of an entry, or in DraftLists::sayings
+    std::uint32_t number;  ///< of the transaction like that of an entry, or in DraftLists::sayings
     bool isOfTransaction = true;
 };
 

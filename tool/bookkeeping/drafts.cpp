@@ -48,8 +48,7 @@ Drafts::Drafts(const History& history, const AccountMap& map)
 
 void Drafts::addBank(const AccountHistory& account, std::string_view name) {
     const auto place = static_cast<std::uint32_t>(accounts_.size());
-    const auto source =
-        std::make_shared<BankDrafts>(account, name, place, BookContext{map_, commodities_});
+    const auto source = std::make_shared<BankDrafts>(account, name, place, BookContext{map_, commodities_});
     const std::string_view bank =
         account.bankAccount ? trimmedView(account.bankAccount->bankID()) : std::string_view();
     accounts_.push_back({name, source, {bank, trimmedView(account.number())}});
@@ -78,9 +77,8 @@ std::size_t Drafts::leaveOutKnown(KnownJournal& journal) {
         draft.isLeftOut = true;
         ++changed;
     }
-    std::erase_if(lists_.remarks, [&](const DraftRemark& remark) {
-        return journal.takeDigest(remarkOf(remark).identity);
-    });
+    std::erase_if(lists_.remarks,
+                  [&](const DraftRemark& remark) { return journal.takeDigest(remarkOf(remark).identity); });
     std::erase_if(lists_.balances,
                   [&](const BookBalance& balance) { return journal.takeDigest(balance.identity); });
     return changed;
@@ -92,7 +90,8 @@ std::vector<std::uint32_t> Drafts::ranksOfNames() const {
     std::ranges::sort(names);
     std::vector<std::uint32_t> ranks;
     for (const Account& account : accounts_)
-        ranks.push_back(static_cast<std::uint32_t>(std::ranges::lower_bound(names, account.name) - names.begin()));
+        ranks.push_back(
+            static_cast<std::uint32_t>(std::ranges::lower_bound(names, account.name) - names.begin()));
     return ranks;
 }
 

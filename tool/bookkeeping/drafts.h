@@ -40,8 +40,8 @@ public:
     /// Accounts whose numbers are alike, so that digests are in their names.
     std::size_t alike() const noexcept { return names_.alike; }
 
-    /// Leaves out what a journal has. Returns how many entries it has with an identifier, but with other texts
-    /// or on another day.
+    /// Leaves out what a journal has. Returns how many entries it has with an identifier, but with other
+    /// texts or on another day.
     std::size_t leaveOutKnown(KnownJournal& journal);
 
     std::string_view nameOf(const DraftEntry& draft) const { return accounts_[draft.account].name; }

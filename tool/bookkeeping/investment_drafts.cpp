@@ -188,7 +188,7 @@ std::optional<BookDay> InvestmentDrafts::dayOf(const InvestmentEntry& entry) con
 bool InvestmentDrafts::isStatedBefore(std::uint32_t number, StatedBefore& before) const {
     const InvestmentEntry& entry = account_.entries[number];
     if (!identities_.isRepeated(identifierOf(entry.transaction), amountOf(entry.transaction)))
-        return entry.original != number;
+        return !entry.isOriginal();
     return before.has(identities_.digestOf(entry.transaction), entry.statement);
 }
 

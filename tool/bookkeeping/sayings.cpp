@@ -18,8 +18,7 @@ void Sayings::add(BookBalance balance, brackwell::Date date, std::optional<brack
         remark.facts.push_back({"balance", withCurrency(balance.amount.toString(), balance.commodity)});
         return add(std::move(remark));
     }
-    const bool isLate =
-        end && std::chrono::floor<days>(date) - days(1) > std::chrono::floor<days>(*end);
+    const bool isLate = end && std::chrono::floor<days>(date) - days(1) > std::chrono::floor<days>(*end);
     balance.isCovered = coverage_.covers(isLate ? *end : date, date);
     if (isLate) balance.statement = std::numeric_limits<std::uint32_t>::max();
     balance.identity = identities_.of("balance " + std::string(balance.account), balance);

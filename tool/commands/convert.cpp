@@ -45,6 +45,7 @@ bool readInOrderOfTime(Run& run, History& history) {
         return a.second.file.bytes().bytes() < b.second.file.bytes().bytes();
     });
     for (const auto& [date, input] : files) history.add(input, run.options.filter);
+    history.finish();
     return allRead;
 }
 

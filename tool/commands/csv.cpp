@@ -2,6 +2,7 @@
 #include "commands/commands.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstddef>
 #include <map>
 #include <optional>
@@ -35,8 +36,9 @@ bool writeUnique(Run& run, const BankTable& table) {
         const auto repeats = account.repeatedTransactions();
         for (const HistoryStatement& each : account.statements) {
             Filter::Transactions transactions = run.options.filter.transactionsOf(*each.statement);
-            std::erase_if(transactions,
-                          [&](const auto* transaction) { return repeats.contains(transaction); });
+            std::erase_if(transactions, [&repeats](const auto* transaction) {
+                return std::ranges::binary_search(repeats, transaction);
+            });
             foreign[each.file] += table.write(each.file, *each.statement, transactions);
         }
     }

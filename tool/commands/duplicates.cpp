@@ -34,9 +34,8 @@ using Groups = std::map<std::uint32_t, std::vector<const Entry*>>;
 template <class Entry>
 Groups<Entry> groupsOf(const std::vector<Entry>& entries) {
     Groups<Entry> groups;
-    for (std::size_t number = 0; number < entries.size(); ++number) {
-        const Entry& entry = entries[number];
-        if (entry.original == number) continue;
+    for (const Entry& entry : entries) {
+        if (entry.isOriginal()) continue;
         auto& group = groups[entry.original];
         if (group.empty()) group.push_back(&entries[entry.original]);
         group.push_back(&entry);

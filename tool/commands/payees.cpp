@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -22,7 +23,7 @@ void addAccount(Payees& payees, const AccountHistory& account, const Filter& fil
     const auto repeats = account.repeatedTransactions();
     for (const HistoryStatement& each : account.statements)
         for (const Transaction* transaction : filter.transactionsOf(*each.statement))
-            if (!repeats.contains(transaction)) payees.add(*transaction, account.currency);
+            if (!std::ranges::binary_search(repeats, transaction)) payees.add(*transaction, account.currency);
 }
 
 Table::Row payeeRow(const std::string& name, const std::string& month, const PayeeFlow& flow) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "commands/commands.h"
 
+#include <vector>
+
 #include "history/history.h"
 #include "input/run.h"
 #include "report/finding_list.h"
@@ -13,9 +15,11 @@ namespace {
 
 bool runReport(Run& run) {
     History history;
-    const bool allRead = readHistory(run, history);
+    std::vector<FileFinding> found;
+    const bool allRead =
+        readHistory(run, history, [&found](const InputFile& input) { addFindings(found, input); });
     const brackwell::SecurityList securities(history.investments().securities());
-    const FindingList findings(history.findings());
+    const FindingList findings(found);
     Report report;
     report.securities = &securities;
     report.accounts = figuresOf(history, run.options);

@@ -5,6 +5,7 @@
 #include <new>
 #include <set>
 
+#include "history/repeats.h"
 #include "history/room.h"
 #include "input/run.h"
 
@@ -39,10 +40,12 @@ std::string institutionOf(const OpenedDocument& document) {
 
 }  // namespace
 
-std::unordered_set<const TvOFXStatementTransaction*> AccountHistory::repeatedTransactions() const {
-    std::unordered_set<const TvOFXStatementTransaction*> repeated;
+std::vector<const TvOFXStatementTransaction*> AccountHistory::repeatedTransactions() const {
+    std::vector<const TvOFXStatementTransaction*> repeated;
+    repeated.reserve(repeats);
     for (const HistoryEntry& entry : entries)
-        if (!entry.isOriginal()) repeated.insert(entry.transaction);
+        if (!entry.isOriginal()) repeated.push_back(entry.transaction);
+    std::ranges::sort(repeated);
     return repeated;
 }
 
@@ -59,19 +62,13 @@ std::string_view AccountHistory::institution() const noexcept {
 }
 
 void History::add(HistoryStatement statement) {
-    const std::size_t place = placeOf(*statement.statement);
-    AccountHistory& account = accounts_[place];
+    AccountHistory& account = accounts_[placeOf(*statement.statement)];
     const auto statementNumber = static_cast<std::uint32_t>(account.statements.size());
     const auto& transactions = statement.statement->statementTransactions();
     account.statements.push_back(std::move(statement));
     makeRoom(account.entries, transactions.size());
-    repeats_[place].beginStatement(transactions.size());
-    for (const auto& transaction : transactions) {
-        const auto number = static_cast<std::uint32_t>(account.entries.size());
-        const std::uint32_t original = repeats_[place].add(*transaction, number);
-        account.entries.push_back({transaction.get(), statementNumber, number, original});
-        if (original != number) ++account.repeats;
-    }
+    for (const auto& transaction : transactions)
+        account.entries.push_back({transaction.get(), statementNumber});
 }
 
 void History::add(const InputFile& input, const Filter& filter) {
@@ -82,9 +79,11 @@ void History::add(const InputFile& input, const Filter& filter) {
         investments_.add(opened, input.name, institution, filter);
         listed_.insert(listed_.end(), opened.accounts().begin(), opened.accounts().end());
     }
-    const std::vector<FindingOwner> owners = ownersOfFindings(input.file);
-    for (std::size_t i = 0; i < owners.size(); ++i)
-        findings_.push_back({input.name, input.file.findings()[i], owners[i]});
+}
+
+void History::finish() {
+    for (AccountHistory& account : accounts_) noteRepeats(account);
+    investments_.finish();
 }
 
 std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
@@ -95,7 +94,6 @@ std::size_t History::placeOf(const TvOFXAccountStatement& statement) {
     for (std::size_t i = 0; i < count; ++i)
         if (isSameAccount(account, accounts_[places[i]])) return places[i];
     places.push_back(accounts_.size());
-    repeats_.emplace_back(account.currency);
     accounts_.push_back(std::move(account));
     return places.back();
 }
@@ -113,6 +111,7 @@ bool readHistory(Run& run, History& history, const std::function<void(const Inpu
     });
     // With a part of a document in it, whatever is made of the history would be wrong.
     if (added < begun) throw std::bad_alloc();
+    history.finish();
     for (const InputSource& file : run.options.named.files)
         if (!read.contains(file.name)) history.addUnread(file.name);
     return allRead;

@@ -11,14 +11,11 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
 #include "filter/filter.h"
-#include "history/finding_owners.h"
 #include "history/investment_history.h"
-#include "history/repeats.h"
 #include "input/input_file.h"
 
 /// \file
@@ -47,11 +44,11 @@ struct HistoryStatement {
 struct HistoryEntry {
     const brackwell::TvOFXStatementTransaction* transaction;  ///< the statement owns it
     std::uint32_t statement;                                  ///< in AccountHistory::statements
-    std::uint32_t number;                                     ///< in AccountHistory::entries
-    std::uint32_t original;  ///< the first of the entries that are the same transaction
+    /// The first of the entries that are the same transaction, where that is another one.
+    std::uint32_t original = kIsOriginal;
 
     /// False for one that an earlier statement of the account had already.
-    bool isOriginal() const noexcept { return original == number; }
+    bool isOriginal() const noexcept { return original == kIsOriginal; }
 };
 
 /// An account in one currency, with everything that the files say of it.
@@ -64,18 +61,11 @@ struct AccountHistory {
     std::vector<HistoryEntry> entries;         ///< all transactions of these in their order
     std::size_t repeats = 0;                   ///< how many entries are not original
 
-    /// The entries' transactions that are not original.
-    std::unordered_set<const brackwell::TvOFXStatementTransaction*> repeatedTransactions() const;
+    /// The entries' transactions that are not original, sorted, for std::ranges::binary_search.
+    std::vector<const brackwell::TvOFXStatementTransaction*> repeatedTransactions() const;
     brackwell::OptionalText number() const noexcept;
     /// As the last file that names one has it, since institutions change their names; "" when none does.
     std::string_view institution() const noexcept;
-};
-
-/// What is to be said of a file.
-struct FileFinding {
-    std::string file;  ///< as on the command line
-    brackwell::Finding finding;
-    FindingOwner owner;
 };
 
 /// The accounts of several files in the order in which they come first.
@@ -86,9 +76,10 @@ struct FileFinding {
 /// the accounts that have the same number, at most 64 are compared with one: no files take quadratic time.
 class History {
 public:
-    void add(HistoryStatement statement);
-    /// The statements of a file whose accounts are wanted, and what is to be said of it.
+    /// The statements of a file whose accounts are wanted.
     void add(const InputFile& input, const Filter& filter);
+    /// Finds out what stands in several statements. To be called after the last file.
+    void finish();
 
     void addUnread(const std::string& file) { unread_.push_back(file); }
 
@@ -98,20 +89,17 @@ public:
     const std::vector<brackwell::ListedAccount>& listed() const noexcept { return listed_; }
     /// The files that could not be read.
     const std::vector<std::string>& unread() const noexcept { return unread_; }
-    /// What is to be said of those that were, in their order.
-    const std::vector<FileFinding>& findings() const noexcept { return findings_; }
 
 private:
     using Key = std::pair<std::string, std::optional<std::string>>;  ///< currency, and number of the account
+    void add(HistoryStatement statement);
     std::size_t placeOf(const brackwell::TvOFXAccountStatement& statement);
 
     std::vector<AccountHistory> accounts_;
-    std::vector<Repeats> repeats_;  ///< for each of these
     std::map<Key, std::vector<std::size_t>> places_;
     InvestmentHistory investments_;
     std::vector<brackwell::ListedAccount> listed_;
     std::vector<std::string> unread_;
-    std::vector<FileFinding> findings_;
 };
 
 /// Reads what the files of the command line say of the accounts that are wanted. All transactions of these

@@ -4,10 +4,14 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <optional>
 #include <set>
+#include <span>
 #include <string_view>
 #include <utility>
 
+#include "history/equal_groups.h"
 #include "investments/facts.h"
 #include "money/foreign_amount.h"
 
@@ -20,19 +24,51 @@ constexpr char kBetween = '\n';  ///< between the parts of a key
 
 std::string textOf(OptionalText text) { return std::string(text.value_or("")); }
 
-/// What is the same of transactions that cannot be told apart; "" for one without an identifier.
+/// What is the same of transactions that cannot be told apart.
 std::string keyOf(const InvestmentTransaction& transaction, const std::string& accountCurrency) {
-    const std::string identifier = textOf(identifierOf(transaction));
-    if (identifier.empty()) return {};
     const auto units = transaction.units();
     const auto amount = amountOf(transaction);
-    std::string key = identifier;
+    std::string key = textOf(identifierOf(transaction));
     key.append(1, kBetween).append(transaction.elementName());
     key.append(1, kBetween).append(transaction.securityID().value_or(""));
     key.append(1, kBetween).append(units ? units->toString() : "");
     key.append(1, kBetween).append(amount ? amount->toString() : "");
     key.append(1, kBetween).append(foreignSymbol(currencyOf(transaction), accountCurrency));
     return key;
+}
+
+/// Of transactions that cannot be told apart, the first one of a statement is the same as the first one of
+/// another, and so on.
+void noteEqual(InvestmentAccount& account, std::span<const HashedNumber> group) {
+    std::vector<std::uint32_t> originals;
+    std::size_t met = 0;  // in the present statement
+    std::uint32_t statement = account.entries[group.front().number].statement;
+    for (const HashedNumber& each : group) {
+        InvestmentEntry& entry = account.entries[each.number];
+        if (std::exchange(statement, entry.statement) != entry.statement) met = 0;
+        if (met == originals.size()) {
+            originals.push_back(each.number);
+        } else {
+            entry.original = originals[met];
+            ++account.repeats;
+        }
+        ++met;
+    }
+}
+
+void noteInvestmentRepeats(InvestmentAccount& account) {
+    const auto transactionAt = [&account](std::uint32_t number) -> const InvestmentTransaction& {
+        return account.entries[number].transaction;
+    };
+    forEachGroup(
+        account.entries.size(),
+        [&](std::uint32_t number) -> std::optional<std::uint64_t> {
+            const std::string_view identifier = identifierOf(transactionAt(number)).value_or("");
+            if (identifier.empty()) return std::nullopt;
+            return std::hash<std::string_view>()(identifier);
+        },
+        [&](std::uint32_t number) { return keyOf(transactionAt(number), account.currency); },
+        [&](std::span<const HashedNumber> group) { noteEqual(account, group); });
 }
 
 /// False for the statement of a server that could not give one.
@@ -81,29 +117,16 @@ std::vector<Security> InvestmentHistory::otherSecurities() const {
 }
 
 void InvestmentHistory::add(InvestmentSource source) {
-    const std::size_t place = placeOf(source.statement);
-    InvestmentAccount& account = accounts_[place];
+    InvestmentAccount& account = accounts_[placeOf(source.statement)];
     const auto statement = static_cast<std::uint32_t>(account.statements.size());
     account.statements.push_back(std::move(source));
-    for (const InvestmentTransaction& transaction : account.statements.back().statement.transactions()) {
-        const auto number = static_cast<std::uint32_t>(account.entries.size());
-        const std::uint32_t original =
-            originalOf(repeats_[place], keyOf(transaction, account.currency), number, statement);
-        account.entries.push_back({transaction, statement, original});
-        if (original != number) ++account.repeats;
-    }
+    for (const InvestmentTransaction& transaction : account.statements.back().statement.transactions())
+        account.entries.push_back({transaction, statement});
 }
 
-std::uint32_t InvestmentHistory::originalOf(Repeats& repeats, const std::string& key, std::uint32_t number,
-                                            std::uint32_t statement) {
-    if (key.empty()) return number;
-    Equal& equal = repeats[key];
-    if (equal.statement != statement) {
-        equal.statement = statement;
-        equal.met = 0;
-    }
-    if (equal.met == equal.originals.size()) equal.originals.push_back(number);
-    return equal.originals[equal.met++];
+void InvestmentHistory::finish() {
+    for (InvestmentAccount& account : accounts_)
+        if (account.statements.size() > 1) noteInvestmentRepeats(account);
 }
 
 std::size_t InvestmentHistory::placeOf(const InvestmentStatement& statement) {
@@ -120,7 +143,6 @@ std::size_t InvestmentHistory::placeOf(const InvestmentStatement& statement) {
         if (!isNew) return place->second;
     }
     accounts_.push_back(std::move(account));
-    repeats_.emplace_back();
     return next;
 }
 

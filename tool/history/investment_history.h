@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,6 +21,9 @@
 
 namespace tool {
 
+/// Stands for itself in the place of an original.
+inline constexpr std::uint32_t kIsOriginal = std::numeric_limits<std::uint32_t>::max();
+
 /// A statement, and where it stands.
 struct InvestmentSource {
     brackwell::InvestmentStatement statement;
@@ -32,7 +36,10 @@ struct InvestmentSource {
 struct InvestmentEntry {
     brackwell::InvestmentTransaction transaction;
     std::uint32_t statement;  ///< in InvestmentAccount::statements
-    std::uint32_t original;   ///< the first of the entries that are the same transaction
+    /// The first of the entries that are the same transaction, where that is another one.
+    std::uint32_t original = kIsOriginal;
+
+    bool isOriginal() const noexcept { return original == kIsOriginal; }
 };
 
 /// An investment account in one currency.
@@ -62,6 +69,8 @@ class InvestmentHistory {
 public:
     void add(const brackwell::OpenedDocument& document, const std::string& file,
              const std::string& institution, const Filter& filter);
+    /// Finds out what stands in several statements. To be called after the last document.
+    void finish();
 
     const std::vector<InvestmentAccount>& accounts() const noexcept { return accounts_; }
     /// Of all files.
@@ -70,22 +79,10 @@ public:
     std::vector<brackwell::Security> otherSecurities() const;
 
 private:
-    /// The originals of transactions that cannot be told apart, and how many of them the statement that is
-    /// added has had.
-    struct Equal {
-        std::vector<std::uint32_t> originals;
-        std::uint32_t statement = 0;
-        std::size_t met = 0;
-    };
-    using Repeats = std::map<std::string, Equal>;
-
     void add(InvestmentSource source);
     std::size_t placeOf(const brackwell::InvestmentStatement& statement);
-    static std::uint32_t originalOf(Repeats& repeats, const std::string& key, std::uint32_t number,
-                                    std::uint32_t statement);
 
     std::vector<InvestmentAccount> accounts_;
-    std::vector<Repeats> repeats_;  ///< for each of these
     std::map<std::string, std::size_t> places_;
     std::vector<brackwell::Security> securities_;
     std::vector<brackwell::Security> wantedSecurities_;

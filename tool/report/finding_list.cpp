@@ -4,12 +4,19 @@
 #include <algorithm>
 #include <string>
 
+#include "input/input_file.h"
 #include "report/html_writer.h"
 #include "report/way_up.h"
 
 namespace tool {
 
 using brackwell::FindingSeverity;
+
+void addFindings(std::vector<FileFinding>& findings, const InputFile& input) {
+    const std::vector<FindingOwner> owners = ownersOfFindings(input.file);
+    for (std::size_t i = 0; i < owners.size(); ++i)
+        findings.push_back({input.name, input.file.findings()[i], owners[i]});
+}
 
 FindingList::FindingList(const std::vector<FileFinding>& findings) : all_(findings) {
     for (const FileFinding& found : findings) {

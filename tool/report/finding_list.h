@@ -2,14 +2,26 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "history/history.h"
+#include "report/finding_owners.h"
 
 namespace tool {
 
 class HtmlWriter;
+struct InputFile;
+
+/// What is to be said of a file.
+struct FileFinding {
+    std::string file;  ///< as on the command line
+    brackwell::Finding finding;
+    FindingOwner owner;
+};
+
+/// Adds the findings of a file, in their order.
+void addFindings(std::vector<FileFinding>& findings, const InputFile& input);
 
 /// The findings of a report by what they are about.
 class FindingList {

@@ -26,11 +26,10 @@ bool movesMoney(InvestmentTransactionKind kind) noexcept {
 /// Those that are wanted, each once.
 std::vector<Trade> tradesOf(const InvestmentAccount& account, const Filter& filter, const SecurityList& all) {
     std::vector<Trade> trades;
-    for (std::size_t number = 0; number < account.entries.size(); ++number) {
-        const InvestmentEntry& entry = account.entries[number];
+    for (const InvestmentEntry& entry : account.entries) {
         const InvestmentSource& source = account.statements[entry.statement];
         const SecurityLookup securities(*source.securities, all);
-        if (entry.original != number || !filter.takes(entry.transaction, securities)) continue;
+        if (!entry.isOriginal() || !filter.takes(entry.transaction, securities)) continue;
         trades.push_back({&source, entry.transaction, securities.find(entry.transaction),
                           dateOf(entry.transaction), amountOf(entry.transaction, source.statement),
                           movesMoney(entry.transaction.kind())});

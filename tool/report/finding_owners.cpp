@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "history/finding_owners.h"
+#include "report/finding_owners.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -25,19 +26,31 @@ bool isAboutPart(const Finding& finding) noexcept {
 // ---------------------------------------------------------------------------------------------
 // Places of findings
 
-/// Where each line of a text begins.
-std::vector<std::size_t> lineBegins(std::string_view text) {
-    std::vector<std::size_t> begins{0};
-    for (std::size_t at = text.find_first_of("\r\n"); at != text.npos; at = text.find_first_of("\r\n", at)) {
-        at += text.substr(at).starts_with("\r\n") ? 2U : 1U;
-        begins.push_back(at);
+/// Where lines begin, by their numbers.
+using LineBegins = std::map<std::size_t, std::size_t>;
+
+/// The lines of findings, of which there are few in however many; one after the last line of the text is
+/// taken for that.
+LineBegins lineBegins(std::string_view text, const std::vector<Finding>& findings) {
+    LineBegins begins;
+    for (const Finding& finding : findings)
+        if (isAboutPart(finding)) begins[finding.line] = 0;
+    std::size_t line = 1;
+    std::size_t at = 0;
+    for (auto& [wanted, begin] : begins) {
+        for (; line < wanted; ++line) {
+            const std::size_t end = text.find_first_of("\r\n", at);
+            if (end == text.npos) break;
+            at = end + (text.substr(end).starts_with("\r\n") ? 2U : 1U);
+        }
+        begin = at;
     }
     return begins;
 }
 
 /// The offset of a place in a text; that of its line when the line has not so many characters.
-std::size_t offsetOf(const Finding& finding, std::string_view text, const std::vector<std::size_t>& begins) {
-    std::size_t at = begins[std::min(finding.line, begins.size()) - 1];
+std::size_t offsetOf(const Finding& finding, std::string_view text, const LineBegins& begins) {
+    std::size_t at = begins.at(finding.line);
     for (std::size_t column = 1; column < finding.column && at < text.size();) {
         ++at;
         const bool isWithinCharacter =
@@ -62,6 +75,28 @@ std::size_t afterChanges(std::size_t offset, const std::vector<RepairChange>& ch
 // ---------------------------------------------------------------------------------------------
 // Places of statements and transactions
 
+/// Hands on all elements inside an aggregate. Keeps as many places as the aggregate is deep.
+template <class Use>
+void forEachInside(const ParseDictionary& aggregate, const Use& use) {
+    using Iterator = ParseDictionary::DocumentOrder::Iterator;
+    std::vector<std::pair<Iterator, Iterator>> open;  // the next element of each, and its end
+    const auto enter = [&open](const ParseDictionary& dictionary) {
+        const auto elements = dictionary.inDocumentOrder();
+        open.emplace_back(elements.begin(), elements.end());
+    };
+    enter(aggregate);
+    while (!open.empty()) {
+        auto& [next, end] = open.back();
+        if (next == end) {
+            open.pop_back();
+            continue;
+        }
+        const auto [name, value] = *next++;
+        use(name, value);
+        if (const auto inner = value.dictionary()) enter(*inner);
+    }
+}
+
 /// A part of a text with its owner.
 struct OwnedRange {
     std::size_t begin = 0;
@@ -84,16 +119,10 @@ public:
     void add(const std::optional<ParseDictionary>& node, const FindingOwner& owner) {
         if (!node) return;
         std::optional<OwnedRange> all;
-        std::vector<ParseDictionary> waiting{*node};
-        while (!waiting.empty()) {
-            const ParseDictionary dictionary = std::move(waiting.back());
-            waiting.pop_back();
-            for (const auto& [name, value] : dictionary.inDocumentOrder()) {
-                if (const auto inner = value.dictionary()) waiting.push_back(*inner);
-                if (name != "TVOFX_ORIGINAL_STRING" && value.text())
-                    unite(all, rangeOf(*value.text(), owner));
-            }
-        }
+        const auto leaves = [&](std::string_view name, const ParseValue& value) {
+            if (name != "TVOFX_ORIGINAL_STRING" && value.text()) unite(all, rangeOf(*value.text(), owner));
+        };
+        forEachInside(*node, leaves);
         if (!all) return;
         for (int tags = 0; tags < 2 && all->begin > 0; ++tags)
             if (const std::size_t tag = text_.rfind('<', all->begin - 1); tag != text_.npos) all->begin = tag;
@@ -179,7 +208,7 @@ std::vector<FindingOwner> ownersOfFindings(const OpenedFile& file) {
     if (file.documents().size() != 1 || std::ranges::none_of(findings, isAboutPart)) return owners;
     const OpenedDocument& document = file.documents().front();
     const std::string_view text = document.text().bytes();
-    const std::vector<std::size_t> begins = lineBegins(text);
+    const LineBegins begins = lineBegins(text, findings);
     const auto placeOf = [&](const Finding& finding) {
         return afterChanges(offsetOf(finding, text, begins), document.changes());
     };
