@@ -62,6 +62,14 @@ public:
         checkRoomFor(count);
         reallocate(size_ + count);
     }
+    /// Gives back what was reserved in vain, if that is worth it. Without the memory to do so it stays.
+    void giveBackRoom() noexcept {
+        if (size_ == 0 || capacity_ - size_ < capacity_ / 8) return;
+        if (void* moved = std::realloc(static_cast<void*>(values_), size_ * sizeof(Value))) {
+            values_ = static_cast<Value*>(moved);
+            capacity_ = size_;
+        }
+    }
 
 private:
     static constexpr std::size_t kMost = std::numeric_limits<std::uint32_t>::max();

@@ -65,6 +65,8 @@ void TreeWriter::close() noexcept {
 
 void TreeWriter::finish() noexcept {
     while (!open_.empty()) close();
+    // In a large document nobody has touched that room; of many small ones it would be half of all.
+    document_.nodes_.giveBackRoom();
 }
 
 TreeWriter::Place& TreeWriter::placeOfUnknown(std::uint32_t number) {

@@ -43,6 +43,26 @@ TEST_CASE("reserving changes nothing but where values go") {
     CHECK(values[1000] == 999);
 }
 
+TEST_CASE("room that a plain vector has in vain is given back, and little room stays") {
+    PodVector<int> values;
+    values.giveBackRoom();
+    CHECK(values.capacity() == 0);
+    values.reserve(1000);
+    for (int i = 0; i < 100; ++i) values.push(i);
+    values.giveBackRoom();
+    CHECK(values.capacity() == 100);
+    REQUIRE(values.size() == 100);
+    for (int i = 0; i < 100; ++i) REQUIRE(values[static_cast<std::uint32_t>(i)] == i);
+    values.push(100);
+    CHECK(values.back() == 100);
+
+    values.reserve(values.size() / 10);
+    const std::uint32_t before = values.capacity();
+    values.setSize(before - before / 10);
+    values.giveBackRoom();
+    CHECK(values.capacity() == before);
+}
+
 TEST_CASE("values may be written into the room of a plain vector before they count") {
     PodVector<int> values;
     values.push(7);

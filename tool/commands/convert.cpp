@@ -45,7 +45,6 @@ bool readInOrderOfTime(Run& run, History& history) {
         return a.second.file.bytes().bytes() < b.second.file.bytes().bytes();
     });
     for (const auto& [date, input] : files) history.add(input, run.options.filter);
-    history.finish();
     return allRead;
 }
 
@@ -71,6 +70,7 @@ bool runConvert(Run& run) {
         }
     History history;
     const bool allRead = readInOrderOfTime(run, history);
+    history.finish();
     BookNotes notes;
     const BookSettings settings{request.format, request.hasOpenings, request.hasAssertions};
     Drafts drafts(history, map);

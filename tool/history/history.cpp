@@ -6,7 +6,6 @@
 #include <set>
 
 #include "history/repeats.h"
-#include "history/room.h"
 #include "input/run.h"
 
 namespace tool {
@@ -38,6 +37,17 @@ std::string institutionOf(const OpenedDocument& document) {
     return institution ? std::string(institution->organization().value_or("")) : std::string();
 }
 
+/// Exactly as large as it has to be: a list that grows is there twice.
+void enterTransactions(AccountHistory& account) {
+    std::size_t count = 0;
+    for (const HistoryStatement& held : account.statements)
+        count += held.statement->statementTransactions().size();
+    account.entries.reserve(count);
+    for (std::uint32_t i = 0; i < account.statements.size(); ++i)
+        for (const auto& transaction : account.statements[i].statement->statementTransactions())
+            account.entries.push_back({transaction.get(), i});
+}
+
 }  // namespace
 
 std::vector<const TvOFXStatementTransaction*> AccountHistory::repeatedTransactions() const {
@@ -61,28 +71,22 @@ std::string_view AccountHistory::institution() const noexcept {
     return named == statements.rend() ? std::string_view() : named->institution;
 }
 
-void History::add(HistoryStatement statement) {
-    AccountHistory& account = accounts_[placeOf(*statement.statement)];
-    const auto statementNumber = static_cast<std::uint32_t>(account.statements.size());
-    const auto& transactions = statement.statement->statementTransactions();
-    account.statements.push_back(std::move(statement));
-    makeRoom(account.entries, transactions.size());
-    for (const auto& transaction : transactions)
-        account.entries.push_back({transaction.get(), statementNumber});
-}
-
 void History::add(const InputFile& input, const Filter& filter) {
     for (const OpenedDocument& opened : input.file.documents()) {
         const std::string institution = institutionOf(opened);
         for (const auto& statement : opened.statements())
-            if (filter.takes(*statement)) add({statement, input.name, institution});
+            if (filter.takes(*statement))
+                accounts_[placeOf(*statement)].statements.push_back({statement, input.name, institution});
         investments_.add(opened, input.name, institution, filter);
         listed_.insert(listed_.end(), opened.accounts().begin(), opened.accounts().end());
     }
 }
 
 void History::finish() {
-    for (AccountHistory& account : accounts_) noteRepeats(account);
+    for (AccountHistory& account : accounts_) {
+        enterTransactions(account);
+        noteRepeats(account);
+    }
     investments_.finish();
 }
 

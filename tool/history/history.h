@@ -78,7 +78,8 @@ class History {
 public:
     /// The statements of a file whose accounts are wanted.
     void add(const InputFile& input, const Filter& filter);
-    /// Finds out what stands in several statements. To be called after the last file.
+    /// Makes the entries of the accounts, with what several statements have. To be called after the last
+    /// file.
     void finish();
 
     void addUnread(const std::string& file) { unread_.push_back(file); }
@@ -92,7 +93,6 @@ public:
 
 private:
     using Key = std::pair<std::string, std::optional<std::string>>;  ///< currency, and number of the account
-    void add(HistoryStatement statement);
     std::size_t placeOf(const brackwell::TvOFXAccountStatement& statement);
 
     std::vector<AccountHistory> accounts_;

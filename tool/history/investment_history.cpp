@@ -37,6 +37,15 @@ std::string keyOf(const InvestmentTransaction& transaction, const std::string& a
     return key;
 }
 
+void enterTransactions(InvestmentAccount& account) {
+    std::size_t count = 0;
+    for (const InvestmentSource& source : account.statements) count += source.statement.transactions().size();
+    account.entries.reserve(count);
+    for (std::uint32_t i = 0; i < account.statements.size(); ++i)
+        for (const InvestmentTransaction& transaction : account.statements[i].statement.transactions())
+            account.entries.push_back({transaction, i});
+}
+
 /// Of transactions that cannot be told apart, the first one of a statement is the same as the first one of
 /// another, and so on.
 void noteEqual(InvestmentAccount& account, std::span<const HashedNumber> group) {
@@ -101,7 +110,8 @@ void InvestmentHistory::add(const OpenedDocument& document, const std::string& f
     wantedSecurities_.insert(wantedSecurities_.end(), wanted.begin(), wanted.end());
     for (const InvestmentStatement& statement : document.investmentStatements()) {
         named_.add(statement);
-        if (filter.takes(statement) && hasContent(statement)) add({statement, file, institution, own});
+        if (filter.takes(statement) && hasContent(statement))
+            accounts_[placeOf(statement)].statements.push_back({statement, file, institution, own});
     }
 }
 
@@ -116,17 +126,11 @@ std::vector<Security> InvestmentHistory::otherSecurities() const {
     return others;
 }
 
-void InvestmentHistory::add(InvestmentSource source) {
-    InvestmentAccount& account = accounts_[placeOf(source.statement)];
-    const auto statement = static_cast<std::uint32_t>(account.statements.size());
-    account.statements.push_back(std::move(source));
-    for (const InvestmentTransaction& transaction : account.statements.back().statement.transactions())
-        account.entries.push_back({transaction, statement});
-}
-
 void InvestmentHistory::finish() {
-    for (InvestmentAccount& account : accounts_)
+    for (InvestmentAccount& account : accounts_) {
+        enterTransactions(account);
         if (account.statements.size() > 1) noteInvestmentRepeats(account);
+    }
 }
 
 std::size_t InvestmentHistory::placeOf(const InvestmentStatement& statement) {

@@ -69,7 +69,8 @@ class InvestmentHistory {
 public:
     void add(const brackwell::OpenedDocument& document, const std::string& file,
              const std::string& institution, const Filter& filter);
-    /// Finds out what stands in several statements. To be called after the last document.
+    /// Makes the entries of the accounts, with what several statements have. To be called after the last
+    /// document.
     void finish();
 
     const std::vector<InvestmentAccount>& accounts() const noexcept { return accounts_; }
@@ -79,7 +80,6 @@ public:
     std::vector<brackwell::Security> otherSecurities() const;
 
 private:
-    void add(InvestmentSource source);
     std::size_t placeOf(const brackwell::InvestmentStatement& statement);
 
     std::vector<InvestmentAccount> accounts_;

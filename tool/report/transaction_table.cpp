@@ -2,13 +2,16 @@
 #include "report/transaction_table.h"
 
 #include <algorithm>
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <numeric>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "filter/filter.h"
@@ -39,51 +42,65 @@ struct TransactionRow {
     const HistoryStatement* source;  ///< that has it
     const Trade* trade;
     std::uint32_t account;  ///< its number on the page
-    std::uint32_t place;    ///< among all, before they are sorted
     std::optional<Date> date;
     std::optional<Amount> amount;
 };
 
-/// Sorts rows; equal ones keep their order. A stable sort would take half as much memory again.
-template <class Value, class Before>
-void sortBy(std::vector<TransactionRow>& rows, Value TransactionRow::*value, Before comesBefore) {
-    std::ranges::sort(rows, [value, comesBefore](const TransactionRow& a, const TransactionRow& b) {
-        if (comesBefore(a.*value, b.*value)) return true;
-        return !comesBefore(b.*value, a.*value) && a.place < b.place;
-    });
+/// Where a row comes from. There may be millions, so a row is made when it is written.
+struct RowPlace {
+    std::uint32_t account;      ///< its number on the page
+    std::uint32_t transaction;  ///< in its figures
+
+    auto operator<=>(const RowPlace&) const = default;
+};
+
+TransactionRow rowAt(const Report& report, const RowPlace& place) {
+    const std::size_t account = place.account - 1;
+    if (account >= report.accounts.size()) {
+        const Trade& trade = report.investments[account - report.accounts.size()].trades[place.transaction];
+        return {nullptr, nullptr, &trade, place.account, trade.date, trade.amount};
+    }
+    const AccountFigures& figures = report.accounts[account];
+    const TvOFXStatementTransaction& transaction = *figures.transactions[place.transaction];
+    return {
+        &transaction,  figures.sources[place.transaction], nullptr,
+        place.account, transaction.datePosted(),           amountIn(transaction, figures.history->currency)};
 }
 
-std::size_t countOf(const Report& report) noexcept {
-    std::size_t count = 0;
-    for (const AccountFigures& figures : report.accounts) count += figures.transactions.size();
-    for (const InvestmentFigures& figures : report.investments) count += figures.trades.size();
-    return count;
+/// The places of all rows, without an order of values.
+std::vector<RowPlace> placesOf(const Report& report) {
+    std::vector<std::size_t> counts;
+    for (const AccountFigures& figures : report.accounts) counts.push_back(figures.transactions.size());
+    for (const InvestmentFigures& figures : report.investments) counts.push_back(figures.trades.size());
+    std::vector<RowPlace> places;
+    places.reserve(std::accumulate(counts.begin(), counts.end(), std::size_t{0}));
+    for (std::uint32_t account = 0; account < counts.size(); ++account)
+        for (std::uint32_t i = 0; i < counts[account]; ++i) places.push_back({account + 1, i});
+    return places;
+}
+
+/// Sorts places by a value of their rows; equal ones keep their order.
+template <class Value, class Before>
+void sortBy(std::vector<RowPlace>& places, const Report& report, Value TransactionRow::*value,
+            Before comesBefore) {
+    std::vector<std::pair<Value, RowPlace>> order;
+    order.reserve(places.size());
+    for (const RowPlace& place : places) order.emplace_back(rowAt(report, place).*value, place);
+    std::ranges::sort(order, [comesBefore](const auto& a, const auto& b) {
+        if (comesBefore(a.first, b.first)) return true;
+        return !comesBefore(b.first, a.first) && a.second < b.second;
+    });
+    std::ranges::transform(order, places.begin(), [](const auto& each) { return each.second; });
 }
 
 /// In the order that is wanted; otherwise the newest first. Those without a date or amount come last.
-std::vector<TransactionRow> rowsOf(const Report& report) {
-    std::vector<TransactionRow> rows;
-    rows.reserve(countOf(report));  // a list that grows is there twice
-    const auto place = [&rows] { return static_cast<std::uint32_t>(rows.size()); };
-    std::uint32_t account = 0;
-    for (const AccountFigures& figures : report.accounts) {
-        ++account;
-        for (std::size_t i = 0; i < figures.transactions.size(); ++i) {
-            const TvOFXStatementTransaction& transaction = *figures.transactions[i];
-            rows.push_back({&transaction, figures.sources[i], nullptr, account, place(),
-                            transaction.datePosted(), amountIn(transaction, figures.history->currency)});
-        }
-    }
-    for (const InvestmentFigures& figures : report.investments) {
-        ++account;
-        for (const Trade& trade : figures.trades)
-            rows.push_back({nullptr, nullptr, &trade, account, place(), trade.date, trade.amount});
-    }
+std::vector<RowPlace> orderedPlaces(const Report& report) {
+    std::vector<RowPlace> places = placesOf(report);
     const Order order = report.filter->order;
-    if (order == Order::document) sortBy(rows, &TransactionRow::date, std::ranges::greater());
-    if (order == Order::date) sortBy(rows, &TransactionRow::date, comesBefore<Date>);
-    if (order == Order::amount) sortBy(rows, &TransactionRow::amount, comesBefore<Amount>);
-    return rows;
+    if (order == Order::document) sortBy(places, report, &TransactionRow::date, std::ranges::greater());
+    if (order == Order::date) sortBy(places, report, &TransactionRow::date, comesBefore<Date>);
+    if (order == Order::amount) sortBy(places, report, &TransactionRow::amount, comesBefore<Amount>);
+    return places;
 }
 
 /// What the page says of an account: its name and its currency.
@@ -166,22 +183,23 @@ struct Columns {
     std::string commonCurrency;  ///< of all amounts otherwise
 };
 
-Columns columnsOf(const std::vector<Named>& names, const std::vector<TransactionRow>& rows) {
+Columns columnsOf(const std::vector<Named>& names, const std::vector<RowPlace>& places,
+                  const Report& report) {
     Columns columns;
     columns.account = names.size() > 1;
-    columns.number = std::ranges::any_of(
-        rows, [](const TransactionRow& row) { return !numberInRow(row).value_or("").empty(); });
     columns.commonCurrency = names.front().currency;
     columns.currency = std::ranges::any_of(
         names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
     if (columns.currency) columns.commonCurrency.clear();
-    columns.trades =
-        std::ranges::any_of(rows, [](const TransactionRow& row) { return row.trade != nullptr; });
-    columns.longAmounts = std::ranges::any_of(rows, [](const TransactionRow& row) {
-        return row.amount && row.amount->shown().toString().size() > kUsualAmount;
-    });
-    columns.longNumbers = std::ranges::any_of(
-        rows, [](const TransactionRow& row) { return numberInRow(row).value_or("").size() > kUsualNumber; });
+    for (const RowPlace& place : places) {
+        const TransactionRow row = rowAt(report, place);
+        const std::size_t number = numberInRow(row).value_or("").size();
+        columns.number = columns.number || number > 0;
+        columns.longNumbers = columns.longNumbers || number > kUsualNumber;
+        columns.trades = columns.trades || row.trade != nullptr;
+        columns.longAmounts =
+            columns.longAmounts || (row.amount && row.amount->shown().toString().size() > kUsualAmount);
+    }
     return columns;
 }
 
@@ -338,19 +356,19 @@ void writeHead(HtmlWriter& html, const Columns& columns) {
 }  // namespace
 
 void writeTransactions(HtmlWriter& html, const Report& report) {
-    const std::vector<TransactionRow> rows = rowsOf(report);
-    if (rows.empty()) return;
+    const std::vector<RowPlace> places = orderedPlaces(report);
+    if (places.empty()) return;
     html.write(
         "<section aria-labelledby=\"transactions-title\">\n<h2 "
         "id=\"transactions-title\">Transactions</h2>\n");
     const std::vector<Named> names = namesOf(report);
     writeFilter(html, names, report);
-    const Columns columns = columnsOf(names, rows);
+    const Columns columns = columnsOf(names, places, report);
     writeHead(html, columns);
     Cells cells(html, names, columns, report);
-    for (const TransactionRow& row : rows) {
+    for (const RowPlace& place : places) {
         if (!html.isGood()) return;
-        cells.write(row);
+        cells.write(rowAt(report, place));
     }
     html.write("</tbody>\n</table>\n");
     writeWayUp(html);
