@@ -195,9 +195,10 @@ void BookMaker::takeOpening(const OpeningBalance& opening) {
     }
     auto& postings = openings.back().postings;
     postings.push_back({opening.account, opening.amount, opening.commodity});
+    use(postings.back(), opening.day);
     postings.back().facts.push_back({kOpeningName, opening.day});
     postings.push_back({drafts_.map().name(BookRole::opening), opening.amount.negated(), opening.commodity});
-    for (const Posting& posting : postings) use(posting, opening.day);
+    use(postings.back(), opening.day);
 }
 
 void BookMaker::noteObjection(const BookBalance& balance) {

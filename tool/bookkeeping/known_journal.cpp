@@ -8,6 +8,7 @@
 #include <optional>
 #include <vector>
 
+#include "bookkeeping/digest.h"
 #include "system/matching_files.h"
 #include "text/visible_text.h"
 
@@ -126,7 +127,7 @@ bool KnownJournal::takeIdentity(std::string_view text) {
     if (name == kOpeningName)
         openings_[account_] = value;
     else if (!value.empty())
-        ++(name == kDigestName ? digests_ : identifiers_)[std::string(value)];
+        ++(name == kDigestName ? digests_ : identifiers_)[Digest().add(value).value()];
     return true;
 }
 
@@ -157,23 +158,22 @@ void KnownJournal::takeDirective(std::string_view line) {
     if (isDated && word == "open") declared_.emplace(textUntil(rest, kBlankMarks));
 }
 
+bool KnownJournal::take(Counts& counts, std::string_view identity) {
+    if (identity.empty()) return false;
+    const auto found = counts.find(Digest().add(identity).value());
+    if (found == counts.end() || found->second == 0) return false;
+    --found->second;
+    return true;
+}
+
 bool KnownJournal::takeDigest(const BookIdentity& identity) {
-    const auto take = [](Counts& counts, const std::string& text) {
-        const auto found = counts.find(text);
-        if (text.empty() || found == counts.end() || found->second == 0) return false;
-        --found->second;
-        return true;
-    };
     if (!take(digests_, identity.digest)) return false;
     take(identifiers_, identity.identifier);
     return true;
 }
 
 bool KnownJournal::takeIdentifier(const BookIdentity& identity) {
-    const auto found = identifiers_.find(identity.identifier);
-    if (identity.identifier.empty() || found == identifiers_.end() || found->second == 0) return false;
-    --found->second;
-    return true;
+    return take(identifiers_, identity.identifier);
 }
 
 std::string_view KnownJournal::openingDay(std::string_view account) const {

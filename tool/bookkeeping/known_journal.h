@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
@@ -40,7 +40,9 @@ public:
     bool hasPrice(std::string_view line) const;
 
 private:
-    using Counts = std::unordered_map<std::string, std::size_t>;
+    /// How often an identity is there, by its digest: a journal may have as many as all documents.
+    using Counts = std::unordered_map<std::uint64_t, std::uint32_t>;
+    static bool take(Counts& counts, std::string_view identity);
 
     void takeLine(std::string_view line);
     bool takeIdentity(std::string_view text);
