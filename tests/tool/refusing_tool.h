@@ -66,7 +66,7 @@ private:
     /// What is made by chance is as long as before.
     bool isExpected(const std::string& output) const {
         return isRepeatable(command_.arguments.at(1)) ? output == expected_.output
-                                                        : output.size() == expected_.output.size();
+                                                      : output.size() == expected_.output.size();
     }
 
     /// A text without the line that begins so.
