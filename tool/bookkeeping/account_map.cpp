@@ -212,7 +212,8 @@ std::optional<CounterAccount> AccountMap::counterAccountFor(std::string_view pay
 
 const std::string& AccountMap::name(CounterAccount account) const noexcept {
     const auto number = static_cast<std::size_t>(account);
-    return number < kBookRoles ? names_[number] : payees_[number - kBookRoles].account;
+    if (number < kBookRoles) return names_[number];
+    return payees_[number - kBookRoles].account;
 }
 
 std::optional<std::string> AccountMap::commodity(std::string_view text) const {
