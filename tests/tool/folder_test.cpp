@@ -58,7 +58,8 @@ TEST_CASE("what a folder has besides documents is named, unless that is not aske
     const TemporaryFolder folder;
     folder.file("in/july.ofx", paidTo("A"));
     folder.file("in/bill.pdf", "%PDF-1.4");
-    const std::string one = "in: 1 file is not read, as no OFX document: bill.pdf.\n";
+    const std::string one =
+        "in: 1 file is passed over (hidden, a link to a folder, or no OFX document): bill.pdf.\n";
     CHECK(toolIn(folder.path(), {"json", "in"}).error == one);
     CHECK(toolIn(folder.path(), {"json", "--quiet", "in"}).error == "");
     CHECK(toolIn(folder.path(), {"json", "--strict", "in"}).status == 0);
@@ -66,7 +67,8 @@ TEST_CASE("what a folder has besides documents is named, unless that is not aske
         folder.file(name, "");
     folder.file("in/d.gz", "\x1F\x8B");
     CHECK(toolIn(folder.path(), {"json", "in"}).error ==
-          "in: 7 files are not read, as no OFX document: .hidden.ofx, a.zip, bill.pdf, d.gz, empty and 2 "
+          "in: 7 files are passed over (hidden, a link to a folder, or no OFX document): .hidden.ofx, a.zip, "
+          "bill.pdf, d.gz, empty and 2 "
           "more.\n");
 }
 
@@ -85,7 +87,8 @@ TEST_CASE("a folder without a document is an error, and the other files are stil
     folder.file("july.ofx", paidTo("A"));
     folder.file("in/a.txt", "text");
     const std::string said =
-        "in: There is no OFX document in this folder.\nin: 1 file is not read, as no OFX document: a.txt.\n";
+        "in: There is no OFX document in this folder.\nin: 1 file is passed over (hidden, a link to a "
+        "folder, or no OFX document): a.txt.\n";
     const Finished alone = toolIn(folder.path(), {"report", "in", "--output", "page.html"});
     CHECK(alone.status == 1);
     CHECK(alone.output == "");
@@ -108,7 +111,9 @@ TEST_CASE("links to folders and pipes are not followed, links to files are") {
     const Finished finished = toolIn(folder.path(), {"json", "in"});
     CHECK(finished.status == 0);
     CHECK(filesIn(finished.output) == std::vector<std::string>{"in/link", "in/sub/june.ofx"});
-    CHECK(finished.error == "in: 3 files are not read, as no OFX document: lost.ofx, pipe.ofx, sub/up.\n");
+    CHECK(finished.error ==
+          "in: 3 files are passed over (hidden, a link to a folder, or no OFX document): lost.ofx, pipe.ofx, "
+          "sub/up.\n");
     std::filesystem::create_directory_symlink("in", folder.path("to"));
     CHECK(filesIn(toolIn(folder.path(), {"json", "--quiet", "to"}).output).size() == 2);
 }
@@ -120,9 +125,13 @@ TEST_CASE("what may not be looked into is an error") {
     folder.file("in/closed/x.ofx", paidTo("B"));
     std::filesystem::permissions(folder.path("in/closed"), std::filesystem::perms::none);
     const Finished finished = toolIn(folder.path(), {"json", "in"});
+    const Finished alone = toolIn(folder.path(), {"json", "in/closed"});
+    const Finished page = toolIn(folder.path(), {"report", "in"});
     std::filesystem::permissions(folder.path("in/closed"), std::filesystem::perms::owner_all);
     CHECK(finished.status == 1);
     CHECK(contains(finished.error, "in/closed: The folder may not be looked into"));
+    CHECK_FALSE(contains(alone.error, "no OFX document"));
+    CHECK(contains(page.output, "<bdi>in/closed</bdi> could not be read"));
     CHECK(filesIn(finished.output) == std::vector<std::string>{"in/july.ofx"});
 }
 
@@ -143,7 +152,7 @@ TEST_CASE("names in a folder cannot drive a terminal, and none is hidden by anot
     folder.file("in/july.ofx", paidTo("A"));
     folder.file("in/\x1B[2J", "");
     const Finished finished = runOnTerminal(toolCommand({"check", folder.path("in")}), 80);
-    CHECK(contains(finished.output, "1 file is not read"));
+    CHECK(contains(finished.output, "1 file is passed over"));
     CHECK_FALSE(contains(finished.output, "\x1B[2J"));
 }
 
@@ -157,7 +166,8 @@ TEST_CASE("an output in the folder that is read takes the place of no document")
     CHECK(toolIn(folder.path(), {"json", "in", "--output", "in/year.json"}).status == 0);
     CHECK(toolIn(folder.path(), {"report", "in", "--output", "in/year.html"}).status == 0);
     CHECK(toolIn(folder.path(), {"check", "in"}).error ==
-          "in: 3 files are not read, as no OFX document: year.csv, year.html, year.json.\n");
+          "in: 3 files are passed over (hidden, a link to a folder, or no OFX document): year.csv, "
+          "year.html, year.json.\n");
 }
 
 TEST_CASE("a file in the place of the command is shown") {

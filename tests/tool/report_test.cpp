@@ -334,7 +334,7 @@ TEST_CASE("a file that cannot be read is named, and the others are in the report
     CHECK(finished.status == 1);
     CHECK(contains(finished.error, "/no<where>: The file at /no<where> was not found."));
     const MarkupPage page(finished.output);
-    CHECK(page.texts("li").at(0) == "The file /no<where> could not be read and is left out.");
+    CHECK(page.texts("li").at(0) == "/no<where> could not be read, or not as a whole.");
     CHECK(page.rows("transactions").size() == 8);
 }
 

@@ -15,5 +15,5 @@ TEST_CASE("a build that reads no archives says so, and what the file is") {
           "  Likely cause: It is a ZIP archive or an office document.\n"
           "  Unpack it first.\n");
     CHECK(toolIn(folder.path(), {"check", "in"}).error ==
-          "in: 1 file is not read, as no OFX document: a.zip.\n");
+          "in: 1 file is passed over (hidden, a link to a folder, or no OFX document): a.zip.\n");
 }

@@ -113,9 +113,10 @@ TEST_CASE("what is named in an archive is read, whatever its name and its bytes 
                 zipOf({{".hidden", boughtAt("A")}, {"late", std::string(1 << 17, 'x') + boughtAt("B")}}));
     for (const char* name : {"in.zip/.hidden", "in.zip/late"})
         CHECK(toolIn(folder.path(), {"check", name}).status == 0);
-    CHECK(toolIn(folder.path(), {"check", "in.zip"}).error ==
-          "in.zip: There is no OFX document in this file, a ZIP archive or an office document.\n"
-          "in.zip: 2 files are not read, as no OFX document: .hidden, late.\n");
+    CHECK(
+        toolIn(folder.path(), {"check", "in.zip"}).error ==
+        "in.zip: There is no OFX document in this file, a ZIP archive or an office document.\n"
+        "in.zip: 2 files are passed over (hidden, a link to a folder, or no OFX document): .hidden, late.\n");
 }
 
 TEST_CASE("what an archive has besides documents is named, unless that is not asked for") {
@@ -124,7 +125,8 @@ TEST_CASE("what an archive has besides documents is named, unless that is not as
     ZipMember link{"link.ofx", "july.ofx", 0};
     link.attributes = 0120777U << 16U;
     folder.file("in.zip", zipOf({document, {"bill.pdf", "%PDF-1.4"}}));
-    const std::string one = "in.zip: 1 file is not read, as no OFX document: bill.pdf.\n";
+    const std::string one =
+        "in.zip: 1 file is passed over (hidden, a link to a folder, or no OFX document): bill.pdf.\n";
     CHECK(toolIn(folder.path(), {"json", "in.zip"}).error == one);
     CHECK(toolIn(folder.path(), {"json", "--strict", "in.zip"}).status == 0);
     CHECK(toolIn(folder.path(), {"json", "--quiet", "in.zip"}).error == "");
@@ -136,9 +138,9 @@ TEST_CASE("what an archive has besides documents is named, unless that is not as
                                  {"a/.b/c/d.ofx", boughtAt("B")},
                                  link,
                                  {"c.gz", "\x1F\x8B"}}));
-    CHECK(
-        toolIn(folder.path(), {"json", "in.zip"}).error ==
-        "in.zip: 6 files are not read, as no OFX document: .git, .git-x, __MACOSX, a/.b, c.gz and 1 more.\n");
+    CHECK(toolIn(folder.path(), {"json", "in.zip"}).error ==
+          "in.zip: 6 files are passed over (hidden, a link to a folder, or no OFX document): .git, .git-x, "
+          "__MACOSX, a/.b, c.gz and 1 more.\n");
     folder.file("in.zip", zipOf({document, {"2023.ZIP", zipOf({document})}}));
     const Finished nested = toolIn(folder.path(), {"json", "in.zip"});
     CHECK(nested.status == 0);
@@ -156,7 +158,9 @@ TEST_CASE("an archive without a document is an error, and the other files are st
     folder.file("in.zip", zipOf({{"a.txt", "text"}, {"empty", ""}}));
     const Finished finished = toolIn(folder.path(), {"json", "in.zip", "july.ofx"});
     CHECK(finished.status == 1);
-    CHECK(finished.error == none + "in.zip: 2 files are not read, as no OFX document: a.txt, empty.\n");
+    CHECK(finished.error == none +
+                                "in.zip: 2 files are passed over (hidden, a link to a folder, or no OFX "
+                                "document): a.txt, empty.\n");
     CHECK(namesIn(finished.output) == std::vector<std::string>{"july.ofx"});
 }
 
@@ -174,8 +178,9 @@ TEST_CASE("archives in a folder are read, in the order of names with the other f
     CHECK(namesIn(finished.output) ==
           std::vector<std::string>{"in/a.ofx", "in/b.zip/x.ofx", "in/c.ofx", "in/d.ofx/z.ofx"});
     CHECK(finished.error ==
-          "in/b.zip: 1 file is not read, as no OFX document: y.txt.\n"
-          "in: 3 files are not read, as no OFX document: letter.docx, photos.zip, text.zip.\n");
+          "in/b.zip: 1 file is passed over (hidden, a link to a folder, or no OFX document): y.txt.\n"
+          "in: 3 files are passed over (hidden, a link to a folder, or no OFX document): letter.docx, "
+          "photos.zip, text.zip.\n");
 }
 
 TEST_CASE("an archive in a folder that cannot be read is an error") {

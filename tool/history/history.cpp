@@ -118,6 +118,7 @@ bool readHistory(Run& run, History& history, const std::function<void(const Inpu
     history.finish();
     for (const InputSource& file : run.options.named.files)
         if (!read.contains(file.name)) history.addUnread(file.name);
+    for (const InputNote& error : run.options.named.errors) history.addUnread(error.subject);
     return allRead;
 }
 

@@ -88,7 +88,7 @@ public:
     const InvestmentHistory& investments() const noexcept { return investments_; }
     /// The accounts of account lists.
     const std::vector<brackwell::ListedAccount>& listed() const noexcept { return listed_; }
-    /// The files that could not be read.
+    /// The files, and folders and archives, that could not be read or hold no document.
     const std::vector<std::string>& unread() const noexcept { return unread_; }
 
 private:

@@ -38,7 +38,7 @@ std::string countOf(std::size_t count, std::string_view noun, std::string_view v
 
 std::string passedOverText(const std::vector<std::string>& names, std::size_t folder = 0) {
     return countOf(names.size(), "file", "is", "are") +
-           " not read, as no OFX document: " + someOf(names, folder) + ".";
+           " passed over (hidden, a link to a folder, or no OFX document): " + someOf(names, folder) + ".";
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -100,7 +100,7 @@ void takeFolder(const std::string& folder, NamedFiles& named) {
             named.files.push_back({std::move(name), {}, {}});
         else if (!takeArchiveInFolder(name, named))
             content.passedOver.push_back(name);
-    if (named.files.size() == before)
+    if (named.files.size() == before && content.unread.empty())
         named.errors.push_back({folder, "There is no OFX document in this folder."});
     if (content.passedOver.empty()) return;
     std::ranges::sort(content.passedOver);

@@ -103,7 +103,7 @@ void writeNotes(HtmlWriter& html, const Report& report) {
     if (report.unread.empty() && report.findings->all().empty() && !hasNotes) return;
     html.write("<ul class=\"notes\" aria-label=\"Notes\">\n");
     for (const std::string& file : report.unread)
-        html.write("<li>The file <bdi>{}</bdi> could not be read and is left out.</li>\n", file);
+        html.write("<li><bdi>{}</bdi> could not be read, or not as a whole.</li>\n", file);
     writeFindingSummary(html, *report.findings);
     if (report.repeats > 0)
         html.write("<li>{} in more than one statement and counted once.</li>\n",
