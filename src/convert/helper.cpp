@@ -36,6 +36,7 @@ TvOFXHelper::TvOFXHelper()
 
 void readDate(const TvOFXHelper& helper, std::string_view text, std::optional<Date>& date) {
     if (helper.dateFormatter())
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): see above
         if (const auto held = helper.dateFormatter(); const auto own = held->dateFromString(text)) {
             date = own;
             return;
@@ -57,6 +58,7 @@ std::string TvOFXHelper::ofxDateTimeStringFromDate(Date date) {
 
 void readAmount(const TvOFXHelper& helper, std::string_view text, std::optional<Decimal>& amount) {
     if (helper.amountNumberFormatter())
+        // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): see above
         if (const auto held = helper.amountNumberFormatter(); const auto own = held->numberFromString(text)) {
             amount = own;
             return;

@@ -123,9 +123,9 @@ void declareReading(CLI::App& sub, Texts& texts) {
 }
 
 const std::map<std::string, Colour>& colours() {
-    static const std::map<std::string, Colour> names{
+    static const std::map<std::string, Colour> kNames{
         {"auto", Colour::automatic}, {"always", Colour::always}, {"never", Colour::never}};
-    return names;
+    return kNames;
 }
 
 /// What every command takes that writes for people.
@@ -224,8 +224,11 @@ std::string adviceOnNames(const std::vector<std::string>& arguments) {
     for (const std::string& name : arguments) {
         if (name == "--") break;
         if (name.starts_with('-') && name != "-" && (exists(name) || hasNameOfDocument(name)))
-            advice += "\"" + name + "\" was taken for an option, since it begins with a hyphen; write \"./" +
-                      name + "\" for the file\n";
+            advice.append("\"")
+                .append(name)
+                .append("\" was taken for an option, since it begins with a hyphen; write \"./")
+                .append(name)
+                .append("\" for the file\n");
     }
     return advice;
 }

@@ -64,11 +64,11 @@ bool runCsv(Run& run) {
 // Options
 
 const std::map<std::string, TableKind>& tableKinds() {
-    static const std::map<std::string, TableKind> kinds{{"bank", TableKind::bank},
-                                                        {"investments", TableKind::investments},
-                                                        {"positions", TableKind::positions},
-                                                        {"securities", TableKind::securities}};
-    return kinds;
+    static const std::map<std::string, TableKind> kKinds{{"bank", TableKind::bank},
+                                                         {"investments", TableKind::investments},
+                                                         {"positions", TableKind::positions},
+                                                         {"securities", TableKind::securities}};
+    return kKinds;
 }
 
 /// What stands between commas.

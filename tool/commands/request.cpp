@@ -101,8 +101,8 @@ std::string checkDate(const std::string& text) { return ofxDateOf(text) ? std::s
 
 /// What a client can be routed by, each at the place of its number.
 const std::vector<std::string>& routings() {
-    static const std::vector<std::string> names{"none", "service", "msgset"};
-    return names;
+    static const std::vector<std::string> kNames{"none", "service", "msgset"};
+    return kNames;
 }
 
 std::int32_t routingNamed(const std::string& name) {

@@ -91,9 +91,10 @@ std::string narrowed(std::string_view bytes, const Form& form) {
     std::string text(bytes.size() / form.width, '\x80');
     const std::size_t low = form.isBigEndian ? form.width - 1 : 0;
     for (std::size_t i = 0; i < text.size(); ++i, bytes.remove_prefix(form.width)) {
-        char others = 0;
-        for (std::size_t j = 0; j < form.width; ++j) others |= j == low ? '\0' : bytes[j];
-        if (others == 0 && static_cast<unsigned char>(bytes[low]) < 0x80) text[i] = bytes[low];
+        const std::string_view character = bytes.substr(0, form.width);
+        const auto zeros = static_cast<std::size_t>(std::ranges::count(character, '\0'));
+        const char byte = character[low];
+        if (static_cast<unsigned char>(byte) < 0x80 && zeros + (byte != '\0') == form.width) text[i] = byte;
     }
     return text;
 }

@@ -59,6 +59,12 @@ constexpr auto kMayEscape = [] {
     return may;
 }();
 
+/// How many bytes come before one where an escape may begin.
+std::size_t sizeUntilEscape(std::string_view text) noexcept {
+    const auto mayEscape = [](char c) { return kMayEscape[static_cast<unsigned char>(c)]; };
+    return static_cast<std::size_t>(std::ranges::find_if(text, mayEscape) - text.begin());
+}
+
 }  // namespace
 
 bool HtmlWriter::isGood() const noexcept { return output_.isGood(); }
@@ -80,16 +86,15 @@ void HtmlWriter::writeValue(ExactText exact) {
 }
 
 void HtmlWriter::writeEscaped(std::string_view visible) {
-    const auto mayEscape = [](char c) { return kMayEscape[static_cast<unsigned char>(c)]; };
     std::size_t written = 0;
-    for (auto at = visible.begin(); (at = std::find_if(at, visible.end(), mayEscape)) != visible.end();) {
-        const auto place = static_cast<std::size_t>(at - visible.begin());
-        const Escape escape = escapeOf(visible.substr(place));
-        at += static_cast<std::ptrdiff_t>(escape.size);
-        if (escape.entity.empty()) continue;
-        output_.write(visible.substr(written, place - written));
-        output_.write(escape.entity);
-        written = place + escape.size;
+    for (std::size_t at = 0; (at += sizeUntilEscape(visible.substr(at))) != visible.size();) {
+        const Escape escape = escapeOf(visible.substr(at));
+        if (!escape.entity.empty()) {
+            output_.write(visible.substr(written, at - written));
+            output_.write(escape.entity);
+            written = at + escape.size;
+        }
+        at += escape.size;
     }
     output_.write(visible.substr(written));
 }
