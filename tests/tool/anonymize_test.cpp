@@ -66,10 +66,53 @@ TEST_CASE("anonymize writes several files into a folder, under names that say no
     CHECK((status.st_mode & 0777) == 0600);
 
     const Finished again = tool({"anonymize", folder.path() + "/in", "--into", out});
-    CHECK(again.status == 1);
+    CHECK(again.status == 2);
+    CHECK(contains(again.error,
+                   "anonymous-1.ofx has the name of an OFX document, which would be lost; choose "
+                   "another folder, or replace the document with --force"));
     CHECK(folder.read("out/deep/anonymous-1.ofx") == first);
     CHECK(tool({"anonymize", folder.path() + "/in", "--into", out, "--force"}).status == 0);
     CHECK(folder.read("out/deep/anonymous-1.ofx") != first);
+}
+
+TEST_CASE("anonymize replaces no file that it reads, in whatever order and under whatever name") {
+    struct Row {
+        const char* why;
+        std::vector<std::string> arguments;
+        const char* link;
+        const char* replaced;
+    };
+    const Row rows[] = {
+        {"a file that is read after",
+         {"a.ofx", "anonymous-1.ofx", "--into", "."},
+         nullptr,
+         "anonymous-1.ofx"},
+        {"a file that was read before",
+         {"anonymous-2.ofx", "a.ofx", "--into", "."},
+         nullptr,
+         "anonymous-2.ofx"},
+        {"itself", {"anonymous-1.ofx", "--into", "."}, nullptr, "anonymous-1.ofx"},
+        {"what a link leads to", {"a.ofx", "b.ofx", "--into", "."}, "b.ofx", "anonymous-1.ofx"},
+        {"another name of the folder", {"a.ofx", "anonymous-1.ofx", "--into", "../"}, nullptr, nullptr},
+    };
+    for (const Row& row : rows) {
+        CAPTURE(row.why);
+        const TemporaryFolder folder;
+        const std::vector<std::string> names = {"a.ofx", "b.ofx", "anonymous-1.ofx", "anonymous-2.ofx"};
+        for (const std::string& name : names)
+            if (row.link == nullptr || name != row.replaced) folder.file("in/" + name, kRent + name);
+        if (row.link != nullptr)
+            std::filesystem::create_symlink(row.link, folder.path() + "/in/" + row.replaced);
+        std::vector<std::string> arguments{"anonymize", "--force"};
+        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        const Finished finished = toolIn(folder.path() + "/in", arguments);
+        CHECK(finished.status == (row.replaced == nullptr ? 0 : 2));
+        if (row.replaced != nullptr)
+            CHECK(contains(finished.error,
+                           std::string(row.replaced) + " is also an input file; choose another folder\n"));
+        for (const std::string& name : names)
+            if (row.link == nullptr || name != row.replaced) CHECK(folder.read("in/" + name) == kRent + name);
+    }
 }
 
 TEST_CASE("anonymize needs a folder for several files, and it is not the output") {

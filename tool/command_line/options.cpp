@@ -254,15 +254,10 @@ brackwell::NumberFormat numberFormat(const Texts& texts) {
 /// An archive never gives way to what was made of one of its members.
 void checkOutput(const Options& options) {
     if (!options.outputFile) return;
-    std::vector<std::string> inputs = options.fileNames;
-    bool isArchiveRead = false;
-    for (const InputSource& file : options.named.files) {
-        isArchiveRead = isArchiveRead || file.isInArchive();
-        if (inputs.empty() || inputs.back() != file.path()) inputs.push_back(file.path());
-    }
+    const bool isArchiveRead = std::ranges::any_of(options.named.files, &InputSource::isInArchive);
     const OutputRules rules{options.replacesDocuments,
                             options.command->has(kMayReplaceItsFile) && !isArchiveRead};
-    const std::string objection = objectionTo(*options.outputFile, inputs, rules);
+    const std::string objection = objectionTo(*options.outputFile, inputFilesOf(options), rules);
     if (!objection.empty()) throw CLI::ValidationError("--output", *options.outputFile + " " + objection);
 }
 
@@ -288,6 +283,13 @@ void understand(Options& options, const Texts& texts) {
 }
 
 }  // namespace
+
+std::vector<std::string> inputFilesOf(const Options& options) {
+    std::vector<std::string> names = options.fileNames;
+    for (const InputSource& file : options.named.files)
+        if (names.empty() || names.back() != file.path()) names.push_back(file.path());
+    return names;
+}
 
 CommandLine readCommandLine(int count, const char* const* arguments) {
     CommandLine line;

@@ -72,6 +72,9 @@ struct Options {
     RequestOptions request;
 };
 
+/// The names of all files that are read; that of an archive stands for its members.
+std::vector<std::string> inputFilesOf(const Options& options);
+
 /// What became of the command line: options, or an exit status with what is to be said instead of
 /// doing anything.
 struct CommandLine {

@@ -16,6 +16,7 @@
 
 #include "console/document_output.h"
 #include "console/messages.h"
+#include "console/output_target.h"
 #include "input/run.h"
 
 namespace tool {
@@ -167,11 +168,24 @@ bool runAnonymize(Run& run) {
     return areAllWritten;
 }
 
+/// Asks about every name before the first is written, since a file of that name may be read after it.
+void checkFolder(const Options& options) {
+    const InputFiles inputs(inputFilesOf(options));
+    const OutputRules rules{.replacesDocuments = options.replacesDocuments, .choice = "folder"};
+    std::size_t number = 0;
+    for (const InputSource& file : options.named.files) {
+        const std::string name = nameInFolder(*options.anonymize.folder, file.name, ++number);
+        const std::string objection = objectionTo(name, inputs, rules);
+        if (!objection.empty()) throw CLI::ValidationError("--into", name + " " + objection);
+    }
+}
+
 void checkTargets(const Options& options) {
     const bool hasFolder = options.anonymize.folder.has_value();
     if (hasFolder && options.outputFile) throw CLI::ValidationError("--into", "excludes --output");
     if (options.named.files.size() > 1 && !hasFolder)
         throw CLI::ValidationError("FILE", "several files need --into FOLDER");
+    if (hasFolder) checkFolder(options);
 }
 
 void declareAnonymizeOptions(CLI::App& command, Options& options) {

@@ -1,9 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "system/output_files.h"
 
 /// \file
 /// Where an output goes, and what it must not take the place of: the only place for these rules.
@@ -35,13 +38,25 @@ inline constexpr std::string_view kStandardOutput = "-";
 
 /// What an output may take the place of besides files of no interest.
 struct OutputRules {
-    bool replacesDocuments = false;  ///< OFX documents, since the user says so
-    bool mayReplaceInput = false;    ///< then also its own input: the output is that document, repaired
+    bool replacesDocuments = false;    ///< OFX documents, since the user says so
+    bool mayReplaceInput = false;      ///< then also its own input: the output is that document, repaired
+    std::string_view choice = "name";  ///< what the user can choose another of, where there is an objection
+};
+
+/// The files that a command reads. Each is looked up once, so that many outputs can be held against them.
+class InputFiles {
+public:
+    InputFiles() = default;
+    InputFiles(const std::vector<std::string>& names);
+    /// True for a name of one of them, whatever it is called there.
+    bool has(const std::string& name) const;
+
+private:
+    std::set<system::FileIdentity> files_;
 };
 
 /// What is wrong with this name for an output, and what to do instead ("is also an input file; ..."); ""
 /// when nothing is. Whether it can be written at all is another question.
-std::string objectionTo(const std::string& name, const std::vector<std::string>& inputs,
-                        const OutputRules& rules);
+std::string objectionTo(const std::string& name, const InputFiles& inputs, const OutputRules& rules);
 
 }  // namespace tool

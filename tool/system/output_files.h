@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #pragma once
 
+#include <compare>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -32,7 +35,14 @@ int openDevice(const std::string& path) noexcept;
 /// write to it comes before and after, and nothing is emptied. One of another process is only added to.
 int openDescriptor(const std::string& path) noexcept;
 
-/// True for two names of one file; "-" is that of standard input.
-bool isSameFile(const std::string& input, const std::string& output) noexcept;
+/// What a file has in common with itself alone, under whatever name.
+struct FileIdentity {
+    std::uint64_t volume = 0;
+    std::uint64_t file = 0;
+    auto operator<=>(const FileIdentity&) const = default;
+};
+
+/// The identity of the file that a name leads to; "-" is that of standard input. Nothing for what is no file.
+std::optional<FileIdentity> identityOf(const std::string& name) noexcept;
 
 }  // namespace tool::system

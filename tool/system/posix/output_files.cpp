@@ -49,12 +49,11 @@ int openDescriptor(const std::string& path) noexcept {
     return ::open(path.c_str(), O_WRONLY | O_APPEND | O_CLOEXEC | O_NOCTTY);
 }
 
-bool isSameFile(const std::string& input, const std::string& output) noexcept {
-    struct stat first = {};
-    struct stat second = {};
-    return ::stat(input == "-" ? "/dev/stdin" : input.c_str(), &first) == 0 && S_ISREG(first.st_mode) &&
-           ::stat(output.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
-           first.st_ino == second.st_ino;
+std::optional<FileIdentity> identityOf(const std::string& name) noexcept {
+    struct stat status = {};
+    if (::stat(name == "-" ? "/dev/stdin" : name.c_str(), &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return FileIdentity{status.st_dev, status.st_ino};
 }
 
 }  // namespace tool::system

@@ -51,10 +51,19 @@ int openDevice(const std::string& path) noexcept {
 /// Descriptors have no names here.
 int openDescriptor(const std::string& path) noexcept { return openDevice(path); }
 
-bool isSameFile(const std::string& input, const std::string& output) noexcept {
+std::optional<FileIdentity> identityOf(const std::string& name) noexcept {
     std::error_code unknown;
-    return input != "-" && std::filesystem::is_regular_file(wide(input), unknown) &&
-           std::filesystem::equivalent(wide(input), wide(output), unknown);
+    if (name == "-" || !std::filesystem::is_regular_file(wide(name), unknown)) return std::nullopt;
+    constexpr DWORD everybody = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE file = ::CreateFileW(wide(name).c_str(), 0, everybody, nullptr, OPEN_EXISTING,
+                                      FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (file == INVALID_HANDLE_VALUE) return std::nullopt;
+    BY_HANDLE_FILE_INFORMATION about{};
+    const bool isKnown = ::GetFileInformationByHandle(file, &about) != 0;
+    ::CloseHandle(file);
+    if (!isKnown) return std::nullopt;
+    return FileIdentity{about.dwVolumeSerialNumber,
+                        std::uint64_t{about.nFileIndexHigh} << 32 | about.nFileIndexLow};
 }
 
 }  // namespace tool::system
