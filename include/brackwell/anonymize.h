@@ -25,9 +25,13 @@ struct AnonymizeOptions {
     /// True replaces what names the institution, too: its name, identifiers, addresses on the web, telephone
     /// numbers. Often a mistake cannot be found without knowing whose document it is.
     bool institution = false;
-    /// By how many days all dates are moved; 0 leaves them as they are. A date that would leave the years 1
-    /// to 9999 stays.
+    /// By how many days all dates are moved; 0 leaves them as they are. Dates with marks between their
+    /// numbers
+    /// ("31.03.2024", "2024-03-31T10:00:00") are moved, too. Some stay, see
+    /// AnonymizedDocument::unmovedDates.
     std::int32_t shiftDays = 0;
+    /// From the first day of the year 1 to the last one of 9999: by more days no date can be moved.
+    static constexpr std::int32_t mostDays = 3'652'058;
 };
 
 /// Elements of one name that the OFX standard does not have.
@@ -47,6 +51,10 @@ struct AnonymizedDocument {
     /// Elements whose names stay although nobody knows what they mean, in the order of their first places,
     /// 20 at most. Their values are replaced. Look at them before you give the document away.
     std::vector<UnknownElements> unknown;
+    /// How many dates stay although dates are moved: those in a form that openData does not read, or whose
+    /// day and month nothing tells apart, those of no day, and those that would leave the years 1 to 9999, or
+    /// get a number with more digits than they have room for ("9.5.2025").
+    std::size_t unmovedDates = 0;
 };
 
 /// Replaces the values of documents: names, memos, account numbers, identifiers, amounts, balances, keys,

@@ -2,17 +2,16 @@
 #include <brackwell/anonymize.h>
 
 #include <algorithm>
-#include <chrono>
 #include <iterator>
 #include <optional>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 
+#include "anonymize/date_mover.h"
 #include "anonymize/document_walk.h"
 #include "anonymize/replacement.h"
 #include "anonymize/value_kind.h"
-#include "dates/civil_time.h"
 #include "elements/header_fields.h"
 #include "text/ascii_case.h"
 #include "text/ascii_digit.h"
@@ -24,37 +23,6 @@ namespace {
 
 using namespace anonymizing;
 using elements::Element;
-
-// ---------------------------------------------------------------------------------------------
-// Dates
-
-constexpr std::size_t kDigitsOfDay = 8;
-
-/// The eight digits of another day; nothing when the text does not begin with a day, or there is no such day
-/// in the years 1 to 9999.
-std::optional<std::string> movedDay(std::string_view text, std::int32_t days) {
-    if (!beginsWithDigits(text, kDigitsOfDay)) return std::nullopt;
-    const auto number = [text](std::size_t begin, std::size_t size) {
-        unsigned value = 0;
-        for (const char c : text.substr(begin, size)) value = value * 10 + digitValue(c);
-        return value;
-    };
-    const std::chrono::year_month_day before{std::chrono::year(static_cast<int>(number(0, 4))),
-                                             std::chrono::month(number(4, 2)),
-                                             std::chrono::day(number(6, 2))};
-    // No calendar that anybody uses is left by a number of days that is larger.
-    constexpr std::int32_t most = 4'000'000;
-    if (!before.ok() || days < -most || days > most) return std::nullopt;
-    const std::chrono::year_month_day after{std::chrono::sys_days(before) + std::chrono::days(days)};
-    const int year = static_cast<int>(after.year());
-    if (year < 1 || year > 9999) return std::nullopt;
-    std::string digits;
-    appendPadded(digits,
-                 static_cast<unsigned>(year) * 10000U + static_cast<unsigned>(after.month()) * 100U +
-                     static_cast<unsigned>(after.day()),
-                 kDigitsOfDay);
-    return digits;
-}
 
 // ---------------------------------------------------------------------------------------------
 // Names
@@ -92,11 +60,27 @@ private:
 // ---------------------------------------------------------------------------------------------
 // Documents
 
+/// Shows the dates of a text to a mover.
+class DateCollector final : public PartVisitor {
+public:
+    explicit DateCollector(DateMover& mover) : mover_(mover) {}
+    void onMarkup(std::string_view) override {}
+    void onName(std::string_view, Element, bool) override {}
+    void onValue(std::string_view text, Element element) override {
+        if (kindOf(element) == ValueKind::date) mover_.add(trimWhiteSpace(text));
+    }
+    void onHeaderValue(std::string_view, std::string_view) override {}
+    void onOtherText(std::string_view) override {}
+
+private:
+    DateMover& mover_;
+};
+
 /// Writes the anonymous form of a text.
 class Writer final : public PartVisitor {
 public:
-    Writer(const Replacement& replacement, const AnonymizeOptions& options, std::size_t size)
-        : replacement_(replacement), options_(options) {
+    Writer(const Replacement& replacement, const DateMover& mover, bool replacesInstitution, std::size_t size)
+        : replacement_(replacement), mover_(mover), replacesInstitution_(replacesInstitution) {
         text_.reserve(size);
     }
 
@@ -111,11 +95,13 @@ public:
         if (value.empty()) return onMarkup(text);
         switch (kindOf(element)) {
             case ValueKind::institution:
-                return options_.institution ? writeWords(text) : onMarkup(text);
+                return replacesInstitution_ ? writeWords(text) : onMarkup(text);
             case ValueKind::code:
                 return looksLikeCode(value) ? onMarkup(text) : writeWords(text);
             case ValueKind::date:
                 return looksLikeDate(value) ? writeDate(text, value) : writeWords(text);
+            case ValueKind::time:
+                return looksLikeDate(value) ? onMarkup(text) : writeWords(text);
             case ValueKind::amount:
                 return replace(text, &Replacement::appendAmount);
             case ValueKind::text:
@@ -133,7 +119,7 @@ public:
 
     /// The document with its text in place of its bytes.
     AnonymizedDocument finish() && {
-        return {Data::adopt(std::move(text_)), replaced_, std::move(unknown_).take()};
+        return {Data::adopt(std::move(text_)), replaced_, std::move(unknown_).take(), unmovedDates_};
     }
 
 private:
@@ -144,17 +130,24 @@ private:
         if (std::string_view(text_).substr(before) != text) ++replaced_;
     }
     void writeDate(std::string_view text, std::string_view value) {
-        const auto day = options_.shiftDays == 0 ? std::nullopt : movedDay(value, options_.shiftDays);
-        if (!day) return onMarkup(text);
+        if (!mover_.moves()) return onMarkup(text);
+        const std::optional<std::string> moved = mover_.moved(value);
+        if (!moved) {
+            const bool isDate = value.find_first_of("123456789") != value.npos;
+            if (isDate) ++unmovedDates_;
+            return onMarkup(text);
+        }
         const auto begin = static_cast<std::size_t>(value.data() - text.data());
-        text_.append(text.substr(0, begin)).append(*day).append(text.substr(begin + day->size()));
+        text_.append(text.substr(0, begin)).append(*moved).append(text.substr(begin + moved->size()));
         ++replaced_;
     }
 
     const Replacement& replacement_;
-    const AnonymizeOptions& options_;
+    const DateMover& mover_;
+    bool replacesInstitution_;
     std::string text_;
     std::size_t replaced_ = 0;
+    std::size_t unmovedDates_ = 0;
     UnknownNames unknown_;
 };
 
@@ -235,7 +228,10 @@ private:
     AnonymizedDocument anonymizeText(std::string_view text) const {
         const Letters letters(text);
         const Replacement replacement(cipher, letters);
-        Writer writer(replacement, options, text.size());
+        DateMover mover(options.shiftDays);
+        DateCollector collector(mover);
+        if (mover.moves()) walkThrough(text, collector);
+        Writer writer(replacement, mover, options.institution, text.size());
         walkThrough(text, writer);
         return std::move(writer).finish();
     }

@@ -56,8 +56,9 @@ constexpr ValueKind kindOfType(elements::ValueType type) noexcept {
         case amount:
             return ValueKind::amount;
         case date:
-        case time:
             return ValueKind::date;
+        case time:
+            return ValueKind::time;
         case code:
         case flag:
         case integer:
@@ -115,6 +116,7 @@ bool looksLikeDate(std::string_view text) noexcept {
     }
     const std::ptrdiff_t digits = std::ranges::count_if(text, isASCIIDigit);
     if (text.size() > longest || digits == 0 || digits > mostDigits) return false;
+    if (text.find_first_of("123456789") == text.npos) return true;  // how some write that there is none
     if (!beginsWithDigits(text, 8)) return text.find_first_of("-/.:") != text.npos || digits <= 6;
     const unsigned month = 10 * digitValue(text[4]) + digitValue(text[5]);
     const unsigned day = 10 * digitValue(text[6]) + digitValue(text[7]);

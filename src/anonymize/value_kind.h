@@ -13,6 +13,7 @@ enum class ValueKind : std::uint8_t {
     text,         ///< says who, or may do so
     amount,       ///< says how much
     date,         ///< stays, or is moved
+    time,         ///< of a day: stays
     code,         ///< a word of the standard or a small number: stays, if it looks like one
     institution,  ///< says which institution
 };

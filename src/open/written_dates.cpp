@@ -77,6 +77,8 @@ void WrittenDates::addOther(std::string_view text) noexcept {
         ++orders.monthFirst;
 }
 
+DateOrder WrittenDates::orderWith(char mark) const noexcept { return orders_[placeOf(mark)].order(); }
+
 std::optional<EitherDay> WrittenDates::eitherDay(std::string_view text) const noexcept {
     if (dateFromOFXText(text)) return std::nullopt;
     const std::optional<SeparatedDate> date = SeparatedDate::of(trimWhiteSpace(text));
@@ -84,7 +86,7 @@ std::optional<EitherDay> WrittenDates::eitherDay(std::string_view text) const no
     const std::optional<Date> dayFirst = date->dayMonthYear();
     const std::optional<Date> monthFirst = date->monthDayYear();
     if (!dayFirst || !monthFirst || dayFirst == monthFirst) return std::nullopt;
-    return EitherDay{*dayFirst, *monthFirst, orders_[placeOf(date->mark)].order()};
+    return EitherDay{*dayFirst, *monthFirst, orderWith(date->mark)};
 }
 
 DateReading WrittenDates::read(std::string_view text) const noexcept {

@@ -74,6 +74,9 @@ public:
     /// every other text.
     std::optional<EitherDay> eitherDay(std::string_view text) const noexcept;
 
+    /// What the dates with this mark ("/", "-" or ".") and the year last say of their order.
+    DateOrder orderWith(char mark) const noexcept;
+
     /// @{
     /// The dates of one file are written by one program, so where those of one document leave the order of
     /// day and month open, those of all decide. Adds what another document's dates say; true when this

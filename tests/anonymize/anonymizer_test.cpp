@@ -107,6 +107,7 @@ TEST_CASE("a value that says who becomes another of its shape, and one of the st
         {"LANGUAGE", "ENG", true},
         {"DTPOSTED", "20240301120000.000[-5:EST]", true},
         {"DTPOSTED", "2024-03-01", true},
+        {"DTPOSTED", "00000000", true},
         {"DTPOSTED", "Jane Miller's birthday", false},
         {"CHGPINFIRST", "N", true},
         {"UNIQUEIDTYPE", "CUSIP", true},
@@ -217,35 +218,65 @@ TEST_CASE("the institution is replaced when somebody wants it") {
     }
 }
 
-TEST_CASE("dates are moved by days") {
+TEST_CASE("dates are moved by days, in their form, and those that stay are counted") {
     struct Row {
         std::int32_t days;
         const char* before;
         const char* after;
+        std::size_t unmoved = 0;
     };
     const Row rows[] = {
         {0, "20240228", "20240228"},
         {2, "20240228", "20240301"},
         {-60, "20240229235959.123[-5:EST]", "20231231235959.123[-5:EST]"},
         {1, " 20231231\n", " 20240101\n"},
-        {1, "20230229", "20230229"},      // no day
-        {1, "2024-02-28", "2024-02-28"},  // not in the standard's form
         {1, "21991231", "22000101"},
-        {3000000, "20240101", "20240101"},  // after 9999
-        {2147483647, "20240228", "20240228"},
-        {-2147483647 - 1, "20240228", "20240228"},
-        {1, "120000", "120000"},
+        {1, "2024-02-28", "2024-02-29"},
+        {2, "2024-02-28T10:00:00+02:00", "2024-03-01T10:00:00+02:00"},
+        {-1, "2024/03/01", "2024/02/29"},
+        {1, "31.03.2024", "01.04.2024"},
+        {1, "31.03.2024 23:30", "01.04.2024 23:30"},
+        {1, "31/12/2023", "01/01/2024"},
+        {1, "12/31/2023", "01/01/2024"},
+        {-1, "30.4.2024", "29.4.2024"},
+        {-1, "01.04.2024</DTPOSTED><DTPOSTED>31.03.2024", "31.03.2024</DTPOSTED><DTPOSTED>30.03.2024"},
+        {1, "04/04/2024</DTPOSTED><DTPOSTED>12/31/2023", "04/05/2024</DTPOSTED><DTPOSTED>01/01/2024"},
+        {2950550, "19210901", "99991231"},
+        {1, "00000000", "00000000"},           // says no day
+        {0, "2024-02-30", "2024-02-30"},       // nothing is to be moved
+        {1, "20230229", "20230229", 1},        // no day
+        {1, "2023-02-29", "2023-02-29", 1},    // no day
+        {1, "01.04.2024", "01.04.2024", 1},    // ambiguous
+        {1, "04.04.2024", "04.04.2024", 1},    // which number is to grow is, too
+        {1, "30.9.2024", "30.9.2024", 1},      // no room for October
+        {1, "240305", "240305", 1},            // not in a form that is known
+        {1, "120000", "120000", 1},            // the same
+        {3000000, "20240101", "20240101", 1},  // after 9999
+        {2147483647, "20240228", "20240228", 1},
+        {-2147483647 - 1, "2024-02-28", "2024-02-28", 1},
     };
     for (const Row& row : rows) {
         CAPTURE(row.days);
         CAPTURE(row.before);
         AnonymizeOptions options;
         options.shiftDays = row.days;
-        const auto document = [](const char* date) {
+        const auto documentWith = [](const char* date) {
             return std::string("<OFX><DTPOSTED>") + date + "</DTPOSTED></OFX>";
         };
-        CHECK(anonymous(document(row.before), options) == document(row.after));
+        const std::string before = documentWith(row.before);
+        const AnonymizedDocument document = Anonymizer(options).anonymize(Data::view(before));
+        CHECK(document.bytes.bytes() == documentWith(row.after));
+        CHECK(document.unmovedDates == row.unmoved);
     }
+}
+
+TEST_CASE("a time of day is no date that could be moved") {
+    AnonymizeOptions options;
+    options.shiftDays = 1;
+    const std::string before = "<OFX><PROCENDTM>170000.000[-5:EST]</PROCENDTM></OFX>";
+    const AnonymizedDocument document = Anonymizer(options).anonymize(Data::view(before));
+    CHECK(document.bytes.bytes() == before);
+    CHECK(document.unmovedDates == 0);
 }
 
 TEST_CASE("what stands outside of elements is replaced, and the header stays but for identifiers of files") {

@@ -124,7 +124,12 @@ TEST_CASE("anonymize needs a folder for several files, and it is not the output"
     const Row rows[] = {
         {{"anonymize", document, document}, "several files need --into FOLDER"},
         {{"anonymize", document, "--into", "x", "--output", "y"}, "--into: excludes --output"},
-        {{"anonymize", document, "--shift-days", "some"}, "--shift-days"},
+        {{"anonymize", document, "--shift-days", "some"},
+         "--shift-days: not a number of days from -3652058 to 3652058, such as -41: \"some\"\n"},
+        {{"anonymize", document, "--shift-days", "99999999"}, "to 3652058, such as -41: \"99999999\"\n"},
+        {{"anonymize", document, "--shift-days", "1.5"}, "such as -41: \"1.5\"\n"},
+        {{"anonymize", document, "--shift-days", "+-1"}, "such as -41: \"+-1\"\n"},
+        {{"anonymize", document, "--shift-days", ""}, "--shift-days"},
         {{"anonymize", document, "--output", document, "--force"}, "is also an input file"},
         {{"anonymize"}, "FILE is required"},
     };
@@ -148,6 +153,17 @@ TEST_CASE("anonymize moves dates and replaces the institution when it is told to
                    "<DTPOSTED>20240301<ORG>Example<"));
     CHECK(contains(tool({"anonymize", "-", "--shift-days", "-59"}, document).output, "<DTPOSTED>20231231<"));
     CHECK_FALSE(contains(tool({"anonymize", "-", "--institution"}, document).output, "Example"));
+}
+
+TEST_CASE("anonymize says how many dates it did not move") {
+    const std::string document = "<OFX><DTPOSTED>240305<DTUSER>20240305<DTAVAIL>05.03.2024</OFX>";
+    const Finished finished = tool({"anonymize", "-", "--shift-days", "+1"}, document);
+    CHECK(finished.output == "<OFX><DTPOSTED>240305<DTUSER>20240306<DTAVAIL>05.03.2024</OFX>");
+    CHECK(contains(finished.error,
+                   "-: These dates are not moved, since their form or their place in time does "
+                   "not allow it: 2.\n"));
+    CHECK_FALSE(contains(tool({"anonymize", "-"}, document).error, "not moved"));
+    CHECK_FALSE(contains(tool({"anonymize", "-", "-q", "--shift-days", "1"}, document).error, "not moved"));
 }
 
 TEST_CASE("anonymize names the elements whose names it does not know") {

@@ -6,7 +6,9 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -90,6 +92,10 @@ void sayResult(const Run& run, const std::string& name, const Expected& expected
         unknown.append(unknown.empty() ? "" : ", ").append("<" + element.name + ">");
     if (!unknown.empty())
         say(name, "The OFX standard does not have these elements, whose names stay: " + unknown + ".");
+
+    if (document.unmovedDates != 0)
+        say(name, "These dates are not moved, since their form or their place in time does not allow it: " +
+                      std::to_string(document.unmovedDates) + ".");
 
     const brackwell::OpenedFile after = brackwell::openData(document.bytes, run.options.reading);
     if (Shape(after) != expected.shape)
@@ -188,6 +194,22 @@ void checkTargets(const Options& options) {
     if (hasFolder) checkFolder(options);
 }
 
+/// The number of days that a text stands for, if dates can be moved by so many.
+std::optional<std::int32_t> daysOf(std::string_view text) {
+    if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
+    std::int32_t days = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), days);
+    constexpr std::int32_t most = brackwell::AnonymizeOptions::mostDays;
+    const bool isNumber = error == std::errc() && end == text.data() + text.size();
+    return isNumber && days >= -most && days <= most ? std::optional(days) : std::nullopt;
+}
+
+std::string checkDays(const std::string& text) {
+    const std::string most = std::to_string(brackwell::AnonymizeOptions::mostDays);
+    if (daysOf(text)) return {};
+    return "not a number of days from -" + most + " to " + most + ", such as -41: \"" + text + "\"";
+}
+
 void declareAnonymizeOptions(CLI::App& command, Options& options) {
     AnonymizeRequest& request = options.anonymize;
     command
@@ -197,8 +219,11 @@ void declareAnonymizeOptions(CLI::App& command, Options& options) {
     command.add_flag("--institution", request.what.institution,
                      "Replace what names the institution, too: names, identifiers, web addresses");
     command
-        .add_option("--shift-days", request.what.shiftDays, "Move all dates by so many days; may be negative")
-        ->type_name("DAYS");
+        .add_option_function<std::string>(
+            "--shift-days", [&request](const std::string& days) { request.what.shiftDays = *daysOf(days); },
+            "Move all dates by so many days; may be negative")
+        ->type_name("DAYS")
+        ->check(CLI::Validator(checkDays, ""));
 }
 
 constexpr const char* kAnonymizeHelp =
