@@ -34,11 +34,10 @@ public:
 
     void run() {
         if (rest_.starts_with(kUTF8Mark)) visitor_.onMarkup(take(kUTF8Mark.size()));
-        readFreeText(take(std::min(rest_.find('<'), rest_.size())));
         while (!rest_.empty()) {
             if (rest_.starts_with('<') && readMarkup()) continue;
-            // The "<" that begins nothing is a part of the value.
-            visitor_.onValue(take(std::min(rest_.find('<', 1), rest_.size())), element_);
+            // The "<" that begins nothing is a part of the text.
+            readText(take(std::min(rest_.find('<', 1), rest_.size())));
         }
     }
 
@@ -47,6 +46,26 @@ private:
         const std::string_view part = rest_.substr(0, size);
         rest_.remove_prefix(part.size());
         return part;
+    }
+
+    /// What an open or close tag changes.
+    void pass(Element element, bool isClose) noexcept {
+        element_ = isClose ? elements::kUnknown : element;
+        if (element == elements::kRoot) isInDocument_ = !isClose;
+    }
+
+    /// The text between two tags: a value, or what stands before a document and after it. A header may come
+    /// after tags of HTML there, of which some have names that OFX has, too (CODE).
+    void readText(std::string_view text) {
+        const bool isFree = !isInDocument_ && (element_ == elements::kUnknown || holdsHeader(text));
+        if (isFree)
+            readFreeText(text);
+        else
+            visitor_.onValue(text, element_);
+    }
+
+    static bool holdsHeader(std::string_view text) noexcept {
+        return text.find("OFXHEADER:") != std::string_view::npos;
     }
 
     /// Text in no element, with the fields of a header of OFX 1 in it, each in a line or all in one.
@@ -146,7 +165,7 @@ private:
             visitor_.onOtherText(take(mark - end));
             visitor_.onMarkup(take(1));
         }
-        element_ = isClose ? elements::kUnknown : element;
+        pass(element, isClose);
         return true;
     }
 
@@ -161,6 +180,7 @@ private:
     std::string_view rest_;
     PartVisitor& visitor_;
     Element element_ = elements::kUnknown;  ///< whose value a text is; unknown after a close tag
+    bool isInDocument_ = false;             ///< after <OFX>, until </OFX>
 };
 
 }  // namespace
