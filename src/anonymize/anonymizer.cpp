@@ -30,15 +30,6 @@ using elements::Element;
 /// What an XML declaration has.
 constexpr std::string_view kXMLFields[] = {"version", "encoding", "standalone"};
 
-/// True for a name as the standard and institutions write theirs. What has small letters may be a person's
-/// address in brackets.
-bool looksLikeElement(std::string_view name) noexcept {
-    return std::ranges::all_of(name, [](char c) {
-        return (c >= 'A' && c <= 'Z') || isASCIIDigit(c) ||
-               std::string_view("._-:").find(c) != std::string_view::npos;
-    });
-}
-
 class UnknownNames {
 public:
     void add(std::string_view name) {

@@ -3,14 +3,18 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_set>
 
 #include "anonymize/value_kind.h"
 #include "elements/header_fields.h"
+#include "memory/unpredictable_hash.h"
+#include "repair/remains.h"
 #include "text/ascii_case.h"
 #include "text/ascii_space.h"
 #include "text/byte_order_marks.h"
 #include "text/comment_marks.h"
 #include "text/name_byte.h"
+#include "text/text_parts.h"
 
 namespace brackwell::anonymizing {
 namespace {
@@ -54,9 +58,37 @@ private:
         if (element == elements::kRoot) isInDocument_ = !isClose;
     }
 
-    /// The text between two tags: a value, or what stands before a document and after it. A header may come
-    /// after tags of HTML there, of which some have names that OFX has, too (CODE).
+    /// The text between two tags, in which some may stand that have lost their "<": "INFO/SEVERITY>".
     void readText(std::string_view text) {
+        std::size_t end = text.find('>');
+        while (end != text.npos) {
+            const auto name = repair::possibleNameWithoutBegin(text.substr(0, end), element_);
+            if (name.empty()) {
+                end = text.find('>', end + 1);
+                continue;
+            }
+            readPlainText(text.substr(0, end - name.size()));
+            readNameWithoutBegin(name);
+            visitor_.onMarkup(text.substr(end, 1));
+            text.remove_prefix(end + 1);
+            end = text.find('>');
+        }
+        readPlainText(text);
+    }
+
+    void readNameWithoutBegin(std::string_view name) {
+        const bool isClose = name.starts_with('/');
+        visitor_.onMarkup(name.substr(0, isClose ? 1 : 0));
+        name.remove_prefix(isClose ? 1 : 0);
+        const Element element = elementMeantBy(name);
+        visitor_.onName(name, element, isClose);
+        pass(element, isClose);
+    }
+
+    /// A value, or what stands before a document and after it. A header may come after tags of HTML there, of
+    /// which some have names that OFX has, too (CODE).
+    void readPlainText(std::string_view text) {
+        if (text.empty()) return;
         const bool isFree = !isInDocument_ && (element_ == elements::kUnknown || holdsHeader(text));
         if (isFree)
             readFreeText(text);
@@ -143,30 +175,47 @@ private:
         const bool isClose = rest_.substr(begin).starts_with('/');
         if (isClose) ++begin;
         while (begin < rest_.size() && isASCIIWhiteSpace(rest_[begin])) ++begin;
-        std::size_t end = begin;
-        while (end < rest_.size() && isInASCIIName(rest_[end])) ++end;
-        if (end == begin) return false;
-        const std::size_t mark = std::min(rest_.find_first_of("<>", end), rest_.size());
+        const std::size_t mark = std::min(rest_.find_first_of("<>", begin), rest_.size());
         const bool isFinished = mark < rest_.size() && rest_[mark] == '>';
-        const std::string_view name = rest_.substr(begin, end - begin);
-        Element element = elementMeantBy(name);
-        if (element == elements::kUnknown) {
-            // A name that nobody knows is one only where nothing but blanks follows it.
-            const bool isName =
-                isFinished && (end == mark || isASCIIWhiteSpace(rest_[end]) || rest_[end] == '/');
-            if (!isName) end = begin + knownPrefix(name);
-            if (end == begin) return false;
-            element = elementMeantBy(rest_.substr(begin, end - begin));
-        }
-        const bool hasInside = isFinished && end >= begin + name.size();
+        const Name name = nameIn(rest_.substr(begin, mark - begin), isFinished);
+        if (name.size == 0) return false;
         visitor_.onMarkup(take(begin));
-        visitor_.onName(take(end - begin), element, isClose);
-        if (hasInside) {
-            visitor_.onOtherText(take(mark - end));
+        visitor_.onName(take(name.size), name.element, isClose);
+        if (isFinished && name.isWhole) {
+            visitor_.onOtherText(take(mark - begin - name.size));
             visitor_.onMarkup(take(1));
         }
-        pass(element, isClose);
+        pass(name.element, isClose);
         return true;
+    }
+
+    /// The name in a tag.
+    struct Name {
+        std::size_t size = 0;  ///< 0 for what begins no tag
+        Element element = elements::kUnknown;
+        bool isWhole = true;  ///< false where a value stands behind it without a ">" before that
+    };
+
+    /// `inside` is what stands between the "<" of a tag, or its "/", and the next bracket.
+    Name nameIn(std::string_view inside, bool isFinished) {
+        const auto* const end = std::ranges::find_if_not(inside, isInASCIIName);
+        const std::string_view name = inside.substr(0, static_cast<std::size_t>(end - inside.begin()));
+        if (const Element element = elementMeantBy(name); element != elements::kUnknown)
+            return {name.size(), element};
+        // One that could be an institution's own is none that was misspelt: nobody knows what its values are.
+        if (isFinished && !looksLikeElement(inside))
+            if (const Element element = elementLike(inside); element != elements::kUnknown)
+                return {inside.size(), element};
+        // Another name that nobody knows is one only where nothing but blanks follows it, and a ">", or where
+        // it was one before, perhaps with a prefix.
+        const bool isAlone = end == inside.end() || isASCIIWhiteSpace(*end) || *end == '/';
+        const std::string_view own = afterLast(name, ".:");
+        if (!name.empty() && isAlone && (isFinished || otherNames_.contains(own))) {
+            otherNames_.insert(own);
+            return {name.size()};
+        }
+        const std::size_t size = knownPrefix(name);
+        return {size, elementMeantBy(name.substr(0, size)), size == name.size()};
     }
 
     /// The size of the longest name of an element that a name begins with: that of a tag without its ">",
@@ -181,6 +230,7 @@ private:
     PartVisitor& visitor_;
     Element element_ = elements::kUnknown;  ///< whose value a text is; unknown after a close tag
     bool isInDocument_ = false;             ///< after <OFX>, until </OFX>
+    std::unordered_set<std::string_view, UnpredictableHash> otherNames_;  ///< of no element, without prefixes
 };
 
 }  // namespace

@@ -81,6 +81,27 @@ static_assert(std::ranges::all_of(kNamed, [](const Named& row) {
     return elements::tables::find(row.name) != elements::kUnknown;
 }));
 
+/// The elements in the order of the sizes of their names, and where those of each size begin.
+struct ElementsBySize {
+    std::array<elements::Element, elements::kElementCount> elements{};
+    std::array<std::size_t, elements::kLongestName + 2> begins{};
+};
+constexpr ElementsBySize kBySize = [] {
+    ElementsBySize sorted;
+    for (const elements::ElementRow& row : elements::kElementRows) ++sorted.begins[row.name.size() + 1];
+    for (std::size_t i = 1; i < sorted.begins.size(); ++i) sorted.begins[i] += sorted.begins[i - 1];
+    auto ends = sorted.begins;
+    for (elements::Element element = 0; element < elements::kElementCount; ++element)
+        sorted.elements[ends[elements::kElementRows[element].name.size()]++] = element;
+    return sorted;
+}();
+
+/// True for two texts of one size that differ in one place.
+bool differInOne(std::string_view a, std::string_view b) noexcept {
+    const auto [first, second] = std::ranges::mismatch(a, b);
+    return first != a.end() && std::equal(first + 1, a.end(), second + 1);
+}
+
 }  // namespace
 
 ValueKind kindOf(elements::Element element) noexcept { return kKinds[element]; }
@@ -91,6 +112,21 @@ elements::Element elementMeantBy(std::string_view name) noexcept {
     if (name.empty() || name.size() > capitals.size()) return elements::kUnknown;
     std::ranges::transform(name, capitals.begin(), capitalLetter);
     return elements::findElement({capitals.data(), name.size()});
+}
+
+elements::Element elementLike(std::string_view name) noexcept {
+    if (name.size() > elements::kLongestName || elements::findElement(name) != elements::kUnknown)
+        return elements::kUnknown;
+    for (std::size_t i = kBySize.begins[name.size()]; i < kBySize.begins[name.size() + 1]; ++i)
+        if (differInOne(name, elements::nameOf(kBySize.elements[i]))) return kBySize.elements[i];
+    return elements::kUnknown;
+}
+
+bool looksLikeElement(std::string_view name) noexcept {
+    return std::ranges::all_of(name, [](char c) {
+        return (c >= 'A' && c <= 'Z') || isASCIIDigit(c) ||
+               std::string_view("._-:").find(c) != std::string_view::npos;
+    });
 }
 
 bool looksLikeCode(std::string_view text) noexcept {

@@ -24,6 +24,14 @@ ValueKind kindOf(elements::Element element) noexcept;
 /// The element that a name in a tag means, in whatever case and with whatever prefix of a namespace.
 elements::Element elementMeantBy(std::string_view name) noexcept;
 
+/// The element whose name differs from this one in one character: "STMTjRN", "=TATUS". kUnknown when there is
+/// none, or the name is that of an element.
+elements::Element elementLike(std::string_view name) noexcept;
+
+/// True for a name as the standard and institutions write theirs. What has small letters may be a person's
+/// address in brackets.
+bool looksLikeElement(std::string_view name) noexcept;
+
 /// True for what can be a code: a word in capitals, or a number too short for an account or a telephone.
 bool looksLikeCode(std::string_view text) noexcept;
 

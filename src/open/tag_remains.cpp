@@ -10,7 +10,7 @@ namespace brackwell::opening {
 
 bool holdsRemains(std::string_view text, elements::Element element) noexcept {
     for (std::size_t close = text.find('>'); close != text.npos; close = text.find('>', close + 1))
-        if (repair::mayEndWithName(text.substr(0, close), element)) return true;
+        if (!repair::possibleNameWithoutBegin(text.substr(0, close), element).empty()) return true;
     return false;
 }
 

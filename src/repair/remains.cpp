@@ -53,15 +53,15 @@ std::string_view nameWithoutBegin(std::string_view text, Element before) noexcep
     return {};
 }
 
-bool mayEndWithName(std::string_view text, Element before) noexcept {
-    if (!nameWithoutBegin(text, before).empty()) return true;
+std::string_view possibleNameWithoutBegin(std::string_view text, Element before) noexcept {
+    if (const std::string_view name = nameWithoutBegin(text, before); !name.empty()) return name;
     for (std::size_t size = 2; size <= std::min(text.size(), elements::kLongestName); ++size) {
         const std::string_view name = text.substr(text.size() - size);
-        if (!isInStandardName(name.front())) return false;
+        if (!isInStandardName(name.front())) return {};
         const Element element = elements::findElement(name);
-        if (element != elements::kUnknown && areSiblings(before, element)) return true;
+        if (element != elements::kUnknown && areSiblings(before, element)) return name;
     }
-    return false;
+    return {};
 }
 
 std::string_view nameWithoutEnd(std::string_view inside) noexcept {

@@ -17,8 +17,9 @@ namespace brackwell::repair {
 ///     see NAME           nothing: a word of the text
 std::string_view nameWithoutBegin(std::string_view text, elements::Element before) noexcept;
 
-/// True also where the name is too short to be sure of, or stands directly after other capitals: "AMEXFID".
-bool mayEndWithName(std::string_view text, elements::Element before) noexcept;
+/// The same, and also a name that is too short to be sure of, or stands directly after other capitals:
+/// "AMEXFID".
+std::string_view possibleNameWithoutBegin(std::string_view text, elements::Element before) noexcept;
 
 /// The name of a leaf that what follows a "<" begins with, where no ">" ends it: "TRNAMT-5.00". Empty when
 /// there is none.
