@@ -115,6 +115,30 @@ TEST_CASE("anonymize replaces no file that it reads, in whatever order and under
     }
 }
 
+TEST_CASE("anonymize does not read its own results again, and says which file became which") {
+    const TemporaryFolder folder;
+    folder.file("july.ofx", kRent);
+    folder.file("old/june.qfx", kRent);
+    folder.file("old/anon/anonymous-7.ofx", kRent);
+    const std::vector<std::string> arguments{"anonymize", ".", "--into", "./old/../anon", "--force"};
+    const std::string names =
+        "./july.ofx -> ./old/../anon/anonymous-1.ofx\n"
+        "./old/anon/anonymous-7.ofx -> ./old/../anon/anonymous-2.ofx\n"
+        "./old/june.qfx -> ./old/../anon/anonymous-3.qfx\n";
+    const Finished first = toolIn(folder.path(), arguments);
+    CHECK(first.status == 0);
+    CHECK(first.error == names);
+    const Finished second = toolIn(folder.path(), arguments);
+    CHECK(second.status == 0);
+    CHECK(second.error == "./anon: This folder is not read, since the results go there.\n" + names);
+    CHECK_FALSE(std::filesystem::exists(folder.path("anon/anonymous-4.ofx")));
+    CHECK(toolIn(folder.path(), {"anonymize", ".", "--into", "anon", "--force", "-q"}).error == "");
+
+    const Finished named = toolIn(folder.path(), {"anonymize", "anon", "--into", "anon", "--force"});
+    CHECK(named.status == 2);
+    CHECK(contains(named.error, "is also an input file"));
+}
+
 TEST_CASE("anonymize needs a folder for several files, and it is not the output") {
     const std::string document = examplePath("card.ofx");
     struct Row {

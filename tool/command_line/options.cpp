@@ -277,7 +277,8 @@ void understand(Options& options, const Texts& texts) {
     options.filter = understoodFilter(texts.filter);
     checkFiles(options);
     options.named =
-        namedFiles(options.fileNames, options.command->has(kSeveralFiles) ? FileCount::any : FileCount::one);
+        namedFiles(options.fileNames, options.command->has(kSeveralFiles) ? FileCount::any : FileCount::one,
+                   options.anonymize.folder.value_or(""));
     checkOutput(options);
     if (options.command->check != nullptr) options.command->check(options);
 }

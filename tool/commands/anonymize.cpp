@@ -116,11 +116,14 @@ std::string nameInFolder(const std::string& folder, const std::string& name, std
     return (std::filesystem::path(folder) / ("anonymous-" + std::to_string(number) + ending)).string();
 }
 
-bool writeToFolder(Run& run, const std::string& name, std::string_view bytes) {
+/// Says which file became which, as the new name does not.
+bool writeToFolder(Run& run, const std::string& source, const std::string& name, std::string_view bytes) {
     Output output(name, run.options.replacesDocuments, run.progress);
     output.write(bytes);
     output.keep();
-    return output.close();
+    if (!output.close()) return false;
+    if (!run.options.isQuiet) sayText(source + " -> " + name + "\n");
+    return true;
 }
 
 bool makeFolder(const std::string& folder) {
@@ -162,7 +165,7 @@ bool runAnonymize(Run& run) {
             const auto document = anonymized(run, anonymizer, source);
             if (!document) return false;
             if (request.folder)
-                return writeToFolder(run, nameInFolder(*request.folder, source.name, number),
+                return writeToFolder(run, source.name, nameInFolder(*request.folder, source.name, number),
                                      document->bytes.bytes());
             writeDocument(run.output, document->bytes.bytes());
             run.output.keep();

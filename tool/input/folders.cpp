@@ -34,12 +34,17 @@ void sortIn(const fs::directory_entry& entry, FolderContent& content, std::vecto
 
 }  // namespace
 
-FolderContent contentOf(const std::string& folder) {
+FolderContent contentOf(const std::string& folder, const std::string& results) {
     FolderContent content;
+    std::error_code unknown;
     std::vector<fs::path> waiting{fs::path(folder)};
     while (!waiting.empty()) {
         const fs::path path = waiting.back();
         waiting.pop_back();
+        if (!results.empty() && path != fs::path(folder) && fs::equivalent(path, results, unknown)) {
+            content.leftOut = path.string();
+            continue;
+        }
         std::error_code error;
         for (fs::directory_iterator entry(path, error), end; !error && entry != end; entry.increment(error))
             sortIn(*entry, content, waiting);

@@ -90,8 +90,10 @@ bool takeArchiveInFolder(const std::string& path, NamedFiles& named) {
 // ---------------------------------------------------------------------------------------------
 // Folders
 
-void takeFolder(const std::string& folder, NamedFiles& named) {
-    FolderContent content = contentOf(folder);
+void takeFolder(const std::string& folder, const std::string& results, NamedFiles& named) {
+    FolderContent content = contentOf(folder, results);
+    if (!content.leftOut.empty())
+        named.notes.push_back({content.leftOut, "This folder is not read, since the results go there."});
     const std::size_t before = named.files.size();
     for (const std::string& name : content.unread)
         named.errors.push_back({name, "The folder may not be looked into, so what is in it was left out."});
@@ -108,9 +110,9 @@ void takeFolder(const std::string& folder, NamedFiles& named) {
     named.notes.push_back({folder, passedOverText(content.passedOver, cut)});
 }
 
-void takeNamed(const std::string& name, FileCount count, NamedFiles& named) {
+void takeNamed(const std::string& name, FileCount count, const std::string& results, NamedFiles& named) {
     if (name == "-") return named.files.push_back({name, {}, {}});
-    if (count == FileCount::any && isFolder(name)) return takeFolder(name, named);
+    if (count == FileCount::any && isFolder(name)) return takeFolder(name, results, named);
     if (isArchive(name)) return takeArchive(name, count, named);
     if (isArchiveForOthers(name))
         named.notes.push_back({name, "This build of brackwell reads no ZIP archives."});
@@ -122,9 +124,9 @@ void takeNamed(const std::string& name, FileCount count, NamedFiles& named) {
 
 }  // namespace
 
-NamedFiles namedFiles(const std::vector<std::string>& names, FileCount count) {
+NamedFiles namedFiles(const std::vector<std::string>& names, FileCount count, const std::string& results) {
     NamedFiles named;
-    for (const std::string& name : names) takeNamed(name, count, named);
+    for (const std::string& name : names) takeNamed(name, count, results, named);
     return named;
 }
 

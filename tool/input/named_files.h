@@ -31,6 +31,9 @@ enum class FileCount : unsigned char {
     any,
 };
 
-NamedFiles namedFiles(const std::vector<std::string>& names, FileCount count);
+/// `results`, which may be "", is the folder that a command writes into: what stands there is no input unless
+/// it is named.
+NamedFiles namedFiles(const std::vector<std::string>& names, FileCount count,
+                      const std::string& results = {});
 
 }  // namespace tool
