@@ -530,7 +530,9 @@ TEST_CASE("an example reads as before, but for what its values say") {
         const auto kindsOf = [](const OpenedFile& file) {
             std::map<FindingKind, std::size_t> kinds;
             for (const Finding& finding : file.findings())
-                if (finding.kind != FindingKind::doesNotAddUp) kinds[finding.kind] += finding.count;
+                // The totals of investments cannot be true.
+                if (finding.kind != FindingKind::doesNotAddUp || file.investmentStatements().empty())
+                    kinds[finding.kind] += finding.count;
             return kinds;
         };
         CHECK(kindsOf(after) == kindsOf(before));

@@ -35,7 +35,9 @@ Reading readingOf(const Data& bytes) {
     for (const auto& statement : file.investmentStatements())
         reading.counts.push_back(statement.transactions().size());
     for (const Finding& finding : file.findings())
-        if (finding.kind != FindingKind::doesNotAddUp) reading.findings[finding.kind] += finding.count;
+        // The totals of investments cannot be true.
+        if (finding.kind != FindingKind::doesNotAddUp || file.investmentStatements().empty())
+            reading.findings[finding.kind] += finding.count;
     return reading;
 }
 

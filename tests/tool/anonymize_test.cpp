@@ -190,6 +190,28 @@ TEST_CASE("anonymize says how many dates it did not move") {
     CHECK_FALSE(contains(tool({"anonymize", "-", "-q", "--shift-days", "1"}, document).error, "not moved"));
 }
 
+TEST_CASE("anonymize says that the totals of investments do not add up any more") {
+    const std::string path = examplePath("investments.ofx");
+    const TemporaryFolder folder;
+    const std::string result = folder.path("result.ofx");
+    const auto totalsIn = [](const std::string& file) {
+        std::size_t count = 0;
+        const Json object = Json::parse(tool({"json", file}).output);
+        for (const Json& finding : object["findings"])
+            if (finding["kind"] == "doesNotAddUp") count += finding["count"].get<std::size_t>();
+        return count;
+    };
+    const Finished finished = tool({"anonymize", path, "--output", result});
+    CHECK(finished.status == 0);
+    const std::string before = std::to_string(totalsIn(path));
+    const std::string after = std::to_string(totalsIn(result));
+    CHECK(after != before);
+    CHECK(contains(finished.error, ": The anonymous form has other findings: doesNotAddUp (" + after +
+                                       " instead of " + before +
+                                       "). Each amount is replaced by itself, so totals of investments do "
+                                       "not add up.\n"));
+}
+
 TEST_CASE("anonymize names the elements whose names it does not know") {
     const std::string document = "<OFX><X.JANE>1</X.JANE><NAME>x</NAME></OFX>";
     const std::string line =
