@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
+#include <span>
 #include <sstream>
 
 #include "tool/browser.h"
-#include "tool/report.h"
+#include "tool/investment_documents.h"
 
 using namespace brackwell::tests;
 
 namespace {
 
 /// From the narrowest telephone to the widest window, with those in which six columns are too many.
-constexpr const char* kWidths = "[320, 420, 705, 840, 1280, 2000]";
+constexpr int kWidths[] = {320, 420, 705, 840, 1000, 1060, 1280, 2000};
+/// Of A4 and of letter paper, without the margins.
+constexpr int kPaperWidths[] = {717, 739};
 
 /// Sets a page into frames of these widths, and says in the title of its own page what does not hold in one.
 /// A frame with a page as its source may be looked into.
@@ -37,6 +40,14 @@ function brokenWords(element) {
     return broken;
 }
 
+// A text that reaches over an edge of its cell lies over its neighbour, or outside of the table.
+function sticksOut(cell) {
+    const edge = cell.getBoundingClientRect();
+    const range = cell.ownerDocument.createRange();
+    range.selectNodeContents(cell);
+    return Array.from(range.getClientRects()).some(box => box.left < edge.left - 1 || box.right > edge.right + 1);
+}
+
 function problemsIn(page, width) {
     const problems = [];
     const say = problem => problems.push(width + ': ' + problem);
@@ -46,6 +57,8 @@ function problemsIn(page, width) {
         if (!mayScroll && box.scrollWidth > box.clientWidth) say('a table is wider than the page: ' + box.textContent.slice(0, 40));
     for (const cell of page.querySelectorAll('th, td, dt, dd, h1, h2, summary, figcaption'))
         for (const word of brokenWords(cell)) say('broken: ' + word);
+    for (const cell of page.querySelectorAll('th, td, dt, dd'))
+        if (cell.getBoundingClientRect().width > 1 && sticksOut(cell)) say('outside of its cell: ' + cell.textContent);
     for (const cell of page.querySelectorAll('.transactions tbody th'))
         if (cell.getBoundingClientRect().width < 110) say('a narrow description: ' + cell.textContent);
     return problems;
@@ -76,12 +89,12 @@ std::string asAttribute(const std::string& text) {
 
 /// What is wrong with a page at any of the widths; "" for nothing. Large amounts may need a table that is
 /// wider than the page and scrolls in its place.
-std::string problemsOf(const std::string& page, bool mayScroll = false) {
+std::string problemsOf(const std::string& page, std::span<const int> widths, bool mayScroll = false) {
     const std::string source = asAttribute(withoutPolicy(page));
     std::string frames = "<!DOCTYPE html><title></title>\n";
-    for (const Json& width : Json::parse(kWidths))
-        frames +=
-            "<iframe width=\"" + width.dump() + "\" height=\"900\" srcdoc=\"" + source + "\"></iframe>\n";
+    for (const int width : widths)
+        frames += "<iframe width=\"" + std::to_string(width) + "\" height=\"900\" srcdoc=\"" + source +
+                  "\"></iframe>\n";
     const std::string shown =
         shownInBrowser(frames + "<script>const mayScroll = " + (mayScroll ? "true" : "false") + ";" +
                            kMeasure + "</script>",
@@ -101,19 +114,64 @@ std::string reportOfExamples(const std::vector<std::string>& names) {
     return tool(arguments).output;
 }
 
+/// The report of an account in each currency, which has these amounts as its transactions and balances.
+std::string reportOfAmounts(const std::vector<std::string>& currencies,
+                            const std::vector<std::string>& amounts) {
+    std::string statements;
+    for (const std::string& currency : currencies) {
+        std::string transactions;
+        for (const std::string& amount : amounts)
+            transactions += transaction(
+                "20240105", amount, "<TRNTYPE>DIRECTDEBIT<CHECKNUM>20190923001<NAME>Landlord of the house");
+        statements += statement("1111000" + std::to_string(statements.size()), currency, transactions,
+                                ledger(amounts.front(), "20240301") + "<AVAILBAL><BALAMT>" + amounts.back() +
+                                    "<DTASOF>20240301</AVAILBAL>");
+    }
+    return outputOf({"report"}, bankDocument(statements));
+}
+
+/// The report of transactions in a currency whose rate is not known.
+std::string reportWithoutRate() {
+    return outputOf({"report"},
+                    transactionsWith(transaction("20240105", "-99999999.99",
+                                                 "<NAME>Landlord<CURRENCY><CURSYM>KRW</CURRENCY>") +
+                                     transaction("20240105", "-7", "<NAME>Coffee")));
+}
+
+std::string reportOfHoldings(const std::string& value) {
+    return outputOf({"report"}, version1(held("778899001122", purchase("T1", "20240110", "100", "-" + value),
+                                              position("100", value) + position("200", "-" + value)) +
+                                         securityList(security("100", "Alder Railways", "ALDR") +
+                                                      security("200", "Harbour, Lines", "HBRL"))));
+}
+
 struct Page {
     std::string name;
-    std::vector<std::string> examples;
+    std::string html;
+    bool mayScroll = false;  ///< its amounts may make a table scroll in its place in a narrow window
 };
 
 const std::vector<Page>& pages() {
     static const std::vector<Page> all{
-        {"one account", {"checking.ofx"}},
-        {"several accounts in several currencies", {"household.ofx", "checking.ofx", "card.ofx"}},
-        {"investments", {"investments.ofx"}},
-        {"everything", {"every_element.ofx", "quirks.ofx", "investments.ofx", "household.ofx", "errors.ofx"}},
+        {"one account", reportOfExamples({"checking.ofx"})},
+        {"several accounts in several currencies",
+         reportOfExamples({"household.ofx", "checking.ofx", "card.ofx"})},
+        {"investments", reportOfExamples({"investments.ofx"})},
+        {"everything", reportOfExamples({"every_element.ofx", "quirks.ofx", "investments.ofx",
+                                         "household.ofx", "errors.ofx"})},
+        {"amounts of six figures", reportOfAmounts({"GBP", "HKD"}, {"-999999.00", "999999.99"})},
+        {"amounts of six figures in one currency", reportOfAmounts({"GBP"}, {"-999999.00", "999999.99"})},
+        {"amounts of ten figures", reportOfAmounts({"JPY", "KRW", "EUR"}, {"-99999999", "9999999999"}), true},
+        {"amounts in another currency", reportWithoutRate()},
+        {"holdings of eight figures", reportOfHoldings("99999999.99")},
     };
     return all;
+}
+
+/// A page as paper has it, in a window as wide as what is printed on.
+std::string asPaper(std::string page) {
+    page = replaced(page, "@media print", "@media all");
+    return replaced(page, "@media screen and", "@media not all and");
 }
 
 /// The words of a PDF that reach over the edge of their page, and the others as one text.
@@ -128,9 +186,11 @@ double numberIn(const std::string& line, const std::string& name) {
     return std::stod(line.substr(line.find(name + "=\"") + name.size() + 2));
 }
 
-Printed printed(const std::string& page) {
+Printed printed(const std::string& page, const std::string& size) {
     const TemporaryFolder folder;
-    const std::string path = folder.file("report.pdf", printedByBrowser(page));
+    std::string sized = withoutPolicy(page);
+    sized.insert(sized.find("</head>"), "<style>@page { size: " + size + " }</style>");
+    const std::string path = folder.file("report.pdf", printedByBrowser(sized));
     const Finished finished = run({{BRACKWELL_PDFTOTEXT, "-bbox", path, "-"}});
     CHECK(finished.status == 0);
     Printed found;
@@ -174,7 +234,15 @@ TEST_CASE("a page holds from 320 to 2,000 pixels: nothing overflows, and no word
     if (!hasBrowser()) return;
     for (const Page& page : pages()) {
         CAPTURE(page.name);
-        CHECK(problemsOf(reportOfExamples(page.examples)) == "");
+        CHECK(problemsOf(page.html, kWidths, page.mayScroll) == "");
+    }
+}
+
+TEST_CASE("a page holds on paper") {
+    if (!hasBrowser()) return;
+    for (const Page& page : pages()) {
+        CAPTURE(page.name);
+        CHECK(problemsOf(asPaper(page.html), kPaperWidths) == "");
     }
 }
 
@@ -189,7 +257,7 @@ TEST_CASE("long numbers, long words and large amounts overflow at no width") {
                                                "<NAME>Donaudampfschiff<MEMO>" + std::string(300, 'm')),
                                ledger("1234567890123.99", "20240301")) +
                      statement("22220002", "USD", transaction("20240110", "-7", "<NAME>Coffee"))));
-    CHECK(problemsOf(page, true) == "");
+    CHECK(problemsOf(page, kWidths, true) == "");
 }
 
 TEST_CASE("on paper every word is whole and inside of its page") {
@@ -200,15 +268,17 @@ TEST_CASE("on paper every word is whole and inside of its page") {
     }
     for (const Page& page : pages()) {
         CAPTURE(page.name);
-        const std::string report = reportOfExamples(page.examples);
-        const Printed paper = printed(report);
-        CHECK(paper.pages > 0);
-        CHECK(paper.outside == std::vector<std::string>{});
-        const std::vector<std::string> words = wholeWordsOf(report);
+        const std::vector<std::string> words = wholeWordsOf(page.html);
         CHECK_FALSE(words.empty());
-        for (const std::string& word : words) {
-            CAPTURE(word);
-            CHECK(contains(paper.text, " " + asText(word) + " "));
+        for (const std::string size : {"A4", "letter"}) {
+            CAPTURE(size);
+            const Printed paper = printed(page.html, size);
+            CHECK(paper.pages > 0);
+            CHECK(paper.outside == std::vector<std::string>{});
+            for (const std::string& word : words) {
+                CAPTURE(word);
+                CHECK(contains(paper.text, " " + asText(word) + " "));
+            }
         }
     }
 }

@@ -2,6 +2,7 @@
 #include "report/transaction_table.h"
 
 #include <algorithm>
+#include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -23,6 +24,7 @@
 #include "report/finding_list.h"
 #include "report/html_writer.h"
 #include "report/way_up.h"
+#include "text/display_width.h"
 #include "text/shown_values.h"
 #include "text/transaction_text.h"
 #include "text/value_text.h"
@@ -168,8 +170,8 @@ std::string foreignAmountOf(const TransactionRow& row, const std::string& accoun
     return withCurrency(amountText(*amount), symbol);
 }
 
-/// "-999999.99" fits into the column of amounts together with a currency.
-constexpr std::size_t kUsualAmount = 10;
+/// How many characters the column of amounts has room for; page.css makes it as wide. Longer ones break.
+constexpr std::array<std::size_t, 4> kAmountRooms{12, 16, 19, 22};
 constexpr std::size_t kUsualNumber = 9;
 
 /// The columns that there are besides date, description, type and amount.
@@ -178,10 +180,31 @@ struct Columns {
     bool number = false;         ///< a transaction has one
     bool currency = false;       ///< stands beside every amount, since there are several
     bool trades = false;         ///< what they are called needs more room than the types of banks
-    bool longAmounts = false;    ///< need more room than amounts mostly do
-    bool longNumbers = false;    ///< the same of cheques and references
+    bool longNumbers = false;    ///< of cheques and references need more room than they mostly do
+    std::size_t amountRoom = 0;  ///< one of kAmountRooms
     std::string commonCurrency;  ///< of all amounts otherwise
 };
+
+/// What stands in the column of amounts; the currency of the account follows it where there are several. Most
+/// transactions that only move securities have no amount.
+std::string amountCellText(const TransactionRow& row, const std::string& foreign) {
+    if (row.amount) return signedAmountText(*row.amount);
+    const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
+    return !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount");
+}
+
+/// How many characters wide a row's amount is.
+std::size_t amountWidth(const TransactionRow& row, const std::string& accountCurrency, bool withCurrency) {
+    if (!row.amount) return displayWidth(amountCellText(row, foreignAmountOf(row, accountCurrency)));
+    const std::size_t width = displayWidth(amountCellText(row, ""));
+    return withCurrency ? width + 1 + displayWidth(accountCurrency) : width;
+}
+
+/// The smallest room that so many characters fit into.
+std::size_t amountRoomFor(std::size_t characters) noexcept {
+    const auto* const room = std::ranges::lower_bound(kAmountRooms, characters);
+    return room == kAmountRooms.end() ? kAmountRooms.back() : *room;
+}
 
 Columns columnsOf(const std::vector<Named>& names, const std::vector<RowPlace>& places,
                   const Report& report) {
@@ -191,15 +214,17 @@ Columns columnsOf(const std::vector<Named>& names, const std::vector<RowPlace>& 
     columns.currency = std::ranges::any_of(
         names, [&](const Named& account) { return account.currency != columns.commonCurrency; });
     if (columns.currency) columns.commonCurrency.clear();
+    std::size_t widestAmount = 0;
     for (const RowPlace& place : places) {
         const TransactionRow row = rowAt(report, place);
         const std::size_t number = numberInRow(row).value_or("").size();
         columns.number = columns.number || number > 0;
         columns.longNumbers = columns.longNumbers || number > kUsualNumber;
         columns.trades = columns.trades || row.trade != nullptr;
-        columns.longAmounts =
-            columns.longAmounts || (row.amount && row.amount->shown().toString().size() > kUsualAmount);
+        const std::string& currency = names[row.account - 1].currency;
+        widestAmount = std::max(widestAmount, amountWidth(row, currency, columns.currency));
     }
+    columns.amountRoom = amountRoomFor(widestAmount);
     return columns;
 }
 
@@ -283,18 +308,13 @@ private:
     }
     /// What buys or sells securities is neither in nor out.
     void writeAmount(const TransactionRow& row, const std::string& foreign) {
-        if (!row.amount) return writeNoAmount(row, foreign);
+        const std::string text = amountCellText(row, foreign);
+        if (!row.amount) return markup_.write("<td class=\"none\">{}</td>", text);
         const bool movesMoney = row.trade == nullptr || row.trade->movesMoney;
         const std::string_view flow = row.amount->isNegative() ? "out" : "in";
-        markup_.write("<td class=\"{}\">{}", movesMoney ? flow : "trade", signedAmountText(*row.amount));
+        markup_.write("<td class=\"{}\">{}", movesMoney ? flow : "trade", text);
         if (columns_.currency) markup_.write(" <abbr>{}</abbr>", names_[row.account - 1].currency);
         markup_.write("</td>");
-    }
-    /// Most transactions that only move securities have none.
-    void writeNoAmount(const TransactionRow& row, const std::string& foreign) {
-        const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
-        markup_.write("<td class=\"none\">{}</td>",
-                      !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount"));
     }
 
     HtmlWriter& markup_;
@@ -339,12 +359,11 @@ void writeFilter(HtmlWriter& html, const std::vector<Named>& names, const Report
 
 void writeHead(HtmlWriter& html, const Columns& columns) {
     html.write(
-        "<table id=\"transactions\" class=\"transactions {} {}\" data-currency=\"{}\">\n<thead><tr>"
+        "<table id=\"transactions\" class=\"transactions amounts-{} {}\" data-currency=\"{}\">\n<thead><tr>"
         "<th scope=\"col\" data-sort=\"date\">Date</th><th scope=\"col\" "
         "data-sort=\"description\">Description</th>"
         "<th scope=\"col\" data-sort=\"type\">Type</th>",
-        columns.longAmounts ? "long" : "usual", columns.trades ? "trades" : "payments",
-        columns.commonCurrency);
+        columns.amountRoom, columns.trades ? "trades" : "payments", columns.commonCurrency);
     if (columns.account) html.write("<th scope=\"col\" class=\"whose\" data-sort=\"account\">Account</th>");
     if (columns.number)
         html.write("<th scope=\"col\" class=\"number {}\" data-sort=\"number\">Number</th>",
