@@ -77,6 +77,43 @@ TEST_CASE("the filter in a page's address hides rows and adds up the others") {
     }
 }
 
+TEST_CASE("a page is searched without regard to case, accents and how an amount is written") {
+    if (!hasBrowser()) return;
+    std::string page = withoutPolicy(
+        outputOf({"report"},
+                 bankDocument(statement("11110001", "EUR",
+                                        transaction("20240105", "-845", "<NAME>Caf\xE9 LUMI\xC8RE") +
+                                            transaction("20240104", "1050", "<NAME>\x8Cuvre<MEMO>S\xD8REN") +
+                                            transaction("20240103", "-1234567.5", "<NAME>Gro\xDF")))));
+    // Each search and the numbers of the rows that it finds.
+    const std::string searches = R"({
+        "cafe lumiere": "0", "CAFÉ LUMIÈRE": "0", "cafe\u0301": "0", "cafes": "",
+        "oeuvre": "1", "œUVRE": "1", "soren": "1", "gross": "2", "GROẞ": "2", "groß": "2",
+        "-845": "0", "\u2212845": "0", "+845": "", "1050": "1", "1,050.00": "1", "-1050": "",
+        "-1234567.50": "2", "1,234,5": "2", "2024-01-03": "2", "": "0 1 2"})";
+    page.insert(page.find("</body>"),
+                "<script>const field = document.getElementById('filter').elements.namedItem('q');\n"
+                "const rows = [...document.getElementById('transactions').tBodies[0].rows];\n"
+                "const found = [...rows.keys()];\n"
+                "document.title = JSON.stringify(Object.fromEntries(Object.keys(" +
+                    searches +
+                    ").map(text => {\n"
+                    "  field.value = text;\n"
+                    "  field.dispatchEvent(new Event('input', { bubbles: true }));\n"
+                    "  return [text, found.filter(row => !rows[row].hidden).join(' ')];\n"
+                    "})));</script>");
+    const Shown shown = shownInBrowser(page, "");
+    CHECK(shown.console == "");
+    const std::size_t start = shown.page.find("<title>") + 7;
+    const std::string title = shown.page.substr(start, shown.page.find("</title>", start) - start);
+    const Json wanted = Json::parse(searches);
+    const Json found = Json::parse(title);
+    for (const auto& [text, rows] : wanted.items()) {
+        CAPTURE(text);
+        CHECK(found.at(text) == rows);
+    }
+}
+
 TEST_CASE("the order in a page's address sorts the rows, those without a value last") {
     if (!hasBrowser()) return;
     struct Row {

@@ -46,14 +46,28 @@
         return (0n > sum ? '\u2212' : '') + whole + '.' + fraction;
     }
 
+    // Small letters that are more than a plain letter with marks, and what the program's own search takes them for.
+    const plainLetters = {
+        'ß': 'ss', 'æ': 'ae', 'œ': 'oe', 'ĳ': 'ij', 'ø': 'o', 'đ': 'd', 'ħ': 'h', 'ı': 'i', 'ŀ': 'l', 'ł': 'l', 'ŧ': 't',
+        'ς': 'σ'
+    };
+    const otherLetters = new RegExp('[' + Object.keys(plainLetters).join('') + ']', 'g');
+
+    // Texts are compared without case, marks and accents, amounts as they are typed: with a hyphen and no groups.
+    function folded(text) {
+        return text.toLowerCase().normalize('NFD').replace(/[\u0300-\u036f]/g, '')
+            .replace(otherLetters, letter => plainLetters[letter])
+            .replace(/\u2212/g, '-').replace(/(\d),(?=\d)/g, '$1');
+    }
+
     function textOf(row) {
-        if (row.text === null) row.text = row.element.textContent.toLowerCase();
+        if (row.text === null) row.text = folded(row.element.textContent);
         return row.text;
     }
 
     function wanted() {
         const values = Object.fromEntries(fields.map(field => [field.name, field.value]));
-        const words = values.q.toLowerCase().split(/\s+/);
+        const words = folded(values.q).split(/\s+/);
         return row => {
             if (values.from) if (!row.date || values.from > row.date) return false;
             if (values.until) if (!row.date || row.date > values.until) return false;
