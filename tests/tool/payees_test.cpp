@@ -71,6 +71,14 @@ TEST_CASE("what has no name or no date is listed, too") {
                 " 2024-03 1 0.00 -1.00"});
 }
 
+TEST_CASE("a memo is the payee of a transaction that names none") {
+    CHECK(pageOf({}, entry("20240301", "-1", "<MEMO>Bakery") + entry("20240302", "-2", "<NAME>BAKERY") +
+                         entry("20240303", "-7", "<NAME>Landlord<MEMO>Rent") +
+                         entry("20240304", "-0.5", "")) ==
+          Lines{"USD", "Payee Month Count In Out", "Landlord 2024-03 1 0.00 -7.00",
+                "Bakery 2024-03 2 0.00 -3.00", "(no payee) 2024-03 1 0.00 -0.50"});
+}
+
 TEST_CASE("amounts in different currencies are not added, and a transaction counts once") {
     const TemporaryFolder folder;
     std::string euros = transactionsWith(entry("20240301", "-2", "<FITID>1<NAME>Cafe"));

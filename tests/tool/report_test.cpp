@@ -209,7 +209,9 @@ TEST_CASE("payees are added up, those who got most first, and the others folded 
     CHECK(page.all("table", "payees").size() == 2);
     CHECK(page.rows("payees").size() == 14);
     CHECK(page.texts("summary").back() == "2 more payees");
-    CHECK(reportOf(transactionsWith(transaction("20240101", "1", "<MEMO>x"))).all("table", "payees").empty());
+    CHECK(reportOf(transactionsWith(transaction("20240101", "1"))).all("table", "payees").empty());
+    CHECK(reportOf(transactionsWith(transaction("20240101", "1", "<MEMO>Bakery"))).rows("payees") ==
+          std::vector<std::vector<std::string>>{{"Bakery", "1", "+1.00", "\u2013"}});
 }
 
 TEST_CASE("every section of a page leads back to its top") {

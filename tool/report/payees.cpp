@@ -14,7 +14,7 @@ namespace tool {
 
 void Payees::add(const brackwell::TvOFXStatementTransaction& transaction, const std::string& currency) {
     constexpr std::size_t monthLength = 7;
-    std::string name = visibleText(payeeOf(transaction).value_or(""));
+    std::string name = visibleText(payeeOrMemoOf(transaction).value_or(""));
     std::string key;
     appendSearchedLetters(key, name);
     Payee& payee = byName[key];

@@ -26,7 +26,7 @@ struct PayeeFlow {
 
 /// All that has one name, but for case and accents.
 struct Payee {
-    std::string name;  ///< as it is written first; "" for transactions without one
+    std::string name;  ///< as it is written first, or a memo in its place; "" for transactions without either
     PayeeFlow total;
     std::map<std::string, PayeeFlow> months;  ///< "2024-03"; "" for what has no date
     Period period;

@@ -265,9 +265,8 @@ private:
     }
     void writeBank(const TvOFXStatementTransaction& transaction, const std::string& converted) {
         writeDate(transaction.datePosted(), transaction.originalDatePostedString());
-        const OptionalText payee = payeeOf(transaction);
-        const bool hasPayee = !payee.value_or("").empty();
-        markup_.write("<th scope=\"row\">{}", firstOf(payee, transaction.memo()).value_or(""));
+        const bool hasPayee = !payeeOf(transaction).value_or("").empty();
+        markup_.write("<th scope=\"row\">{}", payeeOrMemoOf(transaction).value_or(""));
         writeSmall(converted);
         if (hasPayee) writeSmall(transaction.memo());
         writeFound(identityOf(transaction));

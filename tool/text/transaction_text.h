@@ -34,4 +34,9 @@ inline brackwell::OptionalText writtenAmountOf(const brackwell::TvOFXStatementTr
     return node ? (*node)["TRNAMT"].text() : std::nullopt;
 }
 
+/// What a transaction is called: by its payee, or else by its memo, in which many institutions name him.
+inline brackwell::OptionalText payeeOrMemoOf(const brackwell::TvOFXStatementTransaction& transaction) {
+    return firstOf(payeeOf(transaction), transaction.memo());
+}
+
 }  // namespace tool
