@@ -44,6 +44,18 @@ TEST_CASE("a page says which account it is about, and masks its number") {
     CHECK(page.texts("p", "note").at(0) == "No transactions.");
 }
 
+TEST_CASE("an account of which no transactions are wanted does not say that it has none") {
+    const std::string document =
+        bankDocument(statement("1", "USD", transaction("20240101", "1", "<NAME>Shop")) +
+                     statement("2", "USD", "", ledger("7", "20240101")));
+    const auto notes = [&](const std::vector<std::string>& options) {
+        return reportOf(document, options).texts("p", "note");
+    };
+    CHECK(notes({"--search", "bakery"}) ==
+          std::vector<std::string>{"No transactions match the filter.", "No transactions."});
+    CHECK(notes({"--search", "shop", "--account", "2"}) == std::vector<std::string>{"No transactions."});
+}
+
 TEST_CASE("a number stands in full only where that is asked for") {
     const std::string document = bankDocument(statement("0012345678", "USD", transaction("20240101", "1")) +
                                               statement("0087654321", "USD", transaction("20240101", "1")));

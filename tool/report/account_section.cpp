@@ -143,7 +143,9 @@ void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t n
     writeFacts(html, figures);
     writeFindings(html, *figures.history, findings);
     if (figures.transactions.empty())
-        html.write("<p class=\"note\">No transactions.</p>\n");
+        html.write("<p class=\"note\">{}</p>\n", figures.history->entries.empty()
+                                                     ? "No transactions."
+                                                     : "No transactions match the filter.");
     else
         writePlots(html, figures, number);
     writeGaps(html, figures);
