@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "filter/filter.h"
 #include "history/history.h"
 #include "history/period.h"
 #include "report/amounts.h"
@@ -137,15 +138,12 @@ void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const s
 
 }  // namespace
 
-void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number,
-                  const FindingList& findings) {
+void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number, const Report& report) {
     writeHead(html, figures, number);
     writeFacts(html, figures);
-    writeFindings(html, *figures.history, findings);
+    writeFindings(html, *figures.history, *report.findings);
     if (figures.transactions.empty())
-        html.write("<p class=\"note\">{}</p>\n", figures.history->entries.empty()
-                                                     ? "No transactions."
-                                                     : "No transactions match the filter.");
+        html.write("<p class=\"note\">{}</p>\n", report.filter->noTransactions());
     else
         writePlots(html, figures, number);
     writeGaps(html, figures);

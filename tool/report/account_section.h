@@ -3,16 +3,14 @@
 
 #include <cstddef>
 
-#include "report/figures.h"
+#include "report/report.h"
 
 namespace tool {
 
-class FindingList;
 class HtmlWriter;
 
 /// An account: facts, plots, months. Its number is its place in the report.
-void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number,
-                  const FindingList& findings);
+void writeAccount(HtmlWriter& html, const AccountFigures& figures, std::size_t number, const Report& report);
 /// The plot and the months of all accounts in a currency.
 void writeCurrency(HtmlWriter& html, const CurrencyFigures& figures, std::size_t number);
 

@@ -144,7 +144,7 @@ void writePage(HtmlWriter& html, const Report& report) {
     for (std::size_t i = 0; i < report.currencies.size(); ++i)
         writeCurrency(html, report.currencies[i], i + 1);
     for (std::size_t i = 0; i < report.accounts.size(); ++i)
-        writeAccount(html, report.accounts[i], i + 1, *report.findings);
+        writeAccount(html, report.accounts[i], i + 1, report);
     for (std::size_t i = 0; i < report.investments.size(); ++i)
         writeInvestment(html, report.investments[i], i + 1, *report.findings);
     writeOtherSecurities(html, report);
