@@ -53,6 +53,19 @@ TEST_CASE("a browser runs the page's script, says nothing against it, and asks n
           "5 of 5 shown; in 1,234,567,890,123,456.26, out \u22123.30 EUR; in 0.00, out \u22127.00 USD");
 }
 
+TEST_CASE("the sums of what a page shows have the decimals of their currency") {
+    if (!hasBrowser()) return;
+    const std::string page =
+        outputOf({"report"},
+                 bankDocument(statement("1", "JPY", transaction("20240105", "-1480")) +
+                              statement("2", "KWD", transaction("20240105", "-2.5")) +
+                              statement("3", "EUR",
+                                        transaction("20240104", "1.005") + transaction("20240104", "3.5"))));
+    CHECK(foundLine(shownInBrowser(page, "").page) ==
+          "4 of 4 shown; in 0, out \u22121,480 JPY; in 0.000, out \u22122.500 KWD; "
+          "in 4.505, out 0.00 EUR");
+}
+
 TEST_CASE("the filter in a page's address hides rows and adds up the others") {
     if (!hasBrowser()) return;
     struct Row {

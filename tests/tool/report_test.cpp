@@ -45,14 +45,42 @@ TEST_CASE("a page says which account it is about, and masks its number") {
 }
 
 TEST_CASE("an account of which no transactions are wanted does not say that it has none") {
-    const std::string document =
-        bankDocument(statement("1", "USD", transaction("20240101", "1", "<NAME>Shop")) +
-                     statement("2", "USD", "", ledger("7", "20240101")));
+    const std::string document = bankDocument(
+        statement("1", "USD", transaction("20240101", "1", "<NAME>Shop"), ledger("7", "20240101")) +
+        statement("2", "USD", "", ledger("7", "20240101")));
     const auto notes = [&](const std::vector<std::string>& options) {
         return reportOf(document, options).texts("p", "note");
     };
     CHECK(notes({"--search", "shop"}) == std::vector<std::string>{"No transactions match the filter."});
     CHECK(notes({"--account", "2"}) == std::vector<std::string>{"No transactions."});
+}
+
+TEST_CASE("a page's amounts have the decimals of their currencies") {
+    struct Row {
+        const char* currency;
+        const char* shown;
+    };
+    for (const Row& row : std::vector<Row>{{"JPY", "1,480"}, {"KWD", "1,480.000"}, {"EUR", "1,480.00"}}) {
+        CAPTURE(row.currency);
+        const std::string shown = row.shown;
+        const std::string negative = "\u2212" + shown;
+        const MarkupPage page = reportOf(
+            bankDocument(statement("1", row.currency, transaction("20240105", "-1480", "<NAME>Shop"),
+                                   ledger("1480", "20240131") + "<AVAILBAL><BALAMT>1480</AVAILBAL>") +
+                         statement("2", row.currency, "", ledger("0", "20240131"))));
+        const auto facts = factsOf(page);
+        CHECK(facts.at("Available") == shown + " ");
+        CHECK(facts.at("Out") == negative);
+        CHECK(facts.at("Net") == negative);
+        CHECK(page.texts("p", "balance").at(0) == shown + " " + row.currency + "Sum of the ledger balances");
+        CHECK(page.texts("p", "balance").at(1) ==
+              shown + " " + row.currency + "Ledger balance on 2024-01-31");
+        CHECK(page.rows("overview").at(0).at(1) == shown + " " + row.currency + "2024-01-31");
+        CHECK(page.rows("overview").at(0).at(4) == negative);
+        CHECK(page.rows("months").at(0).at(2) == negative);
+        CHECK(page.rows("payees").at(0).at(3) == negative);
+        CHECK(page.rows("transactions").at(0).back() == negative);
+    }
 }
 
 TEST_CASE("a number stands in full only where that is asked for") {

@@ -328,6 +328,48 @@ TEST_CASE("the days that an account's statements cover stand at 80 columns") {
     CHECK(titles.ends_with("To"));
 }
 
+TEST_CASE("amounts have the decimals of their currency, and more where the document has more") {
+    struct Row {
+        const char* currency;
+        const char* written;
+        const char* shown;
+    };
+    for (const Row& row : std::vector<Row>{{"JPY", "-1480", "-1480"},
+                                           {"JPY", "-1480.00", "-1480"},
+                                           {"JPY", "-1480.5", "-1480.5"},
+                                           {"KWD", "-1480", "-1480.000"},
+                                           {"KWD", "-1480.12345", "-1480.12345"},
+                                           {"EUR", "-1480.5", "-1480.50"},
+                                           {"XYZ", "-1480", "-1480.00"}}) {
+        CAPTURE(row.currency);
+        CAPTURE(row.written);
+        std::string document =
+            transactionsWith("<STMTTRN><DTPOSTED>20240101<TRNAMT>" + std::string(row.written) + "</STMTTRN>");
+        document.replace(document.find("</BANKTRANLIST>"), 15,
+                         "</BANKTRANLIST><LEDGERBAL><BALAMT>" + std::string(row.written) +
+                             "<DTASOF>20240131</LEDGERBAL><AVAILBAL><BALAMT>" + row.written + "</AVAILBAL>");
+        document.replace(document.find("USD"), 3, row.currency);
+        const std::string page = outputOf({"show"}, document);
+        const std::string shown = row.shown;
+        CHECK(contains(page, "\nBalance           " + shown + " on 2024-01-31\n"));
+        CHECK(contains(page, "\nAvailable         " + shown + "\n"));
+        CHECK(lineWith(page, "2024-01-01").ends_with(" " + shown));
+        CHECK(contains(page, ", out " + shown + ", sum " + shown + " " + row.currency + "\n"));
+        CHECK(contains(outputOf({"payees"}, document), " " + shown + "\n"));
+        CHECK(contains(outputOf({"accounts"}, document), "  " + shown + "  " + row.currency + "  "));
+    }
+}
+
+TEST_CASE("an amount in another currency has the decimals of that") {
+    const std::string page = outputOf(
+        {"show"},
+        transactionsWith("<STMTTRN><DTPOSTED>20240101<TRNAMT>-1480<CURRENCY><CURSYM>JPY<CURRATE>0.0065"
+                         "</CURRENCY></STMTTRN><STMTTRN><DTPOSTED>20240102<TRNAMT>7</STMTTRN>"));
+    CHECK(contains(page, "\n2024-01-01  -1480     JPY\n"));
+    CHECK(lineWith(page, "2024-01-02").ends_with(" 7.00"));
+    CHECK(contains(page, "in 7.00, out -9.62, sum -2.62 USD\n"));
+}
+
 TEST_CASE("long texts are cut with an ellipsis, amounts and dates never") {
     const std::string document = transactionsWith(paid("Somebody", std::string(300, 'm'), "-123456789.01"));
     const std::string wide = lineWith(shown(document), "2024-01-02");

@@ -40,8 +40,8 @@ Identities identitiesOf(const AccountHistory& account) {
 std::vector<BookFact> availableOf(const TvOFXAccountStatement& statement) {
     std::vector<BookFact> facts;
     if (const auto& amount = statement.availableBalanceAmount())
-        facts.push_back(
-            {"availableBalance", withCurrency(shownAmount(*amount), statement.defaultCurrency())});
+        facts.push_back({"availableBalance", withCurrency(shownAmount(*amount, statement.defaultCurrency()),
+                                                          statement.defaultCurrency())});
     if (const auto date = statement.availableBalanceDateTime())
         facts.push_back({"availableBalanceDate", shownDate(date)});
     return facts;
@@ -62,7 +62,8 @@ void addSayings(Sayings& sayings, const HistoryStatement& held, BookBalance bala
     BookRemark remark{
         balance.day, amount ? "A balance without a day" : "An available balance", {}, balance.facts};
     if (amount)
-        remark.facts.push_back({"balance", withCurrency(shownAmount(*amount), statement.defaultCurrency())});
+        remark.facts.push_back({"balance", withCurrency(shownAmount(*amount, statement.defaultCurrency()),
+                                                        statement.defaultCurrency())});
     sayings.add(std::move(remark));
 }
 

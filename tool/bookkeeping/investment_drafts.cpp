@@ -56,7 +56,7 @@ void addCash(Sayings& sayings, const InvestmentSource& source, BookBalance balan
         return sayings.add(std::move(balance), *statement.asOf(), statement.end());
     }
     BookRemark remark{balance.day, "Balances that are not those of the cash", {}, std::move(balance.facts)};
-    if (cash) remark.facts.push_back({"cash", shownAmount(*cash)});
+    if (cash) remark.facts.push_back({"cash", shownAmount(*cash, statement.currency())});
     sayings.add(std::move(remark));
 }
 

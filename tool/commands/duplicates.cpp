@@ -61,14 +61,15 @@ std::string filesOf(const Account& account, const std::vector<const Entry*>& gro
 Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, std::size_t times,
                  const std::string& accountCurrency) {
     const auto date = transaction.datePosted();
+    const std::string foreign = foreignSymbol(currencyOf(transaction), accountCurrency);
     return {
         dayText(date),
         visibleText(payeeOf(transaction).value_or("")),
         visibleText(transaction.memo().value_or("")),
         visibleText(transaction.fiTransactionID().value_or("")),
         std::to_string(times),
-        transaction.amount() ? shownAmount(*transaction.amount()) : "",
-        visibleText(foreignSymbol(currencyOf(transaction), accountCurrency)),
+        transaction.amount() ? shownAmount(*transaction.amount(), firstOf(foreign, accountCurrency)) : "",
+        visibleText(foreign),
     };
 }
 
@@ -84,6 +85,7 @@ Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry,
     if (const auto bank = transaction.bankTransaction()) return rowOf(*bank, times, account.currency);
     const auto date = dateOf(transaction);
     const auto amount = amountOf(transaction);
+    const std::string foreign = foreignSymbol(currencyOf(transaction), account.currency);
     const SecurityLookup securities(*account.statements[entry.statement].securities, others);
     const std::string_view name = nameOf(securities.find(transaction), transaction.securityID());
     return {
@@ -92,8 +94,8 @@ Table::Row rowOf(const InvestmentAccount& account, const InvestmentEntry& entry,
         visibleText(memoOf(transaction).value_or("")),
         visibleText(identifierOf(transaction).value_or("")),
         std::to_string(times),
-        amount ? shownAmount(*amount) : "",
-        visibleText(foreignSymbol(currencyOf(transaction), account.currency)),
+        amount ? shownAmount(*amount, firstOf(foreign, account.currency)) : "",
+        visibleText(foreign),
     };
 }
 

@@ -26,17 +26,19 @@ void addAccount(Payees& payees, const AccountHistory& account, const Filter& fil
             if (!std::ranges::binary_search(repeats, transaction)) payees.add(*transaction, account.currency);
 }
 
-Table::Row payeeRow(const std::string& name, const std::string& month, const PayeeFlow& flow) {
-    return {name, month, std::to_string(flow.count), shownSum(flow.money.in), shownSum(flow.money.out)};
+Table::Row payeeRow(const std::string& name, const std::string& month, const PayeeFlow& flow,
+                    const std::string& currency) {
+    return {name, month, std::to_string(flow.count), shownSum(flow.money.in, currency),
+            shownSum(flow.money.out, currency)};
 }
 
 /// A row for a payee, and one below it for each month when there are several.
-std::vector<Table::Row> payeeRows(const Payee& payee) {
+std::vector<Table::Row> payeeRows(const Payee& payee, const std::string& currency) {
     const std::string name = payee.name.empty() ? "(no payee)" : payee.name;
-    if (payee.months.size() == 1) return {payeeRow(name, payee.months.begin()->first, payee.total)};
-    std::vector<Table::Row> rows{payeeRow(name, "", payee.total)};
+    if (payee.months.size() == 1) return {payeeRow(name, payee.months.begin()->first, payee.total, currency)};
+    std::vector<Table::Row> rows{payeeRow(name, "", payee.total, currency)};
     for (const auto& [month, flow] : payee.months)
-        rows.push_back(payeeRow("", month.empty() ? "no date" : month, flow));
+        rows.push_back(payeeRow("", month.empty() ? "no date" : month, flow, currency));
     return rows;
 }
 
@@ -48,13 +50,13 @@ void showPayees(TextPage& page, const std::string& currency, const Payees& payee
                  {"In", Column::Kind::amount, 0, 6},
                  {"Out", Column::Kind::amount, 0, 8}});
     for (const Payee* payee : list)
-        for (const Table::Row& row : payeeRows(*payee)) table.measure(row);
+        for (const Table::Row& row : payeeRows(*payee, currency)) table.measure(row);
     table.fit(page.width());
     page.heading(currency.empty() ? "Unknown currency" : currency);
     table.writeTitles(page);
     for (const Payee* payee : list) {
         if (!page.isGood()) return;
-        for (const Table::Row& row : payeeRows(*payee)) table.writeRow(page, row);
+        for (const Table::Row& row : payeeRows(*payee, currency)) table.writeRow(page, row);
     }
     if (payees.foreign > 0)
         page.fact("Left out", std::to_string(payees.foreign) +

@@ -34,7 +34,7 @@ void writeHead(HtmlWriter& html, const AccountFigures& figures, std::size_t numb
     html.write("</h2><p><bdi>{}</bdi></p></div>", figures.institution);
     if (figures.ledger)
         html.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Ledger balance {}</p>",
-                   amountText(figures.ledger->amount), figures.history->currency,
+                   amountText(figures.ledger->amount, figures.history->currency), figures.history->currency,
                    figures.ledger->date ? "on " + dayText(figures.ledger->date) : "");
     else
         html.write("<p class=\"balance\">No ledger balance is stated</p>");
@@ -52,8 +52,8 @@ void writeFacts(HtmlWriter& html, const AccountFigures& figures) {
     html.write("<dl class=\"facts\">\n");
     if (figures.available)
         html.write("<div><dt>Available</dt><dd>{} <small>{}</small></dd></div>\n",
-                   amountText(figures.available->amount), dayText(figures.available->date));
-    if (!figures.transactions.empty()) writeFlowFacts(html, figures.flow);
+                   amountText(figures.available->amount, history.currency), dayText(figures.available->date));
+    if (!figures.transactions.empty()) writeFlowFacts(html, figures.flow, history.currency);
     writeFact(html, "Transactions", std::to_string(figures.transactions.size()));
     writeFact(html, "Posted", postedDays(figures));
     writeFact(html, "Currency", history.currency.empty() ? "not stated" : history.currency);
@@ -94,15 +94,15 @@ void writePlots(HtmlWriter& html, const AccountFigures& figures, std::size_t num
 /// Balances that the transactions do not lead to: some are missing, or there are too many.
 void writeGaps(HtmlWriter& html, const AccountFigures& figures) {
     const std::vector<BalanceGap>& gaps = figures.balance.gaps;
+    const std::string& currency = figures.history->currency;
     if (gaps.empty()) return;
     html.write("<ul class=\"notes\">\n");
     for (std::size_t i = 0; i < std::min(gaps.size(), kMostGaps); ++i)
         html.write(
             "<li>The balance stated for {} is {}, but the transactions after it imply {}: some are missing "
             "or appear twice.</li>\n",
-            dayText(gaps[i].stated.date),
-            withCurrency(amountText(gaps[i].stated.amount), figures.history->currency),
-            amountText(gaps[i].computed));
+            dayText(gaps[i].stated.date), withCurrency(amountText(gaps[i].stated.amount, currency), currency),
+            amountText(gaps[i].computed, currency));
     if (gaps.size() > kMostGaps)
         html.write("<li>{} more balances do not match either.</li>\n", gaps.size() - kMostGaps);
     html.write("</ul>\n");
@@ -131,8 +131,9 @@ void writeMonths(HtmlWriter& html, const std::vector<MonthFlow>& months, const s
         html.write(
             "<tr><th scope=\"row\">{}</th><td class=\"amount in\">{}</td>"
             "<td class=\"amount out\">{}</td><td class=\"amount\">{}</td></tr>\n",
-            dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7), signedAmountText(month.flow.in),
-            amountText(month.flow.out), signedAmountText(month.flow.net()));
+            dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7),
+            signedAmountText(month.flow.in, currency), amountText(month.flow.out, currency),
+            signedAmountText(month.flow.net(), currency));
     html.write("</tbody>\n</table></div></details>\n");
 }
 
@@ -164,7 +165,7 @@ void writeCurrency(HtmlWriter& html, const CurrencyFigures& figures, std::size_t
         hasInvestments ? "; purchases and sales of securities count as neither" : "");
     if (figures.balance)
         html.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>{}</p>",
-                   amountText(*figures.balance), figures.currency,
+                   amountText(*figures.balance, figures.currency), figures.currency,
                    hasInvestments ? "Sum of the balances and holdings" : "Sum of the ledger balances");
     html.write("</header>\n<div class=\"plots\">\n");
     writeFlowFigure(html, figures.months, name, figures.currency, "currency-" + std::to_string(number));

@@ -26,22 +26,26 @@ std::string grouped(const std::string& text) {
 
 }  // namespace
 
-std::string amountText(const Amount& amount) { return grouped(shownAmount(amount.shown())); }
+std::string amountText(const Amount& amount, brackwell::OptionalText currency) {
+    return grouped(shownAmount(amount.shown(), currency));
+}
 
 std::string numberText(const std::optional<brackwell::Decimal>& number) {
     return number ? grouped(number->toString()) : std::string();
 }
 
-std::string signedAmountText(const Amount& amount) {
+std::string signedAmountText(const Amount& amount, brackwell::OptionalText currency) {
     const brackwell::Decimal shown = amount.shown();
     const bool isPositive = !shown.isNegative() && !shown.isZero();
-    return (isPositive ? "+" : "") + amountText(shown);
+    return (isPositive ? "+" : "") + amountText(shown, currency);
 }
 
-std::string amountText(const Sum& sum) { return sum.value() ? amountText(*sum.amount()) : kNotRepresentable; }
+std::string amountText(const Sum& sum, brackwell::OptionalText currency) {
+    return sum.value() ? amountText(*sum.amount(), currency) : kNotRepresentable;
+}
 
-std::string signedAmountText(const Sum& sum) {
-    return sum.value() ? signedAmountText(*sum.amount()) : kNotRepresentable;
+std::string signedAmountText(const Sum& sum, brackwell::OptionalText currency) {
+    return sum.value() ? signedAmountText(*sum.amount(), currency) : kNotRepresentable;
 }
 
 }  // namespace tool

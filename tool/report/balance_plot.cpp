@@ -105,7 +105,7 @@ void writeCurve(HtmlWriter& html, const std::vector<Place>& places, const ValueA
 
 /// "1,234.50 EUR on 2025-01-31"
 std::string pointText(const BalancePoint& point, const std::string& currency) {
-    return withCurrency(amountText(point.amount), currency) + " on " + dayText(point.day);
+    return withCurrency(amountText(point.amount, currency), currency) + " on " + dayText(point.day);
 }
 
 void writeDots(HtmlWriter& html, const std::vector<StatedBalance>& stated, const Frame& frame,

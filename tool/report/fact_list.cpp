@@ -22,12 +22,13 @@ void writeFact(HtmlWriter& html, std::string_view label, const Period& period) {
     html.write("</dd></div>\n");
 }
 
-void writeFlowFacts(HtmlWriter& html, const Flow& flow) {
+void writeFlowFacts(HtmlWriter& html, const Flow& flow, OptionalText currency) {
     html.write(
         "<div><dt>In</dt><dd class=\"in\">{}</dd></div>\n"
         "<div><dt>Out</dt><dd class=\"out\">{}</dd></div>\n"
         "<div><dt>Net</dt><dd>{}</dd></div>\n",
-        signedAmountText(flow.in), amountText(flow.out), signedAmountText(flow.net()));
+        signedAmountText(flow.in, currency), amountText(flow.out, currency),
+        signedAmountText(flow.net(), currency));
 }
 
 }  // namespace tool

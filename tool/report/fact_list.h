@@ -18,7 +18,7 @@ class HtmlWriter;
 /// One of the facts of an account; nothing for an empty text or period.
 void writeFact(HtmlWriter& html, std::string_view label, brackwell::OptionalText text);
 void writeFact(HtmlWriter& html, std::string_view label, const Period& period);
-void writeFlowFacts(HtmlWriter& html, const Flow& flow);
+void writeFlowFacts(HtmlWriter& html, const Flow& flow, brackwell::OptionalText currency);
 /// @}
 
 }  // namespace tool

@@ -104,18 +104,20 @@ void writeNet(HtmlWriter& html, const Flow& flow, double middle, double width, c
     writeBar(html, net < 0 ? "out" : "in", middle, width, axis.place(0), axis.place(net));
 }
 
-std::string bothInWords(const Flow& flow) {
-    return "in " + amountText(flow.in) + ", out " + amountText(flow.out) + ", net " +
-           signedAmountText(flow.net());
+std::string bothInWords(const Flow& flow, const std::string& currency) {
+    return "in " + amountText(flow.in, currency) + ", out " + amountText(flow.out, currency) + ", net " +
+           signedAmountText(flow.net(), currency);
 }
-std::string netInWords(const Flow& flow) { return amountText(flow.net()); }
+std::string netInWords(const Flow& flow, const std::string& currency) {
+    return amountText(flow.net(), currency);
+}
 
 /// What is drawn of flows.
 struct Drawing {
     const char* title;  ///< before the name of whose they are
     Range (*range)(const Flow&) noexcept;
     void (*write)(HtmlWriter&, const Flow&, double middle, double width, const ValueAxis&);
-    std::string (*inWords)(const Flow&);
+    std::string (*inWords)(const Flow&, const std::string& currency);
     bool hasOut;  ///< else there is a net only
 };
 constexpr Drawing kBoth{"Money in and out of", bothOf, writeBoth, bothInWords, true};
@@ -141,10 +143,11 @@ ValueAxis axisOf(const std::vector<Bar>& bars, const Drawing& drawing) {
 }
 
 void writeBars(HtmlWriter& html, const std::vector<Bar>& bars, const BarRow& row, const ValueAxis& axis,
-               const Unit& unit, const Drawing& drawing) {
+               const Unit& unit, const std::string& currency, const Drawing& drawing) {
     beginStretched(html);
     for (const Bar& bar : bars) {
-        html.write("<g><title>{}: {}</title>", barName(bar.number, unit), drawing.inWords(bar.flow));
+        html.write("<g><title>{}: {}</title>", barName(bar.number, unit),
+                   drawing.inWords(bar.flow, currency));
         drawing.write(html, bar.flow, row.middle(bar.number), row.width(), axis);
         html.write("</g>");
     }
@@ -159,10 +162,10 @@ void describe(HtmlWriter& html, const std::vector<Bar>& bars, const Unit& unit, 
     html.write("<desc id=\"{}-text\">From {} to {}. The most came in during {}: {}.", id,
                barName(bars.front().number, unit), barName(bars.back().number, unit),
                barName(in->number, unit),
-               withCurrency(amountText(drawing.hasOut ? in->flow.in : in->flow.net()), currency));
+               withCurrency(amountText(drawing.hasOut ? in->flow.in : in->flow.net(), currency), currency));
     if (drawing.hasOut)
         html.write(" The most went out during {}: {}.", barName(out->number, unit),
-                   withCurrency(amountText(out->flow.out), currency));
+                   withCurrency(amountText(out->flow.out, currency), currency));
     html.write("</desc>");
 }
 
@@ -176,7 +179,7 @@ void writePlot(HtmlWriter& html, const std::vector<MonthFlow>& months, const std
     html.write("<title id=\"{}-title\">{} {} by {}</title>", id, drawing.title, name, unit.name);
     describe(html, bars, unit, currency, id, drawing);
     writeGrid(html, axis);
-    writeBars(html, bars, row, axis, unit, drawing);
+    writeBars(html, bars, row, axis, unit, currency, drawing);
     endPlot(html, labelsOf(row, unit));
 }
 

@@ -20,6 +20,7 @@
 #include "report/html_writer.h"
 #include "report/way_up.h"
 #include "text/shown_values.h"
+#include "text/transaction_text.h"
 #include "text/value_text.h"
 
 namespace tool {
@@ -27,8 +28,9 @@ namespace {
 
 using namespace brackwell;
 
-void writeAmountFact(HtmlWriter& html, std::string_view label, const std::optional<Decimal>& amount) {
-    if (amount) html.write("<div><dt>{}</dt><dd>{}</dd></div>\n", label, amountText(*amount));
+void writeAmountFact(HtmlWriter& html, std::string_view label, const std::optional<Decimal>& amount,
+                     OptionalText currency) {
+    if (amount) html.write("<div><dt>{}</dt><dd>{}</dd></div>\n", label, amountText(*amount, currency));
 }
 
 /// A margin balance is not in what an account is worth, which nobody should have to guess.
@@ -36,7 +38,7 @@ std::string marginText(const InvestmentStatement& latest) {
     const auto balance = latest.balance();
     const auto margin = balance ? balance->margin() : std::nullopt;
     if (!margin || margin->isZero()) return {};
-    return ", without the margin balance of " + amountText(*margin) + ",";
+    return ", without the margin balance of " + amountText(*margin, latest.currency()) + ",";
 }
 
 void writeHead(HtmlWriter& html, const InvestmentFigures& figures, std::size_t place) {
@@ -49,8 +51,8 @@ void writeHead(HtmlWriter& html, const InvestmentFigures& figures, std::size_t p
     html.write("</h2><p><bdi>{}</bdi></p></div>", figures.account->institution());
     if (figures.worth)
         html.write("<p class=\"balance\"><strong>{} <abbr>{}</abbr></strong>Holdings and cash{} {}</p>",
-                   amountText(*figures.worth), figures.account->currency, marginText(figures.latest),
-                   dayText(figures.latest.asOf()));
+                   amountText(*figures.worth, figures.account->currency), figures.account->currency,
+                   marginText(figures.latest), dayText(figures.latest.asOf()));
     else
         html.write("<p class=\"balance\">The value is not known: {}</p>", whyNoWorth(figures.latest));
     html.write("</header>\n");
@@ -63,32 +65,33 @@ Period tradedDays(const std::vector<Trade>& trades) {
 }
 
 /// The OFX standard's percentages stand as they are, amounts with a currency of their own.
-std::string listedText(const ListedBalance& balance) {
+std::string listedText(const ListedBalance& balance, OptionalText accountCurrency) {
     if (!balance.value()) return std::string(balance.text("value").value_or(""));
     if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
     if (balance.type() == BalanceType::number) return balance.value()->toString();
     const auto currency = balance.currency();
-    return withCurrency(amountText(*balance.value()),
-                        currency && !currency->isConverted ? currency->symbol : std::string());
+    const std::string own = currency && !currency->isConverted ? currency->symbol : std::string();
+    return withCurrency(amountText(*balance.value(), firstOf(own, accountCurrency)), own);
 }
 
 void writeBalances(HtmlWriter& html, const InvestmentStatement& latest) {
     if (const auto balance = latest.balance()) {
-        writeAmountFact(html, "Cash", balance->cash());
-        writeAmountFact(html, "Margin", balance->margin());
-        writeAmountFact(html, "Short", balance->shortBalance());
-        writeAmountFact(html, "Buying power", balance->buyingPower());
+        writeAmountFact(html, "Cash", balance->cash(), latest.currency());
+        writeAmountFact(html, "Margin", balance->margin(), latest.currency());
+        writeAmountFact(html, "Short", balance->shortBalance(), latest.currency());
+        writeAmountFact(html, "Buying power", balance->buyingPower(), latest.currency());
         for (const ListedBalance& listed : balance->listed())
-            writeFact(html, listed.name().value_or("Balance"), listedText(listed));
+            writeFact(html, listed.name().value_or("Balance"), listedText(listed, latest.currency()));
     }
-    if (const auto plan = latest.balance401k()) writeAmountFact(html, "Plan", plan->total());
+    if (const auto plan = latest.balance401k())
+        writeAmountFact(html, "Plan", plan->total(), latest.currency());
 }
 
 void writeFacts(HtmlWriter& html, const InvestmentFigures& figures) {
     const InvestmentAccount& account = *figures.account;
     html.write("<dl class=\"facts\">\n");
     writeBalances(html, figures.latest);
-    if (!figures.trades.empty()) writeFlowFacts(html, figures.flow);
+    if (!figures.trades.empty()) writeFlowFacts(html, figures.flow, account.currency);
     writeFact(html, "Transactions", std::to_string(figures.trades.size()));
     writeFact(html, "Traded", tradedDays(figures.trades));
     writeFact(html, "Currency", account.currency.empty() ? "not stated" : account.currency);
@@ -110,24 +113,26 @@ void writeShare(HtmlWriter& html, const std::optional<Amount>& known, double sum
 
 /// A value that is not known in the account's currency as it is written.
 std::string unknownValueOf(const Position& position) {
-    const auto currency = position.currency();
     if (!position.marketValue()) return "not known";
-    return withCurrency(amountText(*position.marketValue()), currency ? currency->symbol : std::string());
+    const auto currency = position.currency();
+    const std::string symbol = currency ? currency->symbol : std::string();
+    return withCurrency(amountText(*position.marketValue(), symbol), symbol);
 }
 
-void writeHolding(HtmlWriter& html, const Holding& holding, double sum) {
+void writeHolding(HtmlWriter& html, const Holding& holding, const std::string& currency, double sum) {
     const auto& [position, security, value] = holding;
     const std::string_view ticker = security ? security->ticker().value_or("") : std::string_view();
     html.write("<tr><th scope=\"row\"><bdi>{}</bdi>", nameOf(security, position.securityID()));
     if (!ticker.empty()) html.write("<small>{}</small>", ticker);
     html.write("</th><td class=\"amount\">{}</td><td class=\"amount\">{}</td>", numberText(position.units()),
                numberText(position.unitPrice()));
-    html.write("<td class=\"amount\">{}</td>", value ? amountText(*value) : unknownValueOf(position));
+    html.write("<td class=\"amount\">{}</td>",
+               value ? amountText(*value, currency) : unknownValueOf(position));
     writeShare(html, value, sum);
     html.write("<td class=\"amount more\">{}</td></tr>\n", dayText(position.priceDate()));
 }
 
-void writeSumOfHoldings(HtmlWriter& html, const std::vector<Holding>& holdings) {
+void writeSumOfHoldings(HtmlWriter& html, const std::vector<Holding>& holdings, const std::string& currency) {
     if (holdings.size() < 2) return;
     Worth worth;
     for (const Holding& holding : holdings) worth.add(holding.value);
@@ -136,7 +141,7 @@ void writeSumOfHoldings(HtmlWriter& html, const std::vector<Holding>& holdings) 
     html.write(
         "</th><td></td><td></td><td class=\"amount\">{}</td><td></td><td class=\"more\"></td></tr>\n"
         "</tfoot>\n",
-        amountText(worth.positions));
+        amountText(worth.positions, currency));
 }
 
 void writeHoldings(HtmlWriter& html, const InvestmentFigures& figures, double sum) {
@@ -149,10 +154,10 @@ void writeHoldings(HtmlWriter& html, const InvestmentFigures& figures, double su
         figures.account->currency);
     for (const Holding& holding : figures.holdings) {
         if (!html.isGood()) return;
-        writeHolding(html, holding, sum);
+        writeHolding(html, holding, figures.account->currency, sum);
     }
     html.write("</tbody>\n");
-    writeSumOfHoldings(html, figures.holdings);
+    writeSumOfHoldings(html, figures.holdings, figures.account->currency);
     html.write("</table></div>\n");
 }
 
@@ -168,7 +173,8 @@ void writeKinds(HtmlWriter& html, const InvestmentFigures& figures, double sum) 
     for (const auto& [kind, worth] : kinds) {
         html.write("<tr><th scope=\"row\">{}", kind);
         if (worth.withoutValue > 0) html.write("<small>{} without a value</small>", worth.withoutValue);
-        html.write("</th><td class=\"amount\">{}</td>", amountText(worth.positions));
+        html.write("</th><td class=\"amount\">{}</td>",
+                   amountText(worth.positions, figures.account->currency));
         writeShare(html, worth.positions.amount(), sum);
         html.write("</tr>\n");
     }
@@ -219,14 +225,14 @@ void writeIncomeMonths(HtmlWriter& html, const InvestmentFigures& figures) {
     for (const MonthFlow& month : income.months)
         html.write("<tr><th scope=\"row\">{}</th><td class=\"amount\">{}</td></tr>\n",
                    dayText(std::chrono::sys_days(month.month / 1)).substr(0, 7),
-                   amountText(month.flow.net()));
+                   amountText(month.flow.net(), figures.account->currency));
     if (income.undated > 0)
         html.write("<tr><th scope=\"row\">no date</th><td class=\"amount\">{}</td></tr>\n",
-                   amountText(income.withoutDate));
+                   amountText(income.withoutDate, figures.account->currency));
     html.write(
         "</tbody>\n<tfoot>\n<tr><th scope=\"row\">Sum</th><td class=\"amount\">{}</td></tr>\n</tfoot>\n"
         "</table></div></details>\n",
-        amountText(sumOf(income)));
+        amountText(sumOf(income), figures.account->currency));
 }
 
 void writeNotes(HtmlWriter& html, const InvestmentFigures& figures) {

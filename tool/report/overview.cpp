@@ -25,15 +25,15 @@ constexpr const char* kHead =
 void writeBalance(HtmlWriter& html, const std::optional<StatedBalance>& balance, const std::string& currency,
                   const char* kind) {
     if (!balance) return html.write("<td class=\"{}\">\u2013</td>", kind);
-    html.write("<td class=\"{}\">{} <abbr>{}</abbr><small>{}</small></td>", kind, amountText(balance->amount),
-               currency, dayText(balance->date));
+    html.write("<td class=\"{}\">{} <abbr>{}</abbr><small>{}</small></td>", kind,
+               amountText(balance->amount, currency), currency, dayText(balance->date));
 }
 
-void writeFlow(HtmlWriter& html, const Flow& flow, std::size_t transactions) {
+void writeFlow(HtmlWriter& html, const Flow& flow, std::size_t transactions, const std::string& currency) {
     html.write(
         "<td class=\"amount more in\">{}</td><td class=\"amount more out\">{}</td>"
         "<td class=\"amount more most\">{}</td></tr>\n",
-        signedAmountText(flow.in), amountText(flow.out), transactions);
+        signedAmountText(flow.in, currency), amountText(flow.out, currency), transactions);
 }
 
 void writeRow(HtmlWriter& html, const AccountFigures& figures, std::size_t number) {
@@ -43,7 +43,7 @@ void writeRow(HtmlWriter& html, const AccountFigures& figures, std::size_t numbe
     html.write("</a><small>{}</small></th>", figures.institution);
     writeBalance(html, figures.ledger, currency, "amount");
     writeBalance(html, figures.available, currency, "amount more most");
-    writeFlow(html, figures.flow, figures.transactions.size());
+    writeFlow(html, figures.flow, figures.transactions.size(), currency);
 }
 
 /// What an account is worth stands where others have their balance.
@@ -56,19 +56,19 @@ void writeRow(HtmlWriter& html, const InvestmentFigures& figures, std::size_t nu
                            : std::nullopt;
     writeBalance(html, worth, figures.account->currency, "amount");
     writeBalance(html, std::nullopt, {}, "amount more most");
-    writeFlow(html, figures.flow, figures.trades.size());
+    writeFlow(html, figures.flow, figures.trades.size(), figures.account->currency);
 }
 
 void writeSum(HtmlWriter& html, const CurrencyFigures& figures) {
     html.write("<tr><th scope=\"row\">Sum in <bdi>{}</bdi><small>{} accounts</small></th>", figures.currency,
                figures.count());
     if (figures.balance)
-        html.write("<td class=\"amount\">{} <abbr>{}</abbr></td>", amountText(*figures.balance),
-                   figures.currency);
+        html.write("<td class=\"amount\">{} <abbr>{}</abbr></td>",
+                   amountText(*figures.balance, figures.currency), figures.currency);
     else
         html.write("<td class=\"amount\">\u2013</td>");
     html.write("<td class=\"amount more most\"></td>");
-    writeFlow(html, figures.flow, figures.transactions);
+    writeFlow(html, figures.flow, figures.transactions, figures.currency);
 }
 
 }  // namespace

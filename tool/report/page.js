@@ -39,11 +39,19 @@
         return BigInt(plain.replace('.', '') + '0'.repeat(places - decimalsOf(text)));
     }
 
-    function amountText(sum) {
+    // All amounts in a currency have at least its decimals: a sum has as many as the amount that has the fewest.
+    const fewestPlaces = new Map();
+    for (const row of rows) {
+        if (row.value === '') continue;
+        const fewest = Math.min(fewestPlaces.get(row.currency) ?? places, decimalsOf(row.value));
+        fewestPlaces.set(row.currency, fewest);
+    }
+
+    function amountText(sum, fewest) {
         const digits = String(sum).replace('-', '').padStart(places + 1, '0');
         const whole = digits.slice(0, -places).replace(/\B(?=(\d{3})+$)/g, ',');
-        const fraction = digits.slice(-places).replace(/0+$/, '').padEnd(2, '0');
-        return (0n > sum ? '\u2212' : '') + whole + '.' + fraction;
+        const fraction = digits.slice(-places).replace(/0+$/, '').padEnd(fewest, '0');
+        return (0n > sum ? '\u2212' : '') + whole + (fraction === '' ? '' : '.' + fraction);
     }
 
     // Small letters that are more than a plain letter with marks, and what the program's own search takes them for.
@@ -85,8 +93,10 @@
             if (!sums.has(row.currency)) sums.set(row.currency, { in: 0n, out: 0n });
             sums.get(row.currency)[row.flow] += units(row.amount);
         }
-        return Array.from(sums, ([currency, sum]) =>
-            'in ' + amountText(sum.in) + ', out ' + amountText(sum.out) + (currency ? ' ' + currency : ''));
+        return Array.from(sums, ([currency, sum]) => {
+            const text = flow => amountText(sum[flow], fewestPlaces.get(currency));
+            return 'in ' + text('in') + ', out ' + text('out') + (currency ? ' ' + currency : '');
+        });
     }
 
     // Order

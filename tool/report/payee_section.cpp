@@ -23,8 +23,8 @@ constexpr std::size_t kMostShown = 12;
 using PayeeList = std::span<const Payee* const>;
 
 /// What did not come or go needs no zero.
-std::string flowText(const Sum& sum) {
-    return sum.value() == brackwell::Decimal() ? "\u2013" : signedAmountText(sum);
+std::string flowText(const Sum& sum, const std::string& currency) {
+    return sum.value() == brackwell::Decimal() ? "\u2013" : signedAmountText(sum, currency);
 }
 
 void writePayeeTable(HtmlWriter& html, PayeeList payees, const std::string& currency) {
@@ -39,7 +39,7 @@ void writePayeeTable(HtmlWriter& html, PayeeList payees, const std::string& curr
             "<tr><th scope=\"row\"><bdi>{}</bdi></th><td class=\"amount more\">{}</td>"
             "<td class=\"amount in\">{}</td><td class=\"amount out\">{}</td></tr>\n",
             payee->name.empty() ? "no payee" : payee->name, payee->total.count,
-            flowText(payee->total.money.in), flowText(payee->total.money.out));
+            flowText(payee->total.money.in, currency), flowText(payee->total.money.out, currency));
     }
     html.write("</tbody>\n</table></div>\n");
 }

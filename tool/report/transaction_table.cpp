@@ -130,19 +130,23 @@ OptionalText numberInRow(const TransactionRow& row) {
 }
 
 /// ", costs 6.50": what a purchase or a sale cost beside the securities; "" for nothing.
-std::string costsOf(const InvestmentTransaction& transaction) {
+std::string costsOf(const InvestmentTransaction& transaction, OptionalText currency) {
     Sum costs;
     for (const auto& cost :
          {transaction.commission(), transaction.fees(), transaction.taxes(), transaction.load()})
         if (cost) costs.add(*cost);
-    return costs.value() == Decimal() ? std::string() : ", costs " + amountText(costs);
+    return costs.value() == Decimal() ? std::string() : ", costs " + amountText(costs, currency);
 }
 
 /// "2 at 12.50, costs 1.00"; of a split, what the units have become.
-std::string quantityOf(const InvestmentTransaction& transaction) {
+std::string quantityOf(const InvestmentTransaction& transaction, const std::string& accountCurrency) {
     const std::string units = numberText(transaction.units());
     const std::string price = numberText(transaction.unitPrice());
-    if (!units.empty()) return units + (price.empty() ? " units" : " at " + price) + costsOf(transaction);
+    if (!units.empty()) {
+        const std::string foreign = foreignSymbol(currencyOf(transaction), accountCurrency);
+        return units + (price.empty() ? " units" : " at " + price) +
+               costsOf(transaction, firstOf(foreign, accountCurrency));
+    }
     const std::string before = numberText(transaction.oldUnits());
     const std::string after = numberText(transaction.newUnits());
     if (after.empty()) return {};
@@ -167,7 +171,7 @@ std::string foreignAmountOf(const TransactionRow& row, const std::string& accoun
     const auto amount = isTrade ? amountOf(row.trade->transaction) : row.transaction->amount();
     const std::string symbol = foreignSymbol(currency, accountCurrency);
     if (!amount || (row.amount && symbol.empty())) return {};
-    return withCurrency(amountText(*amount), symbol);
+    return withCurrency(amountText(*amount, firstOf(symbol, accountCurrency)), symbol);
 }
 
 /// How many characters the column of amounts has room for; page.css makes it as wide. Longer ones break.
@@ -187,16 +191,18 @@ struct Columns {
 
 /// What stands in the column of amounts; the currency of the account follows it where there are several. Most
 /// transactions that only move securities have no amount.
-std::string amountCellText(const TransactionRow& row, const std::string& foreign) {
-    if (row.amount) return signedAmountText(*row.amount);
+std::string amountCellText(const TransactionRow& row, const std::string& accountCurrency,
+                           const std::string& foreign) {
+    if (row.amount) return signedAmountText(*row.amount, accountCurrency);
     const bool isTrade = row.trade != nullptr && !row.trade->movesMoney;
     return !foreign.empty() ? foreign : std::string(isTrade ? "\u2013" : "no amount");
 }
 
 /// How many characters wide a row's amount is.
 std::size_t amountWidth(const TransactionRow& row, const std::string& accountCurrency, bool withCurrency) {
-    if (!row.amount) return displayWidth(amountCellText(row, foreignAmountOf(row, accountCurrency)));
-    const std::size_t width = displayWidth(amountCellText(row, ""));
+    if (!row.amount)
+        return displayWidth(amountCellText(row, accountCurrency, foreignAmountOf(row, accountCurrency)));
+    const std::size_t width = displayWidth(amountCellText(row, accountCurrency, ""));
     return withCurrency ? width + 1 + displayWidth(accountCurrency) : width;
 }
 
@@ -240,12 +246,13 @@ public:
 
     void write(const TransactionRow& row) {
         writeLine(row);
-        const std::string foreign = foreignAmountOf(row, names_[row.account - 1].currency);
+        const std::string& currency = names_[row.account - 1].currency;
+        const std::string foreign = foreignAmountOf(row, currency);
         const std::string converted = row.amount ? foreign : std::string();
         if (row.transaction != nullptr)
             writeBank(*row.transaction, converted);
         else
-            writeTrade(*row.trade, converted);
+            writeTrade(*row.trade, currency, converted);
         if (columns_.account) writeAccount(names_[row.account - 1].name);
         if (columns_.number) markup_.write("<td>{}</td>", numberInRow(row).value_or(""));
         writeAmount(row, foreign);
@@ -272,7 +279,7 @@ private:
         writeFound(identityOf(transaction));
         markup_.write("</th><td>{}</td>", transaction.transactionType().value_or(""));
     }
-    void writeTrade(const Trade& trade, const std::string& converted) {
+    void writeTrade(const Trade& trade, const std::string& currency, const std::string& converted) {
         const InvestmentTransaction& transaction = trade.transaction;
         const auto bank = transaction.bankTransaction();
         writeDate(trade.date, bank ? bank->originalDatePostedString() : transaction.text("tradeDate"));
@@ -280,7 +287,7 @@ private:
             markup_.write("<th scope=\"row\">{}", payeeOf(*bank).value_or(""));
         else
             markup_.write("<th scope=\"row\">{}", subjectOf(trade));
-        writeSmall(quantityOf(transaction));
+        writeSmall(quantityOf(transaction, currency));
         writeSmall(converted);
         writeSmall(memoOf(transaction));
         writeFound(identityOf(transaction));
@@ -307,7 +314,7 @@ private:
     }
     /// What buys or sells securities is neither in nor out.
     void writeAmount(const TransactionRow& row, const std::string& foreign) {
-        const std::string text = amountCellText(row, foreign);
+        const std::string text = amountCellText(row, names_[row.account - 1].currency, foreign);
         if (!row.amount) return markup_.write("<td class=\"none\">{}</td>", text);
         const bool movesMoney = row.trade == nullptr || row.trade->movesMoney;
         const std::string_view flow = row.amount->isNegative() ? "out" : "in";

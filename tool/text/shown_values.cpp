@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
+#include "money/foreign_amount.h"
 #include "text/characters.h"
 #include "text/mask.h"
 #include "text/value_text.h"
@@ -37,11 +38,17 @@ std::string shownPeriod(std::optional<brackwell::Date> start, std::optional<brac
     return end ? shownDate(start) + " to " + shownDate(end) : "from " + shownDate(start);
 }
 
-std::string shownAmount(const brackwell::Decimal& amount) {
+std::string shownAmount(const brackwell::Decimal& amount, brackwell::OptionalText currency) {
     std::string text = amount.toString();
-    const std::size_t point = text.find('.');
-    if (point == std::string::npos) return text + ".00";
-    if (text.size() - point == 2) text += '0';
+    const auto least = static_cast<std::size_t>(decimalsOf(currency));
+    if (least == 0) return text;
+    std::size_t point = text.find('.');
+    if (point == std::string::npos) {
+        point = text.size();
+        text += '.';
+    }
+    const std::size_t decimals = text.size() - point - 1;
+    if (decimals < least) text.append(least - decimals, '0');
     return text;
 }
 

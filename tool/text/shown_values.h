@@ -18,8 +18,8 @@ std::string shownNumber(brackwell::OptionalText number, bool isFull);
 std::string shownDate(std::optional<brackwell::Date> date);
 /// "2024-01-01 to 2024-01-31", "from 2024-01-01", "to 2024-01-31"; "" for nothing.
 std::string shownPeriod(std::optional<brackwell::Date> start, std::optional<brackwell::Date> end);
-/// "-12.50": at least two decimals.
-std::string shownAmount(const brackwell::Decimal& amount);
+/// "-12.50", "-1480" of yen: at least the decimals that amounts in the currency have.
+std::string shownAmount(const brackwell::Decimal& amount, brackwell::OptionalText currency);
 /// "12.50 EUR"; the amount alone where the currency is not known.
 std::string withCurrency(const std::string& amount, brackwell::OptionalText currency);
 /// "0.125": of units and prices, as exact as they are.

@@ -26,8 +26,8 @@ namespace {
 
 using namespace brackwell;
 
-std::string amountCell(const std::optional<Decimal>& amount) {
-    return amount ? shownAmount(*amount) : std::string();
+std::string amountCell(const std::optional<Decimal>& amount, OptionalText currency) {
+    return amount ? shownAmount(*amount, currency) : std::string();
 }
 
 /// A day, or a text that is none, which is still worth seeing.
@@ -45,10 +45,10 @@ void showListed(TextPage& page, const std::vector<ListedBalance>& balances, Opti
 }
 
 void showBalance(TextPage& page, const InvestmentBalance& balance, OptionalText statementCurrency) {
-    page.fact("Cash", amountCell(balance.cash()));
-    page.fact("Margin", amountCell(balance.margin()));
-    page.fact("Short", amountCell(balance.shortBalance()));
-    page.fact("Buying power", amountCell(balance.buyingPower()));
+    page.fact("Cash", amountCell(balance.cash(), statementCurrency));
+    page.fact("Margin", amountCell(balance.margin(), statementCurrency));
+    page.fact("Short", amountCell(balance.shortBalance(), statementCurrency));
+    page.fact("Buying power", amountCell(balance.buyingPower(), statementCurrency));
     showListed(page, balance.listed(), statementCurrency);
 }
 
@@ -86,13 +86,14 @@ OptionalText tickerOf(const std::optional<Security>& security) {
 
 Table::Row rowOf(const Position& position, const SecurityLookup& securities, OptionalText currency) {
     const auto security = securities.find(position);
+    const std::string foreign = foreignSymbol(position.currency(), currency);
     return {
         visibleText(nameOf(security, position.securityID())),
         visibleText(tickerOf(security).value_or("")),
         shownUnits(position.units()),
         shownUnits(position.unitPrice()),
-        amountCell(position.marketValue()),
-        visibleText(foreignSymbol(position.currency(), currency)),
+        amountCell(position.marketValue(), firstOf(foreign, currency)),
+        visibleText(foreign),
         dayOrText(position.priceDate(), position.text("priceDate")),
     };
 }
@@ -102,7 +103,7 @@ void showWorth(TextPage& page, const InvestmentStatement& statement, const std::
     for (const Position& position : positions) worth.add(valueOf(position, statement));
     std::string text =
         std::to_string(positions.size()) + (positions.size() == 1 ? " position" : " positions");
-    text += ": worth " + withCurrency(shownSum(worth.positions), statement.currency());
+    text += ": worth " + withCurrency(shownSum(worth.positions, statement.currency()), statement.currency());
     if (worth.withoutValue > 0) text += " (" + std::to_string(worth.withoutValue) + " without a value)";
     page.fact("Total", text);
 }
@@ -151,14 +152,15 @@ std::optional<Decimal> unitsOf(const InvestmentTransaction& transaction) {
 
 Table::Row rowOf(const InvestmentTransaction& transaction, const SecurityLookup& securities,
                  OptionalText currency) {
+    const std::string foreign = foreignSymbol(currencyOf(transaction), currency);
     return {
         dayOrText(dateOf(transaction), writtenDateOf(transaction)),
         kindInWords(transaction),
         subjectOf(transaction, securities),
         shownUnits(unitsOf(transaction)),
         shownUnits(transaction.unitPrice()),
-        amountCell(amountOf(transaction)),
-        visibleText(foreignSymbol(currencyOf(transaction), currency)),
+        amountCell(amountOf(transaction), firstOf(foreign, currency)),
+        visibleText(foreign),
         visibleText(memoOf(transaction).value_or("")),
     };
 }

@@ -3,6 +3,7 @@
 
 #include "money/foreign_amount.h"
 #include "text/shown_values.h"
+#include "text/transaction_text.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -13,8 +14,9 @@ std::string shownBalance(const ListedBalance& balance, OptionalText statementCur
     if (!balance.value()) return std::string(balance.text("value").value_or(""));
     if (balance.type() == BalanceType::percent) return balance.value()->toString() + " %";
     if (balance.type() == BalanceType::number) return balance.value()->toString();
-    return withCurrency(shownAmount(*balance.value()),
-                        visibleText(foreignSymbol(balance.currency(), statementCurrency)));
+    const std::string foreign = foreignSymbol(balance.currency(), statementCurrency);
+    return withCurrency(shownAmount(*balance.value(), firstOf(foreign, statementCurrency)),
+                        visibleText(foreign));
 }
 
 }  // namespace tool

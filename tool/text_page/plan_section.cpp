@@ -45,24 +45,24 @@ bool isOneOf(const std::array<std::string_view, Count>& names, std::string_view 
 }
 
 /// All numbers of a plan are money but for some.
-std::string valueText(const InvestmentField& field) {
+std::string valueText(const InvestmentField& field, OptionalText currency) {
     if (field.date) return shownDate(field.date);
     if (!field.amount) return visibleText(field.text);
     if (field.name.ends_with("Percent") || isOneOf(kPercentages, field.name))
         return field.amount->toString() + " %";
-    return isOneOf(kCounts, field.name) ? field.amount->toString() : shownAmount(*field.amount);
+    return isOneOf(kCounts, field.name) ? field.amount->toString() : shownAmount(*field.amount, currency);
 }
 
 /// A row for each field; adding one to the library adds it here.
-void addFields(Rows& rows, const std::string& part, const InvestmentRecord& record) {
+void addFields(Rows& rows, const std::string& part, const InvestmentRecord& record, OptionalText currency) {
     for (const InvestmentField& field : record.fields())
-        rows.push_back({part, inWords(field.name), valueText(field)});
+        rows.push_back({part, inWords(field.name), valueText(field, currency)});
 }
 
 void addAmounts(Rows& rows, const std::string& part, const std::optional<Amounts401k>& amounts,
                 OptionalText currency) {
     if (!amounts) return;
-    addFields(rows, part, *amounts);
+    addFields(rows, part, *amounts, currency);
     for (const ListedBalance& balance : amounts->listed())
         rows.push_back(
             {part, visibleText(balance.name().value_or("")), visibleText(shownBalance(balance, currency))});
@@ -75,15 +75,15 @@ std::string titleOf(const Period401k& period) {
 
 void addPeriod(Rows& rows, const Period401k& period, OptionalText currency) {
     const std::string title = titleOf(period);
-    addFields(rows, title, period);
+    addFields(rows, title, period, currency);
     addAmounts(rows, title + ", contributions", period.contributions(), currency);
     addAmounts(rows, title + ", withdrawals", period.withdrawals(), currency);
     addAmounts(rows, title + ", earnings", period.earnings(), currency);
 }
 
 void addPlan(Rows& rows, const Plan401k& plan, OptionalText currency) {
-    addFields(rows, "Plan", plan);
-    for (const Loan401k& loan : plan.loans()) addFields(rows, "Loan", loan);
+    addFields(rows, "Plan", plan, currency);
+    for (const Loan401k& loan : plan.loans()) addFields(rows, "Loan", loan, currency);
     for (const Period401k& period : plan.periods()) addPeriod(rows, period, currency);
 }
 

@@ -37,9 +37,10 @@ std::string headingOf(const brackwell::TvOFXAccountStatement& statement, bool is
     return "Credit card " + shownNumber(card->creditCardAccountFrom()->accountID(), isFull);
 }
 
-std::string balanceText(const std::optional<Decimal>& amount, std::optional<brackwell::Date> date) {
+std::string balanceText(const std::optional<Decimal>& amount, std::optional<brackwell::Date> date,
+                        OptionalText currency) {
     if (!amount) return {};
-    return shownAmount(*amount) + (date ? " on " + shownDate(date) : "");
+    return shownAmount(*amount, currency) + (date ? " on " + shownDate(date) : "");
 }
 
 void showFacts(TextPage& page, const brackwell::TvOFXAccountStatement& statement) {
@@ -52,13 +53,15 @@ void showFacts(TextPage& page, const brackwell::TvOFXAccountStatement& statement
     page.fact("Currency", statement.defaultCurrency());
     page.fact("Period",
               shownPeriod(statement.transactionStartDateTime(), statement.transactionEndDateTime()));
-    page.fact("Balance", balanceText(statement.ledgerBalanceAmount(), statement.ledgerBalanceDateTime()));
-    page.fact("Available",
-              balanceText(statement.availableBalanceAmount(), statement.availableBalanceDateTime()));
+    page.fact("Balance", balanceText(statement.ledgerBalanceAmount(), statement.ledgerBalanceDateTime(),
+                                     statement.defaultCurrency()));
+    page.fact("Available", balanceText(statement.availableBalanceAmount(),
+                                       statement.availableBalanceDateTime(), statement.defaultCurrency()));
 }
 
 Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, OptionalText currency) {
     const auto date = transaction.datePosted();
+    const std::string foreign = foreignSymbol(currencyOf(transaction), currency);
     std::string cells[] = {
         // A text that is no date is still worth seeing.
         date ? std::string(DateText(*date).day())
@@ -67,8 +70,8 @@ Table::Row rowOf(const brackwell::TvOFXStatementTransaction& transaction, Option
         visibleText(payeeOf(transaction).value_or("")),
         visibleText(transaction.memo().value_or("")),
         visibleText(numberOf(transaction).value_or("")),
-        transaction.amount() ? shownAmount(*transaction.amount()) : "",
-        visibleText(foreignSymbol(currencyOf(transaction), currency)),
+        transaction.amount() ? shownAmount(*transaction.amount(), firstOf(foreign, currency)) : "",
+        visibleText(foreign),
     };
     return {std::make_move_iterator(std::begin(cells)), std::make_move_iterator(std::end(cells))};
 }

@@ -6,9 +6,9 @@
 
 namespace tool {
 
-std::string shownSum(const Sum& sum) {
+std::string shownSum(const Sum& sum, brackwell::OptionalText currency) {
     const auto shown = sum.shown();
-    return shown ? shownAmount(*shown) : "not representable";
+    return shown ? shownAmount(*shown, currency) : "not representable";
 }
 
 void Totals::add(const std::optional<brackwell::Decimal>& written, const std::optional<Amount>& amount) {
@@ -24,7 +24,8 @@ void Totals::add(const std::optional<brackwell::Decimal>& written, const std::op
 void Totals::show(TextPage& page, brackwell::OptionalText currency) const {
     std::string text = std::to_string(count_);
     text += count_ == 1 ? " transaction: in " : " transactions: in ";
-    text += shownSum(in_) + ", out " + shownSum(out_) + ", sum " + shownSum(all_);
+    text +=
+        shownSum(in_, currency) + ", out " + shownSum(out_, currency) + ", sum " + shownSum(all_, currency);
     if (currency && !currency->empty()) text.append(" ").append(*currency);
     if (withoutAmount_ > 0)
         text.append(" (").append(std::to_string(withoutAmount_)).append(" without an amount)");

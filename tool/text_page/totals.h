@@ -30,6 +30,6 @@ private:
 };
 
 /// "7.50"; "not representable" for a sum that does not fit into a number.
-std::string shownSum(const Sum& sum);
+std::string shownSum(const Sum& sum, brackwell::OptionalText currency);
 
 }  // namespace tool
