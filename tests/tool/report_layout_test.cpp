@@ -246,6 +246,22 @@ TEST_CASE("a page holds on paper") {
     }
 }
 
+TEST_CASE("a narrow window lays out only the transactions that can be seen, and finds the place of any") {
+    if (!hasBrowser()) return;
+    std::string transactions;
+    for (int i = 0; i < 300; ++i)
+        transactions += transaction("20240105", "-1", "<NAME>Shop " + std::to_string(i));
+    std::string page = withoutPolicy(outputOf({"report"}, transactionsWith(transactions)));
+    page.insert(page.find("</body>"),
+                "<script>addEventListener('load', () => {\n"
+                "const cell = document.querySelector('#transactions tbody tr:last-child th');\n"
+                "const isLaidOut = cell.checkVisibility({ contentVisibilityAuto: true });\n"
+                "const hasPlace = cell.getBoundingClientRect().height > 10;\n"
+                "document.title = 'laid out: ' + isLaidOut + ', has a place: ' + hasPlace;\n});</script>");
+    CHECK(contains(shownInBrowser(page, "", 500).page, "<title>laid out: false, has a place: true</title>"));
+    CHECK(contains(shownInBrowser(page, "", 1200).page, "<title>laid out: true, has a place: true</title>"));
+}
+
 TEST_CASE("long numbers, long words and large amounts overflow at no width") {
     if (!hasBrowser()) return;
     const std::string page = outputOf(
