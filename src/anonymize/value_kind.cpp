@@ -89,9 +89,9 @@ struct ElementsBySize {
 constexpr ElementsBySize kBySize = [] {
     ElementsBySize sorted;
     for (const elements::ElementRow& row : elements::kElementRows) ++sorted.begins[row.name.size() + 1];
-    for (std::size_t i = 1; i < sorted.begins.size(); ++i) sorted.begins[i] += sorted.begins[i - 1];
+    for (std::size_t i = 1; i != sorted.begins.size(); ++i) sorted.begins[i] += sorted.begins[i - 1];
     auto ends = sorted.begins;
-    for (elements::Element element = 0; element < elements::kElementCount; ++element)
+    for (elements::Element element = 0; element != elements::kElementCount; ++element)
         sorted.elements[ends[elements::kElementRows[element].name.size()]++] = element;
     return sorted;
 }();
