@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace tool {
@@ -11,8 +13,18 @@ using namespace brackwell;
 
 namespace {
 
+/// The three letters of a currency as a number, in their order; all amounts that are shown ask for it.
+constexpr std::uint32_t packed(std::string_view code) noexcept {
+    const auto letter = [code](std::size_t i) { return std::uint32_t{static_cast<unsigned char>(code[i])}; };
+    return letter(0) << 16 | letter(1) << 8 | letter(2);
+}
+constexpr std::size_t kLetters = 3;
+
 struct Decimals {
-    std::string_view currency;
+    constexpr Decimals(std::string_view code, int decimals) noexcept
+        : currency(packed(code)), count(decimals) {}
+
+    std::uint32_t currency;
     int count;
 };
 
@@ -28,9 +40,12 @@ static_assert(std::ranges::is_sorted(kDecimals, {}, &Decimals::currency));
 }  // namespace
 
 int decimalsOf(OptionalText currency) noexcept {
-    const auto* const found =
-        std::ranges::lower_bound(kDecimals, currency.value_or(""), {}, &Decimals::currency);
-    return found != kDecimals.end() && found->currency == currency ? found->count : 2;
+    constexpr int usual = 2;
+    const std::string_view code = currency.value_or("");
+    if (code.size() != kLetters) return usual;
+    const std::uint32_t wanted = packed(code);
+    const auto* const found = std::ranges::lower_bound(kDecimals, wanted, {}, &Decimals::currency);
+    return found != kDecimals.end() && found->currency == wanted ? found->count : usual;
 }
 
 bool isForeign(const std::optional<TransactionCurrency>& currency, OptionalText statementCurrency) noexcept {
