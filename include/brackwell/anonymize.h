@@ -26,8 +26,7 @@ struct AnonymizeOptions {
     /// numbers. Often a mistake cannot be found without knowing whose document it is.
     bool institution = false;
     /// By how many days all dates are moved; 0 leaves them as they are. Dates with marks between their
-    /// numbers
-    /// ("31.03.2024", "2024-03-31T10:00:00") are moved, too. Some stay, see
+    /// numbers ("31.03.2024", "2024-03-31T10:00:00") are moved, too. Some stay, see
     /// AnonymizedDocument::unmovedDates.
     std::int32_t shiftDays = 0;
     /// From the first day of the year 1 to the last one of 9999: by more days no date can be moved.

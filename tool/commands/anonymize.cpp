@@ -189,7 +189,8 @@ void checkFolder(const Options& options) {
     for (const InputSource& file : options.named.files) {
         const std::string name = nameInFolder(*options.anonymize.folder, file.name, ++number);
         const std::string objection = objectionTo(name, inputs, rules);
-        if (!objection.empty()) throw CLI::ValidationError("--into", name + " " + objection);
+        if (!objection.empty())
+            throw CLI::ValidationError("--into", std::string(name).append(" ").append(objection));
     }
 }
 
