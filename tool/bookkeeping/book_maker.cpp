@@ -13,17 +13,13 @@
 #include "bookkeeping/book_format.h"
 #include "bookkeeping/transfers.h"
 #include "money/sum.h"
+#include "text/counted.h"
 #include "text/shown_values.h"
 
 namespace tool {
 namespace {
 
 using namespace brackwell;
-
-/// "1 transaction has", "2 transactions have": the parts of a sentence that numbers change.
-std::string counted(std::size_t count, std::string_view one, std::string_view several) {
-    return std::to_string(count) + std::string(count == 1 ? one : several);
-}
 
 /// Makes one book.
 class BookMaker {
@@ -95,7 +91,7 @@ void BookMaker::noteAlike() {
 void BookMaker::leaveOut() {
     const std::size_t changed = drafts_.leaveOutKnown(journal_);
     if (changed > 0)
-        note(counted(changed, " transaction has", " transactions have") +
+        note(counted(changed, "transaction has", "transactions have") +
              " the identifier and amount of one in the journal, but another day or other texts; left out.");
     for (const DraftEntry& draft : lists_.entries)
         if (draft.isLeftOut) known_.insert(drafts_.nameOf(draft));
@@ -109,9 +105,8 @@ void BookMaker::noteCorrections() {
         return transaction != nullptr && transaction->correctionFITID().has_value();
     });
     if (corrections > 0)
-        note(
-            counted(static_cast<std::size_t>(corrections), " transaction corrects", " transactions correct") +
-            " an earlier one (correctionFITID in the journal), which stays as it is.");
+        note(counted(static_cast<std::size_t>(corrections), "transaction corrects", "transactions correct") +
+             " an earlier one (correctionFITID in the journal), which stays as it is.");
 }
 
 /// By day, then by the name of the account; else as the documents have them.
@@ -164,9 +159,8 @@ void BookMaker::use(const Posting& posting, const std::string& day) {
 void BookMaker::noteOlderThanOpening() {
     for (const auto& [key, older] : older_) {
         const auto& [day, commodity] = key;
-        note(counted(older.count, " posting is", " postings are") +
-             " of a day before the opening balance of " + std::string(day) +
-             " in the journal, which has them in it already: take " +
+        note(counted(older.count, "posting is", "postings are") + " of a day before the opening balance of " +
+             std::string(day) + " in the journal, which has them in it already: take " +
              (older.sum.value() ? withCurrency(older.sum.value()->toString(), commodity) : "them") +
              " off it, and give it an earlier day.");
     }

@@ -19,20 +19,20 @@ using namespace brackwell;
 constexpr std::uint32_t kNone = DraftEntry::kNoPartner;
 
 /// The account that a transaction names as the other one.
-struct NamedAccount {
+struct OtherAccount {
     std::string bank;  ///< "" for any
     std::string number;
 };
 
 std::string trimmedCopy(OptionalText text) { return std::string(trimWhiteSpace(text.value_or(""))); }
 
-std::optional<NamedAccount> namedAccount(const Drafts& drafts, const DraftEntry& draft) {
+std::optional<OtherAccount> namedAccount(const Drafts& drafts, const DraftEntry& draft) {
     const TvOFXStatementTransaction* transaction = drafts.bankTransaction(draft);
     if (transaction == nullptr) return std::nullopt;
     if (const auto bank = transaction->bankAccountTo())
-        return NamedAccount{trimmedCopy(bank->bankID()), trimmedCopy(bank->accountID())};
+        return OtherAccount{trimmedCopy(bank->bankID()), trimmedCopy(bank->accountID())};
     if (const auto card = transaction->creditCardAccountTo())
-        return NamedAccount{"", trimmedCopy(card->accountID())};
+        return OtherAccount{"", trimmedCopy(card->accountID())};
     return std::nullopt;
 }
 

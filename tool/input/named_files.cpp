@@ -12,6 +12,7 @@
 
 #include "input/archives.h"
 #include "input/folders.h"
+#include "text/counted.h"
 #include "text/visible_text.h"
 
 namespace tool {
@@ -30,14 +31,8 @@ std::string someOf(const std::vector<std::string>& names, std::size_t folder = 0
     return text;
 }
 
-/// "1 file is", "2 files are".
-std::string countOf(std::size_t count, std::string_view noun, std::string_view verb, std::string_view verbs) {
-    std::string text = std::to_string(count) + " ";
-    return text.append(noun).append(count == 1 ? " " : "s ").append(count == 1 ? verb : verbs);
-}
-
 std::string passedOverText(const std::vector<std::string>& names, std::size_t folder = 0) {
-    return countOf(names.size(), "file", "is", "are") +
+    return counted(names.size(), "file is", "files are") +
            " passed over (hidden, a link to a folder, or no OFX document): " + someOf(names, folder) + ".";
 }
 
@@ -46,12 +41,12 @@ std::string passedOverText(const std::vector<std::string>& names, std::size_t fo
 
 void noteLeftOut(const std::string& path, const ArchiveContent& content, NamedFiles& named) {
     if (!content.unread.empty())
-        named.errors.push_back({path, countOf(content.unread.size(), "file", "was", "were") +
+        named.errors.push_back({path, counted(content.unread.size(), "file was", "files were") +
                                           " left out, since nobody can look into: " + someOf(content.unread) +
                                           "."});
     if (!content.passedOver.empty()) named.notes.push_back({path, passedOverText(content.passedOver)});
     if (!content.archives.empty())
-        named.notes.push_back({path, countOf(content.archives.size(), "archive", "is", "are") +
+        named.notes.push_back({path, counted(content.archives.size(), "archive is", "archives are") +
                                          " not looked into, as in an archive: " + someOf(content.archives) +
                                          ". Unpack this one first."});
 }

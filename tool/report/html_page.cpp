@@ -20,6 +20,7 @@
 #include "report/overview.h"
 #include "report/payee_section.h"
 #include "report/transaction_table.h"
+#include "text/counted.h"
 #include "text/value_text.h"
 
 namespace tool {
@@ -35,10 +36,6 @@ Period periodOf(const Report& report) {
     for (const InvestmentFigures& account : report.investments)
         for (const Trade& trade : account.trades) period.include(trade.date);
     return period;
-}
-
-std::string counted(std::size_t count, const std::string& one, const std::string& several) {
-    return std::to_string(count) + " " + (count == 1 ? one : several);
 }
 
 std::size_t sumOf(const std::vector<AccountFigures>& accounts, auto count) {
