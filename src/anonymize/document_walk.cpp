@@ -14,6 +14,7 @@
 #include "text/byte_order_marks.h"
 #include "text/comment_marks.h"
 #include "text/name_byte.h"
+#include "text/size_until.h"
 #include "text/text_parts.h"
 
 namespace brackwell::anonymizing {
@@ -198,8 +199,9 @@ private:
 
     /// `inside` is what stands between the "<" of a tag, or its "/", and the next bracket.
     Name nameIn(std::string_view inside, bool isFinished) {
-        const auto* const end = std::ranges::find_if_not(inside, isInASCIIName);
-        const std::string_view name = inside.substr(0, static_cast<std::size_t>(end - inside.begin()));
+        const std::string_view name =
+            inside.substr(0, sizeUntil(inside, [](char c) { return !isInASCIIName(c); }));
+        const std::string_view rest = inside.substr(name.size());
         if (const Element element = elementMeantBy(name); element != elements::kUnknown)
             return {name.size(), element};
         // One that could be an institution's own is none that was misspelt: nobody knows what its values are.
@@ -208,7 +210,7 @@ private:
                 return {inside.size(), element};
         // Another name that nobody knows is one only where nothing but blanks follows it, and a ">", or where
         // it was one before, perhaps with a prefix.
-        const bool isAlone = end == inside.end() || isASCIIWhiteSpace(*end) || *end == '/';
+        const bool isAlone = rest.empty() || isASCIIWhiteSpace(rest.front()) || rest.front() == '/';
         const std::string_view own = afterLast(name, ".:");
         if (!name.empty() && isAlone && (isFinished || otherNames_.contains(own))) {
             otherNames_.insert(own);
