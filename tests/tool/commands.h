@@ -97,4 +97,17 @@ inline bool showsPayees(const std::string& name) {
     return name != "accounts" && name != "duplicates" && name != "check" && name != "anonymize";
 }
 
+/// A document of one transaction.
+inline std::string paidTo(const std::string& payee) {
+    return transactionsWith("<STMTTRN><TRNTYPE>POS<DTPOSTED>20240301<TRNAMT>-1<FITID>1<NAME>" + payee +
+                            "</STMTTRN>");
+}
+
+/// The files that `json` writes of.
+inline std::vector<std::string> filesIn(const std::string& output) {
+    std::vector<std::string> files;
+    for (const std::string& line : linesOf(output)) files.push_back(Json::parse(line).at("file"));
+    return files;
+}
+
 }  // namespace brackwell::tests

@@ -6,22 +6,6 @@
 
 using namespace brackwell::tests;
 
-namespace {
-
-std::string paidTo(const std::string& payee) {
-    return transactionsWith("<STMTTRN><TRNTYPE>POS<DTPOSTED>20240301<TRNAMT>-1<FITID>1<NAME>" + payee +
-                            "</STMTTRN>");
-}
-
-/// The files that `json` writes of.
-std::vector<std::string> filesIn(const std::string& output) {
-    std::vector<std::string> files;
-    for (const std::string& line : linesOf(output)) files.push_back(Json::parse(line).at("file"));
-    return files;
-}
-
-}  // namespace
-
 TEST_CASE("a folder stands for the documents in it and below it, in the order of names") {
     const TemporaryFolder folder;
     folder.file("in/july.ofx", paidTo("A"));

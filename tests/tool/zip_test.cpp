@@ -6,18 +6,6 @@ using namespace brackwell::tests;
 
 namespace {
 
-std::string boughtAt(const std::string& payee) {
-    return transactionsWith("<STMTTRN><TRNTYPE>POS<DTPOSTED>20240301<TRNAMT>-1<FITID>1<NAME>" + payee +
-                            "</STMTTRN>");
-}
-
-/// The names of the files that `json` writes of.
-std::vector<std::string> namesIn(const std::string& output) {
-    std::vector<std::string> names;
-    for (const std::string& line : linesOf(output)) names.push_back(Json::parse(line).at("file"));
-    return names;
-}
-
 std::string replacedAll(std::string text, const std::string& was, const std::string& now) {
     for (std::size_t at = text.find(was); at != text.npos; at = text.find(was, at + now.size()))
         text.replace(at, was.size(), now);
@@ -28,15 +16,15 @@ std::string replacedAll(std::string text, const std::string& was, const std::str
 
 TEST_CASE("an archive stands for the documents in it, in the order of names") {
     const TemporaryFolder folder;
-    folder.file("in.zip", zipOf({{"july.ofx", boughtAt("A")},
+    folder.file("in.zip", zipOf({{"july.ofx", paidTo("A")},
                                  {"2023/", "", 0},
-                                 {"April.QFX", boughtAt("B"), 0},
-                                 {"2023/old", boughtAt("C")},
-                                 {"2023/deep/er/x.txt", "Dear customer,\n" + boughtAt("D")}}));
+                                 {"April.QFX", paidTo("B"), 0},
+                                 {"2023/old", paidTo("C")},
+                                 {"2023/deep/er/x.txt", "Dear customer,\n" + paidTo("D")}}));
     const Finished finished = toolIn(folder.path(), {"json", "--quiet", "in.zip"});
     CHECK(finished.status == 0);
     CHECK(finished.error == "");
-    CHECK(namesIn(finished.output) == std::vector<std::string>{"in.zip/2023/deep/er/x.txt", "in.zip/2023/old",
+    CHECK(filesIn(finished.output) == std::vector<std::string>{"in.zip/2023/deep/er/x.txt", "in.zip/2023/old",
                                                                "in.zip/April.QFX", "in.zip/july.ofx"});
     CHECK(contains(finished.output, "\"payeeName\":\"B\""));
     CHECK(contains(toolIn(folder.path(), {"in.zip"}).output, "== in.zip/july.ofx"));
@@ -44,7 +32,7 @@ TEST_CASE("an archive stands for the documents in it, in the order of names") {
 
 TEST_CASE("the forms that large archives have are read in small ones, too") {
     const TemporaryFolder folder;
-    const std::string document = boughtAt("A");
+    const std::string document = paidTo("A");
     ZipMember longMember{"july.ofx", document};
     longMember.isLong = true;
     ZipMember later{"july.ofx", document};
@@ -56,7 +44,7 @@ TEST_CASE("the forms that large archives have are read in small ones, too") {
         folder.file("in.zip", bytes);
         const Finished finished = toolIn(folder.path(), {"json", "in.zip"});
         CHECK(finished.error == "");
-        CHECK(namesIn(finished.output) == std::vector<std::string>{"in.zip/july.ofx"});
+        CHECK(filesIn(finished.output) == std::vector<std::string>{"in.zip/july.ofx"});
     }
 }
 
@@ -84,8 +72,8 @@ TEST_CASE("what is read of an archive is what is read of the files in it") {
 
 TEST_CASE("every command takes an archive of one document, and one in an archive by its name") {
     const TemporaryFolder folder;
-    folder.file("one.zip", zipOf({{"july.ofx", boughtAt("Cafe")}, {"bill.pdf", "%PDF"}}));
-    folder.file("two.zip", zipOf({{"a/june.ofx", boughtAt("Shop")}, {"a/july.ofx", boughtAt("Cafe")}}));
+    folder.file("one.zip", zipOf({{"july.ofx", paidTo("Cafe")}, {"bill.pdf", "%PDF"}}));
+    folder.file("two.zip", zipOf({{"a/june.ofx", paidTo("Shop")}, {"a/july.ofx", paidTo("Cafe")}}));
     for (const std::string& command : readingCommands()) {
         CAPTURE(command);
         for (const char* name : {"one.zip", "one.zip/july.ofx", "./two.zip/a/july.ofx"}) {
@@ -110,7 +98,7 @@ TEST_CASE("every command takes an archive of one document, and one in an archive
 TEST_CASE("what is named in an archive is read, whatever its name and its bytes are") {
     const TemporaryFolder folder;
     folder.file("in.zip",
-                zipOf({{".hidden", boughtAt("A")}, {"late", std::string(1 << 17, 'x') + boughtAt("B")}}));
+                zipOf({{".hidden", paidTo("A")}, {"late", std::string(1 << 17, 'x') + paidTo("B")}}));
     for (const char* name : {"in.zip/.hidden", "in.zip/late"})
         CHECK(toolIn(folder.path(), {"check", name}).status == 0);
     CHECK(
@@ -121,7 +109,7 @@ TEST_CASE("what is named in an archive is read, whatever its name and its bytes 
 
 TEST_CASE("what an archive has besides documents is named, unless that is not asked for") {
     const TemporaryFolder folder;
-    const ZipMember document{"july.ofx", boughtAt("A")};
+    const ZipMember document{"july.ofx", paidTo("A")};
     ZipMember link{"link.ofx", "july.ofx", 0};
     link.attributes = 0120777U << 16U;
     folder.file("in.zip", zipOf({document, {"bill.pdf", "%PDF-1.4"}}));
@@ -131,11 +119,11 @@ TEST_CASE("what an archive has besides documents is named, unless that is not as
     CHECK(toolIn(folder.path(), {"json", "--strict", "in.zip"}).status == 0);
     CHECK(toolIn(folder.path(), {"json", "--quiet", "in.zip"}).error == "");
     folder.file("in.zip", zipOf({document,
-                                 {".git/a.ofx", boughtAt("B")},
-                                 {".git/b.ofx", boughtAt("B")},
-                                 {".git-x/b.ofx", boughtAt("B")},
+                                 {".git/a.ofx", paidTo("B")},
+                                 {".git/b.ofx", paidTo("B")},
+                                 {".git-x/b.ofx", paidTo("B")},
                                  {"__MACOSX/._july.ofx", "x"},
-                                 {"a/.b/c/d.ofx", boughtAt("B")},
+                                 {"a/.b/c/d.ofx", paidTo("B")},
                                  link,
                                  {"c.gz", "\x1F\x8B"}}));
     CHECK(toolIn(folder.path(), {"json", "in.zip"}).error ==
@@ -150,7 +138,7 @@ TEST_CASE("what an archive has besides documents is named, unless that is not as
 
 TEST_CASE("an archive without a document is an error, and the other files are still done") {
     const TemporaryFolder folder;
-    folder.file("july.ofx", boughtAt("A"));
+    folder.file("july.ofx", paidTo("A"));
     const std::string none =
         "in.zip: There is no OFX document in this file, a ZIP archive or an office document.\n";
     folder.file("in.zip", zipOf({}));
@@ -161,21 +149,21 @@ TEST_CASE("an archive without a document is an error, and the other files are st
     CHECK(finished.error == none +
                                 "in.zip: 2 files are passed over (hidden, a link to a folder, or no OFX "
                                 "document): a.txt, empty.\n");
-    CHECK(namesIn(finished.output) == std::vector<std::string>{"july.ofx"});
+    CHECK(filesIn(finished.output) == std::vector<std::string>{"july.ofx"});
 }
 
 TEST_CASE("archives in a folder are read, in the order of names with the other files") {
     const TemporaryFolder folder;
-    folder.file("in/a.ofx", boughtAt("A"));
-    folder.file("in/b.zip", zipOf({{"x.ofx", boughtAt("B")}, {"y.txt", "text"}}));
-    folder.file("in/c.ofx", boughtAt("C"));
-    folder.file("in/d.ofx", zipOf({{"z.ofx", boughtAt("D")}}));
-    folder.file("in/letter.docx", zipOf({{"x.ofx", boughtAt("E")}}));
+    folder.file("in/a.ofx", paidTo("A"));
+    folder.file("in/b.zip", zipOf({{"x.ofx", paidTo("B")}, {"y.txt", "text"}}));
+    folder.file("in/c.ofx", paidTo("C"));
+    folder.file("in/d.ofx", zipOf({{"z.ofx", paidTo("D")}}));
+    folder.file("in/letter.docx", zipOf({{"x.ofx", paidTo("E")}}));
     folder.file("in/photos.zip", zipOf({{"1.jpg", "JPEG"}, {"2.jpg", "JPEG"}}));
     folder.file("in/text.zip", "text");
     const Finished finished = toolIn(folder.path(), {"json", "in"});
     CHECK(finished.status == 0);
-    CHECK(namesIn(finished.output) ==
+    CHECK(filesIn(finished.output) ==
           std::vector<std::string>{"in/a.ofx", "in/b.zip/x.ofx", "in/c.ofx", "in/d.ofx/z.ofx"});
     CHECK(finished.error ==
           "in/b.zip: 1 file is passed over (hidden, a link to a folder, or no OFX document): y.txt.\n"
@@ -185,17 +173,17 @@ TEST_CASE("archives in a folder are read, in the order of names with the other f
 
 TEST_CASE("an archive in a folder that cannot be read is an error") {
     const TemporaryFolder folder;
-    folder.file("in/a.ofx", boughtAt("A"));
-    const std::string whole = zipOf({{"x.ofx", boughtAt("B")}});
+    folder.file("in/a.ofx", paidTo("A"));
+    const std::string whole = zipOf({{"x.ofx", paidTo("B")}});
     folder.file("in/b.zip", whole.substr(0, whole.size() / 2));
     const Finished finished = toolIn(folder.path(), {"json", "in"});
     CHECK(finished.status == 1);
     CHECK(finished.error.starts_with("in/b.zip: The ZIP archive is cut off or damaged"));
-    CHECK(namesIn(finished.output) == std::vector<std::string>{"in/a.ofx"});
+    CHECK(filesIn(finished.output) == std::vector<std::string>{"in/a.ofx"});
 }
 
 TEST_CASE("an archive by standard input is refused, with what to do") {
-    const std::string bytes = zipOf({{"july.ofx", boughtAt("A"), 0}});
+    const std::string bytes = zipOf({{"july.ofx", paidTo("A"), 0}});
     const Finished finished = tool({"show", "-"}, bytes);
     CHECK(finished.status == 1);
     CHECK(finished.error ==
@@ -207,7 +195,7 @@ TEST_CASE("an archive by standard input is refused, with what to do") {
 
 TEST_CASE("no output takes the place of an archive") {
     const TemporaryFolder folder;
-    const std::string bytes = zipOf({{"july.ofx", boughtAt("A")}});
+    const std::string bytes = zipOf({{"july.ofx", paidTo("A")}});
     folder.file("in.zip", bytes);
     folder.file("other.zip", bytes);
     struct Row {
@@ -233,12 +221,12 @@ TEST_CASE("no output takes the place of an archive") {
         CHECK(folder.read("other.zip") == bytes);
     }
     CHECK(toolIn(folder.path(), {"repair", "in.zip", "-o", "july.ofx"}).status == 0);
-    CHECK(folder.read("july.ofx") == boughtAt("A"));
+    CHECK(folder.read("july.ofx") == paidTo("A"));
 }
 
 TEST_CASE("the documents of an archive are made anonymous one by one") {
     const TemporaryFolder folder;
-    folder.file("in.zip", zipOf({{"a.qfx", boughtAt("Cafe")}, {"b.ofx", boughtAt("Shop")}}));
+    folder.file("in.zip", zipOf({{"a.qfx", paidTo("Cafe")}, {"b.ofx", paidTo("Shop")}}));
     const Finished refused = toolIn(folder.path(), {"anonymize", "in.zip"});
     CHECK(refused.status == 2);
     CHECK(contains(refused.error, "several files need --into FOLDER"));

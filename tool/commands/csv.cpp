@@ -14,6 +14,7 @@
 #include "csv/investment_table.h"
 #include "history/history.h"
 #include "input/run.h"
+#include "text/counted.h"
 
 namespace tool {
 namespace {
@@ -22,7 +23,7 @@ namespace {
 void sayForeign(Run& run, const std::string& file, std::size_t foreign) {
     if (foreign == 0) return;
     sayNotInTable(run, file,
-                  std::to_string(foreign) + (foreign == 1 ? " amount is" : " amounts are") +
+                  counted(foreign, "amount is", "amounts are") +
                       " in a currency other than the account's; add --currencies to see which.");
 }
 

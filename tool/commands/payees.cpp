@@ -9,6 +9,7 @@
 #include "history/history.h"
 #include "input/run.h"
 #include "report/payees.h"
+#include "text/counted.h"
 #include "text_page/table.h"
 #include "text_page/text_page.h"
 #include "text_page/totals.h"
@@ -59,8 +60,7 @@ void showPayees(TextPage& page, const std::string& currency, const Payees& payee
         for (const Table::Row& row : payeeRows(*payee, currency)) table.writeRow(page, row);
     }
     if (payees.foreign > 0)
-        page.fact("Left out", std::to_string(payees.foreign) +
-                                  (payees.foreign == 1 ? " amount" : " amounts") + " in another currency");
+        page.fact("Left out", counted(payees.foreign, "amount", "amounts") + " in another currency");
 }
 
 bool runPayees(Run& run) {

@@ -20,9 +20,8 @@ struct InputNote {
 /// The files of a command line, with documents in the places of folders and archives.
 struct NamedFiles {
     std::vector<InputSource> files;
-    std::vector<InputNote> notes;  ///< what was passed over
-    std::vector<InputNote>
-        errors;  ///< folders and archives without a document, and what could not be looked into
+    std::vector<InputNote> notes;   ///< what was passed over
+    std::vector<InputNote> errors;  ///< what has no document, or could not be looked into
 };
 
 /// How many files a command takes.

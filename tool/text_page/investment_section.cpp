@@ -11,6 +11,7 @@
 #include "investments/facts.h"
 #include "investments/security_lookup.h"
 #include "money/foreign_amount.h"
+#include "text/counted.h"
 #include "text/shown_values.h"
 #include "text/transaction_text.h"
 #include "text/value_text.h"
@@ -101,8 +102,7 @@ Table::Row rowOf(const Position& position, const SecurityLookup& securities, Opt
 void showWorth(TextPage& page, const InvestmentStatement& statement, const std::vector<Position>& positions) {
     Worth worth;
     for (const Position& position : positions) worth.add(valueOf(position, statement));
-    std::string text =
-        std::to_string(positions.size()) + (positions.size() == 1 ? " position" : " positions");
+    std::string text = counted(positions.size(), "position", "positions");
     text += ": worth " + withCurrency(shownSum(worth.positions, statement.currency()), statement.currency());
     if (worth.withoutValue > 0) text += " (" + std::to_string(worth.withoutValue) + " without a value)";
     page.fact("Total", text);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "text_page/totals.h"
 
+#include "text/counted.h"
 #include "text/shown_values.h"
 #include "text_page/text_page.h"
 
@@ -22,8 +23,7 @@ void Totals::add(const std::optional<brackwell::Decimal>& written, const std::op
 }
 
 void Totals::show(TextPage& page, brackwell::OptionalText currency) const {
-    std::string text = std::to_string(count_);
-    text += count_ == 1 ? " transaction: in " : " transactions: in ";
+    std::string text = counted(count_, "transaction: in ", "transactions: in ");
     text +=
         shownSum(in_, currency) + ", out " + shownSum(out_, currency) + ", sum " + shownSum(all_, currency);
     if (currency && !currency->empty()) text.append(" ").append(*currency);
